@@ -1,0 +1,36 @@
+# One target per library, under the same name in every build:
+#   Kitbay::pugixml, Kitbay::minizip   all builds
+#   Kitbay::gumbo                      native only: the HTML parser of the tests' page
+#   GTest::gtest, GTest::gmock_main …  where tests are built
+#   benchmark::benchmark               where benchmarks are built
+# tools/setup installs the native libraries, tools/build_windows_dependencies the others.
+
+find_package(pugixml 1.11 CONFIG REQUIRED)
+add_library(Kitbay::pugixml ALIAS pugixml::pugixml)
+
+find_package(ZLIB REQUIRED)
+find_path(KITBAY_MINIZIP_INCLUDE_DIR minizip/unzip.h REQUIRED)
+find_library(KITBAY_MINIZIP_LIBRARY minizip REQUIRED)
+mark_as_advanced(KITBAY_MINIZIP_INCLUDE_DIR KITBAY_MINIZIP_LIBRARY)
+add_library(Kitbay::minizip UNKNOWN IMPORTED)
+set_target_properties(Kitbay::minizip PROPERTIES
+  IMPORTED_LOCATION "${KITBAY_MINIZIP_LIBRARY}"
+  INTERFACE_INCLUDE_DIRECTORIES "${KITBAY_MINIZIP_INCLUDE_DIR}"
+  INTERFACE_LINK_LIBRARIES ZLIB::ZLIB)
+
+if(KITBAY_TESTS)
+  find_package(GTest 1.12 CONFIG REQUIRED)
+  if(NOT WIN32)
+    find_path(KITBAY_GUMBO_INCLUDE_DIR gumbo.h REQUIRED)
+    find_library(KITBAY_GUMBO_LIBRARY gumbo REQUIRED)
+    mark_as_advanced(KITBAY_GUMBO_INCLUDE_DIR KITBAY_GUMBO_LIBRARY)
+    add_library(Kitbay::gumbo UNKNOWN IMPORTED)
+    set_target_properties(Kitbay::gumbo PROPERTIES
+      IMPORTED_LOCATION "${KITBAY_GUMBO_LIBRARY}"
+      INTERFACE_INCLUDE_DIRECTORIES "${KITBAY_GUMBO_INCLUDE_DIR}")
+  endif()
+endif()
+
+if(KITBAY_BENCHMARKS)
+  find_package(benchmark CONFIG REQUIRED)
+endif()
