@@ -1,0 +1,22 @@
+# kitbay_library(name SOURCES ... HEADERS ... DEPENDS ...)
+# One static library per folder of src/. Headers are included as "folder/file.h" and each of them
+# is compiled alone by the target all_verify_interface_header_sets.
+function(kitbay_library name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;HEADERS;DEPENDS")
+  if(arg_SOURCES)
+    add_library(${name} STATIC ${arg_SOURCES})
+    set(scope PUBLIC)
+    if(KITBAY_CLANG_TIDY)
+      find_program(KITBAY_CLANG_TIDY_PROGRAM clang-tidy REQUIRED)
+      set_target_properties(${name} PROPERTIES CXX_CLANG_TIDY
+        "${KITBAY_CLANG_TIDY_PROGRAM};--quiet")
+    endif()
+  else()
+    add_library(${name} INTERFACE)
+    set(scope INTERFACE)
+  endif()
+  target_sources(${name} ${scope} FILE_SET HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR}/src
+    FILES ${arg_HEADERS})
+  target_include_directories(${name} ${scope} ${PROJECT_SOURCE_DIR}/src)
+  target_link_libraries(${name} ${scope} ${arg_DEPENDS})
+endfunction()

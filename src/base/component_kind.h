@@ -1,0 +1,33 @@
+#pragma once
+
+#include <array>
+
+namespace kitbay::base {
+
+/// The three kinds of component, in the order in which every procedure handles them.
+enum class ComponentKind { kAddon, kTransport, kChannel };
+
+inline constexpr std::array kComponentKinds = {ComponentKind::kAddon, ComponentKind::kTransport,
+                                               ComponentKind::kChannel};
+
+/// One value per kind of component.
+template <typename T>
+struct PerKind {
+  T addon;
+  T transport;
+  T channel;
+
+  constexpr const T& operator[](ComponentKind kind) const {
+    switch (kind) {
+      case ComponentKind::kAddon:
+        return addon;
+      case ComponentKind::kTransport:
+        return transport;
+      case ComponentKind::kChannel:
+        break;
+    }
+    return channel;
+  }
+};
+
+}  // namespace kitbay::base

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string>
+
+namespace kitbay::base {
+
+/// What the whole program knows about the suite that it serves. Folders are UTF-8 and end without
+/// a separator; they are filled while the main window loads.
+struct Settings {
+  std::string MainAppExe;        ///< file name of the main client's executable
+  std::string MainAppName;       ///< display name of the main client
+  std::string InstallFolder;     ///< the suite's installation folder; empty if none was found
+  std::string CustomDataFolder;  ///< the user's folder of custom components
+  bool IsNotNT = false;          ///< whether the system is not of the NT family
+
+  std::string program_folder;  ///< the folder of the running executable
+  std::string program_name;    ///< the executable's file name without ".exe"
+};
+
+}  // namespace kitbay::base

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace kitbay::base {
+
+/// `text` with the letters A to Z as small letters; other UTF-8 bytes stay.
+std::string ToLower(std::string_view text);
+
+/// `text` without blanks at either end. Only the blank itself counts, not tabs or line ends.
+std::string Trim(std::string_view text);
+
+/// What follows the last "/" of `text`, or all of it when there is none.
+std::string AfterLastSlash(std::string_view text);
+
+}  // namespace kitbay::base

@@ -1,0 +1,105 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+namespace kitbay::platform {
+
+class HtmlNode;
+
+/// A handle to a node of the page; empty where the page has no such node.
+using HtmlNodeRef = std::shared_ptr<HtmlNode>;
+
+/// A node of the page's document: an element, or a piece of text between elements. Child nodes
+/// leave out text of white space only. Texts are UTF-8.
+///
+/// Members that the node does not have (an element's members on a text) fail with 438; a handle to
+/// a node of an earlier page, and any failed call, fails with its HRESULT.
+class HtmlNode {
+ public:
+  virtual ~HtmlNode() = default;
+
+  virtual bool SameAs(const HtmlNode& other) const = 0;
+
+  virtual std::string Id() const = 0;
+  virtual std::string TagName() const = 0;
+
+  /// The value of an input element.
+  virtual std::string Value() const = 0;
+  virtual bool Disabled() const = 0;
+  virtual void SetDisabled(bool disabled) = 0;
+
+  /// An image's source as an absolute URL; set as written.
+  virtual std::string Src() const = 0;
+  virtual void SetSrc(const std::string& src) = 0;
+
+  virtual std::string InnerText() const = 0;
+  virtual void SetInnerText(const std::string& text) = 0;
+  virtual std::string InnerHtml() const = 0;
+  virtual void SetInnerHtml(const std::string& markup) = 0;
+
+  /// A style property by its script name ("display", "fontWeight"); unset is empty.
+  virtual std::string Style(const std::string& property) const = 0;
+  virtual void SetStyle(const std::string& property, const std::string& value) = 0;
+
+  /// The height that the element's own style gives in pixels; 0 when it gives none.
+  virtual int StylePixelHeight() const = 0;
+
+  /// Empty at the top of the tree.
+  virtual HtmlNodeRef ParentElement() const = 0;
+
+  /// Child elements, then all child nodes. An index past the end gives an empty handle.
+  virtual int ChildCount() const = 0;
+  virtual HtmlNodeRef Child(int index) const = 0;
+  virtual int ChildNodeCount() const = 0;
+  virtual HtmlNodeRef ChildNode(int index) const = 0;
+
+  /// `where` is "beforeBegin", "afterBegin", "beforeEnd" or "afterEnd".
+  virtual void InsertAdjacentHtml(const std::string& where, const std::string& markup) = 0;
+  virtual void AppendChild(const HtmlNodeRef& child) = 0;
+
+  /// Takes the node off the page; with its subtree when `deep`, else its children take its place.
+  virtual void RemoveNode(bool deep) = 0;
+};
+
+/// A list of nodes as the document gives it at one moment.
+class HtmlNodeList {
+ public:
+  virtual ~HtmlNodeList() = default;
+  virtual int Length() const = 0;
+  virtual HtmlNodeRef Item(int index) const = 0;
+};
+
+/// The document of the page in the browser control. Failures are as for `HtmlNode`.
+class HtmlDocument {
+ public:
+  virtual ~HtmlDocument() = default;
+
+  /// The element of that id or name out of all the page's elements; the first when there are
+  /// several, an empty handle when there is none.
+  virtual HtmlNodeRef AllItem(const std::string& id) const = 0;
+
+  /// The elements whose name or id is `name`, in document order.
+  virtual std::unique_ptr<HtmlNodeList> GetElementsByName(const std::string& name) const = 0;
+
+  /// A new element, outside the page as yet, made from its start tag.
+  virtual HtmlNodeRef CreateElement(const std::string& start_tag) = 0;
+
+  /// The height in pixels of the part of the page that the window shows.
+  virtual int BodyClientHeight() const = 0;
+
+  /// The element at which the event being handled arose; empty when no event is being handled.
+  virtual HtmlNodeRef EventSource() const = 0;
+};
+
+/// Receives the events of the page's document, on the user-interface thread.
+class HtmlDocumentEvents {
+ public:
+  virtual ~HtmlDocumentEvents() = default;
+  virtual void doc_onclick() = 0;
+
+  /// Whether the drag may go on.
+  virtual bool doc_ondragstart() = 0;
+};
+
+}  // namespace kitbay::platform

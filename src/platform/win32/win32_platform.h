@@ -1,0 +1,49 @@
+#pragma once
+
+#include <memory>
+
+#include "platform/clock.h"
+#include "platform/com_services.h"
+#include "platform/desktop.h"
+#include "platform/files.h"
+#include "platform/main_window.h"
+#include "platform/registry_keys.h"
+#include "platform/suite_objects.h"
+#include "platform/version_resource.h"
+
+namespace kitbay::platform::win32 {
+
+std::unique_ptr<Clock> MakeClock();
+std::unique_ptr<Files> MakeFiles();
+std::unique_ptr<RegistryKeys> MakeRegistryKeys();
+std::unique_ptr<VersionResource> MakeVersionResource();
+std::unique_ptr<Desktop> MakeDesktop();
+
+/// Joins the calling thread to COM's single-threaded apartment for as long as it lives; the
+/// objects below need it.
+class ComApartment {
+ public:
+  ComApartment();
+  ~ComApartment();
+  ComApartment(const ComApartment&) = delete;
+  ComApartment& operator=(const ComApartment&) = delete;
+};
+
+std::unique_ptr<ActiveObjects> MakeActiveObjects();
+std::unique_ptr<ComServer> MakeComServer();
+std::unique_ptr<InstanceMark> MakeInstanceMark();
+std::unique_ptr<SuiteObjects> MakeSuiteObjects();
+
+std::unique_ptr<MessageLoop> MakeMessageLoop();
+
+/// A main window whose keys `loop` passes on: to the window first, then to its browser control.
+std::unique_ptr<MainWindow> MakeMainWindow(MessageLoop& loop);
+
+/// The folder of the running executable, and its file name without ".exe". UTF-8.
+struct ProgramPlace {
+  std::string folder;
+  std::string name;
+};
+ProgramPlace FindProgramPlace();
+
+}  // namespace kitbay::platform::win32

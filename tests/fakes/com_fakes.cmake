@@ -1,0 +1,1 @@
+# sources are added with target_sources(kitbay_fakes PRIVATE ...)
