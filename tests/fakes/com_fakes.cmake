@@ -1,1 +1,3 @@
-# sources are added with target_sources(kitbay_fakes PRIVATE ...)
+target_sources(kitbay_fakes PRIVATE
+  fake_active_objects.cpp
+  fake_suite_objects.cpp)

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/com_services.h"
+
+namespace kitbay::fakes {
+
+/// The results of COM calls that the fakes raise.
+inline constexpr std::int32_t kInvalidArgument = static_cast<std::int32_t>(0x80070057U);
+inline constexpr std::int32_t kDisconnected = static_cast<std::int32_t>(0x80010108U);
+
+/// A class table and a running-object table in memory. Every call is recorded in `calls`.
+class FakeActiveObjects : public platform::ActiveObjects {
+ public:
+  FakeActiveObjects();
+  ~FakeActiveObjects() override;
+
+  std::optional<platform::ClassId> ClassIdFromProgId(const std::string& prog_id) override;
+  std::optional<std::uint32_t> RegisterActiveObject(platform::ManagerService& object,
+                                                    const platform::ClassId& class_id) override;
+  void RevokeActiveObject(std::uint32_t cookie) override;
+  void DisconnectObject(platform::ManagerService& object) override;
+  std::unique_ptr<platform::ManagerService> GetActive(const std::string& prog_id) override;
+
+  /// The known classes by ProgID: `Kitbay.Manager` alone at first.
+  std::map<std::string, platform::ClassId> classes;
+
+  /// Makes every registration fail.
+  bool table_refuses = false;
+
+  /// The manager that another instance has entered; null while there is none.
+  platform::ManagerService* running_manager = nullptr;
+
+  /// For example "ClassIdFromProgId Kitbay.Manager" or "RevokeActiveObject 7".
+  std::vector<std::string> calls;
+
+  /// How many entries of this instance stand in the table.
+  std::size_t entry_count() const { return entries_.size(); }
+
+ private:
+  class Client;
+  struct Entry {
+    platform::ClassId class_id;
+    platform::ManagerService* object;
+  };
+
+  std::shared_ptr<platform::ManagerService*> LinkTo(platform::ManagerService& object);
+
+  std::map<std::uint32_t, Entry> entries_;
+  /// What clients hold of an object; emptied when it is disconnected.
+  std::map<platform::ManagerService*, std::shared_ptr<platform::ManagerService*>> links_;
+  std::uint32_t next_cookie_ = 1;
+};
+
+}  // namespace kitbay::fakes

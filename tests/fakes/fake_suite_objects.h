@@ -1,0 +1,58 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "base/failure.h"
+#include "platform/suite_objects.h"
+
+namespace kitbay::fakes {
+
+/// Creates the suite's objects: the file-system object as the test says, transport objects that the
+/// test plays through `Find`.
+class FakeSuiteObjects : public platform::SuiteObjects {
+ public:
+  using MakeFileSystemObject = std::function<std::unique_ptr<platform::FileSystemObject>()>;
+
+  /// What became of one transport object. It outlives the object.
+  struct Transport {
+    std::string prog_id;
+    platform::OvTransportEvents* receiver = nullptr;  ///< null before set-up, after shut-down
+    std::optional<base::Failure> set_up_failure;
+    bool is_released = false;
+  };
+
+  /// Without `make_file_system_object` that object cannot be created.
+  explicit FakeSuiteObjects(MakeFileSystemObject make_file_system_object = nullptr);
+
+  std::unique_ptr<platform::FileSystemObject> CreateFileSystemObject(
+      const std::string& prog_id) override;
+  std::unique_ptr<platform::TransportObject> CreateTransportObject(
+      const std::string& prog_id) override;
+
+  /// The transport object created last under `prog_id`; null when there was none.
+  Transport* Find(const std::string& prog_id);
+
+  /// The ProgIDs whose objects cannot be created.
+  std::set<std::string> missing;
+
+  /// Makes the set-up of objects created from now on fail, by ProgID.
+  std::map<std::string, base::Failure> set_up_failures;
+
+  /// For example "Create URLDownloadLib.URLDownload", "SetUp URLDownloadLib.URLDownload".
+  std::vector<std::string> calls;
+
+ private:
+  class Object;
+  void CheckCreatable(const std::string& prog_id);
+
+  MakeFileSystemObject make_file_system_object_;
+  std::vector<std::shared_ptr<Transport>> transports_;
+};
+
+}  // namespace kitbay::fakes
