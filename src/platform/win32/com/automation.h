@@ -1,0 +1,31 @@
+#pragma once
+
+#include <windows.h>
+
+#include <oleauto.h>
+
+#include <span>
+#include <string>
+#include <vector>
+
+#include "platform/win32/com/variant.h"
+
+namespace kitbay::platform::win32 {
+
+/// Late-bound calls by a member's name, arguments in the order in which they are written down.
+/// A failure that the object reports is thrown as `base::Failure` with its number and description;
+/// a member that the object does not have is 438.
+Variant GetProperty(IDispatch& object, const std::string& name,
+                    const std::vector<Variant>& arguments = {});
+void PutProperty(IDispatch& object, const std::string& name, const Variant& value);
+Variant CallMethod(IDispatch& object, const std::string& name,
+                   const std::vector<Variant>& arguments = {});
+
+/// The number of a member. Throws 438 when there is none.
+DISPID FindMember(IDispatch& object, const std::string& name);
+
+/// The same by the member's number; `flags` are those of IDispatch::Invoke.
+Variant Invoke(IDispatch& object, DISPID member, WORD flags,
+               std::span<const Variant> arguments = {});
+
+}  // namespace kitbay::platform::win32

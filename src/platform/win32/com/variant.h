@@ -1,0 +1,58 @@
+#pragma once
+
+#include <windows.h>
+
+#include <oleauto.h>
+#include <wrl/client.h>
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace kitbay::platform::win32 {
+
+/// Owns one automation value.
+class Variant {
+ public:
+  Variant() { VariantInit(&value_); }
+  Variant(std::string_view utf8);
+  Variant(const std::string& utf8) : Variant(std::string_view(utf8)) {}
+  Variant(const char* utf8) : Variant(std::string_view(utf8)) {}
+  Variant(bool value);
+  Variant(std::int32_t value);
+
+  /// An object reference; null is the empty reference ("nothing").
+  Variant(IDispatch* object);
+
+  ~Variant() { VariantClear(&value_); }
+
+  /// Throws `base::Failure` when the value cannot be copied.
+  Variant(const Variant& other);
+  Variant(Variant&& other) noexcept;
+  Variant& operator=(Variant other) noexcept;
+
+  const VARIANT& get() const { return value_; }
+
+  /// Where a call puts a value that this object then owns.
+  VARIANT* receive();
+
+  /// Neither a value nor an object: empty, null, or the empty object reference.
+  bool IsNothing() const;
+
+  /// The value as text, number or truth value, converted as automation does. Null and empty give
+  /// "", 0 and false. Each throws `base::Failure` (13) where there is no conversion.
+  std::string ToText() const;
+  std::int32_t ToInteger() const;
+  bool ToBoolean() const;
+
+  /// The object that the value refers to; null for nothing. Throws `base::Failure` (13) for other
+  /// values.
+  Microsoft::WRL::ComPtr<IDispatch> ToObject() const;
+
+ private:
+  Variant ConvertedTo(VARTYPE type) const;
+
+  VARIANT value_;
+};
+
+}  // namespace kitbay::platform::win32
