@@ -1,1 +1,4 @@
-# sources are added with target_sources(kitbay_fakes PRIVATE ...)
+# Files, registry, clock, version resources and desktop.
+target_sources(kitbay_fakes PRIVATE
+  memory_file_system_object.cpp memory_files.cpp memory_registry.cpp recording_desktop.cpp
+  windows_path.cpp)

@@ -1,0 +1,247 @@
+#include "fakes/memory_files.h"
+
+#include <stdexcept>
+
+namespace kitbay::fakes {
+
+using base::Failure;
+using base::RuntimeError;
+using platform::LocalTime;
+
+MemoryFiles::MemoryFiles() { AddFolder("C:"); }
+
+bool MemoryFiles::Exists(const std::string& path) const {
+  Record("Exists " + path);
+  if (path.empty()) {
+    return false;
+  }
+  const WindowsPath parsed = ParsePath(path);
+  if (parsed.parts.empty() || Find(parsed) != nullptr) {
+    return Find(parsed) != nullptr;
+  }
+  const std::string folder = parsed.Parent().Key() + "\\";
+  for (auto at = entries_.lower_bound(folder);
+       at != entries_.end() && at->first.starts_with(folder); ++at) {
+    if (at->first.find('\\', folder.size()) == std::string::npos &&
+        MatchesPattern(at->second.name, parsed.parts.back())) {
+      return true;
+    }
+  }
+  return false;
+}
+
+std::string MemoryFiles::Read(const std::string& path) const {
+  Record("Read " + path);
+  return OpenForReading(path).bytes;
+}
+
+void MemoryFiles::Write(const std::string& path, std::string_view bytes) {
+  Record("Write " + path);
+  CheckWritable(path);
+  Put(path, bytes);
+}
+
+void MemoryFiles::Replace(const std::string& path, std::string_view bytes) {
+  Record("Replace " + path);
+  CheckWritable(path);
+  Put(path, bytes);
+}
+
+void MemoryFiles::CreateFolder(const std::string& path) {
+  Record("CreateFolder " + path);
+  const WindowsPath parsed = ParsePath(path);
+  CheckPlace(parsed);
+  if (Find(parsed) != nullptr) {
+    throw Failure(RuntimeError::kPathFileAccessError);
+  }
+  MakeFolder(parsed);
+}
+
+LocalTime MemoryFiles::LastModified(const std::string& path) const {
+  Record("LastModified " + path);
+  const WindowsPath parsed = ParsePath(path);
+  CheckPlace(parsed);
+  if (const Entry* entry = Find(parsed)) {
+    return entry->last_modified;
+  }
+  throw Failure(RuntimeError::kFileNotFound);
+}
+
+void MemoryFiles::AddFile(const std::string& path, std::string_view bytes) {
+  const WindowsPath parsed = ParsePath(path);
+  WindowsPath folder{parsed.drive, {}};
+  AddFolder(folder.Key());
+  for (std::size_t i = 0; i + 1 < parsed.parts.size(); ++i) {
+    folder.parts.push_back(parsed.parts[i]);
+    if (Find(folder) == nullptr) {
+      MakeFolder(folder);
+    }
+  }
+  Put(path, bytes);
+}
+
+void MemoryFiles::AddFolder(const std::string& path) {
+  const WindowsPath parsed = ParsePath(path);
+  WindowsPath folder{parsed.drive, {}};
+  entries_.try_emplace(folder.Key(), Entry{.is_folder = true, .name = folder.drive});
+  for (const std::string& part : parsed.parts) {
+    folder.parts.push_back(part);
+    if (Find(folder) == nullptr) {
+      MakeFolder(folder);
+    }
+  }
+}
+
+void MemoryFiles::SetReadOnly(const std::string& path, bool read_only) {
+  Demand(path).read_only = read_only;
+}
+
+void MemoryFiles::SetUnwritable(const std::string& folder, bool unwritable) {
+  Demand(folder).unwritable = unwritable;
+}
+
+void MemoryFiles::SetInUse(const std::string& path, bool in_use) { Demand(path).in_use = in_use; }
+
+void MemoryFiles::SetLastModified(const std::string& path, const LocalTime& time) {
+  Demand(path).last_modified = time;
+}
+
+void MemoryFiles::FailAt(std::size_t nth, RuntimeError error) {
+  faults_.insert_or_assign(operations_.size() + nth, error);
+}
+
+void MemoryFiles::FailWritesTo(const std::string& path, RuntimeError error) {
+  failing_writes_.insert_or_assign(ParsePath(path).Key(), error);
+}
+
+std::optional<std::string> MemoryFiles::Bytes(const std::string& path) const {
+  const Entry* entry = Find(ParsePath(path));
+  if (entry == nullptr || entry->is_folder) {
+    return std::nullopt;
+  }
+  return entry->bytes;
+}
+
+bool MemoryFiles::IsFile(const std::string& path) const { return Bytes(path).has_value(); }
+
+bool MemoryFiles::IsFolder(const std::string& path) const {
+  const Entry* entry = Find(ParsePath(path));
+  return entry != nullptr && entry->is_folder;
+}
+
+std::vector<std::string> MemoryFiles::Names(const std::string& folder) const {
+  std::vector<std::string> names;
+  const std::string start = ParsePath(folder).Key() + "\\";
+  for (auto at = entries_.lower_bound(start); at != entries_.end() && at->first.starts_with(start);
+       ++at) {
+    if (at->first.find('\\', start.size()) == std::string::npos) {
+      names.push_back(at->second.name);
+    }
+  }
+  return names;
+}
+
+void MemoryFiles::Record(const std::string& operation) const {
+  operations_.push_back(operation);
+  const auto fault = faults_.find(operations_.size());
+  if (fault != faults_.end()) {
+    throw Failure(fault->second);
+  }
+}
+
+MemoryFiles::Entry* MemoryFiles::Find(const WindowsPath& path) {
+  const auto at = entries_.find(path.Key());
+  return at == entries_.end() ? nullptr : &at->second;
+}
+
+const MemoryFiles::Entry* MemoryFiles::Find(const WindowsPath& path) const {
+  const auto at = entries_.find(path.Key());
+  return at == entries_.end() ? nullptr : &at->second;
+}
+
+MemoryFiles::Entry& MemoryFiles::Demand(const std::string& path) {
+  Entry* entry = Find(ParsePath(path));
+  if (entry == nullptr) {
+    throw std::logic_error("the test arranges nothing at " + path);
+  }
+  return *entry;
+}
+
+const MemoryFiles::Entry& MemoryFiles::OpenForReading(const std::string& path) const {
+  if (path.empty()) {
+    throw Failure(RuntimeError::kPathNotFound);
+  }
+  const WindowsPath parsed = ParsePath(path);
+  CheckPlace(parsed);
+  const Entry* entry = Find(parsed);
+  if (entry == nullptr) {
+    throw Failure(RuntimeError::kFileNotFound);
+  }
+  if (entry->is_folder || entry->in_use) {
+    throw Failure(RuntimeError::kPermissionDenied);
+  }
+  return *entry;
+}
+
+void MemoryFiles::CheckWritable(const std::string& path) const {
+  if (path.empty()) {
+    throw Failure(RuntimeError::kPathNotFound);
+  }
+  const WindowsPath parsed = ParsePath(path);
+  CheckPlace(parsed);
+  const Entry* entry = Find(parsed);
+  if (Find(parsed.Parent())->unwritable ||
+      (entry != nullptr && (entry->is_folder || entry->read_only || entry->in_use))) {
+    throw Failure(RuntimeError::kPermissionDenied);
+  }
+  const auto failing = failing_writes_.find(parsed.Key());
+  if (failing != failing_writes_.end()) {
+    throw Failure(failing->second);
+  }
+}
+
+void MemoryFiles::CheckPlace(const WindowsPath& path) const {
+  const Entry* folder = Find(path.Parent());
+  if (folder == nullptr || !folder->is_folder) {
+    throw Failure(RuntimeError::kPathNotFound);
+  }
+  if (!path.parts.empty() && !IsValidName(path.parts.back())) {
+    throw Failure(RuntimeError::kPathFileAccessError);
+  }
+}
+
+void MemoryFiles::Put(const std::string& path, std::string_view bytes) {
+  const WindowsPath parsed = ParsePath(path);
+  // An overwritten file keeps the letter case of its name.
+  Entry& entry =
+      entries_.try_emplace(parsed.Key(), Entry{.name = parsed.parts.back()}).first->second;
+  entry.bytes = bytes;
+  entry.last_modified = now_;
+}
+
+void MemoryFiles::MakeFolder(const WindowsPath& path) {
+  const Entry* folder = Find(path.Parent());
+  if (folder != nullptr && folder->unwritable) {
+    throw Failure(RuntimeError::kPermissionDenied);
+  }
+  entries_.insert_or_assign(
+      path.Key(), Entry{.is_folder = true, .name = path.parts.back(), .last_modified = now_});
+}
+
+void MemoryFiles::Delete(const WindowsPath& path, bool force) {
+  if (Find(path)->is_folder) {
+    for (const std::string& name : Names(path.Key())) {
+      WindowsPath child = path;
+      child.parts.push_back(name);
+      Delete(child, force);
+    }
+  }
+  const Entry& entry = *Find(path);
+  const bool kept = entry.in_use || (entry.read_only && !force);
+  if (kept || path.parts.empty() || Find(path.Parent())->unwritable) {
+    throw Failure(RuntimeError::kPermissionDenied);
+  }
+  entries_.erase(path.Key());
+}
+
+}  // namespace kitbay::fakes

@@ -1,0 +1,94 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/registry_keys.h"
+
+namespace kitbay::fakes {
+
+/// The type of a text value, and of two that are none.
+inline constexpr std::uint32_t kTextType = 1;
+inline constexpr std::uint32_t kBinaryType = 3;
+inline constexpr std::uint32_t kNumberType = 4;
+
+/// Result codes beyond those that Kitbay tells apart.
+inline constexpr std::int32_t kRegistryAccessDenied = 5;
+inline constexpr std::int32_t kRegistryInvalidHandle = 6;
+
+/// A registry in memory. Keys and value names keep their letter case and are compared without it.
+/// Keys are named by their full path from the hive on: "HKEY_CURRENT_USER\Software\Ovalink".
+class MemoryRegistry : public platform::RegistryKeys {
+ public:
+  MemoryRegistry();
+
+  KeyResult Open(platform::RegistryKey parent, const std::string& name,
+                 std::uint32_t access) override;
+  KeyResult Create(platform::RegistryKey parent, const std::string& name,
+                   std::uint32_t access) override;
+  ValueResult Query(platform::RegistryKey key, const std::string& name,
+                    std::uint32_t capacity) override;
+  std::int32_t SetText(platform::RegistryKey key, const std::string& name,
+                       std::string_view data) override;
+  std::int32_t Close(platform::RegistryKey key) override;
+
+  // What tests arrange. None of it is recorded.
+
+  void AddKey(const std::string& path);
+
+  /// Adds the key and a text value with its terminator, as other programs write it.
+  void AddText(const std::string& path, const std::string& name, const std::string& text);
+
+  /// Adds the key and a value of exactly these bytes.
+  void AddValue(const std::string& path, const std::string& name, const std::string& bytes,
+                std::uint32_t type);
+
+  /// Opening or creating the key gives "access denied" from now on.
+  void DenyAccess(const std::string& path);
+
+  // What tests look at.
+
+  bool HasKey(const std::string& path) const;
+
+  /// The bytes of a value; none when there is no such value.
+  std::optional<std::string> Bytes(const std::string& path, const std::string& name) const;
+
+  /// Every call in order, by the key's path and not by its handle:
+  ///   "Open HKEY_CURRENT_USER\software\Ovalink 0x3f"  "Create HKEY_CLASSES_ROOT\ovl 0x3f"
+  ///   "Query <key> [Name] 100"  "SetText <key> [] 7 Ovalink"  "Close <key>"
+  /// A handle that is not open stands as "(invalid)".
+  const std::vector<std::string>& calls() const { return calls_; }
+
+  /// The paths of the keys that are open now, in the order of opening; hives are not among them.
+  std::vector<std::string> OpenKeys() const;
+
+ private:
+  struct Value {
+    std::uint32_t type = kTextType;
+    std::string bytes;
+  };
+  struct Key {
+    std::string path;
+    std::map<std::string, Value> values;  ///< by folded name
+  };
+  struct Handle {
+    std::string path;
+    std::uint32_t access = 0;
+  };
+
+  std::string PathOf(platform::RegistryKey key) const;
+  KeyResult OpenPath(const std::string& path, std::uint32_t access);
+
+  std::map<std::string, Key> keys_;  ///< by folded path
+  std::set<std::string> denied_;     ///< folded paths
+  std::map<std::uintptr_t, Handle> handles_;
+  std::uintptr_t next_handle_ = 0x100;
+  std::vector<std::string> calls_;
+};
+
+}  // namespace kitbay::fakes

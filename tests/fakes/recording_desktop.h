@@ -1,0 +1,76 @@
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <map>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "base/failure.h"
+#include "platform/desktop.h"
+
+namespace kitbay::fakes {
+
+/// A desktop that does nothing but write down what was asked of it, with windows and answers that
+/// a test puts in.
+class RecordingDesktop : public platform::Desktop {
+ public:
+  int PlatformId() const override;
+  int ShowMessage(const std::string& text, const std::string& title, int style) override;
+  void DisplayHelpTopic(const std::string& topic) override;
+  void CloseAllHelp() override;
+  void PassForegroundRight() override;
+  void SetWindowPos(platform::WindowHandle window, std::intptr_t insert_after,
+                    unsigned flags) override;
+  void ShowWindow(platform::WindowHandle window, int command) override;
+  void SetActiveWindow(platform::WindowHandle window) override;
+  platform::WindowHandle FindTopWindow(const std::string& window_class,
+                                       const std::string& caption) override;
+  void SendClose(platform::WindowHandle window) override;
+  void StartProgram(const std::string& path) override;
+
+  // What tests arrange.
+
+  void SetPlatformId(int platform_id) { platform_id_ = platform_id; }
+
+  /// The answer to the next message box that has none yet; without one the user presses OK.
+  void AddAnswer(int answer) { answers_.push_back(answer); }
+
+  /// Puts a top-level window on the desktop.
+  platform::WindowHandle AddWindow(const std::string& window_class, const std::string& caption);
+
+  /// The window stays when it is told to close.
+  void IgnoreClose(platform::WindowHandle window) { windows_.at(window.value).stays = true; }
+
+  /// Every later showing of help, or starting of a program, fails with `failure`.
+  void FailHelp(const base::Failure& failure) { help_failure_ = failure; }
+  void FailStartProgram(const base::Failure& failure) { start_failure_ = failure; }
+
+  // What tests look at.
+
+  bool HasWindow(platform::WindowHandle window) const { return windows_.contains(window.value); }
+
+  /// Every call in order, its name and then its arguments: texts in "[" and "]", numbers in
+  /// decimal. For example "PlatformId", "ShowMessage [text] [title] 1", "DisplayHelpTopic [topic]",
+  /// "SetWindowPos 1 -1 3", "ShowWindow 1 9", "FindTopWindow [class] [caption]", "SendClose 1".
+  const std::vector<std::string>& calls() const { return calls_; }
+
+ private:
+  struct Window {
+    std::string window_class;
+    std::string caption;
+    bool stays = false;
+  };
+
+  int platform_id_ = platform::kPlatformNt;
+  std::deque<int> answers_;
+  std::map<std::uintptr_t, Window> windows_;
+  std::uintptr_t next_window_ = 0x10001;
+  std::optional<base::Failure> help_failure_;
+  std::optional<base::Failure> start_failure_;
+  mutable std::vector<std::string> calls_;
+};
+
+}  // namespace kitbay::fakes
