@@ -1,0 +1,40 @@
+# Sourced by ./test and ./demo, with $root set to the top of the tree, which is the current folder.
+mkdir -p build/log
+exec 8>build/.lock
+if ! flock -n 8; then
+  echo "waiting for another ./test or ./demo of this tree"
+  flock 8
+fi
+
+say() { echo "[kitbay] $*"; }
+
+# step NAME COMMAND...: runs a command with its output in build/log/, tells how long it took, and
+# shows the end of the output where it failed.
+step() {
+  local name=$1 log=build/log/${1//[^a-zA-Z0-9_-]/_}.log start=$SECONDS code=0
+  shift
+  "$@" >"$log" 2>&1 </dev/null 8>&- || code=$?
+  if [ $code -eq 0 ]; then
+    say "$name: $((SECONDS - start)) s"
+  else
+    say "$name: FAILED after $((SECONDS - start)) s (exit code $code); the end of $log:"
+    tail -n 60 "$log"
+  fi
+  return $code
+}
+
+# build_preset PRESET TARGET...: configures once and when the presets change; all other changes are
+# noticed by the build itself.
+build_preset() {
+  local preset=$1
+  shift
+  if [ ! "build/$preset/build.ninja" -nt CMakePresets.json ]; then
+    step "$preset: configure" cmake --preset "$preset" || return
+  fi
+  step "$preset: build" cmake --build --preset "$preset" -j "$(nproc)" --target "$@"
+}
+
+# build_windows TRIPLET PRESET
+build_windows() {
+  step "$2: libraries" tools/build_windows_dependencies "$1" && build_preset "$2" all
+}
