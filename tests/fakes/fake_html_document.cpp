@@ -1,0 +1,175 @@
+#include "fakes/fake_html_document.h"
+
+#include <stdexcept>
+#include <utility>
+#include <vector>
+
+#include "fakes/fake_html_parser.h"
+#include "fakes/fake_html_text.h"
+#include "fakes/fake_page.h"
+
+namespace kitbay::fakes {
+namespace {
+
+using base::Failure;
+using platform::HtmlNodeRef;
+
+class FakeHtmlNodeList : public platform::HtmlNodeList {
+ public:
+  FakeHtmlNodeList(std::shared_ptr<FakePage> page, std::vector<DomNode*> nodes)
+      : page_(std::move(page)), nodes_(std::move(nodes)) {}
+
+  int Length() const override {
+    page_->Enter("Length");
+    return static_cast<int>(nodes_.size());
+  }
+
+  HtmlNodeRef Item(int index) const override {
+    page_->Enter("Item");
+    const auto place = static_cast<std::size_t>(index);
+    return MakeHandle(page_, index >= 0 && place < nodes_.size() ? nodes_[place] : nullptr);
+  }
+
+ private:
+  std::shared_ptr<FakePage> page_;
+  std::vector<DomNode*> nodes_;
+};
+
+/// Makes an element the event's source and puts back what was the source before.
+class EventAt {
+ public:
+  EventAt(FakePage& page, DomNode* source)
+      : page_(page), before_(std::exchange(page.event_source, source)) {}
+  ~EventAt() { page_.event_source = before_; }
+  EventAt(const EventAt&) = delete;
+  EventAt& operator=(const EventAt&) = delete;
+
+ private:
+  FakePage& page_;
+  DomNode* before_;
+};
+
+DomNode* FirstWithIdOrName(const FakePage& page, const std::string& id) {
+  const std::vector<DomNode*> found = page.tree.WithIdOrName(id);
+  return found.empty() ? nullptr : found.front();
+}
+
+/// The element at which an event on `node` arises.
+DomNode& EventElement(const FakePage& page, const HtmlNodeRef& node) {
+  DomNode* at = NodeOf(node.get());
+  if (at == nullptr || !page.tree.OnPage(*at)) {
+    throw std::invalid_argument("the event's node is not on the page");
+  }
+  return at->kind == NodeKind::kElement ? *at : *at->parent();
+}
+
+}  // namespace
+
+void FakePage::Enter(const char* member) {
+  ++calls;
+  if (stale) {
+    throw Failure(static_cast<std::int32_t>(0x80010108),
+                  "The object invoked has disconnected from its clients.");
+  }
+  for (OrderedFailure& ordered : failures) {
+    if (!ordered.member.empty() && ordered.member != member) continue;
+    if (ordered.calls_left == 0) throw Failure(ordered.failure);
+    if (--ordered.calls_left > 0) continue;
+    const Failure failure = ordered.failure;
+    failures.erase(failures.begin() + (&ordered - failures.data()));
+    throw Failure(failure);
+  }
+}
+
+FakeHtmlDocument::FakeHtmlDocument(const std::string& page_markup, std::string base_url)
+    : page_(std::make_shared<FakePage>()) {
+  page_->base_url = std::move(base_url);
+  ParsePage(page_->tree, page_markup);
+}
+
+HtmlNodeRef FakeHtmlDocument::AllItem(const std::string& id) const {
+  page_->Enter("AllItem");
+  return ById(id);
+}
+
+std::unique_ptr<platform::HtmlNodeList> FakeHtmlDocument::GetElementsByName(
+    const std::string& name) const {
+  page_->Enter("GetElementsByName");
+  return std::make_unique<FakeHtmlNodeList>(page_, page_->tree.WithIdOrName(name));
+}
+
+HtmlNodeRef FakeHtmlDocument::CreateElement(const std::string& start_tag) {
+  page_->Enter("CreateElement");
+  const std::string markup = start_tag.starts_with('<') ? start_tag : "<" + start_tag + ">";
+  const std::vector<DomNode*> nodes = ParseFragment(page_->tree, "div", markup);
+  if (nodes.empty() || nodes.front()->kind != NodeKind::kElement) {
+    throw Failure(static_cast<std::int32_t>(0x80070057), "Invalid argument.");
+  }
+  return MakeHandle(page_, nodes.front());
+}
+
+int FakeHtmlDocument::BodyClientHeight() const {
+  page_->Enter("BodyClientHeight");
+  return page_->body_client_height;
+}
+
+HtmlNodeRef FakeHtmlDocument::EventSource() const {
+  page_->Enter("EventSource");
+  return MakeHandle(page_, page_->event_source);
+}
+
+void FakeHtmlDocument::set_body_client_height(int pixels) { page_->body_client_height = pixels; }
+
+void FakeHtmlDocument::set_event_source(const HtmlNodeRef& source) {
+  page_->event_source = NodeOf(source.get());
+}
+
+void FakeHtmlDocument::SetEvents(platform::HtmlDocumentEvents* events) { page_->events = events; }
+
+bool FakeHtmlDocument::Click(const HtmlNodeRef& node) {
+  DomNode& source = EventElement(*page_, node);
+  if (page_->events == nullptr || source.GetAttribute("disabled")) return false;
+  const EventAt event(*page_, &source);
+  page_->events->doc_onclick();
+  return true;
+}
+
+bool FakeHtmlDocument::StartDrag(const HtmlNodeRef& node) {
+  DomNode& source = EventElement(*page_, node);
+  if (page_->events == nullptr) return true;
+  const EventAt event(*page_, &source);
+  return page_->events->doc_ondragstart();
+}
+
+void FakeHtmlDocument::MakeStale() {
+  page_->stale = true;
+  page_->events = nullptr;
+}
+
+int FakeHtmlDocument::calls() const { return page_->calls; }
+
+void FakeHtmlDocument::FailCall(int n, const Failure& failure) { FailMember("", failure, n); }
+
+void FakeHtmlDocument::FailMember(const std::string& member, const Failure& failure, int n) {
+  page_->failures.push_back({member, n, failure});
+}
+
+void FakeHtmlDocument::FailNothing() { page_->failures.clear(); }
+
+HtmlNodeRef FakeHtmlDocument::ById(const std::string& id) const {
+  return MakeHandle(page_, FirstWithIdOrName(*page_, id));
+}
+
+HtmlNodeRef FakeHtmlDocument::Body() const { return MakeHandle(page_, page_->tree.Body()); }
+
+std::string FakeHtmlDocument::Outer(const HtmlNodeRef& node) {
+  return OuterMarkup(*NodeOf(node.get()));
+}
+
+std::string FakeHtmlDocument::TreeText(const HtmlNodeRef& node) {
+  return fakes::TreeText(*NodeOf(node.get()));
+}
+
+std::string FakeHtmlDocument::TreeText() const { return TreeText(Body()); }
+
+}  // namespace kitbay::fakes
