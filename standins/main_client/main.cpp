@@ -1,0 +1,69 @@
+// Stands in for the suite's main client: shows a contact list until it is told to close.
+
+#include <windows.h>
+
+#include "contact_list.h"
+#include "event_log.h"
+
+namespace {
+
+constexpr wchar_t kWindowClass[] = L"ThunderRT6FormDC";
+constexpr wchar_t kCaption[] = L"OvlTessel";
+
+LRESULT CALLBACK MainWindow(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
+  switch (message) {
+    case WM_CREATE: {
+      const auto* creation = reinterpret_cast<const CREATESTRUCTW*>(lparam);
+      SetWindowLongPtrW(window, GWLP_USERDATA,
+                        reinterpret_cast<LONG_PTR>(creation->lpCreateParams));
+      return 0;
+    }
+    case WM_ERASEBKGND:
+      return 1;
+    case WM_PAINT: {
+      const auto* contacts =
+          reinterpret_cast<const ContactList*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+      PAINTSTRUCT paint;
+      const HDC target = BeginPaint(window, &paint);
+      RECT area;
+      GetClientRect(window, &area);
+      contacts->Paint(target, area);
+      EndPaint(window, &paint);
+      return 0;
+    }
+    case WM_DESTROY:
+      PostQuitMessage(0);
+      return 0;
+    default:
+      return DefWindowProcW(window, message, wparam, lparam);
+  }
+}
+
+}  // namespace
+
+int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int show) {
+  ContactList contacts;
+  WNDCLASSEXW window_class{};
+  window_class.cbSize = sizeof window_class;
+  window_class.style = CS_HREDRAW | CS_VREDRAW;
+  window_class.lpfnWndProc = MainWindow;
+  window_class.hInstance = instance;
+  window_class.hCursor = LoadCursorW(nullptr, MAKEINTRESOURCEW(32512));  // the arrow
+  window_class.lpszClassName = kWindowClass;
+  if (!RegisterClassExW(&window_class)) return 1;
+
+  const HWND window =
+      CreateWindowExW(0, kWindowClass, kCaption, WS_OVERLAPPEDWINDOW, CW_USEDEFAULT, CW_USEDEFAULT,
+                      320, 440, nullptr, nullptr, instance, &contacts);
+  if (!window) return 1;
+  ShowWindow(window, show);
+  AppendToEventLog("started");
+
+  MSG message;
+  while (GetMessageW(&message, nullptr, 0, 0) > 0) {
+    TranslateMessage(&message);
+    DispatchMessageW(&message);
+  }
+  AppendToEventLog("closed");
+  return 0;
+}

@@ -1,0 +1,56 @@
+# Sourced by lay_out and remove: where the sample suite lies in the Wine prefix.
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
+source "$root/tools/wine_environment.sh"
+
+drive_c=$WINEPREFIX/drive_c
+uninstall_key='SOFTWARE\Microsoft\Windows\CurrentVersion\Uninstall\Tessel'
+shell_folders_key='Software\Microsoft\Windows\CurrentVersion\Explorer\Shell Folders'
+# Names the installation folder below drive C that lay_out made, so that nothing else is ever removed.
+laid_out=$WINEPREFIX/.sample_suite
+
+# The Windows form of a folder below drive C.
+windows_path() { echo "C:\\${1//\//\\}"; }
+
+# The user's application data folder as the registry has it; empty when it has none.
+registered_app_data() {
+  awk -v section="[${shell_folders_key//\\/\\\\\\\\}]" '
+    /^\[/ { inside = index($0, section) == 1 }
+    inside && /^"AppData"="/ {
+      value = substr($0, 12, length($0) - 12)
+      gsub(/\\\\/, "\\", value)
+      print value
+    }' "$WINEPREFIX/user.reg"
+}
+
+# The same as a Unix path, or the usual place when the registry has none.
+app_data_folder() {
+  local registered user
+  registered=$(registered_app_data)
+  if [[ $registered == [Cc]:\\* ]]; then
+    registered=${registered:3}
+    echo "$drive_c/${registered//\\//}"
+    return
+  fi
+  for user in "$drive_c"/users/*; do
+    [[ ${user##*/} == Public ]] || { echo "$user/AppData/Roaming"; return; }
+  done
+}
+
+# Enters the registry file on standard input, with one start of Wine.
+import_registry() {
+  local file
+  file=$(mktemp "$WINEPREFIX/registry.XXXXXX")
+  { echo REGEDIT4; echo; cat; } >"$file"
+  timeout 60 "$wine" regedit /S "$file" </dev/null
+  rm -f "$file"
+}
+
+remove_files() {
+  local folder
+  if [[ -f $laid_out ]]; then
+    folder=$(<"$laid_out")
+    chmod -R u+w "$drive_c/$folder" 2>/dev/null || true
+    rm -rf "${drive_c:?}/${folder:?}"
+  fi
+  rm -rf "$(app_data_folder)/Ovalink" "$laid_out"
+}
