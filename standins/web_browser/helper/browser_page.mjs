@@ -1,0 +1,214 @@
+import { EventEmitter } from 'node:events';
+import { contentSecurityPolicy, kDefaultFlags, refusal, scriptsRun } from './download_control.mjs';
+import { DevToolsError } from './devtools_pipe.mjs';
+import { contentTypeOf, toUrl, toWindowsPath } from './local_files.mjs';
+import { kBindingName, kWorldName, pageScript } from './page_script.mjs';
+
+const kDisconnected = JSON.stringify({ e: 0x80010108, d: 'The document is gone' });
+const kLoadLimitMs = 20000;
+const kFileMissing = 404;
+
+/**
+ * The one page of the browser. Emits
+ *   'beforeNavigate' {n, url}: whoever listens answers with decide(n, cancel);
+ *   'navigated' {url}, 'complete' {url}, 'failed' {url, status};
+ *   'document' when a new document can be called;
+ *   'report' (text) for what the page side tells the host.
+ * Documents are numbered; handles of the page side are good for one document only.
+ */
+export class BrowserPage extends EventEmitter {
+  #pipe;
+  #files;
+  #session;
+  #frame;
+  #world;
+  #flags = kDefaultFlags;
+  #questions = new Map();
+  #lastQuestion = 0;
+  #approved;
+  #loadLimit;
+
+  /** Every URL that was asked for, with the reason of its refusal where there was one. */
+  requests = [];
+  /** The number of the present document. */
+  generation = 0;
+  url = 'about:blank';
+
+  constructor(pipe, files) {
+    super();
+    this.#pipe = pipe;
+    this.#files = files;
+  }
+
+  /** Attaches to the browser's page; call once before anything else. */
+  async open() {
+    const { targetInfos } = await this.#pipe.send('Target.getTargets');
+    const { targetId } = targetInfos.find((target) => target.type === 'page');
+    const { sessionId } = await this.#pipe.send('Target.attachToTarget', { targetId, flatten: true });
+    this.#session = sessionId;
+    this.#frame = targetId;  // The top frame of a page has the page's own number.
+    this.listen('Page.frameNavigated', ({ frame }) => this.#navigated(frame));
+    this.listen('Page.navigatedWithinDocument', (params) => this.#moved(params));
+    this.listen('Page.loadEventFired', () => this.#loaded());
+    this.listen('Runtime.executionContextCreated', ({ context }) => this.#adopt(context));
+    this.listen('Runtime.bindingCalled', ({ payload }) => this.emit('report', payload));
+    this.listen('Fetch.requestPaused', (params) => this.#requested(params));
+    await Promise.all([
+      this.send('Page.enable'),
+      this.send('Runtime.enable'),
+      this.send('Runtime.addBinding', { name: kBindingName, executionContextName: kWorldName }),
+      this.send('Page.addScriptToEvaluateOnNewDocument', { source: pageScript(), worldName: kWorldName }),
+      this.send('Fetch.enable', { patterns: [{ urlPattern: '*' }] }),
+      this.send('Emulation.setFocusEmulationEnabled', { enabled: true }),
+      this.#pipe.send('Browser.setDownloadBehavior', { behavior: 'deny' }),
+    ]);
+  }
+
+  /** A command for this page; see DevToolsPipe.send. */
+  send(method, params = {}) {
+    return this.#pipe.send(method, params, this.#session);
+  }
+
+  /** Listens to an event of this page. */
+  listen(method, listener) {
+    this.#pipe.on(method, (params, sessionId) => {
+      if (sessionId === this.#session) listener(params);
+    });
+  }
+
+  /** Asks the host and then loads a URL or Windows path under the host's download flags. */
+  async navigate(target, flags = kDefaultFlags) {
+    const url = toUrl(target);
+    this.#flags = flags;
+    if (await this.#isCancelled(url)) return;
+    await this.send('Emulation.setScriptExecutionDisabled', { value: !scriptsRun(flags) });
+    this.#approved = url;
+    clearTimeout(this.#loadLimit);
+    this.#loadLimit = setTimeout(() => this.emit('failed', { url, status: 0 }), kLoadLimitMs);
+    const result = await this.send('Page.navigate', { url });
+    if (result.errorText) clearTimeout(this.#loadLimit);
+  }
+
+  /** The host's answer to a 'beforeNavigate'. */
+  decide(number, cancel) {
+    this.#questions.get(number)?.(cancel);
+    this.#questions.delete(number);
+  }
+
+  /** Answers a late-bound call on the document `generation`, as JSON text. */
+  async answer(generation, request) {
+    if (generation !== this.generation) return kDisconnected;
+    try {
+      return await this.evaluate(`standin.answer(${JSON.stringify(request)})`);
+    } catch {
+      return kDisconnected;
+    }
+  }
+
+  /**
+   * Evaluates in the page side's world and resolves with the value. Rejects with a DevToolsError
+   * where the document is gone, and with an Error of the page's own words where the expression throws.
+   */
+  async evaluate(expression) {
+    if (this.#world === undefined) throw new DevToolsError('There is no document yet');
+    const { result, exceptionDetails } = await this.send('Runtime.evaluate',
+      { expression, contextId: this.#world, returnByValue: true, awaitPromise: true });
+    if (exceptionDetails) {
+      throw new Error(exceptionDetails.exception?.description ?? exceptionDetails.text);
+    }
+    return result.value;
+  }
+
+  #isCancelled(url) {
+    return new Promise((resolve) => {
+      const n = ++this.#lastQuestion;
+      this.#questions.set(n, resolve);
+      this.emit('beforeNavigate', { n, url });
+    });
+  }
+
+  #adopt(context) {
+    if (context.name !== kWorldName || context.auxData.frameId !== this.#frame) return;
+    this.#world = context.id;
+    this.generation += 1;
+    this.emit('document');
+  }
+
+  #navigated(frame) {
+    if (frame.id !== this.#frame) return;
+    this.url = frame.url;
+    this.emit('navigated', { url: frame.url });
+  }
+
+  #moved({ frameId, url }) {
+    if (frameId !== this.#frame) return;
+    clearTimeout(this.#loadLimit);
+    this.url = url;
+    this.emit('navigated', { url });
+    this.emit('complete', { url });
+  }
+
+  #loaded() {
+    clearTimeout(this.#loadLimit);
+    this.emit('complete', { url: this.url });
+  }
+
+  async #requested({ requestId, request, frameId, resourceType }) {
+    const isPage = resourceType === 'Document' && frameId === this.#frame;
+    try {
+      if (isPage) await this.#answerPage(requestId, request.url);
+      else await this.#answerResource(requestId, request.url, resourceType);
+    } catch {
+      // The request went away with its document.
+    }
+  }
+
+  async #answerPage(requestId, url) {
+    const isApproved = url.split('#')[0] === this.#approved?.split('#')[0];
+    this.#approved = undefined;
+    if (!isApproved && (await this.#isCancelled(url))) {
+      await this.#refuse(requestId, url, 'cancelled by the host');
+      return;
+    }
+    const file = toWindowsPath(url);
+    if (file === undefined) {
+      await this.#refuse(requestId, url, 'not a local file');
+      this.emit('failed', { url, status: 0 });
+      return;
+    }
+    if (!(await this.#fulfil(requestId, url, file))) this.emit('failed', { url, status: kFileMissing });
+  }
+
+  async #answerResource(requestId, url, resourceType) {
+    const file = toWindowsPath(url);
+    const reason = refusal(this.#flags, resourceType, file !== undefined);
+    if (reason === undefined) await this.#fulfil(requestId, url, file);
+    else await this.#refuse(requestId, url, reason);
+  }
+
+  async #fulfil(requestId, url, file) {
+    const content = await this.#files.read(file);
+    if (content === undefined) {
+      await this.#refuse(requestId, url, 'no such file');
+      return false;
+    }
+    this.requests.push({ url, refused: false });
+    await this.send('Fetch.fulfillRequest', {
+      requestId,
+      responseCode: 200,
+      responseHeaders: [
+        { name: 'Content-Type', value: contentTypeOf(file) },
+        { name: 'Content-Security-Policy', value: contentSecurityPolicy(this.#flags) },
+      ],
+      body: content.toString('base64'),
+    });
+    return true;
+  }
+
+  /** A refused page leaves the present one as it is. */
+  #refuse(requestId, url, reason) {
+    clearTimeout(this.#loadLimit);
+    this.requests.push({ url, refused: true, reason });
+    return this.send('Fetch.failRequest', { requestId, errorReason: 'Aborted' });
+  }
+}

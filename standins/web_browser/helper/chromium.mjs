@@ -1,0 +1,84 @@
+import { spawn } from 'node:child_process';
+import { once } from 'node:events';
+import fs from 'node:fs';
+import os from 'node:os';
+import path from 'node:path';
+import { setTimeout as delay } from 'node:timers/promises';
+import { DevToolsPipe } from './devtools_pipe.mjs';
+
+// The program behind the distribution's shell wrapper: the wrapper's children would outlive it.
+const kPrograms = ['/usr/lib/chromium/chromium', '/usr/lib/chromium-browser/chromium-browser'];
+
+// A loopback port on which nothing listens: what escapes every other guard ends here.
+const kNoProxy = 'http://127.0.0.1:1';
+
+const kRemovals = 40;
+
+const kArguments = [
+  '--headless', '--disable-gpu', '--disable-quic', '--no-first-run', '--disable-background-networking',
+  '--disable-component-update', '--disable-sync', '--disable-extensions', '--disable-default-apps',
+  '--disable-breakpad', '--disable-crash-reporter', '--dns-prefetch-disable', '--mute-audio',
+  '--host-resolver-rules=MAP * ~NOTFOUND', `--proxy-server=${kNoProxy}`,
+  '--proxy-bypass-list=<-loopback>', '--remote-debugging-pipe',
+];
+
+function programPath() {
+  const program = process.env.WEB_BROWSER_STANDIN_CHROMIUM ?? kPrograms.find((file) => fs.existsSync(file));
+  if (!program) throw new Error('Chromium is not installed');
+  return program;
+}
+
+/** A headless Chromium with a profile and temporary files of its own, driven over pipes. */
+export class Chromium {
+  #process;
+  #folder;
+  #ended;
+
+  constructor() {
+    this.#folder = fs.mkdtempSync(path.join(os.tmpdir(), 'web-browser-standin-'));
+    const options = [...kArguments, `--user-data-dir=${path.join(this.#folder, 'profile')}`];
+    if (process.getuid() === 0) options.push('--no-sandbox');
+    this.#process = spawn(programPath(), [...options, 'about:blank'],
+      { stdio: ['ignore', 'ignore', 'ignore', 'pipe', 'pipe'], detached: true,
+        env: { ...process.env, TMPDIR: this.#folder } });
+    this.#process.on('error', () => {});  // A failed start shows as the pipe's end.
+    this.#ended = once(this.#process, 'exit').catch(() => {});
+    const [, , , output, input] = this.#process.stdio;
+    this.pipe = new DevToolsPipe(output, input);
+  }
+
+  get processId() {
+    return this.#process.pid;
+  }
+
+  /** Ends the browser and removes its files. */
+  async close() {
+    this.#killAll();
+    await this.#ended;
+    // Its child processes may still write for a moment after the browser's end.
+    for (let left = kRemovals; left > 0 && !this.#removeFolder(); left -= 1) await delay(50);
+  }
+
+  /** The same as far as it can be done at once, for the end of this process. */
+  kill() {
+    this.#killAll();
+    this.#removeFolder();
+  }
+
+  #killAll() {
+    try {
+      process.kill(-this.#process.pid, 'SIGKILL');
+    } catch {
+      // It has ended already.
+    }
+  }
+
+  #removeFolder() {
+    try {
+      fs.rmSync(this.#folder, { recursive: true, force: true });
+      return true;
+    } catch {
+      return false;
+    }
+  }
+}

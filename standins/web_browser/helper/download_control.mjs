@@ -1,0 +1,46 @@
+// What a page may load, after the host's DISPID_AMBIENT_DLCONTROL. Whatever it says, only files on
+// local drives are ever answered: nothing that a page asks for leaves the machine.
+
+const kImages = 0x10;
+const kVideos = 0x20;
+const kBackgroundSounds = 0x40;
+const kNoScripts = 0x80;
+const kNoActiveX = 0x200 | 0x400;
+const kNoFrames = 0x1000;
+
+/** What a host that does not answer the ambient property gets. */
+export const kDefaultFlags = kImages | kVideos | kBackgroundSounds;
+
+/** Whether scripts of the page run. */
+export function scriptsRun(flags) {
+  return (flags & kNoScripts) === 0;
+}
+
+/** The reason why a resource of a page is refused, or undefined where it may load. */
+export function refusal(flags, resourceType, isLocalFile) {
+  if (!isLocalFile) return 'not a local file';
+  switch (resourceType) {
+    case 'Image':
+      return flags & kImages ? undefined : 'images are off';
+    case 'Media':
+      return flags & (kVideos | kBackgroundSounds) ? undefined : 'media are off';
+    case 'Script':
+      return flags & kNoScripts ? 'scripts are off' : undefined;
+    case 'Document':
+      return flags & kNoFrames ? 'frames are off' : undefined;
+    case 'Stylesheet':
+    case 'Font':
+      return undefined;
+    default:
+      return `${resourceType} is never loaded`;
+  }
+}
+
+/** The same rules for what reaches no request, such as a frame whose content is in its markup. */
+export function contentSecurityPolicy(flags) {
+  const rules = ["connect-src 'none'", "form-action 'none'"];
+  if (flags & kNoScripts) rules.push("script-src 'none'");
+  if (flags & kNoFrames) rules.push("frame-src 'none'");
+  if (flags & kNoActiveX) rules.push("object-src 'none'");
+  return rules.join('; ');
+}

@@ -1,0 +1,106 @@
+import { EventEmitter } from 'node:events';
+
+/**
+ * What the host asks for and is told. `calls` carries its requests, in their order, and the answers;
+ * `notices` carries what happens on the page. Emits 'handled' when the host has dealt with an event,
+ * 'painted' when it has painted a picture, and 'whereabouts' with the place of its window.
+ */
+export class HostSession extends EventEmitter {
+  #calls;
+  #notices;
+  #page;
+  #frames;
+  #input;
+  #unhandled = new Set();
+  #lastPainted = 0;
+
+  constructor({ calls, notices, page, frames, input }) {
+    super();
+    this.setMaxListeners(0);
+    this.#calls = calls;
+    this.#notices = notices;
+    this.#page = page;
+    this.#frames = frames;
+    this.#input = input;
+    page.on('beforeNavigate', (event) => notices.send({ t: 'beforeNavigate', ...event }));
+    page.on('navigated', (event) => this.#navigated(event));
+    page.on('complete', (event) => notices.send({ t: 'complete', g: page.generation, ...event }));
+    page.on('failed', (event) => notices.send({ t: 'failed', ...event }));
+    page.on('report', (text) => this.#report(text));
+    frames.on('frame', (frame) => notices.send({ t: 'frame', ...frame }));
+    calls.on('message', (message) => this.#handle(message));
+  }
+
+  get lastPainted() {
+    return this.#lastPainted;
+  }
+
+  get hasUnhandledEvents() {
+    return this.#unhandled.size > 0;
+  }
+
+  /** Asks the host where its window is; it answers with 'whereabouts'. */
+  askWhereabouts() {
+    this.#notices.send({ t: 'whereabouts' });
+  }
+
+  #navigated(event) {
+    this.#unhandled.clear();
+    this.#notices.send({ t: 'navigated', g: this.#page.generation, ...event });
+  }
+
+  #report(text) {
+    const report = JSON.parse(text);
+    this.#unhandled.add(report.n);
+    this.#notices.send({ ...report, g: this.#page.generation });
+  }
+
+  #handle(message) {
+    switch (message.op) {
+      case 'invoke': return this.#invoke(message);
+      case 'document': return this.#reply(message.i, { v: { h: 1 }, g: this.#page.generation });
+      case 'navigate': return this.#navigate(message);
+      case 'leavesByTab': return this.#leavesByTab(message);
+      case 'decide': return this.#page.decide(message.n, message.cancel);
+      case 'size': return this.#frames.resize(message.w, message.h).catch(() => {});
+      case 'mouse': return this.#input.mouse(message);
+      case 'key': return this.#input.key(message);
+      case 'handled': return this.#handled(message);
+      case 'painted': return this.#painted(message.n);
+      case 'whereabouts': return this.emit('whereabouts', message);
+      default: return this.#calls.close();
+    }
+  }
+
+  #reply(number, answer) {
+    this.#calls.send({ i: number, ...answer });
+  }
+
+  async #invoke({ i, g, r, ...request }) {
+    const released = (r ?? []).filter(([generation]) => generation === this.#page.generation);
+    request.r = released.map(([, handle]) => handle);
+    const answer = await this.#page.answer(g, request);
+    this.#calls.sendJson(`{"i":${i},${answer.slice(1)}`);
+  }
+
+  #navigate({ i, url, flags }) {
+    this.#reply(i, { v: true });
+    this.#page.navigate(url, flags ?? undefined).catch(() => {});
+  }
+
+  async #leavesByTab({ i, back }) {
+    const leaves = await this.#page.evaluate(`standin.leavesByTab(${Boolean(back)})`).catch(() => true);
+    this.#reply(i, { v: leaves });
+  }
+
+  #handled({ g, n }) {
+    this.#unhandled.delete(n);
+    if (g === this.#page.generation) this.#page.evaluate(`standin.forget(${Number(n)})`).catch(() => {});
+    this.emit('handled');
+  }
+
+  #painted(number) {
+    this.#lastPainted = Math.max(this.#lastPainted, number);
+    this.emit('painted');
+  }
+}

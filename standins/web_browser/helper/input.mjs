@@ -1,0 +1,60 @@
+// Names of the keys that do something else than write a character, by virtual key code.
+const kKeyNames = {
+  8: 'Backspace', 9: 'Tab', 13: 'Enter', 16: 'Shift', 17: 'Control', 18: 'Alt', 27: 'Escape',
+  33: 'PageUp', 34: 'PageDown', 35: 'End', 36: 'Home', 37: 'ArrowLeft', 38: 'ArrowUp',
+  39: 'ArrowRight', 40: 'ArrowDown', 45: 'Insert', 46: 'Delete',
+};
+const kSpaceKey = 32;
+
+/** Hands the host's mouse and keyboard to the page, in the order in which they come. */
+export class Input {
+  #page;
+  #isMoving = false;
+  #heldMove;
+
+  constructor(page) {
+    this.#page = page;
+  }
+
+  /** `message` is {type, x, y, button, buttons, count, mods, dx, dy} in page pixels. */
+  mouse({ type, x, y, button, buttons, count, mods, dx, dy }) {
+    const event = {
+      type, x, y, button, buttons, clickCount: count, modifiers: mods,
+      ...(type === 'mouseWheel' ? { deltaX: dx, deltaY: dy } : {}),
+    };
+    if (type === 'mouseMoved') this.#move(event);
+    else this.#dispatchMouse(event);
+  }
+
+  /** `message` is {type: 'rawKeyDown' | 'keyUp' | 'char', vk, text, mods}. */
+  key({ type, vk, text, mods }) {
+    const name = kKeyNames[vk] ?? (vk === kSpaceKey ? ' ' : text);
+    this.#send('Input.dispatchKeyEvent', {
+      type, modifiers: mods, key: name, code: kKeyNames[vk] ?? (vk === kSpaceKey ? 'Space' : ''),
+      ...(type === 'char' ? { text } : { windowsVirtualKeyCode: vk }),
+    });
+  }
+
+  /** Of the moves that come while one is on its way only the newest counts. */
+  async #move(event) {
+    this.#heldMove = event;
+    if (this.#isMoving) return;
+    this.#isMoving = true;
+    while (this.#heldMove) {
+      const move = this.#heldMove;
+      this.#heldMove = undefined;
+      await this.#send('Input.dispatchMouseEvent', move);
+    }
+    this.#isMoving = false;
+  }
+
+  #dispatchMouse(event) {
+    this.#heldMove = undefined;
+    this.#send('Input.dispatchMouseEvent', event);
+  }
+
+  /** Input that the page can no longer take is lost, as on any closing window. */
+  #send(method, params) {
+    return this.#page.send(method, params).catch(() => {});
+  }
+}

@@ -1,0 +1,97 @@
+// What happens on the page, told to the host by number. The page never waits for the host: each
+// event leaves a snapshot here, which is the window's event while the host handles that number.
+
+const kReported = ['click', 'dblclick', 'mousedown', 'mouseup', 'contextmenu', 'dragstart',
+                   'keydown', 'keypress', 'keyup'];
+const kButtonNames = { 0: 1, 1: 4, 2: 2 };
+
+class EventSnapshot {
+  constructor(event) {
+    this.type = event.type;
+    this.srcElement = event.target instanceof Element ? event.target : event.target.parentElement;
+    this.button = /^mouse/.test(event.type) ? kButtonNames[event.button] : 0;
+    this.keyCode = event.type === 'keypress' ? event.charCode : (event.keyCode ?? 0);
+    for (const name of ['clientX', 'clientY', 'screenX', 'screenY', 'offsetX', 'offsetY', 'x', 'y']) {
+      this[name] = Math.round(event[name] ?? 0);
+    }
+    for (const name of ['altKey', 'ctrlKey', 'shiftKey']) this[name] = Boolean(event[name]);
+    this.returnValue = undefined;
+    this.cancelBubble = false;
+    this.fromElement = null;
+    this.toElement = null;
+  }
+}
+
+class PageEvents {
+  constructor() {
+    this.snapshots_ = new Map();
+    this.last_ = 0;
+    this.current_ = 0;
+    this.pressed_ = null;
+  }
+
+  current() {
+    return this.snapshots_.get(this.current_) ?? null;
+  }
+
+  enter(number) {
+    this.current_ = number;
+  }
+
+  /** The host has finished with an event. */
+  forget(number) {
+    this.snapshots_.delete(number);
+  }
+
+  listen() {
+    for (const type of kReported) document.addEventListener(type, (event) => this.hear_(event));
+    document.addEventListener('mousedown', (event) => (this.pressed_ = event.target), true);
+    document.addEventListener('submit', (event) => this.followForm_(event));
+  }
+
+  hear_(event) {
+    if (event.type === 'dragstart') event.preventDefault();
+    if (!(event.target instanceof Element) || event.target.closest('[disabled]')) return;
+    if (event.type === 'click' && event.detail > 0 && event.isTrusted &&
+        event.target !== this.pressed_) {
+      return;  // Pressed on one element and released on another: the engine names their ancestor.
+    }
+    const follow = event.type === 'click' ? this.followLink_(event) : undefined;
+    this.report_(new EventSnapshot(event), follow);
+  }
+
+  report_(snapshot, follow) {
+    this.snapshots_.set(++this.last_, snapshot);
+    tellHost(JSON.stringify({ t: 'event', n: this.last_, type: snapshot.type, follow }));
+  }
+
+  /** The host may cancel a click, so a link is followed only when it has answered. */
+  followLink_(event) {
+    const link = event.target.closest('a[href], area[href]');
+    if (link === null || event.defaultPrevented) return undefined;
+    event.preventDefault();
+    return { url: link.href, target: link.target };
+  }
+
+  followForm_(event) {
+    event.preventDefault();
+    const form = event.target;
+    const url = new URL(form.action, document.baseURI);
+    url.search = new URLSearchParams(new FormData(form)).toString();
+    this.report_(new EventSnapshot(event), { url: url.href, target: form.target });
+  }
+}
+
+/** Whether Tab would take the focus out of the page; then nothing on the page has it any more. */
+function leavesByTab(back) {
+  const stops = [...document.querySelectorAll('a[href], area[href], button, input, select, textarea, [tabindex]')]
+    .filter((element) => element.tabIndex >= 0 && !element.closest('[disabled]') &&
+                         element.getClientRects().length > 0);
+  const edge = back ? stops[0] : stops[stops.length - 1];
+  const leaves = edge === undefined || document.activeElement === edge;
+  if (leaves) document.activeElement?.blur();
+  return leaves;
+}
+
+const events = new PageEvents();
+events.listen();

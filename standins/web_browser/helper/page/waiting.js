@@ -1,0 +1,40 @@
+// Waiting for a state of the page, for its inspection.
+
+/** The first true value of `probe`, or undefined where there is none within the time. */
+function waitUntil(probe, timeoutMs) {
+  return new Promise((resolve, reject) => {
+    const deadline = performance.now() + timeoutMs;
+    const observer = new MutationObserver(check);
+    let settled = false;
+    function settle(how, value) {
+      settled = true;
+      observer.disconnect();
+      how(value);
+    }
+    function check() {
+      if (settled) return;
+      try {
+        const value = probe();
+        if (value) settle(resolve, value);
+        else if (performance.now() > deadline) settle(resolve, undefined);
+      } catch (error) {
+        settle(reject, error);
+      }
+    }
+    // Not every state is in the tree (a scroll position, a loaded image): look at each frame too.
+    function eachFrame() {
+      check();
+      if (!settled) requestAnimationFrame(eachFrame);
+    }
+    observer.observe(document,
+      { subtree: true, childList: true, attributes: true, characterData: true });
+    eachFrame();
+  });
+}
+
+/** Resolves when what the tree shows now has been drawn. */
+function drawn() {
+  return new Promise((resolve) => {
+    requestAnimationFrame(() => requestAnimationFrame(() => resolve(true)));
+  });
+}

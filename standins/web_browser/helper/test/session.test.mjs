@@ -1,0 +1,149 @@
+import assert from 'node:assert/strict';
+import { spawn } from 'node:child_process';
+import { once } from 'node:events';
+import fs from 'node:fs';
+import net from 'node:net';
+import path from 'node:path';
+import { after, before } from 'node:test';
+import { PageInspector } from '../inspect_client.mjs';
+import { LineConnection } from '../wire.mjs';
+import { kGet, kMarkupOnly, kMethod, makePrefix, test } from './support.mjs';
+
+/** Plays the host: accepts the helper's two connections, calls, and collects the notices. */
+class FakeHost {
+  notices = [];
+  #lastCall = 0;
+
+  static async start(files) {
+    const host = new FakeHost();
+    host.prefix = makePrefix(files);
+    host.temporary = path.join(host.prefix, 'tmp');
+    fs.mkdirSync(host.temporary);
+    host.inspectionFile = path.join(host.prefix, 'inspect.json');
+    host.server = net.createServer();
+    await new Promise((resolve) => host.server.listen(0, '127.0.0.1', resolve));
+    const main = new URL('../main.mjs', import.meta.url).pathname;
+    host.helper = spawn(process.execPath, [main, String(host.server.address().port), 'secret'], {
+      stdio: 'ignore',
+      env: { ...process.env, WINEPREFIX: host.prefix, TMPDIR: host.temporary,
+             WEB_BROWSER_STANDIN_INSPECT: host.inspectionFile },
+    });
+    host.helperEnd = once(host.helper, 'exit');
+    host.calls = await host.#accept('calls');
+    host.events = await host.#accept('notices');
+    host.events.on('message', (notice) => host.#notice(notice));
+    host.inspector = await PageInspector.connect(host.inspectionFile);
+    return host;
+  }
+
+  async #accept(role) {
+    const [socket] = await once(this.server, 'connection');
+    const connection = new LineConnection(socket);
+    const [greeting] = await once(connection, 'message');
+    assert.deepEqual(greeting, { token: 'secret', role });
+    return connection;
+  }
+
+  #notice(notice) {
+    this.notices.push(notice);
+    if (notice.t === 'beforeNavigate') this.calls.send({ op: 'decide', n: notice.n, cancel: false });
+    if (notice.t === 'frame' && this.paints) this.calls.send({ op: 'painted', n: notice.n });
+    if (notice.t === 'whereabouts') this.calls.send({ op: 'whereabouts', x: 100, y: 200, w: 800, h: 600 });
+    this.events.emit(notice.t, notice);
+  }
+
+  paints = true;
+
+  async call(op, details) {
+    const i = ++this.#lastCall;
+    this.calls.send({ i, op, ...details });
+    for (;;) {
+      const [answer] = await once(this.calls, 'message');
+      if (answer.i === i) return answer;
+    }
+  }
+
+  async load(name) {
+    const complete = once(this.events, 'complete');
+    await this.call('navigate', { url: `C:\\${name}`, flags: kMarkupOnly });
+    return (await complete)[0];
+  }
+}
+
+let host;
+before(async () => {
+  host = await FakeHost.start({
+    'page.html': '<body style="margin:0"><div id=d style="height:40px; width:60px">\u00e4</div>',
+  });
+});
+after(() => {
+  host.helper.kill();
+  host.server.close();
+});
+
+test('a host loads a page and calls its document', async () => {
+  const { g, url } = await host.load('page.html');
+  assert.equal(url, 'file:///C:/page.html');
+  const kinds = host.notices.map(({ t }) => t).filter((t) => t !== 'frame');
+  assert.deepEqual(kinds, ['beforeNavigate', 'navigated', 'complete']);
+  const { v: document, g: generation } = await host.call('document');
+  assert.equal(generation, g);
+  const all = (await host.call('invoke', { g, h: document.h, n: 'all', k: kGet, a: [] })).v;
+  const div = (await host.call('invoke', { g, h: all.h, n: 'item', k: kMethod, a: ['d'] })).v;
+  const text = await host.call('invoke', { g, h: div.h, n: 'innerHTML', k: kGet, a: [], r: [[g, all.h]] });
+  assert.equal(text.v, '\u00e4');
+  const gone = await host.call('invoke', { g, h: all.h, n: 'length', k: kGet, a: [] });
+  assert.equal(gone.e, 0x80010108);
+});
+
+test('the page is settled when the host has painted it', async () => {
+  host.paints = false;
+  const settled = host.inspector.settled();
+  let painted = false;
+  const [{ n, data }] = await once(host.events, 'frame');
+  assert.ok(Buffer.from(data, 'base64').subarray(1, 4).equals(Buffer.from('PNG')));
+  host.calls.send({ op: 'painted', n });
+  painted = true;
+  host.paints = true;
+  await settled;
+  assert.ok(painted);
+});
+
+test('a rectangle comes with the screen position of the page', async () => {
+  assert.deepEqual(await host.inspector.rect('#d'),
+    { x: 0, y: 0, width: 60, height: 40, origin: { x: 100, y: 200, width: 800, height: 600 } });
+  assert.deepEqual(await host.inspector.middle('#d'), { x: 130, y: 220 });
+  await assert.rejects(host.inspector.rect('#nobody'), /No element #nobody/);
+});
+
+test('a wait ends with the change it waits for, also on the next page', async () => {
+  const waiting = host.inspector.waitFor('document.getElementById("d").title');
+  await host.inspector.eval('document.getElementById("d").title = "changed"');
+  assert.equal(await waiting, 'changed');
+  const next = host.inspector.waitFor('document.getElementById("d").title === "" && 7');
+  await host.load('page.html');
+  assert.equal(await next, 7);
+  await assert.rejects(host.inspector.waitFor('false', 50), /Not in time: false/);
+  await assert.rejects(host.inspector.waitFor('nonsense'), /nonsense is not defined/);
+});
+
+test('requests and pictures can be inspected', async () => {
+  assert.deepEqual((await host.inspector.requests())[0], { url: 'file:///C:/page.html', refused: false });
+  const picture = await host.inspector.screenshot();
+  assert.ok(picture.subarray(1, 4).equals(Buffer.from('PNG')));
+});
+
+test('a stranger without the token gets no answer', async () => {
+  const { port } = JSON.parse(fs.readFileSync(host.inspectionFile, 'utf8'));
+  const stranger = new LineConnection(net.connect(port, '127.0.0.1'));
+  const end = once(stranger, 'end');
+  stranger.send({ token: 'guess', id: 1, op: 'eval', expression: '1' });
+  await end;
+});
+
+test('the end of the host ends the browser and leaves no file behind', async () => {
+  host.calls.close();
+  const [code] = await host.helperEnd;
+  assert.equal(code, 0);
+  assert.deepEqual(fs.readdirSync(host.temporary), []);
+});
