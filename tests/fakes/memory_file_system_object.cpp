@@ -76,8 +76,7 @@ bool MemoryFileSystemObject::FolderExists(const std::string& path) {
 
 void MemoryFileSystemObject::CreateFolder(const std::string& path) {
   files_.Record("fso.CreateFolder " + path);
-  const WindowsPath parsed = ParsePath(path);
-  files_.CheckPlace(parsed);
+  const WindowsPath parsed = files_.CheckPlace(path);
   if (files_.Find(parsed) != nullptr) {
     throw Failure(RuntimeError::kFileAlreadyExists);
   }

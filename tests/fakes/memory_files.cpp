@@ -49,8 +49,7 @@ void MemoryFiles::Replace(const std::string& path, std::string_view bytes) {
 
 void MemoryFiles::CreateFolder(const std::string& path) {
   Record("CreateFolder " + path);
-  const WindowsPath parsed = ParsePath(path);
-  CheckPlace(parsed);
+  const WindowsPath parsed = CheckPlace(path);
   if (Find(parsed) != nullptr) {
     throw Failure(RuntimeError::kPathFileAccessError);
   }
@@ -59,8 +58,7 @@ void MemoryFiles::CreateFolder(const std::string& path) {
 
 LocalTime MemoryFiles::LastModified(const std::string& path) const {
   Record("LastModified " + path);
-  const WindowsPath parsed = ParsePath(path);
-  CheckPlace(parsed);
+  const WindowsPath parsed = CheckPlace(path);
   if (const Entry* entry = Find(parsed)) {
     return entry->last_modified;
   }
@@ -168,11 +166,7 @@ MemoryFiles::Entry& MemoryFiles::Demand(const std::string& path) {
 }
 
 const MemoryFiles::Entry& MemoryFiles::OpenForReading(const std::string& path) const {
-  if (path.empty()) {
-    throw Failure(RuntimeError::kPathNotFound);
-  }
-  const WindowsPath parsed = ParsePath(path);
-  CheckPlace(parsed);
+  const WindowsPath parsed = CheckPlace(path);
   const Entry* entry = Find(parsed);
   if (entry == nullptr) {
     throw Failure(RuntimeError::kFileNotFound);
@@ -184,11 +178,7 @@ const MemoryFiles::Entry& MemoryFiles::OpenForReading(const std::string& path) c
 }
 
 void MemoryFiles::CheckWritable(const std::string& path) const {
-  if (path.empty()) {
-    throw Failure(RuntimeError::kPathNotFound);
-  }
-  const WindowsPath parsed = ParsePath(path);
-  CheckPlace(parsed);
+  const WindowsPath parsed = CheckPlace(path);
   const Entry* entry = Find(parsed);
   if (Find(parsed.Parent())->unwritable ||
       (entry != nullptr && (entry->is_folder || entry->read_only || entry->in_use))) {
@@ -200,14 +190,16 @@ void MemoryFiles::CheckWritable(const std::string& path) const {
   }
 }
 
-void MemoryFiles::CheckPlace(const WindowsPath& path) const {
-  const Entry* folder = Find(path.Parent());
-  if (folder == nullptr || !folder->is_folder) {
+WindowsPath MemoryFiles::CheckPlace(const std::string& path) const {
+  WindowsPath parsed = ParsePath(path);
+  const Entry* folder = Find(parsed.Parent());
+  if (path.empty() || folder == nullptr || !folder->is_folder) {
     throw Failure(RuntimeError::kPathNotFound);
   }
-  if (!path.parts.empty() && !IsValidName(path.parts.back())) {
+  if (!parsed.parts.empty() && !IsValidName(parsed.parts.back())) {
     throw Failure(RuntimeError::kPathFileAccessError);
   }
+  return parsed;
 }
 
 void MemoryFiles::Put(const std::string& path, std::string_view bytes) {

@@ -97,8 +97,8 @@ class MemoryFiles : public platform::Files {
   /// Fails as creating or overwriting the file at `path` does.
   void CheckWritable(const std::string& path) const;
 
-  /// Fails unless the folder that `path` lies in exists and its own name is one.
-  void CheckPlace(const WindowsPath& path) const;
+  /// Takes `path` apart; fails unless the folder that it lies in exists and its own name is one.
+  WindowsPath CheckPlace(const std::string& path) const;
   void Put(const std::string& path, std::string_view bytes);
   void MakeFolder(const WindowsPath& path);
   void Delete(const WindowsPath& path, bool force);

@@ -1,0 +1,102 @@
+#include "platform/desktop.h"
+
+#include <windows.h>
+
+#include <memory>
+
+#include "base/failure.h"
+#include "platform/win32/system/handles.h"
+#include "platform/win32/system/help_viewer.h"
+#include "platform/win32/system/system_path.h"
+#include "platform/win32/system/utf.h"
+#include "platform/win32/win32_platform.h"
+
+namespace kitbay::platform::win32 {
+namespace {
+
+using base::Failure;
+using base::RuntimeError;
+
+HWND ToSystem(WindowHandle window) { return reinterpret_cast<HWND>(window.value); }
+
+Failure StartFailure(DWORD error) {
+  switch (error) {
+    case ERROR_FILE_NOT_FOUND:
+    case ERROR_PATH_NOT_FOUND:
+      return Failure(RuntimeError::kFileNotFound);
+    case ERROR_ACCESS_DENIED:
+    case ERROR_SHARING_VIOLATION:
+      return Failure(RuntimeError::kPermissionDenied);
+    default:
+      return Failure(RuntimeError::kInvalidProcedureCall);
+  }
+}
+
+class Win32Desktop : public Desktop {
+ public:
+  int PlatformId() const override {
+    OSVERSIONINFOW version{};
+    version.dwOSVersionInfoSize = sizeof(version);
+    return GetVersionExW(&version) ? static_cast<int>(version.dwPlatformId) : 0;
+  }
+
+  int ShowMessage(const std::string& text, const std::string& title, int style) override {
+    const HWND owner = GetActiveWindow();
+    // Without an owner the program's other windows are held back all the same.
+    const UINT flags = owner != nullptr ? 0 : MB_TASKMODAL | MB_SETFOREGROUND;
+    const int answer = MessageBoxW(owner, ToUtf16(text).c_str(), ToUtf16(title).c_str(),
+                                   static_cast<UINT>(style) | flags);
+    if (answer == 0) {
+      throw Failure(RuntimeError::kOutOfMemory);
+    }
+    return answer;
+  }
+
+  void DisplayHelpTopic(const std::string& topic) override { help_.DisplayTopic(topic); }
+  void CloseAllHelp() override { help_.CloseAll(); }
+
+  void PassForegroundRight() override { AllowSetForegroundWindow(ASFW_ANY); }
+
+  void SetWindowPos(WindowHandle window, std::intptr_t insert_after, unsigned flags) override {
+    ::SetWindowPos(ToSystem(window), reinterpret_cast<HWND>(insert_after), 0, 0, 0, 0, flags);
+  }
+  void ShowWindow(WindowHandle window, int command) override {
+    ::ShowWindow(ToSystem(window), command);
+  }
+  void SetActiveWindow(WindowHandle window) override { ::SetActiveWindow(ToSystem(window)); }
+
+  WindowHandle FindTopWindow(const std::string& window_class, const std::string& caption) override {
+    return {reinterpret_cast<std::uintptr_t>(
+        FindWindowW(ToUtf16(window_class).c_str(), ToUtf16(caption).c_str()))};
+  }
+
+  void SendClose(WindowHandle window) override {
+    std::int32_t zero = 0;
+    SendMessageW(ToSystem(window), WM_CLOSE, 0, reinterpret_cast<LPARAM>(&zero));
+  }
+
+  void StartProgram(const std::string& path) override {
+    const std::wstring program = ToSystemPath(path);
+    std::wstring command_line = L"\"" + program + L"\"";
+    STARTUPINFOW startup{};
+    startup.cb = sizeof(startup);
+    startup.dwFlags = STARTF_USESHOWWINDOW;
+    startup.wShowWindow = SW_SHOWNORMAL;
+    PROCESS_INFORMATION started{};
+    if (!CreateProcessW(program.c_str(), command_line.data(), nullptr, nullptr, FALSE, 0, nullptr,
+                        nullptr, &startup, &started)) {
+      throw StartFailure(GetLastError());
+    }
+    const UniqueKernelObject process(started.hProcess);
+    const UniqueKernelObject thread(started.hThread);
+  }
+
+ private:
+  HelpViewer help_;
+};
+
+}  // namespace
+
+std::unique_ptr<Desktop> MakeDesktop() { return std::make_unique<Win32Desktop>(); }
+
+}  // namespace kitbay::platform::win32
