@@ -1,0 +1,41 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "base/error_log.h"
+#include "base/settings.h"
+#include "platform/desktop.h"
+#include "platform/file_system_object.h"
+#include "platform/main_window.h"
+#include "platform/registry_keys.h"
+
+namespace kitbay::app {
+
+/// Finds the suite's installation through the main client's uninstall entry.
+class InstallationCheck {
+ public:
+  InstallationCheck(base::ErrorLog& log, platform::Desktop& desktop, platform::RegistryKeys& keys,
+                    platform::MainWindow& window, base::Settings& settings)
+      : log_(log), desktop_(desktop), keys_(keys), window_(window), settings_(settings) {}
+
+  /// Fills the settings from the uninstall entry. Without the entry the user is told and the main
+  /// window is unloaded. `file_system` may be empty; then no `install.txt` is looked for.
+  void CheckInstallation(platform::FileSystemObject* file_system);
+
+ private:
+  std::string ApplicationKeyName(platform::FileSystemObject* file_system) const;
+  void ReadEntry(platform::RegistryKey key, const std::string& key_name);
+  std::int32_t ReadRegistryValue(platform::RegistryKey key, const std::string& name,
+                                 std::string& text);
+  void ReadNonBlank(platform::RegistryKey key, const std::string& name,
+                    const std::string& otherwise, std::string& text);
+
+  base::ErrorLog& log_;
+  platform::Desktop& desktop_;
+  platform::RegistryKeys& keys_;
+  platform::MainWindow& window_;
+  base::Settings& settings_;
+};
+
+}  // namespace kitbay::app

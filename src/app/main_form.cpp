@@ -1,0 +1,184 @@
+#include "app/main_form.h"
+
+#include "base/failure.h"
+#include "base/guarded.h"
+#include "install/registry_access.h"
+#include "update/progress_display.h"
+
+namespace kitbay::app {
+namespace {
+
+using base::guarded;
+
+constexpr int kEscape = 27;
+constexpr const char* kPageFile = "\\AddonUpdates.html";
+
+}  // namespace
+
+// The preparation of the working files is a step of its own: in an installation folder that cannot
+// be written, the window is shown all the same, only without a log.
+void MainForm::Load() {
+  loaded_ = true;
+  guarded(parts_.log, "Kitbay::Form_Load", [&] {
+    parts_.settings.MainAppExe = "Tessel.exe";
+    parts_.settings.MainAppName = "Application";
+    parts_.window.Load(*this);
+    file_system_ = parts_.suite_objects.CreateFileSystemObject("FileSystemLib.FileSystemObject");
+  });
+  parts_.installation_check.CheckInstallation(file_system_.get());
+  if (!loaded_) {
+    return;
+  }
+  guarded(parts_.log, "Kitbay::Form_Load", [&] { PrepareWorkingFiles(); });
+  guarded(parts_.log, "Kitbay::Form_Load", [&] { ShowPage(); });
+}
+
+void MainForm::PrepareWorkingFiles() {
+  if (!file_system_) {
+    throw base::Failure(base::RuntimeError::kObjectVariableNotSet);
+  }
+  const std::string& folder = parts_.settings.InstallFolder;
+  if (!file_system_->FolderExists(folder + "/Temp")) {
+    file_system_->CreateFolder(folder + "/Temp");
+  }
+  parts_.log.Open(*file_system_, folder + "\\KitbayLog.log");
+}
+
+void MainForm::ShowPage() {
+  parts_.window.Show();
+  parts_.window.Navigate(parts_.settings.program_folder + kPageFile);
+  update::ShowProgressInStatusBar(parts_.log, parts_.window, true);
+  parts_.window.SetHelpFile(HelpTopic());
+}
+
+std::string MainForm::HelpTopic() const {
+  return parts_.settings.InstallFolder + "\\help\\tesselhelp.chm::/AddRemovefeatures.html";
+}
+
+void MainForm::BringToFront() {
+  guarded(parts_.log, "Kitbay::BringToFront", [&] {
+    if (!loaded_) {
+      Load();
+    }
+    constexpr unsigned kPlaceOnly = platform::kNoSize | platform::kNoMove;
+    platform::Desktop& desktop = parts_.desktop;
+    platform::MainWindow& window = parts_.window;
+    desktop.SetWindowPos(window.Handle(), platform::kTopmost, kPlaceOnly);
+    desktop.SetWindowPos(window.Handle(), platform::kNotTopmost, kPlaceOnly);
+    desktop.ShowWindow(window.Handle(), platform::kRestore);
+    desktop.ShowWindow(window.Handle(), platform::kShow);
+    desktop.SetActiveWindow(window.Handle());
+  });
+}
+
+void MainForm::CmdClose_Click() {
+  guarded(parts_.log, "Kitbay::CmdClose_Click", [&] {
+    parts_.preference_form.Unload();
+    parts_.window.Unload();
+  });
+}
+
+void MainForm::cmdPreference_Click() {
+  guarded(parts_.log, "Kitbay::cmdPreference_Click", [&] {
+    parts_.preference_form.Show();
+    parts_.preference_form.FocusUrlBox();
+  });
+}
+
+void MainForm::Form_KeyDown(int key_code) {
+  guarded(parts_.log, "Kitbay::Form_KeyDown", [&] {
+    if (key_code == kEscape) {
+      parts_.window.Unload();
+      parts_.preference_form.Unload();
+    }
+  });
+}
+
+void MainForm::lblHelp_Click() {
+  guarded(parts_.log, "Kitbay::lblHelp_Click",
+          [&] { parts_.desktop.DisplayHelpTopic(HelpTopic()); });
+}
+
+void MainForm::lblHelp_MouseMove() {
+  guarded(parts_.log, "Kitbay::lblHelp_MouseMove", [&] {
+    parts_.window.SetHelpCursor(parts_.settings.InstallFolder + "\\Channels\\HAND-M.cur");
+  });
+}
+
+void MainForm::WebBrowser1_DocumentComplete() {
+  constexpr const char* kName = " Kitbay::WebBrowser1_DocumentComplete";
+  platform::SuiteObjects& suite = parts_.suite_objects;
+  const bool connected =
+      guarded(parts_.log, kName, [&] { ConnectPage(); }) &&
+      guarded(parts_.log, "Kitbay::XMLRPCTRANSPORT.xTransport create object failed",
+              [&] {
+                transport_ = suite.CreateTransportObject("XMLRPCTRANSPORT.xTransport");
+                transport_->SetUp(*this);
+              }) &&
+      guarded(parts_.log, "Kitbay::OvGlobals.URLDownLoadProgID create object failed", [&] {
+        download_ = suite.CreateTransportObject("URLDownloadLib.URLDownload");
+        download_->SetUp(*this);
+      });
+  if (connected) {
+    guarded(parts_.log, kName, [&] {
+      parts_.source_file.MakeDirectoryPreferenceFile(file_system_.get());
+      parts_.update_driver.GetDirectoryPreferenceFile();
+    });
+  }
+}
+
+void MainForm::ConnectPage() {
+  parts_.window.FitBrowser();
+  parts_.page.Connect(parts_.window.ConnectDocument(parts_.page_events));
+  install::Registry registry(parts_.log, parts_.keys, parts_.settings);
+  parts_.settings.CustomDataFolder = registry.GetAppDataPath() + "\\Ovalink\\CustomData";
+}
+
+void MainForm::Form_Unload() {
+  loaded_ = false;
+  guarded(parts_.log, "Kitbay::Form_Unload", [&] {
+    update::ShowProgressInStatusBar(parts_.log, parts_.window, false);
+    parts_.manager_registration.Windup();
+    ShutDownTransfers();
+    ObjSetToNothing();
+    DeleteWorkingFolder();
+    parts_.page.Drop();
+    parts_.window.DisconnectDocument();
+    parts_.desktop.CloseAllHelp();
+    file_system_.reset();
+    parts_.log.Close();
+  });
+  parts_.loop.Quit();
+}
+
+void MainForm::ShutDownTransfers() {
+  if (download_) {
+    download_->ShutDown();
+    download_.reset();
+  }
+  if (transport_) {
+    transport_->ShutDown();
+    transport_.reset();
+  }
+}
+
+void MainForm::ObjSetToNothing() {
+  guarded(parts_.log, "Kitbay::ObjSetToNothing",
+          [&] { parts_.sources = catalog::UpdateSourceList(); });
+}
+
+// Without an installation folder the path would name a folder that is not the program's own.
+void MainForm::DeleteWorkingFolder() {
+  const std::string& folder = parts_.settings.InstallFolder;
+  if (file_system_ && !folder.empty() && file_system_->FolderExists(folder + "\\Temp")) {
+    file_system_->DeleteFolder(folder + "\\Temp", false);
+  }
+}
+
+// Nothing is asked of the download object as yet, so no event has a meaning.
+void MainForm::Message(const std::string& /*file_path*/, const std::string& /*field_name*/,
+                       const std::string& /*field_value*/) {}
+
+void MainForm::Exception(const std::string& /*file_path*/, const std::string& /*message*/) {}
+
+}  // namespace kitbay::app

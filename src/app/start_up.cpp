@@ -1,0 +1,54 @@
+#include "app/start_up.h"
+
+#include <memory>
+#include <utility>
+
+#include "base/guarded.h"
+
+namespace kitbay::app {
+namespace {
+
+using base::guarded;
+
+void HandOver(const StartUpParts& parts) {
+  const auto running = parts.active_objects.GetActive(kManagerProgId);
+  parts.desktop.PassForegroundRight();
+  running->BringToFront();
+}
+
+// A program that cannot register or offer its classes works all the same for its user.
+void OfferClasses(const StartUpParts& parts) {
+  guarded(parts.log, "Kitbay::Main", [&] { parts.com_server.KeepRegistrationCurrent(); });
+  guarded(parts.log, "Kitbay::Main",
+          [&] { parts.com_server.RegisterClassObjects(parts.services); });
+}
+
+void Start(const StartUpParts& parts) {
+  auto manager = std::make_unique<Manager>(parts.form);
+  if (!parts.form.IsLoaded()) {
+    return;
+  }
+  OfferClasses(parts);
+  parts.manager_registration.Publish(std::move(manager));
+}
+
+}  // namespace
+
+Manager::Manager(MainForm& form) : form_(form) {
+  if (!form_.IsLoaded()) {
+    form_.Load();
+  }
+}
+
+bool Main(const StartUpParts& parts) {
+  guarded(parts.log, "Kitbay::Main", [&] {
+    if (parts.instance_mark.PreviousInstanceExists()) {
+      HandOver(parts);
+    } else {
+      Start(parts);
+    }
+  });
+  return parts.form.IsLoaded();
+}
+
+}  // namespace kitbay::app

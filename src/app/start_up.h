@@ -1,0 +1,38 @@
+#pragma once
+
+#include "app/main_form.h"
+#include "app/manager_registration.h"
+#include "base/error_log.h"
+#include "platform/com_services.h"
+#include "platform/desktop.h"
+
+namespace kitbay::app {
+
+/// The program's object `Kitbay.Manager`. Creating it loads the main window.
+class Manager : public platform::ManagerService {
+ public:
+  explicit Manager(MainForm& form);
+
+  void BringToFront() override { form_.BringToFront(); }
+
+ private:
+  MainForm& form_;
+};
+
+/// What the start of the program works with.
+struct StartUpParts {
+  base::ErrorLog& log;
+  platform::Desktop& desktop;
+  platform::InstanceMark& instance_mark;
+  platform::ActiveObjects& active_objects;
+  platform::ComServer& com_server;
+  platform::ServiceFactory& services;
+  ManagerRegistration& manager_registration;
+  MainForm& form;
+};
+
+/// The start of the program. A first instance loads the main window and becomes findable; a second
+/// one raises the first one's window and ends. Returns whether the program is to run on.
+bool Main(const StartUpParts& parts);
+
+}  // namespace kitbay::app

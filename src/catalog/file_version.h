@@ -1,0 +1,38 @@
+#pragma once
+
+#include <string>
+
+#include "base/error_log.h"
+#include "base/settings.h"
+#include "platform/version_resource.h"
+
+namespace kitbay::catalog {
+
+/// The version that stands for a library whose version cannot be read.
+inline constexpr const char* kNoVersion = "N/A";
+
+/// Reads the versions of installed components from their libraries.
+class FileVersions {
+ public:
+  FileVersions(base::ErrorLog& log, const base::Settings& settings,
+               const platform::VersionResource& resources)
+      : log_(log), settings_(settings), resources_(resources) {}
+
+  /// The file version of the library at `path`: four numbers joined by ".", each written as a
+  /// signed 16-bit number; `kNoVersion` when it has none.
+  std::string GetVersionInfo(const std::string& path) const;
+
+  /// The version of an addon: of the library in the addon's own folder or else in the installation
+  /// folder.
+  std::string OfAddon(const std::string& id, const std::string& filename) const;
+
+  /// The version of a transport, whose library lies in the installation folder.
+  std::string OfTransport(const std::string& filename) const;
+
+ private:
+  base::ErrorLog& log_;
+  const base::Settings& settings_;
+  const platform::VersionResource& resources_;
+};
+
+}  // namespace kitbay::catalog

@@ -1,0 +1,95 @@
+#include "catalog/installed_components.h"
+
+#include "base/guarded.h"
+#include "base/text.h"
+#include "catalog/xml_file.h"
+
+namespace kitbay::catalog {
+
+using base::guarded;
+
+void InstalledComponents::InitialInstalledAddons() {
+  guarded(log_, "Kitbay::InitialInstalledAddons", [&] {
+    ListLocalEntries(kInstalledTables.addon, [&](const pugi::xml_node& entry) {
+      return versions_.OfAddon(AttributeText(entry, "id"), ChildText(entry, "filename"));
+    });
+  });
+}
+
+void InstalledComponents::InitialInstalledTransports() {
+  guarded(log_, "Kitbay::InitialInstalledTransports", [&] {
+    ListLocalEntries(kInstalledTables.transport, [&](const pugi::xml_node& entry) {
+      return versions_.OfTransport(ChildText(entry, "filename"));
+    });
+  });
+}
+
+template <typename VersionOf>
+void InstalledComponents::ListLocalEntries(const InstalledTable& table, VersionOf version_of) {
+  pugi::xml_document datastore;
+  registry_files_.LoadDatastore(datastore);
+  if (!datastore.select_node(table.registry_list)) {
+    rows_.FillDivStatus(table.container, table.nothing_local);
+    return;
+  }
+  const pugi::xpath_node_set entries = SelectNodes(datastore, table.entries);
+  if (entries.empty()) {
+    return;
+  }
+  rows_.FillDivHeader(table.container, kInstalledBar, table.heading);
+  RowNumber row;
+  for (const pugi::xpath_node& selected : entries) {
+    const pugi::xml_node entry = selected.node();
+    const std::string version = version_of(entry);
+    const std::string name = AttributeText(entry, "name");
+    const std::string description = ChildText(entry, "description");
+    const bool is_core = IsCore(ChildText(entry, "core"));
+    rows_.fillDiv(table.container, name, version, description, row.Next(), is_core);
+  }
+}
+
+void InstalledComponents::InitialInstalledChannels() {
+  guarded(log_, "Kitbay::InitialInstalledChannels", [&] {
+    const InstalledTable& table = kInstalledTables.channel;
+    rows_.AddImageTab(kInstalledBarHolder, kInstalledBarMarkup);
+    pugi::xml_document custom;
+    registry_files_.TryLoadCustomRegistry(custom);
+    pugi::xml_document datastore;
+    registry_files_.LoadDatastore(datastore);
+    rows_.FillDivHeader(table.container, kInstalledBar, table.heading);
+    std::set<std::string> shown;
+    RowNumber row;
+    AddChannelList(SelectNodes(datastore, "root/channels/channel"), shown, row);
+    AddChannelListDirect(SelectNodes(custom, table.custom_entries), shown, row);
+  });
+}
+
+void InstalledComponents::AddChannelList(const pugi::xpath_node_set& channels,
+                                         std::set<std::string>& shown, RowNumber& row) {
+  guarded(log_, "Kitbay::AddChannelList", [&] { AddNewChannels(channels, shown, row); });
+}
+
+void InstalledComponents::AddChannelListDirect(const pugi::xpath_node_set& channels,
+                                               std::set<std::string>& shown, RowNumber& row) {
+  guarded(log_, "Kitbay::AddChannelListDirect", [&] { AddNewChannels(channels, shown, row); });
+}
+
+void InstalledComponents::AddNewChannels(const pugi::xpath_node_set& channels,
+                                         std::set<std::string>& shown, RowNumber& row) {
+  for (const pugi::xpath_node& channel : channels) {
+    if (shown.insert(base::ToLower(AttributeText(channel.node(), "id"))).second) {
+      AddChannelRow(channel.node(), row);
+    }
+  }
+}
+
+void InstalledComponents::AddChannelRow(const pugi::xml_node& channel, RowNumber& row) {
+  const std::string name = AttributeText(channel, "name");
+  const std::string version = AttributeText(channel, "version");
+  const std::string description = ChildText(channel, "description");
+  const bool is_core = IsCore(ChildText(channel, "core"));
+  rows_.fillDiv(kInstalledTables.channel.container, name, version, description, row.Next(),
+                is_core);
+}
+
+}  // namespace kitbay::catalog

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <pugixml.hpp>
+#include <set>
+#include <string>
+
+#include "base/error_log.h"
+#include "catalog/file_version.h"
+#include "catalog/installed_tables.h"
+#include "catalog/registry_files.h"
+#include "catalog/row_number.h"
+#include "catalog/row_writer.h"
+
+namespace kitbay::catalog {
+
+/// Lists what is installed from the local files alone.
+class InstalledComponents {
+ public:
+  InstalledComponents(base::ErrorLog& log, const RegistryFiles& registry_files,
+                      const FileVersions& versions, RowWriter& rows)
+      : log_(log), registry_files_(registry_files), versions_(versions), rows_(rows) {}
+
+  /// Each fills its kind's installed list. A datastore that does not load is logged and leaves the
+  /// page as it is; an entry without one of its texts is logged and ends the list there.
+  void InitialInstalledAddons();
+  void InitialInstalledTransports();
+
+  /// The datastore's channels, then those of the user's custom registry; each id once, in whatever
+  /// letter case it is written.
+  void InitialInstalledChannels();
+
+ private:
+  template <typename VersionOf>
+  void ListLocalEntries(const InstalledTable& table, VersionOf version_of);
+
+  void AddChannelList(const pugi::xpath_node_set& channels, std::set<std::string>& shown,
+                      RowNumber& row);
+  void AddChannelListDirect(const pugi::xpath_node_set& channels, std::set<std::string>& shown,
+                            RowNumber& row);
+  void AddNewChannels(const pugi::xpath_node_set& channels, std::set<std::string>& shown,
+                      RowNumber& row);
+  void AddChannelRow(const pugi::xml_node& channel, RowNumber& row);
+
+  base::ErrorLog& log_;
+  const RegistryFiles& registry_files_;
+  const FileVersions& versions_;
+  RowWriter& rows_;
+};
+
+}  // namespace kitbay::catalog

@@ -1,0 +1,83 @@
+#pragma once
+
+#include <cstdint>
+#include <pugixml.hpp>
+#include <string>
+
+#include "base/error_log.h"
+#include "base/settings.h"
+#include "catalog/installed_rows.h"
+#include "catalog/installed_tables.h"
+#include "catalog/registry_files.h"
+#include "catalog/row_number.h"
+#include "catalog/row_writer.h"
+#include "catalog/update_source_list.h"
+
+namespace kitbay::catalog {
+
+/// Looks installed entries up in one update manifest and writes their rows.
+class UpdateCheck {
+ public:
+  virtual ~UpdateCheck() = default;
+
+  /// Each takes the installed entries, the manifest's file name and the number of the last row that
+  /// the listing has written so far.
+  virtual void AddAddonInfo(const pugi::xpath_node_set& installed, const std::string& manifest,
+                            RowNumber& row) = 0;
+  virtual void AddTransportInfo(const pugi::xpath_node_set& installed, const std::string& manifest,
+                                RowNumber& row) = 0;
+  virtual void AddInfo(const pugi::xpath_node_set& installed, const std::string& manifest,
+                       RowNumber& row) = 0;
+  virtual void AddCustomInfo(const pugi::xpath_node_set& installed, const std::string& manifest,
+                             RowNumber& row) = 0;
+};
+
+/// Lists what is installed together with what the update sources offer for it.
+class InstalledWithUpdates {
+ public:
+  InstalledWithUpdates(base::ErrorLog& log, const platform::Files& files,
+                       const base::Settings& settings, const RegistryFiles& registry_files,
+                       const UpdateSourceList& sources, UpdateCheck& check, InstalledRows& shown,
+                       RowWriter& rows)
+      : log_(log),
+        files_(files),
+        settings_(settings),
+        registry_files_(registry_files),
+        sources_(sources),
+        check_(check),
+        shown_(shown),
+        rows_(rows) {}
+
+  /// Each fills its kind's installed list, source by source. A datastore that does not load changes
+  /// nothing.
+  void InstalledAddons();
+  void InstalledTransports();
+  void InstalledChannels();
+
+  /// How many nodes `selection` selects in the XML file at `path`; 0 when it does not load. More
+  /// than 32767 are an overflow, which is logged and gives 0.
+  std::int16_t GetCustomAddonLength(const std::string& path, const std::string& selection);
+
+ private:
+  using CheckOfOneSource = void (UpdateCheck::*)(const pugi::xpath_node_set&, const std::string&,
+                                                 RowNumber&);
+
+  void ListEntries(const InstalledTable& table, CheckOfOneSource check);
+
+  /// False when the datastore does not load.
+  bool ListDatastoreChannels(RowNumber& row);
+  void ListCustomChannels(const pugi::xpath_node_set& channels, RowNumber& row);
+  void CheckAllSources(CheckOfOneSource check, const pugi::xpath_node_set& installed,
+                       RowNumber& row);
+
+  base::ErrorLog& log_;
+  const platform::Files& files_;
+  const base::Settings& settings_;
+  const RegistryFiles& registry_files_;
+  const UpdateSourceList& sources_;
+  UpdateCheck& check_;
+  InstalledRows& shown_;
+  RowWriter& rows_;
+};
+
+}  // namespace kitbay::catalog

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <pugixml.hpp>
+#include <string>
+
+#include "platform/files.h"
+
+namespace kitbay::catalog {
+
+/// Loads the XML file at `path` into `document`. Throws `base::Failure` when the file cannot be
+/// read (53, 70, 75, 76), or with the system's "invalid data" HRESULT when it is not one
+/// well-formed document or carries a document type declaration; `document` is then empty.
+void LoadXml(const platform::Files& files, const std::string& path, pugi::xml_document& document);
+
+/// As `LoadXml`, giving false instead of a failure.
+bool TryLoadXml(const platform::Files& files, const std::string& path,
+                pugi::xml_document& document);
+
+/// Puts `document` in the place of the file at `path`, whole or not at all. Throws `base::Failure`
+/// when it cannot be written.
+void SaveXml(platform::Files& files, const std::string& path, const pugi::xml_document& document);
+
+/// All text below `node` without white space at either end. Throws 91 when there is no node.
+std::string ElementText(const pugi::xml_node& node);
+
+/// The text of the child element `name` of `entry`. Throws 91 when it has none.
+std::string ChildText(const pugi::xml_node& entry, const char* name);
+
+/// The value of the attribute `name` of `entry`. Throws 91 when it has none.
+std::string AttributeText(const pugi::xml_node& entry, const char* name);
+
+/// The value of the first attribute of `entry`. Throws 91 when it has none.
+std::string FirstAttributeText(const pugi::xml_node& entry);
+
+/// The nodes that `path` selects from `document`, in document order.
+pugi::xpath_node_set SelectNodes(const pugi::xml_document& document, const char* path);
+
+}  // namespace kitbay::catalog

@@ -1,0 +1,23 @@
+#include "update/progress_display.h"
+
+#include "base/guarded.h"
+
+namespace kitbay::update {
+
+void ShowProgressInStatusBar(base::ErrorLog& log, platform::MainWindow& window, bool show) {
+  base::guarded(log, "Kitbay::ShowProgressInStatusBar", [&] {
+    platform::ProgressBar& bar = window.progress_bar();
+    if (show) {
+      const platform::Rectangle place = window.status_bar().PanelRectangle(kProgressPanel);
+      bar.SetParent(true);
+      bar.Move(place);
+      bar.SetVisible(true);
+      bar.SetValue(0);
+    } else {
+      bar.SetParent(false);
+      bar.SetVisible(false);
+    }
+  });
+}
+
+}  // namespace kitbay::update

@@ -1,0 +1,79 @@
+#include "update/update_source_file.h"
+
+#include "base/failure.h"
+#include "base/guarded.h"
+#include "catalog/xml_file.h"
+
+namespace kitbay::update {
+namespace {
+
+using base::guarded;
+
+constexpr const char* kInitialFile = "<root><preferences><preference url=''/></preferences></root>";
+
+pugi::xml_node FirstElement(const pugi::xml_node& parent) {
+  return parent.find_child(
+      [](const pugi::xml_node& child) { return child.type() == pugi::node_element; });
+}
+
+// The attribute of the first source, which is read by position.
+pugi::xml_attribute FirstSourceUrl(const pugi::xml_node& preferences) {
+  const pugi::xml_attribute url = FirstElement(preferences).first_attribute();
+  if (!url) {
+    throw base::Failure(base::RuntimeError::kObjectVariableNotSet);
+  }
+  return url;
+}
+
+}  // namespace
+
+std::string UpdateSourceFile::Path() const {
+  const std::string& folder = settings_.CustomDataFolder;
+  return folder.substr(0, folder.rfind('\\') + 1) + "updatepreference.xml";
+}
+
+void UpdateSourceFile::CreateWithOneSource(platform::FileSystemObject& file_system) const {
+  const auto stream = file_system.CreateTextFile(Path(), true);
+  stream->Write(kInitialFile);
+  stream->Close();
+}
+
+void UpdateSourceFile::MakeDirectoryPreferenceFile(platform::FileSystemObject* file_system) {
+  guarded(log_, "Kitbay::MakeDirectoryPreferenceFile", [&] {
+    if (file_system == nullptr) {
+      throw base::Failure(base::RuntimeError::kObjectVariableNotSet);
+    }
+    if (!file_system->FileExists(Path())) {
+      CreateWithOneSource(*file_system);
+    }
+    pugi::xml_document seed;
+    if (!catalog::TryLoadXml(files_, Path(), document_) ||
+        !catalog::TryLoadXml(files_, settings_.InstallFolder + "\\Kitbay\\DirectoryPreference.xml",
+                             seed)) {
+      return;
+    }
+    const pugi::xml_node seed_preferences = seed.select_node("/root/preferences").node();
+    const pugi::xml_node preferences = document_.select_node("/root/preferences").node();
+    if (!seed_preferences || !preferences) {
+      return;
+    }
+    FirstSourceUrl(preferences).set_value(FirstSourceUrl(seed_preferences).value());
+    catalog::SaveXml(files_, Path(), document_);
+  });
+}
+
+void UpdateSourceFile::GetPreferences() {
+  guarded(log_, "Kitbay::GetPreferences", [&] {
+    sources_.UpdateSources.clear();
+    if (!files_.Exists(Path()) || !catalog::TryLoadXml(files_, Path(), document_)) {
+      return;
+    }
+    for (const auto& preference : catalog::SelectNodes(document_, "root/preferences/preference")) {
+      const std::string url = catalog::FirstAttributeText(preference.node());
+      sources_.PendingSources.push_back(url);
+      sources_.UpdateSources.push_back(url);
+    }
+  });
+}
+
+}  // namespace kitbay::update

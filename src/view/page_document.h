@@ -1,0 +1,31 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <utility>
+
+#include "platform/html_document.h"
+
+namespace kitbay::view {
+
+/// The node behind a handle; fails with 91 when the handle is empty.
+const platform::HtmlNodeRef& Needed(const platform::HtmlNodeRef& node);
+
+/// The page that is shown at the moment. Every access fails with 91 while there is none.
+class PageDocument {
+ public:
+  void Connect(std::shared_ptr<platform::HtmlDocument> document) {
+    document_ = std::move(document);
+  }
+  void Drop() { document_.reset(); }
+
+  platform::HtmlDocument& document() const;
+
+  /// The element of that id; fails with 91 when the page has none.
+  platform::HtmlNodeRef Element(const std::string& id) const;
+
+ private:
+  std::shared_ptr<platform::HtmlDocument> document_;
+};
+
+}  // namespace kitbay::view

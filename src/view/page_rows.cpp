@@ -1,0 +1,146 @@
+#include "view/page_rows.h"
+
+#include <limits>
+#include <memory>
+
+#include "base/failure.h"
+#include "base/guarded.h"
+#include "view/row_markup.h"
+
+namespace kitbay::view {
+
+using base::guarded;
+using platform::HtmlNodeRef;
+
+void PageRows::AddImageTab(const std::string& holder, const std::string& markup) {
+  guarded(log_, "Kitbay::AddImageTab", [&] {
+    const HtmlNodeRef element = page_.Element(holder);
+    if (element->InnerHtml().empty()) {
+      element->SetInnerHtml(markup);
+    }
+  });
+}
+
+void PageRows::FillDivHeader(const std::string& container, const std::string& tab_bar,
+                             const std::string& title) {
+  guarded(log_, "Kitbay::FillDivHeader", [&] {
+    const HtmlNodeRef list = page_.Element(container);
+    const HtmlNodeRef bar = page_.Element(tab_bar);
+    list->SetStyle("top", bar->Style("height"));
+    list->SetStyle("height",
+                   std::to_string(page_.document().BodyClientHeight() - bar->StylePixelHeight()));
+    list->SetInnerHtml("<font style='font-size:11; font-family:verdana; '>" + title +
+                       "<hr style='height:1pt;'></font>");
+  });
+}
+
+void PageRows::FillEmptyDivHeader(const std::string& container, const std::string& markup) {
+  guarded(log_, "Kitbay::FillEmptyDivHeader",
+          [&] { page_.Element(container)->SetInnerHtml(markup); });
+}
+
+void PageRows::FillDivStatus(const std::string& container, const std::string& message) {
+  guarded(log_, "Kitbay::FillDivStatus",
+          [&] { page_.Element(container)->SetInnerHtml(message + "<hr style='height:1pt; '>"); });
+}
+
+std::string PageRows::MakeAddonNameStr(const std::string& name, std::int16_t row,
+                                       const std::string& version) {
+  std::string markup;
+  guarded(log_, "Kitbay::MakeAddonNameStr", [&] { markup = NameLine(name, row, version); });
+  return markup;
+}
+
+std::string PageRows::MakeAddonDescStr(const std::string& description, std::int16_t row) {
+  std::string markup;
+  guarded(log_, "Kitbay::MakeAddonDescStr", [&] { markup = DescriptionOpening(description, row); });
+  return markup;
+}
+
+void PageRows::fillDiv(const std::string& container, const std::string& name,
+                       const std::string& version, const std::string& description, std::int16_t row,
+                       bool is_core) {
+  guarded(log_, "Kitbay::fillDiv", [&] {
+    const HtmlNodeRef element = NewRow(RowStartTag(row), MakeAddonNameStr(name, row, version));
+    FinishRow(element, InstalledPanel(MakeAddonDescStr(description, row), is_core), container);
+  });
+}
+
+void PageRows::fillDivWithUpdates(const std::string& container, const std::string& name,
+                                  const std::string& version, const std::string& description,
+                                  std::int16_t row, bool has_update, bool not_installed) {
+  guarded(log_, "Kitbay::fillDivWithUpdates", [&] {
+    const HtmlNodeRef element =
+        NewRow(RowWithUpdatesStartTag(row), MakeAddonNameStr(name, row, version));
+    FinishRow(
+        element,
+        PanelWithUpdates(description, row, has_update, not_installed, state_.download_in_progress),
+        container);
+  });
+}
+
+void PageRows::showUpdates(const std::string& container, const std::string& name,
+                           const std::string& version, const std::string& description,
+                           std::int16_t row) {
+  guarded(log_, "Kitbay::showUpdates", [&] {
+    const HtmlNodeRef element = NewRow(RowStartTag(row), MakeAddonNameStr(name, row, version));
+    FinishRow(element, NewComponentPanel(description, row, state_.download_in_progress), container);
+  });
+}
+
+HtmlNodeRef PageRows::NewRow(const std::string& start_tag, const std::string& name_line) {
+  const HtmlNodeRef row = Needed(page_.document().CreateElement(start_tag));
+  row->InsertAdjacentHtml("afterBegin", name_line);
+  return row;
+}
+
+void PageRows::FinishRow(const HtmlNodeRef& row, const std::string& panel,
+                         const std::string& container) {
+  row->InsertAdjacentHtml("beforeEnd", panel);
+  page_.Element(container)->AppendChild(row);
+}
+
+void PageRows::ModifyDiv(const std::string& container, const std::string& version,
+                         const std::string& buttons) {
+  guarded(log_, "Kitbay::ModifyDiv", [&] {
+    const HtmlNodeRef row = state_.update_in_progress ? FindCurrentRow(container) : nullptr;
+    if (!row) {
+      return;
+    }
+    const HtmlNodeRef version_cell = Needed(Needed(row->ChildNode(0))->ChildNode(1));
+    version_cell->SetInnerText("");
+    version_cell->SetInnerText("Version " + version);
+    const HtmlNodeRef panel_line = Needed(Needed(row->ChildNode(1))->ChildNode(0));
+    const HtmlNodeRef button_cell = Needed(panel_line->ChildNode(1));
+    button_cell->SetInnerHtml("");
+    button_cell->SetInnerHtml(buttons);
+  });
+}
+
+void PageRows::RemoveDiv(const std::string& container) {
+  guarded(log_, "Kitbay::RemoveDiv", [&] {
+    if (const HtmlNodeRef row = FindCurrentRow(container)) {
+      row->RemoveNode(true);
+    }
+  });
+}
+
+// The row element and its name line both bear the number; the row is the one that sits directly in
+// the container. The last of the elements found is never looked at.
+HtmlNodeRef PageRows::FindCurrentRow(const std::string& container) const {
+  const auto bearers = page_.document().GetElementsByName(state_.current_row_id);
+  const int bound = bearers->Length() - 2;
+  if (bound > std::numeric_limits<std::int16_t>::max()) {
+    throw base::Failure(base::RuntimeError::kOverflow);
+  }
+  for (int i = 0; i <= bound; ++i) {
+    HtmlNodeRef bearer = Needed(bearers->Item(i));
+    const HtmlNodeRef parent = bearer->ParentElement();
+    if (parent && parent->Id() == container) {
+      return bearer;
+    }
+  }
+  return nullptr;
+}
+
+}  // namespace kitbay::view

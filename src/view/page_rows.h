@@ -1,0 +1,57 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "base/error_log.h"
+#include "catalog/row_writer.h"
+#include "view/page_document.h"
+#include "view/view_state.h"
+
+namespace kitbay::view {
+
+/// Writes, changes and removes the rows of the page's containers. Every procedure logs its failure
+/// and leaves the page as far as it got.
+class PageRows : public catalog::RowWriter {
+ public:
+  PageRows(base::ErrorLog& log, const PageDocument& page, const ViewState& state)
+      : log_(log), page_(page), state_(state) {}
+
+  void AddImageTab(const std::string& holder, const std::string& markup) override;
+  void FillDivHeader(const std::string& container, const std::string& tab_bar,
+                     const std::string& title) override;
+  void FillEmptyDivHeader(const std::string& container, const std::string& markup) override;
+  void FillDivStatus(const std::string& container, const std::string& message) override;
+  void fillDiv(const std::string& container, const std::string& name, const std::string& version,
+               const std::string& description, std::int16_t row, bool is_core) override;
+  void fillDivWithUpdates(const std::string& container, const std::string& name,
+                          const std::string& version, const std::string& description,
+                          std::int16_t row, bool has_update, bool not_installed) override;
+  void showUpdates(const std::string& container, const std::string& name,
+                   const std::string& version, const std::string& description,
+                   std::int16_t row) override;
+
+  /// Gives the current row of `container` another version and other buttons; changes nothing
+  /// unless a component is being updated.
+  void ModifyDiv(const std::string& container, const std::string& version,
+                 const std::string& buttons);
+
+  /// Takes the current row of `container` off the page.
+  void RemoveDiv(const std::string& container);
+
+ private:
+  std::string MakeAddonNameStr(const std::string& name, std::int16_t row,
+                               const std::string& version);
+  std::string MakeAddonDescStr(const std::string& description, std::int16_t row);
+
+  platform::HtmlNodeRef NewRow(const std::string& start_tag, const std::string& name_line);
+  void FinishRow(const platform::HtmlNodeRef& row, const std::string& panel,
+                 const std::string& container);
+  platform::HtmlNodeRef FindCurrentRow(const std::string& container) const;
+
+  base::ErrorLog& log_;
+  const PageDocument& page_;
+  const ViewState& state_;
+};
+
+}  // namespace kitbay::view

@@ -1,0 +1,146 @@
+#include "view/page_tabs.h"
+
+#include "base/guarded.h"
+#include "catalog/installed_tables.h"
+#include "view/page_ids.h"
+
+namespace kitbay::view {
+namespace {
+
+using base::guarded;
+using platform::HtmlNodeRef;
+
+// The heading of a list is an element too, but it has a single child element.
+bool IsRow(const HtmlNodeRef& element) {
+  return element->ChildNodeCount() > 0 && element->ChildCount() > 1;
+}
+
+void CloseRow(const HtmlNodeRef& row) {
+  row->SetStyle("background", "white");
+  Needed(Needed(row->ChildNode(0))->ChildNode(0))->SetStyle("fontWeight", "");
+  row->SetStyle("color", "black");
+  Needed(row->Child(1))->SetStyle("display", "none");
+}
+
+void OpenRow(const HtmlNodeRef& row) {
+  row->SetStyle("background", "navy");
+  Needed(Needed(row->ChildNode(0))->ChildNode(0))->SetStyle("fontWeight", "800");
+  row->SetStyle("color", "white");
+  Needed(row->Child(1))->SetStyle("display", "");
+}
+
+}  // namespace
+
+void PageTabs::showImage(const std::string& tab, const HtmlNodeRef& bar) {
+  guarded(log_, "Kitbay::showImage", [&] {
+    const int count = Needed(bar)->ChildCount();
+    for (int i = 0; i < count; ++i) {
+      const HtmlNodeRef image = Needed(bar->Child(i));
+      const std::string id = image->Id();
+      image->SetSrc((id == tab ? "i" : "u") + id + ".gif");
+    }
+  });
+}
+
+void PageTabs::SetShown(const std::string& id, bool shown) {
+  page_.Element(id)->SetStyle("display", shown ? "" : "none");
+}
+
+void PageTabs::ShowAddons(const std::string& addons, const std::string& channels,
+                          const std::string& transports) {
+  guarded(log_, "Kitbay::ShowAddons", [&] {
+    SetShown(addons, true);
+    SetShown(channels, false);
+    SetShown(transports, false);
+  });
+}
+
+void PageTabs::ShowTransports(const std::string& addons, const std::string& channels,
+                              const std::string& transports) {
+  guarded(log_, "Kitbay::ShowTransports", [&] {
+    SetShown(transports, true);
+    SetShown(addons, false);
+    SetShown(channels, false);
+  });
+}
+
+void PageTabs::ShowChannels(const std::string& addons, const std::string& channels,
+                            const std::string& transports) {
+  guarded(log_, "Kitbay::ShowChannels", [&] {
+    SetShown(channels, true);
+    SetShown(addons, false);
+    SetShown(transports, false);
+  });
+}
+
+void PageTabs::ShowOnlyInstalled() {
+  guarded(log_, "Kitbay::ShowOnlyInstalled ", [&] {
+    SetShown(kUpdatedContainers.addon, false);
+    SetShown(kUpdatedContainers.channel, false);
+    SetShown(kUpdatedContainers.transport, false);
+  });
+}
+
+bool PageTabs::ShowInstalledTab() {
+  bool handled = false;
+  guarded(log_, "Kitbay::ShowInstalledTab", [&] {
+    const HtmlNodeRef source = Needed(page_.document().EventSource());
+    const HtmlNodeRef bar = source->ParentElement();
+    const std::string tab = source->Id();
+    if (!IsTab(tab) || !bar || bar->Id() != catalog::kInstalledBar) {
+      return;
+    }
+    showImage(tab, bar);
+    ShowOnlyInstalled();
+    ShowInstalledKind(tab);
+    handled = true;
+  });
+  return handled;
+}
+
+void PageTabs::ShowInstalledKind(const std::string& tab) {
+  const auto& [addons, transports, channels] = kInstalledContainers;
+  const bool rebuild = !state_.installed_lists_current;
+  if (tab == kTabs.addon) {
+    ShowAddons(addons, channels, transports);
+    if (rebuild) {
+      installed_.InitialInstalledAddons();
+    }
+  } else if (tab == kTabs.transport) {
+    ShowTransports(addons, channels, transports);
+    if (rebuild) {
+      installed_.InitialInstalledTransports();
+    }
+  } else {
+    ShowChannels(addons, channels, transports);
+    if (rebuild) {
+      installed_.InitialInstalledChannels();
+    }
+  }
+}
+
+void PageTabs::HideOthers(const HtmlNodeRef& name_line) {
+  guarded(log_, "Kitbay::HideOthers", [&] {
+    const HtmlNodeRef clicked = Needed(Needed(name_line)->ParentElement());
+    const std::string clicked_id = clicked->Id();
+    const HtmlNodeRef container = Needed(clicked->ParentElement());
+    const int count = container->ChildCount();
+    for (int i = 0; i < count; ++i) {
+      const HtmlNodeRef row = Needed(container->Child(i));
+      if (row->Id() == clicked_id) {
+        OpenRow(clicked);
+      } else if (IsRow(row)) {
+        CloseRow(row);
+      }
+    }
+  });
+}
+
+void PageTabs::ShowLocalData() {
+  guarded(log_, "Kitbay::ShowLocalData", [&] {
+    Needed(page_.Element(kCategory)->ChildNode(kUpdatesControl))->SetDisabled(true);
+    installed_.InitialInstalledChannels();
+  });
+}
+
+}  // namespace kitbay::view

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <string>
+
+#include "base/error_log.h"
+#include "catalog/installed_components.h"
+#include "view/page_document.h"
+#include "view/view_state.h"
+
+namespace kitbay::view {
+
+/// Shows and hides the page's tab bars and containers. Every procedure logs its failure and leaves
+/// what it has shown and hidden so far.
+class PageTabs {
+ public:
+  PageTabs(base::ErrorLog& log, const PageDocument& page, const ViewState& state,
+           catalog::InstalledComponents& installed)
+      : log_(log), page_(page), state_(state), installed_(installed) {}
+
+  /// Gives the clicked tab of `bar` its selected image and every other tab its unselected one.
+  void showImage(const std::string& tab, const platform::HtmlNodeRef& bar);
+
+  /// Each shows one of the three containers of a category and hides the other two.
+  void ShowAddons(const std::string& addons, const std::string& channels,
+                  const std::string& transports);
+  void ShowTransports(const std::string& addons, const std::string& channels,
+                      const std::string& transports);
+  void ShowChannels(const std::string& addons, const std::string& channels,
+                    const std::string& transports);
+
+  /// Hides the containers of the Updates category.
+  void ShowOnlyInstalled();
+
+  /// Handles the present click if it is on a tab of the Installed bar, and gives whether it was.
+  bool ShowInstalledTab();
+
+  /// Opens the row of the clicked name line and closes the other rows of its container.
+  void HideOthers(const platform::HtmlNodeRef& name_line);
+
+  /// Fills the page when no update source can be asked.
+  void ShowLocalData();
+
+ private:
+  void SetShown(const std::string& id, bool shown);
+  void ShowInstalledKind(const std::string& tab);
+
+  base::ErrorLog& log_;
+  const PageDocument& page_;
+  const ViewState& state_;
+  catalog::InstalledComponents& installed_;
+};
+
+}  // namespace kitbay::view

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace kitbay::view {
+
+/// Markup of component rows. Nothing is escaped: a name, version or description that holds markup
+/// goes into the page as markup. The odd blanks and slips are part of the markup.
+
+/// The name line of row `row`.
+std::string NameLine(const std::string& name, std::int16_t row, const std::string& version);
+
+/// The opening of the description panel of row `row`; the span and the panel stay open.
+std::string DescriptionOpening(const std::string& description, std::int16_t row);
+
+/// The start tag of a row element as `fillDiv` and `showUpdates` write it, and as
+/// `fillDivWithUpdates` does.
+std::string RowStartTag(std::int16_t row);
+std::string RowWithUpdatesStartTag(std::int16_t row);
+
+/// The button that removes an installed component.
+inline constexpr const char* kRemoveButton =
+    "<input type='button' id='btninstalled' value='Remove' style='width:70; height:22; "
+    "font-family:verdana; font-size:11;'>";
+
+/// The whole description panel of an installed row, begun with its opening.
+std::string InstalledPanel(const std::string& opening, bool is_core);
+
+/// The whole description panel of an installed row with update status.
+std::string PanelWithUpdates(const std::string& description, std::int16_t row, bool has_update,
+                             bool not_installed, bool download_in_progress);
+
+/// The whole description panel of a component that can be installed.
+std::string NewComponentPanel(const std::string& description, std::int16_t row,
+                              bool download_in_progress);
+
+}  // namespace kitbay::view
