@@ -1,0 +1,60 @@
+#pragma once
+
+#include <cstdint>
+#include <exception>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "base/error_log.h"
+
+namespace kitbay::fakes {
+
+/// One entry as it came to the log.
+struct LogEntry {
+  std::string time_text;
+  std::string procedure;
+  std::int32_t number = 0;
+  std::string description;
+
+  friend bool operator==(const LogEntry&, const LogEntry&) = default;
+};
+
+inline void PrintTo(const LogEntry& entry, std::ostream* out) {
+  *out << "{" << entry.time_text << " | " << entry.procedure << " | " << entry.number << " | "
+       << entry.description << "}";
+}
+
+/// A log that keeps its entries in memory and always reads the same time. It can be told to fail:
+/// writing then throws `failure` and keeps no entry, reading the time throws `time_failure`.
+class RecordingErrorLog : public base::ErrorLog {
+ public:
+  static constexpr const char* kTimeText = "3/14/2005 9:26:53 AM";
+
+  std::string TimeText() const override {
+    if (time_failure) {
+      std::rethrow_exception(time_failure);
+    }
+    return kTimeText;
+  }
+
+  void LogError(const std::string& time_text, const std::string& procedure, std::int32_t number,
+                const std::string& description) override {
+    if (failure) {
+      std::rethrow_exception(failure);
+    }
+    entries.push_back({time_text, procedure, number, description});
+  }
+
+  /// The entry that `procedure` logs now for `number` and `description`.
+  static LogEntry Entry(const std::string& procedure, std::int32_t number,
+                        const std::string& description) {
+    return {kTimeText, procedure, number, description};
+  }
+
+  std::vector<LogEntry> entries;
+  std::exception_ptr failure;       ///< what `LogError` throws; empty to keep entries
+  std::exception_ptr time_failure;  ///< what `TimeText` throws; empty for the fixed time
+};
+
+}  // namespace kitbay::fakes
