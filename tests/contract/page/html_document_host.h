@@ -1,0 +1,82 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "base/failure.h"
+#include "platform/html_document.h"
+
+namespace kitbay::contract {
+
+/// Shows pages to the contract's tests.
+class HtmlDocumentHost {
+ public:
+  virtual ~HtmlDocumentHost() = default;
+
+  /// Shows a page of that markup and waits until it is complete; what was shown before is left.
+  /// Events of the page go to `events`.
+  virtual std::shared_ptr<platform::HtmlDocument> Load(const std::string& page_markup,
+                                                       platform::HtmlDocumentEvents& events) = 0;
+};
+
+/// How the suite gets its host, with a name for the list of tests.
+struct HtmlDocumentHostFactory {
+  const char* name;
+  std::unique_ptr<HtmlDocumentHost> (*make)();
+};
+
+inline std::string NameOfHost(const ::testing::TestParamInfo<HtmlDocumentHostFactory>& info) {
+  return info.param.name;
+}
+
+/// A receiver for tests that raise no events.
+class NoEvents : public platform::HtmlDocumentEvents {
+ public:
+  void doc_onclick() override { ADD_FAILURE() << "nobody clicked"; }
+  bool doc_ondragstart() override {
+    ADD_FAILURE() << "nobody dragged";
+    return false;
+  }
+};
+
+/// The suite on what a document and its nodes do. The file that includes the tests instantiates it:
+///   INSTANTIATE_TEST_SUITE_P(Fake, HtmlDocumentContract,
+///                            ::testing::Values(HtmlDocumentHostFactory{"Page", &MakeHost}),
+///                            NameOfHost);
+class HtmlDocumentContract : public ::testing::TestWithParam<HtmlDocumentHostFactory> {
+ protected:
+  /// Shows a quirks-mode page with that content of its body.
+  platform::HtmlDocument& Show(const std::string& body) {
+    document_ = host_->Load(
+        "<html><head><meta http-equiv=\"content-type\" content=\"text/html; charset=utf-8\">"
+        "<title>Contract</title></head><body>" +
+            body + "</body></html>",
+        events_);
+    return *document_;
+  }
+
+  std::shared_ptr<platform::HtmlDocument> document_;
+
+ private:
+  NoEvents events_;
+  std::unique_ptr<HtmlDocumentHost> host_ = GetParam().make();
+};
+
+/// The number with which `call` fails; 0 when it does not.
+template <typename Call>
+std::int32_t NumberOfFailure(Call call) {
+  try {
+    call();
+  } catch (const base::Failure& failure) {
+    return failure.number();
+  }
+  return 0;
+}
+
+inline constexpr std::int32_t kNoSuchMember =
+    static_cast<std::int32_t>(base::RuntimeError::kMemberNotFound);
+
+}  // namespace kitbay::contract

@@ -1,0 +1,30 @@
+#include <memory>
+#include <string>
+
+#include "contract/page/html_document_contract.h"
+#include "fakes/fake_html_document.h"
+
+namespace kitbay::contract {
+namespace {
+
+class FakeDocumentHost : public HtmlDocumentHost {
+ public:
+  std::shared_ptr<platform::HtmlDocument> Load(const std::string& page_markup,
+                                               platform::HtmlDocumentEvents& events) override {
+    if (shown_) shown_->MakeStale();
+    shown_ = std::make_shared<fakes::FakeHtmlDocument>(page_markup);
+    shown_->SetEvents(&events);
+    return shown_;
+  }
+
+ private:
+  std::shared_ptr<fakes::FakeHtmlDocument> shown_;
+};
+
+std::unique_ptr<HtmlDocumentHost> MakeHost() { return std::make_unique<FakeDocumentHost>(); }
+
+INSTANTIATE_TEST_SUITE_P(Native, HtmlDocumentContract,
+                         ::testing::Values(HtmlDocumentHostFactory{"Fake", &MakeHost}), NameOfHost);
+
+}  // namespace
+}  // namespace kitbay::contract
