@@ -22,10 +22,7 @@ class FailureRecord {
 
   base::Failure ToFailure() {
     if (record_.pfnDeferredFillIn != nullptr) record_.pfnDeferredFillIn(&record_);
-    const std::string description =
-        record_.bstrDescription == nullptr
-            ? std::string()
-            : ToUtf8({record_.bstrDescription, SysStringLen(record_.bstrDescription)});
+    const std::string description = TextOf(record_.bstrDescription);
     // A server gives either a result code or a number of its own.
     const HRESULT result =
         record_.scode != 0 ? record_.scode
@@ -40,7 +37,7 @@ class FailureRecord {
 }  // namespace
 
 DISPID FindMember(IDispatch& object, const std::string& name) {
-  std::wstring wide = ToWide(name);
+  std::wstring wide = ToUtf16(name);
   LPOLESTR names[] = {wide.data()};
   DISPID member = DISPID_UNKNOWN;
   Check(object.GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &member));

@@ -9,10 +9,14 @@
 #include <string_view>
 #include <utility>
 
+#include "platform/win32/system/utf.h"
+
 namespace kitbay::platform::win32 {
 
-std::wstring ToWide(std::string_view utf8);
-std::string ToUtf8(std::wstring_view wide);
+/// UTF-8 of an automation string that stays its owner's; "" for a null one.
+inline std::string TextOf(BSTR value) {
+  return value == nullptr ? std::string() : ToUtf8({value, SysStringLen(value)});
+}
 
 /// Owns one automation string; a null one counts as empty.
 class Bstr {
@@ -21,7 +25,7 @@ class Bstr {
 
   /// Throws `std::bad_alloc`.
   explicit Bstr(std::string_view utf8) {
-    const std::wstring wide = ToWide(utf8);
+    const std::wstring wide = ToUtf16(utf8);
     value_ = SysAllocStringLen(wide.data(), static_cast<UINT>(wide.size()));
     if (value_ == nullptr) throw std::bad_alloc();
   }
@@ -43,9 +47,7 @@ class Bstr {
   /// Gives the string to the caller, who frees it.
   BSTR release() { return std::exchange(value_, nullptr); }
 
-  std::string ToText() const {
-    return value_ == nullptr ? std::string() : ToUtf8({value_, SysStringLen(value_)});
-  }
+  std::string ToText() const { return TextOf(value_); }
 
  private:
   BSTR value_ = nullptr;

@@ -1,0 +1,108 @@
+#include <windows.h>
+
+#include <ole2.h>
+#include <oleauto.h>
+#include <wrl/client.h>
+
+#include <cstring>
+#include <map>
+#include <memory>
+#include <utility>
+
+#include "platform/win32/com/automation.h"
+#include "platform/win32/com/com_failure.h"
+#include "platform/win32/com/service_objects.h"
+#include "platform/win32/system/utf.h"
+#include "platform/win32/win32_platform.h"
+
+namespace kitbay::platform::win32 {
+namespace {
+
+using Microsoft::WRL::ComPtr;
+
+static_assert(sizeof(ClassId) == sizeof(CLSID));
+
+/// A manager of whatever process, called late-bound.
+class RemoteManager : public ManagerService {
+ public:
+  explicit RemoteManager(ComPtr<IDispatch> object) : object_(std::move(object)) {}
+
+  void BringToFront() override { CallMethod(*object_.Get(), "BringToFront"); }
+
+ private:
+  ComPtr<IDispatch> object_;
+};
+
+class RunningObjects : public ActiveObjects {
+ public:
+  ~RunningObjects() override {
+    for (auto& [service, published] : published_) published.link->Cut();
+  }
+
+  std::optional<ClassId> ClassIdFromProgId(const std::string& prog_id) override {
+    CLSID found;
+    if (FAILED(CLSIDFromProgID(ToUtf16(prog_id).c_str(), &found))) return std::nullopt;
+    ClassId class_id;
+    std::memcpy(class_id.data(), &found, sizeof found);
+    return class_id;
+  }
+
+  std::optional<std::uint32_t> RegisterActiveObject(ManagerService& object,
+                                                    const ClassId& class_id) override {
+    CLSID id;
+    std::memcpy(&id, class_id.data(), sizeof id);
+    DWORD cookie = 0;
+    const HRESULT result =
+        ::RegisterActiveObject(Publish(object).object.Get(), id, ACTIVEOBJECT_WEAK, &cookie);
+    if (FAILED(result)) return std::nullopt;
+    return cookie;
+  }
+
+  void RevokeActiveObject(std::uint32_t cookie) override {
+    Check(::RevokeActiveObject(cookie, nullptr));
+  }
+
+  void DisconnectObject(ManagerService& object) override {
+    const auto found = published_.find(&object);
+    if (found == published_.end()) return;
+    // Clients of this process hold the object itself, which CoDisconnectObject leaves to them.
+    found->second.link->Cut();
+    CoDisconnectObject(found->second.object.Get(), 0);
+    published_.erase(found);
+  }
+
+  std::unique_ptr<ManagerService> GetActive(const std::string& prog_id) override {
+    CLSID id;
+    ComPtr<IUnknown> running;
+    ComPtr<IDispatch> manager;
+    if (FAILED(CLSIDFromProgID(ToUtf16(prog_id).c_str(), &id)) ||
+        FAILED(GetActiveObject(id, nullptr, &running)) || FAILED(running.As(&manager))) {
+      throw base::Failure(base::RuntimeError::kCannotCreateObject);
+    }
+    return std::make_unique<RemoteManager>(std::move(manager));
+  }
+
+ private:
+  /// The one COM object that stands for a service.
+  struct Published {
+    std::shared_ptr<ServiceLink<ManagerService>> link;
+    ComPtr<::IManager> object;
+  };
+
+  Published& Publish(ManagerService& service) {
+    Published& published = published_[&service];
+    if (!published.object) {
+      published.link = std::make_shared<ServiceLink<ManagerService>>(service);
+      published.object.Attach(new ManagerObject(published.link));
+    }
+    return published;
+  }
+
+  std::map<ManagerService*, Published> published_;
+};
+
+}  // namespace
+
+std::unique_ptr<ActiveObjects> MakeActiveObjects() { return std::make_unique<RunningObjects>(); }
+
+}  // namespace kitbay::platform::win32

@@ -1,0 +1,116 @@
+#include "platform/win32/com/class_registration.h"
+
+#include <objbase.h>
+
+#include <array>
+#include <optional>
+
+#include "platform/win32/com/com_failure.h"
+#include "platform/win32/system/handles.h"
+
+namespace kitbay::platform::win32 {
+namespace {
+
+constexpr wchar_t kUserClasses[] = L"Software\\Classes\\";
+
+/// Carries the calls of dual interfaces between processes by their type library.
+constexpr wchar_t kAutomationMarshaler[] = L"{00020424-0000-0000-C000-000000000046}";
+
+constexpr const wchar_t* kPlatform = sizeof(void*) == 8 ? L"win64" : L"win32";
+
+std::wstring TextOfGuid(REFGUID guid) {
+  std::array<wchar_t, 39> text{};
+  StringFromGUID2(guid, text.data(), static_cast<int>(text.size()));
+  return text.data();
+}
+
+void CheckRegistry(LSTATUS status) {
+  if (status != ERROR_SUCCESS) throw FailureOf(HRESULT_FROM_WIN32(static_cast<DWORD>(status)));
+}
+
+std::optional<std::wstring> ReadText(const std::wstring& key, const wchar_t* name) {
+  const std::wstring path = kUserClasses + key;
+  DWORD size = 0;
+  if (RegGetValueW(HKEY_CURRENT_USER, path.c_str(), name, RRF_RT_REG_SZ, nullptr, nullptr, &size) !=
+      ERROR_SUCCESS) {
+    return std::nullopt;
+  }
+  std::wstring text(size / sizeof(wchar_t) + 1, L'\0');
+  size = static_cast<DWORD>(text.size() * sizeof(wchar_t));
+  if (RegGetValueW(HKEY_CURRENT_USER, path.c_str(), name, RRF_RT_REG_SZ, nullptr, text.data(),
+                   &size) != ERROR_SUCCESS) {
+    return std::nullopt;
+  }
+  text.resize(wcslen(text.c_str()));
+  return text;
+}
+
+void KeepText(const std::wstring& key, const wchar_t* name, const std::wstring& text) {
+  if (ReadText(key, name) == text) return;
+  UniqueRegistryKey opened;
+  CheckRegistry(RegCreateKeyExW(HKEY_CURRENT_USER, (kUserClasses + key).c_str(), 0, nullptr, 0,
+                                KEY_SET_VALUE, nullptr, opened.put(), nullptr));
+  CheckRegistry(RegSetValueExW(opened.get(), name, 0, REG_SZ,
+                               reinterpret_cast<const BYTE*>(text.c_str()),
+                               static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t))));
+}
+
+void KeepClass(const ServerRegistration& server, const ServerRegistration::Class& entry) {
+  const std::wstring id = TextOfGuid(entry.id);
+  KeepText(entry.prog_id, nullptr, entry.name);
+  KeepText(entry.prog_id + L"\\CLSID", nullptr, id);
+
+  const std::wstring key = L"CLSID\\" + id;
+  KeepText(key, nullptr, entry.name);
+  KeepText(key + L"\\ProgID", nullptr, entry.prog_id);
+  KeepText(key + L"\\TypeLib", nullptr, TextOfGuid(server.type_library));
+  KeepText(key + L"\\Version", nullptr, server.version);
+  if (server.kind == ServerRegistration::Kind::kLocalServer) {
+    // Quoted, so that a folder with blanks is not taken for a program and its arguments.
+    KeepText(key + L"\\LocalServer32", nullptr, L"\"" + server.module_path + L"\"");
+  } else {
+    KeepText(key + L"\\InprocServer32", nullptr, server.module_path);
+    KeepText(key + L"\\InprocServer32", L"ThreadingModel", L"Apartment");
+  }
+}
+
+void KeepTypeLibrary(const ServerRegistration& server) {
+  const std::wstring key = L"TypeLib\\" + TextOfGuid(server.type_library) + L"\\" + server.version;
+  KeepText(key, nullptr, server.type_library_name);
+  KeepText(key + L"\\0\\" + kPlatform, nullptr, server.module_path);
+  KeepText(key + L"\\FLAGS", nullptr, L"0");
+  KeepText(key + L"\\HELPDIR", nullptr,
+           server.module_path.substr(0, server.module_path.find_last_of(L'\\')));
+}
+
+void KeepInterface(const ServerRegistration& server, const ServerRegistration::Interface& entry) {
+  const std::wstring key = L"Interface\\" + TextOfGuid(entry.id);
+  KeepText(key, nullptr, entry.name);
+  KeepText(key + L"\\ProxyStubClsid32", nullptr, kAutomationMarshaler);
+  KeepText(key + L"\\TypeLib", nullptr, TextOfGuid(server.type_library));
+  KeepText(key + L"\\TypeLib", L"Version", server.version);
+}
+
+void RemoveTree(const std::wstring& key) {
+  const LSTATUS status = RegDeleteTreeW(HKEY_CURRENT_USER, (kUserClasses + key).c_str());
+  if (status != ERROR_FILE_NOT_FOUND) CheckRegistry(status);
+}
+
+}  // namespace
+
+void KeepRegistered(const ServerRegistration& server) {
+  for (const auto& entry : server.classes) KeepClass(server, entry);
+  KeepTypeLibrary(server);
+  for (const auto& entry : server.interfaces) KeepInterface(server, entry);
+}
+
+void Unregister(const ServerRegistration& server) {
+  for (const auto& entry : server.classes) {
+    RemoveTree(entry.prog_id);
+    RemoveTree(L"CLSID\\" + TextOfGuid(entry.id));
+  }
+  for (const auto& entry : server.interfaces) RemoveTree(L"Interface\\" + TextOfGuid(entry.id));
+  RemoveTree(L"TypeLib\\" + TextOfGuid(server.type_library));
+}
+
+}  // namespace kitbay::platform::win32

@@ -1,0 +1,83 @@
+#pragma once
+
+#include <windows.h>
+
+#include <oleauto.h>
+#include <wrl/client.h>
+
+#include <atomic>
+#include <new>
+
+#include "platform/win32/com/type_info.h"
+
+namespace kitbay::platform::win32 {
+
+/// A COM object of one dual interface, created with one reference. Its late-bound side follows the
+/// interface's description in the type library of the module that the object's code is in. Failures
+/// are reported with descriptions.
+template <typename Interface>
+class DispatchObject : public Interface, public ISupportErrorInfo {
+ public:
+  DispatchObject() : type_(LoadOwnTypeInfo(__uuidof(Interface))) {}
+  DispatchObject(const DispatchObject&) = delete;
+  DispatchObject& operator=(const DispatchObject&) = delete;
+
+  STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
+    if (object == nullptr) return E_POINTER;
+    if (iid == __uuidof(Interface) || iid == __uuidof(IDispatch) || iid == __uuidof(IUnknown)) {
+      *object = static_cast<Interface*>(this);
+    } else if (iid == __uuidof(ISupportErrorInfo)) {
+      *object = static_cast<ISupportErrorInfo*>(this);
+    } else {
+      *object = nullptr;
+      return E_NOINTERFACE;
+    }
+    AddRef();
+    return S_OK;
+  }
+
+  STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
+
+  STDMETHODIMP_(ULONG) Release() override {
+    const ULONG left = --references_;
+    if (left == 0) delete this;
+    return left;
+  }
+
+  STDMETHODIMP GetTypeInfoCount(UINT* count) override {
+    if (count == nullptr) return E_POINTER;
+    *count = 1;
+    return S_OK;
+  }
+
+  STDMETHODIMP GetTypeInfo(UINT index, LCID, ITypeInfo** type) override {
+    if (type == nullptr) return E_POINTER;
+    *type = nullptr;
+    if (index != 0) return DISP_E_BADINDEX;
+    return type_.CopyTo(type);
+  }
+
+  STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* members) override {
+    return type_->GetIDsOfNames(names, count, members);
+  }
+
+  STDMETHODIMP Invoke(DISPID member, REFIID, LCID, WORD flags, DISPPARAMS* parameters,
+                      VARIANT* result, EXCEPINFO* failure, UINT* bad_argument) override {
+    SetErrorInfo(0, nullptr);
+    return type_->Invoke(static_cast<Interface*>(this), member, flags, parameters, result, failure,
+                         bad_argument);
+  }
+
+  STDMETHODIMP InterfaceSupportsErrorInfo(REFIID iid) override {
+    return iid == __uuidof(Interface) ? S_OK : S_FALSE;
+  }
+
+ protected:
+  virtual ~DispatchObject() = default;
+
+ private:
+  std::atomic<ULONG> references_{1};
+  Microsoft::WRL::ComPtr<ITypeInfo> type_;
+};
+
+}  // namespace kitbay::platform::win32

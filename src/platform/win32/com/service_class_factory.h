@@ -1,0 +1,64 @@
+#pragma once
+
+#include <windows.h>
+
+#include <objbase.h>
+#include <unknwn.h>
+
+#include <atomic>
+#include <functional>
+#include <utility>
+
+#include "platform/win32/com/com_failure.h"
+
+namespace kitbay::platform::win32 {
+
+/// The class object of one of the program's classes, created with one reference.
+class ServiceClassFactory : public IClassFactory {
+ public:
+  /// Creates an object and gives its interface. May throw.
+  using Create = std::function<HRESULT(REFIID iid, void** object)>;
+
+  explicit ServiceClassFactory(Create create) : create_(std::move(create)) {}
+
+  /// Clients that still hold the class object create nothing from here on.
+  void Stop() { create_ = nullptr; }
+
+  STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
+    if (object == nullptr) return E_POINTER;
+    *object = nullptr;
+    if (iid != __uuidof(IUnknown) && iid != __uuidof(IClassFactory)) return E_NOINTERFACE;
+    *object = static_cast<IClassFactory*>(this);
+    AddRef();
+    return S_OK;
+  }
+  STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
+  STDMETHODIMP_(ULONG) Release() override {
+    const ULONG left = --references_;
+    if (left == 0) delete this;
+    return left;
+  }
+
+  STDMETHODIMP CreateInstance(IUnknown* outer, REFIID iid, void** object) override {
+    if (object == nullptr) return E_POINTER;
+    *object = nullptr;
+    if (outer != nullptr) return CLASS_E_NOAGGREGATION;
+    if (!create_) return CO_E_SERVER_STOPPING;
+    try {
+      return create_(iid, object);
+    } catch (...) {
+      return ReportCurrentException();
+    }
+  }
+
+  /// The program's life is its main window's, whatever clients hold.
+  STDMETHODIMP LockServer(BOOL) override { return S_OK; }
+
+ private:
+  virtual ~ServiceClassFactory() = default;
+
+  std::atomic<ULONG> references_{1};
+  Create create_;
+};
+
+}  // namespace kitbay::platform::win32

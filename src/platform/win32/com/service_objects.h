@@ -1,0 +1,65 @@
+#pragma once
+
+#include <windows.h>
+
+#include <oleauto.h>
+
+#include <memory>
+#include <utility>
+
+#include "kitbay.h"
+#include "platform/com_services.h"
+#include "platform/win32/com/dispatch_object.h"
+
+namespace kitbay::platform::win32 {
+
+/// What a COM object answers its clients with: a service that may end before the clients do.
+template <typename Service>
+class ServiceLink {
+ public:
+  /// The service stays its owner's, who cuts the link before it ends.
+  explicit ServiceLink(Service& service) : service_(&service) {}
+  explicit ServiceLink(std::unique_ptr<Service> service)
+      : owned_(std::move(service)), service_(owned_.get()) {}
+
+  /// From here on clients are told that the object has disconnected.
+  void Cut() {
+    service_ = nullptr;
+    owned_.reset();
+  }
+
+  /// Throws `base::Failure` (RPC_E_DISCONNECTED) when the link is cut.
+  Service& Get() const;
+
+ private:
+  std::unique_ptr<Service> owned_;
+  Service* service_;
+};
+
+/// `Kitbay.Manager` for clients.
+class ManagerObject : public DispatchObject<::IManager> {
+ public:
+  explicit ManagerObject(std::shared_ptr<ServiceLink<ManagerService>> link)
+      : link_(std::move(link)) {}
+
+  STDMETHODIMP BringToFront() override;
+
+ private:
+  std::shared_ptr<ServiceLink<ManagerService>> link_;
+};
+
+/// `Kitbay.Registry` for clients.
+class RegistryObject : public DispatchObject<::IRegistry> {
+ public:
+  explicit RegistryObject(std::shared_ptr<ServiceLink<RegistryService>> link)
+      : link_(std::move(link)) {}
+
+  STDMETHODIMP RegisterUrlHandler() override;
+  STDMETHODIMP GetAppDataPath(BSTR* path) override;
+  STDMETHODIMP get_ROOT_REGISTRY_KEY(long* key) override;
+
+ private:
+  std::shared_ptr<ServiceLink<RegistryService>> link_;
+};
+
+}  // namespace kitbay::platform::win32

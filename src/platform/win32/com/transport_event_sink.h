@@ -1,0 +1,43 @@
+#pragma once
+
+#include <windows.h>
+
+#include <oleauto.h>
+
+#include <atomic>
+
+#include "platform/suite_objects.h"
+
+namespace kitbay::platform::win32 {
+
+/// Passes the events of a suite's object on to a receiver. Created with one reference, which the
+/// object's client holds beside the suite's.
+class TransportEventSink : public IDispatch {
+ public:
+  /// `receiver` must live until `Disconnect`.
+  explicit TransportEventSink(OvTransportEvents& receiver) : receiver_(&receiver) {}
+
+  /// Events that still arrive are dropped from here on.
+  void Disconnect() { receiver_ = nullptr; }
+
+  STDMETHODIMP QueryInterface(REFIID iid, void** object) override;
+  STDMETHODIMP_(ULONG) AddRef() override;
+  STDMETHODIMP_(ULONG) Release() override;
+  STDMETHODIMP GetTypeInfoCount(UINT* count) override;
+  STDMETHODIMP GetTypeInfo(UINT index, LCID locale, ITypeInfo** type) override;
+  STDMETHODIMP GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID locale,
+                             DISPID* members) override;
+
+  /// Events with fewer texts than the receiver takes are refused; further ones are left alone, and
+  /// so are events other than Message and Exception.
+  STDMETHODIMP Invoke(DISPID member, REFIID iid, LCID locale, WORD flags, DISPPARAMS* parameters,
+                      VARIANT* result, EXCEPINFO* failure, UINT* bad_argument) override;
+
+ private:
+  virtual ~TransportEventSink() = default;
+
+  std::atomic<ULONG> references_{1};
+  OvTransportEvents* receiver_;
+};
+
+}  // namespace kitbay::platform::win32
