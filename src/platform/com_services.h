@@ -48,8 +48,8 @@ class ActiveObjects {
   virtual std::optional<std::uint32_t> RegisterActiveObject(ManagerService& object,
                                                             const ClassId& class_id) = 0;
 
-  /// Withdraws an entry. Throws `base::Failure` with the HRESULT when the cookie names none.
-  virtual void RevokeActiveObject(std::uint32_t cookie) = 0;
+  /// Withdraws an entry and gives the HRESULT of that: 0, or an error when the cookie names none.
+  virtual std::int32_t RevokeActiveObject(std::uint32_t cookie) = 0;
 
   /// Cuts off every client outside that still holds `object`.
   virtual void DisconnectObject(ManagerService& object) = 0;

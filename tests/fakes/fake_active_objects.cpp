@@ -42,11 +42,9 @@ std::optional<std::uint32_t> FakeActiveObjects::RegisterActiveObject(
   return next_cookie_++;
 }
 
-void FakeActiveObjects::RevokeActiveObject(std::uint32_t cookie) {
+std::int32_t FakeActiveObjects::RevokeActiveObject(std::uint32_t cookie) {
   calls.push_back("RevokeActiveObject " + std::to_string(cookie));
-  if (entries_.erase(cookie) == 0) {
-    throw base::Failure(kInvalidArgument, "The parameter is incorrect.");
-  }
+  return entries_.erase(cookie) == 0 ? kInvalidArgument : 0;
 }
 
 void FakeActiveObjects::DisconnectObject(platform::ManagerService& object) {

@@ -24,7 +24,7 @@ class FakeActiveObjects : public platform::ActiveObjects {
   std::optional<platform::ClassId> ClassIdFromProgId(const std::string& prog_id) override;
   std::optional<std::uint32_t> RegisterActiveObject(platform::ManagerService& object,
                                                     const platform::ClassId& class_id) override;
-  void RevokeActiveObject(std::uint32_t cookie) override;
+  std::int32_t RevokeActiveObject(std::uint32_t cookie) override;
   void DisconnectObject(platform::ManagerService& object) override;
   std::unique_ptr<platform::ManagerService> GetActive(const std::string& prog_id) override;
 

@@ -9,8 +9,8 @@
 #include <memory>
 #include <utility>
 
+#include "base/failure.h"
 #include "platform/win32/com/automation.h"
-#include "platform/win32/com/com_failure.h"
 #include "platform/win32/com/service_objects.h"
 #include "platform/win32/system/utf.h"
 #include "platform/win32/win32_platform.h"
@@ -58,8 +58,8 @@ class RunningObjects : public ActiveObjects {
     return cookie;
   }
 
-  void RevokeActiveObject(std::uint32_t cookie) override {
-    Check(::RevokeActiveObject(cookie, nullptr));
+  std::int32_t RevokeActiveObject(std::uint32_t cookie) override {
+    return ::RevokeActiveObject(cookie, nullptr);
   }
 
   void DisconnectObject(ManagerService& object) override {
