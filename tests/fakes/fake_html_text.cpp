@@ -18,8 +18,9 @@ constexpr std::array<std::string_view, 6> kRawText = {"style",  "script",   "xmp
                                                       "iframe", "noframes", "plaintext"};
 constexpr std::array<std::string_view, 13> kBlocks = {"div", "p",  "ul", "ol", "li",  "table", "tr",
                                                       "h1",  "h2", "h3", "hr", "pre", "center"};
-constexpr std::array<std::string_view, 5> kNeverShown = {"script", "style", "head", "title",
-                                                         "iframe"};
+constexpr std::array<std::string_view, 2> kCells = {"td", "th"};
+constexpr std::array<std::string_view, 6> kNeverShown = {"script", "style",  "head",
+                                                         "title",  "iframe", "textarea"};
 
 template <typename Range>
 bool IsOneOf(const Range& range, std::string_view text) {
@@ -78,35 +79,69 @@ void AppendAllText(const DomNode& node, std::string& out) {
   for (const DomNode* child : node.all_children()) AppendAllText(*child, out);
 }
 
-void StartLine(std::string& out) {
-  while (out.ends_with(' ')) out.pop_back();
-  if (!out.empty() && out.back() != '\n') out += '\n';
-}
+/// Text as it stands on lines: white space collapsed, line ends only between texts.
+class TextLines {
+ public:
+  /// At least so many line ends before the next text.
+  void BreakLine(std::size_t line_ends) { line_ends_ = std::max(line_ends_, line_ends); }
 
-void AppendCollapsed(std::string_view text, std::string& out) {
-  for (const char c : text) {
-    if (!IsWhiteSpace(std::string_view(&c, 1))) {
-      out += c;
-    } else if (!out.empty() && out.back() != ' ' && out.back() != '\n') {
-      out += ' ';
+  void Add(std::string_view text) {
+    for (const char c : text) {
+      if (IsWhiteSpace(std::string_view(&c, 1))) {
+        blank_ = true;
+      } else {
+        StartText();
+        text_ += c;
+      }
     }
   }
+
+  /// A line end or a tab that collapses with nothing.
+  void AddControl(char control) {
+    blank_ = false;
+    StartText();
+    text_ += control;
+  }
+
+  std::string text() const { return text_; }
+
+ private:
+  void StartText() {
+    if (line_ends_ > 0 && !text_.empty()) {
+      text_.append(line_ends_, '\n');
+    } else if (blank_ && !text_.empty() && text_.back() != '\n' && text_.back() != '\t') {
+      text_ += ' ';
+    }
+    line_ends_ = 0;
+    blank_ = false;
+  }
+
+  std::string text_;
+  std::size_t line_ends_ = 0;
+  bool blank_ = false;
+};
+
+bool IsCellBeforeAnother(const DomNode& node) {
+  if (!IsOneOf(kCells, node.tag)) return false;
+  const auto& siblings = node.parent()->child_elements();
+  return siblings.back() != &node;
 }
 
-void AppendVisibleText(const DomNode& node, std::string& out) {
+void AddVisibleText(const DomNode& node, TextLines& lines) {
   if (node.kind == NodeKind::kText) {
-    AppendCollapsed(node.text, out);
+    lines.Add(node.text);
     return;
   }
   if (node.kind != NodeKind::kElement || HidesItself(node)) return;
   if (node.tag == "br") {
-    out += '\n';
+    lines.AddControl('\n');
     return;
   }
-  const bool block = IsOneOf(kBlocks, node.tag);
-  if (block) StartLine(out);
-  for (const DomNode* child : node.all_children()) AppendVisibleText(*child, out);
-  if (block) StartLine(out);
+  const std::size_t line_ends = node.tag == "p" ? 2 : IsOneOf(kBlocks, node.tag) ? 1 : 0;
+  lines.BreakLine(line_ends);
+  for (const DomNode* child : node.all_children()) AddVisibleText(*child, lines);
+  lines.BreakLine(line_ends);
+  if (IsCellBeforeAnother(node)) lines.AddControl('\t');
 }
 
 std::string Quoted(std::string_view text) {
@@ -169,9 +204,9 @@ std::string VisibleText(const DomTree& tree, const DomNode& node) {
     AppendAllText(node, out);
     return out;
   }
-  for (const DomNode* child : node.all_children()) AppendVisibleText(*child, out);
-  while (out.ends_with(' ') || out.ends_with('\n')) out.pop_back();
-  return out;
+  TextLines lines;
+  for (const DomNode* child : node.all_children()) AddVisibleText(*child, lines);
+  return lines.text();
 }
 
 std::string TreeText(const DomNode& node) {
