@@ -1,0 +1,52 @@
+#include "platform/win32/window/automation_document.h"
+
+#include <utility>
+
+#include "base/failure.h"
+#include "platform/win32/com/automation.h"
+#include "platform/win32/window/automation_node.h"
+
+namespace kitbay::platform::win32 {
+namespace {
+
+using Microsoft::WRL::ComPtr;
+
+class AutomationNodeList final : public HtmlNodeList {
+ public:
+  explicit AutomationNodeList(ComPtr<IDispatch> list) : list_(std::move(list)) {}
+
+  int Length() const override { return GetProperty(*list_.Get(), "length").ToInteger(); }
+  HtmlNodeRef Item(int index) const override { return ItemOf(*list_.Get(), index); }
+
+ private:
+  ComPtr<IDispatch> list_;
+};
+
+}  // namespace
+
+HtmlNodeRef AutomationDocument::AllItem(const std::string& id) const {
+  // The index asks for the first one of several; without it there would be a list of them.
+  return ToNode(CallMethod(*RequireObject(*document_.Get(), "all").Get(), "item", {id, 0}));
+}
+
+std::unique_ptr<HtmlNodeList> AutomationDocument::GetElementsByName(const std::string& name) const {
+  ComPtr<IDispatch> list = CallMethod(*document_.Get(), "getElementsByName", {name}).ToObject();
+  if (list == nullptr) throw base::Failure(base::RuntimeError::kObjectVariableNotSet);
+  return std::make_unique<AutomationNodeList>(std::move(list));
+}
+
+HtmlNodeRef AutomationDocument::CreateElement(const std::string& start_tag) {
+  return ToNode(CallMethod(*document_.Get(), "createElement", {start_tag}));
+}
+
+int AutomationDocument::BodyClientHeight() const {
+  return GetProperty(*RequireObject(*document_.Get(), "body").Get(), "clientHeight").ToInteger();
+}
+
+HtmlNodeRef AutomationDocument::EventSource() const {
+  const ComPtr<IDispatch> window = RequireObject(*document_.Get(), "parentWindow");
+  const ComPtr<IDispatch> event = GetProperty(*window.Get(), "event").ToObject();
+  return event == nullptr ? nullptr : ToNode(GetProperty(*event.Get(), "srcElement"));
+}
+
+}  // namespace kitbay::platform::win32

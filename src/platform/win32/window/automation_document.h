@@ -1,0 +1,32 @@
+#pragma once
+
+#include <windows.h>
+
+#include <oleauto.h>
+#include <wrl/client.h>
+
+#include <memory>
+#include <string>
+#include <utility>
+
+#include "platform/html_document.h"
+
+namespace kitbay::platform::win32 {
+
+/// The control's document, late bound.
+class AutomationDocument final : public HtmlDocument {
+ public:
+  explicit AutomationDocument(Microsoft::WRL::ComPtr<IDispatch> document)
+      : document_(std::move(document)) {}
+
+  HtmlNodeRef AllItem(const std::string& id) const override;
+  std::unique_ptr<HtmlNodeList> GetElementsByName(const std::string& name) const override;
+  HtmlNodeRef CreateElement(const std::string& start_tag) override;
+  int BodyClientHeight() const override;
+  HtmlNodeRef EventSource() const override;
+
+ private:
+  Microsoft::WRL::ComPtr<IDispatch> document_;
+};
+
+}  // namespace kitbay::platform::win32

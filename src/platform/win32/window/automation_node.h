@@ -1,0 +1,62 @@
+#pragma once
+
+#include <windows.h>
+
+#include <oleauto.h>
+#include <wrl/client.h>
+
+#include <memory>
+#include <string>
+#include <utility>
+
+#include "platform/html_document.h"
+#include "platform/win32/com/automation.h"
+
+namespace kitbay::platform::win32 {
+
+/// A node of the control's document, late bound.
+class AutomationNode final : public HtmlNode {
+ public:
+  explicit AutomationNode(Microsoft::WRL::ComPtr<IDispatch> node) : node_(std::move(node)) {}
+
+  bool SameAs(const HtmlNode& other) const override;
+  std::string Id() const override;
+  std::string TagName() const override;
+  std::string Value() const override;
+  bool Disabled() const override;
+  void SetDisabled(bool disabled) override;
+  std::string Src() const override;
+  void SetSrc(const std::string& src) override;
+  std::string InnerText() const override;
+  void SetInnerText(const std::string& text) override;
+  std::string InnerHtml() const override;
+  void SetInnerHtml(const std::string& markup) override;
+  std::string Style(const std::string& property) const override;
+  void SetStyle(const std::string& property, const std::string& value) override;
+  int StylePixelHeight() const override;
+  HtmlNodeRef ParentElement() const override;
+  int ChildCount() const override;
+  HtmlNodeRef Child(int index) const override;
+  int ChildNodeCount() const override;
+  HtmlNodeRef ChildNode(int index) const override;
+  void InsertAdjacentHtml(const std::string& where, const std::string& markup) override;
+  void AppendChild(const HtmlNodeRef& child) override;
+  void RemoveNode(bool deep) override;
+
+ private:
+  std::string Text(const char* member) const;
+  void Put(const char* member, const Variant& value);
+
+  Microsoft::WRL::ComPtr<IDispatch> node_;
+};
+
+/// The node that a member gave; an empty handle for nothing.
+HtmlNodeRef ToNode(const Variant& value);
+
+/// The object that `member` of `object` gives. Fails with 91 when it gives none.
+Microsoft::WRL::ComPtr<IDispatch> RequireObject(IDispatch& object, const char* member);
+
+/// The member at `index` of a list of nodes; an empty handle past its end.
+HtmlNodeRef ItemOf(IDispatch& list, int index);
+
+}  // namespace kitbay::platform::win32

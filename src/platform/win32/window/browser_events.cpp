@@ -1,0 +1,98 @@
+#include "platform/win32/window/browser_events.h"
+
+#include <exdispid.h>
+
+#include <utility>
+
+#include "platform/win32/com/com_failure.h"
+#include "platform/win32/system/utf.h"
+#include "platform/win32/window/page_address.h"
+
+namespace kitbay::platform::win32 {
+namespace {
+
+using Microsoft::WRL::ComPtr;
+
+/// The argument at `position`, counted from the first one as the event is written down; an empty
+/// one when there are fewer.
+VARIANT Argument(const DISPPARAMS& parameters, UINT position) {
+  VARIANT argument;
+  VariantInit(&argument);
+  if (position < parameters.cArgs) argument = parameters.rgvarg[parameters.cArgs - 1 - position];
+  return argument;
+}
+
+void Cancel(const VARIANT& flag) {
+  if (flag.vt == (VT_BYREF | VT_BOOL) && flag.pboolVal != nullptr) *flag.pboolVal = VARIANT_TRUE;
+}
+
+std::string TextOf(const VARIANT& value) {
+  const VARIANT& direct =
+      value.vt == (VT_BYREF | VT_VARIANT) && value.pvarVal != nullptr ? *value.pvarVal : value;
+  if (direct.vt != VT_BSTR || direct.bstrVal == nullptr) return {};
+  return ToUtf8({direct.bstrVal, SysStringLen(direct.bstrVal)});
+}
+
+}  // namespace
+
+void BrowserEventsPart::ExpectPage(IUnknown* browser, const std::string& path) {
+  browser_ = browser;
+  expected_path_ = path;
+}
+
+bool BrowserEventsPart::IsExpectedPage(const VARIANT& browser, const VARIANT& address) const {
+  if (expected_path_.empty() || browser.vt != VT_DISPATCH || browser.pdispVal == nullptr) {
+    return false;
+  }
+  ComPtr<IUnknown> identity;
+  ComPtr<IUnknown> own_identity;
+  browser.pdispVal->QueryInterface(IID_PPV_ARGS(&identity));
+  browser_->QueryInterface(IID_PPV_ARGS(&own_identity));
+  return identity == own_identity && IsAddressOfFile(TextOf(address), expected_path_);
+}
+
+void BrowserEventsPart::OnBeforeNavigate(const DISPPARAMS& parameters) {
+  constexpr UINT kCancelPosition = 6;
+  if (!IsExpectedPage(Argument(parameters, 0), Argument(parameters, 1))) {
+    Cancel(Argument(parameters, kCancelPosition));
+  }
+}
+
+void BrowserEventsPart::OnDocumentComplete(const DISPPARAMS& parameters) {
+  if (!IsExpectedPage(Argument(parameters, 0), Argument(parameters, 1))) return;
+  expected_path_.clear();
+  if (state_->owner != nullptr) state_->owner->PageComplete();
+}
+
+HRESULT BrowserEventsPart::Invoke(DISPID event, REFIID, LCID, WORD, DISPPARAMS* parameters,
+                                  VARIANT*, EXCEPINFO*, UINT*) {
+  if (parameters == nullptr) return E_POINTER;
+  try {
+    switch (event) {
+      case DISPID_BEFORENAVIGATE2:
+        OnBeforeNavigate(*parameters);
+        return S_OK;
+      case DISPID_NEWWINDOW2:
+      case DISPID_NEWWINDOW3:
+        Cancel(Argument(*parameters, 1));
+        return S_OK;
+      case DISPID_FILEDOWNLOAD: {
+        // The page itself is announced as an active document.
+        const VARIANT is_document = Argument(*parameters, 0);
+        if (is_document.vt != VT_BOOL || is_document.boolVal == VARIANT_FALSE) {
+          Cancel(Argument(*parameters, 1));
+        }
+        return S_OK;
+      }
+      case DISPID_DOCUMENTCOMPLETE:
+        OnDocumentComplete(*parameters);
+        return S_OK;
+      default:
+        return DISP_E_MEMBERNOTFOUND;
+    }
+  } catch (...) {
+    return ReportCurrentException();
+  }
+}
+
+}  // namespace kitbay::platform::win32

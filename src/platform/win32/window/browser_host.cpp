@@ -1,0 +1,108 @@
+#include "platform/win32/window/browser_host.h"
+
+#include <exdisp.h>
+
+#include "platform/win32/com/automation.h"
+#include "platform/win32/com/com_failure.h"
+
+namespace kitbay::platform::win32 {
+namespace {
+
+using Microsoft::WRL::ComPtr;
+
+RECT ToRect(const Rectangle& place) { return {place.left, place.top, place.right, place.bottom}; }
+
+/// A new control has to be told that it starts without stored settings.
+void InitializeNew(IUnknown& control) {
+  ComPtr<IPersistStreamInit> storage;
+  if (SUCCEEDED(control.QueryInterface(IID_PPV_ARGS(&storage)))) storage->InitNew();
+}
+
+}  // namespace
+
+BrowserHost::BrowserHost(HWND window, const Rectangle& place, BrowserOwner& owner)
+    : state_(std::make_shared<BrowserSiteState>()) {
+  state_->window = window;
+  state_->owner = &owner;
+  state_->place = ToRect(place);
+  site_ = MakeComObject<BrowserSite>(state_);
+  events_ = MakeComObject<BrowserEvents>(state_);
+  Check(CoCreateInstance(__uuidof(WebBrowser), nullptr, CLSCTX_INPROC_SERVER,
+                         IID_PPV_ARGS(&control_)));
+  Check(control_.As(&browser_));
+  Check(control_->SetClientSite(site_.Get()));
+  try {
+    InitializeNew(*control_.Get());
+    control_->SetHostNames(L"Kitbay", nullptr);
+    Check(OleSetContainedObject(control_.Get(), TRUE));
+    Check(control_->DoVerb(OLEIVERB_INPLACEACTIVATE, nullptr, site_.Get(), 0, window,
+                           &state_->place));
+    Check(control_.As(&state_->in_place_object));
+    connection_ = Connection(*browser_.Get(), __uuidof(DWebBrowserEvents2), *events_.Get());
+  } catch (...) {
+    // The control and its site hold each other.
+    state_->in_place_object.Reset();
+    state_->active_object.Reset();
+    control_->Close(OLECLOSE_NOSAVE);
+    control_->SetClientSite(nullptr);
+    throw;
+  }
+}
+
+BrowserHost::~BrowserHost() {
+  state_->owner = nullptr;
+  connection_ = Connection();
+  if (state_->in_place_object != nullptr) state_->in_place_object->InPlaceDeactivate();
+  control_->Close(OLECLOSE_NOSAVE);
+  control_->SetClientSite(nullptr);
+  state_->in_place_object.Reset();
+  state_->active_object.Reset();
+  state_->window = nullptr;
+}
+
+void BrowserHost::Move(const Rectangle& place) {
+  state_->place = ToRect(place);
+  Check(state_->in_place_object->SetObjectRects(&state_->place, &state_->place));
+}
+
+void BrowserHost::Navigate(const std::string& path) {
+  events_->ExpectPage(browser_.Get(), path);
+  CallMethod(*browser_.Get(), "Navigate", {path});
+}
+
+ComPtr<IDispatch> BrowserHost::Document() const {
+  ComPtr<IDispatch> document = GetProperty(*browser_.Get(), "Document").ToObject();
+  if (document == nullptr) throw base::Failure(base::RuntimeError::kObjectVariableNotSet);
+  return document;
+}
+
+HWND BrowserHost::Window() const {
+  HWND window = nullptr;
+  state_->in_place_object->GetWindow(&window);
+  return window;
+}
+
+bool BrowserHost::HasFocus() const {
+  const HWND window = Window();
+  const HWND focus = GetFocus();
+  return window != nullptr && focus != nullptr && (focus == window || IsChild(window, focus));
+}
+
+void BrowserHost::TakeFocus(MSG* tab) {
+  // A page that is still active would keep its focus where it was.
+  if (tab != nullptr) state_->in_place_object->UIDeactivate();
+  Check(control_->DoVerb(OLEIVERB_UIACTIVATE, tab, site_.Get(), 0, state_->window, &state_->place));
+  if (!HasFocus()) SetFocus(Window());
+}
+
+bool BrowserHost::TranslateKey(MSG& message) {
+  // Held here: handling the key may deactivate the page.
+  const ComPtr<IOleInPlaceActiveObject> active = state_->active_object;
+  return active != nullptr && active->TranslateAccelerator(&message) == S_OK;
+}
+
+void BrowserHost::OnWindowActivate(bool active) {
+  if (state_->active_object != nullptr) state_->active_object->OnFrameWindowActivate(active);
+}
+
+}  // namespace kitbay::platform::win32

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <windows.h>
+
+#include <ole2.h>
+#include <wrl/client.h>
+
+#include <string>
+
+#include "platform/main_window.h"
+#include "platform/win32/window/browser_events.h"
+#include "platform/win32/window/browser_site.h"
+#include "platform/win32/window/connection.h"
+
+namespace kitbay::platform::win32 {
+
+/// The system's WebBrowser control in a window, with everything that a page could run or load
+/// switched off. Failures are `base::Failure` with the HRESULT.
+class BrowserHost {
+ public:
+  /// Creates the control and activates it in `window`.
+  BrowserHost(HWND window, const Rectangle& place, BrowserOwner& owner);
+
+  /// Closes the control.
+  ~BrowserHost();
+  BrowserHost(const BrowserHost&) = delete;
+  BrowserHost& operator=(const BrowserHost&) = delete;
+
+  void Move(const Rectangle& place);
+  void Navigate(const std::string& path);
+
+  /// The document of the page. Fails with 91 when there is none.
+  Microsoft::WRL::ComPtr<IDispatch> Document() const;
+
+  bool HasFocus() const;
+
+  /// Gives the focus to the page; with a Tab key's message to its first or last element.
+  void TakeFocus(MSG* tab);
+
+  /// Offers a key to the page; true when the page has used it.
+  bool TranslateKey(MSG& message);
+
+  void OnWindowActivate(bool active);
+
+ private:
+  HWND Window() const;
+
+  BrowserSiteStateRef state_;
+  Microsoft::WRL::ComPtr<BrowserSite> site_;
+  Microsoft::WRL::ComPtr<BrowserEvents> events_;
+  Microsoft::WRL::ComPtr<IOleObject> control_;
+  Microsoft::WRL::ComPtr<IDispatch> browser_;
+  Connection connection_;
+};
+
+}  // namespace kitbay::platform::win32

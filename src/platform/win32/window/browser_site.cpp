@@ -1,0 +1,75 @@
+#include "platform/win32/window/browser_site.h"
+
+namespace kitbay::platform::win32 {
+namespace {
+
+// The documented bits of TranslateAccelerator's modifiers.
+constexpr DWORD kShiftDown = 1;
+constexpr DWORD kControlDown = 2;
+constexpr DWORD kAltDown = 4;
+
+}  // namespace
+
+HRESULT ClientSitePart::GetMoniker(DWORD, DWORD, IMoniker** moniker) {
+  if (moniker != nullptr) *moniker = nullptr;
+  return E_NOTIMPL;
+}
+
+HRESULT ClientSitePart::GetContainer(IOleContainer** container) {
+  if (container == nullptr) return E_POINTER;
+  *container = nullptr;
+  return E_NOINTERFACE;
+}
+
+HRESULT InPlaceSitePart::GetWindow(HWND* window) {
+  if (window == nullptr) return E_POINTER;
+  *window = state_->window;
+  return *window == nullptr ? E_FAIL : S_OK;
+}
+
+HRESULT InPlaceSitePart::GetWindowContext(IOleInPlaceFrame** frame, IOleInPlaceUIWindow** document,
+                                          LPRECT place, LPRECT clip, LPOLEINPLACEFRAMEINFO info) {
+  if (frame == nullptr || document == nullptr || place == nullptr || clip == nullptr ||
+      info == nullptr) {
+    return E_POINTER;
+  }
+  *document = nullptr;
+  try {
+    *frame = MakeComObject<BrowserFrame>(state_).Detach();
+  } catch (...) {
+    *frame = nullptr;
+    return E_OUTOFMEMORY;
+  }
+  *place = state_->place;
+  *clip = state_->place;
+  info->fMDIApp = FALSE;
+  info->hwndFrame = state_->window;
+  info->haccel = nullptr;
+  info->cAccelEntries = 0;
+  return S_OK;
+}
+
+HRESULT InPlaceSitePart::OnPosRectChange(LPCRECT) {
+  if (state_->in_place_object == nullptr) return E_UNEXPECTED;
+  return state_->in_place_object->SetObjectRects(&state_->place, &state_->place);
+}
+
+HRESULT ControlSitePart::GetExtendedControl(IDispatch** control) {
+  if (control != nullptr) *control = nullptr;
+  return E_NOTIMPL;
+}
+
+HRESULT ControlSitePart::TranslateAccelerator(MSG* message, DWORD modifiers) {
+  if (message == nullptr || message->message != WM_KEYDOWN || message->wParam != VK_TAB) {
+    return S_FALSE;
+  }
+  if (state_->owner == nullptr || (modifiers & (kControlDown | kAltDown)) != 0) return S_FALSE;
+  try {
+    state_->owner->FocusLeftPage((modifiers & kShiftDown) != 0);
+  } catch (...) {
+    return E_FAIL;
+  }
+  return S_OK;
+}
+
+}  // namespace kitbay::platform::win32

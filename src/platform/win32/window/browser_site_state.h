@@ -1,0 +1,36 @@
+#pragma once
+
+#include <windows.h>
+
+#include <ole2.h>
+#include <wrl/client.h>
+
+#include <memory>
+
+namespace kitbay::platform::win32 {
+
+/// What a browser control asks of the window that it lies in.
+class BrowserOwner {
+ public:
+  virtual ~BrowserOwner() = default;
+
+  /// The page given to the control has loaded.
+  virtual void PageComplete() = 0;
+
+  /// The focus passed the last element of the page; the first one when `backwards`.
+  virtual void FocusLeftPage(bool backwards) = 0;
+};
+
+/// What the parts of the control's container share. The control may hold them longer than the
+/// window lives: `window` is null and `owner` empty from then on.
+struct BrowserSiteState {
+  HWND window = nullptr;
+  BrowserOwner* owner = nullptr;
+  RECT place{};
+  Microsoft::WRL::ComPtr<IOleInPlaceObject> in_place_object;
+  Microsoft::WRL::ComPtr<IOleInPlaceActiveObject> active_object;
+};
+
+using BrowserSiteStateRef = std::shared_ptr<BrowserSiteState>;
+
+}  // namespace kitbay::platform::win32

@@ -1,0 +1,90 @@
+#pragma once
+
+#include <windows.h>
+
+#include <ole2.h>
+#include <wrl/client.h>
+
+#include <atomic>
+#include <type_traits>
+#include <utility>
+
+namespace kitbay::platform::win32 {
+
+/// Whether an object with `Interface` answers for `id`: for the interface itself and for those that
+/// it extends.
+template <class Interface>
+bool AnswersFor(REFIID id) {
+  return id == __uuidof(Interface) ||
+         (std::is_base_of_v<IDispatch, Interface> && id == __uuidof(IDispatch)) ||
+         (std::is_base_of_v<IOleWindow, Interface> && id == __uuidof(IOleWindow));
+}
+
+/// A counted COM object put together from parts. Each part implements the methods of one interface,
+/// which it names as `Interface`, and leaves those of IUnknown to this class.
+template <class FirstPart, class... Parts>
+class ObjectOfParts : public FirstPart, public Parts... {
+ public:
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
+    if (object == nullptr) return E_POINTER;
+    *object = nullptr;
+    if (id == __uuidof(IUnknown)) {
+      *object = static_cast<typename FirstPart::Interface*>(this);
+    } else {
+      (void)(Offer<FirstPart>(id, object) || ... || Offer<Parts>(id, object));
+    }
+    if (*object == nullptr) return E_NOINTERFACE;
+    this->AddRef();
+    return S_OK;
+  }
+
+  ULONG STDMETHODCALLTYPE AddRef() override { return ++count_; }
+
+  ULONG STDMETHODCALLTYPE Release() override {
+    const ULONG left = --count_;
+    if (left == 0) delete this;
+    return left;
+  }
+
+ protected:
+  /// Every part is made from the same `state`.
+  template <class... State>
+  explicit ObjectOfParts(const State&... state) : FirstPart(state...), Parts(state...)... {}
+  ObjectOfParts(const ObjectOfParts&) = delete;
+  ObjectOfParts& operator=(const ObjectOfParts&) = delete;
+  virtual ~ObjectOfParts() = default;
+
+ private:
+  template <class Part>
+  bool Offer(REFIID id, void** object) {
+    if (!AnswersFor<typename Part::Interface>(id)) return false;
+    *object = static_cast<typename Part::Interface*>(this);
+    return true;
+  }
+
+  std::atomic<ULONG> count_ = 0;
+};
+
+/// A part for an event interface: late-bound calls only, without type information.
+template <class EventInterface>
+class EventPart : public EventInterface {
+ public:
+  using Interface = EventInterface;
+  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
+    if (count == nullptr) return E_POINTER;
+    *count = 0;
+    return S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
+    return DISP_E_UNKNOWNNAME;
+  }
+};
+
+/// A new COM object with one reference.
+template <class Object, class... Arguments>
+Microsoft::WRL::ComPtr<Object> MakeComObject(Arguments&&... arguments) {
+  return new Object(std::forward<Arguments>(arguments)...);
+}
+
+}  // namespace kitbay::platform::win32

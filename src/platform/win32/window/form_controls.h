@@ -1,0 +1,51 @@
+#pragma once
+
+#include <windows.h>
+
+#include "platform/main_window.h"
+#include "platform/win32/system/handles.h"
+#include "platform/win32/window/help_label.h"
+#include "platform/win32/window/status_controls.h"
+#include "platform/win32/window/window_layout.h"
+
+namespace kitbay::platform::win32 {
+
+/// The numbers under which the controls report to the main window.
+inline constexpr int kDirectoriesId = 101;
+inline constexpr int kCloseId = 102;
+inline constexpr int kHelpId = 103;
+inline constexpr int kStatusBarId = 104;
+inline constexpr int kProgressBarId = 105;
+
+/// The main window's native controls. They belong to their window and go with it.
+class FormControls {
+ public:
+  /// Throws `base::Failure` with the HRESULT when a control cannot be created.
+  FormControls(HWND form, MainWindowEvents& events);
+
+  HWND directories() const { return directories_; }
+  HWND close() const { return close_; }
+  HelpLabel& help() { return help_; }
+  CommonStatusBar& status_bar() { return status_bar_; }
+  CommonProgressBar& progress_bar() { return progress_bar_; }
+
+  void SetResolution(int dpi);
+
+  /// Puts the controls in their places and gives the browser's.
+  Rectangle LayOut();
+
+  /// The button whose caption underlines `letter`; null when there is none.
+  HWND ButtonOfMnemonic(wchar_t letter) const;
+
+ private:
+  HWND form_;
+  int dpi_ = kLogicalDpi;
+  UniqueFont font_;
+  HWND directories_;
+  HWND close_;
+  HelpLabel help_;
+  CommonStatusBar status_bar_;
+  CommonProgressBar progress_bar_;
+};
+
+}  // namespace kitbay::platform::win32

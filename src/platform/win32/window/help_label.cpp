@@ -1,0 +1,96 @@
+#include "platform/win32/window/help_label.h"
+
+#include <commctrl.h>
+
+#include <utility>
+
+#include "base/failure.h"
+#include "platform/win32/com/com_failure.h"
+#include "platform/win32/system/utf.h"
+#include "platform/win32/window/screen_scale.h"
+
+namespace kitbay::platform::win32 {
+namespace {
+
+constexpr const wchar_t* kCaption = L"Help";
+constexpr int kInvalidPicture = 481;
+
+}  // namespace
+
+HelpLabel::HelpLabel(HWND parent, int id, MainWindowEvents& events)
+    : window_(CreateWindowExW(0, WC_STATICW, kCaption,
+                              WS_CHILD | WS_VISIBLE | SS_NOTIFY | SS_NOPREFIX, 0, 0, 0, 0, parent,
+                              reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
+                              GetModuleHandleW(nullptr), nullptr)),
+      events_(events) {
+  const DWORD error = GetLastError();
+  if (window_ == nullptr) throw FailureOf(HRESULT_FROM_WIN32(error));
+  SetWindowSubclass(window_, Subclass, 0, reinterpret_cast<DWORD_PTR>(this));
+}
+
+void HelpLabel::SetCursorFile(const std::string& path) {
+  const std::wstring file = ToUtf16(path);
+  const DWORD attributes = GetFileAttributesW(file.c_str());
+  if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
+    throw base::Failure(base::RuntimeError::kFileNotFound);
+  }
+  UniqueCursor loaded(static_cast<HCURSOR>(
+      LoadImageW(nullptr, file.c_str(), IMAGE_CURSOR, 0, 0, LR_LOADFROMFILE | LR_DEFAULTSIZE)));
+  if (!loaded) throw base::Failure(kInvalidPicture, "Invalid picture");
+  // The earlier one may be on the screen: it goes only after the new one is.
+  const UniqueCursor earlier = std::exchange(cursor_, std::move(loaded));
+  POINT mouse{};
+  if (GetCursorPos(&mouse) && WindowFromPoint(mouse) == window_) ShowCursor();
+}
+
+void HelpLabel::SetResolution(int dpi) {
+  UniqueFont font = MakeProgramFont(dpi, true);
+  SendMessageW(window_, WM_SETFONT, reinterpret_cast<WPARAM>(font.get()), TRUE);
+  font_ = std::move(font);
+}
+
+Extent HelpLabel::TextExtent() const {
+  const HDC device = GetDC(window_);
+  if (device == nullptr) return {};
+  const HGDIOBJ earlier = SelectObject(device, font_.get());
+  SIZE size{};
+  GetTextExtentPoint32W(device, kCaption, lstrlenW(kCaption), &size);
+  SelectObject(device, earlier);
+  ReleaseDC(window_, device);
+  return {size.cx, size.cy};
+}
+
+HBRUSH HelpLabel::PrepareColours(HDC device) const {
+  SetTextColor(device, GetSysColor(COLOR_HOTLIGHT));
+  SetBkMode(device, TRANSPARENT);
+  return GetSysColorBrush(COLOR_BTNFACE);
+}
+
+void HelpLabel::ShowCursor() const {
+  SetCursor(cursor_ ? cursor_.get() : LoadCursorW(nullptr, IDC_HAND));
+}
+
+LRESULT CALLBACK HelpLabel::Subclass(HWND window, UINT message, WPARAM wparam, LPARAM lparam,
+                                     UINT_PTR, DWORD_PTR label) {
+  auto* self = reinterpret_cast<HelpLabel*>(label);
+  try {
+    switch (message) {
+      case WM_MOUSEMOVE:
+        self->events_.lblHelp_MouseMove();
+        break;
+      case WM_SETCURSOR:
+        self->ShowCursor();
+        return TRUE;
+      case WM_NCDESTROY:
+        RemoveWindowSubclass(window, Subclass, 0);
+        break;
+      default:
+        break;
+    }
+  } catch (...) {
+    // Nothing may pass into the system; the message is handled as usual.
+  }
+  return DefSubclassProc(window, message, wparam, lparam);
+}
+
+}  // namespace kitbay::platform::win32

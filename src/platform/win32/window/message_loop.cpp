@@ -1,0 +1,38 @@
+#include "platform/win32/window/message_loop.h"
+
+#include <algorithm>
+#include <memory>
+
+#include "platform/win32/win32_platform.h"
+
+namespace kitbay::platform::win32 {
+
+void Win32MessageLoop::Run() {
+  MSG message{};
+  while (GetMessageW(&message, nullptr, 0, 0) > 0) {
+    if (IsHandledAsKey(message)) continue;
+    TranslateMessage(&message);
+    DispatchMessageW(&message);
+  }
+}
+
+void Win32MessageLoop::Quit() { PostQuitMessage(0); }
+
+void Win32MessageLoop::AddKeyFilter(KeyFilter& filter) { filters_.push_back(&filter); }
+
+void Win32MessageLoop::RemoveKeyFilter(KeyFilter& filter) { std::erase(filters_, &filter); }
+
+bool Win32MessageLoop::IsHandledAsKey(MSG& message) {
+  if (message.message < WM_KEYFIRST || message.message > WM_KEYLAST) return false;
+  // Copied: a key may close the window whose filter is being asked.
+  const std::vector<KeyFilter*> filters = filters_;
+  return std::any_of(filters.begin(), filters.end(), [&](KeyFilter* filter) {
+    const bool is_still_there =
+        std::find(filters_.begin(), filters_.end(), filter) != filters_.end();
+    return is_still_there && filter->HandleKey(message);
+  });
+}
+
+std::unique_ptr<MessageLoop> MakeMessageLoop() { return std::make_unique<Win32MessageLoop>(); }
+
+}  // namespace kitbay::platform::win32

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <windows.h>
+
+#include <vector>
+
+#include "platform/main_window.h"
+
+namespace kitbay::platform::win32 {
+
+/// Sees the keyboard's messages before the windows that they are for.
+class KeyFilter {
+ public:
+  virtual ~KeyFilter() = default;
+
+  /// Whether the message has been dealt with and goes no further.
+  virtual bool HandleKey(MSG& message) = 0;
+};
+
+class Win32MessageLoop final : public MessageLoop {
+ public:
+  void Run() override;
+  void Quit() override;
+
+  /// `filter` is asked until it is removed.
+  void AddKeyFilter(KeyFilter& filter);
+  void RemoveKeyFilter(KeyFilter& filter);
+
+ private:
+  bool IsHandledAsKey(MSG& message);
+
+  std::vector<KeyFilter*> filters_;
+};
+
+}  // namespace kitbay::platform::win32

@@ -1,0 +1,105 @@
+#include "platform/win32/window/status_controls.h"
+
+#include <commctrl.h>
+
+#include <algorithm>
+#include <array>
+
+#include "base/failure.h"
+#include "platform/win32/com/com_failure.h"
+#include "platform/win32/system/utf.h"
+#include "platform/win32/window/window_layout.h"
+
+namespace kitbay::platform::win32 {
+namespace {
+
+constexpr int kPanelCount = 2;
+
+HWND CreateControl(const wchar_t* control_class, DWORD style, HWND parent, int id) {
+  const HWND window = CreateWindowExW(0, control_class, nullptr, WS_CHILD | style, 0, 0, 0, 0,
+                                      parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
+                                      GetModuleHandleW(nullptr), nullptr);
+  const DWORD error = GetLastError();
+  if (window == nullptr) throw FailureOf(HRESULT_FROM_WIN32(error));
+  return window;
+}
+
+WPARAM IndexOfPanel(int panel) {
+  if (panel < 1 || panel > kPanelCount) {
+    throw base::Failure(base::RuntimeError::kSubscriptOutOfRange);
+  }
+  return static_cast<WPARAM>(panel - 1);
+}
+
+}  // namespace
+
+CommonStatusBar::CommonStatusBar(HWND parent, int id)
+    : window_(CreateControl(STATUSCLASSNAMEW, WS_VISIBLE | SBARS_SIZEGRIP, parent, id)) {}
+
+int CommonStatusBar::Height() const {
+  RECT place{};
+  GetWindowRect(window_, &place);
+  return place.bottom - place.top;
+}
+
+void CommonStatusBar::FitToParent() { SendMessageW(window_, WM_SIZE, 0, 0); }
+
+void CommonStatusBar::SetResolution(int dpi, HFONT font) {
+  SendMessageW(window_, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
+  const std::array<int, kPanelCount> right_edges{ProgressPanelWidth(dpi), -1};
+  SendMessageW(window_, SB_SETPARTS, kPanelCount, reinterpret_cast<LPARAM>(right_edges.data()));
+}
+
+std::string CommonStatusBar::PanelText(int panel) const {
+  const WPARAM index = IndexOfPanel(panel);
+  const auto length =
+      static_cast<std::size_t>(LOWORD(SendMessageW(window_, SB_GETTEXTLENGTHW, index, 0)));
+  std::wstring text(length + 1, L'\0');
+  SendMessageW(window_, SB_GETTEXTW, index, reinterpret_cast<LPARAM>(text.data()));
+  text.resize(length);
+  return ToUtf8(text);
+}
+
+void CommonStatusBar::SetPanelText(int panel, const std::string& text) {
+  const WPARAM index = IndexOfPanel(panel);
+  const std::wstring wide = ToUtf16(text);
+  SendMessageW(window_, SB_SETTEXTW, index, reinterpret_cast<LPARAM>(wide.c_str()));
+}
+
+Rectangle CommonStatusBar::PanelRectangle(int panel) const {
+  RECT place{};
+  SendMessageW(window_, SB_GETRECT, IndexOfPanel(panel), reinterpret_cast<LPARAM>(&place));
+  return {static_cast<int>(place.left), static_cast<int>(place.top), static_cast<int>(place.right),
+          static_cast<int>(place.bottom)};
+}
+
+CommonProgressBar::CommonProgressBar(HWND form, int id, const CommonStatusBar& status_bar)
+    : form_(form),
+      status_bar_(status_bar),
+      window_(CreateControl(PROGRESS_CLASSW, PBS_SMOOTH, form, id)) {
+  constexpr int kWhole = 100;
+  SendMessageW(window_, PBM_SETRANGE32, 0, kWhole);
+}
+
+void CommonProgressBar::FollowStatusBar() {
+  if (GetParent(window_) == status_bar_.window()) Move(status_bar_.PanelRectangle(1));
+}
+
+void CommonProgressBar::SetParent(bool status_bar) {
+  ::SetParent(window_, status_bar ? status_bar_.window() : form_);
+}
+
+void CommonProgressBar::Move(const Rectangle& place) {
+  MoveWindow(window_, place.left, place.top, place.right - place.left, place.bottom - place.top,
+             TRUE);
+}
+
+void CommonProgressBar::SetVisible(bool visible) {
+  ShowWindow(window_, visible ? SW_SHOWNA : SW_HIDE);
+}
+
+void CommonProgressBar::SetValue(int percent) {
+  SendMessageW(window_, PBM_SETPOS, static_cast<WPARAM>(std::clamp(percent, 0, 100)), 0);
+}
+
+}  // namespace kitbay::platform::win32
