@@ -1,0 +1,273 @@
+// e2e_probe COMMAND [ARGUMENT...]: looks at the desktop, or uses Kitbay's objects, from a process
+// of its own, and prints one line of JSON.
+//
+//   windows                 the visible top-level windows from the top of the screen down
+//   press CAPTION BUTTON    presses a button of the top-level window of that caption
+//   minimize CAPTION         minimises the top-level window of that caption
+//   key CAPTION CODE        a key goes down and up in the focused control of that window
+//   registry                creates Kitbay.Registry, calls its members in the interface's order
+//   manager                 creates Kitbay.Manager and calls BringToFront
+//
+// It exits with 1, and prints {"error":...}, when that cannot be done.
+#include <windows.h>
+// After windows.h, which they need.
+#include <objbase.h>
+#include <oleauto.h>
+#include <shellapi.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace {
+
+std::string Utf8(const std::wstring& text) {
+  if (text.empty()) {
+    return {};
+  }
+  const int length = static_cast<int>(text.size());
+  const int size =
+      WideCharToMultiByte(CP_UTF8, 0, text.data(), length, nullptr, 0, nullptr, nullptr);
+  std::string utf8(static_cast<std::size_t>(size), '\0');
+  WideCharToMultiByte(CP_UTF8, 0, text.data(), length, utf8.data(), size, nullptr, nullptr);
+  return utf8;
+}
+
+std::string Quoted(const std::string& text) {
+  std::string json = "\"";
+  for (const char c : text) {
+    if (c == '"' || c == '\\') {
+      json += '\\';
+    }
+    if (static_cast<unsigned char>(c) < 0x20) {
+      char escape[8];
+      std::snprintf(escape, sizeof escape, "\\u%04x", static_cast<unsigned>(c));
+      json += escape;
+    } else {
+      json += c;
+    }
+  }
+  return json + "\"";
+}
+
+std::string Quoted(const std::wstring& text) { return Quoted(Utf8(text)); }
+
+std::wstring Caption(HWND window) {
+  std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
+  text.resize(
+      static_cast<std::size_t>(GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));
+  return text;
+}
+
+// The text of a control of another process, which GetWindowText does not ask for.
+std::wstring ControlText(HWND control) {
+  DWORD_PTR length = 0;
+  SendMessageTimeoutW(control, WM_GETTEXTLENGTH, 0, 0, SMTO_ABORTIFHUNG, 5000, &length);
+  std::wstring text(length + 1, L'\0');
+  DWORD_PTR copied = 0;
+  SendMessageTimeoutW(control, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()),
+                      SMTO_ABORTIFHUNG, 5000, &copied);
+  text.resize(copied);
+  return text;
+}
+
+std::wstring ClassName(HWND window) {
+  wchar_t name[128];
+  const int length = GetClassNameW(window, name, 128);
+  return {name, static_cast<std::size_t>(length)};
+}
+
+std::vector<HWND> Children(HWND window) {
+  std::vector<HWND> children;
+  EnumChildWindows(
+      window,
+      [](HWND child, LPARAM list) -> BOOL {
+        reinterpret_cast<std::vector<HWND>*>(list)->push_back(child);
+        return TRUE;
+      },
+      reinterpret_cast<LPARAM>(&children));
+  return children;
+}
+
+std::string Describe(HWND window) {
+  DWORD process = 0;
+  GetWindowThreadProcessId(window, &process);
+  RECT place{};
+  GetWindowRect(window, &place);
+  std::string json =
+      "{\"class\":" + Quoted(ClassName(window)) + ",\"caption\":" + Quoted(Caption(window)) +
+      ",\"process\":" + std::to_string(process) + ",\"topmost\":" +
+      ((GetWindowLongW(window, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0 ? "true" : "false") +
+      ",\"foreground\":" + (GetForegroundWindow() == window ? "true" : "false") +
+      ",\"minimized\":" + (IsIconic(window) ? "true" : "false") + ",\"place\":[" +
+      std::to_string(place.left) + "," + std::to_string(place.top) + "," +
+      std::to_string(place.right) + "," + std::to_string(place.bottom) + "],\"controls\":[";
+  const char* separator = "";
+  for (const HWND child : Children(window)) {
+    json += separator + ("{\"class\":" + Quoted(ClassName(child))) +
+            ",\"text\":" + Quoted(ControlText(child)) +
+            ",\"visible\":" + (IsWindowVisible(child) ? "true" : "false") + "}";
+    separator = ",";
+  }
+  return json + "]}";
+}
+
+// EnumWindows goes through the windows in their order on the screen, the topmost first.
+std::string Windows() {
+  std::string json = "[";
+  EnumWindows(
+      [](HWND window, LPARAM text) -> BOOL {
+        if (IsWindowVisible(window)) {
+          std::string& list = *reinterpret_cast<std::string*>(text);
+          list += (list.size() > 1 ? "," : "") + Describe(window);
+        }
+        return TRUE;
+      },
+      reinterpret_cast<LPARAM>(&json));
+  return json + "]";
+}
+
+HWND Needed(const std::wstring& caption) {
+  const HWND window = FindWindowW(nullptr, caption.c_str());
+  if (window == nullptr) {
+    throw std::runtime_error("no window " + Utf8(caption));
+  }
+  return window;
+}
+
+std::string Press(const std::wstring& caption, const std::wstring& button) {
+  for (const HWND child : Children(Needed(caption))) {
+    if (ClassName(child) == L"Button" && ControlText(child) == button) {
+      PostMessageW(child, BM_CLICK, 0, 0);
+      return "true";
+    }
+  }
+  throw std::runtime_error("no button " + Utf8(button));
+}
+
+std::string Minimize(const std::wstring& caption) {
+  ShowWindow(Needed(caption), SW_MINIMIZE);
+  return "true";
+}
+
+std::string Key(const std::wstring& caption, const std::wstring& code) {
+  const HWND window = Needed(caption);
+  GUITHREADINFO info{};
+  info.cbSize = sizeof info;
+  GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &info);
+  const HWND target = info.hwndFocus != nullptr ? info.hwndFocus : window;
+  const auto key = static_cast<WPARAM>(std::wcstol(code.c_str(), nullptr, 0));
+  PostMessageW(target, WM_KEYDOWN, key, 1);
+  PostMessageW(target, WM_KEYUP, key, static_cast<LPARAM>(0xC0000001U));
+  return Quoted(ClassName(target));
+}
+
+void Check(HRESULT result, const char* step) {
+  if (FAILED(result)) {
+    char text[64];
+    std::snprintf(text, sizeof text, "%s: 0x%08lx", step, static_cast<unsigned long>(result));
+    throw std::runtime_error(text);
+  }
+}
+
+class Apartment {
+ public:
+  Apartment() { Check(CoInitialize(nullptr), "CoInitialize"); }
+  ~Apartment() { CoUninitialize(); }
+  Apartment(const Apartment&) = delete;
+  Apartment& operator=(const Apartment&) = delete;
+};
+
+class Object {
+ public:
+  explicit Object(const wchar_t* prog_id) {
+    CLSID class_id{};
+    Check(CLSIDFromProgID(prog_id, &class_id), "CLSIDFromProgID");
+    Check(CoCreateInstance(class_id, nullptr, CLSCTX_LOCAL_SERVER, IID_IDispatch,
+                           reinterpret_cast<void**>(&dispatch_)),
+          "CoCreateInstance");
+  }
+  ~Object() { dispatch_->Release(); }
+  Object(const Object&) = delete;
+  Object& operator=(const Object&) = delete;
+
+  std::string Invoke(const wchar_t* member, WORD flags) {
+    DISPID id = 0;
+    auto* name = const_cast<wchar_t*>(member);
+    Check(dispatch_->GetIDsOfNames(GUID{}, &name, 1, LOCALE_USER_DEFAULT, &id), "GetIDsOfNames");
+    DISPPARAMS none{};
+    VARIANT result;
+    VariantInit(&result);
+    Check(
+        dispatch_->Invoke(id, GUID{}, LOCALE_USER_DEFAULT, flags, &none, &result, nullptr, nullptr),
+        "Invoke");
+    std::string json = "null";
+    if (result.vt == VT_BSTR) {
+      json = Quoted(std::wstring(result.bstrVal, SysStringLen(result.bstrVal)));
+    } else if (result.vt == VT_I4) {
+      json = std::to_string(result.lVal);
+    }
+    VariantClear(&result);
+    return json;
+  }
+
+ private:
+  IDispatch* dispatch_ = nullptr;
+};
+
+std::string UseRegistry() {
+  const Apartment apartment;
+  Object registry(L"Kitbay.Registry");
+  const std::string handler = registry.Invoke(L"RegisterUrlHandler", DISPATCH_METHOD);
+  const std::string path = registry.Invoke(L"GetAppDataPath", DISPATCH_METHOD);
+  const std::string key = registry.Invoke(L"ROOT_REGISTRY_KEY", DISPATCH_PROPERTYGET);
+  return "{\"RegisterUrlHandler\":" + handler + ",\"GetAppDataPath\":" + path +
+         ",\"ROOT_REGISTRY_KEY\":" + key + "}";
+}
+
+std::string UseManager() {
+  const Apartment apartment;
+  Object manager(L"Kitbay.Manager");
+  return "{\"BringToFront\":" + manager.Invoke(L"BringToFront", DISPATCH_METHOD) + "}";
+}
+
+std::string Run(const std::vector<std::wstring>& arguments) {
+  const std::wstring command = arguments.empty() ? L"" : arguments[0];
+  if (command == L"windows") {
+    return Windows();
+  }
+  if (command == L"press" && arguments.size() == 3) {
+    return Press(arguments[1], arguments[2]);
+  }
+  if (command == L"minimize" && arguments.size() == 2) {
+    return Minimize(arguments[1]);
+  }
+  if (command == L"key" && arguments.size() == 3) {
+    return Key(arguments[1], arguments[2]);
+  }
+  if (command == L"registry") {
+    return UseRegistry();
+  }
+  if (command == L"manager") {
+    return UseManager();
+  }
+  throw std::runtime_error("unknown command");
+}
+
+}  // namespace
+
+int main() {
+  int count = 0;
+  wchar_t** words = CommandLineToArgvW(GetCommandLineW(), &count);
+  const std::vector<std::wstring> arguments(words + 1, words + count);
+  LocalFree(words);
+  try {
+    std::printf("%s\n", Run(arguments).c_str());
+    return 0;
+  } catch (const std::exception& error) {
+    std::printf("{\"error\":%s}\n", Quoted(std::string(error.what())).c_str());
+    return 1;
+  }
+}
