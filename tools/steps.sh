@@ -6,6 +6,9 @@ if ! flock -n 8; then
   flock 8
 fi
 
+# release_tree: lets others build in this tree again.
+release_tree() { exec 8>&-; }
+
 say() { echo "[kitbay] $*"; }
 
 # step NAME COMMAND...: runs a command with its output in build/log/, tells how long it took, and
