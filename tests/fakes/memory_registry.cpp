@@ -71,7 +71,8 @@ MemoryRegistry::ValueResult MemoryRegistry::Query(RegistryKey key, const std::st
   }
   const auto& values = keys_.at(FoldCase(handle->second.path)).values;
   const auto value = values.find(FoldCase(name));
-  if (value == values.end() || value->second.type != kTextType) {
+  if (value == values.end() ||
+      (value->second.type != kTextType && value->second.type != kExpandableTextType)) {
     return {kRegistryFileNotFound, "", 0};
   }
   const std::string& bytes = value->second.bytes;

@@ -12,8 +12,9 @@
 
 namespace kitbay::fakes {
 
-/// The type of a text value, and of two that are none.
+/// Types of values: two that are text and two that are none.
 inline constexpr std::uint32_t kTextType = 1;
+inline constexpr std::uint32_t kExpandableTextType = 2;
 inline constexpr std::uint32_t kBinaryType = 3;
 inline constexpr std::uint32_t kNumberType = 4;
 

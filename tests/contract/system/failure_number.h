@@ -1,0 +1,19 @@
+#pragma once
+
+#include <functional>
+
+#include "base/failure.h"
+
+namespace kitbay::contract {
+
+/// The number of the failure that `step` ends with; 0 when it ends without one.
+inline int FailureNumber(const std::function<void()>& step) {
+  try {
+    step();
+  } catch (const base::Failure& failure) {
+    return failure.number();
+  }
+  return 0;
+}
+
+}  // namespace kitbay::contract

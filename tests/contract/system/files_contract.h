@@ -1,0 +1,247 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "contract/system/failure_number.h"
+#include "platform/files.h"
+
+namespace kitbay::contract {
+
+/// A file system to test, and what else happens in it.
+class FilesWorld {
+ public:
+  virtual ~FilesWorld() = default;
+  virtual platform::Files& files() = 0;
+
+  /// An empty folder for the test, on drive C:, without a separator at its end.
+  virtual std::string folder() const = 0;
+  virtual void SetReadOnly(const std::string& path) = 0;
+  virtual void SetLastModified(const std::string& path, const platform::LocalTime& time) = 0;
+
+  /// Has another program open the file for itself alone, until the end of the test.
+  virtual void HoldOpen(const std::string& path) = 0;
+  virtual std::vector<std::string> Names(const std::string& folder) const = 0;
+};
+
+class FilesContract : public testing::TestWithParam<std::unique_ptr<FilesWorld> (*)()> {
+ protected:
+  std::string In(const std::string& name) const { return world_->folder() + "\\" + name; }
+  platform::Files& files() { return world_->files(); }
+  int ReadFailure(const std::string& path) {
+    return FailureNumber([&] { files().Read(path); });
+  }
+  int WriteFailure(const std::string& path) {
+    return FailureNumber([&] { files().Write(path, "new"); });
+  }
+  int ReplaceFailure(const std::string& path) {
+    return FailureNumber([&] { files().Replace(path, "new"); });
+  }
+
+  std::unique_ptr<FilesWorld> world_ = GetParam()();
+};
+
+inline std::string EveryByte() {
+  std::string bytes;
+  for (int byte = 0; byte < 256; ++byte) {
+    bytes.push_back(static_cast<char>(byte));
+  }
+  return bytes + "\r\n\n\r\x1A";
+}
+
+TEST_P(FilesContract, ReadGivesTheBytesThatWereWritten) {
+  files().Write(In("bytes.bin"), EveryByte());
+  EXPECT_EQ(files().Read(In("bytes.bin")), EveryByte());
+  files().Write(In("empty.bin"), "");
+  EXPECT_EQ(files().Read(In("empty.bin")), "");
+}
+
+TEST_P(FilesContract, WriteLeavesNothingOfALongerFile) {
+  files().Write(In("a.txt"), std::string(100'000, 'x'));
+  files().Write(In("a.txt"), "short");
+  EXPECT_EQ(files().Read(In("a.txt")), "short");
+}
+
+TEST_P(FilesContract, LetterCaseOfNamesDoesNotMatter) {
+  files().CreateFolder(In("Größe"));
+  files().Write(In("Größe\\Übersicht.XML"), "1");
+  EXPECT_EQ(files().Read(In("GRÖßE\\übersicht.xml")), "1");
+  EXPECT_TRUE(files().Exists(In("größe\\ÜBERSICHT.Xml")));
+  files().Write(In("größe\\übersicht.xml"), "2");
+  EXPECT_EQ(world_->Names(In("Größe")), std::vector<std::string>{"Übersicht.XML"});
+}
+
+TEST_P(FilesContract, NamesOfOtherScriptsAreKept) {
+  files().Write(In("設定 данные.xml"), "x");
+  EXPECT_EQ(files().Read(In("設定 данные.xml")), "x");
+  EXPECT_EQ(world_->Names(world_->folder()), std::vector<std::string>{"設定 данные.xml"});
+}
+
+TEST_P(FilesContract, BothSeparatorsAndDotPartsNameTheSameFile) {
+  files().CreateFolder(world_->folder() + "/sub");
+  files().Write(In("sub\\a.txt"), "1");
+  EXPECT_EQ(files().Read(world_->folder() + "/sub/a.txt"), "1");
+  EXPECT_EQ(files().Read(In(".\\sub\\.\\a.txt")), "1");
+  EXPECT_EQ(files().Read(In("sub\\..\\sub\\\\a.txt")), "1");
+}
+
+TEST_P(FilesContract, ALeadingSeparatorStartsAtTheRootOfTheCurrentDrive) {
+  files().Write(In("a.txt"), "1");
+  EXPECT_EQ(files().Read(In("a.txt").substr(2)), "1");
+}
+
+TEST_P(FilesContract, ExistsFindsFilesFoldersAndRoots) {
+  files().CreateFolder(In("sub"));
+  files().Write(In("a.txt"), "");
+  EXPECT_TRUE(files().Exists(In("a.txt")));
+  EXPECT_TRUE(files().Exists(In("sub")));
+  EXPECT_TRUE(files().Exists(In("sub\\")));
+  EXPECT_TRUE(files().Exists("C:\\"));
+  EXPECT_TRUE(files().Exists("\\"));
+}
+
+TEST_P(FilesContract, ExistsFindsNothingElse) {
+  files().Write(In("a.txt"), "");
+  EXPECT_FALSE(files().Exists(""));
+  EXPECT_FALSE(files().Exists(In("b.txt")));
+  EXPECT_FALSE(files().Exists(In("missing\\a.txt")));
+  EXPECT_FALSE(files().Exists(In("a.txt\\b.txt")));
+  EXPECT_FALSE(files().Exists("Q:\\"));
+  EXPECT_FALSE(files().Exists("Q:\\a.txt"));
+}
+
+TEST_P(FilesContract, ExistsLooksForAPatternAsAListingDoes) {
+  files().Write(In("update-7.xml"), "");
+  EXPECT_TRUE(files().Exists(In("update-?.xml")));
+  EXPECT_TRUE(files().Exists(In("*.XML")));
+  EXPECT_FALSE(files().Exists(In("*.zip")));
+}
+
+TEST_P(FilesContract, ReadTellsWhatIsMissing) {
+  files().Write(In("a.txt"), "");
+  EXPECT_EQ(ReadFailure(In("missing.txt")), 53);
+  EXPECT_EQ(ReadFailure(In("missing\\a.txt")), 76);
+  EXPECT_EQ(ReadFailure(In("a.txt\\b.txt")), 76);
+  EXPECT_EQ(ReadFailure("Q:\\a.txt"), 76);
+  EXPECT_EQ(ReadFailure(""), 76);
+}
+
+TEST_P(FilesContract, AFolderInPlaceOfAFileIsDenied) {
+  files().CreateFolder(In("sub"));
+  EXPECT_EQ(ReadFailure(In("sub")), 70);
+  EXPECT_EQ(WriteFailure(In("sub")), 70);
+  EXPECT_EQ(ReplaceFailure(In("sub")), 70);
+  EXPECT_EQ(world_->Names(world_->folder()), std::vector<std::string>{"sub"});
+}
+
+TEST_P(FilesContract, AReadOnlyFileIsReadButNotWritten) {
+  files().Write(In("a.txt"), "old");
+  world_->SetReadOnly(In("a.txt"));
+  EXPECT_EQ(WriteFailure(In("a.txt")), 70);
+  EXPECT_EQ(ReplaceFailure(In("a.txt")), 70);
+  EXPECT_EQ(files().Read(In("a.txt")), "old");
+  EXPECT_EQ(world_->Names(world_->folder()), std::vector<std::string>{"a.txt"});
+}
+
+TEST_P(FilesContract, AFileThatAnotherProgramHoldsIsDenied) {
+  files().Write(In("a.txt"), "old");
+  world_->HoldOpen(In("a.txt"));
+  EXPECT_EQ(ReadFailure(In("a.txt")), 70);
+  EXPECT_EQ(WriteFailure(In("a.txt")), 70);
+  EXPECT_EQ(ReplaceFailure(In("a.txt")), 70);
+  EXPECT_EQ(world_->Names(world_->folder()), std::vector<std::string>{"a.txt"});
+}
+
+TEST_P(FilesContract, WritingTellsThatTheFolderIsMissing) {
+  files().Write(In("a.txt"), "");
+  EXPECT_EQ(WriteFailure(In("missing\\a.txt")), 76);
+  EXPECT_EQ(WriteFailure(In("a.txt\\b.txt")), 76);
+  EXPECT_EQ(WriteFailure(""), 76);
+  EXPECT_EQ(ReplaceFailure(In("missing\\a.txt")), 76);
+  EXPECT_EQ(ReplaceFailure(In("a.txt\\b.txt")), 76);
+  EXPECT_EQ(ReplaceFailure(""), 76);
+}
+
+TEST_P(FilesContract, ANameThatNoFileCanBearIsRefused) {
+  using namespace std::string_literals;
+  for (const std::string& name : {"a?.xml"s, "a*.xml"s, "a|b"s, "a<b>"s, "a\"b"s, "a\0b"s}) {
+    EXPECT_EQ(WriteFailure(In(name)), 75) << name;
+    EXPECT_EQ(ReplaceFailure(In(name)), 75) << name;
+    EXPECT_EQ(ReadFailure(In(name)), 75) << name;
+  }
+  EXPECT_EQ(world_->Names(world_->folder()), std::vector<std::string>{});
+}
+
+TEST_P(FilesContract, ReplacePutsTheNewBytesInPlace) {
+  files().Write(In("a.xml"), std::string(100'000, 'x'));
+  files().Replace(In("A.xml"), EveryByte());
+  EXPECT_EQ(files().Read(In("a.xml")), EveryByte());
+  EXPECT_EQ(world_->Names(world_->folder()).size(), 1U);
+}
+
+TEST_P(FilesContract, ReplaceCreatesAMissingFile) {
+  files().Replace(In("ä.xml"), "new");
+  EXPECT_EQ(files().Read(In("ä.xml")), "new");
+  EXPECT_EQ(world_->Names(world_->folder()), std::vector<std::string>{"ä.xml"});
+}
+
+TEST_P(FilesContract, CreateFolderMakesOneFolder) {
+  files().CreateFolder(In("Ordner ä"));
+  files().Write(In("Ordner ä\\a.txt"), "1");
+  EXPECT_EQ(files().Read(In("Ordner ä\\a.txt")), "1");
+}
+
+TEST_P(FilesContract, CreateFolderTellsWhyItCannot) {
+  files().CreateFolder(In("sub"));
+  files().Write(In("a.txt"), "");
+  const auto failure = [&](const std::string& path) {
+    return FailureNumber([&] { files().CreateFolder(path); });
+  };
+  EXPECT_EQ(failure(In("SUB")), 75);
+  EXPECT_EQ(failure(In("a.txt")), 75);
+  EXPECT_EQ(failure(In("missing\\sub")), 76);
+  EXPECT_EQ(failure("Q:\\sub"), 76);
+  EXPECT_EQ(failure(""), 76);
+}
+
+TEST_P(FilesContract, LastModifiedIsLocalTimeInWinterAndSummer) {
+  files().Write(In("a.txt"), "");
+  for (const platform::LocalTime& time :
+       {platform::LocalTime{2026, 1, 15, 23, 59, 58}, platform::LocalTime{2026, 7, 15, 0, 0, 0},
+        platform::LocalTime{1999, 12, 31, 12, 30, 1}}) {
+    world_->SetLastModified(In("a.txt"), time);
+    EXPECT_EQ(files().LastModified(In("A.TXT")), time);
+  }
+}
+
+TEST_P(FilesContract, LastModifiedTellsWhatIsMissing) {
+  const auto failure = [&](const std::string& path) {
+    return FailureNumber([&] { files().LastModified(path); });
+  };
+  EXPECT_EQ(failure(In("missing.txt")), 53);
+  EXPECT_EQ(failure(In("missing\\a.txt")), 76);
+  EXPECT_EQ(failure(""), 76);
+}
+
+TEST_P(FilesContract, PathsOfThreeHundredCharactersWork) {
+  std::string folder = world_->folder();
+  while (folder.size() < 300) {
+    folder += "\\a folder with quite a long name";
+    files().CreateFolder(folder);
+  }
+  const std::string path = folder + "/a.txt";
+  files().Write(path, "1");
+  files().Replace(path, "2");
+  EXPECT_EQ(files().Read(path), "2");
+  EXPECT_TRUE(files().Exists(path));
+  EXPECT_TRUE(files().Exists(folder));
+  EXPECT_FALSE(files().Exists(folder + "\\b.txt"));
+  EXPECT_EQ(ReadFailure(folder + "\\b.txt"), 53);
+  world_->SetLastModified(path, {2026, 11, 21, 10, 15, 30});
+  EXPECT_EQ(files().LastModified(path), (platform::LocalTime{2026, 11, 21, 10, 15, 30}));
+}
+
+}  // namespace kitbay::contract
