@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "platform/win32/com/com_failure.h"
+#include "platform/win32/com/own_type_library.h"
 #include "platform/win32/system/handles.h"
 
 namespace kitbay::platform::win32 {
@@ -55,40 +56,41 @@ void KeepText(const std::wstring& key, const wchar_t* name, const std::wstring& 
                                static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t))));
 }
 
-void KeepClass(const ServerRegistration& server, const ServerRegistration::Class& entry) {
+void KeepClass(const ServerRegistration& server, const ServerRegistration::Class& entry,
+               const TypeLibraryFacts& library) {
   const std::wstring id = TextOfGuid(entry.id);
-  KeepText(entry.prog_id, nullptr, entry.name);
+  KeepText(entry.prog_id, nullptr, entry.prog_id);
   KeepText(entry.prog_id + L"\\CLSID", nullptr, id);
 
   const std::wstring key = L"CLSID\\" + id;
-  KeepText(key, nullptr, entry.name);
+  KeepText(key, nullptr, entry.prog_id);
   KeepText(key + L"\\ProgID", nullptr, entry.prog_id);
-  KeepText(key + L"\\TypeLib", nullptr, TextOfGuid(server.type_library));
-  KeepText(key + L"\\Version", nullptr, server.version);
+  KeepText(key + L"\\TypeLib", nullptr, TextOfGuid(library.id));
+  KeepText(key + L"\\Version", nullptr, library.version);
   if (server.kind == ServerRegistration::Kind::kLocalServer) {
     // Quoted, so that a folder with blanks is not taken for a program and its arguments.
-    KeepText(key + L"\\LocalServer32", nullptr, L"\"" + server.module_path + L"\"");
+    KeepText(key + L"\\LocalServer32", nullptr, L"\"" + OwnModulePath() + L"\"");
   } else {
-    KeepText(key + L"\\InprocServer32", nullptr, server.module_path);
+    KeepText(key + L"\\InprocServer32", nullptr, OwnModulePath());
     KeepText(key + L"\\InprocServer32", L"ThreadingModel", L"Apartment");
   }
 }
 
-void KeepTypeLibrary(const ServerRegistration& server) {
-  const std::wstring key = L"TypeLib\\" + TextOfGuid(server.type_library) + L"\\" + server.version;
-  KeepText(key, nullptr, server.type_library_name);
-  KeepText(key + L"\\0\\" + kPlatform, nullptr, server.module_path);
+void KeepTypeLibrary(const TypeLibraryFacts& library) {
+  const std::wstring path = OwnModulePath();
+  const std::wstring key = L"TypeLib\\" + TextOfGuid(library.id) + L"\\" + library.version;
+  KeepText(key, nullptr, library.name);
+  KeepText(key + L"\\0\\" + kPlatform, nullptr, path);
   KeepText(key + L"\\FLAGS", nullptr, L"0");
-  KeepText(key + L"\\HELPDIR", nullptr,
-           server.module_path.substr(0, server.module_path.find_last_of(L'\\')));
+  KeepText(key + L"\\HELPDIR", nullptr, path.substr(0, path.find_last_of(L'\\')));
 }
 
-void KeepInterface(const ServerRegistration& server, const ServerRegistration::Interface& entry) {
+void KeepInterface(const TypeLibraryFacts::Interface& entry, const TypeLibraryFacts& library) {
   const std::wstring key = L"Interface\\" + TextOfGuid(entry.id);
   KeepText(key, nullptr, entry.name);
   KeepText(key + L"\\ProxyStubClsid32", nullptr, kAutomationMarshaler);
-  KeepText(key + L"\\TypeLib", nullptr, TextOfGuid(server.type_library));
-  KeepText(key + L"\\TypeLib", L"Version", server.version);
+  KeepText(key + L"\\TypeLib", nullptr, TextOfGuid(library.id));
+  KeepText(key + L"\\TypeLib", L"Version", library.version);
 }
 
 void RemoveTree(const std::wstring& key) {
@@ -99,18 +101,22 @@ void RemoveTree(const std::wstring& key) {
 }  // namespace
 
 void KeepRegistered(const ServerRegistration& server) {
-  for (const auto& entry : server.classes) KeepClass(server, entry);
-  KeepTypeLibrary(server);
-  for (const auto& entry : server.interfaces) KeepInterface(server, entry);
+  const TypeLibraryFacts library = OwnTypeLibraryFacts();
+  for (const auto& entry : server.classes) KeepClass(server, entry, library);
+  KeepTypeLibrary(library);
+  for (const auto& entry : library.dual_interfaces) KeepInterface(entry, library);
 }
 
 void Unregister(const ServerRegistration& server) {
+  const TypeLibraryFacts library = OwnTypeLibraryFacts();
   for (const auto& entry : server.classes) {
     RemoveTree(entry.prog_id);
     RemoveTree(L"CLSID\\" + TextOfGuid(entry.id));
   }
-  for (const auto& entry : server.interfaces) RemoveTree(L"Interface\\" + TextOfGuid(entry.id));
-  RemoveTree(L"TypeLib\\" + TextOfGuid(server.type_library));
+  for (const auto& entry : library.dual_interfaces) {
+    RemoveTree(L"Interface\\" + TextOfGuid(entry.id));
+  }
+  RemoveTree(L"TypeLib\\" + TextOfGuid(library.id));
 }
 
 }  // namespace kitbay::platform::win32

@@ -11,7 +11,6 @@
 #include "platform/win32/com/com_failure.h"
 #include "platform/win32/com/service_class_factory.h"
 #include "platform/win32/com/service_objects.h"
-#include "platform/win32/com/type_info.h"
 #include "platform/win32/win32_platform.h"
 
 namespace kitbay::platform::win32 {
@@ -45,15 +44,9 @@ class LocalServer : public ComServer {
   ~LocalServer() override { RevokeClassObjects(); }
 
   void KeepRegistrationCurrent() override {
-    KeepRegistered({
-        .kind = ServerRegistration::Kind::kLocalServer,
-        .module_path = OwnModulePath(),
-        .type_library = LIBID_Kitbay,
-        .type_library_name = L"Kitbay",
-        .classes = {{__uuidof(::Manager), L"Kitbay.Manager", L"Kitbay.Manager"},
-                    {__uuidof(::Registry), L"Kitbay.Registry", L"Kitbay.Registry"}},
-        .interfaces = {{__uuidof(::IManager), L"IManager"}, {__uuidof(::IRegistry), L"IRegistry"}},
-    });
+    KeepRegistered({.kind = ServerRegistration::Kind::kLocalServer,
+                    .classes = {{__uuidof(::Manager), L"Kitbay.Manager"},
+                                {__uuidof(::Registry), L"Kitbay.Registry"}}});
   }
 
   void RegisterClassObjects(ServiceFactory& factory) override {

@@ -8,7 +8,7 @@
 #include <atomic>
 #include <new>
 
-#include "platform/win32/com/type_info.h"
+#include "platform/win32/com/own_type_library.h"
 
 namespace kitbay::platform::win32 {
 
