@@ -23,8 +23,7 @@ Failure AsFailure(const std::exception_ptr& error) {
 
 }  // namespace
 
-void LogFailure(ErrorLog& log, const std::string& procedure,
-                const std::exception_ptr& error) noexcept {
+void LogFailure(ErrorLog& log, const char* procedure, const std::exception_ptr& error) noexcept {
   try {
     const Failure failure = AsFailure(error);
     log.LogError(log.TimeText(), procedure, failure.number(), failure.description());

@@ -2,7 +2,7 @@
 
 #include <exception>
 #include <functional>
-#include <string>
+#include <utility>
 
 #include "base/error_log.h"
 
@@ -10,8 +10,7 @@ namespace kitbay::base {
 
 /// Logs `error` as a failure of `procedure`. An error that the log itself raises is dropped: there
 /// is no other place to report it.
-void LogFailure(ErrorLog& log, const std::string& procedure,
-                const std::exception_ptr& error) noexcept;
+void LogFailure(ErrorLog& log, const char* procedure, const std::exception_ptr& error) noexcept;
 
 /// Runs `body` as the procedure named `procedure`. A failure ends the body, is written to `log` as
 /// one entry and goes no further. Returns whether the body ran to its end.
