@@ -14,7 +14,8 @@ using base::RuntimeError;
 constexpr std::int32_t kInvalidData = static_cast<std::int32_t>(0x8007000D);
 
 constexpr unsigned kParseOptions = pugi::parse_default | pugi::parse_comments | pugi::parse_pi |
-                                   pugi::parse_declaration | pugi::parse_doctype;
+                                   pugi::parse_declaration | pugi::parse_doctype |
+                                   pugi::parse_fragment;
 
 constexpr const char* kWhiteSpace = " \t\r\n";
 
@@ -24,13 +25,16 @@ constexpr const char* kWhiteSpace = " \t\r\n";
   throw Failure(kInvalidData, path + " is not a well-formed document: " + why);
 }
 
-// The parser accepts more than one document element, and skips over a document type declaration
-// whose entities it does not know; neither belongs in the suite's files.
+// Parsed as a fragment, so that what stands outside of the document element is seen here. The
+// parser does not know the entities of a document type declaration; the suite's files have none.
 void CheckShape(pugi::xml_document& document, const std::string& path) {
   int elements = 0;
   for (const pugi::xml_node& node : document.children()) {
     if (node.type() == pugi::node_doctype) {
       RaiseInvalid(document, path, "a document type declaration is not allowed");
+    }
+    if (node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata) {
+      RaiseInvalid(document, path, "text outside of the document element is not allowed");
     }
     elements += node.type() == pugi::node_element ? 1 : 0;
   }
@@ -39,12 +43,22 @@ void CheckShape(pugi::xml_document& document, const std::string& path) {
   }
 }
 
-void AppendText(const pugi::xml_node& node, std::string& text) {
-  if (node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata) {
-    text += node.value();
+// The node after `node` in document order below `top`; none after the last.
+pugi::xml_node NextBelow(const pugi::xml_node& top, pugi::xml_node node) {
+  if (node.first_child()) {
+    return node.first_child();
   }
-  for (const pugi::xml_node& child : node.children()) {
-    AppendText(child, text);
+  while (node != top && !node.next_sibling()) {
+    node = node.parent();
+  }
+  return node == top ? pugi::xml_node() : node.next_sibling();
+}
+
+// In memory, and so also when it is saved, the document is UTF-8, whatever the file was.
+void DeclareUtf8(pugi::xml_document& document) {
+  const pugi::xml_node first = document.first_child();
+  if (first.type() == pugi::node_declaration && first.attribute("encoding")) {
+    first.attribute("encoding").set_value("UTF-8");
   }
 }
 
@@ -60,6 +74,9 @@ void LoadXml(const platform::Files& files, const std::string& path, pugi::xml_do
                  std::string(result.description()) + " at byte " + std::to_string(result.offset));
   }
   CheckShape(document, path);
+  if (result.encoding != pugi::encoding_utf8) {
+    DeclareUtf8(document);
+  }
 }
 
 bool TryLoadXml(const platform::Files& files, const std::string& path,
@@ -82,8 +99,13 @@ std::string ElementText(const pugi::xml_node& node) {
   if (!node) {
     throw Failure(RuntimeError::kObjectVariableNotSet);
   }
+  // Walked without recursion: a file may nest as deep as it is long.
   std::string text;
-  AppendText(node, text);
+  for (pugi::xml_node at = NextBelow(node, node); at; at = NextBelow(node, at)) {
+    if (at.type() == pugi::node_pcdata || at.type() == pugi::node_cdata) {
+      text += at.value();
+    }
+  }
   const auto first = text.find_first_not_of(kWhiteSpace);
   if (first == std::string::npos) {
     return {};
