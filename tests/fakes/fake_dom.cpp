@@ -161,7 +161,7 @@ void DomTree::DetachChildren(DomNode& node) {
 std::vector<DomNode*> DomTree::WithIdOrName(const std::string& name) const {
   const auto found = index_.find(name);
   if (found == index_.end()) return {};
-  std::vector<DomNode*> nodes = found->second;
+  std::vector<DomNode*> nodes(found->second.begin(), found->second.end());
   if (nodes.size() > 1) {
     std::sort(nodes.begin(), nodes.end(),
               [](const DomNode* a, const DomNode* b) { return PathOf(*a) < PathOf(*b); });
@@ -170,12 +170,12 @@ std::vector<DomNode*> DomTree::WithIdOrName(const std::string& name) const {
 }
 
 void DomTree::AddToIndex(DomNode& node) {
-  for (const std::string& key : IndexKeys(node)) index_[key].push_back(&node);
+  for (const std::string& key : IndexKeys(node)) index_[key].insert(&node);
   for (DomNode* child : node.children_) AddToIndex(*child);
 }
 
 void DomTree::TakeFromIndex(DomNode& node) {
-  for (const std::string& key : IndexKeys(node)) std::erase(index_[key], &node);
+  for (const std::string& key : IndexKeys(node)) index_[key].erase(&node);
   for (DomNode* child : node.children_) TakeFromIndex(*child);
 }
 

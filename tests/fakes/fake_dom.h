@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 namespace kitbay::fakes {
@@ -86,7 +87,7 @@ class DomTree {
 
   std::vector<std::unique_ptr<DomNode>> nodes_;
   DomNode* document_;
-  std::unordered_map<std::string, std::vector<DomNode*>> index_;
+  std::unordered_map<std::string, std::unordered_set<DomNode*>> index_;
 };
 
 bool IsWhiteSpace(std::string_view text);

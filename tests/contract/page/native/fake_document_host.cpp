@@ -1,13 +1,14 @@
 #include <memory>
 #include <string>
 
+#include "contract/page/events_contract.h"
 #include "contract/page/html_document_contract.h"
 #include "fakes/fake_html_document.h"
 
 namespace kitbay::contract {
 namespace {
 
-class FakeDocumentHost : public HtmlDocumentHost {
+class FakeDocumentHost : public HtmlClickHost {
  public:
   std::shared_ptr<platform::HtmlDocument> Load(const std::string& page_markup,
                                                platform::HtmlDocumentEvents& events) override {
@@ -17,14 +18,20 @@ class FakeDocumentHost : public HtmlDocumentHost {
     return shown_;
   }
 
+  void Click(const platform::HtmlNodeRef& element) override { shown_->Click(element); }
+
  private:
   std::shared_ptr<fakes::FakeHtmlDocument> shown_;
 };
 
 std::unique_ptr<HtmlDocumentHost> MakeHost() { return std::make_unique<FakeDocumentHost>(); }
+std::unique_ptr<HtmlClickHost> MakeClickHost() { return std::make_unique<FakeDocumentHost>(); }
 
 INSTANTIATE_TEST_SUITE_P(Native, HtmlDocumentContract,
                          ::testing::Values(HtmlDocumentHostFactory{"Fake", &MakeHost}), NameOfHost);
+INSTANTIATE_TEST_SUITE_P(Native, HtmlEventsContract,
+                         ::testing::Values(HtmlClickHostFactory{"Fake", &MakeClickHost}),
+                         NameOfClickHost);
 
 }  // namespace
 }  // namespace kitbay::contract

@@ -1,0 +1,72 @@
+#include "contract/page/windows/loaded_window.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace kitbay::contract {
+namespace {
+
+constexpr ULONGLONG kTimeLimitMs = 30'000;
+constexpr DWORD kTurnMs = 20;
+
+}  // namespace
+
+LoadedWindow::LoadedWindow()
+    : loop_(platform::win32::MakeMessageLoop()), window_(platform::win32::MakeMainWindow(*loop_)) {
+  window_->Load(*this);
+}
+
+LoadedWindow::~LoadedWindow() {
+  on_told = [](const std::string&) {};
+  window_->Unload();
+}
+
+void LoadedWindow::Tell(const std::string& what) {
+  told.push_back(what);
+  on_told(what);
+}
+
+bool LoadedWindow::RunUntil(const std::function<bool()>& is_done) {
+  const ULONGLONG start = GetTickCount64();
+  // The real loop does the work; a timer lets it come back to look.
+  const UINT_PTR timer = SetTimer(nullptr, 0, kTurnMs, [](HWND, UINT, UINT_PTR, DWORD) {
+    PostQuitMessage(0);
+  });
+  while (!is_done() && GetTickCount64() - start < kTimeLimitMs) loop_->Run();
+  KillTimer(nullptr, timer);
+  if (is_done()) return true;
+  ADD_FAILURE() << "waited in vain";
+  return false;
+}
+
+void LoadedWindow::RunWaiting() {
+  loop_->Quit();
+  loop_->Run();
+}
+
+bool LoadedWindow::ShowPage(const std::string& path) {
+  const auto completed = [this] {
+    return std::count(told.begin(), told.end(), "WebBrowser1_DocumentComplete");
+  };
+  const auto before = completed();
+  window_->Navigate(path);
+  return RunUntil([&] { return completed() > before; });
+}
+
+HWND LoadedWindow::Control(const wchar_t* control_class, const wchar_t* caption) const {
+  return FindWindowExW(handle(), nullptr, control_class, caption);
+}
+
+HWND LoadedWindow::Browser() const {
+  // The child at the top left corner, whatever the control calls its window class.
+  return ChildWindowFromPointEx(handle(), {1, 1}, CWP_SKIPINVISIBLE);
+}
+
+void LoadedWindow::PressKey(WPARAM key) {
+  PostMessageW(GetFocus(), WM_KEYDOWN, key, 1);
+  PostMessageW(GetFocus(), WM_KEYUP, key, static_cast<LPARAM>(0xC0000001));
+  RunWaiting();
+}
+
+}  // namespace kitbay::contract

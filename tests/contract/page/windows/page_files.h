@@ -1,0 +1,27 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+namespace kitbay::contract {
+
+/// A folder of its own for the pages of a test program, removed with everything in it.
+class PageFiles {
+ public:
+  PageFiles();
+  ~PageFiles();
+  PageFiles(const PageFiles&) = delete;
+  PageFiles& operator=(const PageFiles&) = delete;
+
+  /// Writes a page under a name that no page had before, and gives its path.
+  std::string Write(const std::string& markup);
+
+  /// Writes the file `name` beside the pages, and gives its path.
+  std::string WriteAs(const std::string& name, const std::string& content);
+
+ private:
+  std::filesystem::path folder_;
+  int count_ = 0;
+};
+
+}  // namespace kitbay::contract
