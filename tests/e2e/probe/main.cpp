@@ -138,10 +138,13 @@ HWND Needed(const std::wstring& caption) {
 }
 
 std::string Press(const std::wstring& caption, const std::wstring& button) {
-  for (const HWND child : Children(Needed(caption))) {
-    if (ClassName(child) == L"Button" && ControlText(child) == button) {
-      PostMessageW(child, BM_CLICK, 0, 0);
-      return "true";
+  for (HWND window = FindWindowW(nullptr, caption.c_str()); window != nullptr;
+       window = FindWindowExW(nullptr, window, nullptr, caption.c_str())) {
+    for (const HWND child : Children(window)) {
+      if (ClassName(child) == L"Button" && ControlText(child) == button) {
+        PostMessageW(child, BM_CLICK, 0, 0);
+        return "true";
+      }
     }
   }
   throw std::runtime_error("no button " + Utf8(button));
