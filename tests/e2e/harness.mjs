@@ -186,9 +186,10 @@ export const rowsOf = (container) => `
     open: getComputedStyle(row.children[1]).display !== 'none',
   }))`;
 
-/** Leaves a picture of the whole screen in build/e2e. */
-export async function picture(name) {
-  const folder = path.join(root, 'build/e2e');
+/** Leaves a picture of the whole screen in `folder`. */
+export async function picture(name, folder = path.join(root, 'build/e2e')) {
   fs.mkdirSync(folder, { recursive: true });
-  await run('import', ['-window', 'root', path.join(folder, `${name}.png`)]);
+  const file = path.join(folder, `${name}.png`);
+  await run('import', ['-window', 'root', file]);
+  return file;
 }
