@@ -1,15 +1,18 @@
 #include "text_stream.h"
 
+#include <string>
 #include <string_view>
 
+#include "base/failure.h"
 #include "platform/win32/com/com_failure.h"
-#include "runtime_error.h"
 
 namespace ovalink {
 
 using kitbay::platform::win32::ReportCurrentException;
 
 namespace {
+
+kitbay::base::Failure BadFileMode() { return {54, "Bad file mode"}; }
 
 BSTR ToBstr(std::wstring_view text) {
   const BSTR value = SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));
@@ -81,12 +84,12 @@ STDMETHODIMP TextStream::Close() {
 }
 
 TextReader& TextStream::Reader() const {
-  if (!reader_) throw writer_ ? BadFileMode() : BadFileName();
+  if (!reader_) throw BadFileMode();
   return *reader_;
 }
 
 TextWriter& TextStream::Writer() const {
-  if (!writer_) throw reader_ ? BadFileMode() : BadFileName();
+  if (!writer_) throw BadFileMode();
   return *writer_;
 }
 
