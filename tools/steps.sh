@@ -12,7 +12,7 @@ release_tree() { exec 8>&-; }
 say() { echo "[kitbay] $*"; }
 
 # step NAME COMMAND...: runs a command with its output in build/log/, tells how long it took, and
-# shows the end of the output where it failed.
+# shows what matters of the output where it failed.
 step() {
   local name=$1 log=build/log/${1//[^a-zA-Z0-9_-]/_}.log start=$SECONDS code=0
   shift
@@ -20,8 +20,10 @@ step() {
   if [ $code -eq 0 ]; then
     say "$name: $((SECONDS - start)) s"
   else
-    say "$name: FAILED after $((SECONDS - start)) s (exit code $code); the end of $log:"
-    tail -n 60 "$log"
+    say "$name: FAILED after $((SECONDS - start)) s (exit code $code); from $log:"
+    grep -E 'error:|undefined reference|^FAILED|\*\*\*' "$log" | head -n 40
+    echo '…'
+    tail -n 25 "$log"
   fi
   return $code
 }
@@ -34,7 +36,8 @@ build_preset() {
   if [ ! "build/$preset/build.ninja" -nt CMakePresets.json ]; then
     step "$preset: configure" cmake --preset "$preset" || return
   fi
-  step "$preset: build" cmake --build --preset "$preset" -j "$(nproc)" --target "$@"
+  step "$preset: build" cmake --build --preset "$preset" -j "$(nproc)" --target "$@" \
+    -- -k 0
 }
 
 # build_windows TRIPLET PRESET
