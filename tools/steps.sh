@@ -21,7 +21,7 @@ step() {
     say "$name: $((SECONDS - start)) s"
   else
     say "$name: FAILED after $((SECONDS - start)) s (exit code $code); from $log:"
-    grep -E 'error:|undefined reference|^FAILED|\*\*\*' "$log" | head -n 40
+    grep -E 'error:|CMake Error|undefined reference|^FAILED|\*\*\*' "$log" | head -n 40
     echo '…'
     tail -n 25 "$log"
   fi
