@@ -125,7 +125,6 @@ TEST_P(FilesContract, ReadTellsWhatIsMissing) {
   EXPECT_EQ(ReadFailure(In("missing.txt")), 53);
   EXPECT_EQ(ReadFailure(In("missing\\a.txt")), 76);
   EXPECT_EQ(ReadFailure(In("a.txt\\b.txt")), 76);
-  EXPECT_EQ(ReadFailure("Q:\\a.txt"), 76);
   EXPECT_EQ(ReadFailure(""), 76);
 }
 
@@ -203,7 +202,6 @@ TEST_P(FilesContract, CreateFolderTellsWhyItCannot) {
   EXPECT_EQ(failure(In("SUB")), 75);
   EXPECT_EQ(failure(In("a.txt")), 75);
   EXPECT_EQ(failure(In("missing\\sub")), 76);
-  EXPECT_EQ(failure("Q:\\sub"), 76);
   EXPECT_EQ(failure(""), 76);
 }
 

@@ -16,8 +16,8 @@ class VersionResourceWorld {
   virtual const platform::VersionResource& versions() = 0;
 
   /// A folder, without a separator at its end, with the libraries "Größe 1.dll" of file version
-  /// 1.2.40000.65535, "plain.dll" without a version resource, "cut.dll", the first half of the
-  /// former, and the text file "text.dll".
+  /// 1.2.40000.65535, "plain.dll" without a version resource, "cut.dll", the first kilobyte of
+  /// the versioned one, and the text file "text.dll".
   virtual std::string folder() const = 0;
 };
 

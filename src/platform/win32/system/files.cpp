@@ -6,10 +6,10 @@
 
 #include "platform/files.h"
 #include "platform/win32/system/handles.h"
+#include "platform/win32/system/overwriting.h"
 #include "platform/win32/system/replacement_file.h"
 #include "platform/win32/system/system_failure.h"
 #include "platform/win32/system/system_path.h"
-#include "platform/win32/system/write_all.h"
 #include "platform/win32/win32_platform.h"
 
 namespace kitbay::platform::win32 {
@@ -86,8 +86,10 @@ std::string Win32Files::Read(const std::string& path) const {
 }
 
 void Win32Files::Write(const std::string& path, std::string_view bytes) {
-  const UniqueFile file(CreateFileW(ToSystemPath(path).c_str(), GENERIC_WRITE, FILE_SHARE_READ,
-                                    nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+  const std::wstring system_path = ToSystemPath(path);
+  const DWORD attributes = DemandOverwritable(system_path);
+  const UniqueFile file(CreateFileW(system_path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
+                                    CREATE_ALWAYS, attributes, nullptr));
   const DWORD error = GetLastError();
   if (!file) {
     throw FileFailure(error);

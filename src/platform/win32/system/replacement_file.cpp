@@ -2,8 +2,8 @@
 
 #include <utility>
 
+#include "platform/win32/system/overwriting.h"
 #include "platform/win32/system/system_failure.h"
-#include "platform/win32/system/write_all.h"
 
 namespace kitbay::platform::win32 {
 namespace {
@@ -18,17 +18,12 @@ std::wstring TemporaryName(const std::wstring& target, int number) {
 }  // namespace
 
 ReplacementFile::ReplacementFile(std::wstring target) : target_(std::move(target)) {
-  const DWORD attributes = GetFileAttributesW(target_.c_str());
-  const bool exists = attributes != INVALID_FILE_ATTRIBUTES;
-  if (exists && (attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY)) != 0) {
-    throw FileFailure(ERROR_ACCESS_DENIED);
-  }
   // The file keeps what it was marked with, such as hidden.
-  const DWORD kept = exists && attributes != 0 ? attributes : FILE_ATTRIBUTE_NORMAL;
+  const DWORD attributes = DemandOverwritable(target_);
   for (int number = 1; !file_; ++number) {
     path_ = TemporaryName(target_, number);
-    file_.reset(
-        CreateFileW(path_.c_str(), GENERIC_WRITE | DELETE, 0, nullptr, CREATE_NEW, kept, nullptr));
+    file_.reset(CreateFileW(path_.c_str(), GENERIC_WRITE | DELETE, 0, nullptr, CREATE_NEW,
+                            attributes, nullptr));
     const DWORD error = GetLastError();
     if (!file_ && (error != ERROR_FILE_EXISTS || number == kMostNames)) {
       throw FileFailure(error);

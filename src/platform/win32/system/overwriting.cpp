@@ -1,4 +1,4 @@
-#include "platform/win32/system/write_all.h"
+#include "platform/win32/system/overwriting.h"
 
 #include <algorithm>
 #include <limits>
@@ -6,6 +6,17 @@
 #include "platform/win32/system/system_failure.h"
 
 namespace kitbay::platform::win32 {
+
+DWORD DemandOverwritable(const std::wstring& path) {
+  const DWORD attributes = GetFileAttributesW(path.c_str());
+  if (attributes == INVALID_FILE_ATTRIBUTES) {
+    return FILE_ATTRIBUTE_NORMAL;
+  }
+  if ((attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY)) != 0) {
+    throw FileFailure(ERROR_ACCESS_DENIED);
+  }
+  return attributes;
+}
 
 void WriteAll(HANDLE file, std::string_view bytes) {
   constexpr std::size_t kMostAtOnce = std::numeric_limits<DWORD>::max();

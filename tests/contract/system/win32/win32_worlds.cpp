@@ -1,0 +1,193 @@
+#include <windows.h>
+
+#include <chrono>
+#include <ctime>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "contract/system/clock_contract.h"
+#include "contract/system/desktop_contract.h"
+#include "contract/system/files_contract.h"
+#include "contract/system/registry_contract.h"
+#include "contract/system/version_resource_contract.h"
+#include "contract/system/win32/message_box_user.h"
+#include "contract/system/win32/scratch_folder.h"
+#include "contract/system/win32/test_window.h"
+#include "platform/win32/system/handles.h"
+#include "platform/win32/system/system_path.h"
+#include "platform/win32/system/utf.h"
+#include "platform/win32/win32_platform.h"
+
+namespace kitbay::contract {
+namespace {
+
+using platform::win32::ToSystemPath;
+using platform::win32::ToUtf16;
+using platform::win32::ToUtf8;
+using platform::win32::UniqueFile;
+using platform::win32::UniqueFind;
+using platform::win32::UniqueRegistryKey;
+
+class Win32FilesWorld : public FilesWorld {
+ public:
+  Win32FilesWorld() { SetCurrentDirectoryW(L"C:\\"); }
+  platform::Files& files() override { return *files_; }
+  std::string folder() const override { return folder_.path(); }
+  void SetReadOnly(const std::string& path) override {
+    ASSERT_TRUE(SetFileAttributesW(ToSystemPath(path).c_str(), FILE_ATTRIBUTE_READONLY));
+  }
+  void SetLastModified(const std::string& path, const platform::LocalTime& time) override {
+    const SYSTEMTIME local{static_cast<WORD>(time.year),
+                           static_cast<WORD>(time.month),
+                           0,
+                           static_cast<WORD>(time.day),
+                           static_cast<WORD>(time.hour),
+                           static_cast<WORD>(time.minute),
+                           static_cast<WORD>(time.second),
+                           0};
+    SYSTEMTIME utc{};
+    FILETIME file_time{};
+    ASSERT_TRUE(TzSpecificLocalTimeToSystemTime(nullptr, &local, &utc));
+    ASSERT_TRUE(SystemTimeToFileTime(&utc, &file_time));
+    const UniqueFile file(CreateFileW(ToSystemPath(path).c_str(), FILE_WRITE_ATTRIBUTES, 0, nullptr,
+                                      OPEN_EXISTING, 0, nullptr));
+    ASSERT_TRUE(SetFileTime(file.get(), nullptr, nullptr, &file_time));
+  }
+  void HoldOpen(const std::string& path) override {
+    held_.emplace_back(CreateFileW(ToSystemPath(path).c_str(), GENERIC_READ, 0, nullptr,
+                                   OPEN_EXISTING, 0, nullptr));
+    ASSERT_TRUE(held_.back());
+  }
+  std::vector<std::string> Names(const std::string& folder) const override {
+    std::vector<std::string> names;
+    WIN32_FIND_DATAW entry{};
+    const UniqueFind listing(FindFirstFileW((ToUtf16(folder) + L"\\*").c_str(), &entry));
+    do {
+      const std::string name = ToUtf8(entry.cFileName);
+      if (listing && name != "." && name != "..") {
+        names.push_back(name);
+      }
+    } while (listing && FindNextFileW(listing.get(), &entry));
+    return names;
+  }
+
+ private:
+  ScratchFolder folder_;
+  std::unique_ptr<platform::Files> files_ = platform::win32::MakeFiles();
+  std::vector<UniqueFile> held_;
+};
+
+class Win32RegistryWorld : public RegistryWorld {
+ public:
+  Win32RegistryWorld() {
+    RegCreateKeyExW(HKEY_CURRENT_USER, ToUtf16(scratch()).c_str(), 0, nullptr,
+                    REG_OPTION_NON_VOLATILE, KEY_ALL_ACCESS, nullptr, key_.put(), nullptr);
+  }
+  ~Win32RegistryWorld() override {
+    key_.reset();
+    RegDeleteTreeW(HKEY_CURRENT_USER, ToUtf16(scratch()).c_str());
+  }
+  platform::RegistryKeys& keys() override { return *keys_; }
+  std::string scratch() const override {
+    return "Software\\Kitbay.Tests\\" + std::to_string(GetCurrentProcessId());
+  }
+  void AddText(const std::string& name, const std::string& text) override {
+    Add(name, REG_SZ, ToUtf16(text));
+  }
+  void AddExpandableText(const std::string& name, const std::string& text) override {
+    Add(name, REG_EXPAND_SZ, ToUtf16(text));
+  }
+  void AddBinary(const std::string& name, const std::string& bytes) override {
+    Add(name, REG_BINARY, bytes.data(), bytes.size());
+  }
+  void AddNumber(const std::string& name, std::uint32_t number) override {
+    Add(name, REG_DWORD, &number, sizeof(number));
+  }
+
+ private:
+  void Add(const std::string& name, DWORD type, const std::wstring& text) {
+    Add(name, type, text.c_str(), (text.size() + 1) * sizeof(wchar_t));
+  }
+  void Add(const std::string& name, DWORD type, const void* data, std::size_t size) {
+    ASSERT_EQ(RegSetValueExW(key_.get(), ToUtf16(name).c_str(), 0, type,
+                             static_cast<const BYTE*>(data), static_cast<DWORD>(size)),
+              ERROR_SUCCESS);
+  }
+
+  UniqueRegistryKey key_;
+  std::unique_ptr<platform::RegistryKeys> keys_ = platform::win32::MakeRegistryKeys();
+};
+
+class Win32ClockWorld : public ClockWorld {
+ public:
+  platform::Clock& clock() override { return *clock_; }
+  platform::LocalTime WallClock() const override {
+    const std::time_t now = std::chrono::system_clock::to_time_t(std::chrono::system_clock::now());
+    const std::tm local = *std::localtime(&now);
+    return {local.tm_year + 1900, local.tm_mon + 1, local.tm_mday,
+            local.tm_hour,        local.tm_min,     local.tm_sec};
+  }
+
+ private:
+  std::unique_ptr<platform::Clock> clock_ = platform::win32::MakeClock();
+};
+
+class Win32VersionResourceWorld : public VersionResourceWorld {
+ public:
+  Win32VersionResourceWorld() {
+    const std::string built = platform::win32::FindProgramPlace().folder;
+    const auto files = platform::win32::MakeFiles();
+    const std::string versioned = files->Read(built + "\\kitbay_contract_versioned.dll");
+    files->Write(folder() + "\\Größe 1.dll", versioned);
+    files->Write(folder() + "\\cut.dll", versioned.substr(0, 1024));
+    files->Write(folder() + "\\plain.dll", files->Read(built + "\\kitbay_contract_plain.dll"));
+    files->Write(folder() + "\\text.dll", "no library");
+  }
+  const platform::VersionResource& versions() override { return *versions_; }
+  std::string folder() const override { return folder_.path(); }
+
+ private:
+  ScratchFolder folder_;
+  std::unique_ptr<platform::VersionResource> versions_ = platform::win32::MakeVersionResource();
+};
+
+class Win32DesktopWorld : public DesktopWorld {
+ public:
+  platform::Desktop& desktop() override { return *desktop_; }
+  platform::WindowHandle AddWindow(const std::string& caption, bool stays) override {
+    windows_.push_back(std::make_unique<TestWindow>(caption, stays));
+    return {reinterpret_cast<std::uintptr_t>(windows_.back()->handle())};
+  }
+  bool HasWindow(platform::WindowHandle window) const override {
+    return IsWindow(reinterpret_cast<HWND>(window.value));
+  }
+  void AnswerNext(const std::string& title, const std::string& text, int answer) override {
+    user_.reset();
+    user_ = std::make_unique<MessageBoxUser>(title, text, answer);
+  }
+  bool UserSawThem() override { return user_->SawThem(); }
+
+ private:
+  std::unique_ptr<platform::Desktop> desktop_ = platform::win32::MakeDesktop();
+  std::vector<std::unique_ptr<TestWindow>> windows_;
+  std::unique_ptr<MessageBoxUser> user_;
+};
+
+template <typename Base, typename World>
+std::unique_ptr<Base> Make() {
+  return std::make_unique<World>();
+}
+
+}  // namespace
+
+INSTANTIATE_TEST_SUITE_P(Win32, FilesContract, testing::Values(&Make<FilesWorld, Win32FilesWorld>));
+INSTANTIATE_TEST_SUITE_P(Win32, RegistryContract,
+                         testing::Values(&Make<RegistryWorld, Win32RegistryWorld>));
+INSTANTIATE_TEST_SUITE_P(Win32, ClockContract, testing::Values(&Make<ClockWorld, Win32ClockWorld>));
+INSTANTIATE_TEST_SUITE_P(Win32, VersionResourceContract,
+                         testing::Values(&Make<VersionResourceWorld, Win32VersionResourceWorld>));
+INSTANTIATE_TEST_SUITE_P(Win32, DesktopContract,
+                         testing::Values(&Make<DesktopWorld, Win32DesktopWorld>));
+
+}  // namespace kitbay::contract
