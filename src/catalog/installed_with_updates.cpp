@@ -29,11 +29,11 @@ void InstalledWithUpdates::ListEntries(const InstalledTable& table, CheckOfOneSo
   if (!registry_files_.TryLoadDatastore(datastore)) {
     return;
   }
+  shown_.ClearRows();
   if (!datastore.select_node(table.registry_list)) {
     rows_.FillDivStatus(table.container, table.nothing);
     return;
   }
-  shown_.ClearRows();
   const pugi::xpath_node_set entries = SelectNodes(datastore, table.entries);
   if (entries.size() + static_cast<std::size_t>(custom_entries) > 0) {
     RowNumber row;
@@ -66,11 +66,11 @@ bool InstalledWithUpdates::ListDatastoreChannels(RowNumber& row) {
   if (!registry_files_.TryLoadDatastore(datastore)) {
     return false;
   }
+  shown_.ClearRows();
   if (!datastore.select_node(table.registry_list)) {
     rows_.FillDivStatus(table.container, table.nothing);
     return true;
   }
-  shown_.ClearRows();
   rows_.FillDivHeader(table.container, kInstalledBar, table.heading);
   CheckAllSources(&UpdateCheck::AddInfo, SelectNodes(datastore, table.entries), row);
   return true;
