@@ -1,0 +1,63 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "base/failure.h"
+#include "catalog/installed_with_updates.h"
+
+namespace kitbay::catalog {
+
+/// Writes every call down, in order, as "AddAddonInfo news.xml [chat dice] 1 2": the manifest, the
+/// ids of the installed entries and the numbers of the rows that it takes, one per entry.
+class RecordingUpdateCheck : public UpdateCheck {
+ public:
+  explicit RecordingUpdateCheck(InstalledRows& shown) : shown_(shown) {}
+
+  void AddAddonInfo(const pugi::xpath_node_set& installed, const std::string& manifest,
+                    RowNumber& row) override {
+    Note("AddAddonInfo", installed, manifest, row);
+  }
+  void AddTransportInfo(const pugi::xpath_node_set& installed, const std::string& manifest,
+                        RowNumber& row) override {
+    Note("AddTransportInfo", installed, manifest, row);
+  }
+  void AddInfo(const pugi::xpath_node_set& installed, const std::string& manifest,
+               RowNumber& row) override {
+    Note("AddInfo", installed, manifest, row);
+  }
+  void AddCustomInfo(const pugi::xpath_node_set& installed, const std::string& manifest,
+                     RowNumber& row) override {
+    Note("AddCustomInfo", installed, manifest, row);
+  }
+
+  std::vector<std::string> calls;
+  std::vector<InstalledRows> shown_at_call;  ///< the collections as each call found them
+  bool notes_ids = true;  ///< whether the entries' ids go into the shared collections
+  bool fails = false;     ///< whether each call ends in error 9 once it is written down
+
+ private:
+  void Note(const std::string& procedure, const pugi::xpath_node_set& installed,
+            const std::string& manifest, RowNumber& row) {
+    shown_at_call.push_back(shown_);
+    std::string ids;
+    std::string rows;
+    for (const pugi::xpath_node& entry : installed) {
+      const std::string id = entry.node().attribute("id").value();
+      ids += (ids.empty() ? "" : " ") + id;
+      rows += " " + std::to_string(row.Next());
+      if (notes_ids) {
+        shown_.ids.push_back(id);
+        shown_.installed_ids.push_back(id);
+      }
+    }
+    calls.push_back(procedure + " " + manifest + " [" + ids + "]" + rows);
+    if (fails) {
+      throw base::Failure(base::RuntimeError::kSubscriptOutOfRange);
+    }
+  }
+
+  InstalledRows& shown_;
+};
+
+}  // namespace kitbay::catalog
