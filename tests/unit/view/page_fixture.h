@@ -1,0 +1,63 @@
+#pragma once
+
+#include <gmock/gmock.h>
+
+#include <memory>
+#include <string>
+
+#include "catalog/file_version.h"
+#include "catalog/installed_components.h"
+#include "fakes/fake_html_document.h"
+#include "fakes/fake_version_resource.h"
+#include "fakes/memory_files.h"
+#include "fakes/recording_error_log.h"
+#include "view/page_document.h"
+#include "view/page_rows.h"
+#include "view/page_tabs.h"
+
+namespace kitbay::view {
+
+/// The description of a failure for an element or object that is not there, number 91.
+inline constexpr const char* kNotSet = "Object variable or With block variable not set";
+
+/// A page in memory with the procedures that write it, on an installation without components.
+class PageTest : public ::testing::Test {
+ protected:
+  PageTest() {
+    settings_.InstallFolder = "C:\\Ovalink";
+    settings_.CustomDataFolder = "C:\\Users\\Ana\\Ovalink\\CustomData";
+  }
+
+  void Show(const std::string& markup) {
+    document_ = std::make_shared<fakes::FakeHtmlDocument>(markup);
+    page_.Connect(document_);
+  }
+
+  void InstallDatastore(const std::string& content) {
+    files_.AddFile("C:\\Ovalink\\Datastore\\olregistry.xml", content);
+  }
+
+  platform::HtmlNodeRef At(const std::string& id) const { return document_->ById(id); }
+
+  std::string Display(const std::string& id) const { return At(id)->Style("display"); }
+
+  static fakes::LogEntry Entry(const std::string& procedure, int number,
+                               const std::string& description) {
+    return fakes::RecordingErrorLog::Entry(procedure, number, description);
+  }
+
+  base::Settings settings_;
+  fakes::MemoryFiles files_;
+  fakes::FakeVersionResource resources_;
+  fakes::RecordingErrorLog log_;
+  std::shared_ptr<fakes::FakeHtmlDocument> document_;
+  PageDocument page_;
+  ViewState state_;
+  PageRows rows_{log_, page_, state_};
+  catalog::RegistryFiles registry_files_{files_, settings_};
+  catalog::FileVersions versions_{log_, settings_, resources_};
+  catalog::InstalledComponents installed_{log_, registry_files_, versions_, rows_};
+  PageTabs tabs_{log_, page_, state_, installed_};
+};
+
+}  // namespace kitbay::view
