@@ -10,6 +10,26 @@ namespace {
 constexpr ULONGLONG kTimeLimitMs = 30'000;
 constexpr DWORD kTurnMs = 20;
 
+class WindowOfTests : public ::testing::Environment {
+ public:
+  void TearDown() override { window_.reset(); }
+
+  LoadedWindow& Get() {
+    if (window_ == nullptr) {
+      window_ = std::make_unique<LoadedWindow>();
+      window_->window().Show();
+    }
+    return *window_;
+  }
+
+ private:
+  std::unique_ptr<LoadedWindow> window_;
+};
+
+// Owned by the test framework from here on.
+WindowOfTests* const window_of_tests = static_cast<WindowOfTests*>(
+    ::testing::AddGlobalTestEnvironment(std::make_unique<WindowOfTests>().release()));
+
 }  // namespace
 
 LoadedWindow::LoadedWindow()
@@ -30,9 +50,8 @@ void LoadedWindow::Tell(const std::string& what) {
 bool LoadedWindow::RunUntil(const std::function<bool()>& is_done) {
   const ULONGLONG start = GetTickCount64();
   // The real loop does the work; a timer lets it come back to look.
-  const UINT_PTR timer = SetTimer(nullptr, 0, kTurnMs, [](HWND, UINT, UINT_PTR, DWORD) {
-    PostQuitMessage(0);
-  });
+  const UINT_PTR timer =
+      SetTimer(nullptr, 0, kTurnMs, [](HWND, UINT, UINT_PTR, DWORD) { PostQuitMessage(0); });
   while (!is_done() && GetTickCount64() - start < kTimeLimitMs) loop_->Run();
   KillTimer(nullptr, timer);
   if (is_done()) return true;
@@ -68,5 +87,7 @@ void LoadedWindow::PressKey(WPARAM key) {
   PostMessageW(GetFocus(), WM_KEYUP, key, static_cast<LPARAM>(0xC0000001));
   RunWaiting();
 }
+
+LoadedWindow& SharedWindow() { return window_of_tests->Get(); }
 
 }  // namespace kitbay::contract

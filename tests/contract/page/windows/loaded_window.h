@@ -66,4 +66,8 @@ class LoadedWindow : public platform::MainWindowEvents {
   std::unique_ptr<platform::MainWindow> window_;
 };
 
+/// One window for the tests that leave it as it is: each start of the control takes a while. It is
+/// loaded when first asked for and unloaded after the last test.
+LoadedWindow& SharedWindow();
+
 }  // namespace kitbay::contract

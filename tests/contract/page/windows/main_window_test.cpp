@@ -1,0 +1,242 @@
+#include <windows.h>
+
+#include <commctrl.h>
+#include <gmock/gmock.h>
+
+#include <array>
+#include <string>
+
+#include "base/failure.h"
+#include "contract/page/windows/loaded_window.h"
+
+namespace kitbay::contract {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+template <typename Call>
+std::int32_t NumberOfFailure(Call call) {
+  try {
+    call();
+  } catch (const base::Failure& failure) {
+    return failure.number();
+  }
+  return 0;
+}
+
+std::wstring CaptionOf(HWND window) {
+  std::wstring caption(64, L'\0');
+  caption.resize(static_cast<std::size_t>(GetWindowTextW(window, caption.data(), 64)));
+  return caption;
+}
+
+std::wstring FaceOf(HWND control) {
+  LOGFONTW font{};
+  GetObjectW(reinterpret_cast<HFONT>(SendMessageW(control, WM_GETFONT, 0, 0)), sizeof(font), &font);
+  return font.lfFaceName;
+}
+
+RECT PlaceIn(HWND parent, HWND window) {
+  RECT place{};
+  GetWindowRect(window, &place);
+  MapWindowPoints(nullptr, parent, reinterpret_cast<POINT*>(&place), 2);
+  return place;
+}
+
+/// A cursor of one black pixel.
+std::string CursorFile() {
+  const std::array<unsigned char, 22 + 40 + 8 + 4 + 4> bytes{
+      0,  0, 2, 0, 1, 0, 1, 1, 2, 0, 0, 0, 0, 0, 56, 0, 0, 0, 22, 0, 0, 0,  // directory
+      40, 0, 0, 0, 1, 0, 0, 0, 2, 0, 0, 0, 1, 0, 1,  0};                    // bitmap header
+  return std::string(bytes.begin(), bytes.end());
+}
+
+TEST(MainWindow, StartsHiddenUnderItsClassAndCaption) {
+  LoadedWindow loaded;
+  EXPECT_FALSE(IsWindowVisible(loaded.handle()));
+  EXPECT_EQ(FindWindowW(L"KitbayMainWindow", L"Kitbay"), loaded.handle());
+  loaded.window().Show();
+  EXPECT_TRUE(IsWindowVisible(loaded.handle()));
+}
+
+TEST(MainWindow, HasItsControlsInVerdana) {
+  LoadedWindow& loaded = SharedWindow();
+  for (const HWND control :
+       {loaded.Control(WC_BUTTONW, L"&Directories"), loaded.Control(WC_BUTTONW, L"&Close"),
+        loaded.Control(WC_STATICW, L"Help"), loaded.Control(STATUSCLASSNAMEW)}) {
+    ASSERT_NE(control, nullptr);
+    EXPECT_EQ(FaceOf(control), L"Verdana") << CaptionOf(control).size();
+  }
+}
+
+TEST(MainWindow, ButtonsAndLabelTellTheirClicks) {
+  LoadedWindow& loaded = SharedWindow();
+  loaded.told.clear();
+  SendMessageW(loaded.Control(WC_BUTTONW, L"&Directories"), BM_CLICK, 0, 0);
+  SendMessageW(loaded.Control(WC_BUTTONW, L"&Close"), BM_CLICK, 0, 0);
+  SendMessageW(loaded.Control(WC_STATICW, L"Help"), WM_LBUTTONDOWN, MK_LBUTTON, 0);
+  EXPECT_THAT(loaded.told, ElementsAre("cmdPreference_Click", "CmdClose_Click", "lblHelp_Click"));
+}
+
+TEST(MainWindow, EachMouseMoveOverTheLabelIsTold) {
+  LoadedWindow& loaded = SharedWindow();
+  loaded.told.clear();
+  const HWND label = loaded.Control(WC_STATICW, L"Help");
+  SendMessageW(label, WM_MOUSEMOVE, 0, 0);
+  SendMessageW(label, WM_MOUSEMOVE, 0, 0);
+  EXPECT_THAT(loaded.told, ElementsAre("lblHelp_MouseMove", "lblHelp_MouseMove"));
+}
+
+TEST(MainWindow, PanelsKeepTheirTexts) {
+  platform::StatusBar& bar = SharedWindow().window().status_bar();
+  bar.SetPanelText(1, "left");
+  bar.SetPanelText(2, "Downloading B\xC3\xBCro");
+  EXPECT_EQ(bar.PanelText(1), "left");
+  EXPECT_EQ(bar.PanelText(2), "Downloading B\xC3\xBCro");
+  bar.SetPanelText(2, "");
+  EXPECT_EQ(bar.PanelText(2), "");
+  bar.SetPanelText(1, "");
+}
+
+TEST(MainWindow, ThereAreTwoPanelsSideBySide) {
+  platform::StatusBar& bar = SharedWindow().window().status_bar();
+  const platform::Rectangle first = bar.PanelRectangle(1);
+  const platform::Rectangle second = bar.PanelRectangle(2);
+  EXPECT_GT(first.right - first.left, 100);
+  EXPECT_GT(first.bottom - first.top, 10);
+  EXPECT_GE(second.left, first.right);
+  EXPECT_GT(second.right, second.left);
+  EXPECT_EQ(NumberOfFailure([&] { bar.PanelText(0); }), 9);
+  EXPECT_EQ(NumberOfFailure([&] { bar.SetPanelText(3, ""); }), 9);
+}
+
+TEST(MainWindow, TheProgressBarMovesIntoTheStatusBarAndBack) {
+  LoadedWindow& loaded = SharedWindow();
+  platform::ProgressBar& progress = loaded.window().progress_bar();
+  const HWND status_bar = loaded.Control(STATUSCLASSNAMEW);
+  const HWND bar = loaded.Control(PROGRESS_CLASSW);
+  ASSERT_NE(bar, nullptr);
+  EXPECT_FALSE(IsWindowVisible(bar));
+
+  progress.SetParent(true);
+  EXPECT_EQ(GetParent(bar), status_bar);
+  const platform::Rectangle panel = loaded.window().status_bar().PanelRectangle(1);
+  progress.Move(panel);
+  progress.SetVisible(true);
+  EXPECT_TRUE(IsWindowVisible(bar));
+  const RECT place = PlaceIn(status_bar, bar);
+  EXPECT_EQ((platform::Rectangle{static_cast<int>(place.left), static_cast<int>(place.top),
+                                 static_cast<int>(place.right), static_cast<int>(place.bottom)}),
+            panel);
+
+  progress.SetParent(false);
+  EXPECT_EQ(GetParent(bar), loaded.handle());
+  progress.SetVisible(false);
+  EXPECT_FALSE(IsWindowVisible(bar));
+}
+
+TEST(MainWindow, ProgressIsCutToAHundredPercent) {
+  LoadedWindow& loaded = SharedWindow();
+  platform::ProgressBar& progress = loaded.window().progress_bar();
+  const HWND bar = loaded.Control(PROGRESS_CLASSW);
+  progress.SetValue(42);
+  EXPECT_EQ(SendMessageW(bar, PBM_GETPOS, 0, 0), 42);
+  progress.SetValue(250);
+  EXPECT_EQ(SendMessageW(bar, PBM_GETPOS, 0, 0), 100);
+  progress.SetValue(-1);
+  EXPECT_EQ(SendMessageW(bar, PBM_GETPOS, 0, 0), 0);
+}
+
+TEST(MainWindow, TheBrowserFollowsTheWindowsSize) {
+  LoadedWindow& loaded = SharedWindow();
+  for (const int width : {700, 900}) {
+    SetWindowPos(loaded.handle(), nullptr, 0, 0, width, 600, SWP_NOMOVE | SWP_NOZORDER);
+    RECT client{};
+    GetClientRect(loaded.handle(), &client);
+    const RECT browser = PlaceIn(loaded.handle(), loaded.Browser());
+    EXPECT_EQ(browser.left, 0);
+    EXPECT_EQ(browser.top, 0);
+    EXPECT_EQ(browser.right, client.right);
+    const RECT button = PlaceIn(loaded.handle(), loaded.Control(WC_BUTTONW, L"&Close"));
+    EXPECT_LT(browser.bottom, button.top);
+    EXPECT_GT(browser.bottom, client.bottom / 2);
+  }
+}
+
+TEST(MainWindow, CannotBeMadeTooSmallForItsControls) {
+  LoadedWindow& loaded = SharedWindow();
+  MINMAXINFO info{};
+  SendMessageW(loaded.handle(), WM_GETMINMAXINFO, 0, reinterpret_cast<LPARAM>(&info));
+  EXPECT_GE(info.ptMinTrackSize.x, 500);
+  EXPECT_GE(info.ptMinTrackSize.y, 350);
+}
+
+TEST(MainWindow, ClosingTellsTheUnloadOnceAndDestroysTheWindow) {
+  LoadedWindow loaded;
+  const HWND window = loaded.handle();
+  SendMessageW(window, WM_CLOSE, 0, 0);
+  EXPECT_FALSE(IsWindow(window));
+  EXPECT_EQ(loaded.handle(), nullptr);
+  loaded.window().Unload();
+  EXPECT_THAT(loaded.told, ElementsAre("Form_Unload"));
+}
+
+TEST(MainWindow, UnloadingWhileItUnloadsDoesNothing) {
+  LoadedWindow loaded;
+  bool existed = false;
+  loaded.on_told = [&](const std::string&) {
+    loaded.window().Unload();
+    existed = IsWindow(loaded.handle());
+  };
+  loaded.window().Unload();
+  EXPECT_TRUE(existed);
+  EXPECT_THAT(loaded.told, ElementsAre("Form_Unload"));
+}
+
+TEST(MainWindow, TheEndOfTheSessionUnloadsTheWindow) {
+  LoadedWindow loaded;
+  SendMessageW(loaded.handle(), WM_ENDSESSION, FALSE, 0);
+  EXPECT_THAT(loaded.told, IsEmpty());
+  SendMessageW(loaded.handle(), WM_ENDSESSION, TRUE, 0);
+  EXPECT_THAT(loaded.told, ElementsAre("Form_Unload"));
+}
+
+TEST(MainWindow, AnUnloadedWindowHasNoPartsToUse) {
+  LoadedWindow loaded;
+  loaded.window().Unload();
+  EXPECT_EQ(NumberOfFailure([&] { loaded.window().status_bar(); }), 91);
+  EXPECT_EQ(NumberOfFailure([&] { loaded.window().Navigate("C:\\p.html"); }), 91);
+  EXPECT_EQ(NumberOfFailure([&] { loaded.window().Show(); }), 91);
+  loaded.window().Load(loaded);
+  EXPECT_NE(loaded.handle(), nullptr);
+}
+
+TEST(MainWindow, AMissingCursorFileIsFileNotFound) {
+  platform::MainWindow& window = SharedWindow().window();
+  EXPECT_EQ(NumberOfFailure([&] { window.SetHelpCursor("C:\\no such\\HAND-M.cur"); }), 53);
+  EXPECT_EQ(NumberOfFailure([&] { window.SetHelpCursor("C:\\windows"); }), 53);
+  EXPECT_EQ(NumberOfFailure([&] { window.SetHelpCursor(""); }), 53);
+}
+
+TEST(MainWindow, AFileThatIsNoCursorIsAnInvalidPicture) {
+  LoadedWindow& loaded = SharedWindow();
+  const std::string file = loaded.files().WriteAs("HAND-M.cur", "no cursor at all");
+  EXPECT_EQ(NumberOfFailure([&] { loaded.window().SetHelpCursor(file); }), 481);
+}
+
+TEST(MainWindow, ACursorFileIsShownOverTheLabel) {
+  LoadedWindow& loaded = SharedWindow();
+  loaded.window().SetHelpCursor(loaded.files().WriteAs("HAND-M.cur", CursorFile()));
+  const HWND label = loaded.Control(WC_STATICW, L"Help");
+  EXPECT_TRUE(SendMessageW(label, WM_SETCURSOR, reinterpret_cast<WPARAM>(label),
+                           MAKELPARAM(HTCLIENT, WM_MOUSEMOVE)));
+  ICONINFO shown{};
+  ASSERT_TRUE(GetIconInfo(GetCursor(), &shown));
+  DeleteObject(shown.hbmMask);
+  EXPECT_EQ(shown.xHotspot, 1U);
+  EXPECT_EQ(shown.yHotspot, 2U);
+}
+
+}  // namespace
+}  // namespace kitbay::contract
