@@ -1,5 +1,5 @@
 import { EventEmitter } from 'node:events';
-import { contentSecurityPolicy, kDefaultFlags, refusal, scriptsRun } from './download_control.mjs';
+import { contentSecurityPolicy, kDefaultFlags, mayRefresh, refusal, scriptsRun } from './download_control.mjs';
 import { DevToolsError } from './devtools_pipe.mjs';
 import { contentTypeOf, toUrl, toWindowsPath } from './local_files.mjs';
 import { kBindingName, kWorldName, pageScript } from './page_script.mjs';
@@ -166,6 +166,10 @@ export class BrowserPage extends EventEmitter {
   async #answerPage(requestId, url) {
     const isApproved = url.split('#')[0] === this.#approved?.split('#')[0];
     this.#approved = undefined;
+    if (!isApproved && !scriptsRun(this.#flags) && !mayRefresh(this.#flags)) {
+      await this.#refuse(requestId, url, 'refreshes are off');
+      return;
+    }
     if (!isApproved && (await this.#isCancelled(url))) {
       await this.#refuse(requestId, url, 'cancelled by the host');
       return;

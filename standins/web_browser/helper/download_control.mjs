@@ -6,7 +6,8 @@ const kVideos = 0x20;
 const kBackgroundSounds = 0x40;
 const kNoScripts = 0x80;
 const kNoActiveX = 0x200 | 0x400;
-const kNoFrames = 0x1000;
+const kNoFrames = 0x1000 | 0x80000;
+const kNoClientPull = 0x20000000;
 
 /** What a host that does not answer the ambient property gets. */
 export const kDefaultFlags = kImages | kVideos | kBackgroundSounds;
@@ -14,6 +15,11 @@ export const kDefaultFlags = kImages | kVideos | kBackgroundSounds;
 /** Whether scripts of the page run. */
 export function scriptsRun(flags) {
   return (flags & kNoScripts) === 0;
+}
+
+/** Whether the page may load another one by itself, by a refresh in its markup. */
+export function mayRefresh(flags) {
+  return (flags & kNoClientPull) === 0;
 }
 
 /** The reason why a resource of a page is refused, or undefined where it may load. */

@@ -1,0 +1,138 @@
+#include "control.h"
+
+#include <exdispid.h>
+#include <olectl.h>
+
+namespace kitbay::web_browser {
+
+using Microsoft::WRL::ComPtr;
+
+Control::Control()
+    : queue_([this](const Json& notice) { HandleNotice(notice); }),
+      link_([this](Json notice) { queue_.Push(std::move(notice)); }),
+      session_(std::make_shared<DomSession>(link_)),
+      events_(this, static_cast<IWebBrowser2*>(this)) {}
+
+Control::~Control() { session_->Detach(); }
+
+void Control::HandleNotice(const Json& notice) {
+  // The host may release the control in its answer to an event.
+  const ComPtr<IConnectionPointContainer> alive = this;
+  const std::wstring& kind = notice.At("t").Text();
+  if (kind == L"frame") {
+    ShowPicture(notice);
+  } else if (kind == L"event") {
+    HandlePageEvent(notice);
+  } else if (kind == L"whereabouts") {
+    TellWhereabouts();
+  } else if (kind == L"beforeNavigate") {
+    ready_state_ = READYSTATE_LOADING;
+    const bool is_cancelled = events_.BeforeNavigate(notice.At("url").Text());
+    link_.Tell({{"op", "decide"}, {"n", notice.At("n")}, {"cancel", is_cancelled}});
+    if (is_cancelled) ready_state_ = READYSTATE_COMPLETE;
+  } else if (kind == L"navigated") {
+    location_ = notice.At("url").Text();
+    ready_state_ = READYSTATE_INTERACTIVE;
+    events_.NavigateComplete(location_);
+  } else if (kind == L"complete") {
+    ready_state_ = READYSTATE_COMPLETE;
+    events_.DocumentComplete(notice.At("url").Text());
+  } else if (kind == L"failed") {
+    ready_state_ = READYSTATE_COMPLETE;
+    events_.NavigateError(notice.At("url").Text(), notice.At("status").Integer());
+  }
+}
+
+void Control::HandlePageEvent(const Json& notice) {
+  const bool is_cancelled = session_->FireDocumentEvent(
+      notice.At("g").Integer(), notice.At("n").Integer(), notice.At("type").Text());
+  const Json* follow = notice.Find("follow");
+  if (follow && !is_cancelled) Follow(follow->At("url").Text(), follow->At("target").Text());
+}
+
+void Control::Follow(const std::wstring& url, const std::wstring& target) {
+  const bool is_here =
+      target.empty() || target == L"_self" || target == L"_top" || target == L"_parent";
+  if (is_here) {
+    NavigateTo(url);
+  } else {
+    events_.NewWindow(url, location_);
+  }
+}
+
+void Control::ShowPicture(const Json& notice) {
+  picture_.Decode(notice.At("data").Text());
+  if (window_) window_->Show(picture_, notice.At("n").Integer());
+}
+
+void Control::TellWhereabouts() {
+  RECT place = {};
+  if (window_) {
+    GetClientRect(window_->handle(), &place);
+    MapWindowPoints(window_->handle(), nullptr, reinterpret_cast<POINT*>(&place), 2);
+  }
+  link_.Tell({{"op", "whereabouts"},
+              {"x", static_cast<int>(place.left)},
+              {"y", static_cast<int>(place.top)},
+              {"w", static_cast<int>(place.right - place.left)},
+              {"h", static_cast<int>(place.bottom - place.top)}});
+}
+
+void Control::TellSize() {
+  if (size_.cx == 0 || size_.cy == 0) return;
+  link_.Tell(
+      {{"op", "size"}, {"w", static_cast<int>(size_.cx)}, {"h", static_cast<int>(size_.cy)}});
+}
+
+HRESULT Control::NavigateTo(const std::wstring& url) {
+  try {
+    const bool is_first = !link_.IsConnected();
+    const std::optional<int> flags = site_.DownloadControl();
+    // The helper asks for the host's consent by a notice, which comes as a message.
+    link_.Call({{"op", "navigate"}, {"url", url}, {"flags", flags ? Json(*flags) : Json(nullptr)}});
+    ready_state_ = READYSTATE_LOADING;
+    if (is_first) TellSize();
+    return S_OK;
+  } catch (const LinkLost&) {
+    return RPC_E_DISCONNECTED;
+  }
+}
+
+void Control::OnInput(Json::Object message) {
+  if (link_.IsConnected()) link_.Tell(std::move(message));
+}
+
+void Control::OnResized(int width, int height) {
+  size_ = {width, height};
+  if (link_.IsConnected()) TellSize();
+}
+
+void Control::OnPainted(int number) { link_.Tell({{"op", "painted"}, {"n", number}}); }
+
+void Control::OnFocus(bool has_focus) { site_.FocusChanged(has_focus); }
+
+void Control::OnPressed() {
+  SetFocus(window_->handle());
+  in_place_.UiActivate(this);
+}
+
+HRESULT Control::GetFlag(bool flag, VARIANT_BOOL* value) {
+  if (!value) return E_POINTER;
+  *value = flag ? VARIANT_TRUE : VARIANT_FALSE;
+  return S_OK;
+}
+
+HRESULT Control::PutFlag(VARIANT_BOOL value, bool& flag) {
+  flag = value != VARIANT_FALSE;
+  return S_OK;
+}
+
+STDMETHODIMP Control::FindConnectionPoint(REFIID id, IConnectionPoint** point) {
+  if (!point) return E_POINTER;
+  *point = id == DIID_DWebBrowserEvents2 ? &events_.point() : nullptr;
+  if (!*point) return CONNECT_E_NOCONNECTION;
+  (*point)->AddRef();
+  return S_OK;
+}
+
+}  // namespace kitbay::web_browser

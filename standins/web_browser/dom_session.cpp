@@ -1,0 +1,219 @@
+#include "dom_session.h"
+
+// The event ids of mshtmdid.h are built on those of olectl.h.
+#include <olectl.h>
+
+#include <mshtmdid.h>
+
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <utility>
+
+namespace kitbay::web_browser {
+
+using Microsoft::WRL::ComPtr;
+
+namespace {
+
+/** A value that has no form in the page's language. */
+class TypeMismatch : public std::runtime_error {
+ public:
+  TypeMismatch() : runtime_error("Type mismatch") {}
+};
+
+const Json kNothing = Json::Object{{"u", 1}};
+
+DISPID EventId(const std::wstring& type) {
+  static constexpr std::pair<const wchar_t*, DISPID> kEvents[] = {
+      {L"click", DISPID_HTMLDOCUMENTEVENTS2_ONCLICK},
+      {L"dblclick", DISPID_HTMLDOCUMENTEVENTS2_ONDBLCLICK},
+      {L"mousedown", DISPID_HTMLDOCUMENTEVENTS2_ONMOUSEDOWN},
+      {L"mouseup", DISPID_HTMLDOCUMENTEVENTS2_ONMOUSEUP},
+      {L"contextmenu", DISPID_HTMLDOCUMENTEVENTS2_ONCONTEXTMENU},
+      {L"dragstart", DISPID_HTMLDOCUMENTEVENTS2_ONDRAGSTART},
+      {L"keydown", DISPID_HTMLDOCUMENTEVENTS2_ONKEYDOWN},
+      {L"keypress", DISPID_HTMLDOCUMENTEVENTS2_ONKEYPRESS},
+      {L"keyup", DISPID_HTMLDOCUMENTEVENTS2_ONKEYUP},
+  };
+  for (const auto& [name, id] : kEvents) {
+    if (type == name) return id;
+  }
+  return DISPID_UNKNOWN;
+}
+
+HRESULT Report(HRESULT code, const std::wstring& description, EXCEPINFO* exception) {
+  if (code != E_FAIL || !exception) return code;
+  *exception = {};
+  exception->scode = code;
+  exception->bstrSource = SysAllocString(L"htmlfile");
+  exception->bstrDescription = SysAllocString(description.c_str());
+  return DISP_E_EXCEPTION;
+}
+
+}  // namespace
+
+ComPtr<IDispatch> DomSession::Document() {
+  if (!link_) return nullptr;
+  const Json answer = link_->Call({{"op", "document"}});
+  const int generation = answer.At("g").Integer();
+  if (generation == 0) return nullptr;
+  return ObjectFor({generation, kDocumentHandle});
+}
+
+HRESULT DomSession::Invoke(DomReference object, DISPID id, WORD flags, const DISPPARAMS& parameters,
+                           VARIANT* result, EXCEPINFO* exception) {
+  const std::wstring* name = names_.NameOf(id);
+  if (!name) return DISP_E_MEMBERNOTFOUND;
+  const bool is_put = (flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0;
+  if (parameters.cNamedArgs > (is_put ? 1u : 0u)) return DISP_E_NONAMEDARGS;
+  try {
+    Json::Array arguments;
+    for (UINT i = parameters.cArgs; i > 0; --i) {
+      arguments.push_back(ToJson(parameters.rgvarg[i - 1], object.generation));
+    }
+    // Arguments left out stand at the end.
+    while (!arguments.empty() && arguments.back().Write() == kNothing.Write()) arguments.pop_back();
+    const Json answer = Call(object, *name, flags, std::move(arguments));
+    if (const Json* error = answer.Find("e")) {
+      const auto code = static_cast<HRESULT>(static_cast<std::uint32_t>(error->Number()));
+      return Report(code, answer.At("d").Text(), exception);
+    }
+    return result ? FromJson(answer.At("v"), object.generation, result) : S_OK;
+  } catch (const TypeMismatch&) {
+    return DISP_E_TYPEMISMATCH;
+  } catch (const LinkLost&) {
+    return RPC_E_DISCONNECTED;
+  }
+}
+
+bool DomSession::FireDocumentEvent(int generation, int number, const std::wstring& type) {
+  const DISPID id = EventId(type);
+  ComPtr<DomObject> document = FindLive({generation, kDocumentHandle});
+  const int outer = std::exchange(event_, number);
+  bool is_cancelled = false;
+  if (document && id != DISPID_UNKNOWN) {
+    ComPtr<IDispatch> event;
+    if (document->WantsEventObject()) event = PresentEvent(generation);
+    is_cancelled = document->Fire(id, event.Get());
+  }
+  event_ = outer;
+  if (link_) link_->Tell({{"op", "handled"}, {"g", generation}, {"n", number}});
+  return is_cancelled;
+}
+
+void DomSession::Forget(const DomObject& object) {
+  live_.erase(object.reference());
+  if (link_) released_.push_back(object.reference());
+}
+
+Json DomSession::Call(DomReference object, const std::wstring& name, int flags,
+                      Json::Array arguments) {
+  if (!link_) throw LinkLost("The control is closed");
+  Json::Array released;
+  for (const DomReference& reference : std::exchange(released_, {})) {
+    released.push_back(Json::Array{reference.generation, reference.handle});
+  }
+  return link_->Call({{"op", "invoke"},
+                      {"g", object.generation},
+                      {"h", object.handle},
+                      {"n", name},
+                      {"k", flags},
+                      {"a", std::move(arguments)},
+                      {"e", event_},
+                      {"r", std::move(released)}});
+}
+
+DomObject* DomSession::FindLive(DomReference reference) const {
+  const auto found = live_.find(reference);
+  return found == live_.end() ? nullptr : found->second;
+}
+
+ComPtr<IDispatch> DomSession::ObjectFor(DomReference reference) {
+  if (DomObject* live = FindLive(reference)) return live;
+  ComPtr<DomObject> object;
+  object.Attach(new DomObject(shared_from_this(), reference));
+  live_.emplace(reference, object.Get());
+  return object.Get();
+}
+
+Json DomSession::ToJson(const VARIANT& value, int generation) const {
+  VARIANT direct;
+  VariantInit(&direct);
+  if (FAILED(VariantCopyInd(&direct, const_cast<VARIANT*>(&value)))) throw TypeMismatch();
+  const std::unique_ptr<VARIANT, decltype(&VariantClear)> clear(&direct, &VariantClear);
+  switch (direct.vt) {
+    case VT_EMPTY:
+      return kNothing;
+    case VT_ERROR:
+      return kNothing;
+    case VT_NULL:
+      return nullptr;
+    case VT_BOOL:
+      return direct.boolVal != VARIANT_FALSE;
+    case VT_BSTR:
+      return std::wstring(direct.bstrVal ? direct.bstrVal : L"", SysStringLen(direct.bstrVal));
+    case VT_UNKNOWN:
+    case VT_DISPATCH: {
+      if (!direct.punkVal) return Json::Object{{"h", 0}};
+      ComPtr<IUnknown> identity;
+      direct.punkVal->QueryInterface(IID_IUnknown,
+                                     reinterpret_cast<void**>(identity.GetAddressOf()));
+      for (const auto& [reference, object] : live_) {
+        if (static_cast<IDispatch*>(object) != identity.Get()) continue;
+        if (reference.generation != generation) throw TypeMismatch();
+        return Json::Object{{"h", reference.handle}};
+      }
+      throw TypeMismatch();
+    }
+    default:
+      if (FAILED(VariantChangeType(&direct, &direct, 0, VT_R8))) throw TypeMismatch();
+      return direct.dblVal;
+  }
+}
+
+HRESULT DomSession::FromJson(const Json& value, int generation, VARIANT* result) {
+  VariantInit(result);
+  if (value.Is<Json::Object>()) {
+    const Json* handle = value.Find("h");
+    if (!handle) return S_OK;
+    result->vt = VT_DISPATCH;
+    result->pdispVal =
+        handle->Integer() == 0 ? nullptr : ObjectFor({generation, handle->Integer()}).Detach();
+  } else if (value.Is<bool>()) {
+    result->vt = VT_BOOL;
+    result->boolVal = value.Boolean() ? VARIANT_TRUE : VARIANT_FALSE;
+  } else if (value.Is<std::wstring>()) {
+    result->vt = VT_BSTR;
+    result->bstrVal =
+        SysAllocStringLen(value.Text().data(), static_cast<UINT>(value.Text().size()));
+    if (!result->bstrVal) return E_OUTOFMEMORY;
+  } else if (value.Is<double>()) {
+    const double number = value.Number();
+    const bool is_long = std::trunc(number) == number && std::abs(number) <= INT32_MAX;
+    result->vt = is_long ? VT_I4 : VT_R8;
+    if (is_long) {
+      result->lVal = static_cast<LONG>(number);
+    } else {
+      result->dblVal = number;
+    }
+  } else {
+    result->vt = VT_NULL;
+  }
+  return S_OK;
+}
+
+ComPtr<IDispatch> DomSession::PresentEvent(int generation) {
+  int handle = kDocumentHandle;
+  for (const wchar_t* name : {L"parentWindow", L"event"}) {
+    const Json answer = Call({generation, handle}, name, DISPATCH_PROPERTYGET, {});
+    const Json* value = answer.Find("v");
+    if (!value) return nullptr;
+    handle = value->At("h").Integer();
+    if (handle == 0) return nullptr;
+  }
+  return ObjectFor({generation, handle});
+}
+
+}  // namespace kitbay::web_browser

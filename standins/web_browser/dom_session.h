@@ -1,0 +1,57 @@
+#pragma once
+
+#include <wrl/client.h>
+
+#include <map>
+#include <memory>
+#include <vector>
+
+#include "dom_object.h"
+#include "helper_link.h"
+#include "member_names.h"
+
+namespace kitbay::web_browser {
+
+/** All objects that a host holds of one browser, and the calls on them. */
+class DomSession : public std::enable_shared_from_this<DomSession> {
+ public:
+  /** The link is there until Detach. */
+  explicit DomSession(HelperLink& link) : link_(&link) {}
+
+  /** From now on every call answers RPC_E_DISCONNECTED. */
+  void Detach() { link_ = nullptr; }
+
+  MemberNames& names() { return names_; }
+
+  /** The present document; a new object for each that is loaded. Empty before the first. */
+  Microsoft::WRL::ComPtr<IDispatch> Document();
+
+  /** A call on an object, as IDispatch::Invoke. */
+  HRESULT Invoke(DomReference object, DISPID id, WORD flags, const DISPPARAMS& parameters,
+                 VARIANT* result, EXCEPINFO* exception);
+
+  /**
+   * Tells the host of a numbered event of a document; while it handles that, the number names the
+   * event of the page's window. Whether the host cancels it.
+   */
+  bool FireDocumentEvent(int generation, int number, const std::wstring& type);
+
+  /** An object that the host has released for good. */
+  void Forget(const DomObject& object);
+
+ private:
+  Json Call(DomReference object, const std::wstring& name, int flags, Json::Array arguments);
+  Microsoft::WRL::ComPtr<IDispatch> ObjectFor(DomReference reference);
+  DomObject* FindLive(DomReference reference) const;
+  Json ToJson(const VARIANT& value, int generation) const;
+  HRESULT FromJson(const Json& value, int generation, VARIANT* result);
+  Microsoft::WRL::ComPtr<IDispatch> PresentEvent(int generation);
+
+  HelperLink* link_;
+  MemberNames names_;
+  std::map<DomReference, DomObject*> live_;
+  std::vector<DomReference> released_;
+  int event_ = 0;
+};
+
+}  // namespace kitbay::web_browser

@@ -1,0 +1,87 @@
+#include "helper_link.h"
+
+#include <random>
+
+#include "helper_process.h"
+
+namespace kitbay::web_browser {
+namespace {
+
+constexpr int kStartLimitMs = 20000;
+constexpr int kCallLimitMs = 15000;
+
+std::string RandomToken() {
+  constexpr char kDigits[] = "0123456789abcdef";
+  std::random_device random;
+  std::string token;
+  while (token.size() < 32) token += kDigits[random() & 0xf];
+  return token;
+}
+
+}  // namespace
+
+HelperLink::HelperLink(std::function<void(Json)> on_notice)
+    : on_notice_(std::move(on_notice)), token_(RandomToken()), listener_(Socket::Listen()) {
+  StartHelper(listener_.Port(), token_);
+}
+
+HelperLink::~HelperLink() {
+  if (!reader_.joinable()) return;
+  notices_.Shutdown();
+  reader_.join();
+}
+
+Json HelperLink::Call(Json::Object request) {
+  Connect();
+  request.insert_or_assign("i", ++last_call_);
+  try {
+    calls_.SendLine(Json(std::move(request)).Write());
+    Json answer = Json::Parse(calls_.ReadLine());
+    if (answer.At("i").Integer() != last_call_) throw LinkLost("An answer to another call");
+    return answer;
+  } catch (const std::exception&) {
+    // A late answer would be taken for the next call's.
+    lost_ = true;
+    throw;
+  }
+}
+
+void HelperLink::Tell(Json::Object message) noexcept {
+  try {
+    Connect();
+    calls_.SendLine(Json(std::move(message)).Write());
+  } catch (const std::exception&) {
+    lost_ = true;
+  }
+}
+
+void HelperLink::Connect() {
+  if (lost_) throw LinkLost("The helper is gone");
+  if (connected_) return;
+  lost_ = true;  // Unless all of the following succeeds.
+  calls_ = AcceptAs("calls");
+  notices_ = AcceptAs("notices");
+  listener_ = Socket();
+  calls_.LimitWaiting(kCallLimitMs);
+  reader_ = std::thread([this] { ReadNotices(); });
+  connected_ = true;
+  lost_ = false;
+}
+
+Socket HelperLink::AcceptAs(const char* role) {
+  Socket connection = listener_.Accept(kStartLimitMs);
+  const Json greeting = Json::Parse(connection.ReadLine());
+  const Json expected = Json::Object{{"role", role}, {"token", token_.c_str()}};
+  if (greeting.Write() != expected.Write()) throw LinkLost("A stranger dialled");
+  return connection;
+}
+
+void HelperLink::ReadNotices() {
+  try {
+    for (;;) on_notice_(Json::Parse(notices_.ReadLine()));
+  } catch (const std::exception&) {
+    on_notice_(Json::Object{{"t", "lost"}});
+  }
+}
+
+}  // namespace kitbay::web_browser

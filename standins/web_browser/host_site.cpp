@@ -1,0 +1,38 @@
+#include "host_site.h"
+
+#include <cguid.h>
+#include <mshtmdid.h>
+#include <ocidl.h>
+
+namespace kitbay::web_browser {
+
+using Microsoft::WRL::ComPtr;
+
+std::optional<int> HostSite::DownloadControl() const {
+  const ComPtr<IDispatch> ambient = As<IDispatch>(IID_IDispatch);
+  if (!ambient) return std::nullopt;
+  DISPPARAMS none = {};
+  VARIANT value;
+  VariantInit(&value);
+  const HRESULT got = ambient->Invoke(DISPID_AMBIENT_DLCONTROL, IID_NULL, LOCALE_USER_DEFAULT,
+                                      DISPATCH_PROPERTYGET, &none, &value, nullptr, nullptr);
+  std::optional<int> flags;
+  if (SUCCEEDED(got) && SUCCEEDED(VariantChangeType(&value, &value, 0, VT_I4))) flags = value.lVal;
+  VariantClear(&value);
+  return flags;
+}
+
+bool HostSite::TakesKey(MSG& message) const {
+  const ComPtr<IOleControlSite> site = As<IOleControlSite>(IID_IOleControlSite);
+  const DWORD modifiers = (GetKeyState(VK_SHIFT) < 0 ? 1u : 0u) |  // KEYMOD_SHIFT
+                          (GetKeyState(VK_CONTROL) < 0 ? 2u : 0u) |
+                          (GetKeyState(VK_MENU) < 0 ? 4u : 0u);
+  return site && site->TranslateAccelerator(&message, modifiers) == S_OK;
+}
+
+void HostSite::FocusChanged(bool has_focus) const {
+  const ComPtr<IOleControlSite> site = As<IOleControlSite>(IID_IOleControlSite);
+  if (site) site->OnFocus(has_focus);
+}
+
+}  // namespace kitbay::web_browser

@@ -1,0 +1,313 @@
+// The control in a window of a host, with a real page behind it.
+#include <exdispid.h>
+#include <gmock/gmock.h>
+#include <mshtml.h>
+#include <olectl.h>
+
+#include <mshtmdid.h>
+
+#include <chrono>
+#include <iostream>
+
+#include "page_calls.h"
+#include "test_host.h"
+
+namespace kitbay::web_browser {
+namespace {
+
+using Microsoft::WRL::ComPtr;
+using testing::ElementsAre;
+using testing::EndsWith;
+
+constexpr DISPID kClick = DISPID_HTMLDOCUMENTEVENTS2_ONCLICK;
+constexpr DISPID kKeyDown = DISPID_HTMLDOCUMENTEVENTS2_ONKEYDOWN;
+constexpr auto kDragStart = static_cast<DISPID>(DISPID_HTMLDOCUMENTEVENTS2_ONDRAGSTART);
+
+constexpr char kList[] =
+    "<html><body style='margin:0'><div id=list></div><div id=other>other</div></body></html>";
+
+/** One browser for all tests: a start takes about a second. */
+class Page : public testing::Test {
+ protected:
+  static void SetUpTestSuite() {
+    OleInitialize(nullptr);
+    host_ = std::make_unique<TestHost>();
+  }
+  static void TearDownTestSuite() {
+    host_.reset();
+    OleUninitialize();
+  }
+
+  static std::unique_ptr<TestHost> host_;
+};
+
+std::unique_ptr<TestHost> Page::host_;
+
+ComPtr<IDispatch> Child(IDispatch* element, int index) {
+  return Get(element, L"childNodes", {index}).Object();
+}
+
+/** A row as Kitbay adds it: from a start tag, filled, appended. */
+void AddRow(IDispatch* document, int number) {
+  const std::wstring id = std::to_wstring(number);
+  const ComPtr<IDispatch> row = Call(document, L"createElement",
+                                     {(L"<div id =" + id + L" style='padding-top:5pt;'>").c_str()})
+                                    .Object();
+  Call(row.Get(), L"insertAdjacentHTML",
+       {L"afterBegin",
+        (L"<span id =" + id + L"><font>Name</font><font>Version 1</font></span>").c_str()});
+  Call(row.Get(), L"insertAdjacentHTML",
+       {L"beforeEnd", L"<div><input type='button' id='b' value='Remove'></div>"});
+  Call(ById(document, L"list").Get(), L"appendChild", {row.Get()});
+}
+
+TEST_F(Page, NavigationIsToldInItsOrderWithThePath) {
+  const ComPtr<EventSink> sink =
+      TestHost::Listen(host_->browser(), DIID_DWebBrowserEvents2, nullptr);
+  host_->Load(kList);
+  std::vector<DISPID> ids;
+  for (const EventSink::Heard& event : sink->heard()) {
+    ids.push_back(event.id);
+    EXPECT_THAT(event.url, EndsWith(L"\\page.html"));
+  }
+  EXPECT_THAT(
+      ids, ElementsAre(DISPID_BEFORENAVIGATE2, DISPID_NAVIGATECOMPLETE2, DISPID_DOCUMENTCOMPLETE));
+  BSTR url = nullptr;
+  ASSERT_EQ(host_->browser()->get_LocationURL(&url), S_OK);
+  EXPECT_THAT(std::wstring(url), EndsWith(L"/page.html"));
+  SysFreeString(url);
+  READYSTATE state = READYSTATE_UNINITIALIZED;
+  ASSERT_EQ(host_->browser()->get_ReadyState(&state), S_OK);
+  EXPECT_EQ(state, READYSTATE_COMPLETE);
+}
+
+TEST_F(Page, CancelledNavigationKeepsTheDocument) {
+  host_->Load(kList);
+  const std::wstring target = host_->Write(L"target.html", "<p id=target>");
+  const ComPtr<EventSink> sink =
+      TestHost::Listen(host_->browser(), DIID_DWebBrowserEvents2, [](DISPID id, DISPPARAMS* told) {
+        if (id == DISPID_BEFORENAVIGATE2) *told->rgvarg[0].pboolVal = VARIANT_TRUE;
+        return true;
+      });
+  host_->browser()->Navigate(Value(target.c_str()).get().bstrVal, nullptr, nullptr, nullptr,
+                             nullptr);
+  TestHost::Until([&] { return sink->HasHeard(DISPID_BEFORENAVIGATE2); });
+  EXPECT_NE(ById(host_->Document().Get(), L"list"), nullptr);
+}
+
+TEST_F(Page, RowsAreFilledAndReadBack) {
+  host_->Load(kList);
+  const ComPtr<IDispatch> document = host_->Document();
+  AddRow(document.Get(), 7);
+  const ComPtr<IDispatch> list = ById(document.Get(), L"list");
+  EXPECT_EQ(
+      Get(list.Get(), L"innerHTML").Text(),
+      L"<div id=\"7\" style=\"padding-top:5pt;\"><span id=\"7\"><font>Name</font>"
+      L"<font>Version 1</font></span><div><input type=\"button\" id=\"b\" value=\"Remove\"></div>"
+      L"</div>");
+  const ComPtr<IDispatch> row = Child(list.Get(), 0);
+  Put(Child(Child(row.Get(), 0).Get(), 1).Get(), L"innerText", L"Version \u00e4 \u20ac");
+  EXPECT_EQ(Get(Child(row.Get(), 0).Get(), L"innerText").Text(), L"NameVersion \u00e4 \u20ac");
+  const ComPtr<IDispatch> named = Call(document.Get(), L"getElementsByName", {L"7"}).Object();
+  EXPECT_EQ(Get(named.Get(), L"length").Number(), 2);
+  Call(row.Get(), L"removeNode", {true});
+  EXPECT_EQ(Get(list.Get(), L"innerHTML").Text(), L"");
+}
+
+TEST_F(Page, BodyMeasuresTheControl) {
+  host_->Load(kList);
+  const ComPtr<IDispatch> body = GetObject(host_->Document().Get(), L"body");
+  EXPECT_EQ(Get(body.Get(), L"clientHeight").Number(), TestHost::kHeight);
+}
+
+TEST_F(Page, SameNodeIsTheSameObject) {
+  host_->Load(kList);
+  const ComPtr<IDispatch> document = host_->Document();
+  EXPECT_EQ(ById(document.Get(), L"list"), ById(document.Get(), L"list"));
+  EXPECT_EQ(document, host_->Document());
+  const ComPtr<IDispatch> body = GetObject(document.Get(), L"body");
+  EXPECT_EQ(GetObject(ById(document.Get(), L"list").Get(), L"parentElement"), body);
+}
+
+TEST_F(Page, AbsentElementIsAnObjectThatIsNot) {
+  host_->Load(kList);
+  Value result = Call(GetObject(host_->Document().Get(), L"all").Get(), L"item", {L"nobody"});
+  EXPECT_EQ(result.type(), VT_DISPATCH);
+  EXPECT_EQ(result.Object(), nullptr);
+}
+
+TEST_F(Page, UnknownMemberIsNotFound) {
+  host_->Load(kList);
+  Value result;
+  EXPECT_EQ(Try(host_->Document().Get(), L"noSuchMember", DISPATCH_PROPERTYGET, {}, &result),
+            DISP_E_MEMBERNOTFOUND);
+}
+
+TEST_F(Page, FailureInsideThePageIsAnException) {
+  host_->Load(kList);
+  const ComPtr<IDispatch> list = ById(host_->Document().Get(), L"list");
+  Value result;
+  const HRESULT code =
+      Try(list.Get(), L"insertAdjacentHTML", DISPATCH_METHOD, {L"nowhere", L"x"}, &result);
+  EXPECT_EQ(code, E_FAIL);  // Without a place for the exception's details.
+}
+
+TEST_F(Page, ObjectOfAnEarlierPageIsDisconnected) {
+  host_->Load(kList);
+  const ComPtr<IDispatch> list = ById(host_->Document().Get(), L"list");
+  host_->Load(kList);
+  Value result;
+  EXPECT_EQ(Try(list.Get(), L"id", DISPATCH_PROPERTYGET, {}, &result), RPC_E_DISCONNECTED);
+}
+
+TEST_F(Page, ClickReachesTheSinkOnTheHostsThreadWithItsElement) {
+  host_->Load(kList);
+  const ComPtr<IDispatch> document = host_->Document();
+  AddRow(document.Get(), 7);
+  std::wstring clicked;
+  const ComPtr<EventSink> sink =
+      TestHost::Listen(document.Get(), __uuidof(HTMLDocumentEvents), [&](DISPID id, DISPPARAMS*) {
+        if (id != kClick) return true;
+        const ComPtr<IDispatch> window = GetObject(document.Get(), L"parentWindow");
+        const ComPtr<IDispatch> event = GetObject(window.Get(), L"event");
+        clicked = Get(GetObject(event.Get(), L"srcElement").Get(), L"Value").Text();
+        return true;
+      });
+  host_->Click(ById(document.Get(), L"b").Get());
+  TestHost::Until([&] { return !clicked.empty(); });
+  EXPECT_EQ(clicked, L"Remove");
+  EXPECT_EQ(sink->thread(), GetCurrentThreadId());
+  const ComPtr<IDispatch> window = GetObject(document.Get(), L"parentWindow");
+  EXPECT_EQ(GetObject(window.Get(), L"event"), nullptr);
+}
+
+TEST_F(Page, SinkOfTheSecondKindGetsTheEventAsAnArgument) {
+  host_->Load(kList);
+  const ComPtr<IDispatch> document = host_->Document();
+  std::wstring clicked;
+  const ComPtr<EventSink> sink = TestHost::Listen(
+      document.Get(), __uuidof(HTMLDocumentEvents2), [&](DISPID id, DISPPARAMS* told) {
+        if (id != kClick || told->cArgs != 1) return true;
+        clicked = Get(GetObject(told->rgvarg[0].pdispVal, L"srcElement").Get(), L"id").Text();
+        return true;
+      });
+  host_->Click(ById(document.Get(), L"other").Get());
+  TestHost::Until([&] { return !clicked.empty(); });
+  EXPECT_EQ(clicked, L"other");
+}
+
+TEST_F(Page, DragIsToldAndDoesNotClick) {
+  host_->Load("<body style='margin:0'><a id=link href='x.html'><b>drag me</b></a><p id=p>end</p>");
+  const ComPtr<IDispatch> document = host_->Document();
+  const ComPtr<EventSink> sink =
+      TestHost::Listen(document.Get(), __uuidof(HTMLDocumentEvents),
+                       [](DISPID id, DISPPARAMS*) { return id != kDragStart; });
+  const POINT from = TestHost::Middle(ById(document.Get(), L"link").Get());
+  host_->Mouse(WM_LBUTTONDOWN, from);
+  for (int step = 5; step <= 25; step += 5) {
+    host_->Mouse(WM_MOUSEMOVE, {from.x + step, from.y});
+  }
+  TestHost::Until([&] { return sink->HasHeard(kDragStart); });
+  host_->Mouse(WM_LBUTTONUP, {from.x + 25, from.y});
+  host_->Click(ById(document.Get(), L"p").Get());
+  TestHost::Until([&] { return sink->HasHeard(kClick); });
+  int clicks = 0;
+  for (const EventSink::Heard& event : sink->heard()) {
+    if (event.id == kClick) ++clicks;
+  }
+  EXPECT_EQ(clicks, 1);
+}
+
+TEST_F(Page, LinkIsFollowedUnlessItsClickOrItsNavigationIsCancelled) {
+  host_->Write(L"next.html", "<p id=next>");
+  host_->Load("<body style='margin:0'><a id=link href='next.html'>go</a><p id=here>");
+  bool cancels_click = true;
+  const ComPtr<IDispatch> document = host_->Document();
+  const ComPtr<EventSink> clicks =
+      TestHost::Listen(document.Get(), __uuidof(HTMLDocumentEvents),
+                       [&](DISPID id, DISPPARAMS*) { return id != kClick || !cancels_click; });
+  const ComPtr<EventSink> sink =
+      TestHost::Listen(host_->browser(), DIID_DWebBrowserEvents2, nullptr);
+  host_->Click(ById(document.Get(), L"link").Get());
+  TestHost::Until([&] { return clicks->HasHeard(kClick); });
+  cancels_click = false;
+  EXPECT_FALSE(sink->HasHeard(DISPID_BEFORENAVIGATE2));
+  host_->Click(ById(document.Get(), L"link").Get());
+  TestHost::Until([&] { return sink->HasHeard(DISPID_DOCUMENTCOMPLETE); });
+  EXPECT_NE(ById(host_->Document().Get(), L"next"), nullptr);
+}
+
+TEST_F(Page, MarkupRunsNothingAndOpensNoFrame) {
+  host_->Write(L"frame.html", "<p>frame</p>");
+  host_->Load(kList);
+  const ComPtr<IDispatch> document = host_->Document();
+  Put(ById(document.Get(), L"list").Get(), L"innerHTML",
+      L"<script>document.title='ran'</script><img id=i src=none.gif "
+      L"onerror=\"document.title='ran'\">"
+      L"<iframe id=f src='frame.html'></iframe><b id=b onclick=\"document.title='ran'\">x</b>");
+  const ComPtr<EventSink> sink =
+      TestHost::Listen(document.Get(), __uuidof(HTMLDocumentEvents), nullptr);
+  host_->Click(ById(document.Get(), L"b").Get());
+  TestHost::Until([&] { return sink->HasHeard(kClick); });
+  TestHost::Until([&] { return Get(ById(document.Get(), L"i").Get(), L"complete").Flag(); });
+  EXPECT_EQ(Get(document.Get(), L"title").Text(), L"");
+}
+
+TEST_F(Page, PictureShowsThePage) {
+  host_->Load("<body style='margin:0; background:#102030'><div id=list>");
+  ComPtr<IViewObject> view;
+  ASSERT_EQ(host_->browser()->QueryInterface(IID_PPV_ARGS(view.GetAddressOf())), S_OK);
+  const HDC screen = GetDC(nullptr);
+  const HDC memory = CreateCompatibleDC(screen);
+  const HBITMAP bitmap = CreateCompatibleBitmap(screen, TestHost::kWidth, TestHost::kHeight);
+  const HGDIOBJ previous = SelectObject(memory, bitmap);
+  const RECTL bounds = {0, 0, TestHost::kWidth, TestHost::kHeight};
+  const auto corner = [&] {
+    view->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, memory, &bounds, nullptr, nullptr,
+               0);
+    return GetPixel(memory, TestHost::kWidth - 1, TestHost::kHeight - 1);
+  };
+  EXPECT_NO_THROW(TestHost::Until([&] { return corner() == RGB(0x10, 0x20, 0x30); }));
+  Put(GetObject(GetObject(host_->Document().Get(), L"body").Get(), L"style").Get(), L"background",
+      L"navy");
+  EXPECT_NO_THROW(TestHost::Until([&] { return corner() == RGB(0, 0, 0x80); }));
+  SelectObject(memory, previous);
+  DeleteObject(bitmap);
+  DeleteDC(memory);
+  ReleaseDC(nullptr, screen);
+}
+
+TEST_F(Page, TypedTextReachesTheFocusedField) {
+  host_->Load("<body><input id=field><input id=next>");
+  const ComPtr<IDispatch> document = host_->Document();
+  const ComPtr<EventSink> sink =
+      TestHost::Listen(document.Get(), __uuidof(HTMLDocumentEvents), nullptr);
+  host_->Click(ById(document.Get(), L"field").Get());
+  for (wchar_t c : std::wstring(L"a\u00e4")) PostMessageW(host_->control_window(), WM_CHAR, c, 0);
+  TestHost::Until(
+      [&] { return Get(ById(document.Get(), L"field").Get(), L"value").Text() == L"a\u00e4"; });
+  ComPtr<IOleInPlaceActiveObject> active;
+  ASSERT_EQ(host_->browser()->QueryInterface(IID_PPV_ARGS(active.GetAddressOf())), S_OK);
+  MSG tab = {host_->control_window(), WM_KEYDOWN, VK_TAB, 0, 0, {}};
+  EXPECT_EQ(active->TranslateAccelerator(&tab), S_OK);
+  TestHost::Until([&] {
+    return Get(GetObject(document.Get(), L"activeElement").Get(), L"id").Text() == L"next";
+  });
+  EXPECT_TRUE(sink->HasHeard(kKeyDown));
+  MSG letter = {host_->control_window(), WM_KEYDOWN, 'A', 0, 0, {}};
+  EXPECT_EQ(active->TranslateAccelerator(&letter), S_FALSE);
+}
+
+TEST_F(Page, CallsAreQuick) {
+  host_->Load(kList);
+  const ComPtr<IDispatch> list = ById(host_->Document().Get(), L"list");
+  constexpr int kCalls = 500;
+  const auto start = std::chrono::steady_clock::now();
+  for (int i = 0; i < kCalls; ++i) Get(list.Get(), L"id");
+  const std::chrono::duration<double, std::milli> taken = std::chrono::steady_clock::now() - start;
+  std::cout << "A call takes " << taken.count() / kCalls << " ms\n";
+  EXPECT_LT(taken.count() / kCalls, 20);
+}
+
+}  // namespace
+}  // namespace kitbay::web_browser

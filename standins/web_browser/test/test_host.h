@@ -1,0 +1,89 @@
+#pragma once
+
+#include <exdisp.h>
+#include <oleidl.h>
+#include <windows.h>
+#include <wrl/client.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "com_object.h"
+
+namespace kitbay::web_browser {
+
+/** DLIMAGES, and no scripts, Java, ActiveX or frames. */
+inline constexpr int kMarkupOnly = 0x10 | 0x80 | 0x100 | 0x200 | 0x400 | 0x1000;
+
+/** A sink that keeps what it hears, and answers as a test wants. */
+class EventSink final : public ComObject<IDispatch> {
+ public:
+  struct Heard {
+    DISPID id;
+    std::wstring url;
+  };
+  /** Called for each event; what it returns is the event's result. */
+  using Answer = std::function<bool(DISPID, DISPPARAMS*)>;
+
+  explicit EventSink(Answer answer) : answer_(std::move(answer)) {}
+  const std::vector<Heard>& heard() const { return heard_; }
+  bool HasHeard(DISPID id) const;
+  /** The thread on which the last event came. */
+  DWORD thread() const { return thread_; }
+
+  STDMETHODIMP GetTypeInfoCount(UINT* count) override;
+  STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+  STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
+  STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* parameters, VARIANT* result,
+                      EXCEPINFO*, UINT*) override;
+
+ private:
+  Answer answer_;
+  std::vector<Heard> heard_;
+  DWORD thread_ = 0;
+};
+
+/** A window that hosts the control, without any of its registration. */
+class TestHost {
+ public:
+  static constexpr int kWidth = 640;
+  static constexpr int kHeight = 480;
+
+  explicit TestHost(int download_control = kMarkupOnly);
+  ~TestHost();
+  TestHost(const TestHost&) = delete;
+  TestHost& operator=(const TestHost&) = delete;
+
+  IWebBrowser2* browser() const { return browser_.Get(); }
+  HWND control_window() const;
+  Microsoft::WRL::ComPtr<IDispatch> Document() const;
+
+  /** Adds a sink to the browser's or a document's events. */
+  static Microsoft::WRL::ComPtr<EventSink> Listen(IUnknown* source, REFIID events,
+                                                  EventSink::Answer answer);
+
+  /** Handles messages until the condition holds; throws std::runtime_error in 20 s. */
+  static void Until(const std::function<bool()>& holds);
+
+  /** Navigates to a file with that markup and waits for its completion. */
+  void Load(const std::string& markup);
+  /** The path of a new file in the host's own folder. */
+  std::wstring Write(const wchar_t* name, const std::string& content) const;
+
+  /** Presses and releases the left button at the middle of an element, as messages to the window.
+   */
+  void Click(IDispatch* element) const;
+  void Mouse(UINT message, POINT point) const;
+  static POINT Middle(IDispatch* element);
+
+ private:
+  class Site;
+
+  std::wstring folder_;
+  HWND window_ = nullptr;
+  Microsoft::WRL::ComPtr<Site> site_;
+  Microsoft::WRL::ComPtr<IWebBrowser2> browser_;
+};
+
+}  // namespace kitbay::web_browser
