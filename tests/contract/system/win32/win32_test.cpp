@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 #include <windows.h>
-// <objbase.h> needs the former.
-#include <objbase.h>
 
 #include <atomic>
 #include <string>
@@ -101,55 +99,6 @@ TEST(Win32Desktop, AProgramThatCannotBeStartedIsReported) {
   EXPECT_EQ(failure(folder.path() + "\\Tessel.exe"), 53);
   EXPECT_EQ(failure(folder.path() + "\\missing\\Tessel.exe"), 53);
   EXPECT_EQ(failure(folder.path() + "\\text.exe"), 5);
-}
-
-/// The number of help windows of this program.
-int HelpWindows() {
-  int count = 0;
-  EnumWindows(
-      [](HWND window, LPARAM counted) -> BOOL {
-        DWORD process = 0;
-        GetWindowThreadProcessId(window, &process);
-        wchar_t name[16] = L"";
-        GetClassNameW(window, name, 16);
-        if (process == GetCurrentProcessId() && std::wstring(name) == L"HH Parent") {
-          ++*reinterpret_cast<int*>(counted);
-        }
-        return TRUE;
-      },
-      reinterpret_cast<LPARAM>(&count));
-  return count;
-}
-
-TEST(Win32Desktop, AHelpTopicIsShownUntilAllHelpIsClosed) {
-  ASSERT_TRUE(SUCCEEDED(CoInitialize(nullptr)));
-  const ScratchFolder folder;
-  const auto files = MakeFiles();
-  const std::string help_file = folder.path() + "\\Größe help.chm";
-  files->Write(help_file, files->Read(FindProgramPlace().folder + "\\kitbay_contract_help.chm"));
-  const auto desktop = MakeDesktop();
-  desktop->DisplayHelpTopic(help_file + "::/help_page.html");
-  EXPECT_EQ(HelpWindows(), 1);
-  desktop->CloseAllHelp();
-  EXPECT_EQ(HelpWindows(), 0);
-  CoUninitialize();
-}
-
-TEST(Win32Desktop, AMissingHelpFileIsReported) {
-  const ScratchFolder folder;
-  const auto desktop = MakeDesktop();
-  const std::string topic = folder.path() + "\\help\\tesselhelp.chm::/AddRemovefeatures.html";
-  EXPECT_EQ(FailureNumber([&] { desktop->DisplayHelpTopic(topic); }), 53);
-  desktop->CloseAllHelp();
-}
-
-TEST(Win32Desktop, AHelpFileThatIsNoneIsReported) {
-  const ScratchFolder folder;
-  MakeFiles()->Write(folder.path() + "\\tesselhelp.chm", "no help");
-  const auto desktop = MakeDesktop();
-  const std::string topic = folder.path() + "\\tesselhelp.chm::/AddRemovefeatures.html";
-  EXPECT_EQ(FailureNumber([&] { desktop->DisplayHelpTopic(topic); }), 75);
-  desktop->CloseAllHelp();
 }
 
 TEST(Win32Files, AReaderSeesTheOldFileOrTheNewOneWhole) {
