@@ -15,7 +15,7 @@ void InstallationCheck::CheckInstallation(platform::FileSystemObject* file_syste
     const std::string key_name = ApplicationKeyName(file_system);
     const auto opened =
         keys_.Open(platform::kLocalMachine,
-                   "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\" + key_name,
+                   R"(SOFTWARE\Microsoft\Windows\CurrentVersion\Uninstall\)" + key_name,
                    platform::kKeyReadWrite);
     if (opened.code == platform::kRegistrySuccess) {
       ReadEntry(opened.key, key_name);
@@ -34,7 +34,7 @@ std::string InstallationCheck::ApplicationKeyName(platform::FileSystemObject* fi
   if (file_system != nullptr && file_system->FileExists(path)) {
     const auto stream = file_system->OpenTextFile(path);
     const std::string first = stream->ReadLine();
-    const std::string second = stream->ReadLine();
+    std::string second = stream->ReadLine();
     if (!base::Trim(first).empty()) {
       return second;
     }

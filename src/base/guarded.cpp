@@ -15,7 +15,7 @@ Failure AsFailure(const std::exception_ptr& error) {
   } catch (const std::bad_alloc&) {
     return Failure(RuntimeError::kOutOfMemory);
   } catch (const std::exception& other) {
-    return Failure(static_cast<std::int32_t>(RuntimeError::kInvalidProcedureCall), other.what());
+    return {static_cast<std::int32_t>(RuntimeError::kInvalidProcedureCall), other.what()};
   } catch (...) {
     return Failure(RuntimeError::kInvalidProcedureCall);
   }

@@ -41,7 +41,7 @@ std::string Registry::GetAppDataPath() {
   std::string path;
   guarded(log_, "Kitbay::GetAppDataPath", [&] {
     constexpr const char* kFolders =
-        "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders";
+        R"(Software\Microsoft\Windows\CurrentVersion\Explorer\Shell Folders)";
     constexpr const char* kName = "AppData";
     const auto folders = keys_.Open(platform::kCurrentUser, kFolders, platform::kKeyQueryValue);
     const std::uint32_t byte_count = keys_.Query(folders.key, kName, 0).byte_count;
@@ -62,7 +62,7 @@ void Registry::RegisterUrlHandler() {
     const std::string executable = settings_.program_name + ".exe";
     SetDefaultValue(platform::kClassesRoot, kProtocolKey, "URL:ovl Protocol");
     SetDefaultValue(platform::kClassesRoot, "ovl\\DefaultIcon", executable);
-    SetDefaultValue(platform::kClassesRoot, "ovl\\shell\\open\\command",
+    SetDefaultValue(platform::kClassesRoot, R"(ovl\shell\open\command)",
                     "\"" + settings_.program_folder + "\\" + executable + "\" %1");
     const RegistryKey key =
         keys_.Open(platform::kClassesRoot, kProtocolKey, platform::kKeyReadWrite).key;

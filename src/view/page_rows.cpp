@@ -89,7 +89,7 @@ void PageRows::showUpdates(const std::string& container, const std::string& name
 }
 
 HtmlNodeRef PageRows::NewRow(const std::string& start_tag, const std::string& name_line) {
-  const HtmlNodeRef row = Needed(page_.document().CreateElement(start_tag));
+  HtmlNodeRef row = Needed(page_.document().CreateElement(start_tag));
   row->InsertAdjacentHtml("afterBegin", name_line);
   return row;
 }
