@@ -1,6 +1,6 @@
 import assert from 'node:assert/strict';
 import { spawn } from 'node:child_process';
-import { once } from 'node:events';
+import { on, once } from 'node:events';
 import fs from 'node:fs';
 import net from 'node:net';
 import path from 'node:path';
@@ -21,6 +21,8 @@ class FakeHost {
     fs.mkdirSync(host.temporary);
     host.inspectionFile = path.join(host.prefix, 'inspect.json');
     host.server = net.createServer();
+    // Both connections may come before the first is looked at.
+    host.connections = on(host.server, 'connection');
     await new Promise((resolve) => host.server.listen(0, '127.0.0.1', resolve));
     const main = new URL('../main.mjs', import.meta.url).pathname;
     host.helper = spawn(process.execPath, [main, String(host.server.address().port), 'secret'], {
@@ -37,7 +39,7 @@ class FakeHost {
   }
 
   async #accept(role) {
-    const [socket] = await once(this.server, 'connection');
+    const [socket] = (await this.connections.next()).value;
     const connection = new LineConnection(socket);
     const [greeting] = await once(connection, 'message');
     assert.deepEqual(greeting, { token: 'secret', role });
