@@ -40,7 +40,7 @@ export class Chromium {
     if (process.getuid() === 0) options.push('--no-sandbox');
     this.#process = spawn(programPath(), [...options, 'about:blank'],
       { stdio: ['ignore', 'ignore', 'ignore', 'pipe', 'pipe'], detached: true,
-        env: { ...process.env, TMPDIR: this.#folder } });
+        env: { ...process.env, TMPDIR: this.#folder, DISPLAY: undefined } });
     this.#process.on('error', () => {});  // A failed start shows as the pipe's end.
     this.#ended = once(this.#process, 'exit').catch(() => {});
     const [, , , output, input] = this.#process.stdio;

@@ -5,6 +5,7 @@ const kKeyNames = {
   39: 'ArrowRight', 40: 'ArrowDown', 45: 'Insert', 46: 'Delete',
 };
 const kSpaceKey = 32;
+const kLeftButton = 1;
 
 /** Hands the host's mouse and keyboard to the page, in the order in which they come. */
 export class Input {
@@ -19,7 +20,9 @@ export class Input {
   /** `message` is {type, x, y, button, buttons, count, mods, dx, dy} in page pixels. */
   mouse({ type, x, y, button, buttons, count, mods, dx, dy }) {
     const event = {
-      type, x, y, button, buttons, clickCount: count, modifiers: mods,
+      type, x, y, buttons, clickCount: count, modifiers: mods,
+      // The engine starts a drag only where the move names the button that is held.
+      button: type === 'mouseMoved' && buttons & kLeftButton ? 'left' : button,
       ...(type === 'mouseWheel' ? { deltaX: dx, deltaY: dy } : {}),
     };
     if (type === 'mouseMoved') this.#move(event);

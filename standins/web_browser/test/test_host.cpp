@@ -179,18 +179,16 @@ ComPtr<IDispatch> TestHost::Document() const {
   return document;
 }
 
-ComPtr<EventSink> TestHost::Listen(IUnknown* source, REFIID events, EventSink::Answer answer) {
+Listening::Listening(IUnknown* source, REFIID events, EventSink::Answer answer) {
   ComPtr<IConnectionPointContainer> container;
   Check(source->QueryInterface(IID_PPV_ARGS(container.GetAddressOf())),
         "IConnectionPointContainer");
-  ComPtr<IConnectionPoint> point;
-  Check(container->FindConnectionPoint(events, point.GetAddressOf()), "FindConnectionPoint");
-  ComPtr<EventSink> sink;
-  sink.Attach(new EventSink(std::move(answer)));
-  DWORD cookie = 0;
-  Check(point->Advise(static_cast<IDispatch*>(sink.Get()), &cookie), "Advise");
-  return sink;
+  Check(container->FindConnectionPoint(events, point_.GetAddressOf()), "FindConnectionPoint");
+  sink_.Attach(new EventSink(std::move(answer)));
+  Check(point_->Advise(static_cast<IDispatch*>(sink_.Get()), &cookie_), "Advise");
 }
+
+Listening::~Listening() { point_->Unadvise(cookie_); }
 
 void TestHost::Until(const std::function<bool()>& holds) {
   const ULONGLONG limit = GetTickCount64() + kLimitMs;
@@ -208,7 +206,7 @@ void TestHost::Until(const std::function<bool()>& holds) {
 
 void TestHost::Load(const std::string& markup) {
   const std::wstring path = Write(L"page.html", markup);
-  const ComPtr<EventSink> sink = Listen(browser_.Get(), DIID_DWebBrowserEvents2, nullptr);
+  const Listening sink(browser_.Get(), DIID_DWebBrowserEvents2);
   Check(browser_->Navigate(Value(path.c_str()).get().bstrVal, nullptr, nullptr, nullptr, nullptr),
         "Navigate");
   Until([&] { return sink->HasHeard(DISPID_DOCUMENTCOMPLETE); });

@@ -44,6 +44,24 @@ class EventSink final : public ComObject<IDispatch> {
   DWORD thread_ = 0;
 };
 
+/** A sink that listens to a source for as long as the object lives. */
+class Listening {
+ public:
+  /** `source` is the browser or a document. Throws std::runtime_error where it has no such events.
+   */
+  Listening(IUnknown* source, REFIID events, EventSink::Answer answer = nullptr);
+  ~Listening();
+  Listening(const Listening&) = delete;
+  Listening& operator=(const Listening&) = delete;
+
+  const EventSink* operator->() const { return sink_.Get(); }
+
+ private:
+  Microsoft::WRL::ComPtr<EventSink> sink_;
+  Microsoft::WRL::ComPtr<IConnectionPoint> point_;
+  DWORD cookie_ = 0;
+};
+
 /** A window that hosts the control, without any of its registration. */
 class TestHost {
  public:
@@ -58,10 +76,6 @@ class TestHost {
   IWebBrowser2* browser() const { return browser_.Get(); }
   HWND control_window() const;
   Microsoft::WRL::ComPtr<IDispatch> Document() const;
-
-  /** Adds a sink to the browser's or a document's events. */
-  static Microsoft::WRL::ComPtr<EventSink> Listen(IUnknown* source, REFIID events,
-                                                  EventSink::Answer answer);
 
   /** Handles messages until the condition holds; throws std::runtime_error in 20 s. */
   static void Until(const std::function<bool()>& holds);
