@@ -55,21 +55,21 @@ class SystemBrowserControl {
   DWORD cookie_ = 0;
 };
 
+BOOL CALLBACK CountHelpWindow(HWND window, LPARAM count) {
+  DWORD process = 0;
+  GetWindowThreadProcessId(window, &process);
+  wchar_t name[16] = L"";
+  GetClassNameW(window, name, 16);
+  if (process == GetCurrentProcessId() && std::wstring(name) == L"HH Parent") {
+    ++*reinterpret_cast<int*>(count);
+  }
+  return TRUE;
+}
+
 /// The number of help windows of this program.
 int HelpWindows() {
   int count = 0;
-  EnumWindows(
-      [](HWND window, LPARAM counted) -> BOOL {
-        DWORD process = 0;
-        GetWindowThreadProcessId(window, &process);
-        wchar_t name[16] = L"";
-        GetClassNameW(window, name, 16);
-        if (process == GetCurrentProcessId() && std::wstring(name) == L"HH Parent") {
-          ++*reinterpret_cast<int*>(counted);
-        }
-        return TRUE;
-      },
-      reinterpret_cast<LPARAM>(&count));
+  EnumWindows(&CountHelpWindow, reinterpret_cast<LPARAM>(&count));
   return count;
 }
 

@@ -1,7 +1,5 @@
 #include <windows.h>
 
-#include <chrono>
-#include <ctime>
 #include <memory>
 #include <string>
 #include <vector>
@@ -123,10 +121,13 @@ class Win32ClockWorld : public ClockWorld {
  public:
   platform::Clock& clock() override { return *clock_; }
   platform::LocalTime WallClock() const override {
-    const std::time_t now = std::chrono::system_clock::to_time_t(std::chrono::system_clock::now());
-    const std::tm local = *std::localtime(&now);
-    return {local.tm_year + 1900, local.tm_mon + 1, local.tm_mday,
-            local.tm_hour,        local.tm_min,     local.tm_sec};
+    FILETIME now{};
+    FILETIME local_now{};
+    SYSTEMTIME local{};
+    GetSystemTimeAsFileTime(&now);
+    FileTimeToLocalFileTime(&now, &local_now);
+    FileTimeToSystemTime(&local_now, &local);
+    return {local.wYear, local.wMonth, local.wDay, local.wHour, local.wMinute, local.wSecond};
   }
 
  private:
