@@ -25,6 +25,8 @@ class AutomationNodeList final : public HtmlNodeList {
 }  // namespace
 
 HtmlNodeRef AutomationDocument::AllItem(const std::string& id) const {
+  // An empty text names nothing, not the elements without an id.
+  if (id.empty()) return nullptr;
   // The index asks for the first one of several; without it there would be a list of them.
   return ToNode(CallMethod(*RequireObject(*document_.Get(), "all").Get(), "item", {id, 0}));
 }

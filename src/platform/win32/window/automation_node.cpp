@@ -1,6 +1,7 @@
 #include "platform/win32/window/automation_node.h"
 
 #include "base/failure.h"
+#include "platform/win32/window/com_identity.h"
 
 namespace kitbay::platform::win32 {
 
@@ -29,12 +30,7 @@ HtmlNodeRef ItemOf(IDispatch& list, int index) {
 
 bool AutomationNode::SameAs(const HtmlNode& other) const {
   const auto* node = dynamic_cast<const AutomationNode*>(&other);
-  if (node == nullptr) return false;
-  ComPtr<IUnknown> identity;
-  ComPtr<IUnknown> other_identity;
-  node_.As(&identity);
-  node->node_.As(&other_identity);
-  return identity == other_identity;
+  return node != nullptr && IsSameObject(node_.Get(), node->node_.Get());
 }
 
 std::string AutomationNode::Text(const char* member) const {

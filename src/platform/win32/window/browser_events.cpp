@@ -2,16 +2,13 @@
 
 #include <exdispid.h>
 
-#include <utility>
-
 #include "platform/win32/com/com_failure.h"
 #include "platform/win32/system/utf.h"
+#include "platform/win32/window/com_identity.h"
 #include "platform/win32/window/page_address.h"
 
 namespace kitbay::platform::win32 {
 namespace {
-
-using Microsoft::WRL::ComPtr;
 
 /// The argument at `position`, counted from the first one as the event is written down; an empty
 /// one when there are fewer.
@@ -41,14 +38,9 @@ void BrowserEventsPart::ExpectPage(IUnknown* browser, const std::string& path) {
 }
 
 bool BrowserEventsPart::IsExpectedPage(const VARIANT& browser, const VARIANT& address) const {
-  if (expected_path_.empty() || browser.vt != VT_DISPATCH || browser.pdispVal == nullptr) {
-    return false;
-  }
-  ComPtr<IUnknown> identity;
-  ComPtr<IUnknown> own_identity;
-  browser.pdispVal->QueryInterface(IID_PPV_ARGS(&identity));
-  browser_->QueryInterface(IID_PPV_ARGS(&own_identity));
-  return identity == own_identity && IsAddressOfFile(TextOf(address), expected_path_);
+  return !expected_path_.empty() && browser.vt == VT_DISPATCH &&
+         IsSameObject(browser.pdispVal, browser_) &&
+         IsAddressOfFile(TextOf(address), expected_path_);
 }
 
 void BrowserEventsPart::OnBeforeNavigate(const DISPPARAMS& parameters) {

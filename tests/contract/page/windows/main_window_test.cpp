@@ -44,12 +44,13 @@ RECT PlaceIn(HWND parent, HWND window) {
   return place;
 }
 
-/// A cursor of one black pixel.
+/// A black square of the usual size as a cursor file, its hot spot at 3, 5.
 std::string CursorFile() {
-  const std::array<unsigned char, 22 + 40 + 8 + 4 + 4> bytes{
-      0,  0, 2, 0, 1, 0, 1, 1, 2, 0, 0, 0, 0, 0, 56, 0, 0, 0, 22, 0, 0, 0,  // directory
-      40, 0, 0, 0, 1, 0, 0, 0, 2, 0, 0, 0, 1, 0, 1,  0};                    // bitmap header
-  return std::string(bytes.begin(), bytes.end());
+  constexpr std::size_t kSide = 32;
+  const std::array<unsigned char, 70> head{
+      0,  0, 2, 0, 1,  0, 32, 32, 2,  0, 3, 0, 5, 0, 48, 1, 0, 0, 22, 0, 0, 0,         // directory
+      40, 0, 0, 0, 32, 0, 0,  0,  64, 0, 0, 0, 1, 0, 1,  0, 0, 0, 0,  0, 0, 1, 0, 0};  // bitmap
+  return std::string(head.begin(), head.end()) + std::string(kSide * kSide / 8 * 2, '\0');
 }
 
 TEST(MainWindow, StartsHiddenUnderItsClassAndCaption) {
@@ -234,8 +235,8 @@ TEST(MainWindow, ACursorFileIsShownOverTheLabel) {
   ICONINFO shown{};
   ASSERT_TRUE(GetIconInfo(GetCursor(), &shown));
   DeleteObject(shown.hbmMask);
-  EXPECT_EQ(shown.xHotspot, 1U);
-  EXPECT_EQ(shown.yHotspot, 2U);
+  EXPECT_EQ(shown.xHotspot, 3U);
+  EXPECT_EQ(shown.yHotspot, 5U);
 }
 
 }  // namespace

@@ -7,10 +7,12 @@
 
 namespace kitbay::contract {
 
-PageFiles::PageFiles()
-    : folder_(std::filesystem::temp_directory_path() /
-              ("kitbay pages " + std::to_string(GetCurrentProcessId()))) {
-  std::filesystem::create_directories(folder_);
+PageFiles::PageFiles() {
+  const std::string name = "kitbay pages " + std::to_string(GetCurrentProcessId()) + " ";
+  int number = 0;
+  do {
+    folder_ = std::filesystem::temp_directory_path() / (name + std::to_string(++number));
+  } while (!std::filesystem::create_directory(folder_));
 }
 
 PageFiles::~PageFiles() {
