@@ -1,0 +1,112 @@
+// Keys, buttons and the help label of the main window.
+#include "fake_program.h"
+
+namespace kitbay::app {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+class MainFormInput : public FakeProgram {
+ protected:
+  MainFormInput() {
+    EXPECT_TRUE(Start());
+    journal.Clear();
+  }
+};
+
+TEST_F(MainFormInput, EscapeUnloadsTheWindowAndThenTheDialog) {
+  window.events()->Form_KeyDown(27);
+  EXPECT_THAT(CallsOf({"Unload", "Quit", "Preference."}),
+              ElementsAre("Unload", "Quit", "Preference.Unload"));
+  EXPECT_FALSE(form.IsLoaded());
+}
+
+TEST_F(MainFormInput, EveryOtherKeyIsIgnored) {
+  for (int key = 0; key < 256; ++key) {
+    if (key != 27) {
+      window.events()->Form_KeyDown(key);
+    }
+  }
+  EXPECT_THAT(journal.calls(), IsEmpty());
+  EXPECT_TRUE(form.IsLoaded());
+}
+
+TEST_F(MainFormInput, CloseUnloadsTheDialogAndThenTheWindow) {
+  window.events()->CmdClose_Click();
+  EXPECT_THAT(CallsOf({"Unload", "Quit", "Preference."}),
+              ElementsAre("Preference.Unload", "Unload", "Quit"));
+  EXPECT_FALSE(form.IsLoaded());
+}
+
+TEST_F(MainFormInput, DirectoriesShowsTheDialogAndThenItsUrlBox) {
+  window.events()->cmdPreference_Click();
+  EXPECT_THAT(journal.calls(), ElementsAre("Preference.Show", "Preference.FocusUrlBox"));
+}
+
+TEST_F(MainFormInput, HelpShowsItsTopic) {
+  window.events()->lblHelp_Click();
+  EXPECT_THAT(journal.calls(),
+              ElementsAre("DisplayHelpTopic "
+                          "[C:\\Ovalink\\help\\tesselhelp.chm::/AddRemovefeatures.html]"));
+  EXPECT_EQ(Log(), Header());
+}
+
+TEST_F(MainFormInput, HelpThatCannotBeShownIsLogged) {
+  desktop.FailHelp(base::Failure(-2147467259, "Unspecified error"));
+  window.events()->lblHelp_Click();
+  EXPECT_EQ(Log(), Header() + Entry("Kitbay::lblHelp_Click", "-2147467259", "Unspecified error"));
+}
+
+TEST_F(MainFormInput, TheHelpCursorIsLoadedAnewOnEveryMove) {
+  window.events()->lblHelp_MouseMove();
+  window.events()->lblHelp_MouseMove();
+  EXPECT_THAT(journal.calls(), ElementsAre("SetHelpCursor C:\\Ovalink\\Channels\\HAND-M.cur",
+                                           "SetHelpCursor C:\\Ovalink\\Channels\\HAND-M.cur"));
+}
+
+TEST_F(MainFormInput, AMissingHelpCursorIsOnlyLoggedOnEveryMove) {
+  window.calls().FailMember("SetHelpCursor", base::Failure(base::RuntimeError::kFileNotFound));
+  window.events()->lblHelp_MouseMove();
+  window.events()->lblHelp_MouseMove();
+  const std::string entry = Entry("Kitbay::lblHelp_MouseMove", "53", "File not found");
+  EXPECT_EQ(Log(), Header() + entry + entry);
+  EXPECT_TRUE(form.IsLoaded());
+}
+
+/// A dialog that fails whatever is asked of it.
+class FailingPreferenceForm : public PreferenceForm {
+ public:
+  void Show() override { Fail(); }
+  void FocusUrlBox() override { Fail(); }
+  void Unload() override { Fail(); }
+
+ private:
+  [[noreturn]] static void Fail() { throw base::Failure(-2147467259, "Unspecified error"); }
+};
+
+class FailingDialog : public FakeProgram {
+ protected:
+  FailingDialog() { form_.Load(); }
+
+  FailingPreferenceForm failing_;
+  MainForm form_{{log, settings, desktop, keys, suite_objects, window, window.message_loop(),
+                  installation_check, manager_registration, failing_, page, page_events, sources,
+                  source_file, update_driver}};
+};
+
+TEST_F(FailingDialog, IsLoggedUnderTheHandlersName) {
+  form_.cmdPreference_Click();
+  form_.CmdClose_Click();
+  EXPECT_EQ(Log(), Header() +
+                       Entry("Kitbay::cmdPreference_Click", "-2147467259", "Unspecified error") +
+                       Entry("Kitbay::CmdClose_Click", "-2147467259", "Unspecified error"));
+}
+
+TEST_F(FailingDialog, DoesNotKeepEscapeFromEndingTheProgram) {
+  form_.Form_KeyDown(27);
+  EXPECT_TRUE(window.message_loop().quit());
+}
+
+}  // namespace
+}  // namespace kitbay::app

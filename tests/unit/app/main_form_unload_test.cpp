@@ -1,0 +1,134 @@
+// The end of the main window and of the program.
+#include "fake_program.h"
+
+namespace kitbay::app {
+namespace {
+
+using ::testing::Each;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::Not;
+using ::testing::StartsWith;
+
+class MainFormUnload : public FakeProgram {
+ protected:
+  MainFormUnload() {
+    StartAndLoadPage();
+    journal.Clear();
+  }
+};
+
+TEST_F(MainFormUnload, GoesThroughItsStepsInOrder) {
+  window.Unload();
+  EXPECT_THAT(
+      journal.calls(),
+      ElementsAre("Unload", "SetParent window", "SetVisible false", "RevokeActiveObject 1",
+                  "DisconnectObject", "ShutDown URLDownloadLib.URLDownload",
+                  "ShutDown XMLRPCTRANSPORT.xTransport", "fso.FolderExists C:\\Ovalink\\Temp",
+                  "fso.DeleteFolder C:\\Ovalink\\Temp", "DisconnectDocument", "CloseAllHelp",
+                  "fso.Close C:\\Ovalink\\KitbayLog.log", "Quit"));
+  EXPECT_FALSE(form.IsLoaded());
+  EXPECT_TRUE(window.message_loop().quit());
+  EXPECT_EQ(Log(), Header());
+}
+
+TEST_F(MainFormUnload, LetsEverythingGo) {
+  window.Unload();
+  EXPECT_TRUE(suite_objects.Find(kDownload)->is_released);
+  EXPECT_TRUE(suite_objects.Find(kTransport)->is_released);
+  EXPECT_EQ(active_objects.entry_count(), 0U);
+  EXPECT_THROW(page.document(), base::Failure);
+}
+
+TEST_F(MainFormUnload, ObjSetToNothingEmptiesTheListsOfSources) {
+  ASSERT_THAT(sources.UpdateSources, Not(IsEmpty()));
+  window.Unload();
+  EXPECT_THAT(sources.UpdateSources, Each(""));
+  EXPECT_THAT(sources.PendingSources, Each(""));
+}
+
+TEST_F(MainFormUnload, TheWorkingFolderGoesWithEverythingInIt) {
+  files.AddFile("C:\\Ovalink\\Temp\\notes\\notes.dll", "MZ");
+  files.AddFile("C:\\Ovalink\\Temp\\notes.zip", "PK");
+  window.Unload();
+  EXPECT_FALSE(files.IsFolder("C:\\Ovalink\\Temp"));
+  EXPECT_TRUE(files.IsFolder("C:\\Ovalink\\Kitbay"));
+}
+
+TEST_F(MainFormUnload, AWorkingFolderThatIsGoneIsNoFailure) {
+  fakes::MemoryFileSystemObject(files).DeleteFolder("C:\\Ovalink\\Temp", true);
+  journal.Clear();
+  window.Unload();
+  EXPECT_THAT(CallsOf({"fso.DeleteFolder"}), IsEmpty());
+  EXPECT_EQ(Log(), Header());
+}
+
+TEST_F(MainFormUnload, AReadOnlyFileStopsTheDeletionWhichIsLoggedAndTheProgramEnds) {
+  files.AddFile("C:\\Ovalink\\Temp\\kept.zip", "PK");
+  files.SetReadOnly("C:\\Ovalink\\Temp\\kept.zip");
+  window.Unload();
+  EXPECT_TRUE(files.IsFile("C:\\Ovalink\\Temp\\kept.zip"));
+  EXPECT_EQ(Log(), Header() + Entry("Kitbay::Form_Unload", "70", "Permission denied"));
+  EXPECT_TRUE(window.message_loop().quit());
+  EXPECT_FALSE(form.IsLoaded());
+  EXPECT_EQ(window.Handle(), platform::WindowHandle{});
+}
+
+TEST_F(MainFormUnload, WithoutAnInstallationFolderNoFolderIsDeleted) {
+  files.AddFile("C:\\Temp\\others.txt", "theirs");
+  settings.InstallFolder.clear();
+  window.Unload();
+  EXPECT_TRUE(files.IsFile("C:\\Temp\\others.txt"));
+  EXPECT_THAT(CallsOf({"fso.FolderExists", "fso.DeleteFolder"}), IsEmpty());
+  EXPECT_TRUE(window.message_loop().quit());
+}
+
+TEST_F(MainFormUnload, LaterErrorsFindNoLog) {
+  window.Unload();
+  journal.Clear();
+  form.lblHelp_Click();
+  window.calls().FailMember("SetHelpCursor", base::Failure(53, "File not found"));
+  form.lblHelp_MouseMove();
+  EXPECT_THAT(CallsOf({"fso."}), IsEmpty());
+  EXPECT_EQ(Log(), Header());
+}
+
+TEST_F(MainFormUnload, AfterwardsThePageIsDeaf) {
+  const auto document = window.document();
+  window.Unload();
+  const auto body = document->Body();
+  EXPECT_FALSE(document->Click(body));
+}
+
+class EarlyUnload : public FakeProgram {};
+
+TEST_F(EarlyUnload, BeforeThePageHasLoadedThereIsNothingToShutDown) {
+  ASSERT_TRUE(Start());
+  journal.Clear();
+  window.Unload();
+  EXPECT_THAT(CallsOf({"ShutDown"}), IsEmpty());
+  EXPECT_EQ(Log(), Header());
+  EXPECT_TRUE(window.message_loop().quit());
+}
+
+TEST_F(EarlyUnload, AnUnregisteredProgramWithdrawsCookieZeroAndEndsLikeAnyOther) {
+  active_objects.table_refuses = true;
+  StartAndLoadPage();
+  journal.Clear();
+  window.Unload();
+  EXPECT_THAT(CallsOf({"Revoke", "Disconnect"}),
+              ElementsAre("RevokeActiveObject 0", "DisconnectObject", "DisconnectDocument"));
+  EXPECT_EQ(Log(), Header());
+}
+
+TEST_F(EarlyUnload, WithoutTheFileSystemObjectTheProgramEndsLikeAnyOther) {
+  suite_objects.missing.insert(kFileSystemObject);
+  StartAndLoadPage();
+  window.Unload();
+  EXPECT_EQ(Count("DisconnectDocument"), 1);
+  EXPECT_EQ(Count("CloseAllHelp"), 1);
+  EXPECT_TRUE(window.message_loop().quit());
+}
+
+}  // namespace
+}  // namespace kitbay::app

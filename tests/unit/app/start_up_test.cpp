@@ -1,0 +1,198 @@
+// The start of the program, first or second.
+#include "app/start_up.h"
+
+#include "fake_program.h"
+
+namespace kitbay::app {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+/// The manager of another instance of the program.
+class OtherManager : public platform::ManagerService {
+ public:
+  explicit OtherManager(fakes::RecordingDesktop& desktop) : desktop_(desktop) {}
+
+  void BringToFront() override {
+    ++raised;
+    desktop_calls_before = desktop_.calls();
+    if (fails) {
+      throw base::Failure(fakes::kDisconnected, "Disconnected.");
+    }
+  }
+
+  int raised = 0;
+  bool fails = false;
+  std::vector<std::string> desktop_calls_before;
+
+ private:
+  fakes::RecordingDesktop& desktop_;
+};
+
+class SecondStart : public FakeProgram {
+ protected:
+  SecondStart() { instance_mark.previous_instance = true; }
+
+  OtherManager other_{desktop};
+};
+
+TEST_F(SecondStart, RaisesTheFirstWindowAndEndsWithoutOneOfItsOwn) {
+  active_objects.running_manager = &other_;
+  EXPECT_FALSE(Start());
+  EXPECT_EQ(other_.raised, 1);
+  EXPECT_THAT(journal.calls(), ElementsAre("GetActive Kitbay.Manager", "PassForegroundRight"));
+  EXPECT_FALSE(form.IsLoaded());
+}
+
+TEST_F(SecondStart, PassesTheForegroundRightOnBeforeItAsksForTheWindow) {
+  active_objects.running_manager = &other_;
+  Start();
+  EXPECT_THAT(other_.desktop_calls_before, ElementsAre("PassForegroundRight"));
+}
+
+TEST_F(SecondStart, IsNeitherRegisteredNorOfferedAndLogsNothing) {
+  active_objects.running_manager = &other_;
+  files.AddFile(kLogPath, "the first one's log");
+  Start();
+  EXPECT_EQ(active_objects.entry_count(), 0U);
+  EXPECT_EQ(com_server.registrations, 0);
+  EXPECT_EQ(com_server.offered, nullptr);
+  EXPECT_EQ(Log(), "the first one's log");
+  EXPECT_EQ(files.operation_count(), 0U);
+}
+
+TEST_F(SecondStart, WithoutARunningObjectEndsQuietly) {
+  EXPECT_FALSE(Start());
+  EXPECT_THAT(journal.calls(), ElementsAre("GetActive Kitbay.Manager"));
+  EXPECT_EQ(Log(), "(none)");
+}
+
+TEST_F(SecondStart, ThatTheFirstDoesNotAnswerEndsQuietly) {
+  other_.fails = true;
+  active_objects.running_manager = &other_;
+  EXPECT_FALSE(Start());
+  EXPECT_EQ(other_.raised, 1);
+  EXPECT_EQ(Log(), "(none)");
+  EXPECT_THAT(CallsOf({"Load", "ShowMessage"}), IsEmpty());
+}
+
+class FirstStart : public FakeProgram {};
+
+TEST_F(FirstStart, LoadsTheWindowBeforeItBecomesFindable) {
+  EXPECT_TRUE(Start());
+  EXPECT_THAT(CallsOf({"Load", "Show", "Navigate", "SetHelpFile", "ClassId", "Register"}),
+              ElementsAre("Load", "Show", "Navigate C:\\Ovalink\\Kitbay\\AddonUpdates.html",
+                          "SetHelpFile C:\\Ovalink\\help\\tesselhelp.chm::/AddRemovefeatures.html",
+                          "ClassIdFromProgId Kitbay.Manager", "RegisterActiveObject"));
+  EXPECT_EQ(active_objects.entry_count(), 1U);
+  EXPECT_EQ(Log(), Header());
+}
+
+TEST_F(FirstStart, LooksForNoRunningObject) {
+  Start();
+  EXPECT_THAT(CallsOf({"GetActive", "PassForegroundRight"}), IsEmpty());
+}
+
+TEST_F(FirstStart, OffersItsClasses) {
+  Start();
+  EXPECT_EQ(com_server.registrations, 1);
+  EXPECT_EQ(com_server.offered, &services);
+}
+
+TEST_F(FirstStart, WithoutAClassIdentifierRunsOnUnregistered) {
+  active_objects.classes.clear();
+  EXPECT_TRUE(Start());
+  EXPECT_TRUE(window.shown());
+  EXPECT_THAT(CallsOf({"Register"}), IsEmpty());
+  EXPECT_EQ(Log(), Header());
+  EXPECT_THROW(active_objects.GetActive("Kitbay.Manager"), base::Failure);
+}
+
+TEST_F(FirstStart, RefusedByTheTableRunsOnUnregistered) {
+  active_objects.table_refuses = true;
+  EXPECT_TRUE(Start());
+  EXPECT_EQ(active_objects.entry_count(), 0U);
+  EXPECT_EQ(Log(), Header());
+}
+
+TEST_F(FirstStart, WithoutClassesThatCanBeRegisteredRunsOnAndSaysSo) {
+  com_server.registration_failure = base::Failure(-2147024891, "Access denied.");
+  EXPECT_TRUE(Start());
+  EXPECT_EQ(com_server.offered, &services);
+  EXPECT_EQ(active_objects.entry_count(), 1U);
+  EXPECT_EQ(Log(), Header() + Entry("Kitbay::Main", "-2147024891", "Access denied."));
+}
+
+TEST_F(FirstStart, WithoutClassesThatCanBeOfferedRunsOnAndSaysSo) {
+  com_server.class_object_failure = base::Failure(-2147024891, "Access denied.");
+  EXPECT_TRUE(Start());
+  EXPECT_EQ(active_objects.entry_count(), 1U);
+  EXPECT_EQ(Log(), Header() + Entry("Kitbay::Main", "-2147024891", "Access denied."));
+}
+
+TEST_F(FirstStart, OnAMachineWithoutTheSuiteEndsUnregistered) {
+  keys.DenyAccess(std::string(kUninstallKey) + "Tessel");
+  EXPECT_FALSE(Start());
+  EXPECT_THAT(CallsOf({"ClassId", "Register"}), IsEmpty());
+  EXPECT_EQ(com_server.offered, nullptr);
+  EXPECT_TRUE(window.message_loop().quit());
+}
+
+class BringToFront : public FakeProgram {
+ protected:
+  static std::vector<std::string> RaisingCalls() {
+    // 65602 is the window's handle; -1 topmost, -2 not topmost, 3 neither size nor place; 9
+    // restore, 5 show.
+    return {"SetWindowPos 65602 -1 3", "SetWindowPos 65602 -2 3", "ShowWindow 65602 9",
+            "ShowWindow 65602 5", "SetActiveWindow 65602"};
+  }
+};
+
+TEST_F(BringToFront, RaisesTheWindowWithoutLeavingItTopmost) {
+  Start();
+  journal.Clear();
+  active_objects.GetActive("Kitbay.Manager")->BringToFront();
+  EXPECT_THAT(CallsOf({"SetWindowPos", "ShowWindow", "SetActiveWindow", "Load", "Show"}),
+              ::testing::ElementsAreArray(RaisingCalls()));
+}
+
+TEST_F(BringToFront, OfAManagerFromOutsideRaisesTheWindowThatIsThere) {
+  Start();
+  journal.Clear();
+  com_server.offered->CreateManager()->BringToFront();
+  EXPECT_THAT(journal.calls(), ::testing::ElementsAreArray(RaisingCalls()));
+}
+
+TEST_F(BringToFront, LoadsAWindowThatIsNotLoaded) {
+  form.BringToFront();
+  EXPECT_TRUE(window.shown());
+  EXPECT_EQ(Log(), Header());
+  std::vector<std::string> expected = {"Load", "Show",
+                                       "Navigate C:\\Ovalink\\Kitbay\\AddonUpdates.html"};
+  for (const std::string& call : RaisingCalls()) {
+    expected.push_back(call);
+  }
+  EXPECT_THAT(CallsOf({"Load", "Show", "Navigate", "SetWindowPos", "SetActiveWindow"}),
+              ::testing::ElementsAreArray(expected));
+}
+
+/// A desktop on which no window can be activated.
+class StiffDesktop : public fakes::RecordingDesktop {
+ public:
+  void SetActiveWindow(platform::WindowHandle /*window*/) override {
+    throw base::Failure(-2147467259, "Unspecified error");
+  }
+};
+
+TEST_F(BringToFront, LogsItsFailure) {
+  StiffDesktop stiff;
+  MainForm other({log, settings, stiff, keys, suite_objects, window, window.message_loop(),
+                  installation_check, manager_registration, preference_form, page, page_events,
+                  sources, source_file, update_driver});
+  other.BringToFront();
+  EXPECT_EQ(Log(), Header() + Entry("Kitbay::BringToFront", "-2147467259", "Unspecified error"));
+}
+
+}  // namespace
+}  // namespace kitbay::app
