@@ -78,9 +78,11 @@ before(async () => {
     'page.html': '<body style="margin:0"><div id=d style="height:40px; width:60px">\u00e4</div>',
   });
 });
-after(() => {
+after(async () => {
   host.helper.kill();
+  await host.helperEnd;
   host.server.close();
+  fs.rmSync(host.prefix, { recursive: true });
 });
 
 test('a host loads a page and calls its document', async () => {
