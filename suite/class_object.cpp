@@ -1,9 +1,8 @@
 #include "class_object.h"
 
-#include <wrl/client.h>
-
 #include <memory>
 
+#include "platform/win32/com/adopt.h"
 #include "platform/win32/com/com_failure.h"
 
 namespace ovalink {
@@ -30,9 +29,7 @@ STDMETHODIMP ClassObject::CreateInstance(IUnknown* outer, REFIID iid, void** obj
   *object = nullptr;
   if (outer != nullptr) return CLASS_E_NOAGGREGATION;
   try {
-    Microsoft::WRL::ComPtr<IDispatch> created;
-    created.Attach(create_());
-    return created->QueryInterface(iid, object);
+    return kitbay::platform::win32::Adopt(create_())->QueryInterface(iid, object);
   } catch (...) {
     return kitbay::platform::win32::ReportCurrentException();
   }

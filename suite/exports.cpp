@@ -1,7 +1,6 @@
 #include <windows.h>
 
 #include <objbase.h>
-#include <wrl/client.h>
 #include <array>
 
 #include <string>
@@ -9,6 +8,7 @@
 #include "class_object.h"
 #include "file_system_object.h"
 #include "module.h"
+#include "platform/win32/com/adopt.h"
 #include "platform/win32/com/class_registration.h"
 #include "platform/win32/com/com_failure.h"
 #include "suite.h"
@@ -57,9 +57,8 @@ STDAPI DllGetClassObject(REFCLSID class_id, REFIID iid, void** object) {
   for (const ovalink::SuiteClass& entry : ovalink::SuiteClasses()) {
     if (entry.id != class_id) continue;
     try {
-      Microsoft::WRL::ComPtr<IClassFactory> class_object;
-      class_object.Attach(new ovalink::ClassObject(entry.create));
-      return class_object->QueryInterface(iid, object);
+      return kitbay::platform::win32::Adopt(new ovalink::ClassObject(entry.create))
+          ->QueryInterface(iid, object);
     } catch (...) {
       return kitbay::platform::win32::ReportCurrentException();
     }

@@ -8,6 +8,7 @@
 #include "folder_deletion.h"
 #include "platform/win32/com/bstr.h"
 #include "platform/win32/com/com_failure.h"
+#include "platform/win32/system/overwriting.h"
 #include "platform/win32/system/system_failure.h"
 #include "platform/win32/system/system_path.h"
 #include "text_file.h"
@@ -52,6 +53,7 @@ HRESULT Give(std::unique_ptr<Stream> file, ::ITextStream** stream) {
 
 /// A writer that shares its file with readers.
 HRESULT GiveWriter(BSTR path, DWORD disposition, TextFormat format, ::ITextStream** stream) {
+  if (disposition != CREATE_NEW) win32::DemandOverwritable(win32::ToSystemPath(TextOf(path)));
   // Appending starts at the end of what is there; a file opened otherwise is empty.
   win32::UniqueFile file = Open(path, GENERIC_WRITE, FILE_SHARE_READ, disposition);
   SetFilePointer(file.get(), 0, nullptr, FILE_END);

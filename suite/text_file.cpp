@@ -3,9 +3,9 @@
 #include <utility>
 
 #include "base/failure.h"
+#include "platform/win32/system/overwriting.h"
 #include "platform/win32/system/system_failure.h"
 #include "platform/win32/system/utf.h"
-#include "platform/win32/system/write_all.h"
 
 namespace ovalink {
 

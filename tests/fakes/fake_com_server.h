@@ -1,27 +1,29 @@
 #pragma once
 
+#include <memory>
 #include <optional>
+#include <vector>
 
 #include "base/failure.h"
 #include "platform/com_services.h"
 
 namespace kitbay::fakes {
 
-/// A COM server whose outside world is the test: it creates the program's objects through
-/// `offered`, as a client would.
+/// A COM server whose outside world is the test: it creates the program's objects as a client
+/// would.
 class FakeComServer : public platform::ComServer {
  public:
-  void KeepRegistrationCurrent() override {
-    ++registrations;
-    if (registration_failure) throw *registration_failure;
-  }
+  ~FakeComServer() override;
 
-  void RegisterClassObjects(platform::ServiceFactory& factory) override {
-    if (class_object_failure) throw *class_object_failure;
-    offered = &factory;
-  }
+  void KeepRegistrationCurrent() override;
+  void RegisterClassObjects(platform::ServiceFactory& factory) override;
 
-  void RevokeClassObjects() override { offered = nullptr; }
+  /// Ends the objects that clients hold as well.
+  void RevokeClassObjects() override;
+
+  /// What a client gets; fails with 429 while no class objects are registered.
+  std::unique_ptr<platform::ManagerService> CreateManager();
+  std::unique_ptr<platform::RegistryService> CreateRegistry();
 
   /// How often the registration was brought up to date, or tried to be.
   int registrations = 0;
@@ -32,6 +34,15 @@ class FakeComServer : public platform::ComServer {
   /// What the next calls fail with.
   std::optional<base::Failure> registration_failure;
   std::optional<base::Failure> class_object_failure;
+
+ private:
+  class ManagerClient;
+  class RegistryClient;
+
+  platform::ServiceFactory& Offered() const;
+
+  std::vector<std::weak_ptr<std::unique_ptr<platform::ManagerService>>> managers_;
+  std::vector<std::weak_ptr<std::unique_ptr<platform::RegistryService>>> registries_;
 };
 
 /// A previous-instance test with a given answer.

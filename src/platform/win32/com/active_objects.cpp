@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "base/failure.h"
+#include "platform/win32/com/adopt.h"
 #include "platform/win32/com/automation.h"
 #include "platform/win32/com/service_objects.h"
 #include "platform/win32/system/utf.h"
@@ -76,7 +77,8 @@ class RunningObjects : public ActiveObjects {
     ComPtr<IUnknown> running;
     ComPtr<IDispatch> manager;
     if (FAILED(CLSIDFromProgID(ToUtf16(prog_id).c_str(), &id)) ||
-        FAILED(GetActiveObject(id, nullptr, &running)) || FAILED(running.As(&manager))) {
+        FAILED(GetActiveObject(id, nullptr, &running)) || !running ||
+        FAILED(running.As(&manager))) {
       throw base::Failure(base::RuntimeError::kCannotCreateObject);
     }
     return std::make_unique<RemoteManager>(std::move(manager));
@@ -93,7 +95,7 @@ class RunningObjects : public ActiveObjects {
     Published& published = published_[&service];
     if (!published.object) {
       published.link = std::make_shared<ServiceLink<ManagerService>>(service);
-      published.object.Attach(new ManagerObject(published.link));
+      published.object = Adopt(new ManagerObject(published.link));
     }
     return published;
   }

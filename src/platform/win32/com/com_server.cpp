@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "kitbay.h"
+#include "platform/win32/com/adopt.h"
 #include "platform/win32/com/class_registration.h"
 #include "platform/win32/com/com_failure.h"
 #include "platform/win32/com/service_class_factory.h"
@@ -53,13 +54,11 @@ class LocalServer : public ComServer {
     RevokeClassObjects();
     try {
       Offer(__uuidof(::Manager), [this, &factory](REFIID iid, void** object) {
-        ComPtr<ManagerObject> manager;
-        manager.Attach(new ManagerObject(managers_.Add(factory.CreateManager())));
+        const auto manager = Adopt(new ManagerObject(managers_.Add(factory.CreateManager())));
         return manager->QueryInterface(iid, object);
       });
       Offer(__uuidof(::Registry), [this, &factory](REFIID iid, void** object) {
-        ComPtr<RegistryObject> registry;
-        registry.Attach(new RegistryObject(registries_.Add(factory.CreateRegistry())));
+        const auto registry = Adopt(new RegistryObject(registries_.Add(factory.CreateRegistry())));
         return registry->QueryInterface(iid, object);
       });
     } catch (...) {
@@ -85,7 +84,7 @@ class LocalServer : public ComServer {
 
   void Offer(REFCLSID class_id, ServiceClassFactory::Create create) {
     Offered offer{};
-    offer.factory.Attach(new ServiceClassFactory(std::move(create)));
+    offer.factory = Adopt(new ServiceClassFactory(std::move(create)));
     Check(CoRegisterClassObject(class_id, offer.factory.Get(), CLSCTX_LOCAL_SERVER,
                                 REGCLS_MULTIPLEUSE, &offer.cookie));
     offers_.push_back(std::move(offer));

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "base/failure.h"
+#include "platform/win32/com/adopt.h"
 #include "platform/win32/com/automation.h"
 #include "platform/win32/com/transport_event_sink.h"
 #include "platform/win32/system/utf.h"
@@ -90,7 +91,7 @@ class SuiteTransportObject : public TransportObject {
 
   void SetUp(OvTransportEvents& receiver) override {
     if (sink_) sink_->Disconnect();
-    sink_.Attach(new TransportEventSink(receiver));
+    sink_ = Adopt(new TransportEventSink(receiver));
     IDispatch* const nothing = nullptr;
     CallMethod(*object_.Get(), "SetUp", {sink_.Get(), nothing, nothing, nothing, nothing});
   }

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+
+#include "contract/com/recording_receiver.h"
+#include "contract/com/recording_services.h"
+#include "contract/system/failure_number.h"
+#include "platform/suite_objects.h"
+
+namespace kitbay::contract {
+
+class SuiteObjectsContract
+    : public testing::TestWithParam<std::unique_ptr<platform::SuiteObjects> (*)()> {
+ protected:
+  RecordingReceiver receiver_;
+  std::unique_ptr<platform::SuiteObjects> objects_ = GetParam()();
+};
+
+TEST_P(SuiteObjectsContract, TransportsAreSetUpAndShutDown) {
+  for (const char* prog_id : {"XMLRPCTRANSPORT.xTransport", "URLDownloadLib.URLDownload"}) {
+    const auto transport = objects_->CreateTransportObject(prog_id);
+    EXPECT_NO_THROW(transport->SetUp(receiver_)) << prog_id;
+    EXPECT_NO_THROW(transport->SetUp(receiver_)) << prog_id;
+    EXPECT_NO_THROW(transport->ShutDown()) << prog_id;
+    EXPECT_NO_THROW(transport->ShutDown()) << prog_id;
+  }
+  EXPECT_EQ(receiver_.events, "");
+}
+
+TEST_P(SuiteObjectsContract, TheFileSystemObjectIsCreated) {
+  const auto object = objects_->CreateFileSystemObject("FileSystemLib.FileSystemObject");
+  EXPECT_TRUE(object->FolderExists("C:\\"));
+}
+
+TEST_P(SuiteObjectsContract, AnObjectThatIsNotThereCannotBeCreated) {
+  EXPECT_EQ(FailureNumber([&] { objects_->CreateTransportObject("Missing.Transport"); }),
+            kCannotCreateObject);
+  EXPECT_EQ(FailureNumber([&] { objects_->CreateFileSystemObject("Missing.FileSystem"); }),
+            kCannotCreateObject);
+}
+
+}  // namespace kitbay::contract

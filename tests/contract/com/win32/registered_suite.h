@@ -1,0 +1,34 @@
+#pragma once
+
+#include <windows.h>
+
+#include <stdexcept>
+#include <string>
+
+#include "platform/win32/system/handles.h"
+#include "platform/win32/system/system_path.h"
+
+namespace kitbay::contract {
+
+/// The suite's library at `path`, loaded and registered by itself.
+class RegisteredSuite {
+ public:
+  explicit RegisteredSuite(const std::string& path)
+      : library_(LoadLibraryW(platform::win32::ToSystemPath(path).c_str())) {
+    if (!library_ || FAILED(Call("DllRegisterServer"))) {
+      throw std::runtime_error("the suite's library does not register itself");
+    }
+  }
+
+  /// Calls an export that takes nothing and gives an HRESULT.
+  HRESULT Call(const char* name) const {
+    const FARPROC address = GetProcAddress(library_.get(), name);
+    if (address == nullptr) return E_NOTIMPL;
+    return reinterpret_cast<HRESULT(STDAPICALLTYPE*)()>(reinterpret_cast<void*>(address))();
+  }
+
+ private:
+  platform::win32::UniqueModule library_;
+};
+
+}  // namespace kitbay::contract

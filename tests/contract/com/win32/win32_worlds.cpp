@@ -1,0 +1,64 @@
+#include <windows.h>
+
+#include <memory>
+#include <string>
+
+#include "contract/com/active_objects_contract.h"
+#include "contract/com/com_server_contract.h"
+#include "contract/com/suite_objects_contract.h"
+#include "contract/com/win32/client_process.h"
+#include "contract/com/win32/registered_program.h"
+#include "platform/win32/win32_platform.h"
+
+namespace kitbay::contract {
+namespace {
+
+class Win32ActiveObjectsWorld : public ActiveObjectsWorld {
+ public:
+  platform::ActiveObjects& objects() override { return *objects_; }
+  std::int32_t ClientGets(const std::string& prog_id) override {
+    return client_.AskForNumber("get " + prog_id);
+  }
+  std::int32_t ClientBringsToFront() override {
+    const std::int32_t number = client_.AskForNumber("bring");
+    // Wine's word for an object that has disconnected.
+    return number == HRESULT_FROM_WIN32(RPC_S_UNKNOWN_IF) ? kDisconnected : number;
+  }
+
+ private:
+  RegisteredProgram program_;
+  std::unique_ptr<platform::ActiveObjects> objects_ = platform::win32::MakeActiveObjects();
+  ClientProcess client_;
+};
+
+class Win32ComServerWorld : public ComServerWorld {
+ public:
+  platform::ComServer& server() override { return program_.server(); }
+  std::int32_t ClientCreates(const std::string& prog_id) override {
+    return client_.AskForNumber("create " + prog_id);
+  }
+  std::string ClientCalls(const std::string& member) override {
+    return client_.Ask("call " + member);
+  }
+  void ClientLetsGo() override { client_.Ask("let go"); }
+
+ private:
+  RegisteredProgram program_;
+  ClientProcess client_;
+};
+
+std::unique_ptr<ActiveObjectsWorld> MakeActiveObjectsWorld() {
+  return std::make_unique<Win32ActiveObjectsWorld>();
+}
+
+std::unique_ptr<ComServerWorld> MakeComServerWorld() {
+  return std::make_unique<Win32ComServerWorld>();
+}
+
+INSTANTIATE_TEST_SUITE_P(Win32, ActiveObjectsContract, testing::Values(&MakeActiveObjectsWorld));
+INSTANTIATE_TEST_SUITE_P(Win32, ComServerContract, testing::Values(&MakeComServerWorld));
+INSTANTIATE_TEST_SUITE_P(Win32, SuiteObjectsContract,
+                         testing::Values(&platform::win32::MakeSuiteObjects));
+
+}  // namespace
+}  // namespace kitbay::contract
