@@ -18,11 +18,13 @@ constexpr const char* kPageFile = "\\AddonUpdates.html";
 // The preparation of the working files is a step of its own: in an installation folder that cannot
 // be written, the window is shown all the same, only without a log.
 void MainForm::Load() {
-  loaded_ = true;
+  parts_.settings.MainAppExe = "Tessel.exe";
+  parts_.settings.MainAppName = "Application";
+  loaded_ = guarded(parts_.log, "Kitbay::Form_Load", [&] { parts_.window.Load(*this); });
+  if (!loaded_) {
+    return;
+  }
   guarded(parts_.log, "Kitbay::Form_Load", [&] {
-    parts_.settings.MainAppExe = "Tessel.exe";
-    parts_.settings.MainAppName = "Application";
-    parts_.window.Load(*this);
     file_system_ = parts_.suite_objects.CreateFileSystemObject("FileSystemLib.FileSystemObject");
   });
   parts_.installation_check.CheckInstallation(file_system_.get());

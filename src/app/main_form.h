@@ -46,7 +46,8 @@ class MainForm : public platform::MainWindowEvents, public platform::OvTransport
   bool IsLoaded() const { return loaded_; }
 
   /// Loads the window: checks the installation, opens the error log, shows the window and
-  /// navigates to the page. Without an installation the window is unloaded again.
+  /// navigates to the page. Without an installation the window is unloaded again; a window that
+  /// cannot be created stays unloaded.
   void Load();
 
   /// Raises the window above all others, loading it first if need be.

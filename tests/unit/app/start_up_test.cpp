@@ -139,6 +139,13 @@ TEST_F(FirstStart, OnAMachineWithoutTheSuiteEndsUnregistered) {
   EXPECT_TRUE(window.message_loop().quit());
 }
 
+TEST_F(FirstStart, WithoutAWindowEndsInsteadOfRunningUnseen) {
+  window.calls().FailMember("Load", base::Failure(-2147467259, "Unspecified error"));
+  EXPECT_FALSE(Start());
+  EXPECT_THAT(journal.calls(), ElementsAre("Load"));
+  EXPECT_EQ(com_server.offered, nullptr);
+}
+
 class BringToFront : public FakeProgram {
  protected:
   static std::vector<std::string> RaisingCalls() {
