@@ -14,6 +14,17 @@ namespace {
 
 constexpr const wchar_t* kCaption = L"Help";
 constexpr int kInvalidPicture = 481;
+constexpr COLORREF kLinkColour = RGB(0, 80, 176);
+
+/// The scheme's own link colour belongs to its windows' background, which the strip need not have.
+COLORREF LinkColour() {
+  HIGHCONTRASTW contrast{};
+  contrast.cbSize = sizeof(contrast);
+  const bool is_high_contrast =
+      SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof(contrast), &contrast, 0) &&
+      (contrast.dwFlags & HCF_HIGHCONTRASTON) != 0;
+  return is_high_contrast ? GetSysColor(COLOR_BTNTEXT) : kLinkColour;
+}
 
 }  // namespace
 
@@ -61,7 +72,7 @@ Extent HelpLabel::TextExtent() const {
 }
 
 HBRUSH HelpLabel::PrepareColours(HDC device) const {
-  SetTextColor(device, GetSysColor(COLOR_HOTLIGHT));
+  SetTextColor(device, LinkColour());
   SetBkMode(device, TRANSPARENT);
   return GetSysColorBrush(COLOR_BTNFACE);
 }

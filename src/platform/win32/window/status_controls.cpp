@@ -42,7 +42,11 @@ int CommonStatusBar::Height() const {
   return place.bottom - place.top;
 }
 
-void CommonStatusBar::FitToParent() { SendMessageW(window_, WM_SIZE, 0, 0); }
+void CommonStatusBar::FitToParent() {
+  SendMessageW(window_, WM_SIZE, 0, 0);
+  // The size grip of the earlier size must not stay.
+  InvalidateRect(window_, nullptr, TRUE);
+}
 
 void CommonStatusBar::SetResolution(int dpi, HFONT font) {
   SendMessageW(window_, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);

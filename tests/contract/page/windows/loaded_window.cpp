@@ -10,6 +10,8 @@ namespace {
 constexpr ULONGLONG kTimeLimitMs = 30'000;
 constexpr DWORD kTurnMs = 20;
 
+void CALLBACK LeaveLoop(HWND, UINT, UINT_PTR, DWORD) { PostQuitMessage(0); }
+
 class WindowOfTests : public ::testing::Environment {
  public:
   void TearDown() override { window_.reset(); }
@@ -50,8 +52,7 @@ void LoadedWindow::Tell(const std::string& what) {
 bool LoadedWindow::RunUntil(const std::function<bool()>& is_done) {
   const ULONGLONG start = GetTickCount64();
   // The real loop does the work; a timer lets it come back to look.
-  const UINT_PTR timer =
-      SetTimer(nullptr, 0, kTurnMs, [](HWND, UINT, UINT_PTR, DWORD) { PostQuitMessage(0); });
+  const UINT_PTR timer = SetTimer(nullptr, 0, kTurnMs, LeaveLoop);
   while (!is_done() && GetTickCount64() - start < kTimeLimitMs) loop_->Run();
   KillTimer(nullptr, timer);
   if (is_done()) return true;
