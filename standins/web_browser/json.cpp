@@ -162,6 +162,15 @@ class Parser {
 
 }  // namespace
 
+Json::Json(const Json& other) = default;
+Json::Json(Json&& other) noexcept = default;
+Json::~Json() = default;
+
+Json& Json::operator=(Json other) noexcept {
+  value_.swap(other.value_);
+  return *this;
+}
+
 const Json* Json::Find(std::string_view name) const {
   const Object& members = Get<Object>();
   const auto found = members.find(name);

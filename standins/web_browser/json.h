@@ -31,6 +31,12 @@ class Json {
   Json(Array value) : value_(std::move(value)) {}
   Json(Object value) : value_(std::move(value)) {}
 
+  // Not inline: gcc 12 takes the variant's inactive members for uninitialized ones.
+  Json(const Json& other);
+  Json(Json&& other) noexcept;
+  Json& operator=(Json other) noexcept;
+  ~Json();
+
   template <typename T>
   bool Is() const {
     return std::holds_alternative<T>(value_);

@@ -52,6 +52,9 @@ export class BrowserPage extends EventEmitter {
     this.listen('Page.loadEventFired', () => this.#loaded());
     this.listen('Runtime.executionContextCreated', ({ context }) => this.#adopt(context));
     this.listen('Runtime.bindingCalled', ({ payload }) => this.emit('report', payload));
+    // A script that waits for an answer to its dialog would keep the host waiting too.
+    this.listen('Page.javascriptDialogOpening',
+      () => this.send('Page.handleJavaScriptDialog', { accept: false }).catch(() => {}));
     this.listen('Fetch.requestPaused', (params) => this.#requested(params));
     await Promise.all([
       this.send('Page.enable'),

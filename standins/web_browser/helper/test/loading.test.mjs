@@ -72,6 +72,11 @@ test('the same markup runs when the host lets it', async () => {
   assert.ok(answered.includes('file:///C:/script.js'));
 });
 
+test('a dialog of a script keeps nobody waiting', async () => {
+  await browser.load('<script>document.title = String(confirm("Wait?"))</script>', 0x10);
+  assert.equal(await browser.page.evaluate('document.title'), 'false');
+});
+
 test('images load only where the host lets them', async () => {
   await browser.load('Program Files\\App\\Page.html', kMarkupOnly & ~0x10);
   assert.equal(await browser.page.evaluate('document.getElementById("i").naturalWidth'), 0);
