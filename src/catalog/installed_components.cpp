@@ -57,25 +57,29 @@ void InstalledComponents::InitialInstalledChannels() {
     pugi::xml_document datastore;
     registry_files_.LoadDatastore(datastore);
     rows_.FillDivHeader(table.container, kInstalledBar, table.heading);
-    std::set<std::string> shown;
+    std::unordered_set<std::string> shown;
     RowNumber row;
-    AddChannelList(SelectNodes(datastore, "root/channels/channel"), shown, row);
-    AddChannelListDirect(SelectNodes(custom, table.custom_entries), shown, row);
+    const pugi::xpath_node_set channels = SelectNodes(datastore, "root/channels/channel");
+    const pugi::xpath_node_set custom_channels = SelectNodes(custom, table.custom_entries);
+    shown.reserve(channels.size() + custom_channels.size());
+    AddChannelList(channels, shown, row);
+    AddChannelListDirect(custom_channels, shown, row);
   });
 }
 
 void InstalledComponents::AddChannelList(const pugi::xpath_node_set& channels,
-                                         std::set<std::string>& shown, RowNumber& row) {
+                                         std::unordered_set<std::string>& shown, RowNumber& row) {
   guarded(log_, "Kitbay::AddChannelList", [&] { AddNewChannels(channels, shown, row); });
 }
 
 void InstalledComponents::AddChannelListDirect(const pugi::xpath_node_set& channels,
-                                               std::set<std::string>& shown, RowNumber& row) {
+                                               std::unordered_set<std::string>& shown,
+                                               RowNumber& row) {
   guarded(log_, "Kitbay::AddChannelListDirect", [&] { AddNewChannels(channels, shown, row); });
 }
 
 void InstalledComponents::AddNewChannels(const pugi::xpath_node_set& channels,
-                                         std::set<std::string>& shown, RowNumber& row) {
+                                         std::unordered_set<std::string>& shown, RowNumber& row) {
   for (const pugi::xpath_node& channel : channels) {
     if (shown.insert(base::ToLower(AttributeText(channel.node(), "id"))).second) {
       AddChannelRow(channel.node(), row);

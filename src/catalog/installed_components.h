@@ -1,8 +1,8 @@
 #pragma once
 
 #include <pugixml.hpp>
-#include <set>
 #include <string>
+#include <unordered_set>
 
 #include "base/error_log.h"
 #include "catalog/file_version.h"
@@ -33,11 +33,11 @@ class InstalledComponents {
   template <typename VersionOf>
   void ListLocalEntries(const InstalledTable& table, VersionOf version_of);
 
-  void AddChannelList(const pugi::xpath_node_set& channels, std::set<std::string>& shown,
+  void AddChannelList(const pugi::xpath_node_set& channels, std::unordered_set<std::string>& shown,
                       RowNumber& row);
-  void AddChannelListDirect(const pugi::xpath_node_set& channels, std::set<std::string>& shown,
-                            RowNumber& row);
-  void AddNewChannels(const pugi::xpath_node_set& channels, std::set<std::string>& shown,
+  void AddChannelListDirect(const pugi::xpath_node_set& channels,
+                            std::unordered_set<std::string>& shown, RowNumber& row);
+  void AddNewChannels(const pugi::xpath_node_set& channels, std::unordered_set<std::string>& shown,
                       RowNumber& row);
   void AddChannelRow(const pugi::xml_node& channel, RowNumber& row);
 

@@ -1,7 +1,7 @@
 #include "catalog/installed_with_updates.h"
 
 #include <limits>
-#include <set>
+#include <unordered_set>
 
 #include "base/failure.h"
 #include "base/guarded.h"
@@ -79,7 +79,7 @@ bool InstalledWithUpdates::ListDatastoreChannels(RowNumber& row) {
 void InstalledWithUpdates::ListCustomChannels(const pugi::xpath_node_set& channels,
                                               RowNumber& row) {
   guarded(log_, "Kitbay::ListCustomChannels", [&] {
-    const std::set<std::string> shown(shown_.ids.begin(), shown_.ids.end());
+    const std::unordered_set<std::string> shown(shown_.ids.begin(), shown_.ids.end());
     for (const pugi::xpath_node& selected : channels) {
       const pugi::xml_node channel = selected.node();
       if (!shown.contains(AttributeText(channel, "id"))) {

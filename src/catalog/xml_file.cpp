@@ -1,5 +1,7 @@
 #include "catalog/xml_file.h"
 
+#include <cstring>
+#include <new>
 #include <sstream>
 
 #include "base/failure.h"
@@ -18,6 +20,19 @@ constexpr unsigned kParseOptions = pugi::parse_default | pugi::parse_comments | 
                                    pugi::parse_fragment;
 
 constexpr const char* kWhiteSpace = " \t\r\n";
+
+// Parses in a buffer that the document keeps, so that a large file is in memory only once while
+// its tree grows. Without the zero at the end the parser would overlook a last letter.
+pugi::xml_parse_result ParseOwnCopy(std::string bytes, pugi::xml_document& document) {
+  const std::size_t size = bytes.size() + 1;
+  void* const buffer = pugi::get_memory_allocation_function()(size);
+  if (buffer == nullptr) {
+    throw std::bad_alloc();
+  }
+  std::memcpy(buffer, bytes.c_str(), size);
+  std::string().swap(bytes);
+  return document.load_buffer_inplace_own(buffer, size, kParseOptions);
+}
 
 [[noreturn]] void RaiseInvalid(pugi::xml_document& document, const std::string& path,
                                const std::string& why) {
@@ -66,9 +81,7 @@ void DeclareUtf8(pugi::xml_document& document) {
 
 void LoadXml(const platform::Files& files, const std::string& path, pugi::xml_document& document) {
   document.reset();
-  const std::string bytes = files.Read(path);
-  const pugi::xml_parse_result result =
-      document.load_buffer(bytes.data(), bytes.size(), kParseOptions);
+  const pugi::xml_parse_result result = ParseOwnCopy(files.Read(path), document);
   if (!result) {
     RaiseInvalid(document, path,
                  std::string(result.description()) + " at byte " + std::to_string(result.offset));
@@ -106,11 +119,9 @@ std::string ElementText(const pugi::xml_node& node) {
       text += at.value();
     }
   }
-  const auto first = text.find_first_not_of(kWhiteSpace);
-  if (first == std::string::npos) {
-    return {};
-  }
-  return text.substr(first, text.find_last_not_of(kWhiteSpace) - first + 1);
+  text.erase(text.find_last_not_of(kWhiteSpace) + 1);
+  text.erase(0, text.find_first_not_of(kWhiteSpace));
+  return text;
 }
 
 std::string ChildText(const pugi::xml_node& entry, const char* name) {
