@@ -1,0 +1,98 @@
+# report.awk TIMES MEMORY
+# TIMES is the CSV of kitbay_bench with every repetition ("kind/step/entries"), MEMORY one line of
+# kitbay_bench_memory per kind and size. Prints the report and ends with 1 when something grows by
+# more than is allowed where the entries grow by 10, or was not measured.
+#
+# Judged are the time and the memory of loading and listing. Allowed is a factor of 11. Where the
+# XML library's bare parsing grows by more than 10 itself, for the larger file leaves the
+# processor's caches, the time may grow by 1.1 times as much as that.
+
+BEGIN {
+  FS = ","
+  allowed = 11
+  count = split("addons transports channels", kinds, " ")
+  steps = split("parse load list", step_names, " ")
+  sizes = split("100 1000 10000", entries, " ")
+  label["parse"] = "pugixml parses the bytes"
+  label["load"] = "the datastore is loaded"
+  label["list"] = "it is loaded and listed"
+}
+
+# The fastest repetition is what the work takes when nothing else on the machine disturbs it.
+FILENAME == ARGV[1] {
+  name = $1
+  gsub(/"/, "", name)
+  if (name ~ /^[a-z]+\/[a-z_]+\/[0-9]+$/ && (!(name in time) || $4 < time[name])) {
+    time[name] = $4   # processor time, in microseconds
+  }
+  next
+}
+
+FILENAME == ARGV[2] {
+  bytes[$1 "/" $2] = $3
+  heap[$1 "/" $2] = $4
+  process[$1 "/" $2] = $5
+}
+
+# By what `values` grow to the size of index i; a failure when that is more than `limit`.
+function growth(values, what, i, limit, larger, smaller, factor) {
+  larger = values[what "/" entries[i]]
+  smaller = values[what "/" entries[i - 1]]
+  if (smaller <= 0 || larger <= 0) {
+    failures[++failed] = what " was not measured"
+    return "-"
+  }
+  factor = larger / smaller
+  if (factor > limit) {
+    failures[++failed] = sprintf("%s grew by %.1f from %d to %d entries, %.1f is allowed", what,
+                                 factor, entries[i - 1], entries[i], limit)
+  }
+  return sprintf("x%.1f", factor)
+}
+
+# What the time of listing one kind may grow by to the size of index i.
+function time_limit(kind, i, parse) {
+  parse = time[kind "/parse/" entries[i - 1]]
+  parse = parse > 0 ? time[kind "/parse/" entries[i]] / parse : 0
+  return 1.1 * parse > allowed ? 1.1 * parse : allowed
+}
+
+END {
+  printf "Processor time of the fastest repetition, in microseconds\n"
+  for (k = 1; k <= count; ++k) {
+    printf "\n%-32s %10s %10s %14s\n", kinds[k], "100", "1000 (growth)", "10000 (growth)"
+    for (s = 1; s <= steps; ++s) {
+      what = kinds[k] "/" step_names[s]
+      printf "  %-30s %10.0f", label[step_names[s]], time[what "/100"]
+      for (i = 2; i <= sizes; ++i) {
+        printf " %10.0f %5s", time[what "/" entries[i]],
+               growth(time, what, i, step_names[s] == "list" ? time_limit(kinds[k], i) : 1000)
+      }
+      printf "\n"
+    }
+    printf "  %-30s", "share of Kitbay's own code"
+    for (i = 1; i <= sizes; ++i) {
+      total = time[kinds[k] "/list/" entries[i]]
+      own = total - time[kinds[k] "/parse/" entries[i]]
+      printf(" %9.0f%%%s", total > 0 ? 100 * own / total : 0, i == 1 ? "" : "      ")
+    }
+    printf "\n"
+  }
+  printf "\nMemory while a list is written, in kilobytes\n"
+  printf "\n%-12s %8s %10s %12s %8s %8s %14s\n", "", "entries", "datastore", "heap at most",
+         "growth", "per byte", "process grew"
+  for (k = 1; k <= count; ++k) {
+    for (i = 1; i <= sizes; ++i) {
+      key = kinds[k] "/" entries[i]
+      printf("%-12s %8d %10.0f %12.0f %8s %8.1f %14.0f\n", kinds[k], entries[i],
+             bytes[key] / 1024, heap[key] / 1024, i == 1 ? "" : growth(heap, kinds[k], i, allowed),
+             bytes[key] > 0 ? heap[key] / bytes[key] : 0, process[key] / 1024)
+    }
+  }
+  printf "\n"
+  for (i = 1; i <= failed; ++i) {
+    printf "TOO MUCH: %s\n", failures[i]
+  }
+  if (!failed) printf "Time and memory grow with the entries and no faster.\n"
+  exit failed ? 1 : 0
+}

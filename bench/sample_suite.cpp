@@ -1,0 +1,110 @@
+#include "sample_suite.h"
+
+#include <cstdio>
+#include <cstdlib>
+
+#include "base/failure.h"
+#include "view/row_markup.h"
+
+namespace kitbay::bench {
+namespace {
+
+using base::ComponentKind;
+
+constexpr base::PerKind<const char*> kContainers = {
+    .addon = "addons", .transport = "transports", .channel = "channels"};
+constexpr base::PerKind<const char*> kElements = {
+    .addon = "addon", .transport = "transport", .channel = "channel"};
+
+std::string Entry(ComponentKind kind, std::size_t index) {
+  const std::string number = std::to_string(index);
+  const std::string element = kElements[kind];
+  return "<" + element + " id=\"component" + number + "\" name=\"Gespr\u00E4che " + number +
+         "\" version=\"1.4.0." + number + "\"><progid>Sample.Component" + number +
+         "</progid><namespace>component" + number +
+         "</namespace><displayname>Play Gespr\u00E4che " + number +
+         "</displayname><filename>component" + number +
+         ".dll</filename><compatiblewithallclients>1</compatiblewithallclients><autoaccept>0"
+         "</autoaccept><description>Keeps the last hundred lines of every conversation, so that a "
+         "friend who comes back later &amp; asks can read them.</description><core>" +
+         (index % 10 == 0 ? "1" : "0") + "</core><params> </params></" + element + ">";
+}
+
+[[noreturn]] void End(const std::string& why) {
+  std::fprintf(stderr, "bench: %s\n", why.c_str());
+  std::exit(1);
+}
+
+}  // namespace
+
+std::string DatastoreOf(ComponentKind kind, std::size_t entries) {
+  std::string text = "<root>";
+  for (const ComponentKind container : base::kComponentKinds) {
+    text += std::string("<") + kContainers[container] + ">";
+    for (std::size_t i = 1; container == kind && i <= entries; ++i) {
+      text += Entry(kind, i);
+    }
+    text += std::string("</") + kContainers[container] + ">";
+  }
+  return text + "</root>";
+}
+
+bool DatastoreDisk::Exists(const std::string& path) const {
+  return path.ends_with("olregistry.xml");
+}
+
+std::string DatastoreDisk::Read(const std::string& path) const {
+  if (!Exists(path)) {
+    throw base::Failure(base::RuntimeError::kFileNotFound);
+  }
+  return datastore_;
+}
+
+void DatastoreDisk::Write(const std::string& path, std::string_view /*bytes*/) {
+  End("wrote " + path);
+}
+void DatastoreDisk::Replace(const std::string& path, std::string_view /*bytes*/) {
+  End("replaced " + path);
+}
+void DatastoreDisk::CreateFolder(const std::string& path) { End("created " + path); }
+platform::LocalTime DatastoreDisk::LastModified(const std::string& /*path*/) const { return {}; }
+
+void StrictLog::LogError(const std::string& /*time_text*/, const std::string& procedure,
+                         std::int32_t /*number*/, const std::string& description) {
+  End(procedure + ": " + description);
+}
+
+void CountedRows::fillDiv(const std::string& /*container*/, const std::string& name,
+                          const std::string& version, const std::string& description,
+                          std::int16_t row, bool is_core) {
+  ++rows_;
+  markup_bytes_ += view::RowStartTag(row).size() + view::NameLine(name, row, version).size() +
+                   view::InstalledPanel(view::DescriptionOpening(description, row), is_core).size();
+}
+
+SampleSuite::SampleSuite(ComponentKind kind, std::size_t entries)
+    : kind_(kind), disk_(DatastoreOf(kind, entries)) {
+  settings_.InstallFolder = "C:\\Program Files\\Ovalink";
+  settings_.CustomDataFolder = "C:\\Users\\Ada\\AppData\\Roaming\\Ovalink\\CustomData";
+}
+
+void SampleSuite::Load() const {
+  pugi::xml_document document;
+  registry_files_.LoadDatastore(document);
+}
+
+void SampleSuite::List() {
+  switch (kind_) {
+    case ComponentKind::kAddon:
+      installed_.InitialInstalledAddons();
+      break;
+    case ComponentKind::kTransport:
+      installed_.InitialInstalledTransports();
+      break;
+    case ComponentKind::kChannel:
+      installed_.InitialInstalledChannels();
+      break;
+  }
+}
+
+}  // namespace kitbay::bench

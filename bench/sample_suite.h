@@ -1,0 +1,108 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+#include "base/component_kind.h"
+#include "base/error_log.h"
+#include "base/settings.h"
+#include "catalog/file_version.h"
+#include "catalog/installed_components.h"
+#include "catalog/registry_files.h"
+#include "catalog/row_writer.h"
+#include "platform/files.h"
+#include "platform/version_resource.h"
+
+namespace kitbay::bench {
+
+/// A datastore as the suite writes it, with `entries` entries of one kind; UTF-8.
+std::string DatastoreOf(base::ComponentKind kind, std::size_t entries);
+
+/// A disk that holds one datastore, and no other file.
+class DatastoreDisk : public platform::Files {
+ public:
+  explicit DatastoreDisk(std::string datastore) : datastore_(std::move(datastore)) {}
+
+  const std::string& datastore() const { return datastore_; }
+
+  bool Exists(const std::string& path) const override;
+  std::string Read(const std::string& path) const override;
+  void Write(const std::string& path, std::string_view bytes) override;
+  void Replace(const std::string& path, std::string_view bytes) override;
+  void CreateFolder(const std::string& path) override;
+  platform::LocalTime LastModified(const std::string& path) const override;
+
+ private:
+  std::string datastore_;
+};
+
+/// Every library has the same version.
+class OneVersion : public platform::VersionResource {
+ public:
+  std::optional<platform::FileVersion> Read(const std::string& /*path*/) const override {
+    return platform::FileVersion{0x00050002, 0x000100A7};
+  }
+};
+
+/// A log that ends the run: what is measured has to work.
+class StrictLog : public base::ErrorLog {
+ public:
+  std::string TimeText() const override { return {}; }
+  void LogError(const std::string& time_text, const std::string& procedure, std::int32_t number,
+                const std::string& description) override;
+};
+
+/// Makes the markup of each row, as the page gets it, and counts the rows.
+class CountedRows : public catalog::RowWriter {
+ public:
+  std::size_t rows() const { return rows_; }
+  std::size_t markup_bytes() const { return markup_bytes_; }
+
+  void AddImageTab(const std::string& /*holder*/, const std::string& /*markup*/) override {}
+  void FillDivHeader(const std::string& /*container*/, const std::string& /*tab_bar*/,
+                     const std::string& /*title*/) override {}
+  void FillEmptyDivHeader(const std::string& /*container*/,
+                          const std::string& /*markup*/) override {}
+  void FillDivStatus(const std::string& /*container*/, const std::string& /*message*/) override {}
+  void fillDiv(const std::string& container, const std::string& name, const std::string& version,
+               const std::string& description, std::int16_t row, bool is_core) override;
+  void fillDivWithUpdates(const std::string& /*container*/, const std::string& /*name*/,
+                          const std::string& /*version*/, const std::string& /*description*/,
+                          std::int16_t /*row*/, bool /*has_update*/,
+                          bool /*not_installed*/) override {}
+  void showUpdates(const std::string& /*container*/, const std::string& /*name*/,
+                   const std::string& /*version*/, const std::string& /*description*/,
+                   std::int16_t /*row*/) override {}
+
+ private:
+  std::size_t rows_ = 0;
+  std::size_t markup_bytes_ = 0;
+};
+
+/// The catalog over a suite that has `entries` components of `kind` installed.
+class SampleSuite {
+ public:
+  SampleSuite(base::ComponentKind kind, std::size_t entries);
+
+  const std::string& datastore() const { return disk_.datastore(); }
+  const CountedRows& rows() const { return rows_; }
+
+  /// Loads the datastore as the program does, and does nothing with it.
+  void Load() const;
+
+  /// Writes the installed list of the suite's kind.
+  void List();
+
+ private:
+  base::ComponentKind kind_;
+  DatastoreDisk disk_;
+  base::Settings settings_;
+  StrictLog log_;
+  OneVersion version_resource_;
+  CountedRows rows_;
+  catalog::RegistryFiles registry_files_{disk_, settings_};
+  catalog::FileVersions versions_{log_, settings_, version_resource_};
+  catalog::InstalledComponents installed_{log_, registry_files_, versions_, rows_};
+};
+
+}  // namespace kitbay::bench
