@@ -261,6 +261,8 @@ void Win32MainWindow::OnDpiChanged(int dpi, const RECT& suggested) {
   controls_->SetResolution(dpi);
   SetWindowPos(window_, nullptr, suggested.left, suggested.top, suggested.right - suggested.left,
                suggested.bottom - suggested.top, SWP_NOZORDER | SWP_NOACTIVATE);
+  // A window that keeps its size is not told of one.
+  if (browser_ != nullptr) FitBrowser();
 }
 
 void Win32MainWindow::OnMinMaxInfo(MINMAXINFO& info) const {

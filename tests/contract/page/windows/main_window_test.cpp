@@ -15,6 +15,8 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
+constexpr UINT kDpiChanged = 0x02E0;  // WM_DPICHANGED, which older headers lack
+
 template <typename Call>
 std::int32_t NumberOfFailure(Call call) {
   try {
@@ -163,6 +165,22 @@ TEST(MainWindow, TheBrowserFollowsTheWindowsSize) {
     EXPECT_LT(browser.bottom, button.top);
     EXPECT_GT(browser.bottom, client.bottom / 2);
   }
+}
+
+TEST(MainWindow, AnotherResolutionScalesItsControls) {
+  LoadedWindow& loaded = SharedWindow();
+  const HWND button = loaded.Control(WC_BUTTONW, L"&Close");
+  const RECT before = PlaceIn(loaded.handle(), button);
+  RECT window{};
+  GetWindowRect(loaded.handle(), &window);
+  SendMessageW(loaded.handle(), kDpiChanged, MAKEWPARAM(192, 192),
+               reinterpret_cast<LPARAM>(&window));
+  const RECT place = PlaceIn(loaded.handle(), button);
+  EXPECT_EQ(place.right - place.left, 192);
+  EXPECT_EQ(place.bottom - place.top, 52);
+  SendMessageW(loaded.handle(), kDpiChanged, MAKEWPARAM(96, 96), reinterpret_cast<LPARAM>(&window));
+  const RECT after = PlaceIn(loaded.handle(), button);
+  EXPECT_TRUE(EqualRect(&after, &before));
 }
 
 TEST(MainWindow, CannotBeMadeTooSmallForItsControls) {
