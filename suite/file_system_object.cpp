@@ -34,9 +34,10 @@ DWORD AttributesOf(BSTR path) {
   }
 }
 
-win32::UniqueFile Open(BSTR path, DWORD access, DWORD share, DWORD disposition) {
-  win32::UniqueFile file(CreateFileW(win32::ToSystemPath(TextOf(path)).c_str(), access, share,
-                                     nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr));
+win32::UniqueFile Open(const std::wstring& path, DWORD access, DWORD share, DWORD disposition,
+                       DWORD attributes) {
+  win32::UniqueFile file(
+      CreateFileW(path.c_str(), access, share, nullptr, disposition, attributes, nullptr));
   const DWORD error = GetLastError();
   if (file) return file;
   if (error == ERROR_FILE_EXISTS || error == ERROR_ALREADY_EXISTS) {
@@ -53,11 +54,21 @@ HRESULT Give(std::unique_ptr<Stream> file, ::ITextStream** stream) {
 
 /// A writer that shares its file with readers.
 HRESULT GiveWriter(BSTR path, DWORD disposition, TextFormat format, ::ITextStream** stream) {
-  if (disposition != CREATE_NEW) win32::DemandOverwritable(win32::ToSystemPath(TextOf(path)));
+  const std::wstring full = win32::ToSystemPath(TextOf(path));
+  const DWORD attributes =
+      disposition == CREATE_NEW ? FILE_ATTRIBUTE_NORMAL : win32::DemandOverwritable(full);
+  win32::UniqueFile file = Open(full, GENERIC_WRITE, FILE_SHARE_READ, disposition, attributes);
   // Appending starts at the end of what is there; a file opened otherwise is empty.
-  win32::UniqueFile file = Open(path, GENERIC_WRITE, FILE_SHARE_READ, disposition);
   SetFilePointer(file.get(), 0, nullptr, FILE_END);
   return Give(std::make_unique<TextWriter>(std::move(file), format), stream);
+}
+
+/// A reader that shares its file with one who writes it.
+HRESULT GiveReader(BSTR path, DWORD disposition, TextFormat format, ::ITextStream** stream) {
+  win32::UniqueFile file =
+      Open(win32::ToSystemPath(TextOf(path)), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
+           disposition, FILE_ATTRIBUTE_NORMAL);
+  return Give(std::make_unique<TextReader>(std::move(file), format), stream);
 }
 
 }  // namespace
@@ -132,11 +143,7 @@ STDMETHODIMP FileSystemObject::OpenTextFile(BSTR path, IOMode mode, VARIANT_BOOL
   try {
     switch (mode) {
       case ForReading:
-        return Give(std::make_unique<TextReader>(
-                        Open(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                             may_create ? OPEN_ALWAYS : OPEN_EXISTING),
-                        text_format),
-                    stream);
+        return GiveReader(path, may_create ? OPEN_ALWAYS : OPEN_EXISTING, text_format, stream);
       case ForWriting:
         return GiveWriter(path, may_create ? CREATE_ALWAYS : TRUNCATE_EXISTING, text_format,
                           stream);

@@ -219,6 +219,15 @@ TEST_F(SuiteFileSystemObject, AllTextIsReadWithItsLineEnds) {
   EXPECT_TRUE(AtEnd(reader));
 }
 
+TEST_F(SuiteFileSystemObject, AHiddenFileIsOverwrittenAndStaysHidden) {
+  WriteBytes(In("a.txt"), "1");
+  const std::wstring path = ToSystemPath(In("a.txt"));
+  ASSERT_TRUE(SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_HIDDEN));
+  object_->CreateTextFile(In("a.txt"), true)->Write("2");
+  EXPECT_EQ(BytesOf(In("a.txt")), "2");
+  EXPECT_NE(GetFileAttributesW(path.c_str()) & FILE_ATTRIBUTE_HIDDEN, 0U);
+}
+
 TEST_F(SuiteFileSystemObject, FilesAreOpenedForWritingAndAppending) {
   EXPECT_EQ(FailureNumber([&] { Open("a.txt", ForWriting, false, TristateFalse); }), 53);
   EXPECT_EQ(FailureNumber([&] { Open("a.txt", ForAppending, false, TristateFalse); }), 53);

@@ -10,21 +10,21 @@
 
 namespace kitbay::contract {
 
+/// Calls an export of the suite's library that takes nothing and gives an HRESULT.
+inline HRESULT CallSuite(const char* name) {
+  const FARPROC address = GetProcAddress(GetModuleHandleW(L"OvalinkSuite.dll"), name);
+  if (address == nullptr) return E_NOTIMPL;
+  return reinterpret_cast<HRESULT(STDAPICALLTYPE*)()>(reinterpret_cast<void*>(address))();
+}
+
 /// The suite's library at `path`, loaded and registered by itself.
 class RegisteredSuite {
  public:
   explicit RegisteredSuite(const std::string& path)
       : library_(LoadLibraryW(platform::win32::ToSystemPath(path).c_str())) {
-    if (!library_ || FAILED(Call("DllRegisterServer"))) {
+    if (!library_ || FAILED(CallSuite("DllRegisterServer"))) {
       throw std::runtime_error("the suite's library does not register itself");
     }
-  }
-
-  /// Calls an export that takes nothing and gives an HRESULT.
-  HRESULT Call(const char* name) const {
-    const FARPROC address = GetProcAddress(library_.get(), name);
-    if (address == nullptr) return E_NOTIMPL;
-    return reinterpret_cast<HRESULT(STDAPICALLTYPE*)()>(reinterpret_cast<void*>(address))();
   }
 
  private:

@@ -10,6 +10,8 @@
 #include <vector>
 
 #include "contract/com/recording_receiver.h"
+#include "contract/com/win32/registered_suite.h"
+#include "contract/com/win32/scratch_user.h"
 #include "contract/system/failure_number.h"
 #include "ov_transport_events.h"
 #include "platform/win32/com/adopt.h"
@@ -17,6 +19,7 @@
 #include "platform/win32/com/bstr.h"
 #include "platform/win32/com/com_failure.h"
 #include "platform/win32/com/transport_event_sink.h"
+#include "platform/win32/system/handles.h"
 #include "suite.h"
 
 namespace kitbay::contract {
@@ -126,6 +129,40 @@ TEST(SuiteTransport, HoldsItsReceiverUntilItIsShutDown) {
   EXPECT_EQ(references(), 2U);
   CallMethod(*object.Get(), "ShutDown");
   EXPECT_EQ(references(), 1U);
+}
+
+TEST(SuiteLibrary, StaysLoadedWhileAnObjectOfItIsHeld) {
+  ASSERT_EQ(CallSuite("DllCanUnloadNow"), S_OK);
+  auto object = Create(L"FileSystemLib.FileSystemObject");
+  EXPECT_EQ(CallSuite("DllCanUnloadNow"), S_FALSE);
+  object.Reset();
+  EXPECT_EQ(CallSuite("DllCanUnloadNow"), S_OK);
+}
+
+/// How many keys the user has below a key of his classes.
+DWORD KeysBelow(const wchar_t* name) {
+  platform::win32::UniqueRegistryKey key;
+  DWORD count = 0;
+  const std::wstring path = std::wstring(L"Software\\Classes") + name;
+  RegOpenKeyExW(HKEY_CURRENT_USER, path.c_str(), 0, KEY_READ, key.put());
+  RegQueryInfoKeyW(key.get(), nullptr, nullptr, nullptr, &count, nullptr, nullptr, nullptr, nullptr,
+                   nullptr, nullptr, nullptr);
+  return count;
+}
+
+TEST(SuiteLibrary, RemovesAllThatItRegisters) {
+  const ScratchUser user;
+  ASSERT_EQ(CallSuite("DllRegisterServer"), S_OK);
+  EXPECT_EQ(KeysBelow(L""), 6U) << "three ProgIDs, CLSID, Interface, TypeLib";
+  EXPECT_EQ(KeysBelow(L"\\CLSID"), 3U);
+  EXPECT_EQ(KeysBelow(L"\\Interface"), 3U);
+  EXPECT_EQ(KeysBelow(L"\\TypeLib"), 1U);
+  ASSERT_EQ(CallSuite("DllUnregisterServer"), S_OK);
+  EXPECT_EQ(KeysBelow(L""), 3U);
+  EXPECT_EQ(KeysBelow(L"\\CLSID"), 0U);
+  EXPECT_EQ(KeysBelow(L"\\Interface"), 0U);
+  EXPECT_EQ(KeysBelow(L"\\TypeLib"), 0U);
+  EXPECT_EQ(CallSuite("DllUnregisterServer"), S_OK) << "nothing left is no failure";
 }
 
 class EventSink : public testing::Test {
