@@ -61,7 +61,7 @@ TEST_F(MainFormLoad, InAnUnwritableInstallationFolderTheWindowIsShownWithoutALog
   files.SetUnwritable("C:\\Ovalink");
   form.Load();
   EXPECT_TRUE(form.IsLoaded());
-  EXPECT_TRUE(window.shown());
+  ASSERT_TRUE(window.shown());
   EXPECT_EQ(Log(), "(none)");
   EXPECT_EQ(settings.InstallFolder, "C:\\Ovalink");
   EXPECT_EQ(Count("SetValue 0"), 1);

@@ -130,5 +130,50 @@ TEST_F(EarlyUnload, WithoutTheFileSystemObjectTheProgramEndsLikeAnyOther) {
   EXPECT_TRUE(window.message_loop().quit());
 }
 
+/// A transport object that notes how many update sources are listed when it is shut down.
+class NotingTransport : public platform::TransportObject {
+ public:
+  NotingTransport(const catalog::UpdateSourceList& sources, std::vector<std::size_t>& noted)
+      : sources_(sources), noted_(noted) {}
+
+  void SetUp(platform::OvTransportEvents& /*receiver*/) override {}
+  void ShutDown() override { noted_.push_back(sources_.UpdateSources.size()); }
+
+ private:
+  const catalog::UpdateSourceList& sources_;
+  std::vector<std::size_t>& noted_;
+};
+
+class NotingSuiteObjects : public platform::SuiteObjects {
+ public:
+  explicit NotingSuiteObjects(const catalog::UpdateSourceList& sources) : sources_(sources) {}
+
+  std::unique_ptr<platform::FileSystemObject> CreateFileSystemObject(
+      const std::string& /*prog_id*/) override {
+    throw base::Failure(base::RuntimeError::kCannotCreateObject);
+  }
+  std::unique_ptr<platform::TransportObject> CreateTransportObject(
+      const std::string& /*prog_id*/) override {
+    return std::make_unique<NotingTransport>(sources_, noted);
+  }
+
+  std::vector<std::size_t> noted;
+
+ private:
+  const catalog::UpdateSourceList& sources_;
+};
+
+TEST_F(EarlyUnload, TheTransfersAreShutDownBeforeTheListsAreEmptied) {
+  NotingSuiteObjects noting(sources);
+  MainForm other({log, settings, desktop, keys, noting, window, window.message_loop(),
+                  installation_check, manager_registration, preference_form, page, page_events,
+                  sources, source_file, update_driver});
+  other.Load();
+  other.WebBrowser1_DocumentComplete();
+  sources.UpdateSources = {"updates.example/list.xml"};
+  window.Unload();
+  EXPECT_THAT(noting.noted, ElementsAre(1U, 1U));
+}
+
 }  // namespace
 }  // namespace kitbay::app
