@@ -1,0 +1,98 @@
+// Certificates for a source with TLS: made here and now, for loopback only, and never kept in the tree.
+import { execFileSync } from 'node:child_process';
+import { createHash, X509Certificate } from 'node:crypto';
+import fs from 'node:fs';
+import path from 'node:path';
+
+const kLoopback = 'IP:127.0.0.1,DNS:localhost';
+
+/** What each certificate is told apart by: who it is for, for how many days, and who signs it. */
+const kKinds = {
+  good: { names: kLoopback, days: 30 },
+  'wrong-name': { names: 'DNS:updates.example', days: 30 },
+  expired: { names: kLoopback, days: -1 },
+  'self-signed': { names: kLoopback, days: 30, selfSigned: true },
+};
+
+function openssl(folder, ...words) {
+  execFileSync('openssl', words, { cwd: folder, stdio: ['ignore', 'ignore', 'pipe'] });
+}
+
+const newKey = (name) => ['-newkey', 'rsa:2048', '-nodes', '-keyout', `${name}.key`];
+
+function makeLeaf(folder, name, { names, days, selfSigned }) {
+  const subject = ['-subj', `/CN=Sample update source (${name})`];
+  const extensions = ['-addext', `subjectAltName=${names}`, '-addext', 'extendedKeyUsage=serverAuth'];
+  if (selfSigned) {
+    openssl(folder, 'req', '-x509', ...newKey(name), ...subject, ...extensions, '-days', `${days}`,
+      '-out', `${name}.pem`);
+    return;
+  }
+  openssl(folder, 'req', ...newKey(name), ...subject, ...extensions, '-out', `${name}.csr`);
+  openssl(folder, 'x509', '-req', '-in', `${name}.csr`, '-CA', 'ca.pem', '-CAkey', 'ca.key',
+    '-CAcreateserial', '-copy_extensions', 'copy', '-days', `${days}`, '-out', `${name}.pem`);
+}
+
+function makeAll(folder) {
+  openssl(folder, 'req', '-x509', ...newKey('ca'), '-subj', '/CN=Sample update source (authority)',
+    '-addext', 'keyUsage=critical,keyCertSign,cRLSign', '-days', '30', '-out', 'ca.pem');
+  for (const [name, kind] of Object.entries(kKinds)) makeLeaf(folder, name, kind);
+}
+
+function areUsable(folder) {
+  try {
+    const good = new X509Certificate(fs.readFileSync(path.join(folder, 'good.pem')));
+    return Date.parse(good.validTo) - Date.now() > 24 * 3600 * 1000;
+  } catch {
+    return false;
+  }
+}
+
+/** An authority and the certificates it gave out, in a folder where they are made when missing or old. */
+export class Certificates {
+  #folder;
+
+  constructor(folder) {
+    this.#folder = folder;
+    if (areUsable(folder)) return;
+    fs.mkdirSync(path.dirname(folder), { recursive: true });
+    const making = fs.mkdtempSync(`${folder}.making-`);
+    makeAll(making);
+    fs.rmSync(folder, { recursive: true, force: true });
+    fs.renameSync(making, folder);
+  }
+
+  /** Where the authority's certificate lies, as PEM. */
+  get authorityFile() {
+    return path.join(this.#folder, 'ca.pem');
+  }
+
+  /** Key and certificate of a kind: "good", "wrong-name", "expired" or "self-signed". */
+  identity(kind) {
+    if (!(kind in kKinds)) throw new Error(`There is no certificate "${kind}"`);
+    const read = (ending) => fs.readFileSync(path.join(this.#folder, `${kind}.${ending}`));
+    return { key: read('key'), cert: read('pem') };
+  }
+
+  /**
+   * The authority as a registry file to import: below HKEY_LOCAL_MACHINE, where a Windows machine
+   * keeps the roots that all its users trust.
+   */
+  get registryEntry() {
+    const der = new X509Certificate(fs.readFileSync(this.authorityFile)).raw;
+    const thumbprint = createHash('sha1').update(der).digest();
+    const property = (id, data) => {
+      const heading = Buffer.alloc(12);
+      heading.writeUInt32LE(id, 0);
+      heading.writeUInt32LE(1, 4);
+      heading.writeUInt32LE(data.length, 8);
+      return Buffer.concat([heading, data]);
+    };
+    const kSha1Hash = 3;
+    const kCertificate = 32;
+    const blob = Buffer.concat([property(kSha1Hash, thumbprint), property(kCertificate, der)]);
+    const key = 'HKEY_LOCAL_MACHINE\\Software\\Microsoft\\SystemCertificates\\Root\\Certificates\\';
+    const bytes = [...blob].map((byte) => byte.toString(16).padStart(2, '0')).join(',');
+    return `REGEDIT4\r\n\r\n[${key}${thumbprint.toString('hex').toUpperCase()}]\r\n"Blob"=hex:${bytes}\r\n`;
+  }
+}
