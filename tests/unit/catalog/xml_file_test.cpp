@@ -160,6 +160,21 @@ TEST_F(XmlFile, SavedWithoutADeclarationLineBreaksOrIndents) {
   EXPECT_EQ(Saved(), "<root><a>B\u00FCcher &lt;&amp;</a><!--c--></root>");
 }
 
+TEST_F(XmlFile, DocumentNestedAMillionDeepIsSavedAsItWasRead) {
+  constexpr int kDepth = 1000000;
+  std::string bytes;
+  for (int i = 0; i < kDepth; ++i) {
+    bytes += "<b>";
+  }
+  bytes += "deep";
+  for (int i = 0; i < kDepth; ++i) {
+    bytes += "</b>";
+  }
+  ASSERT_EQ(LoadNumber(bytes), 0);
+  SaveXml(files_, kPath, document_);
+  EXPECT_TRUE(Saved() == bytes);
+}
+
 TEST_F(XmlFile, SavingReplacesTheFileInOneStep) {
   ASSERT_EQ(LoadNumber("<root/>"), 0);
   SaveXml(files_, kPath, document_);

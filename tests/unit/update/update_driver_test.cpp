@@ -66,6 +66,18 @@ TEST_F(DirectoryPreference, EmptyFirstSourceShowsLocalData) {
   EXPECT_THAT(log_.entries, IsEmpty());
 }
 
+TEST_F(DirectoryPreference, FreshUserWithAnEmptySeedGetsOneEmptySourceAndTheInstalledView) {
+  files_.AddFolder("C:\\User\\Ovalink");
+  files_.AddFile("C:\\Suite\\Kitbay\\DirectoryPreference.xml",
+                 "<root><preferences><preference url=''/></preferences></root>");
+  fakes::MemoryFileSystemObject file_system(files_);
+  source_file_.MakeDirectoryPreferenceFile(&file_system);
+  driver_.GetDirectoryPreferenceFile();
+  EXPECT_TRUE(InstalledViewIsShown()) << html_->TreeText();
+  EXPECT_THAT(sources_.UpdateSources, ElementsAre(""));
+  EXPECT_THAT(log_.entries, IsEmpty());
+}
+
 TEST_F(DirectoryPreference, FirstSourceEndingInASlashShowsLocalDataEvenWithFurtherSources) {
   SetSources("<preference url='updates.example/'/><preference url='other.example/a.xml'/>");
   driver_.GetDirectoryPreferenceFile();
