@@ -15,7 +15,8 @@ import { misbehaviours } from './misbehaviours.mjs';
 
 const here = path.dirname(fileURLToPath(import.meta.url));
 const root = path.join(here, '../..');
-export const kPackageFolder = path.join(root, 'build/win64/standins/update_source/packages');
+export const kPackageFolder =
+  process.env.KITBAY_UPDATE_PACKAGES ?? path.join(root, 'build/win64/standins/update_source/packages');
 export const kCertificateFolder = path.join(root, 'build/update_source_certificates');
 
 const kLoopback = '127.0.0.1';
