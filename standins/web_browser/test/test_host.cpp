@@ -4,6 +4,7 @@
 #include <mshtmdid.h>
 
 #include <cstdio>
+#include <filesystem>
 #include <stdexcept>
 
 #include "control.h"
@@ -163,6 +164,8 @@ TestHost::~TestHost() {
     object->SetClientSite(nullptr);
   }
   DestroyWindow(window_);
+  std::error_code ignored;
+  std::filesystem::remove_all(folder_, ignored);
 }
 
 HWND TestHost::control_window() const {
