@@ -37,6 +37,11 @@ void BrowserEventsPart::ExpectPage(IUnknown* browser, const std::string& path) {
   expected_path_ = path;
 }
 
+void BrowserEventsPart::ExpectNothing() {
+  browser_ = nullptr;
+  expected_path_.clear();
+}
+
 bool BrowserEventsPart::IsExpectedPage(const VARIANT& browser, const VARIANT& address) const {
   return !expected_path_.empty() && browser.vt == VT_DISPATCH &&
          IsSameObject(browser.pdispVal, browser_) &&

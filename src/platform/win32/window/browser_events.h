@@ -20,6 +20,9 @@ class BrowserEventsPart : public EventPart<DWebBrowserEvents2> {
   /// opposed to the browsers of frames.
   void ExpectPage(IUnknown* browser, const std::string& path);
 
+  /// The control is about to go; from now on every page is cancelled.
+  void ExpectNothing();
+
   HRESULT STDMETHODCALLTYPE Invoke(DISPID event, REFIID, LCID, WORD, DISPPARAMS* parameters,
                                    VARIANT*, EXCEPINFO*, UINT*) override;
 

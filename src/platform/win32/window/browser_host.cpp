@@ -52,6 +52,7 @@ BrowserHost::BrowserHost(HWND window, const Rectangle& place, BrowserOwner& owne
 BrowserHost::~BrowserHost() {
   state_->owner = nullptr;
   connection_ = Connection();
+  events_->ExpectNothing();
   if (state_->in_place_object != nullptr) state_->in_place_object->InPlaceDeactivate();
   control_->Close(OLECLOSE_NOSAVE);
   control_->SetClientSite(nullptr);

@@ -150,6 +150,11 @@ TEST_F(NavigationRules, AnEventWithTooFewArgumentsIsHarmless) {
   EXPECT_EQ(owner_.pages, 0);
 }
 
+TEST_F(NavigationRules, AControlThatIsGoingLoadsNothing) {
+  events_->ExpectNothing();
+  EXPECT_TRUE(IsCancelled(browser_.Get(), kPageUrl));
+}
+
 TEST_F(NavigationRules, AControlThatOutlivesItsWindowTellsNothing) {
   state_->owner = nullptr;
   Complete(browser_.Get(), kPageUrl);
