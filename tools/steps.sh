@@ -21,9 +21,9 @@ step() {
     say "$name: $((SECONDS - start)) s"
   else
     say "$name: FAILED after $((SECONDS - start)) s (exit code $code); from $log:"
-    grep -E 'error:|CMake Error|undefined reference|^FAILED|\*\*\*' "$log" | head -n 40
+    grep -E 'error:|CMake Error|undefined reference|^FAILED|\*\*\*' "$log" | cut -c 1-300 | head -n 40
     echo '…'
-    tail -n 25 "$log"
+    tail -n 25 "$log" | cut -c 1-300
   fi
   return $code
 }
