@@ -17,8 +17,8 @@ struct Rectangle {
   friend bool operator==(const Rectangle&, const Rectangle&) = default;
 };
 
-/// The main window's status bar. Panels count from 1: the progress bar lies on the first, the second
-/// shows status texts.
+/// The main window's status bar. Panels count from 1: the progress bar lies on the first, the
+/// second shows status texts.
 inline constexpr int kProgressPanel = 1;
 inline constexpr int kStatusPanel = 2;
 

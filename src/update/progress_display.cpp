@@ -8,7 +8,8 @@ void ShowProgressInStatusBar(base::ErrorLog& log, platform::MainWindow& window, 
   base::guarded(log, "Kitbay::ShowProgressInStatusBar", [&] {
     platform::ProgressBar& bar = window.progress_bar();
     if (show) {
-      const platform::Rectangle place = window.status_bar().PanelRectangle(platform::kProgressPanel);
+      const platform::Rectangle place =
+          window.status_bar().PanelRectangle(platform::kProgressPanel);
       bar.SetParent(true);
       bar.Move(place);
       bar.SetVisible(true);
