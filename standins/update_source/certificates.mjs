@@ -4,7 +4,8 @@ import { createHash, X509Certificate } from 'node:crypto';
 import fs from 'node:fs';
 import path from 'node:path';
 
-const kLoopback = 'IP:127.0.0.1,DNS:localhost';
+// Wine compares the host with DNS names only, even where it is an address.
+const kLoopback = 'IP:127.0.0.1,DNS:127.0.0.1,DNS:localhost';
 
 /** What each certificate is told apart by: who it is for, for how many days, and who signs it. */
 const kKinds = {

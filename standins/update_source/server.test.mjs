@@ -1,10 +1,13 @@
 import assert from 'node:assert/strict';
+import { spawn } from 'node:child_process';
 import { once } from 'node:events';
 import fs from 'node:fs';
 import http from 'node:http';
 import https from 'node:https';
 import net from 'node:net';
+import { createInterface } from 'node:readline';
 import { describe, test as nodeTest } from 'node:test';
+import { fileURLToPath } from 'node:url';
 import { UpdateSource } from './server.mjs';
 
 const kManifest = '/ovalink.xml';
@@ -89,6 +92,22 @@ describe('An honest source', () => {
     const port = await source.closedPort();
     t.after(port.release);
     assert.equal((await ask(port.host, kManifest).ended).error, 'ECONNREFUSED');
+  });
+});
+
+describe('The source as a program', () => {
+  test('prints where it listens, and misbehaves as its arguments say', async (t) => {
+    const script = fileURLToPath(new URL('server.mjs', import.meta.url));
+    const program = spawn(process.execPath, [script, '/partners.xml=404'], { stdio: ['ignore', 'pipe', 'inherit'] });
+    const ended = once(program, 'exit');
+    t.after(async () => {
+      program.kill();
+      await ended;
+    });
+    const [line] = await once(createInterface(program.stdout), 'line');
+    assert.match(line, /^127\.0\.0\.1:\d+$/);
+    assert.equal(status(await ask(line, kManifest).ended), 200);
+    assert.equal(status(await ask(line, '/partners.xml').ended), 404);
   });
 });
 
