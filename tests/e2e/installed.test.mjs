@@ -75,7 +75,7 @@ test('a click on the tab of messaging services lists them', async () => {
   await page.waitFor(`document.querySelectorAll('#installedtransports > div').length === 4`);
   assert.deepEqual(
     (await summary('installedtransports')).map(([name]) => name),
-    ['Ovalink Network', 'Réseau local', 'Post Office', 'Text Message Gateway'],
+    ['Ovalink Network', 'Réseau local', 'Postoffice', 'Text Message Gateway'],
   );
   await picture('installed-messaging-services');
 });
