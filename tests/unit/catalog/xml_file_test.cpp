@@ -198,6 +198,8 @@ TEST_F(XmlFile, TextIsAllTextBelowTheElementWithoutOuterWhiteSpace) {
 TEST_F(XmlFile, TextStopsAtTheElementsEnd) {
   ASSERT_EQ(LoadNumber("<r><a><b>in</b></a>out<c>out</c></r>"), 0);
   EXPECT_EQ(ElementText(document_.child("r").child("a")), "in");
+  ASSERT_EQ(LoadNumber("<r><x><a><b>in</b></a></x>out</r>"), 0);
+  EXPECT_EQ(ElementText(document_.child("r").child("x").child("a")), "in");
 }
 
 TEST_F(XmlFile, ElementWithoutTextHasTheEmptyText) {
