@@ -79,15 +79,14 @@ std::wstring ClassName(HWND window) {
   return {name, static_cast<std::size_t>(length)};
 }
 
+BOOL CALLBACK Collect(HWND window, LPARAM list) {
+  reinterpret_cast<std::vector<HWND>*>(list)->push_back(window);
+  return TRUE;
+}
+
 std::vector<HWND> Children(HWND window) {
   std::vector<HWND> children;
-  EnumChildWindows(
-      window,
-      [](HWND child, LPARAM list) -> BOOL {
-        reinterpret_cast<std::vector<HWND>*>(list)->push_back(child);
-        return TRUE;
-      },
-      reinterpret_cast<LPARAM>(&children));
+  EnumChildWindows(window, Collect, reinterpret_cast<LPARAM>(&children));
   return children;
 }
 
@@ -116,16 +115,14 @@ std::string Describe(HWND window) {
 
 // EnumWindows goes through the windows in their order on the screen, the topmost first.
 std::string Windows() {
+  std::vector<HWND> windows;
+  EnumWindows(Collect, reinterpret_cast<LPARAM>(&windows));
   std::string json = "[";
-  EnumWindows(
-      [](HWND window, LPARAM text) -> BOOL {
-        if (IsWindowVisible(window)) {
-          std::string& list = *reinterpret_cast<std::string*>(text);
-          list += (list.size() > 1 ? "," : "") + Describe(window);
-        }
-        return TRUE;
-      },
-      reinterpret_cast<LPARAM>(&json));
+  for (const HWND window : windows) {
+    if (IsWindowVisible(window)) {
+      json += (json.size() > 1 ? "," : "") + Describe(window);
+    }
+  }
   return json + "]";
 }
 
