@@ -2,7 +2,7 @@
 import assert from 'node:assert/strict';
 import path from 'node:path';
 import { after, before, test } from 'node:test';
-import { eventually, isKitbay, probe, Program, Suite, windows, windowWhere, wine } from './harness.mjs';
+import { eventually, isKitbay, probe, Program, Suite, windows, windowWhere } from './harness.mjs';
 
 const isClient = (window) => window.class === 'ThunderRT6FormDC';
 
@@ -58,10 +58,12 @@ test('another program creates the registry object and registers the URL protocol
   const answer = await probe('registry');
   assert.match(answer.GetAppDataPath, /^C:\\users\\.+\\AppData\\Roaming$/i);
   assert.notEqual(answer.ROOT_REGISTRY_KEY, 0);
-  const query = async (key) => (await wine('reg', 'query', `HKCR\\${key}`)).replaceAll('\r', '');
-  assert.match(await query('ovl'), /\(Default\) +REG_SZ +URL:ovl Protocol\n/);
-  assert.match(await query('ovl'), /URL Protocol +REG_SZ *\n/);
-  assert.match(await query('ovl\\DefaultIcon'), /\(Default\) +REG_SZ +Kitbay\.exe\n/);
-  const command = `"${suite.windowsFolder}\\Kitbay\\Kitbay.exe" %1`;
-  assert.ok((await query('ovl\\shell\\open\\command')).includes(`REG_SZ    ${command}\n`));
+  const text = (key, name = '') => probe('value', key, name);
+  assert.deepEqual(await text('ovl'), { type: 1, text: 'URL:ovl Protocol' });
+  assert.deepEqual(await text('ovl', 'URL Protocol'), { type: 1, text: '' });
+  assert.deepEqual(await text('ovl\\DefaultIcon'), { type: 1, text: 'Kitbay.exe' });
+  assert.deepEqual(await text('ovl\\shell\\open\\command'), {
+    type: 1,
+    text: `"${suite.windowsFolder}\\Kitbay\\Kitbay.exe" %1`,
+  });
 });

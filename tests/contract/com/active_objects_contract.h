@@ -22,6 +22,7 @@ class ActiveObjectsWorld {
   /// Each gives 0 or the number of the client's failure. The client keeps what it gets.
   virtual std::int32_t ClientGets(const std::string& prog_id) = 0;
   virtual std::int32_t ClientBringsToFront() = 0;
+  virtual void ClientLetsGo() = 0;
 };
 
 class ActiveObjectsContract
@@ -65,6 +66,16 @@ TEST_P(ActiveObjectsContract, AClientOutsideFindsTheRegisteredManager) {
   EXPECT_EQ(world_->ClientBringsToFront(), 0);
   EXPECT_EQ(world_->ClientBringsToFront(), 0);
   EXPECT_EQ(manager_.calls, 2);
+}
+
+TEST_P(ActiveObjectsContract, TheManagerIsFoundAgainAfterAClientHasLetItGo) {
+  Register();
+  for (int client = 1; client <= 3; ++client) {
+    EXPECT_EQ(world_->ClientGets("Kitbay.Manager"), 0) << "client " << client;
+    EXPECT_EQ(world_->ClientBringsToFront(), 0) << "client " << client;
+    world_->ClientLetsGo();
+  }
+  EXPECT_EQ(manager_.calls, 3);
 }
 
 TEST_P(ActiveObjectsContract, WithoutARegisteredManagerNothingIsFound) {

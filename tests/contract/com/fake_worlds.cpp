@@ -21,6 +21,7 @@ class FakeActiveObjectsWorld : public ActiveObjectsWorld {
   std::int32_t ClientGets(const std::string& prog_id) override {
     return FailureNumber([&] { client_ = objects_.GetActive(prog_id); });
   }
+  void ClientLetsGo() override { client_.reset(); }
   std::int32_t ClientBringsToFront() override {
     return FailureNumber([&] { client_->BringToFront(); });
   }

@@ -5,6 +5,7 @@
 //   press CAPTION BUTTON    presses a button of the top-level window of that caption
 //   minimize CAPTION         minimises the top-level window of that caption
 //   key CAPTION CODE        a key goes down and up in the focused control of that window
+//   value KEY NAME            the type and the bytes of a value below HKEY_CLASSES_ROOT
 //   registry                creates Kitbay.Registry, calls its members in the interface's order
 //   manager                 creates Kitbay.Manager and calls BringToFront
 //
@@ -164,6 +165,22 @@ std::string Key(const std::wstring& caption, const std::wstring& code) {
   return Quoted(ClassName(target));
 }
 
+std::string Value(const std::wstring& key, const std::wstring& name) {
+  DWORD type = 0;
+  BYTE bytes[512];
+  DWORD size = sizeof bytes;
+  const LSTATUS code = RegGetValueW(HKEY_CLASSES_ROOT, key.c_str(), name.c_str(),
+                                    RRF_RT_ANY | RRF_NOEXPAND, &type, bytes, &size);
+  if (code != ERROR_SUCCESS) {
+    throw std::runtime_error("no value: " + std::to_string(code));
+  }
+  std::wstring text(reinterpret_cast<const wchar_t*>(bytes), size / sizeof(wchar_t));
+  while (text.ends_with(L'\0')) {
+    text.pop_back();
+  }
+  return "{\"type\":" + std::to_string(type) + ",\"text\":" + Quoted(text) + "}";
+}
+
 void Check(HRESULT result, const char* step) {
   if (FAILED(result)) {
     char text[64];
@@ -246,6 +263,9 @@ std::string Run(const std::vector<std::wstring>& arguments) {
   }
   if (command == L"key" && arguments.size() == 3) {
     return Key(arguments[1], arguments[2]);
+  }
+  if (command == L"value" && arguments.size() == 3) {
+    return Value(arguments[1], arguments[2]);
   }
   if (command == L"registry") {
     return UseRegistry();

@@ -37,7 +37,7 @@ class RemoteManager : public ManagerService {
 class RunningObjects : public ActiveObjects {
  public:
   ~RunningObjects() override {
-    for (auto& [service, published] : published_) published.link->Cut();
+    for (auto& [service, published] : published_) Withdraw(published);
   }
 
   std::optional<ClassId> ClassIdFromProgId(const std::string& prog_id) override {
@@ -53,9 +53,14 @@ class RunningObjects : public ActiveObjects {
     CLSID id;
     std::memcpy(&id, class_id.data(), sizeof id);
     DWORD cookie = 0;
+    Published& published = Publish(object);
     const HRESULT result =
-        ::RegisterActiveObject(Publish(object).object.Get(), id, ACTIVEOBJECT_WEAK, &cookie);
+        ::RegisterActiveObject(published.object.Get(), id, ACTIVEOBJECT_WEAK, &cookie);
     if (FAILED(result)) return std::nullopt;
+    // A weak entry ends with the last client that lets its object go; the lock keeps it for the next.
+    if (!published.is_locked) {
+      published.is_locked = SUCCEEDED(CoLockObjectExternal(published.object.Get(), TRUE, FALSE));
+    }
     return cookie;
   }
 
@@ -67,7 +72,7 @@ class RunningObjects : public ActiveObjects {
     const auto found = published_.find(&object);
     if (found == published_.end()) return;
     // Clients of this process hold the object itself, which CoDisconnectObject leaves to them.
-    found->second.link->Cut();
+    Withdraw(found->second);
     CoDisconnectObject(found->second.object.Get(), 0);
     published_.erase(found);
   }
@@ -89,7 +94,16 @@ class RunningObjects : public ActiveObjects {
   struct Published {
     std::shared_ptr<ServiceLink<ManagerService>> link;
     ComPtr<::IManager> object;
+    bool is_locked = false;
   };
+
+  static void Withdraw(Published& published) {
+    published.link->Cut();
+    if (published.is_locked) {
+      CoLockObjectExternal(published.object.Get(), FALSE, TRUE);
+      published.is_locked = false;
+    }
+  }
 
   Published& Publish(ManagerService& service) {
     Published& published = published_[&service];

@@ -19,6 +19,7 @@ class Win32ActiveObjectsWorld : public ActiveObjectsWorld {
   std::int32_t ClientGets(const std::string& prog_id) override {
     return client_.AskForNumber("get " + prog_id);
   }
+  void ClientLetsGo() override { client_.Ask("let go"); }
   std::int32_t ClientBringsToFront() override {
     const std::int32_t number = client_.AskForNumber("bring");
     // Wine's word for an object that has disconnected.
