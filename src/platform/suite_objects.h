@@ -29,6 +29,10 @@ class TransportObject {
   /// Throws `base::Failure` with the HRESULT on failure.
   virtual void SetUp(OvTransportEvents& receiver) = 0;
 
+  /// Hands a request document over. The answer arrives as events, never during this call. Throws
+  /// `base::Failure` with the HRESULT when the object does not take it.
+  virtual void Request(const std::string& document) = 0;
+
   /// Ends every transfer and lets the receiver go.
   virtual void ShutDown() = 0;
 };
