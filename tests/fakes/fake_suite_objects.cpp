@@ -21,6 +21,14 @@ class FakeSuiteObjects::Object : public platform::TransportObject {
     transport_->receiver = &receiver;
   }
 
+  void Request(const std::string& document) override {
+    suite_.calls.push_back("Request " + transport_->prog_id);
+    if (const auto failure = std::exchange(transport_->request_failure, std::nullopt)) {
+      throw *failure;
+    }
+    transport_->requests.push_back(document);
+  }
+
   void ShutDown() override {
     suite_.calls.push_back("ShutDown " + transport_->prog_id);
     transport_->receiver = nullptr;

@@ -24,6 +24,8 @@ class FakeSuiteObjects : public platform::SuiteObjects {
     std::string prog_id;
     platform::OvTransportEvents* receiver = nullptr;  ///< null before set-up, after shut-down
     std::optional<base::Failure> set_up_failure;
+    std::vector<std::string> requests;             ///< the documents that the object took
+    std::optional<base::Failure> request_failure;  ///< of the next request only
     bool is_released = false;
   };
 
@@ -44,7 +46,8 @@ class FakeSuiteObjects : public platform::SuiteObjects {
   /// Makes the set-up of objects created from now on fail, by ProgID.
   std::map<std::string, base::Failure> set_up_failures;
 
-  /// For example "Create URLDownloadLib.URLDownload", "SetUp URLDownloadLib.URLDownload".
+  /// For example "Create URLDownloadLib.URLDownload", "SetUp URLDownloadLib.URLDownload",
+  /// "Request URLDownloadLib.URLDownload".
   std::vector<std::string> calls;
 
  private:

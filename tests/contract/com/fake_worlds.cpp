@@ -124,5 +124,18 @@ TEST(FakeSuiteObjects, SendsEventsBetweenSetUpAndShutDown) {
   EXPECT_EQ(receiver.events, "Message(/a.xml,Total-Length,12)");
 }
 
+TEST(FakeSuiteObjects, KeepsRequestsAndCanRefuseTheNext) {
+  fakes::FakeSuiteObjects suite;
+  const auto object = suite.CreateTransportObject("URLDownloadLib.URLDownload");
+  auto* const transport = suite.Find("URLDownloadLib.URLDownload");
+  ASSERT_NE(transport, nullptr);
+  object->Request("first");
+  transport->request_failure = base::Failure(base::RuntimeError::kInvalidProcedureCall);
+  EXPECT_EQ(FailureNumber([&] { object->Request("refused"); }), 5);
+  object->Request("second");
+  EXPECT_EQ(transport->requests, (std::vector<std::string>{"first", "second"}));
+  EXPECT_EQ(suite.calls.back(), "Request URLDownloadLib.URLDownload");
+}
+
 }  // namespace
 }  // namespace kitbay::contract

@@ -96,6 +96,12 @@ class SuiteTransportObject : public TransportObject {
     CallMethod(*object_.Get(), "SetUp", {sink_.Get(), nothing, nothing, nothing, nothing});
   }
 
+  void Request(const std::string& document) override {
+    Variant ignored;
+    CallMethod(*object_.Get(), "Request",
+               {"", "", "", "", "", document, Variant::EmptyList(), Variant::ReferenceTo(ignored)});
+  }
+
   void ShutDown() override {
     CallMethod(*object_.Get(), "ShutDown");
     if (sink_) sink_->Disconnect();

@@ -1,5 +1,6 @@
 #include "platform/win32/com/variant.h"
 
+#include <new>
 #include <utility>
 
 #include "platform/win32/com/bstr.h"
@@ -28,6 +29,21 @@ Variant::Variant(IDispatch* object) : Variant() {
   value_.vt = VT_DISPATCH;
   value_.pdispVal = object;
   if (object != nullptr) object->AddRef();
+}
+
+Variant Variant::EmptyList() {
+  Variant list;
+  list.value_.parray = SafeArrayCreateVector(VT_VARIANT, 0, 0);
+  if (list.value_.parray == nullptr) throw std::bad_alloc();
+  list.value_.vt = VT_ARRAY | VT_VARIANT;
+  return list;
+}
+
+Variant Variant::ReferenceTo(Variant& target) {
+  Variant reference;
+  reference.value_.vt = VT_BYREF | VT_VARIANT;
+  reference.value_.pvarVal = target.receive();
+  return reference;
 }
 
 Variant::Variant(const Variant& other) : Variant() {

@@ -24,6 +24,12 @@ class Variant {
   /// An object reference; null is the empty reference ("nothing").
   Variant(IDispatch* object);
 
+  /// An array of no values. Throws `std::bad_alloc`.
+  static Variant EmptyList();
+
+  /// Where a call puts a value into `target`, which must outlive it.
+  static Variant ReferenceTo(Variant& target);
+
   ~Variant() { VariantClear(&value_); }
 
   /// Throws `base::Failure` when the value cannot be copied.
