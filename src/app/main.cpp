@@ -5,9 +5,13 @@
 #include "app/error_log_file.h"
 #include "app/main_form.h"
 #include "app/start_up.h"
+#include "catalog/available_updates.h"
 #include "catalog/installed_components.h"
+#include "catalog/new_component_listing.h"
 #include "install/registry_access.h"
 #include "platform/win32/win32_platform.h"
+#include "update/transfer_events.h"
+#include "view/page_commands.h"
 #include "view/page_events.h"
 #include "view/page_rows.h"
 
@@ -22,6 +26,31 @@ class NoPreferenceForm : public PreferenceForm {
   void Show() override {}
   void FocusUrlBox() override {}
   void Unload() override {}
+};
+
+// Installed components cannot be changed yet: their buttons do nothing, and a package that has been
+// downloaded stays in the working folder.
+class Commands : public view::PageCommands, public update::PackageReceiver {
+ public:
+  Commands(update::UpdateRequests& requests, view::PageButtons& buttons)
+      : requests_(requests), buttons_(buttons) {}
+
+  void UpdateInstalledAddon() override {}
+  void UpdateInstalledTransport() override {}
+  void UpdateInstalledChannel() override {}
+  void RemoveAddon(const std::string& /*action*/, const std::string& /*kind*/) override {}
+  void InstallNewAddons(const std::string& container, const std::string& name) override {
+    requests_.InstallNewAddons(container, name);
+  }
+  void Unpack(base::ComponentKind /*kind*/, const std::string& /*path*/) override {}
+  void InstallProcess() override {
+    buttons_.EnableOtherDownload();
+    buttons_.EnableOtherUpdatedDownload();
+  }
+
+ private:
+  update::UpdateRequests& requests_;
+  view::PageButtons& buttons_;
 };
 
 class Services : public platform::ServiceFactory {
@@ -70,20 +99,37 @@ int Run() {
   view::PageRows rows(log, page, state);
   const catalog::RegistryFiles registry_files(*files, settings);
   const catalog::FileVersions versions(log, settings, *version_resource);
-  catalog::InstalledComponents installed(log, registry_files, versions, rows);
-  view::PageTabs tabs(log, page, state, installed);
-  view::PageEvents page_events(log, page, tabs);
-
   catalog::UpdateSourceList sources;
+  catalog::InstalledRows shown;
+  catalog::NewComponents new_components;
+  catalog::InstalledComponents local(log, registry_files, versions, rows);
+  catalog::AvailableUpdates available(log, *files, settings, versions, shown, rows);
+  catalog::InstalledWithUpdates installed(log, *files, settings, registry_files, sources, available,
+                                          shown, rows);
+  catalog::NewComponentListing new_listing(log, *files, settings, registry_files, sources,
+                                           new_components, rows);
+
+  view::PageTabs tabs(log, page, state, local);
+  view::PageButtons buttons(log, page, state, *window);
+  view::PageCategories categories(log, page, state, local, installed, new_listing, buttons);
+
+  update::PendingPackages pending_packages;
   update::UpdateSourceFile source_file(log, *files, settings, sources);
-  update::UpdateDriver update_driver(log, source_file, sources, tabs);
+  update::UpdateRequests requests(log, settings, *window, sources, new_components,
+                                  pending_packages);
+  Commands commands(requests, buttons);
+  update::TransferEvents transfer_events({log, settings, *desktop, *window, page, categories,
+                                          buttons, sources, pending_packages, requests, commands});
+  update::UpdateDriver update_driver({log, settings, *files, *clock, page, rows, tabs, categories,
+                                      source_file, sources, requests});
+  view::PageEvents page_events(log, page, state, tabs, categories, buttons, commands);
 
   InstallationCheck installation_check(log, *desktop, *keys, *window, settings);
   ManagerRegistration manager_registration(log, *active_objects);
   NoPreferenceForm preference_form;
   MainForm form({log, settings, *desktop, *keys, *suite_objects, *window, *loop, installation_check,
                  manager_registration, preference_form, page, page_events, sources, source_file,
-                 update_driver});
+                 update_driver, requests, transfer_events});
   Services services(log, *keys, settings);
   services.SetForm(form);
 

@@ -115,11 +115,12 @@ void MainForm::WebBrowser1_DocumentComplete() {
       guarded(parts_.log, "Kitbay::XMLRPCTRANSPORT.xTransport create object failed",
               [&] {
                 transport_ = suite.CreateTransportObject("XMLRPCTRANSPORT.xTransport");
-                transport_->SetUp(*this);
+                transport_->SetUp(parts_.transfer_events);
               }) &&
       guarded(parts_.log, "Kitbay::OvGlobals.URLDownLoadProgID create object failed", [&] {
         download_ = suite.CreateTransportObject("URLDownloadLib.URLDownload");
-        download_->SetUp(*this);
+        download_->SetUp(parts_.transfer_events);
+        parts_.requests.SetDownloadObject(download_.get());
       });
   if (connected) {
     guarded(parts_.log, kName, [&] {
@@ -154,6 +155,7 @@ void MainForm::Form_Unload() {
 }
 
 void MainForm::ShutDownTransfers() {
+  parts_.requests.SetDownloadObject(nullptr);
   if (download_) {
     download_->ShutDown();
     download_.reset();
@@ -176,11 +178,5 @@ void MainForm::DeleteWorkingFolder() {
     file_system_->DeleteFolder(folder + "\\Temp", false);
   }
 }
-
-// Nothing is asked of the download object as yet, so no event has a meaning.
-void MainForm::Message(const std::string& /*file_path*/, const std::string& /*field_name*/,
-                       const std::string& /*field_value*/) {}
-
-void MainForm::Exception(const std::string& /*file_path*/, const std::string& /*message*/) {}
 
 }  // namespace kitbay::app

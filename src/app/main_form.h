@@ -13,6 +13,7 @@
 #include "platform/registry_keys.h"
 #include "platform/suite_objects.h"
 #include "update/update_driver.h"
+#include "update/update_requests.h"
 #include "update/update_source_file.h"
 #include "view/page_document.h"
 
@@ -35,11 +36,13 @@ struct FormParts {
   catalog::UpdateSourceList& sources;
   update::UpdateSourceFile& source_file;
   update::UpdateDriver& update_driver;
+  update::UpdateRequests& requests;
+  platform::OvTransportEvents& transfer_events;
 };
 
 /// The life of the main window `frmAddOn`, from its load to its unload. Each handler logs its
 /// failure and goes no further.
-class MainForm : public platform::MainWindowEvents, public platform::OvTransportEvents {
+class MainForm : public platform::MainWindowEvents {
  public:
   explicit MainForm(const FormParts& parts) : parts_(parts) {}
 
@@ -60,10 +63,6 @@ class MainForm : public platform::MainWindowEvents, public platform::OvTransport
   void lblHelp_Click() override;
   void lblHelp_MouseMove() override;
   void WebBrowser1_DocumentComplete() override;
-
-  void Message(const std::string& file_path, const std::string& field_name,
-               const std::string& field_value) override;
-  void Exception(const std::string& file_path, const std::string& message) override;
 
  private:
   void PrepareWorkingFiles();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <utility>
 
 namespace kitbay::base {
 
@@ -17,6 +18,7 @@ struct PerKind {
   T transport;
   T channel;
 
+  constexpr T& operator[](ComponentKind kind) { return const_cast<T&>(std::as_const(*this)[kind]); }
   constexpr const T& operator[](ComponentKind kind) const {
     switch (kind) {
       case ComponentKind::kAddon:

@@ -18,6 +18,9 @@ class RowNumber {
     return ++last_;
   }
 
+  /// The number given last; 0 before the first.
+  std::int16_t Last() const { return last_; }
+
  private:
   std::int16_t last_ = 0;
 };

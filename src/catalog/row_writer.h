@@ -14,6 +14,9 @@ class RowWriter {
   /// Writes a tab bar into its holder unless the holder has content already.
   virtual void AddImageTab(const std::string& holder, const std::string& markup) = 0;
 
+  /// Shows the image of `tab` in a tab bar, or hides it.
+  virtual void ShowTab(const std::string& tab_bar, const std::string& tab, bool shown) = 0;
+
   /// Fits the container under the tab bar and starts it anew with `title`.
   virtual void FillDivHeader(const std::string& container, const std::string& tab_bar,
                              const std::string& title) = 0;

@@ -1,18 +1,80 @@
 #include "update/update_driver.h"
 
+#include <algorithm>
+#include <chrono>
+
 #include "base/failure.h"
 #include "base/guarded.h"
+#include "base/text.h"
+#include "catalog/available_updates.h"
+#include "catalog/installed_tables.h"
+#include "view/page_ids.h"
 
 namespace kitbay::update {
+namespace {
+
+std::chrono::sys_days DayOf(const platform::LocalTime& time) {
+  return std::chrono::year(time.year) / std::chrono::month(static_cast<unsigned>(time.month)) /
+         std::chrono::day(static_cast<unsigned>(time.day));
+}
+
+}  // namespace
 
 void UpdateDriver::GetDirectoryPreferenceFile() {
-  base::guarded(log_, "Kitbay::GetDirectoryPreferenceFile", [&] {
-    source_file_.GetPreferences();
-    if (sources_.UpdateSources.empty()) {
+  base::guarded(parts_.log, "Kitbay::GetDirectoryPreferenceFile", [&] {
+    parts_.source_file.GetPreferences();
+    if (parts_.sources.UpdateSources.empty()) {
       throw base::Failure(base::RuntimeError::kSubscriptOutOfRange);
     }
-    tabs_.ShowLocalData();
+    const std::string manifest = base::AfterLastSlash(parts_.sources.UpdateSources.front());
+    if (manifest.empty()) {
+      parts_.tabs.ShowLocalData();
+    } else if (!parts_.files.Exists(catalog::ManifestPath(parts_.settings, manifest))) {
+      ShowLocalDataAndAsk();
+    } else {
+      ShowWithCachedManifests();
+    }
   });
+}
+
+void UpdateDriver::ShowLocalDataAndAsk() {
+  parts_.tabs.ShowLocalData();
+  parts_.requests.CheckPreferences();
+}
+
+void UpdateDriver::ShowWithCachedManifests() {
+  DropFreshSources();
+  parts_.rows.AddImageTab(catalog::kInstalledBarHolder, catalog::kInstalledBarMarkup);
+  if (parts_.requests.CheckPreferences()) {
+    const platform::HtmlNodeRef category = parts_.page.Element(view::kCategory);
+    view::Needed(category->ChildNode(view::kUpdatesControl))->SetDisabled(false);
+    parts_.categories.ShowDetails();
+  } else {
+    parts_.tabs.ShowLocalData();
+  }
+}
+
+// Of equal pending entries, one goes for each source of the list.
+void UpdateDriver::DropFreshSources() {
+  std::vector<std::string>& pending = parts_.sources.PendingSources;
+  for (const std::string& source : parts_.sources.UpdateSources) {
+    const std::string path = catalog::ManifestPath(parts_.settings, base::AfterLastSlash(source));
+    if (!parts_.files.Exists(path) || !IsFetchedToday(path)) {
+      continue;
+    }
+    const auto entry = std::find_if(pending.begin(), pending.end(), [&](const std::string& other) {
+      return base::ToLower(other) == base::ToLower(source);
+    });
+    if (entry != pending.end()) {
+      parts_.sources.UsedCachedManifest = true;
+      pending.erase(entry);
+    }
+  }
+}
+
+bool UpdateDriver::IsFetchedToday(const std::string& manifest_path) const {
+  const auto fetched = DayOf(parts_.files.LastModified(manifest_path));
+  return DayOf(parts_.clock.Now()) <= fetched;
 }
 
 }  // namespace kitbay::update

@@ -1,28 +1,53 @@
 #pragma once
 
+#include <string>
+
 #include "base/error_log.h"
+#include "base/settings.h"
+#include "catalog/row_writer.h"
 #include "catalog/update_source_list.h"
+#include "platform/clock.h"
+#include "platform/files.h"
+#include "update/update_requests.h"
 #include "update/update_source_file.h"
+#include "view/page_categories.h"
+#include "view/page_document.h"
 #include "view/page_tabs.h"
 
 namespace kitbay::update {
 
-/// Decides what the page shows once it has loaded.
+/// What the driver works with.
+struct DriverParts {
+  base::ErrorLog& log;
+  const base::Settings& settings;
+  const platform::Files& files;
+  const platform::Clock& clock;
+  const view::PageDocument& page;
+  catalog::RowWriter& rows;
+  view::PageTabs& tabs;
+  view::PageCategories& categories;
+  UpdateSourceFile& source_file;
+  catalog::UpdateSourceList& sources;
+  UpdateRequests& requests;
+};
+
+/// Decides, once the page has loaded, whether it shows only what is installed or whether the update
+/// sources are asked.
 class UpdateDriver {
  public:
-  UpdateDriver(base::ErrorLog& log, UpdateSourceFile& source_file,
-               const catalog::UpdateSourceList& sources, view::PageTabs& tabs)
-      : log_(log), source_file_(source_file), sources_(sources), tabs_(tabs) {}
+  explicit UpdateDriver(const DriverParts& parts) : parts_(parts) {}
 
-  /// Reads the update sources and shows what is installed. A list without a first source is logged
-  /// and leaves the page as it is.
+  /// Reads the update sources, shows what is known and asks the sources whose manifest was not
+  /// fetched today. A list without a first source is logged and leaves the page as it is.
   void GetDirectoryPreferenceFile();
 
  private:
-  base::ErrorLog& log_;
-  UpdateSourceFile& source_file_;
-  const catalog::UpdateSourceList& sources_;
-  view::PageTabs& tabs_;
+  void ShowLocalDataAndAsk();
+  void ShowWithCachedManifests();
+  void DropFreshSources();
+  bool IsFetchedToday(const std::string& manifest_path) const;
+
+  DriverParts parts_;
 };
 
 }  // namespace kitbay::update

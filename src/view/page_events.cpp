@@ -1,7 +1,9 @@
 #include "view/page_events.h"
 
 #include "base/guarded.h"
+#include "base/text.h"
 #include "catalog/installed_tables.h"
+#include "catalog/manifest_tables.h"
 #include "view/page_ids.h"
 
 namespace kitbay::view {
@@ -11,13 +13,15 @@ using platform::HtmlNodeRef;
 
 HtmlNodeRef ParentOf(const HtmlNodeRef& node) { return node ? node->ParentElement() : nullptr; }
 
-bool IsTabOfABar(const HtmlNodeRef& source, const HtmlNodeRef& parent) {
-  if (!parent || !IsTab(source->Id())) {
-    return false;
-  }
-  const std::string bar = parent->Id();
-  return bar == kUpdatesBar || bar == catalog::kInstalledBar;
-}
+// What `RemoveAddon` is told for each kind.
+struct Removal {
+  const char* action;
+  const char* kind;
+};
+constexpr base::PerKind<Removal> kRemovals = {
+    .addon = {.action = "Uninstall", .kind = "Addon"},
+    .transport = {.action = "UninstallTransport", .kind = ""},
+    .channel = {.action = "UninstallChannel", .kind = "Channel"}};
 
 }  // namespace
 
@@ -30,13 +34,88 @@ void PageEvents::doc_onclick() {
 }
 
 void PageEvents::Dispatch(const HtmlNodeRef& source) {
-  const HtmlNodeRef parent = ParentOf(source);
-  if (IsTabOfABar(source, parent) && tabs_.ShowInstalledTab()) {
+  if (SwitchCategory(source->Id()) || SwitchTab(source) || OpenRow(source)) {
     return;
   }
-  const HtmlNodeRef great_grandparent = ParentOf(ParentOf(parent));
-  if (great_grandparent && IsContainer(great_grandparent->Id())) {
-    tabs_.HideOthers(parent);
+  if (base::ToLower(source->TagName()) == "input") {
+    PressButton(source);
+  }
+}
+
+bool PageEvents::SwitchCategory(const std::string& id) {
+  if (id == kInstalledControl) {
+    categories_.ShowInstalledCategory();
+    return true;
+  }
+  if (id == kUpdateControl) {
+    categories_.ShowUpdatedCategory();
+    return true;
+  }
+  return false;
+}
+
+bool PageEvents::SwitchTab(const HtmlNodeRef& source) {
+  const HtmlNodeRef parent = ParentOf(source);
+  if (!parent || !IsTab(source->Id())) {
+    return false;
+  }
+  const std::string bar = parent->Id();
+  return (bar == catalog::kUpdatesBar || bar == catalog::kInstalledBar) &&
+         (tabs_.ShowInstalledTab() || tabs_.ShowUpdatedTab());
+}
+
+// The name and the version stand in the name line, the name line in the row.
+bool PageEvents::OpenRow(const HtmlNodeRef& source) {
+  const HtmlNodeRef name_line = ParentOf(source);
+  const HtmlNodeRef container = ParentOf(ParentOf(name_line));
+  if (!container || !IsContainer(container->Id())) {
+    return false;
+  }
+  tabs_.HideOthers(name_line);
+  return true;
+}
+
+// A button stands in its cell, the cell in the panel's span, the span in the panel, the panel in
+// the row.
+void PageEvents::PressButton(const HtmlNodeRef& button) {
+  const HtmlNodeRef panel = ParentOf(ParentOf(ParentOf(button)));
+  const HtmlNodeRef row = ParentOf(panel);
+  const HtmlNodeRef container = ParentOf(row);
+  if (!container) {
+    return;
+  }
+  const std::string id = container->Id();
+  PressInstalled(id, base::ToLower(button->Value()) == "update");
+  PressInstall(id, panel, row);
+}
+
+void PageEvents::PressInstalled(const std::string& container, bool is_update) {
+  for (const base::ComponentKind kind : base::kComponentKinds) {
+    if (container != kInstalledContainers[kind]) {
+      continue;
+    }
+    if (!is_update) {
+      commands_.RemoveAddon(kRemovals[kind].action, kRemovals[kind].kind);
+    } else if (kind == base::ComponentKind::kAddon) {
+      commands_.UpdateInstalledAddon();
+    } else if (kind == base::ComponentKind::kTransport) {
+      commands_.UpdateInstalledTransport();
+    } else {
+      commands_.UpdateInstalledChannel();
+    }
+  }
+}
+
+void PageEvents::PressInstall(const std::string& container, const HtmlNodeRef& panel,
+                              const HtmlNodeRef& row) {
+  for (const base::ComponentKind kind : base::kComponentKinds) {
+    if (container == kUpdatedContainers[kind]) {
+      constexpr std::size_t kPanelPrefix = 3;
+      state_.current_row_id = panel->Id().substr(kPanelPrefix);
+      const std::string line = Needed(row->Child(0))->InnerText();
+      buttons_.DisableOtherDownload();
+      commands_.InstallNewAddons(container, line.substr(0, line.find("Version")));
+    }
   }
 }
 

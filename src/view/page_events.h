@@ -1,17 +1,30 @@
 #pragma once
 
+#include <string>
+
 #include "base/error_log.h"
 #include "platform/html_document.h"
+#include "view/page_buttons.h"
+#include "view/page_categories.h"
+#include "view/page_commands.h"
 #include "view/page_document.h"
 #include "view/page_tabs.h"
+#include "view/view_state.h"
 
 namespace kitbay::view {
 
 /// Decides what a click on the page does, by the clicked element and its ancestors.
 class PageEvents : public platform::HtmlDocumentEvents {
  public:
-  PageEvents(base::ErrorLog& log, const PageDocument& page, PageTabs& tabs)
-      : log_(log), page_(page), tabs_(tabs) {}
+  PageEvents(base::ErrorLog& log, const PageDocument& page, ViewState& state, PageTabs& tabs,
+             PageCategories& categories, PageButtons& buttons, PageCommands& commands)
+      : log_(log),
+        page_(page),
+        state_(state),
+        tabs_(tabs),
+        categories_(categories),
+        buttons_(buttons),
+        commands_(commands) {}
 
   void doc_onclick() override;
 
@@ -20,10 +33,21 @@ class PageEvents : public platform::HtmlDocumentEvents {
 
  private:
   void Dispatch(const platform::HtmlNodeRef& source);
+  bool SwitchCategory(const std::string& id);
+  bool SwitchTab(const platform::HtmlNodeRef& source);
+  bool OpenRow(const platform::HtmlNodeRef& source);
+  void PressButton(const platform::HtmlNodeRef& button);
+  void PressInstalled(const std::string& container, bool is_update);
+  void PressInstall(const std::string& container, const platform::HtmlNodeRef& panel,
+                    const platform::HtmlNodeRef& row);
 
   base::ErrorLog& log_;
   const PageDocument& page_;
+  ViewState& state_;
   PageTabs& tabs_;
+  PageCategories& categories_;
+  PageButtons& buttons_;
+  PageCommands& commands_;
 };
 
 }  // namespace kitbay::view

@@ -10,8 +10,9 @@ namespace kitbay::view {
 inline constexpr const char* kCategory = "category";
 inline constexpr int kUpdatesControl = 3;
 
-/// The bar of tab images above the lists of new components.
-inline constexpr const char* kUpdatesBar = "tabencloser";
+/// The two controls of the category switch.
+inline constexpr const char* kInstalledControl = "installed";
+inline constexpr const char* kUpdateControl = "update";
 
 /// The tab images, which both bars have.
 inline constexpr base::PerKind<const char*> kTabs = {

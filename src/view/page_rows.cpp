@@ -21,6 +21,19 @@ void PageRows::AddImageTab(const std::string& holder, const std::string& markup)
   });
 }
 
+void PageRows::ShowTab(const std::string& tab_bar, const std::string& tab, bool shown) {
+  guarded(log_, "Kitbay::ShowTab", [&] {
+    const HtmlNodeRef bar = page_.Element(tab_bar);
+    const int count = bar->ChildCount();
+    for (int i = 0; i < count; ++i) {
+      const HtmlNodeRef image = Needed(bar->Child(i));
+      if (image->Id() == tab) {
+        image->SetStyle("display", shown ? "" : "none");
+      }
+    }
+  });
+}
+
 void PageRows::FillDivHeader(const std::string& container, const std::string& tab_bar,
                              const std::string& title) {
   guarded(log_, "Kitbay::FillDivHeader", [&] {

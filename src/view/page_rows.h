@@ -18,6 +18,7 @@ class PageRows : public catalog::RowWriter {
       : log_(log), page_(page), state_(state) {}
 
   void AddImageTab(const std::string& holder, const std::string& markup) override;
+  void ShowTab(const std::string& tab_bar, const std::string& tab, bool shown) override;
   void FillDivHeader(const std::string& container, const std::string& tab_bar,
                      const std::string& title) override;
   void FillEmptyDivHeader(const std::string& container, const std::string& markup) override;

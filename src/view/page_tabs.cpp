@@ -2,6 +2,7 @@
 
 #include "base/guarded.h"
 #include "catalog/installed_tables.h"
+#include "catalog/manifest_tables.h"
 #include "view/page_ids.h"
 
 namespace kitbay::view {
@@ -81,41 +82,74 @@ void PageTabs::ShowOnlyInstalled() {
   });
 }
 
+void PageTabs::ShowOnlyUpdated() {
+  guarded(log_, "Kitbay::ShowOnlyUpdated ", [&] {
+    SetShown(kInstalledContainers.addon, false);
+    SetShown(kInstalledContainers.transport, false);
+    SetShown(kInstalledContainers.channel, false);
+  });
+}
+
 bool PageTabs::ShowInstalledTab() {
   bool handled = false;
   guarded(log_, "Kitbay::ShowInstalledTab", [&] {
-    const HtmlNodeRef source = Needed(page_.document().EventSource());
-    const HtmlNodeRef bar = source->ParentElement();
-    const std::string tab = source->Id();
-    if (!IsTab(tab) || !bar || bar->Id() != catalog::kInstalledBar) {
+    std::string tab;
+    if (!ClickedTab(catalog::kInstalledBar, tab)) {
       return;
     }
-    showImage(tab, bar);
     ShowOnlyInstalled();
-    ShowInstalledKind(tab);
+    ShowKind(tab, kInstalledContainers);
+    if (!state_.installed_lists_current) {
+      RebuildInstalledKind(tab);
+    }
     handled = true;
   });
   return handled;
 }
 
-void PageTabs::ShowInstalledKind(const std::string& tab) {
-  const auto& [addons, transports, channels] = kInstalledContainers;
-  const bool rebuild = !state_.installed_lists_current;
+bool PageTabs::ShowUpdatedTab() {
+  bool handled = false;
+  guarded(log_, "Kitbay::ShowUpdatedTab", [&] {
+    std::string tab;
+    if (!ClickedTab(catalog::kUpdatesBar, tab)) {
+      return;
+    }
+    ShowOnlyUpdated();
+    ShowKind(tab, kUpdatedContainers);
+    handled = true;
+  });
+  return handled;
+}
+
+// Gives the tab of `bar` that was clicked, and selects its image.
+bool PageTabs::ClickedTab(const char* bar, std::string& tab) {
+  const HtmlNodeRef source = Needed(page_.document().EventSource());
+  const HtmlNodeRef parent = source->ParentElement();
+  tab = source->Id();
+  if (!IsTab(tab) || !parent || parent->Id() != bar) {
+    return false;
+  }
+  showImage(tab, parent);
+  return true;
+}
+
+void PageTabs::ShowKind(const std::string& tab, const base::PerKind<const char*>& containers) {
   if (tab == kTabs.addon) {
-    ShowAddons(addons, channels, transports);
-    if (rebuild) {
-      installed_.InitialInstalledAddons();
-    }
+    ShowAddons(containers.addon, containers.channel, containers.transport);
   } else if (tab == kTabs.transport) {
-    ShowTransports(addons, channels, transports);
-    if (rebuild) {
-      installed_.InitialInstalledTransports();
-    }
+    ShowTransports(containers.addon, containers.channel, containers.transport);
   } else {
-    ShowChannels(addons, channels, transports);
-    if (rebuild) {
-      installed_.InitialInstalledChannels();
-    }
+    ShowChannels(containers.addon, containers.channel, containers.transport);
+  }
+}
+
+void PageTabs::RebuildInstalledKind(const std::string& tab) {
+  if (tab == kTabs.addon) {
+    installed_.InitialInstalledAddons();
+  } else if (tab == kTabs.transport) {
+    installed_.InitialInstalledTransports();
+  } else {
+    installed_.InitialInstalledChannels();
   }
 }
 

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "base/component_kind.h"
 #include "base/error_log.h"
 #include "catalog/installed_components.h"
 #include "view/page_document.h"
@@ -31,8 +32,13 @@ class PageTabs {
   /// Hides the containers of the Updates category.
   void ShowOnlyInstalled();
 
-  /// Handles the present click if it is on a tab of the Installed bar, and gives whether it was.
+  /// Hides the containers of the Installed category.
+  void ShowOnlyUpdated();
+
+  /// Each handles the present click if it is on a tab of its category's bar, and gives whether it
+  /// was.
   bool ShowInstalledTab();
+  bool ShowUpdatedTab();
 
   /// Opens the row of the clicked name line and closes the other rows of its container.
   void HideOthers(const platform::HtmlNodeRef& name_line);
@@ -42,7 +48,9 @@ class PageTabs {
 
  private:
   void SetShown(const std::string& id, bool shown);
-  void ShowInstalledKind(const std::string& tab);
+  bool ClickedTab(const char* bar, std::string& tab);
+  void ShowKind(const std::string& tab, const base::PerKind<const char*>& containers);
+  void RebuildInstalledKind(const std::string& tab);
 
   base::ErrorLog& log_;
   const PageDocument& page_;

@@ -15,6 +15,9 @@ struct ViewState {
   /// True while the installed lists show the registry files as they are, with update status.
   bool installed_lists_current = false;
 
+  /// True while the page shows what can be installed instead of what is.
+  bool updates_category = false;
+
   /// The number of the row that was last clicked to be installed, updated or removed.
   std::string current_row_id;
 };

@@ -1,0 +1,122 @@
+#include "catalog/available_updates.h"
+
+#include <unordered_map>
+
+#include "base/guarded.h"
+#include "catalog/installed_tables.h"
+#include "catalog/manifest_tables.h"
+#include "catalog/registry_files.h"
+#include "catalog/version_rule.h"
+#include "catalog/xml_file.h"
+
+namespace kitbay::catalog {
+namespace {
+
+using base::ComponentKind;
+using base::guarded;
+
+// The first entry of each id.
+using EntriesById = std::unordered_map<std::string, pugi::xml_node>;
+
+EntriesById IndexById(const pugi::xpath_node_set& entries) {
+  EntriesById index;
+  index.reserve(entries.size());
+  for (const pugi::xpath_node& entry : entries) {
+    index.emplace(AttributeText(entry.node(), "id"), entry.node());
+  }
+  return index;
+}
+
+}  // namespace
+
+std::string ManifestPath(const base::Settings& settings, const std::string& manifest) {
+  return settings.InstallFolder + "\\Kitbay\\" + manifest;
+}
+
+void AvailableUpdates::AddAddonInfo(const pugi::xpath_node_set& installed,
+                                    const std::string& manifest, RowNumber& row) {
+  guarded(log_, "Kitbay::AddAddonInfo", [&] {
+    CheckEntries(
+        ComponentKind::kAddon, installed, manifest,
+        [&](const pugi::xml_node& entry) {
+          return versions_.OfAddon(AttributeText(entry, "id"), ChildText(entry, "filename"));
+        },
+        row);
+  });
+}
+
+void AvailableUpdates::AddTransportInfo(const pugi::xpath_node_set& installed,
+                                        const std::string& manifest, RowNumber& row) {
+  guarded(log_, "Kitbay::AddTransportInfo", [&] {
+    CheckEntries(
+        ComponentKind::kTransport, installed, manifest,
+        [&](const pugi::xml_node& entry) {
+          return versions_.OfTransport(ChildText(entry, "filename"));
+        },
+        row);
+  });
+}
+
+void AvailableUpdates::AddInfo(const pugi::xpath_node_set& installed, const std::string& manifest,
+                               RowNumber& row) {
+  guarded(log_, "Kitbay::AddInfo", [&] {
+    CheckEntries(
+        ComponentKind::kChannel, installed, manifest,
+        [](const pugi::xml_node& entry) { return AttributeText(entry, "version"); }, row);
+  });
+}
+
+void AvailableUpdates::AddCustomInfo(const pugi::xpath_node_set& installed,
+                                     const std::string& manifest, RowNumber& row) {
+  guarded(log_, "Kitbay::AddCustomInfo", [&] {
+    CheckEntries(
+        ComponentKind::kChannel, installed, manifest,
+        [](const pugi::xml_node& entry) { return AttributeText(entry, "version"); }, row);
+  });
+}
+
+void AvailableUpdates::CheckEntries(ComponentKind kind, const pugi::xpath_node_set& installed,
+                                    const std::string& manifest, const VersionOf& version_of,
+                                    RowNumber& row) {
+  const ManifestTable& offers = kManifestTables[kind];
+  pugi::xml_document document;
+  if (!TryLoadXml(files_, ManifestPath(settings_, manifest), document) ||
+      !document.select_node(offers.manifest_list) || installed.empty()) {
+    return;
+  }
+  // The heading of the channels stands above all sources' rows and is written once, by the caller.
+  if (kind != ComponentKind::kChannel) {
+    const InstalledTable& table = kInstalledTables[kind];
+    rows_.FillDivHeader(table.container, kInstalledBar, table.heading);
+  }
+  const EntriesById offered = IndexById(SelectNodes(document, offers.entries));
+  for (const pugi::xpath_node& selected : installed) {
+    const pugi::xml_node entry = selected.node();
+    const std::string version = version_of(entry);
+    const auto offer = offered.find(AttributeText(entry, "id"));
+    const bool has_update =
+        offer != offered.end() && IsNewer(version, ChildText(offer->second, "version"));
+    AddRow(kind, entry, version, has_update, row);
+  }
+}
+
+void AvailableUpdates::AddRow(ComponentKind kind, const pugi::xml_node& entry,
+                              const std::string& version, bool has_update, RowNumber& row) {
+  const std::string id = AttributeText(entry, "id");
+  const std::string name = AttributeText(entry, "name");
+  const std::string description = ChildText(entry, "description");
+  shown_.installed_ids.push_back(id);
+  shown_.ids.push_back(id);
+  shown_.names.push_back(name);
+  shown_.versions.push_back(version);
+  shown_.descriptions.push_back(description);
+  const bool is_core = IsCore(ChildText(entry, "core"));
+  const char* container = kInstalledTables[kind].container;
+  if (has_update) {
+    rows_.fillDivWithUpdates(container, name, version, description, row.Next(), is_core, false);
+  } else {
+    rows_.fillDiv(container, name, version, description, row.Next(), is_core);
+  }
+}
+
+}  // namespace kitbay::catalog

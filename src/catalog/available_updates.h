@@ -1,0 +1,64 @@
+#pragma once
+
+#include <functional>
+#include <pugixml.hpp>
+#include <string>
+#include <string_view>
+
+#include "base/component_kind.h"
+#include "base/error_log.h"
+#include "base/settings.h"
+#include "catalog/file_version.h"
+#include "catalog/installed_rows.h"
+#include "catalog/installed_with_updates.h"
+#include "catalog/row_number.h"
+#include "catalog/row_writer.h"
+
+namespace kitbay::catalog {
+
+/// Writes the rows of installed components, with an Update button where a manifest offers a newer
+/// version. Ids are compared letter for letter; the first entry of an id in a manifest counts.
+///
+/// A manifest that does not load is passed over. An offered version with fewer parts than the
+/// installed one, or an entry without one of its texts, is logged and ends that manifest's rows.
+class AvailableUpdates : public UpdateCheck {
+ public:
+  AvailableUpdates(base::ErrorLog& log, const platform::Files& files,
+                   const base::Settings& settings, const FileVersions& versions,
+                   InstalledRows& shown, RowWriter& rows)
+      : log_(log),
+        files_(files),
+        settings_(settings),
+        versions_(versions),
+        shown_(shown),
+        rows_(rows) {}
+
+  void AddAddonInfo(const pugi::xpath_node_set& installed, const std::string& manifest,
+                    RowNumber& row) override;
+  void AddTransportInfo(const pugi::xpath_node_set& installed, const std::string& manifest,
+                        RowNumber& row) override;
+  void AddInfo(const pugi::xpath_node_set& installed, const std::string& manifest,
+               RowNumber& row) override;
+  void AddCustomInfo(const pugi::xpath_node_set& installed, const std::string& manifest,
+                     RowNumber& row) override;
+
+ private:
+  using VersionOf = std::function<std::string(const pugi::xml_node&)>;
+
+  void CheckEntries(base::ComponentKind kind, const pugi::xpath_node_set& installed,
+                    const std::string& manifest, const VersionOf& version_of, RowNumber& row);
+  void AddRow(base::ComponentKind kind, const pugi::xml_node& entry, const std::string& version,
+              bool has_update, RowNumber& row);
+
+  base::ErrorLog& log_;
+  const platform::Files& files_;
+  const base::Settings& settings_;
+  const FileVersions& versions_;
+  InstalledRows& shown_;
+  RowWriter& rows_;
+};
+
+/// The file that the manifest of that name is kept in.
+std::string ManifestPath(const base::Settings& settings, const std::string& manifest);
+
+}  // namespace kitbay::catalog

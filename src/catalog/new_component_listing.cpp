@@ -1,0 +1,98 @@
+#include "catalog/new_component_listing.h"
+
+#include <pugixml.hpp>
+#include <utility>
+
+#include "base/guarded.h"
+#include "base/text.h"
+#include "catalog/available_updates.h"
+#include "catalog/manifest_tables.h"
+#include "catalog/xml_file.h"
+
+namespace kitbay::catalog {
+namespace {
+
+using base::ComponentKind;
+using base::guarded;
+
+void AddIds(const pugi::xml_document& document, const char* path,
+            std::unordered_set<std::string>& ids) {
+  for (const pugi::xpath_node& entry : SelectNodes(document, path)) {
+    ids.insert(base::ToLower(FirstAttributeText(entry.node())));
+  }
+}
+
+}  // namespace
+
+void NewComponentListing::funcShowUpdates() {
+  guarded(log_, " Kitbay::funcShowUpdates", [&] {
+    rows_.AddImageTab(kUpdatesBarHolder, kUpdatesBarMarkup);
+    ListNew(ComponentKind::kAddon, "Kitbay::UpdatesAddonInfo");
+  });
+}
+
+void NewComponentListing::funcShowTransports() {
+  guarded(log_, "Kitbay::funcShowTransports",
+          [&] { ListNew(ComponentKind::kTransport, "Kitbay::UpdatesTransportInfo"); });
+}
+
+void NewComponentListing::funcShowChannels() {
+  guarded(log_, " Kitbay::funcShowChannels",
+          [&] { ListNew(ComponentKind::kChannel, "Kitbay::UpdatesInfo"); });
+}
+
+void NewComponentListing::ListNew(ComponentKind kind, const char* source_procedure) {
+  const ManifestTable& table = kManifestTables[kind];
+  found_[kind].clear();
+  const Ids installed = InstalledIds(kind);
+  rows_.FillDivHeader(table.container, kUpdatesBar, table.heading);
+  RowNumber row;
+  for (const std::string& source : sources_.UpdateSources) {
+    guarded(log_, source_procedure, [&] {
+      ListOffers(kind, ManifestPath(settings_, base::AfterLastSlash(source)), installed, row);
+    });
+  }
+  const bool is_empty = row.Last() == 0;
+  if (is_empty) {
+    rows_.FillEmptyDivHeader(table.container, table.nothing);
+  }
+  rows_.ShowTab(kUpdatesBar, table.tab, !is_empty);
+}
+
+NewComponentListing::Ids NewComponentListing::InstalledIds(ComponentKind kind) const {
+  const char* path = kManifestTables[kind].installed;
+  Ids ids;
+  pugi::xml_document document;
+  if (registry_files_.TryLoadCustomRegistry(document)) {
+    AddIds(document, path, ids);
+  }
+  if (registry_files_.TryLoadDatastore(document)) {
+    AddIds(document, path, ids);
+  }
+  return ids;
+}
+
+void NewComponentListing::ListOffers(ComponentKind kind, const std::string& path,
+                                     const Ids& installed, RowNumber& row) {
+  const ManifestTable& table = kManifestTables[kind];
+  pugi::xml_document manifest;
+  if (!TryLoadXml(files_, path, manifest)) {
+    return;
+  }
+  for (const pugi::xpath_node& selected : SelectNodes(manifest, table.entries)) {
+    const pugi::xml_node entry = selected.node();
+    if (installed.contains(base::ToLower(FirstAttributeText(entry)))) {
+      continue;
+    }
+    NewComponent component{.id = AttributeText(entry, "id"),
+                           .name = ChildText(entry, "name"),
+                           .version = ChildText(entry, "version"),
+                           .description = ChildText(entry, "description"),
+                           .url = ChildText(entry, "url")};
+    rows_.showUpdates(table.container, component.name, component.version, component.description,
+                      row.Next());
+    found_[kind].push_back(std::move(component));
+  }
+}
+
+}  // namespace kitbay::catalog

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <string>
+#include <unordered_set>
+
+#include "base/component_kind.h"
+#include "base/error_log.h"
+#include "base/settings.h"
+#include "catalog/new_components.h"
+#include "catalog/registry_files.h"
+#include "catalog/row_number.h"
+#include "catalog/row_writer.h"
+#include "catalog/update_source_list.h"
+
+namespace kitbay::catalog {
+
+/// Lists what the update sources offer and is not installed. Ids are compared in lower case. Two
+/// sources that offer the same component each get a row.
+class NewComponentListing {
+ public:
+  NewComponentListing(base::ErrorLog& log, const platform::Files& files,
+                      const base::Settings& settings, const RegistryFiles& registry_files,
+                      const UpdateSourceList& sources, NewComponents& found, RowWriter& rows)
+      : log_(log),
+        files_(files),
+        settings_(settings),
+        registry_files_(registry_files),
+        sources_(sources),
+        found_(found),
+        rows_(rows) {}
+
+  /// Each fills its kind's list of new components. A manifest that does not load is passed over; an
+  /// entry without one of its texts is logged and ends that manifest's rows.
+  void funcShowUpdates();
+  void funcShowTransports();
+  void funcShowChannels();
+
+ private:
+  using Ids = std::unordered_set<std::string>;
+
+  void ListNew(base::ComponentKind kind, const char* source_procedure);
+  Ids InstalledIds(base::ComponentKind kind) const;
+  void ListOffers(base::ComponentKind kind, const std::string& path, const Ids& installed,
+                  RowNumber& row);
+
+  base::ErrorLog& log_;
+  const platform::Files& files_;
+  const base::Settings& settings_;
+  const RegistryFiles& registry_files_;
+  const UpdateSourceList& sources_;
+  NewComponents& found_;
+  RowWriter& rows_;
+};
+
+}  // namespace kitbay::catalog

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace kitbay::catalog {
+
+/// The value of the number that `part` begins with; 0 when it begins with none. Throws 6 (overflow)
+/// for a number beyond a double.
+double LeadingNumber(std::string_view part);
+
+/// Whether the version `offered` counts as newer than `installed`. Both are parts joined by ".";
+/// the comparison of the last installed part alone decides. Throws 9 (subscript out of range) when
+/// `offered` has fewer parts than `installed`.
+bool IsNewer(const std::string& installed, const std::string& offered);
+
+}  // namespace kitbay::catalog

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+
+namespace kitbay::update {
+
+/// Where a file lies on the net.
+struct Address {
+  std::string server;
+  std::string file_path;  ///< begins with "/"
+};
+
+/// An update source, or the URL of a package, taken apart at its first "/"; without one, both parts
+/// are the whole text.
+Address SplitSource(const std::string& source);
+
+/// Whether `name` names a file in a folder and can lead nowhere else: no separator, no drive or
+/// stream, no device, no control character, no blank or full stop at its end.
+bool IsPlainFileName(const std::string& name);
+
+}  // namespace kitbay::update

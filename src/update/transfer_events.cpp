@@ -1,0 +1,155 @@
+#include "update/transfer_events.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "base/component_kind.h"
+#include "base/failure.h"
+#include "base/guarded.h"
+#include "base/text.h"
+#include "catalog/version_rule.h"
+#include "update/source_address.h"
+#include "view/page_ids.h"
+
+namespace kitbay::update {
+namespace {
+
+using base::guarded;
+using base::ToLower;
+
+bool SameText(const std::string& one, const std::string& other) {
+  return ToLower(one) == ToLower(other);
+}
+
+// Rounds to the nearest whole number, ties to the even one.
+std::string Kilobytes(double bytes) { return std::to_string(std::llrint(bytes / 1024)) + "Kb"; }
+
+}  // namespace
+
+void TransferEvents::Message(const std::string& file_path, const std::string& field_name,
+                             const std::string& field_value) {
+  guarded(parts_.log, " Kitbay::OvTransportEvents_Message", [&] {
+    if (SameText(field_value, "true")) {
+      EndTransfer(file_path);
+    } else if (SameText(field_name, "Total-Length")) {
+      BeginTransfer(field_value);
+    } else {
+      ShowProgress(field_value);
+    }
+  });
+}
+
+void TransferEvents::BeginTransfer(const std::string& total_length) {
+  parts_.window.progress_bar().SetValue(0);
+  parts_.window.progress_bar().SetVisible(true);
+  total_length_ = total_length;
+  saved_status_ = parts_.window.status_bar().PanelText(platform::kStatusPanel);
+}
+
+void TransferEvents::ShowProgress(const std::string& received) {
+  const double total_bytes = catalog::LeadingNumber(total_length_);
+  const double received_bytes = catalog::LeadingNumber(received);
+  if (total_bytes == 0) {
+    throw base::Failure(base::RuntimeError::kDivisionByZero);
+  }
+  const double percent = std::clamp(received_bytes / total_bytes * 100, 0.0, 100.0);
+  parts_.window.progress_bar().SetValue(static_cast<int>(std::lrint(percent)));
+  if (total_bytes > received_bytes) {
+    parts_.window.status_bar().SetPanelText(
+        platform::kStatusPanel, saved_status_ + " Completed " + Kilobytes(received_bytes) + " of " +
+                                    Kilobytes(total_bytes));
+  }
+}
+
+void TransferEvents::EndTransfer(const std::string& file_path) {
+  parts_.window.progress_bar().SetValue(100);
+  if (TakeManifest(file_path) && parts_.requests.CheckPreferences()) {
+    ShowAnswers();
+  }
+  TakePackage(file_path);
+}
+
+// The entry is looked for once: two equal sources are two requests.
+bool TransferEvents::TakeManifest(const std::string& file_path) {
+  std::vector<std::string>& pending = parts_.sources.PendingSources;
+  const auto source = std::find_if(pending.begin(), pending.end(), [&](const std::string& entry) {
+    return SameText(SplitSource(entry).file_path, file_path);
+  });
+  if (source == pending.end()) {
+    return false;
+  }
+  fetched_manifests_.push_back(base::AfterLastSlash(*source));
+  pending.erase(source);
+  parts_.sources.UsedCachedManifest = true;
+  return true;
+}
+
+void TransferEvents::TakePackage(const std::string& file_path) {
+  for (const base::ComponentKind kind : base::kComponentKinds) {
+    PendingPackage& pending = parts_.pending_packages[kind];
+    if (!pending.name.empty() && SameText(pending.file_path, file_path)) {
+      const std::string path = parts_.settings.InstallFolder + "\\Temp\\" + pending.name + ".zip";
+      pending = {};
+      parts_.packages.Unpack(kind, path);
+      parts_.packages.InstallProcess();
+      return;
+    }
+  }
+}
+
+void TransferEvents::Exception(const std::string& file_path, const std::string& message) {
+  constexpr const char* kName = "Kitbay::OvTransportEvents_Exception";
+  guarded(parts_.log, kName, [&] {
+    parts_.log.LogError(parts_.log.TimeText(), kName, 0, message);
+    parts_.buttons.DisableStatus();
+    const bool is_time_out = SameText(message, "connection timed out");
+    parts_.desktop.ShowMessage(is_time_out ? message : file_path + "      " + message,
+                               platform::kMessageTitle, platform::kInformation);
+    DropFailedPackage(file_path);
+    DropFailedSource(file_path);
+    if (!parts_.sources.PendingSources.empty()) {
+      return;
+    }
+    if (parts_.sources.UsedCachedManifest) {
+      ShowAnswers();
+    } else {
+      parts_.buttons.DisableStatus();
+      EnableButtons();
+    }
+  });
+}
+
+void TransferEvents::DropFailedPackage(const std::string& file_path) {
+  for (const base::ComponentKind kind : base::kComponentKinds) {
+    if (SameText(parts_.pending_packages[kind].file_path, file_path)) {
+      parts_.pending_packages[kind] = {};
+    }
+  }
+}
+
+// A failed source is not asked again in this run.
+void TransferEvents::DropFailedSource(const std::string& file_path) {
+  std::vector<std::string>& pending = parts_.sources.PendingSources;
+  if (pending.empty()) {
+    return;
+  }
+  const std::string source = pending.front();
+  if (source.find('/') == std::string::npos || SameText(SplitSource(source).file_path, file_path)) {
+    pending.erase(pending.begin());
+    parts_.requests.CheckPreferences();
+  }
+}
+
+void TransferEvents::ShowAnswers() {
+  const platform::HtmlNodeRef category = parts_.page.Element(view::kCategory);
+  view::Needed(category->ChildNode(view::kUpdatesControl))->SetDisabled(false);
+  parts_.categories.ShowDetails();
+  EnableButtons();
+}
+
+void TransferEvents::EnableButtons() {
+  parts_.buttons.EnableOtherDownload();
+  parts_.buttons.EnableOtherUpdatedDownload();
+}
+
+}  // namespace kitbay::update

@@ -1,0 +1,64 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "base/error_log.h"
+#include "base/settings.h"
+#include "catalog/update_source_list.h"
+#include "platform/desktop.h"
+#include "platform/main_window.h"
+#include "platform/suite_objects.h"
+#include "update/package_receiver.h"
+#include "update/update_requests.h"
+#include "view/page_buttons.h"
+#include "view/page_categories.h"
+#include "view/page_document.h"
+
+namespace kitbay::update {
+
+/// What the answers of transfers work with.
+struct TransferParts {
+  base::ErrorLog& log;
+  const base::Settings& settings;
+  platform::Desktop& desktop;
+  platform::MainWindow& window;
+  const view::PageDocument& page;
+  view::PageCategories& categories;
+  view::PageButtons& buttons;
+  catalog::UpdateSourceList& sources;
+  PendingPackages& pending_packages;
+  UpdateRequests& requests;
+  PackageReceiver& packages;
+};
+
+/// Shows the progress of transfers and moves the update exchange on when one has ended.
+class TransferEvents : public platform::OvTransportEvents {
+ public:
+  explicit TransferEvents(const TransferParts& parts) : parts_(parts) {}
+
+  void Message(const std::string& file_path, const std::string& field_name,
+               const std::string& field_value) override;
+  void Exception(const std::string& file_path, const std::string& message) override;
+
+  /// The names of the manifests that have arrived in this run, in order.
+  const std::vector<std::string>& fetched_manifests() const { return fetched_manifests_; }
+
+ private:
+  void BeginTransfer(const std::string& total_length);
+  void ShowProgress(const std::string& received);
+  void EndTransfer(const std::string& file_path);
+  bool TakeManifest(const std::string& file_path);
+  void TakePackage(const std::string& file_path);
+  void DropFailedPackage(const std::string& file_path);
+  void DropFailedSource(const std::string& file_path);
+  void ShowAnswers();
+  void EnableButtons();
+
+  TransferParts parts_;
+  std::string total_length_;
+  std::string saved_status_;
+  std::vector<std::string> fetched_manifests_;
+};
+
+}  // namespace kitbay::update

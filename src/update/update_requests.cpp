@@ -1,0 +1,108 @@
+#include "update/update_requests.h"
+
+#include "base/failure.h"
+#include "base/guarded.h"
+#include "base/text.h"
+#include "catalog/available_updates.h"
+#include "catalog/manifest_tables.h"
+#include "update/source_address.h"
+
+namespace kitbay::update {
+namespace {
+
+using base::ComponentKind;
+using base::Failure;
+using base::guarded;
+using base::RuntimeError;
+
+// What follows the display text while a package is downloaded.
+constexpr base::PerKind<const char*> kLabels = {
+    .addon = "Addon", .transport = "", .channel = "Channel"};
+
+// Names come from outside and become part of a path.
+void DemandPlainFileName(const std::string& name) {
+  if (!IsPlainFileName(name)) {
+    throw Failure(RuntimeError::kPathFileAccessError, name);
+  }
+}
+
+}  // namespace
+
+bool UpdateRequests::Updates(const std::string& server, const std::string& file_path,
+                             const std::string& destination) {
+  return guarded(log_, "Kitbay::Updates", [&] {
+    if (download_object_ == nullptr) {
+      throw Failure(RuntimeError::kObjectVariableNotSet);
+    }
+    window_.progress_bar().SetValue(0);
+    download_object_->Request("<server>" + server + "</server><filetodownload>" + file_path +
+                              "</filetodownload><destpath>" + destination +
+                              "</destpath><progressevents>true</progressevents>");
+  });
+}
+
+bool UpdateRequests::CheckPreferences() {
+  bool is_nothing_left = false;
+  guarded(log_, "Kitbay::CheckPreferences", [&] {
+    DropUnusableSources();
+    if (sources_.PendingSources.empty()) {
+      is_nothing_left = true;
+      return;
+    }
+    const std::string& source = sources_.PendingSources.front();
+    const Address address = SplitSource(source);
+    SetStatus("Getting information from server " + address.server + ".");
+    Updates(address.server, address.file_path,
+            catalog::ManifestPath(settings_, base::AfterLastSlash(source)));
+  });
+  return is_nothing_left;
+}
+
+// A source whose manifest cannot be kept under its name is passed over, so that those after it are
+// still asked.
+void UpdateRequests::DropUnusableSources() {
+  std::vector<std::string>& pending = sources_.PendingSources;
+  while (!pending.empty()) {
+    const std::string source = pending.front();
+    if (guarded(log_, "Kitbay::CheckPreferences",
+                [&] { DemandPlainFileName(base::AfterLastSlash(source)); })) {
+      return;
+    }
+    pending.erase(pending.begin());
+  }
+}
+
+void UpdateRequests::InstallNewAddons(const std::string& container, const std::string& name) {
+  guarded(log_, "Kitbay::InstallNewAddons", [&] {
+    for (const ComponentKind kind : base::kComponentKinds) {
+      if (container != catalog::kManifestTables[kind].container) {
+        continue;
+      }
+      for (const catalog::NewComponent& component : new_components_[kind]) {
+        if (base::ToLower(component.name) == base::ToLower(name)) {
+          pending_[kind] = {.file_path = SplitSource(component.url).file_path,
+                            .name = component.id};
+          DownloadAddon(component.url, component.id, component.name, kLabels[kind]);
+          return;
+        }
+      }
+    }
+  });
+}
+
+void UpdateRequests::DownloadAddon(const std::string& url, const std::string& name,
+                                   const std::string& display_text, const std::string& label) {
+  guarded(log_, "Kitbay::DownloadAddon", [&] {
+    DemandPlainFileName(name);
+    const Address address = SplitSource(url);
+    SetStatus("Downloading " + display_text + (label.empty() ? "" : " " + label) + ".");
+    Updates(address.server, address.file_path,
+            settings_.InstallFolder + "\\Temp\\" + name + ".zip");
+  });
+}
+
+void UpdateRequests::SetStatus(const std::string& text) {
+  window_.status_bar().SetPanelText(platform::kStatusPanel, text);
+}
+
+}  // namespace kitbay::update

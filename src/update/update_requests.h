@@ -1,0 +1,67 @@
+#pragma once
+
+#include <string>
+
+#include "base/component_kind.h"
+#include "base/error_log.h"
+#include "base/settings.h"
+#include "catalog/new_components.h"
+#include "catalog/update_source_list.h"
+#include "platform/main_window.h"
+#include "platform/suite_objects.h"
+
+namespace kitbay::update {
+
+/// The component packages whose download was asked for and has not been answered: for each kind the
+/// file path of the request and the name of the package. Empty texts where there is none.
+struct PendingPackage {
+  std::string file_path;
+  std::string name;
+};
+using PendingPackages = base::PerKind<PendingPackage>;
+
+/// Asks the suite's download object for manifests and packages, one at a time. The answers arrive
+/// as transport events. Every procedure logs its failure; then no answer arrives.
+class UpdateRequests {
+ public:
+  UpdateRequests(base::ErrorLog& log, const base::Settings& settings, platform::MainWindow& window,
+                 catalog::UpdateSourceList& sources, const catalog::NewComponents& new_components,
+                 PendingPackages& pending)
+      : log_(log),
+        settings_(settings),
+        window_(window),
+        sources_(sources),
+        new_components_(new_components),
+        pending_(pending) {}
+
+  /// The object that transfers; null while there is none, and every request then fails with 91.
+  void SetDownloadObject(platform::TransportObject* object) { download_object_ = object; }
+
+  /// Asks `server` for `file_path`, to be stored as the file `destination`. Gives whether the
+  /// request was handed over.
+  bool Updates(const std::string& server, const std::string& file_path,
+               const std::string& destination);
+
+  /// Asks the next pending update source for its manifest. True when none is left to ask. A source
+  /// whose manifest has no usable file name is logged and dropped.
+  bool CheckPreferences();
+
+  /// Downloads the package of the new component of that display name, listed in `container`.
+  void InstallNewAddons(const std::string& container, const std::string& name);
+
+ private:
+  void DownloadAddon(const std::string& url, const std::string& name,
+                     const std::string& display_text, const std::string& label);
+  void DropUnusableSources();
+  void SetStatus(const std::string& text);
+
+  base::ErrorLog& log_;
+  const base::Settings& settings_;
+  platform::MainWindow& window_;
+  catalog::UpdateSourceList& sources_;
+  const catalog::NewComponents& new_components_;
+  PendingPackages& pending_;
+  platform::TransportObject* download_object_ = nullptr;
+};
+
+}  // namespace kitbay::update

@@ -1,0 +1,169 @@
+#include "view/page_categories.h"
+
+#include "base/guarded.h"
+#include "base/text.h"
+#include "catalog/installed_tables.h"
+#include "catalog/manifest_tables.h"
+#include "view/page_ids.h"
+
+namespace kitbay::view {
+namespace {
+
+using base::guarded;
+using catalog::kInstalledBar;
+using catalog::kInstalledBarHolder;
+using catalog::kUpdatesBar;
+using catalog::kUpdatesBarHolder;
+using platform::HtmlNodeRef;
+
+// A tab image's file name without its extension: "i" or "u", then the tab.
+std::string ImageName(const std::string& src) {
+  const std::string file = base::AfterLastSlash(src);
+  return file.substr(0, file.find('.'));
+}
+
+}  // namespace
+
+void PageCategories::SetShown(const std::string& id, bool shown) {
+  page_.Element(id)->SetStyle("display", shown ? "" : "none");
+}
+
+void PageCategories::ChangeImages(const std::string& source, const std::string& target) {
+  guarded(log_, "Kitbay::ChangeImages", [&] {
+    const HtmlNodeRef from = Needed(page_.Element(source)->ChildNode(0));
+    const HtmlNodeRef to = Needed(page_.Element(target)->ChildNode(0));
+    const int count = from->ChildNodeCount();
+    for (int i = 0; i < count; ++i) {
+      Needed(to->ChildNode(i))->SetSrc(Needed(from->ChildNode(i))->Src());
+    }
+  });
+}
+
+void PageCategories::ShowInstalledCategory() {
+  guarded(log_, "Kitbay::ShowInstalledCategory", [&] {
+    ChangeImages(kUpdatesBarHolder, kInstalledBarHolder);
+    if (state_.installed_lists_current) {
+      installed_.InstalledAddons();
+      installed_.InstalledChannels();
+      installed_.InstalledTransports();
+    } else {
+      local_.InitialInstalledAddons();
+      local_.InitialInstalledTransports();
+      local_.InitialInstalledChannels();
+    }
+    PressCategory(false);
+    showInstalled();
+  });
+}
+
+void PageCategories::ShowUpdatedCategory() {
+  guarded(log_, "Kitbay::ShowUpdatedCategory", [&] {
+    if (Needed(page_.Element(kCategory)->ChildNode(kUpdatesControl))->Disabled()) {
+      return;
+    }
+    new_components_.funcShowUpdates();
+    new_components_.funcShowTransports();
+    new_components_.funcShowChannels();
+    ChangeImages(kInstalledBarHolder, kUpdatesBarHolder);
+    PressCategory(true);
+    showUpdate();
+  });
+}
+
+void PageCategories::showInstalled() {
+  guarded(log_, "Kitbay::showInstalled", [&] {
+    SetShown(kInstalledBarHolder, true);
+    SetShown(kUpdatesBarHolder, false);
+    SetShown(kUpdatesBar, false);
+    SetShown(kInstalledBar, true);
+    SetShown(kUpdatedContainers.addon, false);
+    SetShown(kUpdatedContainers.transport, false);
+    SetShown(kUpdatedContainers.channel, false);
+    PreserveTab(kInstalledContainers.addon, kInstalledContainers.transport,
+                kInstalledContainers.channel, kUpdatesBarHolder);
+  });
+}
+
+void PageCategories::showUpdate() {
+  guarded(log_, "Kitbay::showUpdate ", [&] {
+    SetShown(kInstalledBarHolder, false);
+    const HtmlNodeRef bar = Needed(page_.Element(kUpdatesBarHolder)->ChildNode(0));
+    const bool is_offered = HiddenTabs(bar) < bar->ChildNodeCount();
+    SetShown(kUpdatesBarHolder, is_offered);
+    SetShown(kUpdatesBar, is_offered);
+    if (!is_offered) {
+      page_.Element(kUpdatedContainers.addon)
+          ->SetInnerHtml(
+              "<font style='font-family:verdana; font-size:11; '>No additional modules are "
+              "available right now.</font>");
+    }
+    SetShown(kInstalledBar, false);
+    SetShown(kInstalledContainers.addon, false);
+    SetShown(kInstalledContainers.channel, false);
+    SetShown(kInstalledContainers.transport, false);
+    if (is_offered) {
+      PreserveTab(kUpdatedContainers.addon, kUpdatedContainers.transport,
+                  kUpdatedContainers.channel, kInstalledBarHolder);
+    } else {
+      SetShown(kUpdatedContainers.addon, true);
+      SetShown(kUpdatedContainers.transport, false);
+      SetShown(kUpdatedContainers.channel, false);
+    }
+  });
+}
+
+int PageCategories::HiddenTabs(const HtmlNodeRef& bar) const {
+  int hidden = 0;
+  const int count = bar->ChildNodeCount();
+  for (int i = 0; i < count; ++i) {
+    hidden += base::ToLower(Needed(bar->ChildNode(i))->Style("display")) == "none" ? 1 : 0;
+  }
+  return hidden;
+}
+
+void PageCategories::PreserveTab(const std::string& addons, const std::string& transports,
+                                 const std::string& channels, const std::string& holder) {
+  guarded(log_, "Kitbay::PreserveTab", [&] {
+    const HtmlNodeRef bar = Needed(page_.Element(holder)->ChildNode(0));
+    const int count = bar->ChildNodeCount();
+    for (int i = 0; i < count; ++i) {
+      const HtmlNodeRef image = Needed(bar->ChildNode(i));
+      const std::string tab = image->Id();
+      const std::string& container =
+          tab == kTabs.addon ? addons : (tab == kTabs.transport ? transports : channels);
+      const std::string name = ImageName(image->Src());
+      if (name.find('i') != std::string::npos) {
+        SetShown(container, true);
+      } else if (name.find('u') != std::string::npos) {
+        SetShown(container, false);
+      }
+    }
+  });
+}
+
+void PageCategories::PressCategory(bool updates) {
+  const HtmlNodeRef pressed = page_.Element(updates ? kUpdateControl : kInstalledControl);
+  const HtmlNodeRef raised = page_.Element(updates ? kInstalledControl : kUpdateControl);
+  pressed->SetStyle("border", "2px inset");
+  raised->SetStyle("border", "2px outset");
+  state_.updates_category = updates;
+}
+
+void PageCategories::ShowDetails() {
+  guarded(log_, "Kitbay::ShowDetails", [&] {
+    installed_.InstalledChannels();
+    buttons_.DisableStatus();
+    installed_.InstalledTransports();
+    installed_.InstalledAddons();
+    new_components_.funcShowUpdates();
+    new_components_.funcShowChannels();
+    new_components_.funcShowTransports();
+    state_.installed_lists_current = true;
+    PressCategory(state_.updates_category);
+    if (state_.updates_category) {
+      showUpdate();
+    }
+  });
+}
+
+}  // namespace kitbay::view

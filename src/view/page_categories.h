@@ -1,0 +1,64 @@
+#pragma once
+
+#include <string>
+
+#include "base/error_log.h"
+#include "catalog/installed_components.h"
+#include "catalog/installed_with_updates.h"
+#include "catalog/new_component_listing.h"
+#include "view/page_buttons.h"
+#include "view/page_document.h"
+#include "view/page_tabs.h"
+#include "view/view_state.h"
+
+namespace kitbay::view {
+
+/// Switches the page between what is installed and what can be installed, and fills it once the
+/// update sources have answered. Every procedure logs its failure and leaves what it has shown and
+/// hidden so far.
+class PageCategories {
+ public:
+  PageCategories(base::ErrorLog& log, const PageDocument& page, ViewState& state,
+                 catalog::InstalledComponents& local, catalog::InstalledWithUpdates& installed,
+                 catalog::NewComponentListing& new_components, PageButtons& buttons)
+      : log_(log),
+        page_(page),
+        state_(state),
+        local_(local),
+        installed_(installed),
+        new_components_(new_components),
+        buttons_(buttons) {}
+
+  /// Gives each tab image of the bar in `target` the picture that the one at its place in `source`
+  /// has.
+  void ChangeImages(const std::string& source, const std::string& target);
+
+  void ShowInstalledCategory();
+
+  /// Does nothing while the Updates control is off.
+  void ShowUpdatedCategory();
+
+  /// Shows the container of the selected tab of the bar in `holder` and hides the other two.
+  void PreserveTab(const std::string& addons, const std::string& transports,
+                   const std::string& channels, const std::string& holder);
+
+  /// Fills every list after the update sources have answered.
+  void ShowDetails();
+
+ private:
+  void showInstalled();
+  void showUpdate();
+  void SetShown(const std::string& id, bool shown);
+  int HiddenTabs(const platform::HtmlNodeRef& bar) const;
+  void PressCategory(bool updates);
+
+  base::ErrorLog& log_;
+  const PageDocument& page_;
+  ViewState& state_;
+  catalog::InstalledComponents& local_;
+  catalog::InstalledWithUpdates& installed_;
+  catalog::NewComponentListing& new_components_;
+  PageButtons& buttons_;
+};
+
+}  // namespace kitbay::view
