@@ -53,6 +53,21 @@ export async function windowWhere(what, fits) {
 
 export const isKitbay = (window) => window.class === 'KitbayMainWindow';
 
+function usersFolder() {
+  const users = path.join(driveC, 'users');
+  return path.join(users, fs.readdirSync(users).find((name) => name !== 'Public'));
+}
+
+/** Presses OK in the program's message box, and gives the text that it showed. */
+export async function confirmMessage() {
+  const box = await windowWhere('a message', (window) => window.class === '#32770');
+  await probe('press', box.caption, 'OK');
+  await eventually('the end of the message', async () =>
+    (await windows()).every((window) => window.class !== '#32770'),
+  );
+  return box.controls.filter((control) => control.class === 'Static').map(({ text }) => text).join('');
+}
+
 /** A fresh installation of the sample suite. */
 export class Suite {
   folder = path.join(driveC, suiteFolder);
@@ -60,6 +75,7 @@ export class Suite {
   log = path.join(this.folder, 'KitbayLog.log');
   datastore = path.join(this.folder, 'Datastore/olregistry.xml');
   programFolder = path.join(this.folder, 'Kitbay');
+  userFolder = path.join(usersFolder(), 'AppData/Roaming/Ovalink');
 
   static async layOut(settings = {}) {
     await run(path.join(root, 'standins/sample_suite/lay_out'), [suiteFolder, build], {
@@ -72,6 +88,23 @@ export class Suite {
     const file = path.join(this.folder, name);
     fs.mkdirSync(path.dirname(file), { recursive: true });
     fs.writeFileSync(file, content);
+  }
+
+  /** Lists further update sources of the user after the installation's own. */
+  addSources(...urls) {
+    const items = ['', ...urls].map((url) => `<preference url='${url}'/>`).join('');
+    fs.mkdirSync(this.userFolder, { recursive: true });
+    fs.writeFileSync(
+      path.join(this.userFolder, 'updatepreference.xml'),
+      `<root><preferences>${items}</preferences></root>`,
+    );
+  }
+
+  /** The files in the folder of cached manifests that are no part of the program. */
+  manifests() {
+    return fs
+      .readdirSync(this.programFolder)
+      .filter((name) => !/\.(exe|html|gif)$|^DirectoryPreference\.xml$/.test(name));
   }
 
   /** The log's entries as {time, number, procedure, description}; fails where a line has another form. */

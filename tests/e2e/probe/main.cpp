@@ -12,6 +12,7 @@
 // It exits with 1, and prints {"error":...}, when that cannot be done.
 #include <windows.h>
 // After windows.h, which they need.
+#include <commctrl.h>
 #include <objbase.h>
 #include <oleauto.h>
 #include <shellapi.h>
@@ -91,6 +92,16 @@ std::vector<HWND> Children(HWND window) {
   return children;
 }
 
+// How far a progress bar is; null for other controls.
+std::string ProgressOf(HWND control) {
+  if (ClassName(control) != PROGRESS_CLASSW) {
+    return "null";
+  }
+  DWORD_PTR position = 0;
+  SendMessageTimeoutW(control, PBM_GETPOS, 0, 0, SMTO_ABORTIFHUNG, 5000, &position);
+  return std::to_string(static_cast<int>(position));
+}
+
 std::string Describe(HWND window) {
   DWORD process = 0;
   GetWindowThreadProcessId(window, &process);
@@ -107,7 +118,7 @@ std::string Describe(HWND window) {
   const char* separator = "";
   for (const HWND child : Children(window)) {
     json += separator + ("{\"class\":" + Quoted(ClassName(child))) +
-            ",\"text\":" + Quoted(ControlText(child)) +
+            ",\"text\":" + Quoted(ControlText(child)) + ",\"value\":" + ProgressOf(child) +
             ",\"visible\":" + (IsWindowVisible(child) ? "true" : "false") + "}";
     separator = ",";
   }

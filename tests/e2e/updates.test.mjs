@@ -1,0 +1,197 @@
+// The update sources are asked, and the page shows what they offer.
+import assert from 'node:assert/strict';
+import fs from 'node:fs';
+import path from 'node:path';
+import { afterEach, beforeEach, test } from 'node:test';
+import { UpdateSource } from '../../standins/update_source/server.mjs';
+import { confirmMessage, eventually, picture, probe, rowsOf, Suite, windows, isKitbay } from './harness.mjs';
+
+let source;
+let suite;
+let kitbay;
+
+beforeEach(async () => {
+  source = await UpdateSource.start();
+});
+afterEach(async () => {
+  await kitbay?.dispose();
+  await source.close();
+});
+
+const updatesControl = `document.getElementById('category').childNodes[3]`;
+const answered = `!${updatesControl}.disabled`;
+
+/** Lays the suite out with `first` as the installation's source and `others` as the user's own. */
+async function started(first, ...others) {
+  suite = await Suite.layOut({ KITBAY_UPDATE_SOURCE: first });
+  suite.addSources(...others);
+  return restarted();
+}
+
+async function restarted() {
+  kitbay = suite.start();
+  return kitbay.page();
+}
+
+const summary = async (page, container) =>
+  (await page.eval(rowsOf(container))).map(({ name, version, buttons }) => [name, version, ...buttons]);
+const shown = (page, ...ids) =>
+  page.eval(`${JSON.stringify(ids)}.filter((id) => document.getElementById(id).offsetParent !== null)`);
+
+async function closed() {
+  await probe('press', 'Kitbay', '&Close');
+  assert.equal(await kitbay.ended(), 0);
+}
+
+test('a source that answers gives Update buttons and a list of new components', async () => {
+  const page = await started(`${source.host}/ovalink.xml`);
+  await page.waitFor(answered);
+  assert.deepEqual(suite.manifests(), ['ovalink.xml']);
+  await kitbay.click('#itabencloser #addons');
+  const addons = await summary(page, 'installedaddons');
+  assert.deepEqual(
+    addons.filter(([, , ...buttons]) => buttons.includes('Update')).map(([name, , ...buttons]) => [name, ...buttons]),
+    [['Spell Checker', 'Update'], ['Übersetzer', 'Remove', 'Update'], ['Chess', 'Remove', 'Update']],
+  );
+  await kitbay.click('#installedaddons > div > span > font', 2);
+  await picture('updates-installed-addons');
+  await kitbay.click('#update');
+  await page.waitFor(`document.getElementById('tabencloser').offsetParent !== null`);
+  for (const [tab, container, names] of [
+    ['addons', 'updatedaddons', ['Scrapbook']],
+    ['trans', 'updatedtransports', null],
+    ['channels', 'updatedchannels', null],
+  ]) {
+    await kitbay.click(`#tabencloser #${tab}`);
+    assert.deepEqual(await shown(page, 'updatedaddons', 'updatedtransports', 'updatedchannels'), [container]);
+    const rows = await summary(page, container);
+    assert.ok(rows.length > 0, container);
+    for (const [, , ...buttons] of rows) assert.deepEqual(buttons, ['Install']);
+    if (names) assert.deepEqual(rows.map(([name]) => name), names);
+    await picture(`updates-new-${tab}`);
+  }
+  await closed();
+  assert.deepEqual(suite.logEntries(), []);
+});
+
+test('a manifest of today is used again, one of yesterday is asked for again', async () => {
+  let page = await started(`${source.host}/ovalink.xml`);
+  await page.waitFor(answered);
+  await closed();
+  assert.equal(source.requests.length, 1);
+
+  page = await restarted();
+  await page.waitFor(answered);
+  await closed();
+  assert.equal(source.requests.length, 1);
+
+  const yesterday = new Date(Date.now() - 24 * 60 * 60 * 1000);
+  fs.utimesSync(path.join(suite.programFolder, 'ovalink.xml'), yesterday, yesterday);
+  page = await restarted();
+  await page.waitFor(answered);
+  await closed();
+  assert.equal(source.requests.length, 2);
+});
+
+test('a failing source is told once and the next one is asked', async () => {
+  source.misbehave('/ovalink.xml', '404');
+  const page = await started(`${source.host}/ovalink.xml`, `${source.host}/partners.xml`);
+  const text = await confirmMessage();
+  assert.match(text, /^\/ovalink\.xml {6}.*404/);
+  await page.waitFor(answered);
+  assert.deepEqual(suite.manifests(), ['partners.xml']);
+  await closed();
+  const entries = suite.logEntries().map(({ number, procedure }) => [number, procedure]);
+  assert.deepEqual(entries, [[0, 'Kitbay::OvTransportEvents_Exception']]);
+});
+
+for (const [mode, options] of [
+  ['refuse'],
+  ['cut-short', { after: 100 }],
+  ['too-much', { announced: 500, extra: 1000 }],
+  ['500'],
+  ['redirect', { to: 'http://localhost:9/elsewhere.xml' }],
+  ['redirect-loop'],
+  ['zeros', { bytes: 100 * 1024 * 1024 - 5, announced: 100 * 1024 * 1024 }],
+]) {
+  test(`"${mode}" ends in a message, nothing half-written, and a page that can be used`, async () => {
+    source.misbehave('/ovalink.xml', mode, options);
+    const page = await started(`${source.host}/ovalink.xml`);
+    assert.match(await confirmMessage(), /^\/ovalink\.xml {6}\w/);
+    await eventually('the folder of manifests without part of one', () => suite.manifests().length === 0);
+    await kitbay.click('#itabencloser #addons');
+    await page.waitFor(`document.querySelectorAll('#installedaddons > div').length === 10`);
+    assert.equal(await page.eval(`${updatesControl}.disabled`), true);
+    await closed();
+    assert.deepEqual(
+      suite.logEntries().map(({ procedure }) => procedure),
+      ['Kitbay::OvTransportEvents_Exception'],
+    );
+  });
+}
+
+for (const mode of ['login-page', 'empty']) {
+  test(`"${mode}" in place of a manifest offers nothing`, async () => {
+    source.misbehave('/ovalink.xml', mode);
+    const page = await started(`${source.host}/ovalink.xml`);
+    await page.waitFor(answered);
+    await kitbay.click('#update');
+    await page.waitFor(`updatedaddons.innerText.includes('No additional modules')`);
+    assert.equal(
+      await page.eval('updatedaddons.innerText'),
+      'No additional modules are available right now.',
+    );
+    assert.deepEqual(await shown(page, 'imgtab', 'imgtab1'), []);
+    await closed();
+  });
+}
+
+test('switching categories and tabs keeps the selected kind', async () => {
+  const page = await started(`${source.host}/ovalink.xml`);
+  await page.waitFor(answered);
+  await kitbay.click('#itabencloser #trans');
+  await kitbay.click('#update');
+  const lists = ['installedaddons', 'installedtransports', 'installedchannels'].flatMap((id) => [
+    id,
+    id.replace('installed', 'updated'),
+  ]);
+  await page.waitFor(`document.getElementById('tabencloser').offsetParent !== null`);
+  assert.deepEqual(await shown(page, ...lists), ['updatedtransports']);
+  await kitbay.click('#tabencloser #addons');
+  await kitbay.click('#installed');
+  await page.waitFor(`document.getElementById('itabencloser').offsetParent !== null`);
+  assert.deepEqual(await shown(page, ...lists), ['installedaddons']);
+  await closed();
+  assert.deepEqual(suite.logEntries(), []);
+});
+
+test('a download shows its progress and switches the other buttons off', async () => {
+  const page = await started(`${source.host}/ovalink.xml`);
+  await page.waitFor(answered);
+  const package_ = Buffer.alloc(300 * 1024, 'x');
+  source.publish('/packages/scrapbook.zip', package_);
+  const drip = source.misbehave('/packages/scrapbook.zip', 'drip');
+  await kitbay.click('#itabencloser #addons');
+  await kitbay.click('#update');
+  await page.waitFor(`document.getElementById('tabencloser').offsetParent !== null`);
+  await kitbay.click('#updatedaddons > div > span > font');
+  await kitbay.click('#updatedaddons > div input');
+  await drip.reached;
+  await drip.next(100 * 1024);
+  const progress = async () =>
+    (await windows()).find(isKitbay).controls.find((control) => control.class === 'msctls_progress32').value;
+  await eventually('progress', async () => (await progress()) > 0);
+  assert.ok((await progress()) <= 34);
+  assert.equal(await page.eval(`document.querySelector('#updatedaddons input').disabled`), true);
+  const asked = source.requests.length;
+  await kitbay.click('#updatedaddons > div input');
+  assert.equal(source.requests.length, asked);
+  await picture('updates-download');
+  await drip.rest();
+  const arrived = path.join(suite.folder, 'Temp/scrapbook.zip');
+  await eventually('the package', () => fs.existsSync(arrived));
+  assert.deepEqual(fs.readFileSync(arrived), package_);
+  await page.waitFor(`!document.querySelector('#updatedaddons input').disabled`);
+  assert.equal(await progress(), 100);
+  await closed();
+});
