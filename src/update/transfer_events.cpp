@@ -22,7 +22,7 @@ bool SameText(const std::string& one, const std::string& other) {
 }
 
 // Rounds to the nearest whole number, ties to the even one.
-std::string Kilobytes(double bytes) { return std::to_string(std::llrint(bytes / 1024)) + "Kb"; }
+std::string Kilobytes(double bytes) { return std::to_string(std::llrint(bytes / 1024)); }
 
 }  // namespace
 
