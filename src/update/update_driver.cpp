@@ -8,6 +8,7 @@
 #include "base/text.h"
 #include "catalog/available_updates.h"
 #include "catalog/installed_tables.h"
+#include "update/source_address.h"
 #include "view/page_ids.h"
 
 namespace kitbay::update {
@@ -58,8 +59,9 @@ void UpdateDriver::ShowWithCachedManifests() {
 void UpdateDriver::DropFreshSources() {
   std::vector<std::string>& pending = parts_.sources.PendingSources;
   for (const std::string& source : parts_.sources.UpdateSources) {
-    const std::string path = catalog::ManifestPath(parts_.settings, base::AfterLastSlash(source));
-    if (!parts_.files.Exists(path) || !IsFetchedToday(path)) {
+    const std::string manifest = base::AfterLastSlash(source);
+    const std::string path = catalog::ManifestPath(parts_.settings, manifest);
+    if (!IsPlainFileName(manifest) || !parts_.files.Exists(path) || !IsFetchedToday(path)) {
       continue;
     }
     const auto entry = std::find_if(pending.begin(), pending.end(), [&](const std::string& other) {

@@ -1,0 +1,170 @@
+#pragma once
+
+#include <gmock/gmock.h>
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "catalog/available_updates.h"
+#include "catalog/installed_tables.h"
+#include "fakes/fake_clock.h"
+#include "fakes/fake_html_document.h"
+#include "fakes/fake_main_window.h"
+#include "fakes/fake_version_resource.h"
+#include "fakes/memory_files.h"
+#include "fakes/recording_desktop.h"
+#include "fakes/recording_error_log.h"
+#include "update/transfer_events.h"
+#include "update/update_driver.h"
+#include "view/page_rows.h"
+
+namespace kitbay::update {
+
+/// The description of a failure for an object that is not there, number 91.
+inline constexpr const char* kNotSet = "Object variable or With block variable not set";
+
+/// A download object that keeps the request documents it takes.
+class RecordingDownloads : public platform::TransportObject {
+ public:
+  void SetUp(platform::OvTransportEvents& /*receiver*/) override {}
+  void Request(const std::string& document) override {
+    if (failure) {
+      throw base::Failure(*failure);
+    }
+    documents.push_back(document);
+  }
+  void ShutDown() override {}
+
+  std::vector<std::string> documents;
+  std::optional<base::Failure> failure;  ///< of every request
+};
+
+/// Writes down what it is handed: "Unpack addon C:\a.zip", "InstallProcess".
+class RecordingPackages : public PackageReceiver {
+ public:
+  void Unpack(base::ComponentKind kind, const std::string& path) override {
+    constexpr base::PerKind<const char*> kNames = {
+        .addon = "addon", .transport = "transport", .channel = "channel"};
+    calls.push_back(std::string("Unpack ") + kNames[kind] + " " + path);
+  }
+  void InstallProcess() override { calls.emplace_back("InstallProcess"); }
+
+  std::vector<std::string> calls;
+};
+
+/// The whole update exchange over a page in memory, with one channel and one addon installed in
+/// C:\Suite. The Updates control is switched off at the start, as after the page's first filling.
+class ExchangeTest : public testing::Test {
+ protected:
+  static constexpr const char* kPage =
+      "<div id='category'><b>Components</b><input id='installed'><hr><input id='update'></div>"
+      "<div id='imgtab'></div><div id='imgtab1'></div>"
+      "<div id='installedaddons'></div><div id='installedtransports'></div>"
+      "<div id='installedchannels'></div><div id='updatedaddons'></div>"
+      "<div id='updatedtransports'></div><div id='updatedchannels'></div>";
+
+  ExchangeTest() {
+    settings_.InstallFolder = "C:\\Suite";
+    settings_.CustomDataFolder = "C:\\User\\Ovalink\\CustomData";
+    files_.AddFolder("C:\\User\\Ovalink");
+    files_.AddFolder("C:\\Suite\\Kitbay");
+    files_.AddFile(
+        "C:\\Suite\\Datastore\\olregistry.xml",
+        "<root><addons><addon id='chat' name='Chat'><filename>chat.dll</filename>"
+        "<description>Talks</description><core>0</core></addon></addons><transports/>"
+        "<channels><channel id='news' name='News' version='2'>"
+        "<description>Headlines</description><core>0</core></channel></channels></root>");
+    page_.Connect(html_);
+    requests_.SetDownloadObject(&downloads_);
+    html_->ById("update")->SetDisabled(true);
+  }
+
+  void SetSources(const std::string& preferences) {
+    files_.AddFile("C:\\User\\Ovalink\\updatepreference.xml",
+                   "<root><preferences>" + preferences + "</preferences></root>");
+  }
+
+  /// Puts a manifest there that offers one new addon, written at `time`.
+  void AddManifest(const std::string& name, const platform::LocalTime& time = {2026, 11, 21}) {
+    const std::string path = "C:\\Suite\\Kitbay\\" + name;
+    files_.AddFile(path, "<components><addons><addon id='new-" + name + "'><name>Offer of " + name +
+                             "</name><version>1</version><description>d</description>"
+                             "<url>packages.example/" +
+                             name +
+                             ".zip</url></addon></addons><transports/><channels/></components>");
+    files_.SetLastModified(path, time);
+  }
+
+  static std::string Request(const std::string& server, const std::string& path,
+                             const std::string& destination) {
+    return "<server>" + server + "</server><filetodownload>" + path +
+           "</filetodownload><destpath>" + destination +
+           "</destpath><progressevents>true</progressevents>";
+  }
+
+  /// The request for the manifest of a source that is written as host and path.
+  static std::string ManifestRequest(const std::string& host, const std::string& path) {
+    return Request(host, path, "C:\\Suite\\Kitbay" + ("\\" + path.substr(path.rfind('/') + 1)));
+  }
+
+  static fakes::LogEntry Entry(const std::string& procedure, int number,
+                               const std::string& description) {
+    return fakes::RecordingErrorLog::Entry(procedure, number, description);
+  }
+
+  std::string Status() { return window_.status_bar().PanelText(platform::kStatusPanel); }
+  std::string Text(const std::string& id) const { return html_->ById(id)->InnerText(); }
+  bool UpdatesControlIsOn() const { return !html_->ById("update")->Disabled(); }
+
+  /// The page with every list filled, as after the last answer.
+  bool DetailsAreShown() const {
+    return state_.installed_lists_current && UpdatesControlIsOn() &&
+           Text("updatedaddons").find("New Addons Available:") == 0;
+  }
+
+  /// The page as it is while no source has answered.
+  bool LocalDataIsShown() const {
+    return !state_.installed_lists_current && !UpdatesControlIsOn() &&
+           Text("installedchannels").find("News") != std::string::npos &&
+           Text("updatedaddons").empty();
+  }
+
+  fakes::RecordingErrorLog log_;
+  fakes::MemoryFiles files_;
+  fakes::FakeClock clock_{{2026, 11, 21, 10, 15, 30}};
+  fakes::RecordingDesktop desktop_;
+  fakes::FakeMainWindow window_{""};
+  fakes::FakeVersionResource resources_;
+  RecordingDownloads downloads_;
+  RecordingPackages packages_;
+  base::Settings settings_;
+  std::shared_ptr<fakes::FakeHtmlDocument> html_ = std::make_shared<fakes::FakeHtmlDocument>(kPage);
+  view::PageDocument page_;
+  view::ViewState state_;
+  view::PageRows rows_{log_, page_, state_};
+  catalog::UpdateSourceList sources_;
+  catalog::InstalledRows shown_;
+  catalog::NewComponents new_components_;
+  PendingPackages pending_packages_;
+  catalog::RegistryFiles registry_files_{files_, settings_};
+  catalog::FileVersions versions_{log_, settings_, resources_};
+  catalog::InstalledComponents local_{log_, registry_files_, versions_, rows_};
+  catalog::AvailableUpdates available_{log_, files_, settings_, versions_, shown_, rows_};
+  catalog::InstalledWithUpdates installed_{log_,     files_,     settings_, registry_files_,
+                                           sources_, available_, shown_,    rows_};
+  catalog::NewComponentListing new_listing_{log_,     files_,          settings_, registry_files_,
+                                            sources_, new_components_, rows_};
+  view::PageTabs tabs_{log_, page_, state_, local_};
+  view::PageButtons buttons_{log_, page_, state_, window_};
+  view::PageCategories categories_{log_, page_, state_, local_, installed_, new_listing_, buttons_};
+  UpdateSourceFile source_file_{log_, files_, settings_, sources_};
+  UpdateRequests requests_{log_, settings_, window_, sources_, new_components_, pending_packages_};
+  TransferEvents events_{{log_, settings_, desktop_, window_, page_, categories_, buttons_,
+                          sources_, pending_packages_, requests_, packages_}};
+  UpdateDriver driver_{{log_, settings_, files_, clock_, page_, rows_, tabs_, categories_,
+                        source_file_, sources_, requests_}};
+};
+
+}  // namespace kitbay::update
