@@ -9,12 +9,16 @@
 #include "app/error_log_file.h"
 #include "app/main_form.h"
 #include "app/start_up.h"
+#include "catalog/available_updates.h"
 #include "catalog/installed_components.h"
+#include "catalog/new_component_listing.h"
 #include "fakes/fake_clock.h"
 #include "fakes/fake_com_server.h"
 #include "fakes/fake_suite_objects.h"
 #include "fakes/fake_version_resource.h"
 #include "journal_fakes.h"
+#include "update/transfer_events.h"
+#include "view/page_commands.h"
 #include "view/page_events.h"
 #include "view/page_rows.h"
 
@@ -37,6 +41,26 @@ class FakePreferenceForm : public PreferenceForm {
   void Show() override { calls.emplace_back("Preference.Show"); }
   void FocusUrlBox() override { calls.emplace_back("Preference.FocusUrlBox"); }
   void Unload() override { calls.emplace_back("Preference.Unload"); }
+
+  std::vector<std::string> calls;
+};
+
+/// Writes down what the buttons of the page and the arriving packages start.
+class RecordingCommands : public view::PageCommands, public update::PackageReceiver {
+ public:
+  void UpdateInstalledAddon() override { calls.emplace_back("UpdateInstalledAddon"); }
+  void UpdateInstalledTransport() override { calls.emplace_back("UpdateInstalledTransport"); }
+  void UpdateInstalledChannel() override { calls.emplace_back("UpdateInstalledChannel"); }
+  void RemoveAddon(const std::string& action, const std::string& kind) override {
+    calls.push_back("RemoveAddon " + action + "|" + kind);
+  }
+  void InstallNewAddons(const std::string& container, const std::string& name) override {
+    calls.push_back("InstallNewAddons " + container + "|" + name);
+  }
+  void Unpack(base::ComponentKind /*kind*/, const std::string& path) override {
+    calls.push_back("Unpack " + path);
+  }
+  void InstallProcess() override { calls.emplace_back("InstallProcess"); }
 
   std::vector<std::string> calls;
 };
@@ -104,17 +128,32 @@ class FakeProgram : public ::testing::Test {
   catalog::RegistryFiles registry_files{files, settings};
   catalog::FileVersions versions{log, settings, version_resource};
   catalog::InstalledComponents installed{log, registry_files, versions, rows};
-  view::PageTabs tabs{log, page, state, installed};
-  view::PageEvents page_events{log, page, tabs};
   catalog::UpdateSourceList sources;
+  catalog::InstalledRows shown;
+  catalog::NewComponents new_components;
+  catalog::AvailableUpdates available{log, files, settings, versions, shown, rows};
+  catalog::InstalledWithUpdates with_updates{log,     files,     settings, registry_files,
+                                             sources, available, shown,    rows};
+  catalog::NewComponentListing new_listing{log,     files,          settings, registry_files,
+                                           sources, new_components, rows};
+  view::PageTabs tabs{log, page, state, installed};
+  view::PageButtons buttons{log, page, state, window};
+  view::PageCategories categories{log, page, state, installed, with_updates, new_listing, buttons};
+  RecordingCommands commands;
+  view::PageEvents page_events{log, page, state, tabs, categories, buttons, commands};
+  update::PendingPackages pending_packages;
   update::UpdateSourceFile source_file{log, files, settings, sources};
-  update::UpdateDriver update_driver{log, source_file, sources, tabs};
+  update::UpdateRequests requests{log, settings, window, sources, new_components, pending_packages};
+  update::TransferEvents transfer_events{{log, settings, desktop, window, page, categories, buttons,
+                                          sources, pending_packages, requests, commands}};
+  update::UpdateDriver update_driver{
+      {log, settings, files, clock, page, rows, tabs, categories, source_file, sources, requests}};
   InstallationCheck installation_check{log, desktop, keys, window, settings};
   ManagerRegistration manager_registration{log, active_objects};
   FakePreferenceForm preference_form;
   MainForm form{{log, settings, desktop, keys, suite_objects, window, window.message_loop(),
                  installation_check, manager_registration, preference_form, page, page_events,
-                 sources, source_file, update_driver}};
+                 sources, source_file, update_driver, requests, transfer_events}};
   FormServices services{form};
 };
 

@@ -92,7 +92,7 @@ class FailingDialog : public FakeProgram {
   FailingPreferenceForm failing_;
   MainForm form_{{log, settings, desktop, keys, suite_objects, window, window.message_loop(),
                   installation_check, manager_registration, failing_, page, page_events, sources,
-                  source_file, update_driver}};
+                  source_file, update_driver, requests, transfer_events}};
 };
 
 TEST_F(FailingDialog, IsLoggedUnderTheHandlersName) {

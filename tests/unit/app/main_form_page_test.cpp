@@ -56,10 +56,10 @@ TEST_F(PageLoaded, TheInstalledChannelsAreShownAndTheUpdatesAreOff) {
   EXPECT_THAT(sources.UpdateSources, ElementsAre("updates.example/list.xml"));
 }
 
-TEST_F(PageLoaded, TheSuitesObjectsReportToTheMainWindow) {
+TEST_F(PageLoaded, TheSuitesObjectsReportToTheTransferEvents) {
   LoadPage();
-  EXPECT_EQ(suite_objects.Find(kTransport)->receiver, &form);
-  EXPECT_EQ(suite_objects.Find(kDownload)->receiver, &form);
+  EXPECT_EQ(suite_objects.Find(kTransport)->receiver, &transfer_events);
+  EXPECT_EQ(suite_objects.Find(kDownload)->receiver, &transfer_events);
 }
 
 TEST_F(PageLoaded, ThePagesEventsReachTheView) {
@@ -114,7 +114,7 @@ TEST_F(PageLoaded, WithoutTheDownloadObjectNoListFollows) {
   LoadPage();
   EXPECT_EQ(Log(), Header() + Entry("Kitbay::OvGlobals.URLDownLoadProgID create object failed",
                                     "429", "ActiveX component can't create object"));
-  EXPECT_EQ(suite_objects.Find(kTransport)->receiver, &form);
+  EXPECT_EQ(suite_objects.Find(kTransport)->receiver, &transfer_events);
   EXPECT_THAT(CallsOf({"fso.FileExists"}), IsEmpty());
   EXPECT_EQ(At("installedchannels")->InnerHtml(), "");
 }

@@ -137,6 +137,7 @@ class NotingTransport : public platform::TransportObject {
       : sources_(sources), noted_(noted) {}
 
   void SetUp(platform::OvTransportEvents& /*receiver*/) override {}
+  void Request(const std::string& /*document*/) override {}
   void ShutDown() override { noted_.push_back(sources_.UpdateSources.size()); }
 
  private:
@@ -167,7 +168,7 @@ TEST_F(EarlyUnload, TheTransfersAreShutDownBeforeTheListsAreEmptied) {
   NotingSuiteObjects noting(sources);
   MainForm other({log, settings, desktop, keys, noting, window, window.message_loop(),
                   installation_check, manager_registration, preference_form, page, page_events,
-                  sources, source_file, update_driver});
+                  sources, source_file, update_driver, requests, transfer_events});
   other.Load();
   other.WebBrowser1_DocumentComplete();
   sources.UpdateSources = {"updates.example/list.xml"};

@@ -196,7 +196,7 @@ TEST_F(BringToFront, LogsItsFailure) {
   StiffDesktop stiff;
   MainForm other({log, settings, stiff, keys, suite_objects, window, window.message_loop(),
                   installation_check, manager_registration, preference_form, page, page_events,
-                  sources, source_file, update_driver});
+                  sources, source_file, update_driver, requests, transfer_events});
   other.BringToFront();
   EXPECT_EQ(Log(), Header() + Entry("Kitbay::BringToFront", "-2147467259", "Unspecified error"));
 }

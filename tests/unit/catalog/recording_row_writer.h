@@ -16,6 +16,10 @@ class RecordingRowWriter : public RowWriter {
     calls.push_back("AddImageTab " + holder + "|" + markup);
   }
 
+  void ShowTab(const std::string& tab_bar, const std::string& tab, bool shown) override {
+    calls.push_back("ShowTab " + tab_bar + "|" + tab + "|" + (shown ? "shown" : "-"));
+  }
+
   void FillDivHeader(const std::string& container, const std::string& tab_bar,
                      const std::string& title) override {
     calls.push_back("FillDivHeader " + container + "|" + tab_bar + "|" + title);

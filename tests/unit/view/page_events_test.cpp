@@ -3,6 +3,7 @@
 
 #include "base/text.h"
 #include "page_fixture.h"
+#include "recording_commands.h"
 #include "two_bars_page.h"
 
 namespace kitbay::view {
@@ -40,7 +41,8 @@ class PageEventsTest : public PageTest {
             At(container)->Child(2)->Child(1)->Style("display")};
   }
 
-  PageEvents events_{log_, page_, tabs_};
+  RecordingCommands commands_;
+  PageEvents events_{log_, page_, state_, tabs_, categories_, buttons_, commands_};
 };
 
 TEST_F(PageEventsTest, ATabOfTheInstalledBarSwitchesTheKind) {
@@ -54,11 +56,15 @@ TEST_F(PageEventsTest, ATabOfTheInstalledBarSwitchesTheKind) {
   EXPECT_THAT(log_.entries, IsEmpty());
 }
 
-TEST_F(PageEventsTest, TheSameImageInTheUpdatesBarLeavesTheInstalledLists) {
+TEST_F(PageEventsTest, TheSameImageInTheUpdatesBarSwitchesTheUpdatedKind) {
+  InstallDatastore(kSmallDatastore);
   document_->Click(At("tabencloser")->Child(1));
+  EXPECT_EQ(base::AfterLastSlash(At("tabencloser")->Child(1)->Src()), "itrans.gif");
   EXPECT_EQ(base::AfterLastSlash(At("itabencloser")->Child(1)->Src()), "utrans.gif");
-  EXPECT_EQ(Display("installedaddons"), "");
-  EXPECT_EQ(Display("installedchannels"), "");
+  EXPECT_EQ(Display("updatedtransports"), "");
+  EXPECT_EQ(Display("updatedaddons"), "none");
+  EXPECT_EQ(Display("updatedchannels"), "none");
+  EXPECT_EQ(Display("installedtransports"), "none");
   EXPECT_EQ(At("installedtransports")->InnerHtml(), "");
   EXPECT_THAT(log_.entries, IsEmpty());
 }

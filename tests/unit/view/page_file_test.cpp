@@ -4,6 +4,7 @@
 
 #include "base/text.h"
 #include "page_fixture.h"
+#include "recording_commands.h"
 #include "two_bars_page.h"
 #include "view/page_events.h"
 
@@ -35,7 +36,8 @@ class PageFile : public PageTest {
             Display("installedchannels")};
   }
 
-  PageEvents events_{log_, page_, tabs_};
+  RecordingCommands commands_;
+  PageEvents events_{log_, page_, state_, tabs_, categories_, buttons_, commands_};
 };
 
 TEST_F(PageFile, IsInQuirksModeAndHasNoScript) {
