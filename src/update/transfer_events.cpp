@@ -56,8 +56,8 @@ void TransferEvents::ShowProgress(const std::string& received) {
   parts_.window.progress_bar().SetValue(static_cast<int>(std::lrint(percent)));
   if (total_bytes > received_bytes) {
     parts_.window.status_bar().SetPanelText(
-        platform::kStatusPanel, saved_status_ + " Completed " + Kilobytes(received_bytes) + " of " +
-                                    Kilobytes(total_bytes));
+        platform::kStatusPanel, saved_status_ + " Completed " + Kilobytes(received_bytes) +
+                                    "Kb of " + Kilobytes(total_bytes) + "Kb");
   }
 }
 
