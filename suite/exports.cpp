@@ -13,6 +13,7 @@
 #include "platform/win32/com/com_failure.h"
 #include "suite.h"
 #include "transport.h"
+#include "url_download.h"
 
 namespace ovalink {
 namespace {
@@ -35,7 +36,7 @@ const std::array<SuiteClass, 3>& SuiteClasses() {
       SuiteClass{__uuidof(::FileSystemObject), L"FileSystemLib.FileSystemObject",
                  &Create<FileSystemObject>},
       SuiteClass{__uuidof(::xTransport), L"XMLRPCTRANSPORT.xTransport", &Create<Transport>},
-      SuiteClass{__uuidof(::URLDownload), L"URLDownloadLib.URLDownload", &Create<Transport>},
+      SuiteClass{__uuidof(::URLDownload), L"URLDownloadLib.URLDownload", &Create<UrlDownload>},
   };
   return classes;
 }

@@ -39,11 +39,13 @@ ReplacementFile::~ReplacementFile() {
 }
 
 void ReplacementFile::Write(std::string_view bytes) {
-  WriteAll(file_.get(), bytes);
+  Append(bytes);
   if (!FlushFileBuffers(file_.get())) {
     throw FileFailure(GetLastError());
   }
 }
+
+void ReplacementFile::Append(std::string_view bytes) { WriteAll(file_.get(), bytes); }
 
 void ReplacementFile::PutInPlace() {
   file_.reset();

@@ -20,6 +20,9 @@ class ReplacementFile {
   /// Writes the bytes and has them on the disk when it returns.
   void Write(std::string_view bytes);
 
+  /// Writes the bytes after those that are there, without waiting for the disk.
+  void Append(std::string_view bytes);
+
   /// Gives the file the target's name, in place of the target.
   void PutInPlace();
 

@@ -155,7 +155,7 @@ TEST(SuiteLibrary, RemovesAllThatItRegisters) {
   ASSERT_EQ(CallSuite("DllRegisterServer"), S_OK);
   EXPECT_EQ(KeysBelow(L""), 6U) << "three ProgIDs, CLSID, Interface, TypeLib";
   EXPECT_EQ(KeysBelow(L"\\CLSID"), 3U);
-  EXPECT_EQ(KeysBelow(L"\\Interface"), 3U);
+  EXPECT_EQ(KeysBelow(L"\\Interface"), 4U);
   EXPECT_EQ(KeysBelow(L"\\TypeLib"), 1U);
   ASSERT_EQ(CallSuite("DllUnregisterServer"), S_OK);
   EXPECT_EQ(KeysBelow(L""), 3U);

@@ -1,0 +1,55 @@
+#include "event_window.h"
+
+#include <utility>
+
+#include "platform/win32/com/com_failure.h"
+
+namespace ovalink {
+namespace {
+
+constexpr UINT kEventPosted = WM_APP;
+
+}  // namespace
+
+EventWindow::EventWindow(Deliver deliver) : deliver_(std::move(deliver)) {
+  window_.reset(CreateWindowExW(0, L"STATIC", nullptr, 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
+                                nullptr, nullptr));
+  const DWORD error = GetLastError();
+  if (!window_) throw kitbay::platform::win32::FailureOf(HRESULT_FROM_WIN32(error));
+  SetWindowLongPtrW(window_.get(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+  SetWindowLongPtrW(window_.get(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&Procedure));
+}
+
+void EventWindow::Post(TransferEvent event) {
+  {
+    const std::lock_guard lock(mutex_);
+    events_.push_back(std::move(event));
+  }
+  PostMessageW(window_.get(), kEventPosted, 0, 0);
+}
+
+LRESULT CALLBACK EventWindow::Procedure(HWND window, UINT message, WPARAM word, LPARAM data) {
+  if (message != kEventPosted) return DefWindowProcW(window, message, word, data);
+  auto* const self = reinterpret_cast<EventWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+  // One event for each message, so that those that arrive while a receiver shows a dialog come
+  // through in order as well.
+  try {
+    if (const auto event = self->Take()) {
+      const Deliver deliver = self->deliver_;
+      deliver(*event);
+    }
+  } catch (...) {
+    // The system's message loop cannot be told.
+  }
+  return 0;
+}
+
+std::optional<TransferEvent> EventWindow::Take() {
+  const std::lock_guard lock(mutex_);
+  if (events_.empty()) return std::nullopt;
+  TransferEvent event = std::move(events_.front());
+  events_.pop_front();
+  return event;
+}
+
+}  // namespace ovalink

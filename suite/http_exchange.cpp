@@ -1,0 +1,241 @@
+#include "http_exchange.h"
+
+#include <algorithm>
+#include <array>
+#include <mutex>
+#include <vector>
+
+#include "http_failure.h"
+#include "module.h"
+#include "platform/win32/system/utf.h"
+
+namespace ovalink {
+
+namespace win32 = kitbay::platform::win32;
+
+namespace {
+
+constexpr wchar_t kUserAgent[] = L"Kitbay";
+constexpr DWORD kMostAtOnce = 256 * 1024;
+// Reads grow while they come within the first of these times, and stay small past the second.
+constexpr ULONGLONG kQuickMs = 20;
+constexpr ULONGLONG kSlowMs = 100;
+
+UniqueInternet OpenSession(bool direct) {
+  const auto open = [](DWORD access) {
+    return UniqueInternet(WinHttpOpen(kUserAgent, access, WINHTTP_NO_PROXY_NAME,
+                                      WINHTTP_NO_PROXY_BYPASS, WINHTTP_FLAG_ASYNC));
+  };
+  if (direct) return open(WINHTTP_ACCESS_TYPE_NO_PROXY);
+  UniqueInternet session = open(WINHTTP_ACCESS_TYPE_AUTOMATIC_PROXY);
+  // Before Windows 8.1 there is only the proxy of the machine.
+  return session ? std::move(session) : open(WINHTTP_ACCESS_TYPE_DEFAULT_PROXY);
+}
+
+/// The host as the name service takes it.
+std::wstring AsciiHost(const std::string& host) {
+  const std::wstring name = win32::ToUtf16(host);
+  std::array<wchar_t, 256> ascii{};
+  const int length = IdnToAscii(0, name.c_str(), static_cast<int>(name.size()), ascii.data(),
+                                static_cast<int>(ascii.size()));
+  return length > 0 && !host.starts_with('[')
+             ? std::wstring(ascii.data(), static_cast<std::size_t>(length))
+             : name;
+}
+
+void SetNumber(HINTERNET handle, DWORD option, DWORD value) {
+  if (!WinHttpSetOption(handle, option, &value, sizeof value)) {
+    ThrowHttpFailure(GetLastError());
+  }
+}
+
+}  // namespace
+
+/// How far the step under way has come. The system reports to it from threads of its own, the last
+/// time when the request's handle is gone: until then it keeps itself, and this library, alive.
+class HttpExchange::Progress {
+ public:
+  std::vector<char> buffer = std::vector<char>(kMostAtOnce);
+
+  HANDLE step_ended() const { return step_ended_.get(); }
+
+  void KeepUntilClosed(std::shared_ptr<Progress> self) { self_ = std::move(self); }
+
+  /// Starts a new step.
+  void Begin() {
+    const std::lock_guard lock(mutex_);
+    error_ = ERROR_SUCCESS;
+    result_ = 0;
+    ResetEvent(step_ended_.get());
+  }
+
+  /// What the step that ended gave: the bytes available, or read. Throws `TransferFailure`.
+  DWORD Result() {
+    const std::lock_guard lock(mutex_);
+    if (error_ != ERROR_SUCCESS) ThrowHttpFailure(error_, certificate_flags_);
+    return result_;
+  }
+
+  static void CALLBACK OnStatus(HINTERNET, DWORD_PTR context, DWORD status, void* information,
+                                DWORD size) {
+    auto* const progress = reinterpret_cast<Progress*>(context);
+    if (progress != nullptr) progress->Receive(status, information, size);
+  }
+
+ private:
+  void Receive(DWORD status, void* information, DWORD size) {
+    switch (status) {
+      case WINHTTP_CALLBACK_STATUS_SENDREQUEST_COMPLETE:
+      case WINHTTP_CALLBACK_STATUS_HEADERS_AVAILABLE:
+        return End(ERROR_SUCCESS, 0);
+      case WINHTTP_CALLBACK_STATUS_DATA_AVAILABLE:
+        return End(ERROR_SUCCESS, *static_cast<DWORD*>(information));
+      case WINHTTP_CALLBACK_STATUS_READ_COMPLETE:
+        return End(ERROR_SUCCESS, size);
+      case WINHTTP_CALLBACK_STATUS_REQUEST_ERROR:
+        return End(static_cast<WINHTTP_ASYNC_RESULT*>(information)->dwError, 0);
+      case WINHTTP_CALLBACK_STATUS_SECURE_FAILURE: {
+        const std::lock_guard lock(mutex_);
+        certificate_flags_ |= *static_cast<DWORD*>(information);
+        return;
+      }
+      case WINHTTP_CALLBACK_STATUS_HANDLE_CLOSING: {
+        const std::shared_ptr<Progress> last = std::move(self_);
+        return;
+      }
+      default:
+        return;
+    }
+  }
+
+  void End(DWORD error, DWORD result) {
+    const std::lock_guard lock(mutex_);
+    error_ = error;
+    result_ = result;
+    SetEvent(step_ended_.get());
+  }
+
+  ModuleLock lock_;
+  win32::UniqueKernelObject step_ended_{CreateEventW(nullptr, TRUE, FALSE, nullptr)};
+  std::mutex mutex_;
+  DWORD error_ = ERROR_SUCCESS;
+  DWORD result_ = 0;
+  DWORD certificate_flags_ = 0;
+  std::shared_ptr<Progress> self_;
+};
+
+HttpExchange::HttpExchange(const TransferAddress& address, DWORD timeout_ms, HANDLE cancel)
+    : timeout_ms_(timeout_ms), cancel_(cancel), progress_(std::make_shared<Progress>()) {
+  Open(address, timeout_ms);
+  Send();
+}
+
+HttpExchange::~HttpExchange() = default;
+
+std::optional<std::string> HttpExchange::Field(DWORD query) const {
+  DWORD bytes = 0;
+  WinHttpQueryHeaders(request_.get(), query, WINHTTP_HEADER_NAME_BY_INDEX, nullptr, &bytes,
+                      WINHTTP_NO_HEADER_INDEX);
+  if (GetLastError() != ERROR_INSUFFICIENT_BUFFER) return std::nullopt;
+  std::wstring text(bytes / sizeof(wchar_t) + 1, L'\0');
+  if (!WinHttpQueryHeaders(request_.get(), query, WINHTTP_HEADER_NAME_BY_INDEX, text.data(), &bytes,
+                           WINHTTP_NO_HEADER_INDEX)) {
+    return std::nullopt;
+  }
+  text.resize(bytes / sizeof(wchar_t));
+  return win32::ToUtf8(text);
+}
+
+std::span<const char> HttpExchange::Read() {
+  DWORD wanted = read_size_;
+  if (wanted == 0) {
+    progress_->Begin();
+    const BOOL started = WinHttpQueryDataAvailable(request_.get(), nullptr);
+    wanted = std::min(Await(started, GetLastError()), kMostAtOnce);
+    if (wanted == 0) return {};
+  }
+  progress_->Begin();
+  const ULONGLONG start = GetTickCount64();
+  const BOOL started = WinHttpReadData(request_.get(), progress_->buffer.data(), wanted, nullptr);
+  const DWORD received = Await(started, GetLastError());
+  // A read may wait until all that it asked for has come. Only what comes fast is therefore asked
+  // for in large pieces.
+  const ULONGLONG lasted = GetTickCount64() - start;
+  if (lasted > kSlowMs) {
+    read_size_ = 0;
+  } else if (lasted <= kQuickMs) {
+    read_size_ = std::min(std::max(read_size_, wanted) * 2, kMostAtOnce);
+  }
+  return {progress_->buffer.data(), received};
+}
+
+void HttpExchange::Open(const TransferAddress& address, DWORD timeout_ms) {
+  session_ = OpenSession(IsLoopback(address.host));
+  if (!session_) ThrowHttpFailure(GetLastError());
+  const int timeout = static_cast<int>(timeout_ms);
+  if (!WinHttpSetTimeouts(session_.get(), timeout, timeout, timeout, timeout)) {
+    ThrowHttpFailure(GetLastError());
+  }
+  connection_.reset(
+      WinHttpConnect(session_.get(), AsciiHost(address.host).c_str(), address.port, 0));
+  if (!connection_) ThrowHttpFailure(GetLastError());
+  request_.reset(WinHttpOpenRequest(
+      connection_.get(), L"GET", win32::ToUtf16(address.path).c_str(), nullptr, WINHTTP_NO_REFERER,
+      WINHTTP_DEFAULT_ACCEPT_TYPES,
+      WINHTTP_FLAG_ESCAPE_DISABLE | (address.is_secure ? WINHTTP_FLAG_SECURE : 0)));
+  if (!request_) ThrowHttpFailure(GetLastError());
+
+  SetNumber(request_.get(), WINHTTP_OPTION_DISABLE_FEATURE,
+            WINHTTP_DISABLE_COOKIES | WINHTTP_DISABLE_REDIRECTS | WINHTTP_DISABLE_AUTHENTICATION);
+  SetNumber(request_.get(), WINHTTP_OPTION_RECEIVE_RESPONSE_TIMEOUT, timeout_ms);
+  Listen();
+}
+
+void HttpExchange::Listen() {
+  DWORD_PTR context = reinterpret_cast<DWORD_PTR>(progress_.get());
+  if (!WinHttpSetOption(request_.get(), WINHTTP_OPTION_CONTEXT_VALUE, &context, sizeof context)) {
+    ThrowHttpFailure(GetLastError());
+  }
+  constexpr DWORD kNews = WINHTTP_CALLBACK_FLAG_ALL_COMPLETIONS |
+                          WINHTTP_CALLBACK_FLAG_SECURE_FAILURE | WINHTTP_CALLBACK_FLAG_HANDLES;
+  if (WinHttpSetStatusCallback(request_.get(), &Progress::OnStatus, kNews, 0) ==
+      WINHTTP_INVALID_STATUS_CALLBACK) {
+    ThrowHttpFailure(GetLastError());
+  }
+  progress_->KeepUntilClosed(progress_);
+}
+
+void HttpExchange::Send() {
+  progress_->Begin();
+  BOOL started =
+      WinHttpSendRequest(request_.get(), WINHTTP_NO_ADDITIONAL_HEADERS, 0, WINHTTP_NO_REQUEST_DATA,
+                         0, 0, reinterpret_cast<DWORD_PTR>(progress_.get()));
+  Await(started, GetLastError());
+  progress_->Begin();
+  started = WinHttpReceiveResponse(request_.get(), nullptr);
+  Await(started, GetLastError());
+  DWORD size = sizeof status_;
+  DWORD status = 0;
+  if (!WinHttpQueryHeaders(request_.get(), WINHTTP_QUERY_STATUS_CODE | WINHTTP_QUERY_FLAG_NUMBER,
+                           WINHTTP_HEADER_NAME_BY_INDEX, &status, &size, WINHTTP_NO_HEADER_INDEX)) {
+    ThrowHttpFailure(GetLastError());
+  }
+  status_ = status;
+}
+
+/// Waits for the end of a step, which a call has `started` or not, for `error`.
+DWORD HttpExchange::Await(BOOL started, DWORD error) {
+  if (!started) ThrowHttpFailure(error);
+  const std::array<HANDLE, 2> events = {cancel_, progress_->step_ended()};
+  switch (WaitForMultipleObjects(static_cast<DWORD>(events.size()), events.data(), FALSE,
+                                 timeout_ms_)) {
+    case WAIT_OBJECT_0:
+      throw TransferCancelled();
+    case WAIT_OBJECT_0 + 1:
+      return progress_->Result();
+    default:
+      throw TimedOut();
+  }
+}
+
+}  // namespace ovalink

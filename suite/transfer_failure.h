@@ -1,0 +1,27 @@
+#pragma once
+
+#include <exception>
+#include <string>
+#include <utility>
+
+namespace ovalink {
+
+/// Ends a transfer; `text()` (UTF-8) tells the user why.
+class TransferFailure : public std::exception {
+ public:
+  explicit TransferFailure(std::string text) : text_(std::move(text)) {}
+
+  const std::string& text() const { return text_; }
+  const char* what() const noexcept override { return text_.c_str(); }
+
+ private:
+  std::string text_;
+};
+
+/// The connection ended before the answer did.
+class ConnectionLost : public TransferFailure {
+ public:
+  ConnectionLost() : TransferFailure("The server broke the connection off") {}
+};
+
+}  // namespace ovalink

@@ -1,0 +1,23 @@
+#include "transfer_thread.h"
+
+#include <utility>
+
+#include "platform/win32/com/com_failure.h"
+#include "transfer.h"
+
+namespace ovalink {
+
+TransferThread::TransferThread(DownloadRequest request, SendEvent send)
+    : cancel_(CreateEventW(nullptr, TRUE, FALSE, nullptr)) {
+  const DWORD error = GetLastError();
+  if (!cancel_) throw kitbay::platform::win32::FailureOf(HRESULT_FROM_WIN32(error));
+  thread_ = std::thread([request = std::move(request), cancel = cancel_.get(),
+                         send = std::move(send)] { Transfer(request, cancel, send); });
+}
+
+TransferThread::~TransferThread() {
+  SetEvent(cancel_.get());
+  thread_.join();
+}
+
+}  // namespace ovalink

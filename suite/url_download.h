@@ -1,0 +1,37 @@
+#pragma once
+
+#include <wrl/client.h>
+
+#include <deque>
+#include <memory>
+
+#include "event_window.h"
+#include "module.h"
+#include "platform/win32/com/dispatch_object.h"
+#include "request_document.h"
+#include "suite.h"
+#include "transfer_thread.h"
+
+namespace ovalink {
+
+/// URLDownloadLib.URLDownload: fetches files one after the other.
+class UrlDownload : public kitbay::platform::win32::DispatchObject<::IURLDownload> {
+ public:
+  STDMETHODIMP SetUp(IDispatch* receiver, IDispatch* session, IDispatch* user, IDispatch* settings,
+                     IDispatch* parent) override;
+  STDMETHODIMP ShutDown() override;
+  STDMETHODIMP Request(BSTR session, BSTR user, BSTR name, BSTR word, BSTR type, BSTR document,
+                       VARIANT list, VARIANT* result) override;
+
+ private:
+  void StartNext();
+  void Deliver(const TransferEvent& event);
+
+  ModuleLock lock_;
+  Microsoft::WRL::ComPtr<IDispatch> receiver_;
+  std::deque<DownloadRequest> waiting_;
+  std::unique_ptr<EventWindow> window_;
+  std::unique_ptr<TransferThread> running_;  // posts to the window
+};
+
+}  // namespace ovalink

@@ -1,0 +1,167 @@
+// download_client [--shut-down | --let-go | --again] (SERVER PATH DESTINATION)...
+// Hands requests to the suite's download object and prints what it is told, each event as a line of
+// JSON, until every request has ended. With --shut-down or --let-go it has enough at the first
+// event: it shuts the object down, or releases it, and prints how many threads there were before
+// the object and are afterwards. With --again it then asks anew for the last of its requests.
+#include <windows.h>
+
+#include <shellapi.h>
+#include <tlhelp32.h>
+
+#include <cstdio>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "base/failure.h"
+#include "platform/win32/system/handles.h"
+#include "platform/win32/system/utf.h"
+#include "platform/win32/win32_platform.h"
+
+namespace {
+
+namespace platform = kitbay::platform;
+namespace win32 = kitbay::platform::win32;
+
+std::string Quoted(const std::string& text) {
+  std::string quoted = "\"";
+  for (const char character : text) {
+    if (character == '"' || character == '\\') quoted += '\\';
+    quoted += character;
+  }
+  return quoted + '"';
+}
+
+void Print(const std::string& line) {
+  std::printf("%s\n", line.c_str());
+  std::fflush(stdout);
+}
+
+int ThreadCount() {
+  const win32::UniqueFile snapshot(CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0));
+  THREADENTRY32 entry{};
+  entry.dwSize = sizeof entry;
+  int count = 0;
+  for (BOOL more = Thread32First(snapshot.get(), &entry); more;
+       more = Thread32Next(snapshot.get(), &entry)) {
+    if (entry.th32OwnerProcessID == GetCurrentProcessId()) ++count;
+  }
+  return count;
+}
+
+bool SuiteCanUnload() {
+  const FARPROC address = GetProcAddress(GetModuleHandleW(L"OvalinkSuite.dll"), "DllCanUnloadNow");
+  return address != nullptr &&
+         reinterpret_cast<HRESULT(WINAPI*)()>(reinterpret_cast<void*>(address))() == S_OK;
+}
+
+enum class Ending { kNone, kShutDown, kLetGo, kAgain };
+
+class Client : public platform::OvTransportEvents {
+ public:
+  Client(Ending ending, std::vector<std::string> words)
+      : ending_(ending), words_(std::move(words)), objects_(win32::MakeSuiteObjects()) {
+    object_ = objects_->CreateTransportObject("URLDownloadLib.URLDownload");
+    object_->SetUp(*this);
+    threads_before_ = ThreadCount();
+  }
+
+  void Run() {
+    for (std::size_t at = 0; at + 3 <= words_.size(); at += 3) Request(at);
+    MSG message;
+    while (open_ > 0 && GetMessageW(&message, nullptr, 0, 0) > 0) DispatchMessageW(&message);
+  }
+
+  void Message(const std::string& path, const std::string& field,
+               const std::string& value) override {
+    Tell("Message", path, ",\"field\":" + Quoted(field) + ",\"value\":" + Quoted(value));
+    if (value == "true") --open_;
+    if (ending_ != Ending::kNone) End();
+  }
+
+  void Exception(const std::string& path, const std::string& message) override {
+    Tell("Exception", path, ",\"message\":" + Quoted(message));
+    --open_;
+  }
+
+ private:
+  void Request(std::size_t at) {
+    ++open_;
+    in_request_ = true;
+    object_->Request("<server>" + words_[at] + "</server><filetodownload>" + words_[at + 1] +
+                     "</filetodownload><destpath>" + words_[at + 2] +
+                     "</destpath><progressevents>true</progressevents>");
+    in_request_ = false;
+  }
+
+  void Tell(const std::string& event, const std::string& path, const std::string& rest) const {
+    const bool in_place = !in_request_ && GetCurrentThreadId() == thread_;
+    Print("{\"event\":" + Quoted(event) + ",\"path\":" + Quoted(path) + rest +
+          (in_place ? "" : ",\"misplaced\":true") + "}");
+  }
+
+  void End() {
+    const Ending ending = std::exchange(ending_, Ending::kNone);
+    open_ = 0;
+    if (ending == Ending::kLetGo) {
+      object_.reset();
+    } else {
+      object_->ShutDown();
+    }
+    Print("{\"event\":\"Ended\",\"before\":" + std::to_string(threads_before_) +
+          ",\"threads\":" + std::to_string(ThreadCount()) + "}");
+    if (ending == Ending::kAgain) {
+      object_->SetUp(*this);
+      Request(words_.size() - 3);
+    }
+  }
+
+  Ending ending_;
+  std::vector<std::string> words_;
+  const DWORD thread_ = GetCurrentThreadId();
+  std::unique_ptr<platform::SuiteObjects> objects_;
+  std::unique_ptr<platform::TransportObject> object_;
+  int threads_before_ = 0;
+  int open_ = 0;
+  bool in_request_ = false;
+};
+
+std::vector<std::string> Words() {
+  int count = 0;
+  wchar_t** const words = CommandLineToArgvW(GetCommandLineW(), &count);
+  std::vector<std::string> result;
+  for (int i = 1; i < count; ++i) result.push_back(win32::ToUtf8(words[i]));
+  LocalFree(words);
+  return result;
+}
+
+Ending TakeEnding(std::vector<std::string>& words) {
+  Ending ending = Ending::kNone;
+  if (words.empty()) return ending;
+  if (words.front() == "--shut-down") ending = Ending::kShutDown;
+  if (words.front() == "--let-go") ending = Ending::kLetGo;
+  if (words.front() == "--again") ending = Ending::kAgain;
+  if (ending != Ending::kNone) words.erase(words.begin());
+  return ending;
+}
+
+}  // namespace
+
+int main() {
+  try {
+    std::vector<std::string> words = Words();
+    const Ending ending = TakeEnding(words);
+    const win32::ComApartment apartment;
+    Client(ending, std::move(words)).Run();
+    // What the system still holds of a cancelled transfer comes to its end by itself.
+    const ULONGLONG limit = GetTickCount64() + 60000;
+    while (!SuiteCanUnload() && GetTickCount64() < limit) Sleep(10);
+    Print(std::string("{\"event\":\"Gone\",\"library\":") +
+          (SuiteCanUnload() ? "\"free\"}" : "\"held\"}"));
+    return 0;
+  } catch (const kitbay::base::Failure& failure) {
+    Print("{\"event\":\"Failure\",\"number\":" + std::to_string(failure.number()) +
+          ",\"description\":" + Quoted(failure.description()) + "}");
+    return 1;
+  }
+}
