@@ -16,6 +16,9 @@ const prefix = process.env.WINEPREFIX?.startsWith(`${root}/build/`)
   ? process.env.WINEPREFIX
   : path.join(root, 'build/wine');
 const environment = { ...process.env, WINEPREFIX: prefix };
+export const prefixFolder = prefix;
+export const downloadClient =
+  process.env.KITBAY_DOWNLOAD_CLIENT ?? path.join(build, 'tests/e2e/download_client/download_client.exe');
 
 const driveC = path.join(prefix, 'drive_c');
 const suiteFolder = 'Program Files/Ovalink';

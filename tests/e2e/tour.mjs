@@ -53,9 +53,10 @@ async function download() {
   await kitbay.click('#updatedaddons > div input');
   await drip.reached;
   await drip.next(100 * 1024);
-  await eventually('progress', async () =>
-    (await windows()).find(isKitbay).controls.some(({ value }) => value > 0),
-  );
+  await eventually('progress', async () => {
+    await drip.next(1024);
+    return (await windows()).find(isKitbay).controls.some(({ value }) => value > 30);
+  });
   await show('a download');
   await drip.rest();
 }

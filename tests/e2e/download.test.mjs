@@ -1,0 +1,415 @@
+// The suite's download object, against a source that misbehaves in every way.
+import assert from 'node:assert/strict';
+import { spawn } from 'node:child_process';
+import { once } from 'node:events';
+import fs from 'node:fs';
+import os from 'node:os';
+import path from 'node:path';
+import { createInterface } from 'node:readline';
+import { after, afterEach, before, beforeEach, describe, test as nodeTest } from 'node:test';
+import { UpdateSource } from '../../standins/update_source/server.mjs';
+import { downloadClient, prefixFolder, root, wine } from './harness.mjs';
+
+const kManifest = '/ovalink.xml';
+const kSettings = 'HKCU\\Software\\Ovalink';
+const folder = path.join(prefixFolder, 'drive_c/downloads');
+const destination = 'C:\\downloads\\file.xml';
+const test = (name, body) => nodeTest(name, { timeout: 120000 }, body);
+
+/**
+ * Runs the client and gives the events it was told of. `onEvent` gets each at once. Requests are
+ * {server, path, destination}.
+ */
+async function download(requests, { ending = null, onEvent = () => {} } = {}) {
+  const words = requests.flatMap((request) => [request.server, request.path, request.destination ?? destination]);
+  const client = spawn(
+    path.join(root, 'tools/wine_run'),
+    [downloadClient, ...(ending ? [`--${ending}`] : []), ...words],
+    { env: { ...process.env, WINEPREFIX: prefixFolder }, stdio: ['ignore', 'pipe', 'inherit'] },
+  );
+  const ended = once(client, 'exit');
+  const events = [];
+  for await (const line of createInterface(client.stdout)) {
+    events.push(JSON.parse(line));
+    onEvent(events.at(-1));
+  }
+  assert.equal((await ended)[0], 0, JSON.stringify(events));
+  assert.deepEqual(events.pop(), { event: 'Gone', library: 'free' });
+  return events;
+}
+
+const message = (path, field, value) => ({ event: 'Message', path, field, value: String(value) });
+const exception = (path, text) => ({ event: 'Exception', path, message: text });
+const completed = (path) => message(path, 'Completed', 'true');
+const arrived = (path, content) => [message(path, 'Total-Length', content.length), completed(path)];
+const files = () => fs.readdirSync(folder).sort();
+const stored = (name = 'file.xml') => fs.readFileSync(path.join(folder, name));
+const set = (name, data) => wine('reg', 'add', kSettings, '/v', name, '/d', data, '/f');
+const unset = (name) => wine('reg', 'delete', kSettings, '/v', name, '/f').catch(() => {});
+
+let source;
+
+/** What the client is told when it asks the source for a path. */
+const ask = (path = kManifest, options) => download([{ server: source.host, path }], options);
+
+before(async () => {
+  await wine('cmd', '/c', 'rem');
+  await set('TransferTimeout', '2');
+});
+after(async () => {
+  await unset('TransferTimeout');
+  fs.rmSync(folder, { recursive: true, force: true });
+});
+beforeEach(async () => {
+  fs.rmSync(folder, { recursive: true, force: true });
+  fs.mkdirSync(folder);
+  source = await UpdateSource.start();
+});
+afterEach(() => source.close());
+
+describe('A file', () => {
+  test('arrives whole, under its own name only', async () => {
+    const content = source.contentOf(kManifest);
+    assert.deepEqual(await ask(), arrived(kManifest, content));
+    assert.deepEqual(stored(), content);
+    assert.deepEqual(files(), ['file.xml']);
+  });
+
+  test('is asked for without cookies or names, once', async () => {
+    await ask();
+    const [{ method, headers }, ...more] = source.requests;
+    assert.deepEqual(more, []);
+    assert.equal(method, 'GET');
+    assert.deepEqual(headers, { connection: 'Keep-Alive', 'user-agent': 'Kitbay', host: source.host });
+  });
+
+  test('takes the place of an older one', async () => {
+    fs.writeFileSync(path.join(folder, 'file.xml'), 'older, and longer'.repeat(1000));
+    await ask();
+    assert.deepEqual(stored(), source.contentOf(kManifest));
+    assert.deepEqual(files(), ['file.xml']);
+  });
+
+  test('of no bytes arrives as well', async () => {
+    source.misbehave(kManifest, 'empty');
+    assert.deepEqual(await ask(), arrived(kManifest, ''));
+    assert.equal(stored().length, 0);
+  });
+
+  test('of 100 MB arrives with progress that grows', async () => {
+    source.misbehave(kManifest, 'zeros');
+    const events = await ask();
+    const bytes = 100 * 1024 * 1024;
+    assert.deepEqual(events.shift(), message(kManifest, 'Total-Length', bytes));
+    assert.deepEqual(events.pop(), completed(kManifest));
+    let last = 0;
+    for (const { field, value } of events) {
+      assert.equal(field, 'Received');
+      assert.ok(Number(value) > last && Number(value) < bytes, value);
+      last = Number(value);
+    }
+    assert.equal(fs.statSync(path.join(folder, 'file.xml')).size, bytes);
+  });
+
+  test('that drips reports how far it is', async () => {
+    source.publish('/five.xml', 'abcde');
+    const drip = source.misbehave('/five.xml', 'drip');
+    const asking = ask('/five.xml', {
+      // A byte that comes at once after the one before is not worth a message: each waits until it is.
+      onEvent: ({ field, value }) => {
+        if (field === 'Total-Length' || field === 'Received') setTimeout(() => drip.next(), 150);
+      },
+    });
+    const counts = [1, 2, 3, 4].map((count) => message('/five.xml', 'Received', count));
+    assert.deepEqual(await asking, [
+      message('/five.xml', 'Total-Length', 5), ...counts, completed('/five.xml'),
+    ]);
+    assert.equal(stored().toString(), 'abcde');
+  });
+
+  for (const mode of ['chunked', 'no-length']) {
+    test(`without an announced length (${mode}) arrives without progress`, async () => {
+      source.misbehave(kManifest, mode);
+      assert.deepEqual(await ask(), [completed(kManifest)]);
+      assert.deepEqual(stored(), source.contentOf(kManifest));
+    });
+  }
+
+  test('arrives as the server sends it, be it a login page', async () => {
+    source.misbehave(kManifest, 'login-page');
+    const [total, last] = await ask();
+    assert.match(stored().toString(), /type="password"/);
+    assert.deepEqual([total, last], arrived(kManifest, stored()));
+  });
+
+  test('after another waits for its turn', async () => {
+    const stall = source.misbehave(kManifest, 'stall');
+    const asking = download([
+      { server: source.host, path: kManifest },
+      { server: source.host, path: '/none.xml', destination: 'C:\\downloads\\none.xml' },
+      { server: source.host, path: '/partners.xml', destination: 'C:\\downloads\\partners.xml' },
+    ]);
+    await stall.reached;
+    assert.deepEqual(source.requests.map((request) => request.path), [kManifest]);
+    await stall.rest();
+    assert.deepEqual(await asking, [
+      ...arrived(kManifest, source.contentOf(kManifest)),
+      exception('/none.xml', 'The server answered 404 (Not Found)'),
+      ...arrived('/partners.xml', source.contentOf('/partners.xml')),
+    ]);
+    assert.deepEqual(files(), ['file.xml', 'partners.xml']);
+  });
+
+  test('is reported by the path as it was written', async () => {
+    const written = `//${source.host}/ovalink.xml?for=you & me`;
+    const events = await download([{ server: 'http:', path: written }]);
+    assert.deepEqual(events, arrived(written, source.contentOf(kManifest)));
+  });
+});
+
+describe('A source that fails', () => {
+  /** One exception, no file, and an older file as it was. */
+  async function fails(text, asking = ask()) {
+    const events = await asking;
+    assert.deepEqual(events.filter(({ event }) => event === 'Exception'), [events.at(-1)]);
+    assert.deepEqual(events.at(-1), exception(events.at(-1).path, text));
+    assert.deepEqual(files(), []);
+    return events;
+  }
+
+  test('by refusing the connection', async (t) => {
+    const port = await source.closedPort();
+    t.after(port.release);
+    await fails('The server could not be reached', download([{ server: port.host, path: kManifest }]));
+  });
+
+  test('by having no name', async () => {
+    const asking = download([{ server: 'updates.invalid', path: kManifest }]);
+    await fails('The server could not be found', asking);
+  });
+
+  test('by breaking the connection off', async () => {
+    source.misbehave(kManifest, 'refuse');
+    await fails('The server broke the connection off');
+  });
+
+  test('by silence before the answer', async () => {
+    source.misbehave(kManifest, 'stall');
+    await fails('connection timed out');
+  });
+
+  test('by silence in the answer', async () => {
+    source.misbehave(kManifest, 'stall-body', { after: 33 });
+    const events = await fails('connection timed out');
+    assert.equal(events[0].field, 'Total-Length');
+  });
+
+  test('by cutting the answer short', async () => {
+    source.misbehave(kManifest, 'cut-short', { after: 100 });
+    const { length } = source.contentOf(kManifest);
+    await fails(`The answer was cut short: 100 of ${length} bytes`);
+  });
+
+  test('by breaking the connection off in the answer', async () => {
+    const stall = source.misbehave(kManifest, 'stall-body', { after: 100 });
+    const asking = ask();
+    await stall.reached;
+    stall.breakOff();
+    const events = await asking;
+    assert.match(events.at(-1).message, /^The answer was cut short: \d+ of \d+ bytes$/);
+    assert.deepEqual(files(), []);
+  });
+
+  test('by cutting the chunks short', async () => {
+    source.misbehave(kManifest, 'chunked-cut-short');
+    const [event, ...more] = await ask();
+    assert.deepEqual(more, []);
+    // Wine takes the end of the connection for the end of the chunks; Windows does not.
+    if (event.event === 'Message') {
+      const content = source.contentOf(kManifest);
+      assert.deepEqual(event, completed(kManifest));
+      assert.deepEqual(stored(), content.subarray(0, content.length >> 1));
+    } else {
+      assert.match(event.message, /^The answer was cut short: \d+ bytes$/);
+      assert.deepEqual(files(), []);
+    }
+  });
+
+  for (const [status, words] of [[401, 'Unauthorized'], [404, 'Not Found'], [500, 'Internal Server Error']]) {
+    test(`by answering ${status}`, async () => {
+      source.misbehave(kManifest, String(status));
+      await fails(`The server answered ${status} (${words})`);
+      assert.equal(source.requests.length, 1);
+    });
+  }
+
+  test('leaves an older file as it was', async () => {
+    fs.writeFileSync(path.join(folder, 'file.xml'), 'older');
+    source.misbehave(kManifest, 'cut-short', { after: 100 });
+    await ask();
+    assert.equal(stored().toString(), 'older');
+    assert.deepEqual(files(), ['file.xml']);
+  });
+
+  test('sending more than it announced delivers what it announced, or nothing', async () => {
+    source.misbehave(kManifest, 'too-much', { announced: 5, extra: 0 });
+    const events = await ask();
+    const content = source.contentOf(kManifest).subarray(0, 5);
+    if (events.at(-1).event === 'Exception') {
+      assert.equal(events.at(-1).message, 'The server sent more than the 5 bytes it announced');
+      assert.deepEqual(files(), []);
+    } else {
+      assert.deepEqual(events, arrived(kManifest, content));
+      assert.deepEqual(stored(), content);
+    }
+  });
+});
+
+describe('A destination', () => {
+  for (const [what, where] of [
+    ['in no folder', 'C:\\missing\\file.xml'],
+    ['that is a folder', 'C:\\windows'],
+    ['that is relative', 'downloads\\file.xml'],
+    ['without a drive', '\\downloads\\file.xml'],
+    ['on another computer', '\\\\127.0.0.1\\share\\file.xml'],
+    ['of no name', ''],
+  ]) {
+    test(`${what} is refused`, async () => {
+      const [...events] = await download([{ server: source.host, path: kManifest, destination: where }]);
+      assert.match(events.at(-1).message, /^The file could not be written: /);
+      assert.deepEqual(files(), []);
+    });
+  }
+});
+
+describe('A redirection', () => {
+  test('within the host is followed', async () => {
+    source.misbehave(kManifest, 'redirect', { to: '/partners.xml' });
+    assert.deepEqual(await ask(), arrived(kManifest, source.contentOf('/partners.xml')));
+    assert.deepEqual(stored(), source.contentOf('/partners.xml'));
+  });
+
+  test('away from the host is not', async () => {
+    source.misbehave(kManifest, 'redirect', { to: `${source.otherOrigin}/partners.xml` });
+    assert.deepEqual(await ask(), [
+      exception(kManifest, 'The server sent the request on to http://localhost, which is not allowed'),
+    ]);
+    assert.equal(source.requests.length, 1);
+  });
+
+  test('in a circle ends after ten', async () => {
+    source.misbehave(kManifest, 'redirect-loop');
+    assert.deepEqual(await ask(), [exception(kManifest, 'The server sent the request on too often')]);
+    assert.equal(source.requests.length, 11);
+  });
+});
+
+describe('A secure source', () => {
+  let secure;
+  const askSecurely = (path = kManifest) =>
+    download([{ server: 'https:', path: `//${secure.host}${path}` }]);
+
+  before(async () => {
+    const entry = path.join(fs.mkdtempSync(path.join(os.tmpdir(), 'kitbay-e2e-')), 'authority.reg');
+    fs.writeFileSync(entry, UpdateSource.certificates().registryEntry);
+    await wine('regedit', '/S', `Z:${entry.replaceAll('/', '\\')}`);
+    fs.rmSync(path.dirname(entry), { recursive: true });
+  });
+
+  const start = async (t, tls) => {
+    secure = await UpdateSource.start({ tls });
+    t.after(() => secure.close());
+  };
+
+  test('with a good certificate delivers', async (t) => {
+    await start(t, 'good');
+    const [total, last] = await askSecurely();
+    assert.equal(total.value, String(secure.contentOf(kManifest).length));
+    assert.equal(last.value, 'true');
+    assert.deepEqual(stored(), secure.contentOf(kManifest));
+  });
+
+  for (const [tls, words] of [
+    ['wrong-name', 'The server\'s certificate is for another server'],
+    ['expired', 'The server\'s certificate has expired or is not valid yet'],
+    ['self-signed', 'The server\'s certificate is not trusted'],
+  ]) {
+    test(`with a certificate that is ${tls} is asked for nothing`, async (t) => {
+      await start(t, tls);
+      const path = `//${secure.host}${kManifest}`;
+      const [event, ...more] = await askSecurely();
+      assert.deepEqual(more, []);
+      // Wine does not tell what is wrong with a certificate; Windows does.
+      const unsaid = 'No secure connection to the server could be made; its certificate may not be valid';
+      assert.deepEqual(event, exception(path, event.message === unsaid ? unsaid : words));
+      assert.deepEqual(secure.requests, []);
+      assert.deepEqual(files(), []);
+    });
+  }
+
+  test('may redirect to another one, but not to plain HTTP', async (t) => {
+    await start(t, 'good');
+    secure.misbehave(kManifest, 'redirect', { to: `${secure.otherOrigin}/partners.xml` });
+    await askSecurely();
+    assert.deepEqual(stored(), secure.contentOf('/partners.xml'));
+
+    secure.misbehave(kManifest, 'redirect', { to: source.origin + kManifest });
+    const [event] = await askSecurely();
+    assert.equal(event.message, 'The server sent the request on to http://127.0.0.1, which is not allowed');
+    assert.deepEqual(source.requests, []);
+  });
+});
+
+describe('Plain HTTP to a name other than loopback', () => {
+  // A short way to write 127.0.0.1, which is no loopback address by its letters.
+  const elsewhere = () => source.host.replace('127.0.0.1', '127.1');
+
+  test('is refused unless the user lists the server', async () => {
+    const path = `//${elsewhere()}${kManifest}`;
+    const ask = () => download([{ server: 'http:', path }]);
+    assert.deepEqual(await ask(), [exception(path, 'Plain HTTP is not allowed for the server 127.1')]);
+    assert.deepEqual(source.requests, []);
+
+    await set('PlainHttpServers', `other.example;${elsewhere()}`);
+    try {
+      assert.deepEqual(await ask(), arrived(path, source.contentOf(kManifest)));
+    } finally {
+      await unset('PlainHttpServers');
+    }
+  });
+
+  test('is not what a server without a scheme is asked with', async () => {
+    const [event] = await download([{ server: elsewhere(), path: kManifest }]);
+    assert.equal(event.event, 'Exception');
+    assert.deepEqual(source.requests, []);
+  });
+});
+
+describe('A client that has had enough', () => {
+  for (const ending of ['shut-down', 'let-go']) {
+    test(`and says so by ${ending} gets no file, no events and no thread`, async () => {
+      source.misbehave(kManifest, 'stall-body', { after: 33 });
+      const events = await download(
+        [kManifest, '/partners.xml'].map((path) => ({ server: source.host, path })),
+        { ending },
+      );
+      const ended = events.pop();
+      assert.equal(ended.event, 'Ended');
+      assert.equal(events.length, 1);
+      assert.ok(ended.threads <= ended.before + 2, JSON.stringify(ended)); console.error(JSON.stringify(ended));
+      assert.deepEqual(files(), []);
+      assert.deepEqual(source.requests.map(({ path }) => path), [kManifest]);
+      await (await source.request(kManifest)).closed;
+    });
+  }
+
+  test('may ask the same object again', async () => {
+    source.misbehave(kManifest, 'stall-body', { after: 33 });
+    const events = await download(
+      [kManifest, '/partners.xml'].map((path) => ({ server: source.host, path })),
+      { ending: 'again' },
+    );
+    assert.deepEqual(events.slice(2), arrived('/partners.xml', source.contentOf('/partners.xml')));
+    assert.deepEqual(files(), ['file.xml']);
+  });
+});
