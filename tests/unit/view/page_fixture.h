@@ -4,7 +4,9 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
+#include "base/text.h"
 #include "catalog/available_updates.h"
 #include "catalog/file_version.h"
 #include "catalog/installed_components.h"
@@ -42,9 +44,35 @@ class PageTest : public ::testing::Test {
     files_.AddFile("C:\\Ovalink\\Datastore\\olregistry.xml", content);
   }
 
+  /// Lets one update source have answered with that manifest.
+  void OfferManifest(const std::string& content) {
+    sources_.UpdateSources = {"updates.example/list.xml"};
+    files_.AddFile("C:\\Ovalink\\Kitbay\\list.xml", content);
+  }
+
   platform::HtmlNodeRef At(const std::string& id) const { return document_->ById(id); }
 
   std::string Display(const std::string& id) const { return At(id)->Style("display"); }
+
+  /// The display of the three lists of a category: addons, transports, channels.
+  std::vector<std::string> Displays(const std::string& category) const {
+    return {Display(category + "addons"), Display(category + "transports"),
+            Display(category + "channels")};
+  }
+
+  /// The image files of a bar, in its order.
+  std::vector<std::string> Images(const std::string& bar) const {
+    std::vector<std::string> images;
+    for (int i = 0; i < At(bar)->ChildCount(); ++i) {
+      images.push_back(base::AfterLastSlash(At(bar)->Child(i)->Src()));
+    }
+    return images;
+  }
+
+  /// A button of a row; heading and rows of a list count from 0, and so do the buttons.
+  platform::HtmlNodeRef Button(const std::string& container, int row, int button = 0) const {
+    return At(container)->Child(row)->Child(1)->Child(0)->Child(1)->Child(button);
+  }
 
   static fakes::LogEntry Entry(const std::string& procedure, int number,
                                const std::string& description) {

@@ -16,24 +16,9 @@ class PageTabsTest : public PageTest {
     InstallDatastore(kSmallDatastore);
   }
 
-  /// The image files of a bar, in its order.
-  std::vector<std::string> Images(const std::string& bar) const {
-    std::vector<std::string> files;
-    for (int i = 0; i < At(bar)->ChildCount(); ++i) {
-      files.push_back(base::AfterLastSlash(At(bar)->Child(i)->Src()));
-    }
-    return files;
-  }
-
   /// What is clicked: the tab of a bar at that place.
   void ClickIsOn(const std::string& bar, int place) {
     document_->set_event_source(At(bar)->Child(place));
-  }
-
-  /// The display of the three lists of a category: addons, transports, channels.
-  std::vector<std::string> Displays(const std::string& category) const {
-    return {Display(category + "addons"), Display(category + "transports"),
-            Display(category + "channels")};
   }
 };
 
@@ -173,6 +158,70 @@ TEST_F(PageTabsTest, ATabImageWithoutAParentDoesNothing) {
   document_->set_event_source(document_->CreateElement("<img id='trans'>"));
   EXPECT_FALSE(tabs_.ShowInstalledTab());
   EXPECT_THAT(log_.entries, IsEmpty());
+}
+
+TEST_F(PageTabsTest, ShowOnlyUpdatedHidesTheInstalledLists) {
+  tabs_.ShowOnlyUpdated();
+  EXPECT_THAT(Displays("installed"), ElementsAre("none", "none", "none"));
+  EXPECT_THAT(Displays("updated"), ElementsAre("", "", ""));
+  EXPECT_THAT(log_.entries, IsEmpty());
+}
+
+TEST_F(PageTabsTest, ShowOnlyUpdatedLogsWithATrailingBlankAndKeepsWhatIsHidden) {
+  At("installedtransports")->RemoveNode(true);
+  tabs_.ShowOnlyUpdated();
+  EXPECT_EQ(Display("installedaddons"), "none");
+  EXPECT_EQ(Display("installedchannels"), "");
+  EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::ShowOnlyUpdated ", 91, kNotSet)));
+}
+
+TEST_F(PageTabsTest, AClickInTheUpdatesBarShowsAddonsAlone) {
+  ClickIsOn("tabencloser", kAddonsTab);
+  EXPECT_TRUE(tabs_.ShowUpdatedTab());
+  EXPECT_THAT(Images("tabencloser"), ElementsAre("uchannels.gif", "utrans.gif", "iaddons.gif"));
+  EXPECT_THAT(Images("itabencloser"), ElementsAre("ichannels.gif", "utrans.gif", "uaddons.gif"));
+  EXPECT_THAT(Displays("updated"), ElementsAre("", "none", "none"));
+  EXPECT_THAT(Displays("installed"), ElementsAre("none", "none", "none"));
+}
+
+TEST_F(PageTabsTest, AClickInTheUpdatesBarShowsTransportsAlone) {
+  ClickIsOn("tabencloser", kTransportsTab);
+  EXPECT_TRUE(tabs_.ShowUpdatedTab());
+  EXPECT_THAT(Images("tabencloser"), ElementsAre("uchannels.gif", "itrans.gif", "uaddons.gif"));
+  EXPECT_THAT(Displays("updated"), ElementsAre("none", "", "none"));
+}
+
+TEST_F(PageTabsTest, AClickInTheUpdatesBarShowsChannelsAlone) {
+  tabs_.showImage("trans", At("tabencloser"));
+  ClickIsOn("tabencloser", kChannelsTab);
+  EXPECT_TRUE(tabs_.ShowUpdatedTab());
+  EXPECT_THAT(Images("tabencloser"), ElementsAre("ichannels.gif", "utrans.gif", "uaddons.gif"));
+  EXPECT_THAT(Displays("updated"), ElementsAre("none", "none", ""));
+}
+
+TEST_F(PageTabsTest, AClickInTheUpdatesBarListsNothingAnew) {
+  OfferManifest(kSmallManifest);
+  for (const int tab : {kAddonsTab, kTransportsTab, kChannelsTab}) {
+    ClickIsOn("tabencloser", tab);
+    EXPECT_TRUE(tabs_.ShowUpdatedTab());
+  }
+  for (const char* list : {"installedaddons", "installedtransports", "installedchannels",
+                           "updatedaddons", "updatedtransports", "updatedchannels"}) {
+    EXPECT_EQ(At(list)->InnerHtml(), "") << list;
+  }
+}
+
+TEST_F(PageTabsTest, AClickInTheInstalledBarIsNoneOfTheUpdates) {
+  ClickIsOn("itabencloser", kAddonsTab);
+  const std::string before = document_->TreeText();
+  EXPECT_FALSE(tabs_.ShowUpdatedTab());
+  EXPECT_EQ(document_->TreeText(), before);
+  EXPECT_THAT(log_.entries, IsEmpty());
+}
+
+TEST_F(PageTabsTest, WithoutAnEventAClickInTheUpdatesBarIsLoggedAndYieldsFalse) {
+  EXPECT_FALSE(tabs_.ShowUpdatedTab());
+  EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::ShowUpdatedTab", 91, kNotSet)));
 }
 
 TEST_F(PageTabsTest, WithoutAnEventAClickOnATabIsLoggedAndYieldsFalse) {

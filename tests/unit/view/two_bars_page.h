@@ -27,4 +27,16 @@ inline constexpr const char* kSmallDatastore =
     "<description>Tells news.</description><core>0</core></channel></channels>"
     "</root>";
 
+/// A manifest that offers one new component of each kind.
+inline constexpr const char* kSmallManifest =
+    "<components>"
+    "<addons><addon id='polls'><name>Polls</name><version>1.1</version>"
+    "<description>Asks.</description><url>updates.example/polls.zip</url></addon></addons>"
+    "<transports><transport id='wire'><name>Wire</name><version>1.2</version>"
+    "<description>Carries.</description><url>updates.example/wire.zip</url></transport></"
+    "transports>"
+    "<channels><channel id='music'><name>Music</name><version>1.3</version>"
+    "<description>Plays.</description><url>updates.example/music.zip</url></channel></channels>"
+    "</components>";
+
 }  // namespace kitbay::view

@@ -1,0 +1,105 @@
+// The bars of the two categories: images carried over, and the lists that they select.
+#include "page_fixture.h"
+#include "two_bars_page.h"
+#include "view/page_categories.h"
+
+namespace kitbay::view {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+class CategoryBars : public PageTest {
+ protected:
+  CategoryBars() { Show(kTwoBarsPage); }
+
+  void PreserveInstalled() {
+    categories_.PreserveTab("installedaddons", "installedtransports", "installedchannels",
+                            "imgtab1");
+  }
+};
+
+TEST_F(CategoryBars, ChangeImagesGivesEachTabTheImageAtItsPlace) {
+  tabs_.showImage("trans", At("tabencloser"));
+  categories_.ChangeImages("imgtab1", "imgtab");
+  EXPECT_THAT(Images("itabencloser"), ElementsAre("uchannels.gif", "itrans.gif", "uaddons.gif"));
+  EXPECT_THAT(Images("tabencloser"), ElementsAre("uchannels.gif", "itrans.gif", "uaddons.gif"));
+  EXPECT_THAT(log_.entries, IsEmpty());
+}
+
+TEST_F(CategoryBars, ChangeImagesLeavesHiddenTabsHidden) {
+  At("tabencloser")->Child(0)->SetStyle("display", "none");
+  categories_.ChangeImages("imgtab", "imgtab1");
+  EXPECT_EQ(At("tabencloser")->Child(0)->Style("display"), "none");
+  EXPECT_EQ(At("itabencloser")->Child(0)->Style("display"), "");
+}
+
+TEST_F(CategoryBars, ChangeImagesToAShorterBarIsLoggedAndKeepsWhatItCopied) {
+  tabs_.showImage("addons", At("itabencloser"));
+  At("tabencloser")->Child(2)->RemoveNode(true);
+  categories_.ChangeImages("imgtab", "imgtab1");
+  EXPECT_THAT(Images("tabencloser"), ElementsAre("uchannels.gif", "utrans.gif"));
+  EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::ChangeImages", 91, kNotSet)));
+}
+
+TEST_F(CategoryBars, ChangeImagesFromAnEmptyHolderIsLogged) {
+  At("imgtab1")->SetInnerHtml("");
+  categories_.ChangeImages("imgtab1", "imgtab");
+  EXPECT_THAT(Images("itabencloser"), ElementsAre("ichannels.gif", "utrans.gif", "uaddons.gif"));
+  EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::ChangeImages", 91, kNotSet)));
+}
+
+TEST_F(CategoryBars, PreserveTabShowsTheListOfTheSelectedTabAlone) {
+  tabs_.showImage("addons", At("tabencloser"));
+  PreserveInstalled();
+  EXPECT_THAT(Displays("installed"), ElementsAre("", "none", "none"));
+  tabs_.showImage("trans", At("tabencloser"));
+  PreserveInstalled();
+  EXPECT_THAT(Displays("installed"), ElementsAre("none", "", "none"));
+  tabs_.showImage("channels", At("tabencloser"));
+  PreserveInstalled();
+  EXPECT_THAT(Displays("installed"), ElementsAre("none", "none", ""));
+  EXPECT_THAT(Displays("updated"), ElementsAre("", "", ""));
+  EXPECT_THAT(log_.entries, IsEmpty());
+}
+
+TEST_F(CategoryBars, PreserveTabReadsTheHolderItIsGiven) {
+  tabs_.showImage("trans", At("itabencloser"));
+  categories_.PreserveTab("updatedaddons", "updatedtransports", "updatedchannels", "imgtab");
+  EXPECT_THAT(Displays("updated"), ElementsAre("none", "", "none"));
+}
+
+TEST_F(CategoryBars, PreserveTabLooksAtTheFileNameOfAnAbsoluteAddressOnly) {
+  At("tabencloser")->Child(0)->SetSrc("file:///C:/Program%20Files/i/uchannels.gif");
+  At("tabencloser")->Child(1)->SetSrc("file:///C:/Kit%20u/itrans.gif?width=1&u=2");
+  At("tabencloser")->Child(2)->SetSrc("file:///C:/i.files/uaddons.gif#i");
+  PreserveInstalled();
+  EXPECT_THAT(Displays("installed"), ElementsAre("none", "", "none"));
+  EXPECT_THAT(log_.entries, IsEmpty());
+}
+
+TEST_F(CategoryBars, PreserveTabLeavesTheListOfAnImageOfNeitherLook) {
+  At("installedtransports")->SetStyle("display", "block");
+  At("tabencloser")->Child(1)->SetSrc("blank.gif");
+  PreserveInstalled();
+  EXPECT_THAT(Displays("installed"), ElementsAre("none", "block", ""));
+}
+
+TEST_F(CategoryBars, PreserveTabWithoutABarIsLogged) {
+  At("imgtab1")->SetInnerHtml("");
+  PreserveInstalled();
+  EXPECT_THAT(Displays("installed"), ElementsAre("", "", ""));
+  EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::PreserveTab", 91, kNotSet)));
+}
+
+TEST_F(CategoryBars, PreserveTabKeepsWhatItSetBeforeAFailure) {
+  At("installedtransports")->RemoveNode(true);
+  tabs_.showImage("addons", At("tabencloser"));
+  PreserveInstalled();
+  EXPECT_EQ(Display("installedchannels"), "none");
+  EXPECT_EQ(Display("installedaddons"), "");
+  EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::PreserveTab", 91, kNotSet)));
+}
+
+}  // namespace
+}  // namespace kitbay::view
