@@ -65,6 +65,7 @@ try {
   const page = await kitbay.page();
   await page.waitFor(`document.getElementById('itabencloser')`);
   await manifest.reached;
+  await page.settled();
   await show('asking a source');
   await installed(page);
   await manifest.rest();

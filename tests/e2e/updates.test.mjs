@@ -4,7 +4,9 @@ import fs from 'node:fs';
 import path from 'node:path';
 import { afterEach, beforeEach, test } from 'node:test';
 import { UpdateSource } from '../../standins/update_source/server.mjs';
-import { confirmMessage, eventually, picture, probe, rowsOf, Suite, windows, isKitbay } from './harness.mjs';
+import { confirmMessage, eventually, picture, probe, rowsOf, Suite, windows, isKitbay, wine } from './harness.mjs';
+
+const settingsKey = 'HKCU\\Software\\Ovalink';
 
 let source;
 let suite;
@@ -126,6 +128,22 @@ for (const [mode, options] of [
       suite.logEntries().map(({ procedure }) => procedure),
       ['Kitbay::OvTransportEvents_Exception'],
     );
+  });
+}
+
+for (const mode of ['stall', 'stall-body']) {
+  test(`"${mode}" ends with the time-out alone as message`, async () => {
+    await wine('reg', 'add', settingsKey, '/v', 'TransferTimeout', '/d', '1', '/f');
+    try {
+      source.misbehave('/ovalink.xml', mode);
+      await started(`${source.host}/ovalink.xml`, `${source.host}/partners.xml`);
+      assert.equal(await confirmMessage(), 'connection timed out');
+      await (await kitbay.page()).waitFor(answered);
+      assert.deepEqual(suite.manifests(), ['partners.xml']);
+      await closed();
+    } finally {
+      await wine('reg', 'delete', settingsKey, '/v', 'TransferTimeout', '/f');
+    }
   });
 }
 
