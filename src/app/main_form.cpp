@@ -118,6 +118,7 @@ void MainForm::WebBrowser1_DocumentComplete() {
                 transport_->SetUp(parts_.transfer_events);
               }) &&
       guarded(parts_.log, "Kitbay::OvGlobals.URLDownLoadProgID create object failed", [&] {
+        parts_.requests.SetDownloadObject(nullptr);
         download_ = suite.CreateTransportObject("URLDownloadLib.URLDownload");
         download_->SetUp(parts_.transfer_events);
         parts_.requests.SetDownloadObject(download_.get());

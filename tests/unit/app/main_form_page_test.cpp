@@ -4,6 +4,8 @@
 namespace kitbay::app {
 namespace {
 
+using fakes::FakeSuiteObjects;
+using ::testing::AllOf;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
@@ -60,6 +62,57 @@ TEST_F(PageLoaded, TheSuitesObjectsReportToTheTransferEvents) {
   LoadPage();
   EXPECT_EQ(suite_objects.Find(kTransport)->receiver, &transfer_events);
   EXPECT_EQ(suite_objects.Find(kDownload)->receiver, &transfer_events);
+}
+
+TEST_F(PageLoaded, TheDownloadObjectTakesTheRequests) {
+  LoadPage();
+  EXPECT_THAT(suite_objects.Find(kDownload)->requests,
+              ElementsAre(AllOf(HasSubstr("<server>updates.example</server>"),
+                                HasSubstr("<filetodownload>/list.xml</filetodownload>"))));
+  EXPECT_THAT(suite_objects.Find(kTransport)->requests, IsEmpty());
+}
+
+TEST_F(PageLoaded, WithoutTheDownloadObjectARequestIsLogged) {
+  suite_objects.missing.insert(kDownload);
+  LoadPage();
+  EXPECT_FALSE(requests.Updates("updates.example", "/list.xml", "C:\\list.xml"));
+  EXPECT_THAT(Log(), HasSubstr(Entry("Kitbay::Updates", "91", kNotSet)));
+}
+
+TEST_F(PageLoaded, AnAnswerOfTheDownloadObjectMovesTheExchangeOn) {
+  LoadPage();
+  platform::OvTransportEvents* receiver = suite_objects.Find(kDownload)->receiver;
+  receiver->Message("/list.xml", "Total-Length", "2048");
+  EXPECT_TRUE(window.progress_bar().visible());
+  files.AddFile("C:\\Ovalink\\Kitbay\\list.xml",
+                "<components><channels><channel id='music'><name>Music</name>"
+                "<version>1.0</version><description/><url>updates.example/music.zip</url>"
+                "</channel></channels></components>");
+  receiver->Message("/list.xml", "Received-Length", "true");
+  EXPECT_FALSE(window.progress_bar().visible());
+  EXPECT_FALSE(At("update")->Disabled());
+  EXPECT_EQ(At("updatedchannels")->ChildNodeCount(), 2);
+  EXPECT_EQ(Log(), Header());
+}
+
+TEST_F(PageLoaded, AFailureOfTheTransportObjectReachesTheUser) {
+  LoadPage();
+  journal.Clear();
+  suite_objects.Find(kTransport)->receiver->Exception("/list.xml", "connection timed out");
+  EXPECT_THAT(CallsOf({"ShowMessage"}), ElementsAre(HasSubstr("connection timed out")));
+}
+
+TEST_F(PageLoaded, TheControlsOfThePageSwitchTheCategory) {
+  files.AddFile("C:\\Ovalink\\Kitbay\\list.xml", "<components/>");
+  LoadPage();
+  suite_objects.Find(kDownload)->receiver->Message("/list.xml", "Received-Length", "true");
+  ASSERT_TRUE(window.document()->Click(At("update")));
+  EXPECT_EQ(At("updatedaddons")->InnerText(), "No additional modules are available right now.");
+  EXPECT_EQ(At("imgtab")->Style("display"), "none");
+  ASSERT_TRUE(window.document()->Click(At("installed")));
+  EXPECT_EQ(At("imgtab")->Style("display"), "");
+  EXPECT_EQ(At("installedchannels")->Style("display"), "");
+  EXPECT_EQ(Log(), Header());
 }
 
 TEST_F(PageLoaded, ThePagesEventsReachTheView) {
@@ -149,6 +202,27 @@ TEST_F(PageLoaded, AMissingListOnThePageIsLoggedWithItsTrailingBlank) {
   At("updatedchannels")->RemoveNode(true);
   window.document()->Click(At("channels"));
   EXPECT_EQ(Log(), Header() + Entry("Kitbay::ShowOnlyInstalled ", "91", kNotSet));
+}
+
+TEST_F(PageLoaded, OfASecondPageTheNewDownloadObjectTakesTheRequests) {
+  LoadPage();
+  const FakeSuiteObjects::Transport* first = suite_objects.Find(kDownload);
+  const std::size_t asked = first->requests.size();
+  window.Navigate("C:\\Ovalink\\Kitbay\\AddonUpdates.html");
+  window.events()->WebBrowser1_DocumentComplete();
+  ASSERT_NE(suite_objects.Find(kDownload), first);
+  EXPECT_TRUE(requests.Updates("updates.example", "/other.xml", "C:\\other.xml"));
+  EXPECT_EQ(first->requests.size(), asked);
+  EXPECT_THAT(suite_objects.Find(kDownload)->requests.back(), HasSubstr("/other.xml"));
+}
+
+TEST_F(PageLoaded, ADownloadObjectOfASecondPageThatCannotBeSetUpTakesNoRequests) {
+  LoadPage();
+  suite_objects.set_up_failures.emplace(kDownload, base::Failure(-2147024891, "Access denied."));
+  window.Navigate("C:\\Ovalink\\Kitbay\\AddonUpdates.html");
+  window.events()->WebBrowser1_DocumentComplete();
+  EXPECT_FALSE(requests.Updates("updates.example", "/other.xml", "C:\\other.xml"));
+  EXPECT_THAT(suite_objects.Find(kDownload)->requests, IsEmpty());
 }
 
 TEST_F(PageLoaded, ASecondPageIsConnectedAnew) {

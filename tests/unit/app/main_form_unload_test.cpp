@@ -1,4 +1,6 @@
 // The end of the main window and of the program.
+#include <functional>
+
 #include "fake_program.h"
 
 namespace kitbay::app {
@@ -130,50 +132,64 @@ TEST_F(EarlyUnload, WithoutTheFileSystemObjectTheProgramEndsLikeAnyOther) {
   EXPECT_TRUE(window.message_loop().quit());
 }
 
-/// A transport object that notes how many update sources are listed when it is shut down.
-class NotingTransport : public platform::TransportObject {
+/// A transport object that tells when it is shut down.
+class TellingTransport : public platform::TransportObject {
  public:
-  NotingTransport(const catalog::UpdateSourceList& sources, std::vector<std::size_t>& noted)
-      : sources_(sources), noted_(noted) {}
+  explicit TellingTransport(const std::function<void()>& on_shut_down)
+      : on_shut_down_(on_shut_down) {}
 
   void SetUp(platform::OvTransportEvents& /*receiver*/) override {}
   void Request(const std::string& /*document*/) override {}
-  void ShutDown() override { noted_.push_back(sources_.UpdateSources.size()); }
+  void ShutDown() override { on_shut_down_(); }
 
  private:
-  const catalog::UpdateSourceList& sources_;
-  std::vector<std::size_t>& noted_;
+  const std::function<void()>& on_shut_down_;
 };
 
-class NotingSuiteObjects : public platform::SuiteObjects {
+class TellingSuiteObjects : public platform::SuiteObjects {
  public:
-  explicit NotingSuiteObjects(const catalog::UpdateSourceList& sources) : sources_(sources) {}
-
   std::unique_ptr<platform::FileSystemObject> CreateFileSystemObject(
       const std::string& /*prog_id*/) override {
     throw base::Failure(base::RuntimeError::kCannotCreateObject);
   }
   std::unique_ptr<platform::TransportObject> CreateTransportObject(
       const std::string& /*prog_id*/) override {
-    return std::make_unique<NotingTransport>(sources_, noted);
+    return std::make_unique<TellingTransport>(on_shut_down);
   }
 
-  std::vector<std::size_t> noted;
-
- private:
-  const catalog::UpdateSourceList& sources_;
+  std::function<void()> on_shut_down;
 };
 
-TEST_F(EarlyUnload, TheTransfersAreShutDownBeforeTheListsAreEmptied) {
-  NotingSuiteObjects noting(sources);
-  MainForm other({log, settings, desktop, keys, noting, window, window.message_loop(),
+class ShutDown : public FakeProgram {
+ protected:
+  ShutDown() {
+    other.Load();
+    other.WebBrowser1_DocumentComplete();
+  }
+
+  TellingSuiteObjects telling;
+  MainForm other{{log, settings, desktop, keys, telling, window, window.message_loop(),
                   installation_check, manager_registration, preference_form, page, page_events,
-                  sources, source_file, update_driver, requests, transfer_events});
-  other.Load();
-  other.WebBrowser1_DocumentComplete();
+                  sources, source_file, update_driver, requests, transfer_events}};
+};
+
+TEST_F(ShutDown, ComesBeforeTheListsAreEmptied) {
+  std::vector<std::size_t> noted;
+  telling.on_shut_down = [&] { noted.push_back(sources.UpdateSources.size()); };
   sources.UpdateSources = {"updates.example/list.xml"};
   window.Unload();
-  EXPECT_THAT(noting.noted, ElementsAre(1U, 1U));
+  EXPECT_THAT(noted, ElementsAre(1U, 1U));
+}
+
+TEST_F(ShutDown, ComesAfterTheLastRequest) {
+  std::vector<bool> taken;
+  telling.on_shut_down = [&] {
+    taken.push_back(requests.Updates("updates.example", "/a", "C:\\a"));
+  };
+  ASSERT_TRUE(requests.Updates("updates.example", "/a", "C:\\a"));
+  window.Unload();
+  EXPECT_THAT(taken, ElementsAre(false, false));
+  EXPECT_FALSE(requests.Updates("updates.example", "/a", "C:\\a"));
 }
 
 }  // namespace
