@@ -17,7 +17,9 @@ namespace {
 
 constexpr wchar_t kUserAgent[] = L"Kitbay";
 constexpr DWORD kMostAtOnce = 256 * 1024;
-// Reads grow while they come within the first of these times, and stay small past the second.
+// Reads grow while this much at least comes within the first of these times, and are small again
+// past the second.
+constexpr DWORD kWorthMore = 4096;
 constexpr ULONGLONG kQuickMs = 20;
 constexpr ULONGLONG kSlowMs = 100;
 
@@ -147,6 +149,7 @@ std::optional<std::string> HttpExchange::Field(DWORD query) const {
 }
 
 std::span<const char> HttpExchange::Read() {
+  const ULONGLONG start = GetTickCount64();
   DWORD wanted = read_size_;
   if (wanted == 0) {
     progress_->Begin();
@@ -155,7 +158,6 @@ std::span<const char> HttpExchange::Read() {
     if (wanted == 0) return {};
   }
   progress_->Begin();
-  const ULONGLONG start = GetTickCount64();
   const BOOL started = WinHttpReadData(request_.get(), progress_->buffer.data(), wanted, nullptr);
   const DWORD received = Await(started, GetLastError());
   // A read may wait until all that it asked for has come. Only what comes fast is therefore asked
@@ -163,7 +165,7 @@ std::span<const char> HttpExchange::Read() {
   const ULONGLONG lasted = GetTickCount64() - start;
   if (lasted > kSlowMs) {
     read_size_ = 0;
-  } else if (lasted <= kQuickMs) {
+  } else if (lasted <= kQuickMs && received >= kWorthMore) {
     read_size_ = std::min(std::max(read_size_, wanted) * 2, kMostAtOnce);
   }
   return {progress_->buffer.data(), received};

@@ -2,11 +2,13 @@
 // Hands requests to the suite's download object and prints what it is told, each event as a line of
 // JSON, until every request has ended. With --shut-down or --let-go it has enough at the first
 // event: it shuts the object down, or releases it, and prints how many threads there were before
-// the object and are afterwards. With --again it then asks anew for the last of its requests.
+// the request, during the transfer, and are afterwards. With --again it then asks anew for the last
+// of its requests.
 #include <windows.h>
 
 #include <shellapi.h>
 #include <tlhelp32.h>
+#include <winternl.h>
 
 #include <cstdio>
 #include <memory>
@@ -37,6 +39,23 @@ void Print(const std::string& line) {
   std::fflush(stdout);
 }
 
+/// Whether a thread of this process was started by code other than the system's pool of threads,
+/// which keeps its own for a while.
+bool IsStartedByCode(DWORD id) {
+  constexpr auto kStartAddress = static_cast<THREADINFOCLASS>(9);
+  const win32::UniqueKernelObject thread(OpenThread(THREAD_QUERY_INFORMATION, FALSE, id));
+  void* address = nullptr;
+  HMODULE module = nullptr;
+  if (!thread || NtQueryInformationThread(thread.get(), kStartAddress, &address, sizeof address,
+                                          nullptr) != 0) {
+    return false;
+  }
+  GetModuleHandleExW(
+      GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+      static_cast<wchar_t*>(address), &module);
+  return module != GetModuleHandleW(L"ntdll.dll");
+}
+
 int ThreadCount() {
   const win32::UniqueFile snapshot(CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0));
   THREADENTRY32 entry{};
@@ -44,7 +63,9 @@ int ThreadCount() {
   int count = 0;
   for (BOOL more = Thread32First(snapshot.get(), &entry); more;
        more = Thread32Next(snapshot.get(), &entry)) {
-    if (entry.th32OwnerProcessID == GetCurrentProcessId()) ++count;
+    if (entry.th32OwnerProcessID == GetCurrentProcessId() && IsStartedByCode(entry.th32ThreadID)) {
+      ++count;
+    }
   }
   return count;
 }
@@ -69,14 +90,19 @@ class Client : public platform::OvTransportEvents {
   void Run() {
     for (std::size_t at = 0; at + 3 <= words_.size(); at += 3) Request(at);
     MSG message;
-    while (open_ > 0 && GetMessageW(&message, nullptr, 0, 0) > 0) DispatchMessageW(&message);
+    while (open_ > 0 && GetMessageW(&message, nullptr, 0, 0) > 0) {
+      DispatchMessageW(&message);
+      // The object lives at least as long as the event that it is let go in.
+      if (was_told_ && ending_ == Ending::kLetGo) End();
+    }
   }
 
   void Message(const std::string& path, const std::string& field,
                const std::string& value) override {
     Tell("Message", path, ",\"field\":" + Quoted(field) + ",\"value\":" + Quoted(value));
     if (value == "true") --open_;
-    if (ending_ != Ending::kNone) End();
+    was_told_ = true;
+    if (ending_ == Ending::kShutDown || ending_ == Ending::kAgain) End();
   }
 
   void Exception(const std::string& path, const std::string& message) override {
@@ -103,13 +129,14 @@ class Client : public platform::OvTransportEvents {
   void End() {
     const Ending ending = std::exchange(ending_, Ending::kNone);
     open_ = 0;
+    const int during = ThreadCount();
     if (ending == Ending::kLetGo) {
       object_.reset();
     } else {
       object_->ShutDown();
     }
-    Print("{\"event\":\"Ended\",\"before\":" + std::to_string(threads_before_) +
-          ",\"threads\":" + std::to_string(ThreadCount()) + "}");
+    Print("{\"event\":\"Ended\",\"before\":" + std::to_string(threads_before_) + ",\"during\":" +
+          std::to_string(during) + ",\"after\":" + std::to_string(ThreadCount()) + "}");
     if (ending == Ending::kAgain) {
       object_->SetUp(*this);
       Request(words_.size() - 3);
@@ -124,6 +151,7 @@ class Client : public platform::OvTransportEvents {
   int threads_before_ = 0;
   int open_ = 0;
   bool in_request_ = false;
+  bool was_told_ = false;
 };
 
 std::vector<std::string> Words() {
