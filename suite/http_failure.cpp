@@ -62,7 +62,8 @@ void ThrowHttpFailure(DWORD error, DWORD certificate_flags) {
     case ERROR_WINHTTP_SECURE_CERT_WRONG_USAGE:
       throw TransferFailure(CertificateText(0));
     case ERROR_WINHTTP_SECURE_CHANNEL_ERROR:
-      throw TransferFailure("No secure connection to the server could be made; its certificate may not be valid");
+      throw TransferFailure(
+          "No secure connection to the server could be made; its certificate may not be valid");
     case ERROR_WINHTTP_CLIENT_AUTH_CERT_NEEDED:
       throw TransferFailure("The server asks for a certificate of the user");
     default:
