@@ -2,6 +2,7 @@
 
 #include <unordered_map>
 
+#include "base/failure.h"
 #include "base/guarded.h"
 #include "catalog/installed_tables.h"
 #include "catalog/manifest_tables.h"
@@ -15,17 +16,39 @@ namespace {
 using base::ComponentKind;
 using base::guarded;
 
-// The first entry of each id.
-using EntriesById = std::unordered_map<std::string, pugi::xml_node>;
-
-EntriesById IndexById(const pugi::xpath_node_set& entries) {
-  EntriesById index;
-  index.reserve(entries.size());
-  for (const pugi::xpath_node& entry : entries) {
-    index.emplace(AttributeText(entry.node(), "id"), entry.node());
+// The entries of a manifest by their ids.
+class Offers {
+ public:
+  // An entry without an id ends the index, as it ends a walk through the entries.
+  explicit Offers(const pugi::xpath_node_set& entries) {
+    by_id_.reserve(entries.size());
+    for (const pugi::xpath_node& entry : entries) {
+      const pugi::xml_attribute id = entry.node().attribute("id");
+      if (!id) {
+        is_cut_off_ = true;
+        return;
+      }
+      by_id_.emplace(id.value(), entry.node());
+    }
   }
-  return index;
-}
+
+  // The first entry of `id`; none when there is none. Throws 91 when an entry without an id stands
+  // before the first match.
+  pugi::xml_node Find(const std::string& id) const {
+    const auto offer = by_id_.find(id);
+    if (offer != by_id_.end()) {
+      return offer->second;
+    }
+    if (is_cut_off_) {
+      throw base::Failure(base::RuntimeError::kObjectVariableNotSet);
+    }
+    return {};
+  }
+
+ private:
+  std::unordered_map<std::string_view, pugi::xml_node> by_id_;  // the ids are the document's
+  bool is_cut_off_ = false;
+};
 
 }  // namespace
 
@@ -89,13 +112,12 @@ void AvailableUpdates::CheckEntries(ComponentKind kind, const pugi::xpath_node_s
     const InstalledTable& table = kInstalledTables[kind];
     rows_.FillDivHeader(table.container, kInstalledBar, table.heading);
   }
-  const EntriesById offered = IndexById(SelectNodes(document, offers.entries));
+  const Offers offered(SelectNodes(document, offers.entries));
   for (const pugi::xpath_node& selected : installed) {
     const pugi::xml_node entry = selected.node();
     const std::string version = version_of(entry);
-    const auto offer = offered.find(AttributeText(entry, "id"));
-    const bool has_update =
-        offer != offered.end() && IsNewer(version, ChildText(offer->second, "version"));
+    const pugi::xml_node offer = offered.Find(AttributeText(entry, "id"));
+    const bool has_update = offer && IsNewer(version, ChildText(offer, "version"));
     AddRow(kind, entry, version, has_update, row);
   }
 }

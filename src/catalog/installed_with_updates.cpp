@@ -79,10 +79,13 @@ bool InstalledWithUpdates::ListDatastoreChannels(RowNumber& row) {
 void InstalledWithUpdates::ListCustomChannels(const pugi::xpath_node_set& channels,
                                               RowNumber& row) {
   guarded(log_, "Kitbay::ListCustomChannels", [&] {
-    const std::unordered_set<std::string> shown(shown_.ids.begin(), shown_.ids.end());
+    std::unordered_set<std::string> shown;
+    for (const std::string& id : shown_.ids) {
+      shown.insert(base::ToLower(id));
+    }
     for (const pugi::xpath_node& selected : channels) {
       const pugi::xml_node channel = selected.node();
-      if (!shown.contains(AttributeText(channel, "id"))) {
+      if (shown.insert(base::ToLower(AttributeText(channel, "id"))).second) {
         const std::string name = AttributeText(channel, "name");
         const std::string version = AttributeText(channel, "version");
         const std::string description = ChildText(channel, "description");

@@ -9,17 +9,22 @@
 namespace kitbay::update {
 namespace {
 
-constexpr std::array<std::string_view, 4> kDevices = {"con", "prn", "aux", "nul"};
+constexpr std::array<std::string_view, 6> kDevices = {"con", "prn",    "aux",
+                                                      "nul", "conin$", "conout$"};
 constexpr std::array<std::string_view, 2> kNumberedDevices = {"com", "lpt"};
+
+// The digits that number a device; the raised ones count as well.
+constexpr std::array<std::string_view, 13> kDigits = {
+    "0", "1", "2", "3", "4", "5", "6", "7", "8", "9", "\u00B9", "\u00B2", "\u00B3"};
 
 // A device is meant whatever extension follows its name.
 bool NamesDevice(const std::string& name) {
   const std::string stem = base::Trim(base::ToLower(name.substr(0, name.find('.'))));
-  const bool is_numbered = stem.size() == 4 && stem.back() >= '0' && stem.back() <= '9';
-  const std::string letters = is_numbered ? stem.substr(0, 3) : stem;
-  return is_numbered ? std::find(kNumberedDevices.begin(), kNumberedDevices.end(), letters) !=
-                           kNumberedDevices.end()
-                     : std::find(kDevices.begin(), kDevices.end(), letters) != kDevices.end();
+  const auto is_first_part = [&](std::string_view device) { return stem.starts_with(device); };
+  const bool is_numbered =
+      std::any_of(kNumberedDevices.begin(), kNumberedDevices.end(), is_first_part) &&
+      std::find(kDigits.begin(), kDigits.end(), stem.substr(3)) != kDigits.end();
+  return is_numbered || std::find(kDevices.begin(), kDevices.end(), stem) != kDevices.end();
 }
 
 bool IsForbidden(char letter) {

@@ -121,7 +121,8 @@ class ExchangeTest : public testing::Test {
   /// The page with every list filled, as after the last answer.
   bool DetailsAreShown() const {
     return state_.installed_lists_current && UpdatesControlIsOn() &&
-           Text("updatedaddons").find("New Addons Available:") == 0;
+           Text("updatedaddons").find("Addons") != std::string::npos &&
+           Text("installedchannels").find("Currently Installed Channels") == 0;
   }
 
   /// The page as it is while no source has answered.

@@ -1,0 +1,438 @@
+#include "update/transfer_events.h"
+
+#include "exchange_fixture.h"
+#include "view/page_ids.h"
+
+namespace kitbay::update {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr const char* kMessage = " Kitbay::OvTransportEvents_Message";
+constexpr const char* kException = "Kitbay::OvTransportEvents_Exception";
+
+class Transfer : public ExchangeTest {
+ protected:
+  void Begin(const std::string& status, const std::string& total) {
+    window_.status_bar().SetPanelText(platform::kStatusPanel, status);
+    events_.Message("/a.xml", "Total-Length", total);
+    window_.calls().Clear();
+  }
+
+  void Received(const std::string& bytes) { events_.Message("/a.xml", "Received", bytes); }
+
+  /// The exchange as it is once the first of `sources` has been asked.
+  void Ask(const std::vector<std::string>& sources) {
+    tabs_.ShowLocalData();
+    sources_.UpdateSources = sources;
+    sources_.PendingSources = sources;
+    requests_.CheckPreferences();
+    downloads_.documents.clear();
+  }
+
+  void Finish(const std::string& path) { events_.Message(path, "Result", "true"); }
+
+  /// A button in each list, switched off as while something is transferred.
+  void AddButtons() {
+    for (const base::ComponentKind kind : base::kComponentKinds) {
+      html_->ById(view::kUpdatedContainers[kind])->SetInnerHtml("");
+      html_->ById(view::kInstalledContainers[kind])->SetInnerHtml("");
+    }
+    state_.download_in_progress = true;
+  }
+
+  bool ButtonsAreGivenBack() const { return !state_.download_in_progress; }
+};
+
+TEST_F(Transfer, TotalLengthEmptiesAndShowsTheBar) {
+  events_.Message("/a.xml", "Total-Length", "4096");
+  EXPECT_THAT(window_.calls().all(), ElementsAre("SetValue 0", "SetVisible true"));
+  EXPECT_THAT(log_.entries, IsEmpty());
+}
+
+TEST_F(Transfer, NameOfTheTotalLengthIsReadWithoutLetterCase) {
+  events_.Message("/a.xml", "TOTAL-length", "4096");
+  EXPECT_THAT(window_.calls().all(), ElementsAre("SetValue 0", "SetVisible true"));
+}
+
+TEST_F(Transfer, ProgressMovesTheBarAndAddsToTheStatusText) {
+  Begin("Downloading Chat Addon.", "4096");
+  Received("1024");
+  EXPECT_THAT(
+      window_.calls().all(),
+      ElementsAre("SetValue 25", "SetPanelText 2 Downloading Chat Addon. Completed 1Kb of 4Kb"));
+  Received("2048");
+  EXPECT_EQ(Status(), "Downloading Chat Addon. Completed 2Kb of 4Kb");
+  EXPECT_THAT(log_.entries, IsEmpty());
+}
+
+TEST_F(Transfer, EachTotalLengthSavesTheStatusTextAnew) {
+  Begin("One.", "4096");
+  Received("1024");
+  Begin("Two.", "8192");
+  Received("2048");
+  EXPECT_EQ(Status(), "Two. Completed 2Kb of 8Kb");
+}
+
+struct Progress {
+  const char* received;
+  const char* total;
+  const char* text;
+  int percent;
+};
+
+void PrintTo(const Progress& progress, std::ostream* out) {
+  *out << progress.received << " of " << progress.total;
+}
+
+class ProgressTexts : public Transfer, public testing::WithParamInterface<Progress> {};
+
+TEST_P(ProgressTexts, RoundToTheNearestTiesToEven) {
+  Begin("S", GetParam().total);
+  Received(GetParam().received);
+  EXPECT_EQ(Status(), std::string("S") + GetParam().text);
+  EXPECT_EQ(window_.calls().all().front(), "SetValue " + std::to_string(GetParam().percent));
+  EXPECT_THAT(log_.entries, IsEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(Kilobytes, ProgressTexts,
+                         testing::Values(Progress{"0", "10240", " Completed 0Kb of 10Kb", 0},
+                                         Progress{"511", "10240", " Completed 0Kb of 10Kb", 5},
+                                         Progress{"512", "10240", " Completed 0Kb of 10Kb", 5},
+                                         Progress{"513", "10240", " Completed 1Kb of 10Kb", 5},
+                                         Progress{"1024", "10240", " Completed 1Kb of 10Kb", 10},
+                                         Progress{"1535", "10240", " Completed 1Kb of 10Kb", 15},
+                                         Progress{"1536", "10240", " Completed 2Kb of 10Kb", 15},
+                                         Progress{"1537", "10240", " Completed 2Kb of 10Kb", 15},
+                                         Progress{"2559", "10240", " Completed 2Kb of 10Kb", 25},
+                                         Progress{"2560", "10240", " Completed 2Kb of 10Kb", 25},
+                                         Progress{"2561", "10240", " Completed 3Kb of 10Kb", 25},
+                                         Progress{"3584", "10240", " Completed 4Kb of 10Kb", 35},
+                                         Progress{"4608", "10240", " Completed 4Kb of 10Kb", 45},
+                                         // The total is rounded in the same way.
+                                         Progress{"0", "1536", " Completed 0Kb of 2Kb", 0},
+                                         Progress{"0", "2560", " Completed 0Kb of 2Kb", 0},
+                                         Progress{"0", "512", " Completed 0Kb of 0Kb", 0},
+                                         Progress{"0", "1", " Completed 0Kb of 0Kb", 0},
+                                         // 2 GB and more.
+                                         Progress{"3221225472", "4294967296",
+                                                  " Completed 3145728Kb of 4194304Kb", 75}));
+
+INSTANTIATE_TEST_SUITE_P(Percent, ProgressTexts,
+                         testing::Values(Progress{"1", "200", " Completed 0Kb of 0Kb", 0},
+                                         Progress{"3", "200", " Completed 0Kb of 0Kb", 2},
+                                         Progress{"5", "200", " Completed 0Kb of 0Kb", 2},
+                                         Progress{"7", "200", " Completed 0Kb of 0Kb", 4},
+                                         Progress{"199", "200", " Completed 0Kb of 0Kb", 100},
+                                         Progress{"-5", "200", " Completed 0Kb of 0Kb", 0}));
+
+INSTANTIATE_TEST_SUITE_P(NotBelowTheTotal, ProgressTexts,
+                         // The text is left as it was.
+                         testing::Values(Progress{"4096", "4096", "", 100},
+                                         Progress{"9000", "4096", "", 100},
+                                         Progress{"4096", "4096.0", "", 100}));
+
+TEST_F(Transfer, NegativeTotalShowsNothingButAnEmptyBar) {
+  Begin("S", "-5");
+  Received("10");
+  EXPECT_EQ(Status(), "S");
+  EXPECT_EQ(window_.progress_bar().value(), 0);
+}
+
+TEST_F(Transfer, FinalProgressLeavesTheTextAndTheEndFillsTheBar) {
+  Begin("S", "2048");
+  Received("1024");
+  Received("2048");
+  EXPECT_EQ(Status(), "S Completed 1Kb of 2Kb");
+  window_.calls().Clear();
+  Finish("/a.xml");
+  EXPECT_THAT(window_.calls().all(), ElementsAre("SetValue 100"));
+}
+
+TEST_F(Transfer, ProgressBeforeAnyTotalDividesByZero) {
+  window_.status_bar().SetPanelText(platform::kStatusPanel, "S");
+  window_.calls().Clear();
+  Received("10");
+  EXPECT_THAT(log_.entries, ElementsAre(Entry(kMessage, 11, "Division by zero")));
+  EXPECT_THAT(window_.calls().all(), IsEmpty());
+  EXPECT_EQ(Status(), "S");
+}
+
+TEST_F(Transfer, TotalThatIsNoNumberDividesByZero) {
+  for (const char* total : {"", "many", "0"}) {
+    Begin("S", total);
+    log_.entries.clear();
+    Received("10");
+    EXPECT_THAT(log_.entries, ElementsAre(Entry(kMessage, 11, "Division by zero"))) << total;
+    EXPECT_EQ(Status(), "S");
+  }
+}
+
+TEST_F(Transfer, EndIsReadInAnyLetterCaseAndWhateverTheFieldName) {
+  for (const char* value : {"true", "True", "TRUE", "tRuE"}) {
+    window_.progress_bar().SetValue(0);
+    events_.Message("/a.xml", "Total-Length", value);
+    EXPECT_EQ(window_.progress_bar().value(), 100) << value;
+  }
+  EXPECT_THAT(log_.entries, IsEmpty());
+}
+
+TEST_F(Transfer, EndThatNothingWaitsForOnlyFillsTheBar) {
+  Ask({"one.example/a.xml"});
+  window_.calls().Clear();
+  Finish("/other.xml");
+  EXPECT_THAT(window_.calls().all(), ElementsAre("SetValue 100"));
+  EXPECT_THAT(sources_.PendingSources, ElementsAre("one.example/a.xml"));
+  EXPECT_FALSE(sources_.UsedCachedManifest);
+  EXPECT_THAT(packages_.calls, IsEmpty());
+  EXPECT_FALSE(state_.installed_lists_current);
+}
+
+TEST_F(Transfer, LastManifestShowsTheDetailsAndGivesTheButtonsBack) {
+  AddButtons();
+  Ask({"one.example/a.xml"});
+  AddManifest("a.xml");
+  Finish("/a.xml");
+  EXPECT_TRUE(DetailsAreShown()) << html_->TreeText();
+  EXPECT_THAT(Text("updatedaddons"), testing::HasSubstr("Offer of a.xml"));
+  EXPECT_TRUE(ButtonsAreGivenBack());
+  EXPECT_THAT(sources_.PendingSources, IsEmpty());
+  EXPECT_TRUE(sources_.UsedCachedManifest);
+  EXPECT_THAT(events_.fetched_manifests(), ElementsAre("a.xml"));
+  EXPECT_THAT(downloads_.documents, IsEmpty());
+  EXPECT_THAT(packages_.calls, IsEmpty());
+}
+
+TEST_F(Transfer, PathOfAManifestIsComparedWithoutLetterCase) {
+  Ask({"one.example/Dir/A.xml"});
+  Finish("/dIR/a.XML");
+  EXPECT_THAT(sources_.PendingSources, IsEmpty());
+  EXPECT_THAT(events_.fetched_manifests(), ElementsAre("A.xml"));
+}
+
+TEST_F(Transfer, ChainAsksOneSourceAfterTheOtherInOrder) {
+  Ask({"one.example/a.xml", "two.example/b.xml", "three.example/c.xml"});
+  Finish("/a.xml");
+  EXPECT_THAT(downloads_.documents, ElementsAre(ManifestRequest("two.example", "/b.xml")));
+  EXPECT_FALSE(state_.installed_lists_current);
+  Finish("/b.xml");
+  EXPECT_THAT(downloads_.documents, ElementsAre(ManifestRequest("two.example", "/b.xml"),
+                                                ManifestRequest("three.example", "/c.xml")));
+  EXPECT_FALSE(state_.installed_lists_current);
+  EXPECT_EQ(Status(), "Getting information from server three.example.");
+  Finish("/c.xml");
+  EXPECT_THAT(downloads_.documents, testing::SizeIs(2));
+  EXPECT_TRUE(DetailsAreShown());
+  EXPECT_THAT(events_.fetched_manifests(), ElementsAre("a.xml", "b.xml", "c.xml"));
+}
+
+TEST_F(Transfer, EqualSourcesAreTwoRequests) {
+  Ask({"one.example/a.xml", "one.example/a.xml"});
+  Finish("/a.xml");
+  EXPECT_THAT(sources_.PendingSources, ElementsAre("one.example/a.xml"));
+  EXPECT_THAT(downloads_.documents, ElementsAre(ManifestRequest("one.example", "/a.xml")));
+  EXPECT_FALSE(state_.installed_lists_current);
+  Finish("/a.xml");
+  EXPECT_THAT(sources_.PendingSources, IsEmpty());
+  EXPECT_THAT(downloads_.documents, testing::SizeIs(1));
+  EXPECT_TRUE(DetailsAreShown());
+}
+
+TEST_F(Transfer, SourcesOfOnePathOnTwoServersAreToldApartByTheirOrder) {
+  Ask({"one.example/a.xml", "two.example/a.xml"});
+  Finish("/a.xml");
+  EXPECT_THAT(sources_.PendingSources, ElementsAre("two.example/a.xml"));
+  EXPECT_THAT(downloads_.documents, ElementsAre(ManifestRequest("two.example", "/a.xml")));
+}
+
+TEST_F(Transfer, ExceptionIsLoggedShownAndHidesTheProgress) {
+  window_.status_bar().SetPanelText(platform::kStatusPanel, "S");
+  window_.calls().Clear();
+  sources_.PendingSources = {"one.example/other.xml"};
+  events_.Exception("/a.xml", "host not found");
+  EXPECT_THAT(log_.entries, ElementsAre(Entry(kException, 0, "host not found")));
+  EXPECT_THAT(desktop_.calls(),
+              ElementsAre("ShowMessage [/a.xml      host not found] [Kitbay] 64"));
+  EXPECT_THAT(window_.calls().all(), ElementsAre("SetPanelText 2 ", "SetVisible false"));
+}
+
+TEST_F(Transfer, TimeOutIsShownAsSentWithoutThePath) {
+  for (const char* message : {"connection timed out", "Connection Timed Out"}) {
+    events_.Exception("/a.xml", message);
+    EXPECT_EQ(desktop_.calls().back(), std::string("ShowMessage [") + message + "] [Kitbay] 64");
+  }
+}
+
+TEST_F(Transfer, MessageThatOnlyContainsTheTimeOutIsShownWithThePath) {
+  events_.Exception("/a.xml", "connection timed out ");
+  EXPECT_EQ(desktop_.calls().back(), "ShowMessage [/a.xml      connection timed out ] [Kitbay] 64");
+}
+
+TEST_F(Transfer, FailedOnlySourceWithoutAnyManifestGivesTheButtonsBackAndKeepsThePage) {
+  AddButtons();
+  Ask({"one.example/a.xml"});
+  window_.calls().Clear();
+  events_.Exception("/A.XML", "connection timed out");
+  EXPECT_THAT(sources_.PendingSources, IsEmpty());
+  EXPECT_FALSE(state_.installed_lists_current);
+  EXPECT_FALSE(UpdatesControlIsOn());
+  EXPECT_TRUE(ButtonsAreGivenBack());
+  // The status is cleared when the failure comes and again at the end.
+  EXPECT_THAT(window_.calls().all(), ElementsAre("SetPanelText 2 ", "SetVisible false",
+                                                 "SetPanelText 2 ", "SetVisible false"));
+  EXPECT_THAT(downloads_.documents, IsEmpty());
+}
+
+TEST_F(Transfer, FailedLastSourceAfterAFreshManifestShowsTheDetails) {
+  AddButtons();
+  Ask({"one.example/a.xml"});
+  sources_.UsedCachedManifest = true;
+  events_.Exception("/a.xml", "404 Not Found");
+  EXPECT_TRUE(DetailsAreShown()) << html_->TreeText();
+  EXPECT_TRUE(ButtonsAreGivenBack());
+}
+
+TEST_F(Transfer, FailureWhileASourceIsStillPendingEndsThere) {
+  state_.download_in_progress = true;
+  Ask({"one.example/a.xml", "two.example/b.xml"});
+  events_.Exception("/a.xml", "refused");
+  EXPECT_THAT(sources_.PendingSources, ElementsAre("two.example/b.xml"));
+  EXPECT_THAT(downloads_.documents, ElementsAre(ManifestRequest("two.example", "/b.xml")));
+  EXPECT_EQ(Status(), "Getting information from server two.example.");
+  EXPECT_FALSE(ButtonsAreGivenBack());
+  EXPECT_FALSE(state_.installed_lists_current);
+}
+
+class FailingPlace : public Transfer, public testing::WithParamInterface<std::size_t> {};
+
+TEST_P(FailingPlace, DropsThatSourceAndTheExchangeGoesOn) {
+  const std::vector<std::string> paths = {"/a.xml", "/b.xml", "/c.xml"};
+  Ask({"one.example/a.xml", "two.example/b.xml", "three.example/c.xml"});
+  std::vector<std::string> fetched;
+  for (std::size_t i = 0; i < paths.size(); ++i) {
+    ASSERT_FALSE(state_.installed_lists_current) << "before answer " << i;
+    if (i == GetParam()) {
+      events_.Exception(paths[i], "connection timed out");
+    } else {
+      Finish(paths[i]);
+      fetched.push_back(paths[i].substr(1));
+    }
+  }
+  EXPECT_TRUE(DetailsAreShown()) << html_->TreeText();
+  EXPECT_EQ(events_.fetched_manifests(), fetched);
+  EXPECT_THAT(downloads_.documents, ElementsAre(ManifestRequest("two.example", "/b.xml"),
+                                                ManifestRequest("three.example", "/c.xml")));
+  EXPECT_THAT(desktop_.calls(), ElementsAre("ShowMessage [connection timed out] [Kitbay] 64"));
+  EXPECT_THAT(sources_.PendingSources, IsEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(Places, FailingPlace, testing::Values(0, 1, 2));
+
+TEST_F(Transfer, AllSourcesFailingShowOneMessageEachAndNoDetails) {
+  AddButtons();
+  Ask({"one.example/a.xml", "two.example/b.xml"});
+  events_.Exception("/a.xml", "x");
+  EXPECT_FALSE(ButtonsAreGivenBack());
+  events_.Exception("/b.xml", "y");
+  EXPECT_TRUE(ButtonsAreGivenBack());
+  EXPECT_FALSE(state_.installed_lists_current);
+  EXPECT_THAT(desktop_.calls(), ElementsAre("ShowMessage [/a.xml      x] [Kitbay] 64",
+                                            "ShowMessage [/b.xml      y] [Kitbay] 64"));
+}
+
+TEST_F(Transfer, FirstPendingSourceWithoutASlashGoesWhateverFailed) {
+  sources_.PendingSources = {"plain.xml", "two.example/b.xml"};
+  events_.Exception("/unrelated", "x");
+  EXPECT_THAT(sources_.PendingSources, ElementsAre("two.example/b.xml"));
+  EXPECT_THAT(downloads_.documents, ElementsAre(ManifestRequest("two.example", "/b.xml")));
+}
+
+TEST_F(Transfer, OnlyTheFirstPendingSourceIsComparedWithTheFailedPath) {
+  sources_.PendingSources = {"one.example/a.xml", "two.example/b.xml"};
+  events_.Exception("/b.xml", "x");
+  EXPECT_THAT(sources_.PendingSources, ElementsAre("one.example/a.xml", "two.example/b.xml"));
+  EXPECT_THAT(downloads_.documents, IsEmpty());
+}
+
+TEST_F(Transfer, EventsOfARefusedLogStillEndTheExchange) {
+  Ask({"one.example/a.xml"});
+  log_.failure = std::make_exception_ptr(base::Failure(base::RuntimeError::kDiskFull));
+  events_.Message("/a.xml", "Received", "1");
+  Finish("/a.xml");
+  EXPECT_TRUE(DetailsAreShown());
+}
+
+class PackageAnswers : public Transfer {
+ protected:
+  PackageAnswers() {
+    pending_packages_ = {.addon = {.file_path = "/p/chat.zip", .name = "chat"},
+                         .transport = {.file_path = "/p/mail.zip", .name = "mail"},
+                         .channel = {.file_path = "/p/news.zip", .name = "news"}};
+  }
+};
+
+TEST_F(PackageAnswers, AddonIsUnpackedThenTheInstallationEnds) {
+  Finish("/P/Chat.ZIP");
+  EXPECT_THAT(packages_.calls,
+              ElementsAre("Unpack addon C:\\Suite\\Temp\\chat.zip", "InstallProcess"));
+  EXPECT_EQ(pending_packages_.addon.name, "");
+  EXPECT_EQ(pending_packages_.transport.name, "mail");
+  EXPECT_EQ(pending_packages_.channel.name, "news");
+  EXPECT_EQ(window_.progress_bar().value(), 100);
+}
+
+TEST_F(PackageAnswers, TransportIsUnpackedThenTheInstallationEnds) {
+  Finish("/p/mail.zip");
+  EXPECT_THAT(packages_.calls,
+              ElementsAre("Unpack transport C:\\Suite\\Temp\\mail.zip", "InstallProcess"));
+}
+
+TEST_F(PackageAnswers, ChannelIsUnpackedThenTheInstallationEnds) {
+  Finish("/p/news.zip");
+  EXPECT_THAT(packages_.calls,
+              ElementsAre("Unpack channel C:\\Suite\\Temp\\news.zip", "InstallProcess"));
+}
+
+TEST_F(PackageAnswers, EqualPathsAnswerTheAddonThenTheTransportThenTheChannel) {
+  pending_packages_.transport.file_path = "/p/chat.zip";
+  pending_packages_.channel.file_path = "/p/chat.zip";
+  Finish("/p/chat.zip");
+  Finish("/p/chat.zip");
+  Finish("/p/chat.zip");
+  Finish("/p/chat.zip");
+  EXPECT_THAT(packages_.calls,
+              ElementsAre("Unpack addon C:\\Suite\\Temp\\chat.zip", "InstallProcess",
+                          "Unpack transport C:\\Suite\\Temp\\mail.zip", "InstallProcess",
+                          "Unpack channel C:\\Suite\\Temp\\news.zip", "InstallProcess"));
+}
+
+TEST_F(PackageAnswers, AnswerWithoutAPendingPackageUnpacksNothing) {
+  pending_packages_ = {};
+  Finish("");
+  Finish("/p/chat.zip");
+  EXPECT_THAT(packages_.calls, IsEmpty());
+}
+
+TEST_F(PackageAnswers, FailedPackageIsForgottenAndGivesTheButtonsBack) {
+  state_.download_in_progress = true;
+  events_.Exception("/P/chat.zip", "404 Not Found");
+  EXPECT_EQ(pending_packages_.addon.name, "");
+  EXPECT_EQ(pending_packages_.transport.name, "mail");
+  EXPECT_TRUE(ButtonsAreGivenBack());
+  Finish("/p/chat.zip");
+  EXPECT_THAT(packages_.calls, IsEmpty());
+}
+
+TEST_F(PackageAnswers, AskedAndAnsweredFromTheListOfNewComponents) {
+  pending_packages_ = {};
+  new_components_.channel.push_back(
+      {.id = "sky", .name = "Sky", .version = "1", .description = "d", .url = "p.example/s-1.zip"});
+  requests_.InstallNewAddons("updatedchannels", "sky");
+  Finish("/s-1.zip");
+  EXPECT_THAT(packages_.calls,
+              ElementsAre("Unpack channel C:\\Suite\\Temp\\sky.zip", "InstallProcess"));
+}
+
+}  // namespace
+}  // namespace kitbay::update
