@@ -32,9 +32,13 @@ void ForEachButtonCell(const HtmlNodeRef& container, Visit visit) {
 }
 
 void SwitchFirst(const HtmlNodeRef& cell, bool off) {
-  const HtmlNodeRef first = cell->Child(0);
-  if (first && IsButton(first)) {
-    first->SetDisabled(off);
+  const int count = cell->ChildCount();
+  for (int i = 0; i < count; ++i) {
+    const HtmlNodeRef child = Needed(cell->Child(i));
+    if (IsButton(child)) {
+      child->SetDisabled(off);
+      return;
+    }
   }
 }
 

@@ -153,6 +153,22 @@ TEST_F(PageButtonsTest, RowsWithoutAButtonArePassedOver) {
   EXPECT_THAT(log_.entries, IsEmpty());
 }
 
+TEST_F(PageButtonsTest, WhatStandsBesideTheButtonsIsLeft) {
+  FillAll();
+  for (const char* list : {"installedaddons", "updatedaddons"}) {
+    Button(list, 2)->ParentElement()->InsertAdjacentHtml("afterBegin", "<b>New</b>");
+  }
+  buttons_.DisableOtherDownload();
+  buttons_.DisableOtherUpdatedDownload();
+  for (const char* list : {"installedaddons", "updatedaddons"}) {
+    EXPECT_EQ(fakes::FakeHtmlDocument::Outer(Button(list, 2, 0)), "<b>New</b>");
+    EXPECT_TRUE(Button(list, 2, 1)->Disabled());
+  }
+  EXPECT_TRUE(Button("installedaddons", 2, 2)->Disabled());
+  EXPECT_FALSE(Button("updatedaddons", 2, 2)->Disabled());
+  EXPECT_THAT(log_.entries, IsEmpty());
+}
+
 TEST_F(PageButtonsTest, HalfBuiltRowsArePassedOver) {
   rows_.FillDivHeader("updatedaddons", "tabencloser", "Heading");
   At("updatedaddons")->InsertAdjacentHtml("beforeEnd", "<div id=1><span id=1>Half</span></div>");
