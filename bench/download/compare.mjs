@@ -25,6 +25,13 @@ const clients = {
     words: [downloadClient, source.host, kFile, 'C:\\throughput\\object.bin'],
     last: /"Completed"/,
   },
+  'the HTTP client alone': {
+    file: null,
+    command: path.join(root, 'tools/wine_run'),
+    words: [process.env.KITBAY_BARE_TRANSFER ?? path.join(root, 'build/win64/bench/download/bare_transfer.exe'),
+      String(source.port), kFile],
+    last: /done/,
+  },
   curl: {
     file: path.join(folder, 'curl.bin'),
     command: 'curl',
@@ -35,7 +42,7 @@ const clients = {
 
 /** Fetches the file anew and gives the milliseconds that it took. */
 async function fetchOnce({ file, command, words, last }) {
-  fs.rmSync(file, { force: true });
+  if (file) fs.rmSync(file, { force: true });
   source.requests.length = 0;
   const asked = source.request(kFile).then(() => performance.now());
   const environment = { ...process.env, WINEPREFIX: prefixFolder };
@@ -44,7 +51,8 @@ async function fetchOnce({ file, command, words, last }) {
   let ended;
   for await (const line of createInterface(client.stdout)) if (last.test(line)) ended = performance.now();
   await exit;
-  if (!content.equals(fs.readFileSync(file))) throw new Error(`${file} is not what was sent`);
+  if (ended === undefined) throw new Error(`${command} ${words[0]} failed`);
+  if (file && !content.equals(fs.readFileSync(file))) throw new Error(`${file} is not what was sent`);
   return ended - (await asked);
 }
 
@@ -67,6 +75,8 @@ for (const [name, all] of Object.entries(times)) {
   const [least, most] = [Math.min(...all), Math.max(...all)].map(Math.round);
   console.log(`${name}: ${Math.round(median(all))} ms (${least} to ${most}), ${Math.round(speed)} MB/s`);
 }
-const ratio = median(times.curl) / median(times['download object']);
+const ratioTo = (name) => median(times[name]) / median(times['download object']);
+const ratio = ratioTo('curl');
 console.log(`throughput of the download object: ${ratio.toFixed(2)} of curl's (goal: at least ${kGoal})`);
+console.log(`and ${ratioTo('the HTTP client alone').toFixed(2)} of that of the system's HTTP client, which writes no file`);
 process.exitCode = ratio >= kGoal ? 0 : 1;
