@@ -3,13 +3,15 @@
 # kitbay_bench_memory per kind and size. Prints the report and ends with 1 when something grows by
 # more than is allowed where the entries grow by 10, or was not measured.
 #
-# Judged are the time and the memory of loading and listing. Allowed is a factor of 11. Where the
+# Judged are the time and the memory of loading and listing. Lists with an update source that
+# take more than twice as long as parsing their two files are named. Allowed is a factor of 11. Where the
 # XML library's bare parsing grows by more than 10 itself, for the larger file leaves the
 # processor's caches, the time may grow by 1.1 times as much as that.
 
 BEGIN {
   FS = ","
   allowed = 11
+  goal_ratio = 2
   count = split("addons transports channels", kinds, " ")
   steps = split("parse load list", step_names, " ")
   sizes = split("100 1000 10000", entries, " ")
@@ -57,6 +59,31 @@ function time_limit(kind, i, parse) {
   return 1.1 * parse > allowed ? 1.1 * parse : allowed
 }
 
+# The two sizes of a list with one update source, their growth, and how much longer it takes than
+# parsing both files with the XML library alone.
+function compare(kind, step, text, what, parse, i, ratio) {
+  what = kind "/" step
+  parse = what "_parse"
+  growth(time, parse, 3, 1000)
+  printf "  %-43s %8.0f %10.0f %5s", kind ": " text, time[what "/1000"], time[what "/10000"],
+         growth(time, what, 3, update_limit(parse))
+  for (i = 2; i <= sizes; ++i) {
+    ratio = time[parse "/" entries[i]] > 0 ? time[what "/" entries[i]] / time[parse "/" entries[i]] : 0
+    printf " %5.2f", ratio
+    if (ratio > goal_ratio) {
+      over = over sprintf("OVER THE GOAL: %s of %d entries takes %.2f times as long as parsing, not %.1f\n",
+                          what, entries[i], ratio, goal_ratio)
+    }
+  }
+  printf "\n"
+}
+
+# As with the local lists, where parsing itself grows faster than the entries do.
+function update_limit(parse, grown) {
+  grown = time[parse "/1000"] > 0 ? time[parse "/10000"] / time[parse "/1000"] : 0
+  return 1.1 * grown > allowed ? 1.1 * grown : allowed
+}
+
 END {
   printf "Processor time of the fastest repetition, in microseconds\n"
   for (k = 1; k <= count; ++k) {
@@ -78,6 +105,11 @@ END {
     }
     printf "\n"
   }
+  printf "\n%-45s %8s %16s  %s\n", "With one update source", "1000", "10000 (growth)", "of parsing"
+  for (k = 1; k <= count; ++k) {
+    compare(kinds[k], "check", "what is installed is checked")
+    compare(kinds[k], "new", "what is new is listed")
+  }
   printf "\nMemory while a list is written, in kilobytes\n"
   printf "\n%-12s %8s %10s %12s %8s %8s %14s\n", "", "entries", "datastore", "heap at most",
          "growth", "per byte", "process grew"
@@ -89,7 +121,7 @@ END {
              bytes[key] > 0 ? heap[key] / bytes[key] : 0, process[key] / 1024)
     }
   }
-  printf "\n"
+  printf "\n%s", over
   for (i = 1; i <= failed; ++i) {
     printf "TOO MUCH: %s\n", failures[i]
   }

@@ -30,6 +30,20 @@ std::string Entry(ComponentKind kind, std::size_t index) {
          (index % 10 == 0 ? "1" : "0") + "</core><params> </params></" + element + ">";
 }
 
+std::string ManifestEntry(ComponentKind kind, std::size_t index, const std::string& id_prefix) {
+  const std::string number = std::to_string(index);
+  const std::string element = kElements[kind];
+  const std::string id = id_prefix + number;
+  return "<" + element + " id=\"" + id + "\" type=\"tool\"><name>Gespr\u00E4che " + number +
+         "</name><version>1.4.0.99999</version><description>Keeps the last hundred lines of every "
+         "conversation, so that a friend who comes back later &amp; asks can read them."
+         "</description><url>packages.example/ovalink/" +
+         id + ".zip</url><progid>Sample.Component" + number + "</progid><filename>" + id +
+         ".dll</filename><category></category><autoaccept>0</autoaccept><params></params>"
+         "<offline>0</offline><dependencies></dependencies></" +
+         element + ">";
+}
+
 [[noreturn]] void End(const std::string& why) {
   std::fprintf(stderr, "bench: %s\n", why.c_str());
   std::exit(1);
@@ -47,6 +61,18 @@ std::string DatastoreOf(ComponentKind kind, std::size_t entries) {
     text += std::string("</") + kContainers[container] + ">";
   }
   return text + "</root>";
+}
+
+std::string ManifestOf(ComponentKind kind, std::size_t entries, const std::string& id_prefix) {
+  std::string text = "<components>";
+  for (const ComponentKind container : base::kComponentKinds) {
+    text += std::string("<") + kContainers[container] + ">";
+    for (std::size_t i = 1; container == kind && i <= entries; ++i) {
+      text += ManifestEntry(kind, i, id_prefix);
+    }
+    text += std::string("</") + kContainers[container] + ">";
+  }
+  return text + "</components>";
 }
 
 bool DatastoreDisk::Exists(const std::string& path) const {

@@ -18,6 +18,10 @@ namespace kitbay::bench {
 /// A datastore as the suite writes it, with `entries` entries of one kind; UTF-8.
 std::string DatastoreOf(base::ComponentKind kind, std::size_t entries);
 
+/// A manifest as a source serves it, with `entries` entries of one kind whose ids begin with
+/// `id_prefix`; UTF-8. Those of "component" are the ids of a datastore, each in a newer version.
+std::string ManifestOf(base::ComponentKind kind, std::size_t entries, const std::string& id_prefix);
+
 /// A disk that holds one datastore, and no other file.
 class DatastoreDisk : public platform::Files {
  public:
@@ -59,6 +63,8 @@ class CountedRows : public catalog::RowWriter {
   std::size_t markup_bytes() const { return markup_bytes_; }
 
   void AddImageTab(const std::string& /*holder*/, const std::string& /*markup*/) override {}
+  void ShowTab(const std::string& /*tab_bar*/, const std::string& /*tab*/,
+               bool /*shown*/) override {}
   void FillDivHeader(const std::string& /*container*/, const std::string& /*tab_bar*/,
                      const std::string& /*title*/) override {}
   void FillEmptyDivHeader(const std::string& /*container*/,
