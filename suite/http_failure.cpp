@@ -8,6 +8,17 @@
 namespace ovalink {
 namespace {
 
+constexpr DWORD kFlagsOfCertificates =
+    WINHTTP_CALLBACK_STATUS_FLAG_CERT_REV_FAILED | WINHTTP_CALLBACK_STATUS_FLAG_INVALID_CERT |
+    WINHTTP_CALLBACK_STATUS_FLAG_CERT_REVOKED | WINHTTP_CALLBACK_STATUS_FLAG_INVALID_CA |
+    WINHTTP_CALLBACK_STATUS_FLAG_CERT_CN_INVALID | WINHTTP_CALLBACK_STATUS_FLAG_CERT_DATE_INVALID |
+    WINHTTP_CALLBACK_STATUS_FLAG_CERT_WRONG_USAGE;
+
+TransferFailure NotSecure() {
+  return TransferFailure(
+      "No secure connection to the server could be made; its certificate may not be valid");
+}
+
 std::string CertificateText(DWORD flags) {
   if ((flags & WINHTTP_CALLBACK_STATUS_FLAG_CERT_REVOKED) != 0) {
     return "The server's certificate has been revoked";
@@ -48,6 +59,7 @@ void ThrowHttpFailure(DWORD error, DWORD certificate_flags) {
     case ERROR_WINHTTP_CHUNKED_ENCODING_HEADER_SIZE_OVERFLOW:
       throw TransferFailure("The server's answer was not understood");
     case ERROR_WINHTTP_SECURE_FAILURE:
+      if ((certificate_flags & kFlagsOfCertificates) == 0) throw NotSecure();
       throw TransferFailure(CertificateText(certificate_flags));
     case ERROR_WINHTTP_SECURE_INVALID_CA:
       throw TransferFailure(CertificateText(WINHTTP_CALLBACK_STATUS_FLAG_INVALID_CA));
@@ -62,8 +74,7 @@ void ThrowHttpFailure(DWORD error, DWORD certificate_flags) {
     case ERROR_WINHTTP_SECURE_CERT_WRONG_USAGE:
       throw TransferFailure(CertificateText(0));
     case ERROR_WINHTTP_SECURE_CHANNEL_ERROR:
-      throw TransferFailure(
-          "No secure connection to the server could be made; its certificate may not be valid");
+      throw NotSecure();
     case ERROR_WINHTTP_CLIENT_AUTH_CERT_NEEDED:
       throw TransferFailure("The server asks for a certificate of the user");
     default:

@@ -3,28 +3,32 @@
 namespace ovalink {
 namespace {
 
-/// Takes the element off the front of `document`, with what stands before it.
-std::optional<std::string> TakeElement(std::string_view& document, const std::string& name) {
-  const std::string start_tag = "<" + name + ">";
-  const std::string end_tag = "</" + name + ">";
-  const std::size_t start = document.find(start_tag);
-  if (start == std::string_view::npos) return std::nullopt;
-  const std::string_view rest = document.substr(start + start_tag.size());
-  const std::size_t end = rest.find(end_tag);
-  if (end == std::string_view::npos) return std::nullopt;
-  document = rest.substr(end + end_tag.size());
-  return std::string(rest.substr(0, end));
-}
+constexpr std::string_view kStart = "<server>";
+constexpr std::string_view kServerEnd = "</server><filetodownload>";
+constexpr std::string_view kFileEnd = "</filetodownload><destpath>";
+constexpr std::string_view kDestinationEnd = "</destpath><progressevents>";
+constexpr std::string_view kEnd = "</progressevents>";
 
 }  // namespace
 
+// Values are not escaped, and the file's path comes from afar: whatever it holds, the destination is
+// what the caller wrote last.
 std::optional<DownloadRequest> ReadRequestDocument(std::string_view document) {
-  const auto server = TakeElement(document, "server");
-  const auto file_path = TakeElement(document, "filetodownload");
-  const auto destination = TakeElement(document, "destpath");
-  const auto progress_events = TakeElement(document, "progressevents");
-  if (!server || !file_path || !destination || !progress_events) return std::nullopt;
-  return DownloadRequest{*server, *file_path, *destination};
+  const std::size_t server_end = document.find(kServerEnd);
+  const std::size_t file_end = document.rfind(kFileEnd);
+  const std::size_t destination_end = document.rfind(kDestinationEnd);
+  if (!document.starts_with(kStart) || !document.ends_with(kEnd) ||
+      server_end == std::string_view::npos || file_end == std::string_view::npos ||
+      destination_end == std::string_view::npos || file_end < server_end + kServerEnd.size() ||
+      destination_end < file_end + kFileEnd.size()) {
+    return std::nullopt;
+  }
+  const auto between = [&](std::size_t start, std::size_t end) {
+    return std::string(document.substr(start, end - start));
+  };
+  return DownloadRequest{between(kStart.size(), server_end),
+                         between(server_end + kServerEnd.size(), file_end),
+                         between(file_end + kFileEnd.size(), destination_end)};
 }
 
 }  // namespace ovalink

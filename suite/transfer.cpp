@@ -41,8 +41,10 @@ class TransferRun {
   void Run() {
     const std::wstring destination = Destination();
     const auto answer = Ask();
-    if (const auto field = answer->Field(WINHTTP_QUERY_CONTENT_LENGTH)) {
-      announced_ = AnnouncedLength(*field);
+    const auto length = answer->Field(WINHTTP_QUERY_CONTENT_LENGTH);
+    // An answer in chunks ends where its chunks end, whatever length it announces beside.
+    if (length && !answer->Field(WINHTTP_QUERY_TRANSFER_ENCODING)) {
+      announced_ = AnnouncedLength(*length);
     }
     if (announced_) Send("Total-Length", std::to_string(*announced_));
     const auto file = OnFile([&] { return std::make_unique<win32::ReplacementFile>(destination); });

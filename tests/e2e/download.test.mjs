@@ -53,7 +53,6 @@ let source;
 const ask = (path = kManifest, options) => download([{ server: source.host, path }], options);
 
 before(async () => {
-  await wine('cmd', '/c', 'rem');
   await set('TransferTimeout', '2');
 });
 after(async () => {

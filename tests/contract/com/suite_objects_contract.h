@@ -30,6 +30,18 @@ TEST_P(SuiteObjectsContract, TransportsAreSetUpAndShutDown) {
   EXPECT_EQ(receiver_.events, "");
 }
 
+TEST_P(SuiteObjectsContract, ARequestIsTakenWithoutAnEventDuringTheCall) {
+  const auto download = objects_->CreateTransportObject("URLDownloadLib.URLDownload");
+  download->SetUp(receiver_);
+  // Refused as soon as it is looked at: no server is asked.
+  EXPECT_NO_THROW(
+      download->Request("<server>127.0.0.1</server><filetodownload>/a.xml</filetodownload>"
+                        "<destpath>nowhere</destpath><progressevents>true</progressevents>"));
+  EXPECT_EQ(receiver_.events, "");
+  download->ShutDown();
+  EXPECT_EQ(receiver_.events, "");
+}
+
 TEST_P(SuiteObjectsContract, TheFileSystemObjectIsCreated) {
   const auto object = objects_->CreateFileSystemObject("FileSystemLib.FileSystemObject");
   EXPECT_TRUE(object->FolderExists("C:\\"));
