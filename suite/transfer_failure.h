@@ -18,10 +18,10 @@ class TransferFailure : public std::exception {
   std::string text_;
 };
 
-/// The connection ended before the answer did.
+/// The connection ended before the answer did, as far as the system can tell.
 class ConnectionLost : public TransferFailure {
  public:
-  ConnectionLost() : TransferFailure("The server broke the connection off") {}
+  ConnectionLost() : TransferFailure("The server gave no whole answer") {}
 };
 
 }  // namespace ovalink

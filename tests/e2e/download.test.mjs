@@ -189,7 +189,7 @@ describe('A source that fails', () => {
 
   test('by breaking the connection off', async () => {
     source.misbehave(kManifest, 'refuse');
-    await fails('The server broke the connection off');
+    await fails('The server gave no whole answer');
   });
 
   test('by silence before the answer', async () => {

@@ -66,6 +66,7 @@ TEST(HttpFailure, EveryTimeOutIsToldTheSame) {
 TEST(HttpFailure, AConnectionThatEndsEarlyIsToldApart) {
   EXPECT_TRUE(IsConnectionLost(ERROR_WINHTTP_CONNECTION_ERROR));
   EXPECT_TRUE(IsConnectionLost(WSAECONNRESET));
+  EXPECT_TRUE(IsConnectionLost(ERROR_WINHTTP_INVALID_SERVER_RESPONSE));
   EXPECT_FALSE(IsConnectionLost(ERROR_WINHTTP_CANNOT_CONNECT));
 }
 
