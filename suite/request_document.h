@@ -14,9 +14,9 @@ struct DownloadRequest {
 };
 
 /// Reads a request document: the elements server, filetodownload, destpath and progressevents, one
-/// after the other without a root. Their values are not escaped, so that each is all the text
-/// between its start tag and the next end tag of that name. Nothing when one of the four is
-/// missing.
+/// directly after the other without a root. Their values are not escaped: the server is all up to
+/// the first end of its element, the destination all from the last beginning of its own. Nothing
+/// when the document has another form.
 std::optional<DownloadRequest> ReadRequestDocument(std::string_view document);
 
 }  // namespace ovalink

@@ -10,6 +10,16 @@ constexpr const char* kSeparator =
 constexpr const char* kSourceStart = "                         [Source:-  ";
 constexpr const char* kDescriptionStart = "                         [Description:-  ";
 
+// An entry has four lines whatever the failing text held.
+std::string OnOneLine(std::string text) {
+  for (char& letter : text) {
+    if (static_cast<unsigned char>(letter) < 0x20) {
+      letter = ' ';
+    }
+  }
+  return text;
+}
+
 }  // namespace
 
 void ErrorLogFile::Open(platform::FileSystemObject& file_system, const std::string& path) {
@@ -35,7 +45,7 @@ void ErrorLogFile::LogError(const std::string& time_text, const std::string& pro
   stream_->WriteLine(kSeparator);
   stream_->WriteLine("[" + time_text + "]   [" + std::to_string(number) + "]");
   stream_->WriteLine(kSourceStart + procedure + "]");
-  stream_->WriteLine(kDescriptionStart + description + "]");
+  stream_->WriteLine(kDescriptionStart + OnOneLine(description) + "]");
 }
 
 }  // namespace kitbay::app

@@ -39,8 +39,8 @@ class Commands : public view::PageCommands, public update::PackageReceiver {
   void UpdateInstalledTransport() override {}
   void UpdateInstalledChannel() override {}
   void RemoveAddon(const std::string& /*action*/, const std::string& /*kind*/) override {}
-  void InstallNewAddons(const std::string& container, const std::string& name) override {
-    requests_.InstallNewAddons(container, name);
+  bool InstallNewAddons(const std::string& container, const std::string& name) override {
+    return requests_.InstallNewAddons(container, name);
   }
   void Unpack(base::ComponentKind /*kind*/, const std::string& /*path*/) override {}
   void InstallProcess() override {

@@ -158,11 +158,11 @@ void MainForm::Form_Unload() {
 void MainForm::ShutDownTransfers() {
   parts_.requests.SetDownloadObject(nullptr);
   if (download_) {
-    download_->ShutDown();
+    guarded(parts_.log, "Kitbay::Form_Unload", [&] { download_->ShutDown(); });
     download_.reset();
   }
   if (transport_) {
-    transport_->ShutDown();
+    guarded(parts_.log, "Kitbay::Form_Unload", [&] { transport_->ShutDown(); });
     transport_.reset();
   }
 }

@@ -107,6 +107,7 @@ void AvailableUpdates::CheckEntries(ComponentKind kind, const pugi::xpath_node_s
       !document.select_node(offers.manifest_list) || installed.empty()) {
     return;
   }
+  shown_.is_answered = true;
   // The heading of the channels stands above all sources' rows and is written once, by the caller.
   if (kind != ComponentKind::kChannel) {
     const InstalledTable& table = kInstalledTables[kind];

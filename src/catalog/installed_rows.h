@@ -13,6 +13,9 @@ struct InstalledRows {
   std::vector<std::string> descriptions;
   std::vector<std::string> installed_ids;
 
+  /// Whether some update source had a manifest that the listing could use.
+  bool is_answered = false;
+
   void ClearRows() {
     ids.clear();
     names.clear();

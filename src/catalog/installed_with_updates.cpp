@@ -12,68 +12,81 @@ namespace kitbay::catalog {
 
 using base::guarded;
 
-void InstalledWithUpdates::InstalledAddons() {
+bool InstalledWithUpdates::InstalledAddons() {
+  bool is_listed = true;
   guarded(log_, "Kitbay::InstalledAddons",
-          [&] { ListEntries(kInstalledTables.addon, &UpdateCheck::AddAddonInfo); });
+          [&] { is_listed = ListEntries(kInstalledTables.addon, &UpdateCheck::AddAddonInfo); });
+  return is_listed;
 }
 
-void InstalledWithUpdates::InstalledTransports() {
-  guarded(log_, "Kitbay::InstalledTransports",
-          [&] { ListEntries(kInstalledTables.transport, &UpdateCheck::AddTransportInfo); });
+bool InstalledWithUpdates::InstalledTransports() {
+  bool is_listed = true;
+  guarded(log_, "Kitbay::InstalledTransports", [&] {
+    is_listed = ListEntries(kInstalledTables.transport, &UpdateCheck::AddTransportInfo);
+  });
+  return is_listed;
 }
 
-void InstalledWithUpdates::ListEntries(const InstalledTable& table, CheckOfOneSource check) {
+bool InstalledWithUpdates::InstalledChannels() {
+  bool is_listed = true;
+  guarded(log_, "Kitbay::InstalledChannels", [&] { is_listed = ListChannels(); });
+  return is_listed;
+}
+
+bool InstalledWithUpdates::ListEntries(const InstalledTable& table, CheckOfOneSource check) {
   const int custom_entries = GetCustomAddonLength(
       settings_.CustomDataFolder + "\\CustomRegistry.xml", table.custom_entries);
   pugi::xml_document datastore;
   if (!registry_files_.TryLoadDatastore(datastore)) {
-    return;
-  }
-  shown_.ClearRows();
-  if (!datastore.select_node(table.registry_list)) {
-    rows_.FillDivStatus(table.container, table.nothing);
-    return;
-  }
-  const pugi::xpath_node_set entries = SelectNodes(datastore, table.entries);
-  if (entries.size() + static_cast<std::size_t>(custom_entries) > 0) {
-    RowNumber row;
-    CheckAllSources(check, entries, row);
-  }
-  shown_.installed_ids.clear();
-}
-
-void InstalledWithUpdates::InstalledChannels() {
-  guarded(log_, "Kitbay::InstalledChannels", [&] {
-    const InstalledTable& table = kInstalledTables.channel;
-    const int custom_entries = GetCustomAddonLength(
-        settings_.CustomDataFolder + "\\CustomRegistry.xml", table.custom_entries);
-    RowNumber row;
-    if (!ListDatastoreChannels(row)) {
-      return;
-    }
-    pugi::xml_document custom;
-    if (custom_entries > 0 && registry_files_.TryLoadCustomRegistry(custom)) {
-      const pugi::xpath_node_set channels = SelectNodes(custom, table.custom_entries);
-      CheckAllSources(&UpdateCheck::AddCustomInfo, channels, row);
-      ListCustomChannels(channels, row);
-    }
-  });
-}
-
-bool InstalledWithUpdates::ListDatastoreChannels(RowNumber& row) {
-  const InstalledTable& table = kInstalledTables.channel;
-  pugi::xml_document datastore;
-  if (!registry_files_.TryLoadDatastore(datastore)) {
-    return false;
+    return true;
   }
   shown_.ClearRows();
   if (!datastore.select_node(table.registry_list)) {
     rows_.FillDivStatus(table.container, table.nothing);
     return true;
   }
+  const pugi::xpath_node_set entries = SelectNodes(datastore, table.entries);
+  shown_.is_answered = false;
+  if (entries.size() + static_cast<std::size_t>(custom_entries) > 0) {
+    RowNumber row;
+    CheckAllSources(check, entries, row);
+  }
+  shown_.installed_ids.clear();
+  return entries.empty() || shown_.is_answered;
+}
+
+bool InstalledWithUpdates::ListChannels() {
+  const InstalledTable& table = kInstalledTables.channel;
+  const int custom_entries = GetCustomAddonLength(
+      settings_.CustomDataFolder + "\\CustomRegistry.xml", table.custom_entries);
+  pugi::xml_document datastore;
+  if (!registry_files_.TryLoadDatastore(datastore)) {
+    return true;
+  }
+  shown_.ClearRows();
+  shown_.is_answered = false;
+  RowNumber row;
+  const bool has_list = static_cast<bool>(datastore.select_node(table.registry_list));
+  const pugi::xpath_node_set channels = SelectNodes(datastore, table.entries);
+  if (has_list) {
+    ListDatastoreChannels(channels, row);
+  } else {
+    rows_.FillDivStatus(table.container, table.nothing);
+  }
+  pugi::xml_document custom;
+  if (custom_entries > 0 && registry_files_.TryLoadCustomRegistry(custom)) {
+    const pugi::xpath_node_set custom_channels = SelectNodes(custom, table.custom_entries);
+    CheckAllSources(&UpdateCheck::AddCustomInfo, custom_channels, row);
+    ListCustomChannels(custom_channels, row);
+  }
+  return channels.empty() || shown_.is_answered;
+}
+
+void InstalledWithUpdates::ListDatastoreChannels(const pugi::xpath_node_set& channels,
+                                                 RowNumber& row) {
+  const InstalledTable& table = kInstalledTables.channel;
   rows_.FillDivHeader(table.container, kInstalledBar, table.heading);
-  CheckAllSources(&UpdateCheck::AddInfo, SelectNodes(datastore, table.entries), row);
-  return true;
+  CheckAllSources(&UpdateCheck::AddInfo, channels, row);
 }
 
 void InstalledWithUpdates::ListCustomChannels(const pugi::xpath_node_set& channels,

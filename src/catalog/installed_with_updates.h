@@ -49,10 +49,11 @@ class InstalledWithUpdates {
         rows_(rows) {}
 
   /// Each fills its kind's installed list, source by source. A datastore that does not load changes
-  /// nothing.
-  void InstalledAddons();
-  void InstalledTransports();
-  void InstalledChannels();
+  /// nothing. False when something is installed but no source had a manifest to look it up in: the
+  /// list then lacks its rows.
+  bool InstalledAddons();
+  bool InstalledTransports();
+  bool InstalledChannels();
 
   /// How many nodes `selection` selects in the XML file at `path`; 0 when it does not load. More
   /// than 32767 are an overflow, which is logged and gives 0.
@@ -62,10 +63,10 @@ class InstalledWithUpdates {
   using CheckOfOneSource = void (UpdateCheck::*)(const pugi::xpath_node_set&, const std::string&,
                                                  RowNumber&);
 
-  void ListEntries(const InstalledTable& table, CheckOfOneSource check);
+  bool ListEntries(const InstalledTable& table, CheckOfOneSource check);
 
-  /// False when the datastore does not load.
-  bool ListDatastoreChannels(RowNumber& row);
+  bool ListChannels();
+  void ListDatastoreChannels(const pugi::xpath_node_set& channels, RowNumber& row);
   void ListCustomChannels(const pugi::xpath_node_set& channels, RowNumber& row);
   void CheckAllSources(CheckOfOneSource check, const pugi::xpath_node_set& installed,
                        RowNumber& row);

@@ -30,7 +30,7 @@ void UpdateDriver::GetDirectoryPreferenceFile() {
     const std::string manifest = base::AfterLastSlash(parts_.sources.UpdateSources.front());
     if (manifest.empty()) {
       parts_.tabs.ShowLocalData();
-    } else if (!parts_.files.Exists(catalog::ManifestPath(parts_.settings, manifest))) {
+    } else if (!IsCached(manifest)) {
       ShowLocalDataAndAsk();
     } else {
       ShowWithCachedManifests();
@@ -60,8 +60,7 @@ void UpdateDriver::DropFreshSources() {
   std::vector<std::string>& pending = parts_.sources.PendingSources;
   for (const std::string& source : parts_.sources.UpdateSources) {
     const std::string manifest = base::AfterLastSlash(source);
-    const std::string path = catalog::ManifestPath(parts_.settings, manifest);
-    if (!IsPlainFileName(manifest) || !parts_.files.Exists(path) || !IsFetchedToday(path)) {
+    if (!IsCached(manifest) || !IsFetchedToday(manifest)) {
       continue;
     }
     const auto entry = std::find_if(pending.begin(), pending.end(), [&](const std::string& other) {
@@ -74,8 +73,15 @@ void UpdateDriver::DropFreshSources() {
   }
 }
 
-bool UpdateDriver::IsFetchedToday(const std::string& manifest_path) const {
-  const auto fetched = DayOf(parts_.files.LastModified(manifest_path));
+// A name that is no plain file name could find anything.
+bool UpdateDriver::IsCached(const std::string& manifest) const {
+  return IsPlainFileName(manifest) &&
+         parts_.files.Exists(catalog::ManifestPath(parts_.settings, manifest));
+}
+
+bool UpdateDriver::IsFetchedToday(const std::string& manifest) const {
+  const auto fetched =
+      DayOf(parts_.files.LastModified(catalog::ManifestPath(parts_.settings, manifest)));
   return DayOf(parts_.clock.Now()) <= fetched;
 }
 

@@ -45,7 +45,8 @@ class UpdateDriver {
   void ShowLocalDataAndAsk();
   void ShowWithCachedManifests();
   void DropFreshSources();
-  bool IsFetchedToday(const std::string& manifest_path) const;
+  bool IsCached(const std::string& manifest) const;
+  bool IsFetchedToday(const std::string& manifest) const;
 
   DriverParts parts_;
 };

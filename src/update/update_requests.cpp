@@ -72,33 +72,43 @@ void UpdateRequests::DropUnusableSources() {
   }
 }
 
-void UpdateRequests::InstallNewAddons(const std::string& container, const std::string& name) {
+bool UpdateRequests::InstallNewAddons(const std::string& container, const std::string& name) {
+  bool is_sent = false;
   guarded(log_, "Kitbay::InstallNewAddons", [&] {
     for (const ComponentKind kind : base::kComponentKinds) {
-      if (container != catalog::kManifestTables[kind].container) {
-        continue;
-      }
-      for (const catalog::NewComponent& component : new_components_[kind]) {
-        if (base::ToLower(component.name) == base::ToLower(name)) {
-          pending_[kind] = {.file_path = SplitSource(component.url).file_path,
-                            .name = component.id};
-          DownloadAddon(component.url, component.id, component.name, kLabels[kind]);
-          return;
-        }
+      if (container == catalog::kManifestTables[kind].container) {
+        is_sent = DownloadFirst(kind, base::ToLower(name));
       }
     }
   });
+  return is_sent;
 }
 
-void UpdateRequests::DownloadAddon(const std::string& url, const std::string& name,
+bool UpdateRequests::DownloadFirst(ComponentKind kind, const std::string& lower_name) {
+  for (const catalog::NewComponent& component : new_components_[kind]) {
+    if (base::ToLower(component.name) == lower_name) {
+      const bool is_sent =
+          DownloadAddon(component.url, component.id, component.name, kLabels[kind]);
+      if (is_sent) {
+        pending_[kind] = {.file_path = SplitSource(component.url).file_path, .name = component.id};
+      }
+      return is_sent;
+    }
+  }
+  return false;
+}
+
+bool UpdateRequests::DownloadAddon(const std::string& url, const std::string& name,
                                    const std::string& display_text, const std::string& label) {
+  bool is_sent = false;
   guarded(log_, "Kitbay::DownloadAddon", [&] {
     DemandPlainFileName(name);
     const Address address = SplitSource(url);
     SetStatus("Downloading " + display_text + (label.empty() ? "" : " " + label) + ".");
-    Updates(address.server, address.file_path,
-            settings_.InstallFolder + "\\Temp\\" + name + ".zip");
+    is_sent = Updates(address.server, address.file_path,
+                      settings_.InstallFolder + "\\Temp\\" + name + ".zip");
   });
+  return is_sent;
 }
 
 void UpdateRequests::SetStatus(const std::string& text) {

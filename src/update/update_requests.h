@@ -46,11 +46,13 @@ class UpdateRequests {
   /// whose manifest has no usable file name is logged and dropped.
   bool CheckPreferences();
 
-  /// Downloads the package of the new component of that display name, listed in `container`.
-  void InstallNewAddons(const std::string& container, const std::string& name);
+  /// Downloads the package of the new component of that display name, listed in `container`. Gives
+  /// whether the request was handed over.
+  bool InstallNewAddons(const std::string& container, const std::string& name);
 
  private:
-  void DownloadAddon(const std::string& url, const std::string& name,
+  bool DownloadFirst(base::ComponentKind kind, const std::string& lower_name);
+  bool DownloadAddon(const std::string& url, const std::string& name,
                      const std::string& display_text, const std::string& label);
   void DropUnusableSources();
   void SetStatus(const std::string& text);

@@ -39,13 +39,32 @@ void PageCategories::ChangeImages(const std::string& source, const std::string& 
   });
 }
 
+// What no update source has an answer for is listed from the local files.
+void PageCategories::ListInstalledAddons() {
+  if (!installed_.InstalledAddons()) {
+    local_.InitialInstalledAddons();
+  }
+}
+
+void PageCategories::ListInstalledTransports() {
+  if (!installed_.InstalledTransports()) {
+    local_.InitialInstalledTransports();
+  }
+}
+
+void PageCategories::ListInstalledChannels() {
+  if (!installed_.InstalledChannels()) {
+    local_.InitialInstalledChannels();
+  }
+}
+
 void PageCategories::ShowInstalledCategory() {
   guarded(log_, "Kitbay::ShowInstalledCategory", [&] {
     ChangeImages(kUpdatesBarHolder, kInstalledBarHolder);
     if (state_.installed_lists_current) {
-      installed_.InstalledAddons();
-      installed_.InstalledChannels();
-      installed_.InstalledTransports();
+      ListInstalledAddons();
+      ListInstalledChannels();
+      ListInstalledTransports();
     } else {
       local_.InitialInstalledAddons();
       local_.InitialInstalledTransports();
@@ -151,10 +170,10 @@ void PageCategories::PressCategory(bool updates) {
 
 void PageCategories::ShowDetails() {
   guarded(log_, "Kitbay::ShowDetails", [&] {
-    installed_.InstalledChannels();
+    ListInstalledChannels();
     buttons_.DisableStatus();
-    installed_.InstalledTransports();
-    installed_.InstalledAddons();
+    ListInstalledTransports();
+    ListInstalledAddons();
     new_components_.funcShowUpdates();
     new_components_.funcShowChannels();
     new_components_.funcShowTransports();

@@ -46,6 +46,9 @@ class PageCategories {
   void ShowDetails();
 
  private:
+  void ListInstalledAddons();
+  void ListInstalledTransports();
+  void ListInstalledChannels();
   void showInstalled();
   void showUpdate();
   void SetShown(const std::string& id, bool shown);

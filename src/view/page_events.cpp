@@ -114,7 +114,9 @@ void PageEvents::PressInstall(const std::string& container, const HtmlNodeRef& p
       state_.current_row_id = panel->Id().substr(kPanelPrefix);
       const std::string line = Needed(row->Child(0))->InnerText();
       buttons_.DisableOtherDownload();
-      commands_.InstallNewAddons(container, line.substr(0, line.find("Version")));
+      if (!commands_.InstallNewAddons(container, line.substr(0, line.find("Version")))) {
+        buttons_.EnableOtherDownload();
+      }
     }
   }
 }

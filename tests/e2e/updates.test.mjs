@@ -107,6 +107,30 @@ test('a failing source is told once and the next one is asked', async () => {
   assert.deepEqual(entries, [[0, 'Kitbay::OvTransportEvents_Exception']]);
 });
 
+test('a source that fails leaves the answer of one that was asked today', async () => {
+  const page = await started(`${source.host}/ovalink.xml`, `${source.host}/missing.xml`);
+  await confirmMessage();
+  await page.waitFor(answered);
+  await closed();
+  source.requests.length = 0;
+  const again = await restarted();
+  await confirmMessage();
+  await again.waitFor(answered);
+  assert.deepEqual(source.requests.map((request) => request.path), ['/missing.xml']);
+  await kitbay.click('#itabencloser #addons');
+  assert.equal(await again.eval(`document.querySelectorAll('#installedaddons input[value=Update]').length`), 3);
+  await closed();
+});
+
+test('Close in the middle of a transfer ends the program and leaves no part of the file', async () => {
+  const held = source.misbehave('/ovalink.xml', 'stall-body', { after: 100 });
+  await started(`${source.host}/ovalink.xml`);
+  await held.reached;
+  await closed();
+  assert.deepEqual(suite.manifests(), []);
+  assert.deepEqual(suite.logEntries(), []);
+});
+
 for (const [mode, options] of [
   ['refuse'],
   ['cut-short', { after: 100 }],
@@ -159,6 +183,11 @@ for (const mode of ['login-page', 'empty', 'zeros']) {
       'No additional modules are available right now.',
     );
     assert.deepEqual(await shown(page, 'imgtab', 'imgtab1'), []);
+    await kitbay.click('#installed');
+    for (const [list, count] of [['addons', 10], ['transports', 4], ['channels', 6]]) {
+      const rows = `document.querySelectorAll('#installed${list} > div').length`;
+      assert.equal(await page.eval(rows), count, list);
+    }
     await closed();
   });
 }

@@ -85,6 +85,13 @@ TEST_F(ErrorLogFileTest, TheSeparatorHas91Characters) {
   EXPECT_EQ(separator, expected);
 }
 
+TEST_F(ErrorLogFileTest, AnEntryHasFourLinesWhateverItsDescriptionHolds) {
+  log_.Open(file_system_, kPath);
+  log_.LogError("now", "Kitbay::x", 5, "one\r\ntwo\tthree");
+  EXPECT_THAT(Entries(), ::testing::EndsWith("[Source:-  Kitbay::x]\r\n                         "
+                                             "[Description:-  one  two three]\r\n"));
+}
+
 TEST_F(ErrorLogFileTest, ANegativeNumberHasAMinusSign) {
   log_.Open(file_system_, kPath);
   log_.LogError("T", "P", static_cast<std::int32_t>(0x80070005), "D");

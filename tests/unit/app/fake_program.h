@@ -54,8 +54,9 @@ class RecordingCommands : public view::PageCommands, public update::PackageRecei
   void RemoveAddon(const std::string& action, const std::string& kind) override {
     calls.push_back("RemoveAddon " + action + "|" + kind);
   }
-  void InstallNewAddons(const std::string& container, const std::string& name) override {
+  bool InstallNewAddons(const std::string& container, const std::string& name) override {
     calls.push_back("InstallNewAddons " + container + "|" + name);
+    return true;
   }
   void Unpack(base::ComponentKind /*kind*/, const std::string& path) override {
     calls.push_back("Unpack " + path);

@@ -32,6 +32,15 @@ TEST_F(DirectoryPreference, FreshUserWithAnEmptySeedGetsOneEmptySourceAndSendsNo
   EXPECT_THAT(log_.entries, IsEmpty());
 }
 
+TEST_F(DirectoryPreference, PatternOfNamesIsNoCachedManifest) {
+  AddManifest("a.xml");
+  SetSources("<preference url='updates.example/.'/><preference url='other.example/b.xml'/>");
+  driver_.GetDirectoryPreferenceFile();
+  EXPECT_TRUE(LocalDataIsShown()) << html_->TreeText();
+  EXPECT_THAT(sources_.PendingSources, ElementsAre("other.example/b.xml"));
+  EXPECT_EQ(downloads_.documents.size(), 1U);
+}
+
 TEST_F(DirectoryPreference, FirstSourceEndingInASlashShowsLocalDataEvenWithFurtherSources) {
   SetSources("<preference url='updates.example/'/><preference url='other.example/a.xml'/>");
   AddManifest("a.xml");

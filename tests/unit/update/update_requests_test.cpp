@@ -218,5 +218,18 @@ TEST_F(Requests, PackageRequestThatIsRefusedIsLogged) {
   EXPECT_EQ(Status(), "Downloading Chat Addon.");
 }
 
+TEST_F(Requests, PackageThatWasNotAskedForIsNotPending) {
+  Offer(ComponentKind::kAddon, "..\\evil", "Chat", "packages.example/chat.zip");
+  EXPECT_FALSE(requests_.InstallNewAddons("updatedaddons", "Chat"));
+  EXPECT_EQ(pending_packages_.addon.name, "");
+  EXPECT_FALSE(requests_.InstallNewAddons("updatedaddons", "Unknown"));
+  EXPECT_FALSE(requests_.InstallNewAddons("nowhere", "Chat"));
+}
+
+TEST_F(Requests, PackageThatIsAskedForIsOnItsWay) {
+  Offer(ComponentKind::kAddon, "chat", "Chat", "packages.example/chat.zip");
+  EXPECT_TRUE(requests_.InstallNewAddons("updatedaddons", "Chat"));
+}
+
 }  // namespace
 }  // namespace kitbay::update

@@ -15,10 +15,11 @@ class NotingCommands : public RecordingCommands {
  public:
   explicit NotingCommands(const ViewState& state) : state_(state) {}
 
-  void InstallNewAddons(const std::string& container, const std::string& name) override {
+  bool InstallNewAddons(const std::string& container, const std::string& name) override {
     RecordingCommands::InstallNewAddons(container, name);
     calls.push_back(state_.download_in_progress ? "buttons off" : "buttons on");
     calls.push_back("row " + state_.current_row_id);
+    return is_sent;
   }
 
  private:
@@ -117,6 +118,14 @@ TEST_P(InstallClicks, InstallSwitchesTheButtonsOffAndThenInstallsTheRowsComponen
   EXPECT_TRUE(Button(GetParam(), 1)->Disabled());
   EXPECT_TRUE(Button(GetParam(), 2)->Disabled());
   EXPECT_THAT(log_.entries, IsEmpty());
+}
+
+TEST_P(InstallClicks, TheButtonsComeBackWhenNothingIsAskedFor) {
+  commands_.is_sent = false;
+  document_->Click(Button(GetParam(), 2));
+  EXPECT_FALSE(state_.download_in_progress);
+  EXPECT_FALSE(Button(GetParam(), 1)->Disabled());
+  EXPECT_FALSE(Button(GetParam(), 2)->Disabled());
 }
 
 TEST_P(InstallClicks, NoSecondDownloadStartsWhileOneRuns) {

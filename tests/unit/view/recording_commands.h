@@ -16,10 +16,12 @@ class RecordingCommands : public PageCommands {
   void RemoveAddon(const std::string& action, const std::string& kind) override {
     calls.push_back("RemoveAddon " + action + "|" + kind);
   }
-  void InstallNewAddons(const std::string& container, const std::string& name) override {
+  bool InstallNewAddons(const std::string& container, const std::string& name) override {
     calls.push_back("InstallNewAddons " + container + "|" + name);
+    return is_sent;
   }
 
+  bool is_sent = true;
   std::vector<std::string> calls;
 };
 

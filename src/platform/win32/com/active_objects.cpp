@@ -57,7 +57,8 @@ class RunningObjects : public ActiveObjects {
     const HRESULT result =
         ::RegisterActiveObject(published.object.Get(), id, ACTIVEOBJECT_WEAK, &cookie);
     if (FAILED(result)) return std::nullopt;
-    // A weak entry ends with the last client that lets its object go; the lock keeps it for the next.
+    // A weak entry ends with the last client that lets its object go; the lock keeps it for the
+    // next.
     if (!published.is_locked) {
       published.is_locked = SUCCEEDED(CoLockObjectExternal(published.object.Get(), TRUE, FALSE));
     }
