@@ -1,5 +1,7 @@
 #include "module.h"
 
+#include <windows.h>
+
 #include <atomic>
 
 namespace ovalink {
@@ -14,6 +16,12 @@ std::atomic<long>& Locks() {
 }  // namespace
 
 void ModuleLock::Hold(bool hold) { Locks() += hold ? 1 : -1; }
+
+void ModuleLock::Pin() {
+  HMODULE module = nullptr;
+  GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_PIN | GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS,
+                     reinterpret_cast<LPCWSTR>(&ModuleLock::Pin), &module);
+}
 
 bool ModuleLock::CanUnload() { return Locks() == 0; }
 

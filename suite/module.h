@@ -13,6 +13,10 @@ class ModuleLock {
   /// Takes one lock more, or gives one back.
   static void Hold(bool hold);
 
+  /// Keeps the library loaded until the process ends, for callbacks that the system makes after
+  /// their object has gone.
+  static void Pin();
+
   /// Whether nothing keeps the library loaded.
   static bool CanUnload();
 };

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "module.h"
 #include "platform/win32/com/com_failure.h"
 #include "transfer.h"
 
@@ -11,6 +12,8 @@ TransferThread::TransferThread(DownloadRequest request, SendEvent send)
     : cancel_(CreateEventW(nullptr, TRUE, FALSE, nullptr)) {
   const DWORD error = GetLastError();
   if (!cancel_) throw kitbay::platform::win32::FailureOf(HRESULT_FROM_WIN32(error));
+  // The system may tell of a closed request when the thread has long ended.
+  ModuleLock::Pin();
   thread_ = std::thread([request = std::move(request), cancel = cancel_.get(),
                          send = std::move(send)] { Transfer(request, cancel, send); });
 }

@@ -56,10 +56,10 @@ TEST(RequestDocument, AFilePathCannotNameTheDestination) {
   const std::string hostile =
       "/x</filetodownload><destpath>C:\\Elsewhere\\e.bat</destpath>"
       "<progressevents>true</progressevents>";
-  const auto request = ReadRequestDocument(
-      "<server>evil.example</server><filetodownload>" + hostile +
-      "</filetodownload><destpath>C:\\Suite\\Temp\\x.zip</destpath>"
-      "<progressevents>true</progressevents>");
+  const auto request =
+      ReadRequestDocument("<server>evil.example</server><filetodownload>" + hostile +
+                          "</filetodownload><destpath>C:\\Suite\\Temp\\x.zip</destpath>"
+                          "<progressevents>true</progressevents>");
   ASSERT_TRUE(request);
   EXPECT_EQ(request->file_path, hostile);
   EXPECT_EQ(request->destination, "C:\\Suite\\Temp\\x.zip");

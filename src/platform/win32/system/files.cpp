@@ -100,7 +100,7 @@ void Win32Files::Write(const std::string& path, std::string_view bytes) {
 void Win32Files::Replace(const std::string& path, std::string_view bytes) {
   const std::wstring target = ToSystemPath(path);
   ReplacementFile replacement(target);
-  replacement.Write(bytes);
+  replacement.Append(bytes);
   replacement.PutInPlace();
 }
 

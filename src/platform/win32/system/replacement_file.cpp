@@ -38,16 +38,12 @@ ReplacementFile::~ReplacementFile() {
   }
 }
 
-void ReplacementFile::Write(std::string_view bytes) {
-  Append(bytes);
-  if (!FlushFileBuffers(file_.get())) {
-    throw FileFailure(GetLastError());
-  }
-}
-
 void ReplacementFile::Append(std::string_view bytes) { WriteAll(file_.get(), bytes); }
 
 void ReplacementFile::PutInPlace() {
+  if (!FlushFileBuffers(file_.get())) {
+    throw FileFailure(GetLastError());
+  }
   file_.reset();
   // One rename over the target: unlike ReplaceFile it leaves no moment without a file of that name.
   if (!MoveFileExW(path_.c_str(), target_.c_str(),

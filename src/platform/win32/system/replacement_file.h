@@ -17,13 +17,10 @@ class ReplacementFile {
   ReplacementFile(const ReplacementFile&) = delete;
   ReplacementFile& operator=(const ReplacementFile&) = delete;
 
-  /// Writes the bytes and has them on the disk when it returns.
-  void Write(std::string_view bytes);
-
-  /// Writes the bytes after those that are there, without waiting for the disk.
+  /// Writes the bytes after those that are there.
   void Append(std::string_view bytes);
 
-  /// Gives the file the target's name, in place of the target.
+  /// Has the bytes on the disk, then gives the file the target's name, in place of the target.
   void PutInPlace();
 
  private:
