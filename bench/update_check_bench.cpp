@@ -66,11 +66,14 @@ class ExchangeSuite {
   void CheckUpdates() {
     switch (kind_) {
       case ComponentKind::kAddon:
-        return installed_.InstalledAddons();
+        installed_.InstalledAddons();
+        return;
       case ComponentKind::kTransport:
-        return installed_.InstalledTransports();
+        installed_.InstalledTransports();
+        return;
       case ComponentKind::kChannel:
-        return installed_.InstalledChannels();
+        installed_.InstalledChannels();
+        return;
     }
   }
 
