@@ -154,6 +154,7 @@ export class Program {
   #process;
   #ended;
   #inspector = null;
+  #isKitbay;
   #scratch = fs.mkdtempSync(path.join(os.tmpdir(), 'kitbay-e2e-'));
 
   static start(file) {
@@ -161,6 +162,7 @@ export class Program {
   }
 
   constructor(file) {
+    this.#isKitbay = file.endsWith('Kitbay.exe');
     this.#process = spawn(path.join(root, 'tools/wine_run'), [file], {
       env: { ...environment, WEB_BROWSER_STANDIN_INSPECT: path.join(this.#scratch, 'inspect.json') },
       stdio: 'ignore',
@@ -204,6 +206,10 @@ export class Program {
   /** Ends the program if a failed test left it running, and tidies up. */
   async dispose() {
     this.#inspector?.close();
+    // A program that is killed takes no leave of COM, and Wine then offers its dead class objects.
+    if (this.isRunning && this.#isKitbay) {
+      await probe('press', 'Kitbay', '&Close').then(() => this.ended(5000)).catch(() => {});
+    }
     if (this.isRunning) {
       this.#process.kill('SIGTERM');
       await this.#ended;
