@@ -1,0 +1,34 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace kitbay::install {
+
+/// The values of a component's manifest entry, slot by slot; what stands in which slot depends on
+/// the component's kind.
+inline constexpr std::size_t kRecordSlots = 11;
+using ComponentRecord = std::array<std::string, kRecordSlots>;
+
+/// What the steps of an installation, an update or a removal share.
+struct InstallSession {
+  /// The name in the row that was clicked last to be updated or removed.
+  std::string component_name;
+
+  /// The id of the component whose package is being installed: it names the package, and the
+  /// folder of an addon or a channel.
+  std::string package_name;
+
+  /// What the manifest says of the component being installed.
+  ComponentRecord record;
+
+  /// The component's libraries, file names without a folder.
+  std::vector<std::string> library_list;
+
+  /// Whether the main client is to be started again when the package has been installed.
+  bool restart = false;
+};
+
+}  // namespace kitbay::install
