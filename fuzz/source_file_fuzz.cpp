@@ -2,6 +2,7 @@
 // which every second source fails.
 #include <memory>
 
+#include "base/file_name.h"
 #include "catalog/available_updates.h"
 #include "fakes/fake_clock.h"
 #include "fakes/fake_main_window.h"
@@ -36,7 +37,7 @@ class CheckedDownloads : public platform::TransportObject {
                document.compare(start, kStart.size(), kStart) == 0,
            "a manifest goes into the folder of manifests");
     const std::size_t name = start + kStart.size();
-    Demand(update::IsPlainFileName(document.substr(name, document.size() - kEnd.size() - name)),
+    Demand(base::IsPlainFileName(document.substr(name, document.size() - kEnd.size() - name)),
            "a manifest has a plain file name");
   }
   void ShutDown() override {}

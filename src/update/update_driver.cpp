@@ -4,6 +4,7 @@
 #include <chrono>
 
 #include "base/failure.h"
+#include "base/file_name.h"
 #include "base/guarded.h"
 #include "base/text.h"
 #include "catalog/available_updates.h"
@@ -75,7 +76,7 @@ void UpdateDriver::DropFreshSources() {
 
 // A name that is no plain file name could find anything.
 bool UpdateDriver::IsCached(const std::string& manifest) const {
-  return IsPlainFileName(manifest) &&
+  return base::IsPlainFileName(manifest) &&
          parts_.files.Exists(catalog::ManifestPath(parts_.settings, manifest));
 }
 

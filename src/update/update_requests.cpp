@@ -1,6 +1,7 @@
 #include "update/update_requests.h"
 
 #include "base/failure.h"
+#include "base/file_name.h"
 #include "base/guarded.h"
 #include "base/text.h"
 #include "catalog/available_updates.h"
@@ -21,7 +22,7 @@ constexpr base::PerKind<const char*> kLabels = {
 
 // Names come from outside and become part of a path.
 void DemandPlainFileName(const std::string& name) {
-  if (!IsPlainFileName(name)) {
+  if (!base::IsPlainFileName(name)) {
     throw Failure(RuntimeError::kPathFileAccessError, name);
   }
 }
