@@ -1,4 +1,4 @@
 # Files, registry, clock, version resources and desktop.
 target_sources(kitbay_fakes PRIVATE
   memory_file_system_object.cpp memory_files.cpp memory_registry.cpp recording_desktop.cpp
-  windows_path.cpp)
+  recording_libraries.cpp windows_path.cpp)

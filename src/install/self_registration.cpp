@@ -1,0 +1,87 @@
+#include "install/self_registration.h"
+
+#include "base/failure.h"
+#include "base/guarded.h"
+#include "base/text.h"
+
+namespace kitbay::install {
+namespace {
+
+using base::guarded;
+using platform::ExportAddress;
+
+constexpr std::uint32_t kTimeLimitMs = 10000;
+
+}  // namespace
+
+void SelfRegistration::DLLRegisterService(const std::string& path, bool register_it,
+                                          std::int32_t& result) {
+  result = kLibraryHasRun;
+  guarded(log_, "Kitbay::DLLRegisterService", [&] {
+    const std::string key = base::ToLower(path);
+    if (timed_out_.contains(key)) {
+      result = kLibraryTimedOut;
+      throw base::Failure(base::RuntimeError::kPathFileAccessError,
+                          path + " did not return in time before");
+    }
+    std::exception_ptr load_failure;
+    libraries_.RunOnOwnThread([&] {
+      RunExport(path, register_it ? "DllRegisterServer" : "DllUnregisterServer", result,
+                load_failure);
+    });
+    if (load_failure) {
+      // The log belongs to the thread of the user interface.
+      base::LogFailure(log_, " Kitbay::Loading of library failed", load_failure);
+    }
+    if (result == kLibraryTimedOut) {
+      timed_out_.insert(key);
+    }
+  });
+}
+
+// Runs on a thread of its own, since a time-out ends the thread that waited: nothing here may own
+// what the end of the thread would leave behind.
+void SelfRegistration::RunExport(const std::string& path, const char* name, std::int32_t& result,
+                                 std::exception_ptr& load_failure) {
+  platform::LibraryHandle library;
+  try {
+    library = libraries_.Load(path);
+  } catch (...) {
+    load_failure = std::current_exception();
+    result = kLibraryNotLoaded;
+    return;
+  }
+  const ExportAddress address = libraries_.FindExport(library, name);
+  // Compared with 1, not with 0: a library without the function gets a thread all the same.
+  if (address == ExportAddress{1}) {
+    libraries_.Free(library);
+    result = kLibraryNotLoaded;
+    return;
+  }
+  const platform::ThreadHandle thread = libraries_.StartThread(address);
+  if (thread == platform::ThreadHandle{}) {
+    libraries_.Free(library);
+    result = kLibraryHasNoThread;
+    return;
+  }
+  if (libraries_.Wait(thread, kTimeLimitMs) != platform::kThreadEnded) {
+    result = kLibraryTimedOut;
+    libraries_.Free(library);
+    libraries_.EndThread(libraries_.ExitCode(thread));
+  }
+  libraries_.Close(thread);
+  libraries_.Free(library);
+}
+
+void SelfRegistration::funcRegisterDll(const std::string& folder, bool& succeeded) {
+  succeeded = false;
+  guarded(log_, "Kitbay::funcRegisterDll", [&] {
+    for (const std::string& name : session_.library_list) {
+      std::int32_t ignored = 0;
+      DLLRegisterService(folder + "\\" + name, true, ignored);
+    }
+    succeeded = true;
+  });
+}
+
+}  // namespace kitbay::install

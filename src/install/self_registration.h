@@ -1,0 +1,47 @@
+#pragma once
+
+#include <cstdint>
+#include <exception>
+#include <set>
+#include <string>
+
+#include "base/error_log.h"
+#include "install/install_session.h"
+#include "platform/libraries.h"
+
+namespace kitbay::install {
+
+/// What `DLLRegisterService` gives.
+inline constexpr std::int32_t kLibraryHasRun = 0;       ///< whatever its function returned
+inline constexpr std::int32_t kLibraryNotLoaded = 1;    ///< or its function's address is 1
+inline constexpr std::int32_t kLibraryHasNoThread = 2;  ///< the system had no thread to give
+inline constexpr std::int32_t kLibraryTimedOut = 3;     ///< it did not return within the limit
+
+/// Has libraries enter themselves into the registry.
+class SelfRegistration {
+ public:
+  SelfRegistration(base::ErrorLog& log, platform::Libraries& libraries,
+                   const InstallSession& session)
+      : log_(log), libraries_(libraries), session_(session) {}
+
+  /// Loads the library at the full path `path` and has it register itself, or unregister itself
+  /// when `register_it` is false. Waits for at most 10 seconds. `result` is one of the codes above;
+  /// 0 as well when a run-time error ended the call. A library that timed out is not loaded again:
+  /// every later call for it gives 3 at once.
+  void DLLRegisterService(const std::string& path, bool register_it, std::int32_t& result);
+
+  /// Registers every library of the session's list, in `folder` (without "\" at its end), whatever
+  /// the result of those before it. `succeeded` tells whether each has been tried.
+  void funcRegisterDll(const std::string& folder, bool& succeeded);
+
+ private:
+  void RunExport(const std::string& path, const char* name, std::int32_t& result,
+                 std::exception_ptr& load_failure);
+
+  base::ErrorLog& log_;
+  platform::Libraries& libraries_;
+  const InstallSession& session_;
+  std::set<std::string> timed_out_;  ///< paths in small letters
+};
+
+}  // namespace kitbay::install
