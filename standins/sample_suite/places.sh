@@ -36,6 +36,15 @@ app_data_folder() {
   done
 }
 
+# forget_classes BUILD: what takes back all that the component libraries of a build can register, as
+# lines of a registry file.
+forget_classes() {
+  local progid clsid
+  while read -r progid clsid; do
+    printf '[-HKEY_CURRENT_USER\\Software\\Classes\\%s]\n\n' "$progid" "CLSID\\$clsid"
+  done < <(cat "$1"/standins/{component_libraries,update_source}/classes.txt)
+}
+
 # Enters the registry file on standard input, with one start of Wine.
 import_registry() {
   local file
