@@ -9,6 +9,15 @@ namespace {
 
 constexpr wchar_t kWindowClass[] = L"ThunderRT6FormDC";
 constexpr wchar_t kCaption[] = L"OvlTessel";
+constexpr int kWidth = 320;
+constexpr int kHeight = 440;
+
+// The contact list stands at the right edge of the screen, where it hides nobody's window.
+POINT FirstPlace() {
+  RECT work{};
+  SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
+  return {work.right - kWidth, work.top};
+}
 
 LRESULT CALLBACK MainWindow(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
   switch (message) {
@@ -52,9 +61,10 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int show) {
   window_class.lpszClassName = kWindowClass;
   if (!RegisterClassExW(&window_class)) return 1;
 
+  const POINT place = FirstPlace();
   const HWND window =
-      CreateWindowExW(0, kWindowClass, kCaption, WS_OVERLAPPEDWINDOW, CW_USEDEFAULT, CW_USEDEFAULT,
-                      320, 440, nullptr, nullptr, instance, &contacts);
+      CreateWindowExW(0, kWindowClass, kCaption, WS_OVERLAPPEDWINDOW, place.x, place.y, kWidth,
+                      kHeight, nullptr, nullptr, instance, &contacts);
   if (!window) return 1;
   ShowWindow(window, show);
   AppendToEventLog("started");
