@@ -7,18 +7,19 @@ import { once } from 'node:events';
 import { promisify } from 'node:util';
 import { fileURLToPath } from 'node:url';
 import { PageInspector } from '../../standins/web_browser/helper/inspect_client.mjs';
+import { compactXml, parseXml } from './xml.mjs';
 
 const run = promisify(execFile);
 export const root = fileURLToPath(new URL('../..', import.meta.url)).replace(/\/$/, '');
-const build = path.join(root, 'build/win64');
-const probeProgram = path.join(build, 'tests/e2e/probe/e2e_probe.exe');
+export const buildFolder = path.join(root, 'build/win64');
+const probeProgram = path.join(buildFolder, 'tests/e2e/probe/e2e_probe.exe');
 const prefix = process.env.WINEPREFIX?.startsWith(`${root}/build/`)
   ? process.env.WINEPREFIX
   : path.join(root, 'build/wine');
 const environment = { ...process.env, WINEPREFIX: prefix };
 export const prefixFolder = prefix;
 export const downloadClient =
-  process.env.KITBAY_DOWNLOAD_CLIENT ?? path.join(build, 'tests/e2e/download_client/download_client.exe');
+  process.env.KITBAY_DOWNLOAD_CLIENT ?? path.join(buildFolder, 'tests/e2e/download_client/download_client.exe');
 
 const driveC = path.join(prefix, 'drive_c');
 const suiteFolder = 'Program Files/Ovalink';
@@ -56,32 +57,38 @@ export async function windowWhere(what, fits) {
 
 export const isKitbay = (window) => window.class === 'KitbayMainWindow';
 
+/** A path below drive C as Windows names it. */
+export const windowsPath = (file) => `C:\\${path.relative(driveC, file).replaceAll('/', '\\')}`;
+
 function usersFolder() {
   const users = path.join(driveC, 'users');
   return path.join(users, fs.readdirSync(users).find((name) => name !== 'Public'));
 }
 
-/** Presses OK in the program's message box, and gives the text that it showed. */
-export async function confirmMessage() {
+/** The message boxes that are open. */
+export const messages = async () => (await windows()).filter((window) => window.class === '#32770');
+
+/** Answers the program's message box, and gives the text that it showed. */
+export async function confirmMessage(button = 'OK') {
   const box = await windowWhere('a message', (window) => window.class === '#32770');
-  await probe('press', box.caption, 'OK');
-  await eventually('the end of the message', async () =>
-    (await windows()).every((window) => window.class !== '#32770'),
-  );
+  await probe('press', box.caption, button);
+  await eventually('the end of the message', async () => (await windows()).every(({ id }) => id !== box.id));
   return box.controls.filter((control) => control.class === 'Static').map(({ text }) => text).join('');
 }
 
 /** A fresh installation of the sample suite. */
 export class Suite {
   folder = path.join(driveC, suiteFolder);
-  windowsFolder = `C:\\${suiteFolder.replaceAll('/', '\\')}`;
+  windowsFolder = windowsPath(this.folder);
   log = path.join(this.folder, 'KitbayLog.log');
   datastore = path.join(this.folder, 'Datastore/olregistry.xml');
   programFolder = path.join(this.folder, 'Kitbay');
   userFolder = path.join(usersFolder(), 'AppData/Roaming/Ovalink');
+  customRegistry = path.join(this.userFolder, 'CustomData/customregistry.xml');
+  workingFolder = path.join(this.folder, 'Temp');
 
   static async layOut(settings = {}) {
-    await run(path.join(root, 'standins/sample_suite/lay_out'), [suiteFolder, build], {
+    await run(path.join(root, 'standins/sample_suite/lay_out'), [suiteFolder, buildFolder], {
       env: { ...environment, ...settings },
     });
     return new Suite();
@@ -100,6 +107,20 @@ export class Suite {
     fs.writeFileSync(
       path.join(this.userFolder, 'updatepreference.xml'),
       `<root><preferences>${items}</preferences></root>`,
+    );
+  }
+
+  /** Both registry files as they stand. */
+  registryFiles() {
+    return [this.datastore, this.customRegistry].map((file) => fs.readFileSync(file, 'utf8'));
+  }
+
+  /** The entries of a registry file in their order, as {addons, transports, channels} of compact XML. */
+  entries(file) {
+    const root = parseXml(fs.readFileSync(file, 'utf8'));
+    const containers = root.children.filter(({ name }) => name);
+    return Object.fromEntries(
+      containers.map(({ name, children }) => [name, children.filter((child) => child.name).map(compactXml)]),
     );
   }
 
@@ -146,6 +167,60 @@ export class Suite {
 
   start() {
     return Program.start(path.join(this.programFolder, 'Kitbay.exe'));
+  }
+}
+
+/** The main client of a suite: started by a test, or by Kitbay. */
+export class MainClient {
+  static isWindow = (window) => window.class === 'ThunderRT6FormDC' && window.caption === 'OvlTessel';
+  #suite;
+  #started = [];
+
+  constructor(suite) {
+    this.#suite = suite;
+  }
+
+  /** What the client's own log says so far: "started" and "closed", in order. */
+  events() {
+    const log = path.join(this.#suite.folder, 'Tessel.log');
+    if (!fs.existsSync(log)) return [];
+    return fs.readFileSync(log, 'utf8').split('\r\n').slice(0, -1).map((line) => line.split(' ')[0]);
+  }
+
+  /** Waits for the `count`th event. */
+  async event(count, what) {
+    await eventually(`${what} (${this.events()})`, () => this.events().length >= count);
+  }
+
+  /** How many clients show their window. */
+  async count() {
+    return (await windows()).filter(MainClient.isWindow).length;
+  }
+
+  async start() {
+    const before = this.events().length;
+    this.#started.push(Program.start(path.join(this.#suite.folder, 'Tessel.exe')));
+    await this.event(before + 1, 'the start of the main client');
+  }
+
+  /** Closes every client that runs. */
+  async close() {
+    while ((await this.count()) > 0) {
+      const before = this.events().length;
+      await probe('close', 'ThunderRT6FormDC', 'OvlTessel');
+      await this.event(before + 1, 'the end of the main client');
+    }
+    for (const program of this.#started.splice(0)) await program.dispose();
+  }
+}
+
+/** The library that is registered for a component's class; null when there is none. */
+export async function registeredLibrary(progId) {
+  try {
+    const { text: clsid } = await probe('value', `${progId}\\CLSID`, '');
+    return (await probe('value', `CLSID\\${clsid}\\InprocServer32`, '')).text;
+  } catch {
+    return null;
   }
 }
 
@@ -203,6 +278,34 @@ export class Program {
     await page.settled();
   }
 
+  /** Opens the row of a component, where it is closed, and clicks on one of its buttons. */
+  async press(container, name, button) {
+    const page = await this.page();
+    const place = await page.eval(`[...document.getElementById('${container}').children].findIndex(
+      (row) => row.children[0]?.children[0]?.innerText === ${JSON.stringify(name)})`);
+    if (place < 0) throw new Error(`No row of ${name} in ${container}`);
+    const row = `#${container} > div:nth-child(${place + 1})`;
+    const panel = `document.querySelector(${JSON.stringify(row)}).children[1]`;
+    if ((await page.eval(`${panel}.style.display`)) === 'none') await this.click(`${row} > span > font`);
+    await page.eval(`${panel}.scrollIntoView({ block: 'nearest' })`);
+    await this.click(`${row} input[value=${button}]`);
+  }
+
+  /** Shows the list of a kind ("addons", "trans" or "channels") in a category ("installed", "update"). */
+  async show(category, tab) {
+    const page = await this.page();
+    const bar = category === 'installed' ? 'itabencloser' : 'tabencloser';
+    await this.click(`#${category}`);
+    await page.waitFor(`document.getElementById('${bar}').offsetParent !== null`);
+    await this.click(`#${bar} #${tab}`);
+  }
+
+  /** Closes the program as its user does; gives its exit code. */
+  async close() {
+    await probe('press', 'Kitbay', '&Close');
+    return this.ended();
+  }
+
   /** Ends the program if a failed test left it running, and tidies up. */
   async dispose() {
     this.#inspector?.close();
@@ -217,6 +320,9 @@ export class Program {
     fs.rmSync(this.#scratch, { recursive: true, force: true });
   }
 }
+
+/** True when no button of the page is switched off. */
+export const allButtonsOn = `document.querySelectorAll('input:disabled').length === 0`;
 
 /** What the rows of a container show: {name, version, description, buttons, open}. */
 export const rowsOf = (container) => `

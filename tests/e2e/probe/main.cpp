@@ -3,11 +3,12 @@
 //
 //   windows                 the visible top-level windows from the top of the screen down
 //   press CAPTION BUTTON    presses a button of the top-level window of that caption
-//   minimize CAPTION         minimises the top-level window of that caption
-//   key CAPTION CODE        a key goes down and up in the focused control of that window
-//   value KEY NAME            the type and the bytes of a value below HKEY_CLASSES_ROOT
-//   registry                creates Kitbay.Registry, calls its members in the interface's order
-//   manager                 creates Kitbay.Manager and calls BringToFront
+//   close CLASS CAPTION      sends the close message to the top-level window of that class and
+//   caption minimize CAPTION         minimises the top-level window of that caption key CAPTION
+//   CODE        a key goes down and up in the focused control of that window value KEY NAME the
+//   type and the bytes of a value below HKEY_CLASSES_ROOT registry                creates
+//   Kitbay.Registry, calls its members in the interface's order manager                 creates
+//   Kitbay.Manager and calls BringToFront
 //
 // It exits with 1, and prints {"error":...}, when that cannot be done.
 #include <windows.h>
@@ -17,6 +18,7 @@
 #include <oleauto.h>
 #include <shellapi.h>
 
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <stdexcept>
@@ -108,7 +110,8 @@ std::string Describe(HWND window) {
   RECT place{};
   GetWindowRect(window, &place);
   std::string json =
-      "{\"class\":" + Quoted(ClassName(window)) + ",\"caption\":" + Quoted(Caption(window)) +
+      "{\"id\":" + std::to_string(reinterpret_cast<std::uintptr_t>(window)) +
+      ",\"class\":" + Quoted(ClassName(window)) + ",\"caption\":" + Quoted(Caption(window)) +
       ",\"process\":" + std::to_string(process) + ",\"topmost\":" +
       ((GetWindowLongW(window, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0 ? "true" : "false") +
       ",\"foreground\":" + (GetForegroundWindow() == window ? "true" : "false") +
@@ -157,6 +160,15 @@ std::string Press(const std::wstring& caption, const std::wstring& button) {
     }
   }
   throw std::runtime_error("no button " + Utf8(button));
+}
+
+std::string Close(const std::wstring& window_class, const std::wstring& caption) {
+  const HWND window = FindWindowW(window_class.c_str(), caption.c_str());
+  if (window == nullptr) {
+    throw std::runtime_error("no window " + Utf8(caption));
+  }
+  PostMessageW(window, WM_CLOSE, 0, 0);
+  return "true";
 }
 
 std::string Minimize(const std::wstring& caption) {
@@ -268,6 +280,9 @@ std::string Run(const std::vector<std::wstring>& arguments) {
   }
   if (command == L"press" && arguments.size() == 3) {
     return Press(arguments[1], arguments[2]);
+  }
+  if (command == L"close" && arguments.size() == 3) {
+    return Close(arguments[1], arguments[2]);
   }
   if (command == L"minimize" && arguments.size() == 2) {
     return Minimize(arguments[1]);
