@@ -3,6 +3,7 @@
 #include <cstring>
 #include <new>
 #include <sstream>
+#include <string_view>
 
 #include "base/failure.h"
 
@@ -15,15 +16,23 @@ using base::RuntimeError;
 // HRESULT_FROM_WIN32(ERROR_INVALID_DATA)
 constexpr std::int32_t kInvalidData = static_cast<std::int32_t>(0x8007000D);
 
-constexpr unsigned kParseOptions = pugi::parse_default | pugi::parse_comments | pugi::parse_pi |
-                                   pugi::parse_declaration | pugi::parse_doctype |
-                                   pugi::parse_fragment;
+// As a fragment, so that what stands outside of the document element is seen.
+constexpr unsigned kWellFormed = pugi::parse_default | pugi::parse_doctype | pugi::parse_fragment;
+
+// Most elements hold one text: kept in the element itself it halves the tree.
+constexpr unsigned kToRead = kWellFormed | pugi::parse_embed_pcdata;
+
+// Everything that a file may hold besides its elements and their texts, and its line ends as they
+// are.
+constexpr unsigned kToChange = (kWellFormed & ~pugi::parse_eol) | pugi::parse_comments |
+                               pugi::parse_pi | pugi::parse_declaration | pugi::parse_ws_pcdata;
 
 constexpr const char* kWhiteSpace = " \t\r\n";
 
 // Parses in a buffer that the document keeps, so that a large file is in memory only once while
 // its tree grows. Without the zero at the end the parser would overlook a last letter.
-pugi::xml_parse_result ParseOwnCopy(std::string bytes, pugi::xml_document& document) {
+pugi::xml_parse_result ParseOwnCopy(std::string bytes, unsigned options,
+                                    pugi::xml_document& document) {
   const std::size_t size = bytes.size() + 1;
   void* const buffer = pugi::get_memory_allocation_function()(size);
   if (buffer == nullptr) {
@@ -31,7 +40,17 @@ pugi::xml_parse_result ParseOwnCopy(std::string bytes, pugi::xml_document& docum
   }
   std::memcpy(buffer, bytes.c_str(), size);
   std::string().swap(bytes);
-  return document.load_buffer_inplace_own(buffer, size, kParseOptions);
+  return document.load_buffer_inplace_own(buffer, size, options);
+}
+
+bool IsText(const pugi::xml_node& node) {
+  return node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata;
+}
+
+bool IsWhiteSpace(const pugi::xml_node& text) {
+  const std::string_view value = text.value();
+  return text.type() == pugi::node_pcdata &&
+         value.find_first_not_of(kWhiteSpace) == std::string_view::npos;
 }
 
 [[noreturn]] void RaiseInvalid(pugi::xml_document& document, const std::string& path,
@@ -40,15 +59,15 @@ pugi::xml_parse_result ParseOwnCopy(std::string bytes, pugi::xml_document& docum
   throw Failure(kInvalidData, path + " is not a well-formed document: " + why);
 }
 
-// Parsed as a fragment, so that what stands outside of the document element is seen here. The
-// parser does not know the entities of a document type declaration; the suite's files have none.
+// The parser does not know the entities of a document type declaration; the suite's files have
+// none.
 void CheckShape(pugi::xml_document& document, const std::string& path) {
   int elements = 0;
   for (const pugi::xml_node& node : document.children()) {
     if (node.type() == pugi::node_doctype) {
       RaiseInvalid(document, path, "a document type declaration is not allowed");
     }
-    if (node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata) {
+    if (IsText(node) && !IsWhiteSpace(node)) {
       RaiseInvalid(document, path, "text outside of the document element is not allowed");
     }
     elements += node.type() == pugi::node_element ? 1 : 0;
@@ -56,6 +75,18 @@ void CheckShape(pugi::xml_document& document, const std::string& path) {
   if (elements != 1) {
     RaiseInvalid(document, path, "exactly one document element is allowed");
   }
+}
+
+pugi::xml_encoding Load(const platform::Files& files, const std::string& path, unsigned options,
+                        pugi::xml_document& document) {
+  document.reset();
+  const pugi::xml_parse_result result = ParseOwnCopy(files.Read(path), options, document);
+  if (!result) {
+    RaiseInvalid(document, path,
+                 std::string(result.description()) + " at byte " + std::to_string(result.offset));
+  }
+  CheckShape(document, path);
+  return result.encoding;
 }
 
 // The node after `node` in document order below `top`; none after the last.
@@ -77,29 +108,37 @@ void DeclareUtf8(pugi::xml_document& document) {
   }
 }
 
+template <typename Loading>
+bool Succeeds(Loading loading) {
+  try {
+    loading();
+    return true;
+  } catch (const Failure&) {
+    return false;
+  }
+}
+
 }  // namespace
 
 void LoadXml(const platform::Files& files, const std::string& path, pugi::xml_document& document) {
-  document.reset();
-  const pugi::xml_parse_result result = ParseOwnCopy(files.Read(path), document);
-  if (!result) {
-    RaiseInvalid(document, path,
-                 std::string(result.description()) + " at byte " + std::to_string(result.offset));
-  }
-  CheckShape(document, path);
-  if (result.encoding != pugi::encoding_utf8) {
+  Load(files, path, kToRead, document);
+}
+
+void LoadXmlToChange(const platform::Files& files, const std::string& path,
+                     pugi::xml_document& document) {
+  if (Load(files, path, kToChange, document) != pugi::encoding_utf8) {
     DeclareUtf8(document);
   }
 }
 
 bool TryLoadXml(const platform::Files& files, const std::string& path,
                 pugi::xml_document& document) {
-  try {
-    LoadXml(files, path, document);
-    return true;
-  } catch (const Failure&) {
-    return false;
-  }
+  return Succeeds([&] { LoadXml(files, path, document); });
+}
+
+bool TryLoadXmlToChange(const platform::Files& files, const std::string& path,
+                        pugi::xml_document& document) {
+  return Succeeds([&] { LoadXmlToChange(files, path, document); });
 }
 
 void SaveXml(platform::Files& files, const std::string& path, const pugi::xml_document& document) {
@@ -112,10 +151,11 @@ std::string ElementText(const pugi::xml_node& node) {
   if (!node) {
     throw Failure(RuntimeError::kObjectVariableNotSet);
   }
-  // Walked without recursion: a file may nest as deep as it is long.
-  std::string text;
+  // Walked without recursion: a file may nest as deep as it is long. An element's own value is the
+  // text that stands in it first.
+  std::string text = node.value();
   for (pugi::xml_node at = NextBelow(node, node); at; at = NextBelow(node, at)) {
-    if (at.type() == pugi::node_pcdata || at.type() == pugi::node_cdata) {
+    if (IsText(at) || at.type() == pugi::node_element) {
       text += at.value();
     }
   }

@@ -7,14 +7,23 @@
 
 namespace kitbay::catalog {
 
-/// Loads the XML file at `path` into `document`. Throws `base::Failure` when the file cannot be
-/// read (53, 70, 75, 76), or with the system's "invalid data" HRESULT when it is not one
+/// Loads the XML file at `path` into `document`, to be read: elements, attributes and texts,
+/// without what a file may hold besides. The text that stands first in an element is the element's
+/// own value; `ElementText` gives an element's whole text. Throws `base::Failure` when the file
+/// cannot be read (53, 70, 75, 76), or with the system's "invalid data" HRESULT when it is not one
 /// well-formed document or carries a document type declaration; `document` is then empty.
 void LoadXml(const platform::Files& files, const std::string& path, pugi::xml_document& document);
 
-/// As `LoadXml`, giving false instead of a failure.
+/// As `LoadXml`, to be changed and saved: comments, instructions, the declaration and white space
+/// are kept, and every text is a node of its own.
+void LoadXmlToChange(const platform::Files& files, const std::string& path,
+                     pugi::xml_document& document);
+
+/// As the two above, giving false instead of a failure.
 bool TryLoadXml(const platform::Files& files, const std::string& path,
                 pugi::xml_document& document);
+bool TryLoadXmlToChange(const platform::Files& files, const std::string& path,
+                        pugi::xml_document& document);
 
 /// Puts `document` in the place of the file at `path`, whole or not at all. Throws `base::Failure`
 /// when it cannot be written.

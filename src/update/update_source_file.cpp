@@ -47,7 +47,7 @@ void UpdateSourceFile::MakeDirectoryPreferenceFile(platform::FileSystemObject* f
       CreateWithOneSource(*file_system);
     }
     pugi::xml_document seed;
-    if (!catalog::TryLoadXml(files_, Path(), document_) ||
+    if (!catalog::TryLoadXmlToChange(files_, Path(), document_) ||
         !catalog::TryLoadXml(files_, settings_.InstallFolder + "\\Kitbay\\DirectoryPreference.xml",
                              seed)) {
       return;

@@ -15,10 +15,17 @@ constexpr const char* kPath = "C:\\Suite\\a.xml";
 class XmlFile : public CatalogTest {
  protected:
   /// The number of the failure of loading a file of these bytes; 0 when it loads.
-  std::int32_t LoadNumber(const std::string& bytes) {
+  std::int32_t LoadNumber(const std::string& bytes) { return NumberOfLoading(LoadXml, bytes); }
+
+  std::int32_t LoadToChangeNumber(const std::string& bytes) {
+    return NumberOfLoading(LoadXmlToChange, bytes);
+  }
+
+  template <typename Loader>
+  std::int32_t NumberOfLoading(Loader load, const std::string& bytes) {
     files_.AddFile(kPath, bytes);
     try {
-      LoadXml(files_, kPath, document_);
+      load(files_, kPath, document_);
     } catch (const Failure& failure) {
       description_ = failure.description();
       return failure.number();
@@ -76,6 +83,9 @@ struct Refused {
 class RefusedFile : public XmlFile, public testing::WithParamInterface<Refused> {};
 
 TEST_P(RefusedFile, IsInvalidDataAndLeavesAnEmptyDocument) {
+  ASSERT_EQ(LoadNumber("<root><before/></root>"), 0);
+  EXPECT_EQ(LoadToChangeNumber(GetParam().bytes), kInvalidData);
+  EXPECT_FALSE(document_.first_child());
   ASSERT_EQ(LoadNumber("<root><before/></root>"), 0);
   EXPECT_EQ(LoadNumber(GetParam().bytes), kInvalidData);
   EXPECT_EQ(description_,
@@ -141,7 +151,7 @@ TEST_F(XmlFile, ReadsLatin1AsItDeclares) {
 }
 
 TEST_F(XmlFile, SavedInUtf8WhateverEncodingItWasReadIn) {
-  ASSERT_EQ(LoadNumber("<?xml version='1.0' encoding='ISO-8859-1'?><r a='\xFC'/>"), 0);
+  ASSERT_EQ(LoadToChangeNumber("<?xml version='1.0' encoding='ISO-8859-1'?><r a='\xFC'/>"), 0);
   SaveXml(files_, kPath, document_);
   EXPECT_EQ(Saved(), "<?xml version=\"1.0\" encoding=\"UTF-8\"?><r a=\"\u00FC\"/>");
   ASSERT_EQ(LoadNumber(Saved()), 0);
@@ -149,15 +159,25 @@ TEST_F(XmlFile, SavedInUtf8WhateverEncodingItWasReadIn) {
 }
 
 TEST_F(XmlFile, SavedUtf16DeclaresItselfAsUtf8) {
-  ASSERT_EQ(LoadNumber(Utf16(u"<?xml version='1.0' encoding='UTF-16'?><r/>", false)), 0);
+  ASSERT_EQ(LoadToChangeNumber(Utf16(u"<?xml version='1.0' encoding='UTF-16'?><r/>", false)), 0);
   SaveXml(files_, kPath, document_);
   EXPECT_EQ(Saved(), "<?xml version=\"1.0\" encoding=\"UTF-8\"?><r/>");
 }
 
-TEST_F(XmlFile, SavedWithoutADeclarationLineBreaksOrIndents) {
-  ASSERT_EQ(LoadNumber("<root>\r\n  <a>B\u00FCcher &lt;&amp;</a><!--c-->\n</root>"), 0);
+TEST_F(XmlFile, SavedWithNoDeclarationLineBreakOrIndentOfItsOwn) {
+  ASSERT_EQ(LoadToChangeNumber("<root><a>B\u00FCcher &lt;&amp;</a><b/></root>"), 0);
+  document_.child("root").append_child("c").text() = "d";
   SaveXml(files_, kPath, document_);
-  EXPECT_EQ(Saved(), "<root><a>B\u00FCcher &lt;&amp;</a><!--c--></root>");
+  EXPECT_EQ(Saved(), "<root><a>B\u00FCcher &lt;&amp;</a><b/><c>d</c></root>");
+}
+
+TEST_F(XmlFile, LoadedToChangeKeepsWhatAFileHoldsBesidesElementsAndTexts) {
+  const std::string bytes =
+      "<?xml version=\"1.0\"?>\r\n<!--head-->\r\n<root>\r\n  <a> x <!--c--> y </a>\r\n"
+      "  <?app do?><![CDATA[<&]]>\r\n</root>\r\n";
+  ASSERT_EQ(LoadToChangeNumber(bytes), 0);
+  SaveXml(files_, kPath, document_);
+  EXPECT_EQ(Saved(), bytes);
 }
 
 TEST_F(XmlFile, DocumentNestedAMillionDeepIsSavedAsItWasRead) {
