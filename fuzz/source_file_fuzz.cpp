@@ -45,7 +45,15 @@ class CheckedDownloads : public platform::TransportObject {
 
 class NoPackages : public update::PackageReceiver {
  public:
-  void Unpack(base::ComponentKind /*kind*/, const std::string& /*path*/) override {
+  void Unpack(const update::PendingPackage& /*package*/, const std::string& /*path*/) override {
+    Fail("nobody asked for a package");
+  }
+  void UnpackTransport(const update::PendingPackage& /*package*/,
+                       const std::string& /*path*/) override {
+    Fail("nobody asked for a package");
+  }
+  void UnpackChannel(const update::PendingPackage& /*package*/,
+                     const std::string& /*path*/) override {
     Fail("nobody asked for a package");
   }
   void InstallProcess() override { Fail("nobody asked for a package"); }

@@ -42,7 +42,11 @@ class Commands : public view::PageCommands, public update::PackageReceiver {
   bool InstallNewAddons(const std::string& container, const std::string& name) override {
     return requests_.InstallNewAddons(container, name);
   }
-  void Unpack(base::ComponentKind /*kind*/, const std::string& /*path*/) override {}
+  void Unpack(const update::PendingPackage& /*package*/, const std::string& /*path*/) override {}
+  void UnpackTransport(const update::PendingPackage& /*package*/,
+                       const std::string& /*path*/) override {}
+  void UnpackChannel(const update::PendingPackage& /*package*/,
+                     const std::string& /*path*/) override {}
   void InstallProcess() override {
     buttons_.EnableOtherDownload();
     buttons_.EnableOtherUpdatedDownload();

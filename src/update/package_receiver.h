@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "base/component_kind.h"
+#include "update/pending_packages.h"
 
 namespace kitbay::update {
 
@@ -11,8 +11,10 @@ class PackageReceiver {
  public:
   virtual ~PackageReceiver() = default;
 
-  /// Installs the component from the package file at `path`.
-  virtual void Unpack(base::ComponentKind kind, const std::string& path) = 0;
+  /// Each installs a component of its kind from `package`, whose file is at `path`.
+  virtual void Unpack(const PendingPackage& package, const std::string& path) = 0;
+  virtual void UnpackTransport(const PendingPackage& package, const std::string& path) = 0;
+  virtual void UnpackChannel(const PendingPackage& package, const std::string& path) = 0;
 
   /// Ends the installation: the page's buttons are given back.
   virtual void InstallProcess() = 0;

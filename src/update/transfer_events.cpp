@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 
 #include "base/component_kind.h"
 #include "base/failure.h"
@@ -20,6 +21,11 @@ using base::ToLower;
 bool SameText(const std::string& one, const std::string& other) {
   return ToLower(one) == ToLower(other);
 }
+
+constexpr base::PerKind<void (PackageReceiver::*)(const PendingPackage&, const std::string&)>
+    kUnpack = {.addon = &PackageReceiver::Unpack,
+               .transport = &PackageReceiver::UnpackTransport,
+               .channel = &PackageReceiver::UnpackChannel};
 
 // Rounds to the nearest whole number, ties to the even one.
 std::string Kilobytes(double bytes) { return std::to_string(std::llrint(bytes / 1024)); }
@@ -86,11 +92,11 @@ bool TransferEvents::TakeManifest(const std::string& file_path) {
 
 void TransferEvents::TakePackage(const std::string& file_path) {
   for (const base::ComponentKind kind : base::kComponentKinds) {
-    PendingPackage& pending = parts_.pending_packages[kind];
-    if (!pending.name.empty() && SameText(pending.file_path, file_path)) {
-      const std::string path = parts_.settings.InstallFolder + "\\Temp\\" + pending.name + ".zip";
-      pending = {};
-      parts_.packages.Unpack(kind, path);
+    const PendingPackage package = parts_.pending_packages[kind];
+    if (!package.name.empty() && SameText(package.file_path, file_path)) {
+      parts_.pending_packages[kind] = {};
+      std::invoke(kUnpack[kind], parts_.packages, package,
+                  parts_.settings.InstallFolder + "\\Temp\\" + package.name + ".zip");
       parts_.packages.InstallProcess();
       return;
     }

@@ -9,16 +9,9 @@
 #include "catalog/update_source_list.h"
 #include "platform/main_window.h"
 #include "platform/suite_objects.h"
+#include "update/pending_packages.h"
 
 namespace kitbay::update {
-
-/// The component packages whose download was asked for and has not been answered: for each kind the
-/// file path of the request and the name of the package. Empty texts where there is none.
-struct PendingPackage {
-  std::string file_path;
-  std::string name;
-};
-using PendingPackages = base::PerKind<PendingPackage>;
 
 /// Asks the suite's download object for manifests and packages, one at a time. The answers arrive
 /// as transport events. Every procedure logs its failure; then no answer arrives.

@@ -58,8 +58,15 @@ class RecordingCommands : public view::PageCommands, public update::PackageRecei
     calls.push_back("InstallNewAddons " + container + "|" + name);
     return true;
   }
-  void Unpack(base::ComponentKind /*kind*/, const std::string& path) override {
+  void Unpack(const update::PendingPackage& /*package*/, const std::string& path) override {
     calls.push_back("Unpack " + path);
+  }
+  void UnpackTransport(const update::PendingPackage& /*package*/,
+                       const std::string& path) override {
+    calls.push_back("UnpackTransport " + path);
+  }
+  void UnpackChannel(const update::PendingPackage& /*package*/, const std::string& path) override {
+    calls.push_back("UnpackChannel " + path);
   }
   void InstallProcess() override { calls.emplace_back("InstallProcess"); }
 

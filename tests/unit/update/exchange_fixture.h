@@ -41,13 +41,17 @@ class RecordingDownloads : public platform::TransportObject {
   std::optional<base::Failure> failure;  ///< of every request
 };
 
-/// Writes down what it is handed: "Unpack addon C:\a.zip", "InstallProcess".
+/// Writes down what it is handed: "Unpack name C:\a.zip", "InstallProcess".
 class RecordingPackages : public PackageReceiver {
  public:
-  void Unpack(base::ComponentKind kind, const std::string& path) override {
-    constexpr base::PerKind<const char*> kNames = {
-        .addon = "addon", .transport = "transport", .channel = "channel"};
-    calls.push_back(std::string("Unpack ") + kNames[kind] + " " + path);
+  void Unpack(const PendingPackage& package, const std::string& path) override {
+    calls.push_back("Unpack " + package.name + " " + path);
+  }
+  void UnpackTransport(const PendingPackage& package, const std::string& path) override {
+    calls.push_back("UnpackTransport " + package.name + " " + path);
+  }
+  void UnpackChannel(const PendingPackage& package, const std::string& path) override {
+    calls.push_back("UnpackChannel " + package.name + " " + path);
   }
   void InstallProcess() override { calls.emplace_back("InstallProcess"); }
 

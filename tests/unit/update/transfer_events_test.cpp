@@ -375,7 +375,7 @@ class PackageAnswers : public Transfer {
 TEST_F(PackageAnswers, AddonIsUnpackedThenTheInstallationEnds) {
   Finish("/P/Chat.ZIP");
   EXPECT_THAT(packages_.calls,
-              ElementsAre("Unpack addon C:\\Suite\\Temp\\chat.zip", "InstallProcess"));
+              ElementsAre("Unpack chat C:\\Suite\\Temp\\chat.zip", "InstallProcess"));
   EXPECT_EQ(pending_packages_.addon.name, "");
   EXPECT_EQ(pending_packages_.transport.name, "mail");
   EXPECT_EQ(pending_packages_.channel.name, "news");
@@ -385,13 +385,13 @@ TEST_F(PackageAnswers, AddonIsUnpackedThenTheInstallationEnds) {
 TEST_F(PackageAnswers, TransportIsUnpackedThenTheInstallationEnds) {
   Finish("/p/mail.zip");
   EXPECT_THAT(packages_.calls,
-              ElementsAre("Unpack transport C:\\Suite\\Temp\\mail.zip", "InstallProcess"));
+              ElementsAre("UnpackTransport mail C:\\Suite\\Temp\\mail.zip", "InstallProcess"));
 }
 
 TEST_F(PackageAnswers, ChannelIsUnpackedThenTheInstallationEnds) {
   Finish("/p/news.zip");
   EXPECT_THAT(packages_.calls,
-              ElementsAre("Unpack channel C:\\Suite\\Temp\\news.zip", "InstallProcess"));
+              ElementsAre("UnpackChannel news C:\\Suite\\Temp\\news.zip", "InstallProcess"));
 }
 
 TEST_F(PackageAnswers, EqualPathsAnswerTheAddonThenTheTransportThenTheChannel) {
@@ -402,9 +402,9 @@ TEST_F(PackageAnswers, EqualPathsAnswerTheAddonThenTheTransportThenTheChannel) {
   Finish("/p/chat.zip");
   Finish("/p/chat.zip");
   EXPECT_THAT(packages_.calls,
-              ElementsAre("Unpack addon C:\\Suite\\Temp\\chat.zip", "InstallProcess",
-                          "Unpack transport C:\\Suite\\Temp\\mail.zip", "InstallProcess",
-                          "Unpack channel C:\\Suite\\Temp\\news.zip", "InstallProcess"));
+              ElementsAre("Unpack chat C:\\Suite\\Temp\\chat.zip", "InstallProcess",
+                          "UnpackTransport mail C:\\Suite\\Temp\\mail.zip", "InstallProcess",
+                          "UnpackChannel news C:\\Suite\\Temp\\news.zip", "InstallProcess"));
 }
 
 TEST_F(PackageAnswers, AnswerWithoutAPendingPackageUnpacksNothing) {
@@ -431,7 +431,7 @@ TEST_F(PackageAnswers, AskedAndAnsweredFromTheListOfNewComponents) {
   requests_.InstallNewAddons("updatedchannels", "sky");
   Finish("/s-1.zip");
   EXPECT_THAT(packages_.calls,
-              ElementsAre("Unpack channel C:\\Suite\\Temp\\sky.zip", "InstallProcess"));
+              ElementsAre("UnpackChannel sky C:\\Suite\\Temp\\sky.zip", "InstallProcess"));
 }
 
 }  // namespace
