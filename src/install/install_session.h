@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/file_system_object.h"
+
 namespace kitbay::install {
 
 /// The values of a component's manifest entry, slot by slot; what stands in which slot depends on
@@ -29,6 +31,9 @@ struct InstallSession {
 
   /// Whether the main client is to be started again when the package has been installed.
   bool restart = false;
+
+  /// The suite's file-system object; null while there is none.
+  platform::FileSystemObject* file_system = nullptr;
 };
 
 }  // namespace kitbay::install

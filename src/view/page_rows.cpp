@@ -131,11 +131,17 @@ void PageRows::ModifyDiv(const std::string& container, const std::string& versio
 }
 
 void PageRows::RemoveDiv(const std::string& container) {
-  guarded(log_, "Kitbay::RemoveDiv", [&] {
-    if (const HtmlNodeRef row = FindCurrentRow(container)) {
-      row->RemoveNode(true);
-    }
-  });
+  guarded(log_, "Kitbay::RemoveDiv", [&] { RemoveCurrentRow(container); });
+}
+
+void PageRows::RemoveNode(const std::string& container) {
+  guarded(log_, "Kitbay::RemoveNode ", [&] { RemoveCurrentRow(container); });
+}
+
+void PageRows::RemoveCurrentRow(const std::string& container) {
+  if (const HtmlNodeRef row = FindCurrentRow(container)) {
+    row->RemoveNode(true);
+  }
 }
 
 // The row element and its name line both bear the number; the row is the one that sits directly in

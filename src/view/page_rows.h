@@ -37,8 +37,10 @@ class PageRows : public catalog::RowWriter {
   void ModifyDiv(const std::string& container, const std::string& version,
                  const std::string& buttons);
 
-  /// Takes the current row of `container` off the page.
+  /// Each takes the current row of `container` off the page: one whose component is installed now,
+  /// and one whose component was removed.
   void RemoveDiv(const std::string& container);
+  void RemoveNode(const std::string& container);
 
  private:
   std::string MakeAddonNameStr(const std::string& name, std::int16_t row,
@@ -48,6 +50,7 @@ class PageRows : public catalog::RowWriter {
   platform::HtmlNodeRef NewRow(const std::string& start_tag, const std::string& name_line);
   void FinishRow(const platform::HtmlNodeRef& row, const std::string& panel,
                  const std::string& container);
+  void RemoveCurrentRow(const std::string& container);
   platform::HtmlNodeRef FindCurrentRow(const std::string& container) const;
 
   base::ErrorLog& log_;

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+
+#include "platform/html_document.h"
+#include "view/page_document.h"
+
+namespace kitbay::install {
+
+/// The row whose button is being clicked.
+struct ClickedRow {
+  platform::HtmlNodeRef button;
+  std::string row_id;
+  std::string name;  ///< the component's name as the row shows it
+};
+
+/// Reads the row of the present click. Throws 5 when its name line shows no version, 91 when the
+/// click is not on a button of a row.
+ClickedRow TakeClickedRow(const view::PageDocument& page);
+
+}  // namespace kitbay::install

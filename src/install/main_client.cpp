@@ -1,0 +1,63 @@
+#include "install/main_client.h"
+
+#include "base/guarded.h"
+
+namespace kitbay::install {
+namespace {
+
+using base::guarded;
+
+constexpr const char* kWindowClass = "ThunderRT6FormDC";
+constexpr const char* kCaption = "OvlTessel";
+constexpr platform::WindowHandle kNoWindow;
+
+}  // namespace
+
+void MainClient::CheckExeForUpdate(const std::string& name, const std::string& kind, bool& result) {
+  guarded(log_, "Kitbay::CheckExeForUpdate", [&] {
+    result = true;
+    const platform::WindowHandle window = FindWindow();
+    if (window == kNoWindow) {
+      return;
+    }
+    const std::string& client = settings_.MainAppName;
+    result = Confirm("To Update " + name + " " + kind + " " + client + " needs to be shut down. " +
+                     client + " will restart after changes take effect.");
+    if (result) {
+      desktop_.SendClose(window);
+    }
+  });
+}
+
+RemovalAnswer MainClient::AskBeforeRemoval(const std::string& name, const std::string& kind) {
+  const platform::WindowHandle window = FindWindow();
+  if (window == kNoWindow) {
+    return Confirm("Are you sure you want to Remove the " + name + " " + kind + ".")
+               ? RemovalAnswer::kClientNotRunning
+               : RemovalAnswer::kCancelled;
+  }
+  const std::string& client = settings_.MainAppName;
+  if (!Confirm("To Remove " + name + " " + kind + " " + client +
+               "  needs to be shut down. Please restart " + client +
+               " for the changes to take effect.")) {
+    return RemovalAnswer::kCancelled;
+  }
+  desktop_.SendClose(window);
+  return RemovalAnswer::kClientClosed;
+}
+
+void MainClient::LaunchMainApplication() {
+  guarded(log_, "Kitbay::LaunchMainApplication",
+          [&] { desktop_.StartProgram(settings_.InstallFolder + "\\" + settings_.MainAppExe); });
+}
+
+platform::WindowHandle MainClient::FindWindow() {
+  return desktop_.FindTopWindow(kWindowClass, kCaption);
+}
+
+bool MainClient::Confirm(const std::string& question) {
+  return desktop_.ShowMessage(question, platform::kMessageTitle, platform::kOkCancel) ==
+         platform::kAnswerOk;
+}
+
+}  // namespace kitbay::install

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <string>
+
+#include "base/error_log.h"
+#include "base/settings.h"
+#include "platform/desktop.h"
+
+namespace kitbay::install {
+
+/// What the user answered, or did not have to, before a component is removed.
+enum class RemovalAnswer {
+  kCancelled,         ///< nothing is to be removed
+  kClientClosed,      ///< the main client was running and has been sent the close message
+  kClientNotRunning,  ///< there was no main client to close
+};
+
+/// Closes the suite's main client before its components change, and starts it again. A main client
+/// that does not close is not waited for.
+class MainClient {
+ public:
+  MainClient(base::ErrorLog& log, const base::Settings& settings, platform::Desktop& desktop)
+      : log_(log), settings_(settings), desktop_(desktop) {}
+
+  /// Asks whether the main client may be closed for an update of the component `name`, and closes
+  /// it. `result` becomes false only when the user cancels; without a running main client nobody is
+  /// asked.
+  void CheckExeForUpdate(const std::string& name, const std::string& kind, bool& result);
+
+  /// Asks whether the component `name` may be removed, and closes the main client where it runs.
+  /// Throws `base::Failure` when the user cannot be asked.
+  RemovalAnswer AskBeforeRemoval(const std::string& name, const std::string& kind);
+
+  /// Starts the main client, without waiting for it.
+  void LaunchMainApplication();
+
+ private:
+  platform::WindowHandle FindWindow();
+  bool Confirm(const std::string& question);
+
+  base::ErrorLog& log_;
+  const base::Settings& settings_;
+  platform::Desktop& desktop_;
+};
+
+}  // namespace kitbay::install

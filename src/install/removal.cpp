@@ -1,0 +1,113 @@
+#include "install/removal.h"
+
+#include <optional>
+#include <pugixml.hpp>
+
+#include "base/guarded.h"
+#include "base/text.h"
+#include "catalog/installed_tables.h"
+#include "catalog/xml_file.h"
+#include "install/clicked_row.h"
+#include "view/page_ids.h"
+
+namespace kitbay::install {
+namespace {
+
+using base::ComponentKind;
+using base::guarded;
+using base::ToLower;
+
+constexpr base::PerKind<const char*> kActions = {
+    .addon = "uninstall", .transport = "uninstalltransport", .channel = "uninstallchannel"};
+
+// No kind for an action word that is none of the three.
+std::optional<ComponentKind> KindOf(const std::string& action) {
+  for (const ComponentKind kind : base::kComponentKinds) {
+    if (ToLower(action) == kActions[kind]) {
+      return kind;
+    }
+  }
+  return std::nullopt;
+}
+
+// The first entry of `kind` with that name, in small letters; none when there is none.
+pugi::xml_node FindEntry(const pugi::xml_document& document, ComponentKind kind,
+                         const std::string& lower_name) {
+  const std::string children = std::string(catalog::kInstalledTables[kind].registry_list) + "/*";
+  for (const pugi::xpath_node& selected : catalog::SelectNodes(document, children.c_str())) {
+    if (ToLower(catalog::AttributeText(selected.node(), "name")) == lower_name) {
+      return selected.node();
+    }
+  }
+  return {};
+}
+
+}  // namespace
+
+void Removal::RemoveAddon(const std::string& action, const std::string& kind) {
+  guarded(parts_.log, "Kitbay::RemoveAddon", [&] {
+    const ClickedRow row = TakeClickedRow(parts_.page);
+    parts_.session.component_name = row.name;
+    parts_.state.current_row_id = row.row_id;
+    bool is_removed = false;
+    checkExe(action, row.name, kind, is_removed);
+  });
+}
+
+// An installation may have ended while the user was asked, and left its own row as the current one.
+void Removal::checkExe(const std::string& action, const std::string& name, const std::string& kind,
+                       bool& result) {
+  guarded(parts_.log, "Kitbay::checkExe", [&] {
+    const std::string row_id = parts_.state.current_row_id;
+    const RemovalAnswer answer = parts_.main_client.AskBeforeRemoval(name, kind);
+    result = answer != RemovalAnswer::kCancelled;
+    parts_.state.current_row_id = row_id;
+    if (answer == RemovalAnswer::kClientClosed) {
+      Delnode(action);
+      UninstallFromBoth(action);
+    } else if (answer == RemovalAnswer::kClientNotRunning) {
+      DelnodeWithoutTessel(action);
+    }
+  });
+}
+
+void Removal::Delnode(const std::string& action) {
+  guarded(parts_.log, "Kitbay::Delnode ", [&] {
+    if (const auto kind = KindOf(action)) {
+      parts_.rows.RemoveNode(view::kInstalledContainers[*kind]);
+    }
+  });
+}
+
+void Removal::DelnodeWithoutTessel(const std::string& action) {
+  guarded(parts_.log, "Kitbay::DelnodeWithoutTessel ", [&] {
+    UninstallFromBoth(action);
+    if (const auto kind = KindOf(action)) {
+      parts_.rows.RemoveNode(view::kInstalledContainers[*kind]);
+    }
+  });
+}
+
+void Removal::UninstallFromBoth(const std::string& action) {
+  if (const auto kind = KindOf(action)) {
+    uninstall(parts_.settings.InstallFolder + "\\Datastore\\olregistry.xml", *kind);
+    const std::string custom_registry = parts_.settings.CustomDataFolder + "\\customregistry.xml";
+    if (parts_.files.Exists(custom_registry)) {
+      uninstall(custom_registry, *kind);
+    }
+  }
+}
+
+void Removal::uninstall(const std::string& path, ComponentKind kind) {
+  guarded(parts_.log, "Kitbay::uninstall", [&] {
+    pugi::xml_document document;
+    catalog::LoadXmlToChange(parts_.files, path, document);
+    pugi::xml_node entry = FindEntry(document, kind, ToLower(parts_.session.component_name));
+    if (entry) {
+      entry.parent().remove_child(entry);
+      catalog::SaveXml(parts_.files, path, document);
+    }
+  });
+}
+
+}  // namespace kitbay::install

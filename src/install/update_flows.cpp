@@ -1,0 +1,179 @@
+#include "install/update_flows.h"
+
+#include <pugixml.hpp>
+#include <vector>
+
+#include "base/failure.h"
+#include "base/file_name.h"
+#include "base/guarded.h"
+#include "base/text.h"
+#include "catalog/available_updates.h"
+#include "catalog/manifest_tables.h"
+#include "catalog/xml_file.h"
+#include "update/source_address.h"
+
+namespace kitbay::install {
+namespace {
+
+using base::ComponentKind;
+using base::Failure;
+using base::guarded;
+using base::RuntimeError;
+
+// What the update flows of one kind differ by.
+struct UpdateTable {
+  const char* procedure;
+  const char* kind_word;      // in the question to the user
+  const char* status_ending;  // after the name in the status bar
+};
+constexpr base::PerKind<UpdateTable> kUpdateTables = {
+    .addon = {.procedure = "Kitbay::UpdateInstalledAddon",
+              .kind_word = "Addon",
+              .status_ending = " addon."},
+    .transport = {.procedure = "Kitbay::UpdateInstalledTransport",
+                  .kind_word = "",
+                  .status_ending = ""},
+    .channel = {.procedure = "Kitbay::UpdateInstalledChannel",
+                .kind_word = "Channel",
+                .status_ending = " Channel."}};
+
+std::vector<std::string> SplitAtSlashes(const std::string& text) {
+  std::vector<std::string> parts;
+  std::size_t start = 0;
+  for (std::size_t slash = text.find('/'); slash != std::string::npos;
+       slash = text.find('/', start)) {
+    parts.push_back(text.substr(start, slash - start));
+    start = slash + 1;
+  }
+  parts.push_back(text.substr(start));
+  return parts;
+}
+
+// The URL of a package taken apart: the server comes third, after the scheme and an empty part, or
+// first where there is no scheme. The path has no "/" at its start.
+update::Address SplitUrl(const std::string& url) {
+  const std::vector<std::string> parts = SplitAtSlashes(url);
+  const bool has_scheme = parts.size() > 1 && parts[0].ends_with(':') && parts[1].empty();
+  const std::size_t server = has_scheme ? 2 : 0;
+  if (parts.size() < server + 2) {
+    throw Failure(RuntimeError::kSubscriptOutOfRange);
+  }
+  update::Address address{.server = parts[server], .file_path = parts[server + 1]};
+  for (std::size_t i = server + 2; i < parts.size(); ++i) {
+    address.file_path += "/" + parts[i];
+  }
+  return address;
+}
+
+}  // namespace
+
+// What the manifest says of the component, as far as the update needs it.
+struct UpdateFlows::Offer {
+  std::string id;
+  std::string url;
+};
+
+void UpdateFlows::UpdateInstalledAddon() { UpdateInstalled(ComponentKind::kAddon); }
+void UpdateFlows::UpdateInstalledTransport() { UpdateInstalled(ComponentKind::kTransport); }
+void UpdateFlows::UpdateInstalledChannel() { UpdateInstalled(ComponentKind::kChannel); }
+
+void UpdateFlows::UpdateInstalled(ComponentKind kind) {
+  guarded(parts_.log, kUpdateTables[kind].procedure, [&] {
+    const ClickedRow row = TakeClickedRow(parts_.page);
+    if (!MayUpdate(kind, row)) {
+      return;
+    }
+    row.button->SetDisabled(true);
+    Offer offer;
+    if (!FindOffer(kind, offer)) {
+      return;
+    }
+    if (!RequestPackage(kind, offer, row.row_id)) {
+      parts_.buttons.EnableOtherUpdatedDownload();
+      parts_.buttons.EnableOtherDownload();
+    }
+  });
+}
+
+bool UpdateFlows::MayUpdate(ComponentKind kind, const ClickedRow& row) {
+  parts_.session.component_name = row.name;
+  parts_.state.current_row_id = row.row_id;
+  bool may_update = false;
+  parts_.main_client.CheckExeForUpdate(row.name, kUpdateTables[kind].kind_word, may_update);
+  if (may_update) {
+    parts_.session.restart = true;
+    parts_.state.update_in_progress = true;
+  }
+  return may_update;
+}
+
+bool UpdateFlows::FindOffer(ComponentKind kind, Offer& offer) {
+  if (parts_.sources.UpdateSources.empty()) {
+    throw Failure(RuntimeError::kSubscriptOutOfRange);
+  }
+  if (kind == ComponentKind::kChannel) {
+    GetChannelInfo(offer);
+  } else {
+    ReadOffer(kind, offer);
+  }
+  return !offer.id.empty();
+}
+
+void UpdateFlows::GetChannelInfo(Offer& offer) {
+  guarded(parts_.log, "Kitbay::GetChannelInfo", [&] { ReadOffer(ComponentKind::kChannel, offer); });
+}
+
+// The row shows the name, and it is the id that is compared with it. An entry that lacks one of its
+// texts is no offer.
+void UpdateFlows::ReadOffer(ComponentKind kind, Offer& offer) {
+  const std::string manifest_name = base::AfterLastSlash(parts_.sources.UpdateSources.front());
+  pugi::xml_document manifest;
+  if (!base::IsPlainFileName(manifest_name) ||
+      !catalog::TryLoadXml(parts_.files, catalog::ManifestPath(parts_.settings, manifest_name),
+                           manifest)) {
+    return;
+  }
+  const std::string name = base::ToLower(parts_.session.component_name);
+  for (const pugi::xpath_node& selected :
+       catalog::SelectNodes(manifest, catalog::kManifestTables[kind].entries)) {
+    const pugi::xml_node entry = selected.node();
+    const std::string id = catalog::AttributeText(entry, "id");
+    if (base::ToLower(id) == name) {
+      for (const char* text : {"name", "version", "description"}) {
+        catalog::ChildText(entry, text);
+      }
+      if (kind == ComponentKind::kTransport) {
+        catalog::ChildText(entry, "filename");
+      }
+      offer = {.id = id, .url = catalog::ChildText(entry, "url")};
+      return;
+    }
+  }
+}
+
+bool UpdateFlows::RequestPackage(ComponentKind kind, const Offer& offer,
+                                 const std::string& row_id) {
+  if (!base::IsPlainFileName(offer.id)) {
+    throw Failure(RuntimeError::kPathFileAccessError, offer.id);
+  }
+  const update::Address address = SplitUrl(offer.url);
+  const UpdateTable& table = kUpdateTables[kind];
+  parts_.buttons.DisableOtherUpdatedDownload();
+  parts_.buttons.DisableOtherDownload();
+  bool is_sent = false;
+  guarded(parts_.log, table.procedure, [&] {
+    parts_.window.status_bar().SetPanelText(
+        platform::kStatusPanel,
+        "Downloading " + parts_.session.component_name + table.status_ending);
+    is_sent =
+        parts_.requests.Updates(address.server, address.file_path,
+                                parts_.settings.InstallFolder + "\\Temp\\" + offer.id + ".zip");
+  });
+  if (is_sent) {
+    parts_.pending_packages[kind] = {
+        .file_path = address.file_path, .name = offer.id, .row_id = row_id};
+  }
+  return is_sent;
+}
+
+}  // namespace kitbay::install
