@@ -3,13 +3,14 @@
 #include "catalog/xml_file.h"
 
 namespace kitbay::catalog {
-namespace {
 
 std::string DatastorePath(const base::Settings& settings) {
   return settings.InstallFolder + "\\Datastore\\olregistry.xml";
 }
 
-}  // namespace
+std::string CustomRegistryPath(const base::Settings& settings) {
+  return settings.CustomDataFolder + "\\customregistry.xml";
+}
 
 void RegistryFiles::LoadDatastore(pugi::xml_document& document) const {
   LoadXml(files_, DatastorePath(settings_), document);

@@ -25,6 +25,10 @@ class RegistryFiles {
   const base::Settings& settings_;
 };
 
+/// Where the registry files are written.
+std::string DatastorePath(const base::Settings& settings);
+std::string CustomRegistryPath(const base::Settings& settings);
+
 /// Whether an entry's `core` text marks a component that the user may not remove: "1" and every
 /// text that sorts after it.
 bool IsCore(const std::string& core);

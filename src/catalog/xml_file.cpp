@@ -2,7 +2,6 @@
 
 #include <cstring>
 #include <new>
-#include <sstream>
 #include <string_view>
 
 #include "base/failure.h"
@@ -42,6 +41,18 @@ pugi::xml_parse_result ParseOwnCopy(std::string bytes, unsigned options,
   std::string().swap(bytes);
   return document.load_buffer_inplace_own(buffer, size, options);
 }
+
+// What a document is saved as.
+class TextSink : public pugi::xml_writer {
+ public:
+  void write(const void* data, std::size_t size) override {
+    text_.append(static_cast<const char*>(data), size);
+  }
+  const std::string& text() const { return text_; }
+
+ private:
+  std::string text_;
+};
 
 bool IsText(const pugi::xml_node& node) {
   return node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata;
@@ -142,9 +153,9 @@ bool TryLoadXmlToChange(const platform::Files& files, const std::string& path,
 }
 
 void SaveXml(platform::Files& files, const std::string& path, const pugi::xml_document& document) {
-  std::ostringstream text;
-  document.save(text, "", pugi::format_raw | pugi::format_no_declaration, pugi::encoding_utf8);
-  files.Replace(path, text.str());
+  TextSink sink;
+  document.save(sink, "", pugi::format_raw | pugi::format_no_declaration, pugi::encoding_utf8);
+  files.Replace(path, sink.text());
 }
 
 std::string ElementText(const pugi::xml_node& node) {

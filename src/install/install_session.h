@@ -1,18 +1,12 @@
 #pragma once
 
-#include <array>
-#include <cstddef>
 #include <string>
 #include <vector>
 
+#include "install/component_record.h"
 #include "platform/file_system_object.h"
 
 namespace kitbay::install {
-
-/// The values of a component's manifest entry, slot by slot; what stands in which slot depends on
-/// the component's kind.
-inline constexpr std::size_t kRecordSlots = 11;
-using ComponentRecord = std::array<std::string, kRecordSlots>;
 
 /// What the steps of an installation, an update or a removal share.
 struct InstallSession {

@@ -1,0 +1,171 @@
+#include "install/datastore_registration.h"
+
+#include <cstddef>
+#include <utility>
+
+#include "base/failure.h"
+#include "base/guarded.h"
+#include "base/text.h"
+#include "catalog/registry_files.h"
+#include "catalog/xml_characters.h"
+#include "catalog/xml_file.h"
+#include "install/manifest_entry.h"
+#include "install/registry_entry.h"
+#include "view/page_ids.h"
+#include "view/row_markup.h"
+
+namespace kitbay::install {
+namespace {
+
+using base::ComponentKind;
+using base::guarded;
+
+// What the update procedures of the kinds differ by.
+struct UpdateTable {
+  const char* list;         // the element that entries go into
+  std::size_t name_slot;    // what the message names the component by
+  std::size_t update_slot;  // what the row of a component that was there shows as its version
+  const char* message;      // what follows the name in the message
+};
+
+// An addon's row is given its offline value in place of a version; that is meant.
+constexpr base::PerKind<UpdateTable> kUpdateTables = {
+    .addon = {.list = "root//addons",
+              .name_slot = addon_slot::kName,
+              .update_slot = addon_slot::kOffline,
+              .message = " addon"},
+    .transport = {.list = "root//transports",
+                  .name_slot = transport_slot::kName,
+                  .update_slot = transport_slot::kVersion,
+                  .message = " messaging service"},
+    .channel = {.list = "/root//channels",
+                .name_slot = channel_slot::kName,
+                .update_slot = channel_slot::kVersion,
+                .message = " Channel"},
+};
+
+constexpr const char* kNewCustomRegistry =
+    "<root><transports></transports><addons></addons><channels></channels></root> ";
+
+// The child of `list` whose first attribute is `id`. What has no attribute, such as a comment, is
+// passed over.
+pugi::xml_node FindEntry(const pugi::xml_node& list, const std::string& id) {
+  for (const pugi::xml_node& child : list.children()) {
+    if (child.first_attribute() && id == child.first_attribute().value()) {
+      return child;
+    }
+  }
+  return {};
+}
+
+}  // namespace
+
+bool DatastoreRegistration::enterAddon() {
+  return guarded(parts_.log, "Kitbay::enterAddon", [&] { Enter(ComponentKind::kAddon); });
+}
+
+bool DatastoreRegistration::enterTransport() {
+  return guarded(parts_.log, "Kitbay::enterTransport", [&] { Enter(ComponentKind::kTransport); });
+}
+
+bool DatastoreRegistration::enterChannel() {
+  return guarded(parts_.log, "Kitbay::enterChannel", [&] { Enter(ComponentKind::kChannel); });
+}
+
+void DatastoreRegistration::updateRegistry() {
+  guarded(parts_.log, "Kitbay::updateRegistry ",
+          [&] { Update(ComponentKind::kAddon, catalog::DatastorePath(parts_.settings)); });
+}
+
+void DatastoreRegistration::updateRegistryForTransport() {
+  guarded(parts_.log, " Kitbay::updateRegistryForTransport",
+          [&] { Update(ComponentKind::kTransport, catalog::DatastorePath(parts_.settings)); });
+}
+
+void DatastoreRegistration::updateRegistryForChannel() {
+  guarded(parts_.log, "Kitbay::updateRegistryForChannel", [&] {
+    if (base::ToLower(parts_.session.record[kIdSlot]) == "presence") {
+      Update(ComponentKind::kChannel, catalog::DatastorePath(parts_.settings));
+      return;
+    }
+    CreateCustomRegistry();
+    Update(ComponentKind::kChannel, catalog::CustomRegistryPath(parts_.settings));
+  });
+}
+
+void DatastoreRegistration::Enter(ComponentKind kind) {
+  InstallSession& session = parts_.session;
+  session.record = {};
+  session.library_list.clear();
+  pugi::xml_document manifest;
+  const pugi::xml_node entry = FindManifestEntry(parts_.files, parts_.settings, parts_.sources,
+                                                 kind, session.package_name, manifest);
+  ComponentRecord record = ReadRecord(kind, entry);
+  session.library_list = ReadLibraryList(kind, entry);
+  session.record = std::move(record);
+}
+
+void DatastoreRegistration::Update(ComponentKind kind, const std::string& path) {
+  const UpdateTable& table = kUpdateTables[kind];
+  const ComponentRecord& record = parts_.session.record;
+  if (record[kIdSlot].empty()) {
+    throw base::Failure(base::RuntimeError::kInvalidProcedureCall, "there is no component's id");
+  }
+  pugi::xml_document document;
+  catalog::LoadXmlToChange(parts_.files, path, document);
+  const pugi::xml_node list = document.select_node(table.list).node();
+  if (!list) {
+    throw base::Failure(base::RuntimeError::kObjectVariableNotSet, path + " has no " + table.list);
+  }
+  if (const pugi::xml_node present = FindEntry(list, record[kIdSlot])) {
+    if (kind == ComponentKind::kChannel) {
+      CheckNode(path, document, present);
+    } else {
+      ShowUpdated(kind);
+    }
+    return;
+  }
+  AppendRegistryEntry(kind, record, list);
+  catalog::SaveXml(parts_.files, path, document);
+  parts_.buttons.DisableStatus();
+  parts_.desktop.ShowMessage(record[table.name_slot] + table.message +
+                                 " has been successfully installed. Please restart " +
+                                 parts_.settings.MainAppName + " to view the new feature.",
+                             platform::kMessageTitle, platform::kOkOnly);
+  parts_.rows.RemoveDiv(view::kUpdatedContainers[kind]);
+}
+
+void DatastoreRegistration::ShowUpdated(ComponentKind kind) {
+  parts_.buttons.DisableStatus();
+  parts_.rows.ModifyDiv(view::kInstalledContainers[kind],
+                        parts_.session.record[kUpdateTables[kind].update_slot],
+                        view::kRemoveButton);
+}
+
+// A channel has no library to read its version from: what its entry says is what is listed, and
+// what the next offer is compared with.
+void DatastoreRegistration::CheckNode(const std::string& path, const pugi::xml_document& document,
+                                      pugi::xml_node present) {
+  guarded(parts_.log, "Kitbay::CheckNode", [&] {
+    const std::string& version = parts_.session.record[channel_slot::kVersion];
+    if (!catalog::IsXmlText(version)) {
+      throw base::Failure(base::RuntimeError::kInvalidProcedureCall, "the version is no text");
+    }
+    pugi::xml_attribute attribute = present.attribute("version");
+    if (!attribute) {
+      attribute = present.append_attribute("version");
+    }
+    attribute.set_value(version.c_str());
+    catalog::SaveXml(parts_.files, path, document);
+    ShowUpdated(ComponentKind::kChannel);
+  });
+}
+
+void DatastoreRegistration::CreateCustomRegistry() {
+  const std::string path = catalog::CustomRegistryPath(parts_.settings);
+  if (!parts_.files.Exists(path)) {
+    parts_.files.Replace(path, kNewCustomRegistry);
+  }
+}
+
+}  // namespace kitbay::install

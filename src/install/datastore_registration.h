@@ -1,0 +1,62 @@
+#pragma once
+
+#include <pugixml.hpp>
+#include <string>
+
+#include "base/component_kind.h"
+#include "base/error_log.h"
+#include "base/settings.h"
+#include "catalog/update_source_list.h"
+#include "install/install_session.h"
+#include "platform/desktop.h"
+#include "platform/files.h"
+#include "view/page_buttons.h"
+#include "view/page_rows.h"
+
+namespace kitbay::install {
+
+/// What the registration of components works with.
+struct RegistrationParts {
+  base::ErrorLog& log;
+  platform::Files& files;
+  const base::Settings& settings;
+  platform::Desktop& desktop;
+  view::PageRows& rows;
+  view::PageButtons& buttons;
+  const catalog::UpdateSourceList& sources;
+  InstallSession& session;
+};
+
+/// Enters a component into the suite's registry files once its package has been expanded. Every
+/// procedure logs its failure.
+///
+/// The enter procedures read the manifest entry of the session's package into the record and the
+/// library list. They give whether the entry was found and read whole; otherwise record and list
+/// are empty, and nothing may be entered.
+///
+/// The update procedures write the record into its registry file, change the page and tell the
+/// user. A failure while writing leaves the file as it was, and the page too.
+class DatastoreRegistration {
+ public:
+  explicit DatastoreRegistration(const RegistrationParts& parts) : parts_(parts) {}
+
+  bool enterAddon();
+  bool enterTransport();
+  bool enterChannel();
+
+  void updateRegistry();
+  void updateRegistryForTransport();
+  void updateRegistryForChannel();
+
+ private:
+  void Enter(base::ComponentKind kind);
+  void Update(base::ComponentKind kind, const std::string& path);
+  void ShowUpdated(base::ComponentKind kind);
+  void CheckNode(const std::string& path, const pugi::xml_document& document,
+                 pugi::xml_node present);
+  void CreateCustomRegistry();
+
+  RegistrationParts parts_;
+};
+
+}  // namespace kitbay::install

@@ -1,0 +1,122 @@
+#include "install/manifest_entry.h"
+
+#include <array>
+#include <cstddef>
+#include <string_view>
+
+#include "base/failure.h"
+#include "base/text.h"
+#include "catalog/available_updates.h"
+#include "catalog/xml_file.h"
+
+namespace kitbay::install {
+namespace {
+
+using base::ComponentKind;
+
+// Where the entries stand, and the child elements that fill the slots of the same number; empty
+// where the slot is unused or filled in its own way.
+struct EntryTable {
+  const char* entries;
+  std::array<std::string_view, kRecordSlots> elements;
+  const char* libraries;
+};
+
+constexpr base::PerKind<EntryTable> kEntryTables = {
+    .addon = {.entries = "components/addons//addon",
+              .elements = {"", "progid", "name", "description", "filename", "category",
+                           "autoaccept", "", "", "", "offline"},
+              .libraries = "dependencies"},
+    .transport = {.entries = "components/transports/transport",
+                  .elements = {"", "progid", "filename", "name", "category", "version",
+                               "displayname", "instructions"},
+                  .libraries = "filename"},
+    .channel = {.entries = "components/channels//channel",
+                .elements = {"", "progid", "xmlfilename", "version", "description", "category",
+                             "name", "filename"},
+                .libraries = "dependencies"},
+};
+
+bool IsElement(const pugi::xml_node& node) { return node.type() == pugi::node_element; }
+
+pugi::xml_node NextElement(pugi::xml_node node) {
+  while (node && !IsElement(node)) {
+    node = node.next_sibling();
+  }
+  return node;
+}
+
+// Without a text of their own the parameters are both empty.
+void ReadParameters(const pugi::xml_node& entry, ComponentRecord& record) {
+  const pugi::xml_node parameters = entry.child("params");
+  if (catalog::ElementText(parameters).empty()) {
+    return;
+  }
+  const pugi::xml_node first = NextElement(parameters.first_child());
+  record[addon_slot::kRulesEngine] = catalog::ElementText(first);
+  record[addon_slot::kOcxEngine] = catalog::ElementText(NextElement(first.next_sibling()));
+}
+
+std::string LoginOf(const pugi::xml_node& entry) {
+  const pugi::xml_node login = entry.child("useapplicationlogin");
+  return login ? catalog::ElementText(login) : "0";
+}
+
+}  // namespace
+
+pugi::xml_node FindManifestEntry(const platform::Files& files, const base::Settings& settings,
+                                 const catalog::UpdateSourceList& sources, ComponentKind kind,
+                                 const std::string& id, pugi::xml_document& manifest) {
+  const std::string wanted = base::ToLower(id);
+  for (const std::string& source : sources.UpdateSources) {
+    const std::string path = catalog::ManifestPath(settings, base::AfterLastSlash(source));
+    if (!catalog::TryLoadXml(files, path, manifest)) {
+      continue;
+    }
+    for (const auto& entry : catalog::SelectNodes(manifest, kEntryTables[kind].entries)) {
+      const pugi::xml_attribute entry_id = entry.node().attribute("id");
+      if (entry_id && base::ToLower(entry_id.value()) == wanted) {
+        return entry.node();
+      }
+    }
+  }
+  throw base::Failure(base::RuntimeError::kObjectVariableNotSet,
+                      "no manifest has an entry of \"" + id + "\"");
+}
+
+ComponentRecord ReadRecord(ComponentKind kind, const pugi::xml_node& entry) {
+  ComponentRecord record;
+  record[kIdSlot] = catalog::AttributeText(entry, "id");
+  for (std::size_t slot = 0; slot < kRecordSlots; ++slot) {
+    const std::string_view element = kEntryTables[kind].elements[slot];
+    if (!element.empty()) {
+      record[slot] = catalog::ChildText(entry, element.data());
+    }
+  }
+  if (kind == ComponentKind::kAddon) {
+    ReadParameters(entry, record);
+    record[addon_slot::kType] = catalog::AttributeText(entry, "type");
+  }
+  if (kind == ComponentKind::kTransport) {
+    record[transport_slot::kUseApplicationLogin] = LoginOf(entry);
+  }
+  return record;
+}
+
+std::vector<std::string> ReadLibraryList(ComponentKind kind, const pugi::xml_node& entry) {
+  const std::string list = catalog::ChildText(entry, kEntryTables[kind].libraries);
+  std::vector<std::string> libraries;
+  if (list.empty()) {
+    return libraries;
+  }
+  std::size_t begin = 0;
+  for (std::size_t comma = list.find(','); comma != std::string::npos;
+       comma = list.find(',', begin)) {
+    libraries.push_back(list.substr(begin, comma - begin));
+    begin = comma + 1;
+  }
+  libraries.push_back(list.substr(begin));
+  return libraries;
+}
+
+}  // namespace kitbay::install
