@@ -78,9 +78,6 @@ void List(const std::string& manifest, const std::string& registry) {
                           &catalog::InstalledWithUpdates::InstalledChannels}) {
     rows.Restart();
     (installed.*list)();
-    Demand(shown.ids.size() == shown.names.size() && shown.ids.size() == shown.versions.size() &&
-               shown.ids.size() == shown.descriptions.size(),
-           "the lists of installed rows are parallel");
   }
   for (const auto list : {&catalog::NewComponentListing::funcShowUpdates,
                           &catalog::NewComponentListing::funcShowTransports,

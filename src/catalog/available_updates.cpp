@@ -1,6 +1,7 @@
 #include "catalog/available_updates.h"
 
 #include <unordered_map>
+#include <utility>
 
 #include "base/failure.h"
 #include "base/guarded.h"
@@ -125,14 +126,10 @@ void AvailableUpdates::CheckEntries(ComponentKind kind, const pugi::xpath_node_s
 
 void AvailableUpdates::AddRow(ComponentKind kind, const pugi::xml_node& entry,
                               const std::string& version, bool has_update, RowNumber& row) {
-  const std::string id = AttributeText(entry, "id");
+  std::string id = AttributeText(entry, "id");
   const std::string name = AttributeText(entry, "name");
   const std::string description = ChildText(entry, "description");
-  shown_.installed_ids.push_back(id);
-  shown_.ids.push_back(id);
-  shown_.names.push_back(name);
-  shown_.versions.push_back(version);
-  shown_.descriptions.push_back(description);
+  shown_.ids.push_back(std::move(id));
   const bool is_core = IsCore(ChildText(entry, "core"));
   const char* container = kInstalledTables[kind].container;
   if (has_update) {

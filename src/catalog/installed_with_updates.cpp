@@ -40,7 +40,7 @@ bool InstalledWithUpdates::ListEntries(const InstalledTable& table, CheckOfOneSo
   if (!registry_files_.TryLoadDatastore(datastore)) {
     return true;
   }
-  shown_.ClearRows();
+  shown_.ids.clear();
   if (!datastore.select_node(table.registry_list)) {
     rows_.FillDivStatus(table.container, table.nothing);
     return true;
@@ -51,7 +51,6 @@ bool InstalledWithUpdates::ListEntries(const InstalledTable& table, CheckOfOneSo
     RowNumber row;
     CheckAllSources(check, entries, row);
   }
-  shown_.installed_ids.clear();
   return entries.empty() || shown_.is_answered;
 }
 
@@ -63,7 +62,7 @@ bool InstalledWithUpdates::ListChannels() {
   if (!registry_files_.TryLoadDatastore(datastore)) {
     return true;
   }
-  shown_.ClearRows();
+  shown_.ids.clear();
   shown_.is_answered = false;
   RowNumber row;
   const bool has_list = static_cast<bool>(datastore.select_node(table.registry_list));

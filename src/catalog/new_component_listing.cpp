@@ -86,11 +86,9 @@ void NewComponentListing::ListOffers(ComponentKind kind, const std::string& path
     }
     NewComponent component{.id = AttributeText(entry, "id"),
                            .name = ChildText(entry, "name"),
-                           .version = ChildText(entry, "version"),
-                           .description = ChildText(entry, "description"),
                            .url = ChildText(entry, "url")};
-    rows_.showUpdates(table.container, component.name, component.version, component.description,
-                      row.Next());
+    rows_.showUpdates(table.container, component.name, ChildText(entry, "version"),
+                      ChildText(entry, "description"), row.Next());
     found_[kind].push_back(std::move(component));
   }
 }

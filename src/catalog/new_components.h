@@ -7,12 +7,11 @@
 
 namespace kitbay::catalog {
 
-/// One component that an update source offers and that is not installed.
+/// What an installation needs to know of a component that an update source offers and that is not
+/// installed.
 struct NewComponent {
   std::string id;
   std::string name;
-  std::string version;
-  std::string description;
   std::string url;
 };
 

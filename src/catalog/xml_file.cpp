@@ -1,5 +1,6 @@
 #include "catalog/xml_file.h"
 
+#include <algorithm>
 #include <cstring>
 #include <new>
 #include <string_view>
@@ -100,6 +101,12 @@ pugi::xml_encoding Load(const platform::Files& files, const std::string& path, u
   return result.encoding;
 }
 
+std::string_view Trimmed(std::string_view text) {
+  text.remove_suffix(text.size() - (text.find_last_not_of(kWhiteSpace) + 1));
+  text.remove_prefix(std::min(text.find_first_not_of(kWhiteSpace), text.size()));
+  return text;
+}
+
 // The node after `node` in document order below `top`; none after the last.
 pugi::xml_node NextBelow(const pugi::xml_node& top, pugi::xml_node node) {
   if (node.first_child()) {
@@ -162,17 +169,18 @@ std::string ElementText(const pugi::xml_node& node) {
   if (!node) {
     throw Failure(RuntimeError::kObjectVariableNotSet);
   }
-  // Walked without recursion: a file may nest as deep as it is long. An element's own value is the
-  // text that stands in it first.
+  // An element's own value is the text that stands in it first, and mostly all of it.
+  if (!node.first_child()) {
+    return std::string(Trimmed(node.value()));
+  }
+  // Walked without recursion: a file may nest as deep as it is long.
   std::string text = node.value();
   for (pugi::xml_node at = NextBelow(node, node); at; at = NextBelow(node, at)) {
     if (IsText(at) || at.type() == pugi::node_element) {
       text += at.value();
     }
   }
-  text.erase(text.find_last_not_of(kWhiteSpace) + 1);
-  text.erase(0, text.find_first_not_of(kWhiteSpace));
-  return text;
+  return std::string(Trimmed(text));
 }
 
 std::string ChildText(const pugi::xml_node& entry, const char* name) {

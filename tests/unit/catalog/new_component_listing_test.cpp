@@ -78,8 +78,6 @@ TEST_F(New, ListsHoldWhatEachRowShowsInOrder) {
   ASSERT_THAT(found_.addon, testing::SizeIs(2));
   EXPECT_EQ(found_.addon[0].id, "a");
   EXPECT_EQ(found_.addon[0].name, "A");
-  EXPECT_EQ(found_.addon[0].version, "1");
-  EXPECT_EQ(found_.addon[0].description, "New A");
   EXPECT_EQ(found_.addon[0].url, "packages.example/a.zip");
   EXPECT_EQ(found_.addon[1].id, "b");
   EXPECT_EQ(found_.addon[1].url, "packages.example/b.zip");

@@ -33,7 +33,7 @@ class RecordingUpdateCheck : public UpdateCheck {
 
   std::vector<std::string> calls;
   std::vector<InstalledRows> shown_at_call;  ///< the collections as each call found them
-  bool notes_ids = true;  ///< whether the entries' ids go into the shared collections
+  bool notes_ids = true;  ///< whether the entries' ids go into the shared collection
   bool fails = false;     ///< whether each call ends in error 9 once it is written down
 
  private:
@@ -48,7 +48,6 @@ class RecordingUpdateCheck : public UpdateCheck {
       rows += " " + std::to_string(row.Next());
       if (notes_ids) {
         shown_.ids.push_back(id);
-        shown_.installed_ids.push_back(id);
       }
     }
     calls.push_back(procedure + " " + manifest + " [" + ids + "]" + rows);

@@ -426,8 +426,7 @@ TEST_F(PackageAnswers, FailedPackageIsForgottenAndGivesTheButtonsBack) {
 
 TEST_F(PackageAnswers, AskedAndAnsweredFromTheListOfNewComponents) {
   pending_packages_ = {};
-  new_components_.channel.push_back(
-      {.id = "sky", .name = "Sky", .version = "1", .description = "d", .url = "p.example/s-1.zip"});
+  new_components_.channel.push_back({.id = "sky", .name = "Sky", .url = "p.example/s-1.zip"});
   requests_.InstallNewAddons("updatedchannels", "sky");
   Finish("/s-1.zip");
   EXPECT_THAT(packages_.calls,

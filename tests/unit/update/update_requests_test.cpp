@@ -15,8 +15,7 @@ class Requests : public ExchangeTest {
 
   void Offer(ComponentKind kind, const std::string& id, const std::string& name,
              const std::string& url) {
-    new_components_[kind].push_back(
-        {.id = id, .name = name, .version = "1", .description = "d", .url = url});
+    new_components_[kind].push_back({.id = id, .name = name, .url = url});
   }
 };
 
