@@ -27,8 +27,12 @@ class UpdateSourceFile {
   /// missing or unreadable file leaves no `UpdateSources`.
   void GetPreferences();
 
- private:
   std::string Path() const;
+
+  /// What the file held when it was loaded last.
+  pugi::xml_document& document() { return document_; }
+
+ private:
   void CreateWithOneSource(platform::FileSystemObject& file_system) const;
 
   base::ErrorLog& log_;

@@ -7,6 +7,7 @@
 #include "platform/desktop.h"
 #include "platform/files.h"
 #include "platform/main_window.h"
+#include "platform/preference_window.h"
 #include "platform/registry_keys.h"
 #include "platform/suite_objects.h"
 #include "platform/version_resource.h"
@@ -38,6 +39,9 @@ std::unique_ptr<MessageLoop> MakeMessageLoop();
 
 /// A main window whose keys `loop` passes on: to the window first, then to its browser control.
 std::unique_ptr<MainWindow> MakeMainWindow(MessageLoop& loop);
+
+/// A dialog of update sources whose keys `loop` passes on.
+std::unique_ptr<PreferenceWindow> MakePreferenceWindow(MessageLoop& loop);
 
 /// The folder of the running executable, and its file name without ".exe". UTF-8.
 struct ProgramPlace {

@@ -1,29 +1,13 @@
 #include "platform/win32/window/form_controls.h"
 
-#include <commctrl.h>
-
 #include <string>
 #include <utility>
 
-#include "platform/win32/com/com_failure.h"
+#include "platform/win32/window/child_window.h"
 #include "platform/win32/window/screen_scale.h"
 
 namespace kitbay::platform::win32 {
 namespace {
-
-HWND CreateButton(HWND form, int id, const wchar_t* caption) {
-  const HWND window = CreateWindowExW(
-      0, WC_BUTTONW, caption, WS_CHILD | WS_VISIBLE | WS_TABSTOP | BS_PUSHBUTTON, 0, 0, 0, 0, form,
-      reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), GetModuleHandleW(nullptr), nullptr);
-  const DWORD error = GetLastError();
-  if (window == nullptr) throw FailureOf(HRESULT_FROM_WIN32(error));
-  return window;
-}
-
-void Place(HWND window, const Rectangle& place) {
-  SetWindowPos(window, nullptr, place.left, place.top, place.right - place.left,
-               place.bottom - place.top, SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
-}
 
 bool HasMnemonic(HWND button, wchar_t letter) {
   constexpr int kLongestCaption = 64;
@@ -63,9 +47,9 @@ Rectangle FormControls::LayOut() {
   const WindowLayout layout =
       LayOutWindow({static_cast<int>(client.right), static_cast<int>(client.bottom)},
                    status_bar_.Height(), help_.TextExtent(), dpi_);
-  Place(help_.window(), layout.help);
-  Place(directories_, layout.directories);
-  Place(close_, layout.close);
+  PlaceChildWindow(help_.window(), layout.help);
+  PlaceChildWindow(directories_, layout.directories);
+  PlaceChildWindow(close_, layout.close);
   return layout.browser;
 }
 

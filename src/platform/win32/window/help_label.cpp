@@ -5,8 +5,8 @@
 #include <utility>
 
 #include "base/failure.h"
-#include "platform/win32/com/com_failure.h"
 #include "platform/win32/system/utf.h"
+#include "platform/win32/window/child_window.h"
 #include "platform/win32/window/screen_scale.h"
 
 namespace kitbay::platform::win32 {
@@ -29,13 +29,11 @@ COLORREF LinkColour() {
 }  // namespace
 
 HelpLabel::HelpLabel(HWND parent, int id, MainWindowEvents& events)
-    : window_(CreateWindowExW(0, WC_STATICW, kCaption,
-                              WS_CHILD | WS_VISIBLE | SS_NOTIFY | SS_NOPREFIX, 0, 0, 0, 0, parent,
-                              reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
-                              GetModuleHandleW(nullptr), nullptr)),
+    : window_(CreateChildWindow(parent, {.window_class = WC_STATICW,
+                                         .caption = kCaption,
+                                         .style = WS_VISIBLE | SS_NOTIFY | SS_NOPREFIX,
+                                         .id = id})),
       events_(events) {
-  const DWORD error = GetLastError();
-  if (window_ == nullptr) throw FailureOf(HRESULT_FROM_WIN32(error));
   SetWindowSubclass(window_, Subclass, 0, reinterpret_cast<DWORD_PTR>(this));
 }
 

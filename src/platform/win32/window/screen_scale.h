@@ -6,6 +6,9 @@
 
 namespace kitbay::platform::win32 {
 
+/// The message that a window's resolution changes, WM_DPICHANGED, which older headers lack.
+inline constexpr UINT kDpiChanged = 0x02E0;
+
 /// The dots per inch at which the window is shown.
 int DpiOfWindow(HWND window);
 

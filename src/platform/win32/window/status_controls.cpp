@@ -6,23 +6,14 @@
 #include <array>
 
 #include "base/failure.h"
-#include "platform/win32/com/com_failure.h"
 #include "platform/win32/system/utf.h"
+#include "platform/win32/window/child_window.h"
 #include "platform/win32/window/window_layout.h"
 
 namespace kitbay::platform::win32 {
 namespace {
 
 constexpr int kPanelCount = 2;
-
-HWND CreateControl(const wchar_t* control_class, DWORD style, HWND parent, int id) {
-  const HWND window = CreateWindowExW(0, control_class, nullptr, WS_CHILD | style, 0, 0, 0, 0,
-                                      parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
-                                      GetModuleHandleW(nullptr), nullptr);
-  const DWORD error = GetLastError();
-  if (window == nullptr) throw FailureOf(HRESULT_FROM_WIN32(error));
-  return window;
-}
 
 WPARAM IndexOfPanel(int panel) {
   if (panel < 1 || panel > kPanelCount) {
@@ -34,7 +25,9 @@ WPARAM IndexOfPanel(int panel) {
 }  // namespace
 
 CommonStatusBar::CommonStatusBar(HWND parent, int id)
-    : window_(CreateControl(STATUSCLASSNAMEW, WS_VISIBLE | SBARS_SIZEGRIP, parent, id)) {}
+    : window_(CreateChildWindow(
+          parent,
+          {.window_class = STATUSCLASSNAMEW, .style = WS_VISIBLE | SBARS_SIZEGRIP, .id = id})) {}
 
 int CommonStatusBar::Height() const {
   RECT place{};
@@ -80,7 +73,8 @@ Rectangle CommonStatusBar::PanelRectangle(int panel) const {
 CommonProgressBar::CommonProgressBar(HWND form, int id, const CommonStatusBar& status_bar)
     : form_(form),
       status_bar_(status_bar),
-      window_(CreateControl(PROGRESS_CLASSW, PBS_SMOOTH, form, id)) {
+      window_(CreateChildWindow(form,
+                                {.window_class = PROGRESS_CLASSW, .style = PBS_SMOOTH, .id = id})) {
   constexpr int kWhole = 100;
   SendMessageW(window_, PBM_SETRANGE32, 0, kWhole);
 }

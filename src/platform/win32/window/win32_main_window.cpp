@@ -2,18 +2,13 @@
 
 #include <commctrl.h>
 
-#include <algorithm>
-
 #include "base/failure.h"
 #include "platform/win32/com/com_failure.h"
 #include "platform/win32/win32_platform.h"
 #include "platform/win32/window/automation_document.h"
+#include "platform/win32/window/screen_place.h"
 #include "platform/win32/window/screen_scale.h"
 #include "platform/win32/window/window_layout.h"
-
-#ifndef WM_DPICHANGED
-#define WM_DPICHANGED 0x02E0
-#endif
 
 namespace kitbay::platform::win32 {
 namespace {
@@ -64,7 +59,7 @@ void Win32MainWindow::Load(MainWindowEvents& events) {
     const Extent extent = InitialWindowExtent(dpi);
     SetWindowPos(window_, nullptr, 0, 0, extent.width, extent.height,
                  SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
-    FitToScreen();
+    KeepOnScreen(window_);
     browser_ = std::make_unique<BrowserHost>(window_, controls_->LayOut(),
                                              static_cast<BrowserOwner&>(*this));
   } catch (...) {
@@ -80,21 +75,6 @@ void Win32MainWindow::CreateFormWindow() {
                   GetModuleHandleW(nullptr), this);
   const DWORD error = GetLastError();
   if (window_ == nullptr) throw FailureOf(HRESULT_FROM_WIN32(error));
-}
-
-/// Keeps the first place of the window within the part of the screen that programs may use.
-void Win32MainWindow::FitToScreen() {
-  MONITORINFO monitor{};
-  monitor.cbSize = sizeof(monitor);
-  if (!GetMonitorInfoW(MonitorFromWindow(window_, MONITOR_DEFAULTTONEAREST), &monitor)) return;
-  RECT place{};
-  GetWindowRect(window_, &place);
-  const RECT& work = monitor.rcWork;
-  const LONG width = std::min(place.right - place.left, work.right - work.left);
-  const LONG height = std::min(place.bottom - place.top, work.bottom - work.top);
-  const LONG left = std::max(std::min(place.left, work.right - width), work.left);
-  const LONG top = std::max(std::min(place.top, work.bottom - height), work.top);
-  SetWindowPos(window_, nullptr, left, top, width, height, SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 void Win32MainWindow::Unload() {
@@ -203,7 +183,7 @@ LRESULT Win32MainWindow::HandleMessage(UINT message, WPARAM wparam, LPARAM lpara
     case WM_SETFOCUS:
       OnFocus();
       return 0;
-    case WM_DPICHANGED:
+    case kDpiChanged:
       OnDpiChanged(HIWORD(wparam), *reinterpret_cast<const RECT*>(lparam));
       return 0;
     case WM_CLOSE:

@@ -59,7 +59,6 @@ class Win32MainWindow final : public MainWindow, private KeyFilter, private Brow
   void FocusControl(HWND control);
 
   void CreateFormWindow();
-  void FitToScreen();
   void Destroy();
   FormControls& LoadedControls();
   BrowserHost& LoadedBrowser();

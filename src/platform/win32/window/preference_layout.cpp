@@ -1,0 +1,57 @@
+#include "platform/win32/window/preference_layout.h"
+
+#include <algorithm>
+
+namespace kitbay::platform::win32 {
+namespace {
+
+constexpr Extent kInitialExtent{600, 340};
+constexpr Extent kSmallestExtent{520, 240};
+constexpr int kMargin = 10;
+constexpr int kGap = 8;
+constexpr int kLabelGap = 4;
+constexpr Extent kButtonExtent{96, 26};
+
+// The text box's frame above and below its line of text.
+constexpr int kBoxFrame = 8;
+
+Extent ScaleExtent(Extent logical, int dpi) {
+  return {ScaleToDpi(logical.width, dpi), ScaleToDpi(logical.height, dpi)};
+}
+
+}  // namespace
+
+Extent InitialPreferenceExtent(int dpi) { return ScaleExtent(kInitialExtent, dpi); }
+
+Extent SmallestPreferenceExtent(int dpi) { return ScaleExtent(kSmallestExtent, dpi); }
+
+PreferenceLayout LayOutPreferences(Extent client, int status_bar_height, int text_height, int dpi) {
+  const Extent button = ScaleExtent(kButtonExtent, dpi);
+  const int margin = ScaleToDpi(kMargin, dpi);
+  const int gap = ScaleToDpi(kGap, dpi);
+  const int button_left = std::max(client.width - margin - button.width, margin);
+  const int button_right = button_left + button.width;
+  const int left_right = std::max(button_left - gap, margin);
+
+  const int label_bottom = margin + text_height;
+  const int row_top = label_bottom + ScaleToDpi(kLabelGap, dpi);
+  const int row_bottom = row_top + button.height;
+  const int box_height = std::min(text_height + ScaleToDpi(kBoxFrame, dpi), button.height);
+  const int box_top = row_top + (button.height - box_height) / 2;
+  const int list_top = row_bottom + gap;
+  const int remove_bottom = list_top + button.height;
+  // The Close button never rises over the other.
+  const int list_bottom =
+      std::max(client.height - status_bar_height - margin, remove_bottom + gap + button.height);
+
+  PreferenceLayout layout;
+  layout.label = {margin, margin, left_right, label_bottom};
+  layout.url_box = {margin, box_top, left_right, box_top + box_height};
+  layout.add = {button_left, row_top, button_right, row_bottom};
+  layout.list = {margin, list_top, left_right, list_bottom};
+  layout.remove = {button_left, list_top, button_right, remove_bottom};
+  layout.close = {button_left, list_bottom - button.height, button_right, list_bottom};
+  return layout;
+}
+
+}  // namespace kitbay::platform::win32

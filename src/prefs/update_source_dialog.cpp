@@ -1,0 +1,196 @@
+#include "prefs/update_source_dialog.h"
+
+#include "base/failure.h"
+#include "base/guarded.h"
+#include "base/text.h"
+#include "catalog/xml_file.h"
+#include "prefs/source_url.h"
+
+namespace kitbay::prefs {
+namespace {
+
+using base::guarded;
+
+constexpr int kEnter = 13;
+constexpr int kDelete = 46;
+
+// Always the installation's own source, which the user cannot remove.
+constexpr int kFirstPosition = 1;
+
+bool AreEqual(const std::string& left, const std::string& right) {
+  return base::ToLower(left) == base::ToLower(right);
+}
+
+pugi::xml_node NextElement(pugi::xml_node node) {
+  while (node && node.type() != pugi::node_element) {
+    node = node.next_sibling();
+  }
+  return node;
+}
+
+pugi::xml_node FirstSource(const pugi::xml_node& preferences) {
+  if (!preferences) {
+    throw base::Failure(base::RuntimeError::kObjectVariableNotSet);
+  }
+  return NextElement(preferences.first_child());
+}
+
+pugi::xml_node NextSource(const pugi::xml_node& source) {
+  return NextElement(source.next_sibling());
+}
+
+// The first source of that URL from `source` on.
+pugi::xml_node FindSource(pugi::xml_node source, const std::string& url) {
+  while (source && !AreEqual(catalog::FirstAttributeText(source), url)) {
+    source = NextSource(source);
+  }
+  return source;
+}
+
+}  // namespace
+
+void UpdateSourceDialog::Show(platform::WindowHandle owner) {
+  if (!window_.IsLoaded()) {
+    window_.Load(*this, owner);
+    Form_Load();
+  }
+  window_.Show();
+}
+
+void UpdateSourceDialog::Form_Load() {
+  guarded(log_, "Kitbay::Form_Load", [&] {
+    window_.EnableRemoveButton(false);
+    if (!catalog::TryLoadXml(files_, source_file_.Path(), source_file_.document()) ||
+        !Preferences()) {
+      return;
+    }
+    for (pugi::xml_node source = FirstSource(Preferences()); source; source = NextSource(source)) {
+      window_.AddItem(catalog::FirstAttributeText(source));
+    }
+  });
+}
+
+void UpdateSourceDialog::Form_Unload() {
+  bool changed = false;
+  SavePreference(changed);
+  if (changed) {
+    user_.GetDirectoryPreferenceFile();
+  }
+}
+
+void UpdateSourceDialog::cmdPrefOk_Click() {
+  guarded(log_, "Kitbay::cmdPrefOK_Click", [&] {
+    window_.SetStatusText("");
+    AddURL();
+  });
+}
+
+void UpdateSourceDialog::txtPrefUrl_KeyDown(int key_code) {
+  guarded(log_, "Kitbay::txtPrefUrl_KeyDown", [&] {
+    if (key_code == kEnter) {
+      AddURL();
+    }
+  });
+}
+
+void UpdateSourceDialog::Command1_Click() {
+  lstPrefURL_KeyDown(kDelete);
+  window_.SetStatusText("");
+}
+
+void UpdateSourceDialog::lstPrefURL_KeyDown(int key_code) {
+  guarded(log_, "Kitbay::lstPrefURL_KeyDown", [&] {
+    if (key_code == kDelete && window_.SelectedItem() > kFirstPosition) {
+      RemoveSource(window_.SelectedItem());
+    }
+  });
+}
+
+void UpdateSourceDialog::lstPrefURL_MouseUp() {
+  guarded(log_, "Kitbay::lstPrefURL_MouseUp",
+          [&] { window_.EnableRemoveButton(window_.SelectedItem() > kFirstPosition); });
+}
+
+// The keyboard's way to another item.
+void UpdateSourceDialog::lstPrefURL_SelectionChange() { lstPrefURL_MouseUp(); }
+
+void UpdateSourceDialog::cmdPrefClose_Click() {
+  guarded(log_, "Kitbay::cmdPrefClose_Click", [&] { Unload(); });
+}
+
+void UpdateSourceDialog::AddURL() {
+  guarded(log_, "Kitbay::AddURL", [&] {
+    const std::string url = WithoutScheme(window_.UrlText());
+    if (!ValidateUrl(url)) {
+      RefuseUrl();
+    } else if (IsListed(url)) {
+      RefuseDuplicate();
+    } else {
+      TakeUrl(url);
+    }
+  });
+}
+
+void UpdateSourceDialog::RefuseUrl() {
+  window_.SetStatusText("Please enter valid URL.");
+  window_.FocusUrlBox();
+}
+
+void UpdateSourceDialog::RefuseDuplicate() {
+  window_.FocusAddButton();
+  window_.SetUrlText("");
+  window_.SetStatusText("You have same URL added in your preference.");
+}
+
+void UpdateSourceDialog::TakeUrl(const std::string& url) {
+  window_.AddItem(url);
+  window_.FocusAddButton();
+  window_.SetUrlText("");
+  window_.SetStatusText("The URL is saved. You will start getting updates from this location.");
+  window_.FocusUrlBox();
+}
+
+bool UpdateSourceDialog::IsListed(const std::string& url) const {
+  int position = window_.ItemCount();
+  while (position > 0 && !AreEqual(window_.ItemText(position), url)) {
+    --position;
+  }
+  return position > 0;
+}
+
+// The search begins after the first source: one further down may name the same URL, and the first
+// one must stay. What was added since the dialog was opened is not in the file yet.
+void UpdateSourceDialog::RemoveSource(int position) {
+  window_.SetStatusText("");
+  catalog::LoadXml(files_, source_file_.Path(), source_file_.document());
+  pugi::xml_node preferences = Preferences();
+  const pugi::xml_node source =
+      FindSource(NextSource(FirstSource(preferences)), window_.ItemText(position));
+  if (preferences.remove_child(source)) {
+    catalog::SaveXml(files_, source_file_.Path(), source_file_.document());
+  }
+  window_.RemoveItem(position);
+}
+
+void UpdateSourceDialog::SavePreference(bool& changed) {
+  guarded(log_, "Kitbay::SavePreference", [&] {
+    if (!catalog::TryLoadXml(files_, source_file_.Path(), source_file_.document())) {
+      return;
+    }
+    pugi::xml_node preferences = Preferences();
+    for (int position = 1; position <= window_.ItemCount(); ++position) {
+      const std::string url = window_.ItemText(position);
+      if (!FindSource(FirstSource(preferences), url)) {
+        preferences.append_child("preference").append_attribute("url") = url.c_str();
+        catalog::SaveXml(files_, source_file_.Path(), source_file_.document());
+        changed = true;
+      }
+    }
+  });
+}
+
+pugi::xml_node UpdateSourceDialog::Preferences() const {
+  return source_file_.document().select_node("/root/preferences").node();
+}
+
+}  // namespace kitbay::prefs

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <pugixml.hpp>
+#include <string>
+
+#include "base/error_log.h"
+#include "platform/files.h"
+#include "platform/preference_window.h"
+#include "prefs/source_list_user.h"
+#include "update/update_source_file.h"
+
+namespace kitbay::prefs {
+
+/// The dialog `frmPreference`, in which the user adds and removes update sources. Removals are in
+/// the file at once, additions when the dialog closes; then `SourceListUser` is told. The handlers
+/// log their failures and go no further; the file is whole then, and the list shows what it holds.
+class UpdateSourceDialog : public platform::PreferenceWindowEvents {
+ public:
+  UpdateSourceDialog(base::ErrorLog& log, platform::Files& files,
+                     update::UpdateSourceFile& source_file, platform::PreferenceWindow& window,
+                     SourceListUser& user)
+      : log_(log), files_(files), source_file_(source_file), window_(window), user_(user) {}
+
+  /// Opens the dialog, owned by `owner`, with the sources of the file; when it is open already,
+  /// brings it to the front as it is. Throws `base::Failure` when there can be no window.
+  void Show(platform::WindowHandle owner);
+  void FocusUrlBox() { window_.FocusUrlBox(); }
+
+  /// Closes the dialog if it is open.
+  void Unload() { window_.Unload(); }
+
+  void Form_Unload() override;
+  void cmdPrefOk_Click() override;
+  void Command1_Click() override;
+  void cmdPrefClose_Click() override;
+  void txtPrefUrl_KeyDown(int key_code) override;
+  void lstPrefURL_KeyDown(int key_code) override;
+  void lstPrefURL_MouseUp() override;
+  void lstPrefURL_SelectionChange() override;
+
+ private:
+  void Form_Load();
+  void AddURL();
+  void SavePreference(bool& changed);
+
+  void RefuseUrl();
+  void RefuseDuplicate();
+  void TakeUrl(const std::string& url);
+  bool IsListed(const std::string& url) const;
+  void RemoveSource(int position);
+  pugi::xml_node Preferences() const;
+
+  base::ErrorLog& log_;
+  platform::Files& files_;
+  update::UpdateSourceFile& source_file_;
+  platform::PreferenceWindow& window_;
+  SourceListUser& user_;
+};
+
+}  // namespace kitbay::prefs

@@ -1,0 +1,82 @@
+#pragma once
+
+#include <gmock/gmock.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "fakes/fake_preference_window.h"
+#include "fakes/memory_files.h"
+#include "fakes/recording_error_log.h"
+#include "prefs/update_source_dialog.h"
+
+namespace kitbay::prefs {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+inline constexpr const char* kPath = "C:\\User\\Ovalink\\updatepreference.xml";
+inline constexpr const char* kPermissionDenied = "Permission denied";
+inline constexpr const char* kNotSet = "Object variable or With block variable not set";
+inline constexpr platform::WindowHandle kOwner{0x10042};
+
+/// The dialog over a file in memory, with a main window that counts how often it is told.
+class DialogTest : public testing::Test, private SourceListUser {
+ protected:
+  DialogTest() {
+    settings_.CustomDataFolder = "C:\\User\\Ovalink\\CustomData";
+    files_.AddFolder("C:\\User\\Ovalink");
+  }
+
+  /// The bytes of a file with these sources.
+  static std::string FileOf(const std::vector<std::string>& urls) {
+    std::string file = "<root><preferences>";
+    for (const std::string& url : urls) {
+      file += "<preference url=\"" + url + "\"/>";
+    }
+    return file + "</preferences></root>";
+  }
+
+  void Open() { dialog_.Show(kOwner); }
+  void OpenWith(const std::vector<std::string>& urls) { OpenFile(FileOf(urls)); }
+  void OpenFile(const std::string& bytes) {
+    files_.AddFile(kPath, bytes);
+    Open();
+    window_.calls().Clear();
+  }
+
+  /// Types the text and presses the button.
+  void Add(const std::string& text) {
+    window_.Type(text);
+    window_.events()->cmdPrefOk_Click();
+  }
+
+  void SelectAndPressDelete(int position) {
+    window_.Select(position);
+    window_.events()->lstPrefURL_KeyDown(46);
+  }
+
+  std::string File() const { return files_.Bytes(kPath).value_or("(no file)"); }
+
+  static fakes::LogEntry Entry(const std::string& procedure, base::RuntimeError error) {
+    const base::Failure failure(error);
+    return fakes::RecordingErrorLog::Entry(procedure, failure.number(), failure.description());
+  }
+
+  fakes::RecordingErrorLog log_;
+  fakes::MemoryFiles files_;
+  base::Settings settings_;
+  catalog::UpdateSourceList sources_;
+  update::UpdateSourceFile source_file_{log_, files_, settings_, sources_};
+  fakes::FakePreferenceWindow window_;
+  UpdateSourceDialog dialog_{log_, files_, source_file_, window_, *this};
+
+  /// What the file held each time that the main window was told.
+  std::vector<std::string> told_;
+
+ private:
+  void GetDirectoryPreferenceFile() override { told_.push_back(File()); }
+};
+
+}  // namespace kitbay::prefs
