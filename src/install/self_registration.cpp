@@ -78,7 +78,7 @@ void SelfRegistration::funcRegisterDll(const std::string& folder, bool& succeede
   guarded(log_, "Kitbay::funcRegisterDll", [&] {
     for (const std::string& name : session_.library_list) {
       std::int32_t ignored = 0;
-      DLLRegisterService(folder + "\\" + name, true, ignored);
+      DLLRegisterService(std::string(folder).append("\\").append(name), true, ignored);
     }
     succeeded = true;
   });

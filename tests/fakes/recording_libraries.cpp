@@ -57,6 +57,9 @@ LibraryHandle RecordingLibraries::Load(const std::string& path) {
 void RecordingLibraries::Free(LibraryHandle library) {
   Record("Free", Number(library.value));
   loaded_.erase(library.value);
+  for (auto& [handle, thread] : threads_) {
+    thread.is_freed = thread.is_freed || thread.library == library.value;
+  }
 }
 
 ExportAddress RecordingLibraries::FindExport(LibraryHandle library, const std::string& name) {
@@ -71,20 +74,29 @@ ThreadHandle RecordingLibraries::StartThread(ExportAddress start) {
   if (refuses_threads_) {
     return {};
   }
+  Thread& thread = threads_[next_thread_];
   const auto function = functions_.find(start.value);
-  threads_[next_thread_] =
+  thread.function =
       function == functions_.end() ? FakeFunction{kAccessViolation, false} : function->second;
+  for (const auto& [handle, library] : loaded_) {
+    for (const auto& [name, address] : library->addresses) {
+      if (address == start.value) {
+        thread.library = handle;
+      }
+    }
+  }
   return {next_thread_++};
 }
 
 std::uint32_t RecordingLibraries::Wait(ThreadHandle thread, std::uint32_t milliseconds) {
   Record("Wait", Number(thread.value) + Number(milliseconds));
-  return threads_.at(thread.value).hangs ? platform::kThreadStillRuns : platform::kThreadEnded;
+  return threads_.at(thread.value).function.hangs ? platform::kThreadStillRuns
+                                                  : platform::kThreadEnded;
 }
 
 std::uint32_t RecordingLibraries::ExitCode(ThreadHandle thread) {
   Record("ExitCode", Number(thread.value));
-  const FakeFunction& function = threads_.at(thread.value);
+  const FakeFunction& function = threads_.at(thread.value).function;
   return function.hangs ? platform::kNoExitCode : function.exit_code;
 }
 
@@ -116,9 +128,9 @@ void RecordingLibraries::RunOnOwnThread(const std::function<void()>& body) {
 }
 
 void RecordingLibraries::Add(const std::string& path,
-                             std::map<std::string, FakeFunction> functions) {
+                             const std::map<std::string, FakeFunction>& functions) {
   Library& library = libraries_[ParsePath(path).Key()];
-  for (auto& [name, function] : functions) {
+  for (const auto& [name, function] : functions) {
     library.addresses[name] = next_address_;
     functions_[next_address_++] = function;
   }
@@ -135,6 +147,14 @@ void RecordingLibraries::SetAddress(const std::string& path, const std::string& 
 
 void RecordingLibraries::Fail(const std::string& call, const Failure& failure) {
   failures_.insert_or_assign(call, failure);
+}
+
+void RecordingLibraries::LetReturn() {
+  for (auto& [handle, thread] : threads_) {
+    if (thread.function.hangs) {
+      thread.function = {thread.is_freed ? kAccessViolation : thread.function.exit_code, false};
+    }
+  }
 }
 
 void RecordingLibraries::Record(const std::string& call, const std::string& arguments) {

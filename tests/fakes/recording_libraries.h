@@ -35,7 +35,7 @@ class RecordingLibraries : public platform::Libraries {
   // What tests arrange.
 
   /// Puts a library at `path`.
-  void Add(const std::string& path, std::map<std::string, FakeFunction> functions);
+  void Add(const std::string& path, const std::map<std::string, FakeFunction>& functions);
 
   /// Puts a file at `path` that is no library, or one that cannot be loaded for another reason.
   void AddUnloadable(const std::string& path, const base::Failure& failure);
@@ -48,6 +48,9 @@ class RecordingLibraries : public platform::Libraries {
 
   /// The call named `call` throws `failure` from now on.
   void Fail(const std::string& call, const base::Failure& failure);
+
+  /// Every function that hangs returns; a thread whose library was freed has nothing to return to.
+  void LetReturn();
 
   // What tests look at.
 
@@ -65,13 +68,19 @@ class RecordingLibraries : public platform::Libraries {
     std::map<std::string, std::uintptr_t> addresses;
   };
 
+  struct Thread {
+    FakeFunction function;
+    std::uintptr_t library = 0;  ///< the handle of the library that it runs in
+    bool is_freed = false;       ///< whether that is gone
+  };
+
   void Record(const std::string& call, const std::string& arguments = {});
 
   std::map<std::string, Library> libraries_;          ///< by `WindowsPath::Key`
   std::map<std::string, base::Failure> unloadable_;   ///< by `WindowsPath::Key`
   std::map<std::uintptr_t, FakeFunction> functions_;  ///< by address
   std::map<std::uintptr_t, const Library*> loaded_;   ///< by handle
-  std::map<std::uintptr_t, FakeFunction> threads_;    ///< by handle
+  std::map<std::uintptr_t, Thread> threads_;          ///< by handle
   std::map<std::string, base::Failure> failures_;     ///< by the call's name
   std::uintptr_t next_address_ = 4097;
   std::uintptr_t next_library_ = 1;

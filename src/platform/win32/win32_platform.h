@@ -6,6 +6,7 @@
 #include "platform/com_services.h"
 #include "platform/desktop.h"
 #include "platform/files.h"
+#include "platform/libraries.h"
 #include "platform/main_window.h"
 #include "platform/preference_window.h"
 #include "platform/registry_keys.h"
@@ -19,6 +20,7 @@ std::unique_ptr<Files> MakeFiles();
 std::unique_ptr<RegistryKeys> MakeRegistryKeys();
 std::unique_ptr<VersionResource> MakeVersionResource();
 std::unique_ptr<Desktop> MakeDesktop();
+std::unique_ptr<Libraries> MakeLibraries();
 
 /// Joins the calling thread to COM's single-threaded apartment for as long as it lives; the
 /// objects below need it.

@@ -4,6 +4,7 @@
 #include "contract/system/desktop_contract.h"
 #include "contract/system/file_system_object_contract.h"
 #include "contract/system/files_contract.h"
+#include "contract/system/libraries_contract.h"
 #include "contract/system/registry_contract.h"
 #include "contract/system/version_resource_contract.h"
 #include "fakes/fake_clock.h"
@@ -11,6 +12,7 @@
 #include "fakes/memory_files.h"
 #include "fakes/memory_registry.h"
 #include "fakes/recording_desktop.h"
+#include "fakes/recording_libraries.h"
 
 namespace kitbay::contract {
 namespace {
@@ -123,6 +125,24 @@ class RecordingDesktopWorld : public DesktopWorld {
   std::string expected_;
 };
 
+class RecordingLibrariesWorld : public LibrariesWorld {
+ public:
+  RecordingLibrariesWorld() {
+    constexpr const char* kFunction = "DllRegisterServer";
+    libraries_.Add(folder() + "\\refusing ö.dll", {{kFunction, {0x80040201}}});
+    libraries_.Add(folder() + "\\slow.dll", {{kFunction, {0, true}}});
+    libraries_.Add(folder() + "\\mute.dll", {{"OvlMuteVersion", {1}}});
+    libraries_.AddUnloadable(folder() + "\\needy.dll", {126, "Module not found."});
+    libraries_.AddUnloadable(folder() + "\\text.dll", {193, "Bad EXE format."});
+  }
+  platform::Libraries& libraries() override { return libraries_; }
+  std::string folder() const override { return kFolder; }
+  void LetReturn() override { libraries_.LetReturn(); }
+
+ private:
+  fakes::RecordingLibraries libraries_;
+};
+
 template <typename Base, typename World>
 std::unique_ptr<Base> Make() {
   return std::make_unique<World>();
@@ -140,6 +160,8 @@ INSTANTIATE_TEST_SUITE_P(Memory, RegistryContract,
 INSTANTIATE_TEST_SUITE_P(Fake, ClockContract, testing::Values(&Make<ClockWorld, FakeClockWorld>));
 INSTANTIATE_TEST_SUITE_P(Fake, VersionResourceContract,
                          testing::Values(&Make<VersionResourceWorld, FakeVersionResourceWorld>));
+INSTANTIATE_TEST_SUITE_P(Recording, LibrariesContract,
+                         testing::Values(&Make<LibrariesWorld, RecordingLibrariesWorld>));
 INSTANTIATE_TEST_SUITE_P(Recording, DesktopContract,
                          testing::Values(&Make<DesktopWorld, RecordingDesktopWorld>));
 

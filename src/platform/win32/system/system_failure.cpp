@@ -2,6 +2,11 @@
 
 #include <windows.h>
 
+#include <array>
+#include <string_view>
+
+#include "platform/win32/system/utf.h"
+
 namespace kitbay::platform::win32 {
 
 using base::Failure;
@@ -29,6 +34,22 @@ Failure FileFailure(std::uint32_t error) {
     default:
       return Failure(RuntimeError::kPathFileAccessError);
   }
+}
+
+Failure SystemFailure(std::uint32_t error, const std::string& subject) {
+  std::array<wchar_t, 512> text{};
+  const DWORD length =
+      FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, error, 0,
+                     text.data(), static_cast<DWORD>(text.size()), nullptr);
+  std::string description = ToUtf8(std::wstring_view(text.data(), length));
+  while (description.ends_with('\n') || description.ends_with('\r')) {
+    description.pop_back();
+  }
+  constexpr std::string_view kInsert = "%1";
+  if (const auto at = description.find(kInsert); at != std::string::npos) {
+    description.replace(at, kInsert.size(), subject);
+  }
+  return {static_cast<std::int32_t>(error), description};
 }
 
 }  // namespace kitbay::platform::win32

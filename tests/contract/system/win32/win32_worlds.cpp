@@ -7,11 +7,13 @@
 #include "contract/system/clock_contract.h"
 #include "contract/system/desktop_contract.h"
 #include "contract/system/files_contract.h"
+#include "contract/system/libraries_contract.h"
 #include "contract/system/registry_contract.h"
 #include "contract/system/version_resource_contract.h"
 #include "contract/system/win32/message_box_user.h"
 #include "contract/system/win32/scratch_folder.h"
 #include "contract/system/win32/test_window.h"
+#include "contract/system/win32/troubled_libraries.h"
 #include "platform/win32/system/handles.h"
 #include "platform/win32/system/system_path.h"
 #include "platform/win32/system/utf.h"
@@ -175,6 +177,25 @@ class Win32DesktopWorld : public DesktopWorld {
   std::unique_ptr<MessageBoxUser> user_;
 };
 
+class Win32LibrariesWorld : public LibrariesWorld {
+ public:
+  Win32LibrariesWorld() {
+    CopyTroubledLibrary("OvlRefusing", folder() + "\\refusing ö.dll");
+    CopyTroubledLibrary("OvlSlow", folder() + "\\slow.dll");
+    CopyTroubledLibrary("OvlMute", folder() + "\\mute.dll");
+    CopyTroubledLibrary("OvlNeedy", folder() + "\\needy.dll");
+    platform::win32::MakeFiles()->Write(folder() + "\\text.dll", "no library");
+  }
+  platform::Libraries& libraries() override { return *libraries_; }
+  std::string folder() const override { return folder_.path(); }
+  void LetReturn() override { slow_.LetReturn(); }
+
+ private:
+  ScratchFolder folder_;
+  SlowLibrary slow_;
+  std::unique_ptr<platform::Libraries> libraries_ = platform::win32::MakeLibraries();
+};
+
 template <typename Base, typename World>
 std::unique_ptr<Base> Make() {
   return std::make_unique<World>();
@@ -188,6 +209,8 @@ INSTANTIATE_TEST_SUITE_P(Win32, RegistryContract,
 INSTANTIATE_TEST_SUITE_P(Win32, ClockContract, testing::Values(&Make<ClockWorld, Win32ClockWorld>));
 INSTANTIATE_TEST_SUITE_P(Win32, VersionResourceContract,
                          testing::Values(&Make<VersionResourceWorld, Win32VersionResourceWorld>));
+INSTANTIATE_TEST_SUITE_P(Win32, LibrariesContract,
+                         testing::Values(&Make<LibrariesWorld, Win32LibrariesWorld>));
 INSTANTIATE_TEST_SUITE_P(Win32, DesktopContract,
                          testing::Values(&Make<DesktopWorld, Win32DesktopWorld>));
 

@@ -1,0 +1,134 @@
+#include "platform/libraries.h"
+
+#include <windows.h>
+// <psapi.h> needs the former.
+#include <psapi.h>
+
+#include <exception>
+
+#include "base/failure.h"
+#include "platform/win32/system/handles.h"
+#include "platform/win32/system/system_failure.h"
+#include "platform/win32/system/system_path.h"
+#include "platform/win32/system/thread_guard.h"
+#include "platform/win32/win32_platform.h"
+
+namespace kitbay::platform::win32 {
+namespace {
+
+bool IsSeparator(char c) { return c == '\\' || c == '/'; }
+
+bool IsFullPathOfFile(const std::string& path) {
+  if (path.size() < 4 || IsSeparator(path.back())) {
+    return false;
+  }
+  return (path[1] == ':' && IsSeparator(path[2])) || (IsSeparator(path[0]) && IsSeparator(path[1]));
+}
+
+HMODULE AsModule(LibraryHandle library) { return reinterpret_cast<HMODULE>(library.value); }
+HANDLE AsThread(ThreadHandle thread) { return reinterpret_cast<HANDLE>(thread.value); }
+
+/// Lets a library that cannot be loaded be told by the call's result only, not by a message box.
+class QuietLoading {
+ public:
+  QuietLoading() { SetThreadErrorMode(SEM_FAILCRITICALERRORS, &before_); }
+  ~QuietLoading() { SetThreadErrorMode(before_, nullptr); }
+  QuietLoading(const QuietLoading&) = delete;
+  QuietLoading& operator=(const QuietLoading&) = delete;
+
+ private:
+  DWORD before_ = 0;
+};
+
+struct Errand {
+  const std::function<void()>& body;
+  std::exception_ptr failure;
+};
+
+DWORD WINAPI RunErrand(void* argument) {
+  auto& errand = *static_cast<Errand*>(argument);
+  try {
+    errand.body();
+  } catch (...) {
+    errand.failure = std::current_exception();
+  }
+  return 0;
+}
+
+class Win32Libraries : public Libraries {
+ public:
+  LibraryHandle Load(const std::string& path) override {
+    if (!IsFullPathOfFile(path)) {
+      throw base::Failure(base::RuntimeError::kPathFileAccessError, path);
+    }
+    const std::wstring system_path = ToSystemPath(path);
+    const QuietLoading quiet;
+    const HMODULE module =
+        LoadLibraryExW(system_path.c_str(), nullptr,
+                       LOAD_LIBRARY_SEARCH_DLL_LOAD_DIR | LOAD_LIBRARY_SEARCH_DEFAULT_DIRS);
+    const DWORD error = GetLastError();
+    if (module == nullptr) {
+      throw SystemFailure(error, path);
+    }
+    return {reinterpret_cast<std::uintptr_t>(module)};
+  }
+
+  void Free(LibraryHandle library) override {
+    const HMODULE module = AsModule(library);
+    if (!guard_.AbandonRunning()) {
+      FreeLibrary(module);
+      return;
+    }
+    MODULEINFO place{};
+    const BOOL is_known = GetModuleInformation(GetCurrentProcess(), module, &place, sizeof(place));
+    FreeLibrary(module);
+    if (is_known) {
+      // Stays empty, so that the thread in the library never returns into another one.
+      VirtualAlloc(place.lpBaseOfDll, place.SizeOfImage, MEM_RESERVE, PAGE_NOACCESS);
+    }
+  }
+
+  ExportAddress FindExport(LibraryHandle library, const std::string& name) override {
+    return {reinterpret_cast<std::uintptr_t>(GetProcAddress(AsModule(library), name.c_str()))};
+  }
+
+  ThreadHandle StartThread(ExportAddress start) override {
+    return {reinterpret_cast<std::uintptr_t>(
+        guard_.Start(reinterpret_cast<LPTHREAD_START_ROUTINE>(start.value)))};
+  }
+
+  std::uint32_t Wait(ThreadHandle thread, std::uint32_t milliseconds) override {
+    return WaitForSingleObject(AsThread(thread), milliseconds);
+  }
+
+  std::uint32_t ExitCode(ThreadHandle thread) override {
+    DWORD code = kNoExitCode;
+    GetExitCodeThread(AsThread(thread), &code);
+    return code;
+  }
+
+  void Close(ThreadHandle thread) override { guard_.Close(AsThread(thread)); }
+
+  [[noreturn]] void EndThread(std::uint32_t exit_code) override { ExitThread(exit_code); }
+
+  void RunOnOwnThread(const std::function<void()>& body) override {
+    Errand errand{body, nullptr};
+    const UniqueKernelObject thread(CreateThread(nullptr, 0, &RunErrand, &errand, 0, nullptr));
+    if (!thread) {
+      throw base::Failure(base::RuntimeError::kOutOfMemory);
+    }
+    WaitForSingleObject(thread.get(), INFINITE);
+    if (errand.failure) {
+      std::rethrow_exception(errand.failure);
+    }
+  }
+
+ private:
+  ThreadGuard guard_;
+};
+
+}  // namespace
+
+std::unique_ptr<Libraries> MakeLibraries() { return std::make_unique<Win32Libraries>(); }
+
+}  // namespace kitbay::platform::win32

@@ -1,0 +1,122 @@
+#include "platform/win32/system/thread_guard.h"
+
+#include <algorithm>
+#include <array>
+
+namespace kitbay::platform::win32 {
+namespace {
+
+struct WatchedThread {
+  HANDLE handle = nullptr;
+  DWORD id = 0;
+  bool is_abandoned = false;
+};
+
+constexpr std::size_t kMostThreads = 64;
+
+// The system gives its handlers no argument to find an object by, and they outlive every guard.
+SRWLOCK g_lock = SRWLOCK_INIT;
+std::array<WatchedThread, kMostThreads> g_threads;
+LPTOP_LEVEL_EXCEPTION_FILTER g_previous_filter = nullptr;
+
+class ExclusiveLock {
+ public:
+  ExclusiveLock() { AcquireSRWLockExclusive(&g_lock); }
+  ~ExclusiveLock() { ReleaseSRWLockExclusive(&g_lock); }
+  ExclusiveLock(const ExclusiveLock&) = delete;
+  ExclusiveLock& operator=(const ExclusiveLock&) = delete;
+};
+
+WatchedThread CurrentThread() {
+  AcquireSRWLockShared(&g_lock);
+  const auto* thread = std::ranges::find(g_threads, GetCurrentThreadId(), &WatchedThread::id);
+  const WatchedThread found = thread == g_threads.end() ? WatchedThread{} : *thread;
+  ReleaseSRWLockShared(&g_lock);
+  return found;
+}
+
+/// Whether the fault is that there is no code where the thread goes on.
+bool IsWithoutCode(const EXCEPTION_RECORD& exception) {
+  return exception.ExceptionCode == EXCEPTION_ACCESS_VIOLATION && exception.NumberParameters >= 2 &&
+         exception.ExceptionInformation[1] ==
+             reinterpret_cast<ULONG_PTR>(exception.ExceptionAddress);
+}
+
+// Without the library's code there is no way back along the thread's stack, and the system would
+// end the process before it asks the filter below.
+LONG CALLBACK EndAbandonedThread(EXCEPTION_POINTERS* exception) {
+  if (IsWithoutCode(*exception->ExceptionRecord) && CurrentThread().is_abandoned) {
+    ExitThread(exception->ExceptionRecord->ExceptionCode);
+  }
+  return EXCEPTION_CONTINUE_SEARCH;
+}
+
+LONG WINAPI EndFaultedThread(EXCEPTION_POINTERS* exception) {
+  if (CurrentThread().handle != nullptr) {
+    ExitThread(exception->ExceptionRecord->ExceptionCode);
+  }
+  return g_previous_filter != nullptr ? g_previous_filter(exception) : EXCEPTION_CONTINUE_SEARCH;
+}
+
+bool HasEnded(const WatchedThread& thread) {
+  return WaitForSingleObject(thread.handle, 0) == WAIT_OBJECT_0;
+}
+
+}  // namespace
+
+ThreadGuard::ThreadGuard() {
+  constexpr ULONG kAfterAllOthers = 0;
+  handler_ = AddVectoredExceptionHandler(kAfterAllOthers, &EndAbandonedThread);
+  const auto previous = SetUnhandledExceptionFilter(&EndFaultedThread);
+  if (previous != &EndFaultedThread) {
+    g_previous_filter = previous;
+  }
+}
+
+ThreadGuard::~ThreadGuard() {
+  const ExclusiveLock lock;
+  if (std::ranges::all_of(g_threads, [](const WatchedThread& thread) {
+        return thread.handle == nullptr || HasEnded(thread);
+      })) {
+    RemoveVectoredExceptionHandler(handler_);
+    SetUnhandledExceptionFilter(g_previous_filter);
+  }
+}
+
+HANDLE ThreadGuard::Start(LPTHREAD_START_ROUTINE start) {
+  // Locked, so that the thread cannot fault before it is watched.
+  const ExclusiveLock lock;
+  auto* const place =
+      std::ranges::find(g_threads, static_cast<HANDLE>(nullptr), &WatchedThread::handle);
+  if (place == g_threads.end()) {
+    return nullptr;
+  }
+  place->handle = CreateThread(nullptr, 0, start, nullptr, 0, &place->id);
+  if (place->handle == nullptr) {
+    *place = {};
+  }
+  return place->handle;
+}
+
+bool ThreadGuard::AbandonRunning() {
+  const ExclusiveLock lock;
+  bool any = false;
+  for (WatchedThread& thread : g_threads) {
+    if (thread.handle != nullptr && !thread.is_abandoned && !HasEnded(thread)) {
+      thread.is_abandoned = true;
+      any = true;
+    }
+  }
+  return any;
+}
+
+void ThreadGuard::Close(HANDLE thread) {
+  const ExclusiveLock lock;
+  auto* const place = std::ranges::find(g_threads, thread, &WatchedThread::handle);
+  if (place != g_threads.end()) {
+    *place = {};
+  }
+  CloseHandle(thread);
+}
+
+}  // namespace kitbay::platform::win32

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <windows.h>
+
+namespace kitbay::platform::win32 {
+
+/// Starts threads whose faults end them instead of the process: an exception that nothing on such
+/// a thread handles, and the return into a library that is no longer there. The exit code is then
+/// the exception's. Exceptions of other threads, and those that a library handles itself, go their
+/// way.
+///
+/// The handlers stay for good when a thread still runs as the guard goes.
+class ThreadGuard {
+ public:
+  ThreadGuard();
+  ~ThreadGuard();
+  ThreadGuard(const ThreadGuard&) = delete;
+  ThreadGuard& operator=(const ThreadGuard&) = delete;
+
+  /// A handle of a new thread on `start`, which may be null; null when there is no thread to give.
+  HANDLE Start(LPTHREAD_START_ROUTINE start);
+
+  /// The threads that still run may lose the code that they run in. Returns whether there are any
+  /// that have not been told of before.
+  bool AbandonRunning();
+
+  /// Closes the thread's handle and watches it no longer.
+  void Close(HANDLE thread);
+
+ private:
+  void* handler_ = nullptr;
+};
+
+}  // namespace kitbay::platform::win32

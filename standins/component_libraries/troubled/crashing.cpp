@@ -1,0 +1,8 @@
+// Writes where nothing is.
+#include <windows.h>
+
+extern "C" __declspec(dllexport) HRESULT WINAPI DllRegisterServer() {
+  volatile int* volatile nowhere = nullptr;
+  *nowhere = 1;
+  return S_OK;
+}

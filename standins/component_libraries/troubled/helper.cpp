@@ -1,0 +1,2 @@
+// What OvlNeedy.dll needs.
+extern "C" __declspec(dllexport) int OvlHelp() { return 1; }

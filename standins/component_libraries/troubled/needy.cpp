@@ -1,0 +1,8 @@
+// Needs another library to be loaded at all.
+#include <windows.h>
+
+extern "C" __declspec(dllimport) int OvlHelp();
+
+extern "C" __declspec(dllexport) HRESULT WINAPI DllRegisterServer() {
+  return OvlHelp() == 1 ? S_OK : E_FAIL;
+}

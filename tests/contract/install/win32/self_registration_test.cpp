@@ -1,0 +1,174 @@
+#include "install/self_registration.h"
+
+#include <gmock/gmock.h>
+#include <windows.h>
+
+#include <string>
+#include <vector>
+
+#include "contract/install/win32/watched_libraries.h"
+#include "contract/system/win32/scratch_folder.h"
+#include "contract/system/win32/troubled_libraries.h"
+#include "fakes/recording_error_log.h"
+#include "platform/win32/system/utf.h"
+
+namespace kitbay::contract {
+namespace {
+
+using install::InstallSession;
+using install::SelfRegistration;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr std::uint32_t kLong = 20000;
+constexpr const wchar_t* kProgId = L"Software\\Classes\\OvlContract.Component";
+constexpr const wchar_t* kClass = L"Software\\Classes\\CLSID\\" KITBAY_CONTRACT_CLSID;
+
+/// The text of a key of the user; empty when there is no such key.
+std::string TextOf(const std::wstring& key) {
+  wchar_t text[1024] = L"";
+  DWORD size = sizeof(text);
+  RegGetValueW(HKEY_CURRENT_USER, key.c_str(), nullptr, RRF_RT_REG_SZ, nullptr, text, &size);
+  return platform::win32::ToUtf8(text);
+}
+
+class RealSelfRegistration : public testing::Test {
+ protected:
+  RealSelfRegistration() { ForgetClass(); }
+  ~RealSelfRegistration() override { ForgetClass(); }
+  RealSelfRegistration(const RealSelfRegistration&) = delete;
+  RealSelfRegistration& operator=(const RealSelfRegistration&) = delete;
+
+  static void ForgetClass() {
+    RegDeleteTreeW(HKEY_CURRENT_USER, kProgId);
+    RegDeleteTreeW(HKEY_CURRENT_USER, kClass);
+  }
+
+  static std::string RegisteredLibrary() {
+    return TextOf(std::wstring(kClass) + L"\\InprocServer32");
+  }
+
+  std::string CopyComponent(const std::string& name) {
+    const auto files = platform::win32::MakeFiles();
+    const std::string path = folder_.path() + "\\" + name;
+    files->Write(path, files->Read(platform::win32::FindProgramPlace().folder +
+                                   "\\registering\\OvlContract.dll"));
+    return path;
+  }
+
+  std::string Copy(const std::string& troubled) {
+    const std::string path = folder_.path() + "\\" + troubled + ".dll";
+    CopyTroubledLibrary(troubled, path);
+    return path;
+  }
+
+  std::int32_t Register(const std::string& path, bool register_it = true) {
+    std::int32_t result = -1;
+    registration_.DLLRegisterService(path, register_it, result);
+    return result;
+  }
+
+  std::vector<std::string> Logged() const {
+    std::vector<std::string> lines;
+    for (const auto& entry : log_.entries) {
+      lines.push_back(std::to_string(entry.number) + entry.procedure);
+    }
+    return lines;
+  }
+
+  ScratchFolder folder_;
+  fakes::RecordingErrorLog log_;
+  WatchedLibraries libraries_;
+  InstallSession session_;
+  SelfRegistration registration_{log_, libraries_, session_};
+};
+
+TEST_F(RealSelfRegistration, LibraryIsInTheRegistryAfterwardsAndOutAgain) {
+  const std::string path = CopyComponent("Größe ö.dll");
+  EXPECT_EQ(Register(path), 0);
+  EXPECT_EQ(RegisteredLibrary(), path);
+  EXPECT_EQ(TextOf(kProgId), "Contract");
+  EXPECT_EQ(GetModuleHandleW(L"Größe ö.dll"), nullptr);
+  EXPECT_EQ(Register(path, false), 0);
+  EXPECT_EQ(RegisteredLibrary(), "");
+  EXPECT_EQ(TextOf(kProgId), "");
+  EXPECT_THAT(log_.entries, IsEmpty());
+  EXPECT_THAT(libraries_.limits(), ElementsAre(10000U, 10000U));
+}
+
+TEST_F(RealSelfRegistration, LibraryThatFailsHasRun) {
+  EXPECT_EQ(Register(Copy("OvlRefusing")), 0);
+  EXPECT_THAT(log_.entries, IsEmpty());
+}
+
+TEST_F(RealSelfRegistration, LibraryWithoutTheFunctionHasRun) {
+  EXPECT_EQ(Register(Copy("OvlMute")), 0);
+  EXPECT_THAT(log_.entries, IsEmpty());
+}
+
+TEST_F(RealSelfRegistration, LibraryThatCrashesHasRun) {
+  EXPECT_EQ(Register(Copy("OvlCrashing")), 0);
+  EXPECT_EQ(Register(Copy("OvlThrowing")), 0);
+  EXPECT_THAT(log_.entries, IsEmpty());
+}
+
+TEST_F(RealSelfRegistration, WhatCannotBeLoadedIsLoggedWithTheSystemsNumber) {
+  const std::string text = folder_.path() + "\\text.dll";
+  platform::win32::MakeFiles()->Write(text, "no library");
+  EXPECT_EQ(Register(text), 1);
+  EXPECT_EQ(Register(folder_.path() + "\\missing.dll"), 1);
+  EXPECT_EQ(Register(Copy("OvlNeedy")), 1);
+  EXPECT_EQ(Register("kernel32.dll"), 1);
+  EXPECT_THAT(
+      Logged(),
+      ElementsAre("193 Kitbay::Loading of library failed", "126 Kitbay::Loading of library failed",
+                  "126 Kitbay::Loading of library failed", "75 Kitbay::Loading of library failed"));
+  EXPECT_THAT(libraries_.limits(), IsEmpty());
+}
+
+TEST_F(RealSelfRegistration, LibraryThatCrashesAsItIsLoadedIsNotLoaded) {
+  EXPECT_EQ(Register(Copy("OvlStillborn")), 1);
+  ASSERT_EQ(log_.entries.size(), 1U);
+  EXPECT_EQ(log_.entries[0].procedure, " Kitbay::Loading of library failed");
+  EXPECT_THAT(libraries_.limits(), IsEmpty());
+}
+
+TEST_F(RealSelfRegistration, ProgramOutlivesALibraryThatTimedOut) {
+  const SlowLibrary slow_library;
+  const std::string slow = Copy("OvlSlow");
+  libraries_.SetPatience(100);
+  EXPECT_EQ(Register(slow), 3);
+  EXPECT_THAT(libraries_.limits(), ElementsAre(10000U));
+  EXPECT_EQ(GetModuleHandleW(L"OvlSlow.dll"), nullptr);
+  const platform::ThreadHandle thread = libraries_.last_thread();
+  EXPECT_EQ(libraries_.ExitCode(thread), platform::kNoExitCode);
+
+  libraries_.SetPatience(kLong);
+  const std::string other = CopyComponent("other.dll");
+  EXPECT_EQ(Register(other), 0);
+  EXPECT_EQ(RegisteredLibrary(), other);
+  EXPECT_EQ(Register(slow), 3);
+  EXPECT_THAT(Logged(), ElementsAre("75Kitbay::DLLRegisterService"));
+
+  slow_library.LetReturn();
+  EXPECT_EQ(libraries_.Wait(thread, kLong), platform::kThreadEnded);
+  EXPECT_EQ(libraries_.ExitCode(thread), 0xC0000005U);
+  EXPECT_EQ(Register(other, false), 0);
+  EXPECT_EQ(RegisteredLibrary(), "");
+  libraries_.Close(thread);
+}
+
+TEST_F(RealSelfRegistration, ListIsRegisteredToItsEndWhateverHappens) {
+  CopyComponent("last.dll");
+  Copy("OvlMute");
+  Copy("OvlCrashing");
+  session_.library_list = {"missing.dll", "OvlMute.dll", "OvlCrashing.dll", "last.dll"};
+  bool succeeded = false;
+  registration_.funcRegisterDll(folder_.path(), succeeded);
+  EXPECT_TRUE(succeeded);
+  EXPECT_EQ(RegisteredLibrary(), folder_.path() + "\\last.dll");
+  EXPECT_THAT(Logged(), ElementsAre("126 Kitbay::Loading of library failed"));
+}
+
+}  // namespace
+}  // namespace kitbay::contract

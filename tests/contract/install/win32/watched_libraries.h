@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "platform/libraries.h"
+#include "platform/win32/win32_platform.h"
+
+namespace kitbay::contract {
+
+/// The system's own libraries, with the waiting cut short and the threads left to look at.
+class WatchedLibraries : public platform::Libraries {
+ public:
+  /// No thread is waited for longer than `milliseconds`.
+  void SetPatience(std::uint32_t milliseconds) { patience_ = milliseconds; }
+
+  /// How long was waited for each thread, had the patience not been set.
+  const std::vector<std::uint32_t>& limits() const { return limits_; }
+
+  /// The thread that was started last.
+  platform::ThreadHandle last_thread() const { return last_thread_; }
+
+  platform::LibraryHandle Load(const std::string& path) override;
+  void Free(platform::LibraryHandle library) override;
+  platform::ExportAddress FindExport(platform::LibraryHandle library,
+                                     const std::string& name) override;
+  platform::ThreadHandle StartThread(platform::ExportAddress start) override;
+  std::uint32_t Wait(platform::ThreadHandle thread, std::uint32_t milliseconds) override;
+  std::uint32_t ExitCode(platform::ThreadHandle thread) override;
+  void Close(platform::ThreadHandle thread) override;
+  [[noreturn]] void EndThread(std::uint32_t exit_code) override;
+  void RunOnOwnThread(const std::function<void()>& body) override;
+
+ private:
+  std::unique_ptr<platform::Libraries> real_ = platform::win32::MakeLibraries();
+  std::uint32_t patience_ = UINT32_MAX;
+  std::vector<std::uint32_t> limits_;
+  platform::ThreadHandle last_thread_;
+};
+
+}  // namespace kitbay::contract

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string>
+
+#include "platform/win32/system/handles.h"
+
+namespace kitbay::contract {
+
+/// Copies one of the sample libraries that give trouble, "OvlSlow" for instance, to `path`.
+void CopyTroubledLibrary(const std::string& name, const std::string& path);
+
+/// Says when the function of OvlSlow.dll returns.
+class SlowLibrary {
+ public:
+  SlowLibrary();
+  void LetReturn() const;
+
+ private:
+  platform::win32::UniqueKernelObject may_return_;
+};
+
+}  // namespace kitbay::contract
