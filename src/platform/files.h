@@ -1,11 +1,27 @@
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 
 #include "platform/clock.h"
 
 namespace kitbay::platform {
+
+/// A file that is open for reading at any place. Until it is closed nobody can write or delete it.
+class FileReader {
+ public:
+  virtual ~FileReader() = default;
+
+  /// The file's length in bytes.
+  virtual std::uint64_t Size() const = 0;
+
+  /// Reads up to `length` bytes from the byte numbered `place` on into `bytes` and returns how many
+  /// came: fewer than asked for only where the file ends. Fails as the operations of `Files` do.
+  virtual std::size_t ReadAt(std::uint64_t place, char* bytes, std::size_t length) const = 0;
+};
 
 /// The file system. Paths are UTF-8 with "\" or "/" between parts; letter case does not matter.
 ///
@@ -21,8 +37,16 @@ class Files {
   /// All bytes of a file.
   virtual std::string Read(const std::string& path) const = 0;
 
+  /// Opens a file for reading.
+  virtual std::unique_ptr<FileReader> Open(const std::string& path) const = 0;
+
   /// Creates the file anew, replacing an existing one, and writes all of `bytes`.
   virtual void Write(const std::string& path, std::string_view bytes) = 0;
+
+  /// Creates the file anew in three calls of the system: created for reading and writing, others
+  /// let read only, without any attribute; `bytes`, at most 2^31 - 1, written in one piece; closed.
+  /// Fails with 70 when there is a file that is hidden, a file of the system's, or read-only.
+  virtual void Create(const std::string& path, std::string_view bytes) = 0;
 
   /// Puts `bytes` in the place of the file `path` so that any reader, a crash or a full disk sees
   /// the old file or the new one, whole. Creates the file when it is missing.
@@ -30,6 +54,10 @@ class Files {
 
   /// Creates one folder. Fails with 75 when it exists, with 76 when its parent does not.
   virtual void CreateFolder(const std::string& path) = 0;
+
+  /// Whether there is, under this very path, a link to another place of the file system: a symbolic
+  /// link or a mount point.
+  virtual bool IsLink(const std::string& path) const = 0;
 
   /// When the file was last written, in local time.
   virtual LocalTime LastModified(const std::string& path) const = 0;

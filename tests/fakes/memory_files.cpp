@@ -1,12 +1,36 @@
 #include "fakes/memory_files.h"
 
 #include <stdexcept>
+#include <utility>
 
 namespace kitbay::fakes {
 
 using base::Failure;
 using base::RuntimeError;
 using platform::LocalTime;
+
+/// A file of the tree, held open.
+class MemoryFileReader : public platform::FileReader {
+ public:
+  MemoryFileReader(const MemoryFiles& files, std::string path, const MemoryFiles::Entry& entry)
+      : files_(files), path_(std::move(path)), entry_(entry) {
+    ++entry_.readers;
+  }
+  ~MemoryFileReader() override { --entry_.readers; }
+  MemoryFileReader(const MemoryFileReader&) = delete;
+  MemoryFileReader& operator=(const MemoryFileReader&) = delete;
+
+  std::uint64_t Size() const override { return entry_.bytes.size(); }
+  std::size_t ReadAt(std::uint64_t place, char* bytes, std::size_t length) const override {
+    files_.Record("ReadAt " + path_);
+    return place >= Size() ? 0 : entry_.bytes.copy(bytes, length, static_cast<std::size_t>(place));
+  }
+
+ private:
+  const MemoryFiles& files_;
+  std::string path_;
+  const MemoryFiles::Entry& entry_;
+};
 
 MemoryFiles::MemoryFiles() { AddFolder("C:"); }
 
@@ -35,9 +59,24 @@ std::string MemoryFiles::Read(const std::string& path) const {
   return OpenForReading(path).bytes;
 }
 
+std::unique_ptr<platform::FileReader> MemoryFiles::Open(const std::string& path) const {
+  Record("Open " + path);
+  return std::make_unique<MemoryFileReader>(*this, path, OpenForReading(path));
+}
+
 void MemoryFiles::Write(const std::string& path, std::string_view bytes) {
   Record("Write " + path);
   CheckWritable(path);
+  Put(path, bytes);
+}
+
+void MemoryFiles::Create(const std::string& path, std::string_view bytes) {
+  Record("Create " + path);
+  CheckWritable(path);
+  const Entry* entry = Find(ParsePath(path));
+  if (entry != nullptr && entry->hidden) {
+    throw Failure(RuntimeError::kPermissionDenied);
+  }
   Put(path, bytes);
 }
 
@@ -54,6 +93,12 @@ void MemoryFiles::CreateFolder(const std::string& path) {
     throw Failure(RuntimeError::kPathFileAccessError);
   }
   MakeFolder(parsed);
+}
+
+bool MemoryFiles::IsLink(const std::string& path) const {
+  Record("IsLink " + path);
+  const Entry* entry = Find(ParsePath(path));
+  return entry != nullptr && entry->is_link;
 }
 
 LocalTime MemoryFiles::LastModified(const std::string& path) const {
@@ -93,6 +138,10 @@ void MemoryFiles::AddFolder(const std::string& path) {
 void MemoryFiles::SetReadOnly(const std::string& path, bool read_only) {
   Demand(path).read_only = read_only;
 }
+
+void MemoryFiles::SetHidden(const std::string& path, bool hidden) { Demand(path).hidden = hidden; }
+
+void MemoryFiles::SetLink(const std::string& path, bool is_link) { Demand(path).is_link = is_link; }
 
 void MemoryFiles::SetUnwritable(const std::string& folder, bool unwritable) {
   Demand(folder).unwritable = unwritable;
@@ -181,7 +230,8 @@ void MemoryFiles::CheckWritable(const std::string& path) const {
   const WindowsPath parsed = CheckPlace(path);
   const Entry* entry = Find(parsed);
   if (Find(parsed.Parent())->unwritable ||
-      (entry != nullptr && (entry->is_folder || entry->read_only || entry->in_use))) {
+      (entry != nullptr &&
+       (entry->is_folder || entry->read_only || entry->in_use || entry->readers > 0))) {
     throw Failure(RuntimeError::kPermissionDenied);
   }
   const auto failing = failing_writes_.find(parsed.Key());
@@ -229,7 +279,7 @@ void MemoryFiles::Delete(const WindowsPath& path, bool force) {
     }
   }
   const Entry& entry = *Find(path);
-  const bool kept = entry.in_use || (entry.read_only && !force);
+  const bool kept = entry.in_use || entry.readers > 0 || (entry.read_only && !force);
   if (kept || path.parts.empty() || Find(path.Parent())->unwritable) {
     throw Failure(RuntimeError::kPermissionDenied);
   }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <optional>
@@ -24,9 +25,12 @@ class MemoryFiles : public platform::Files {
 
   bool Exists(const std::string& path) const override;
   std::string Read(const std::string& path) const override;
+  std::unique_ptr<platform::FileReader> Open(const std::string& path) const override;
   void Write(const std::string& path, std::string_view bytes) override;
+  void Create(const std::string& path, std::string_view bytes) override;
   void Replace(const std::string& path, std::string_view bytes) override;
   void CreateFolder(const std::string& path) override;
+  bool IsLink(const std::string& path) const override;
   platform::LocalTime LastModified(const std::string& path) const override;
 
   // What tests arrange. None of it counts as an operation.
@@ -37,7 +41,14 @@ class MemoryFiles : public platform::Files {
   /// Puts a folder there and creates its drive and the folders above it.
   void AddFolder(const std::string& path);
 
+  /// Makes what is there a link. Where it leads is not followed: what a test has written through it
+  /// turns up below it.
+  void SetLink(const std::string& path, bool is_link = true);
+
   void SetReadOnly(const std::string& path, bool read_only = true);
+
+  /// Marks the file as hidden.
+  void SetHidden(const std::string& path, bool hidden = true);
 
   /// Nothing can be created, written or deleted directly in the folder.
   void SetUnwritable(const std::string& folder, bool unwritable = true);
@@ -74,6 +85,7 @@ class MemoryFiles : public platform::Files {
 
  private:
   friend class MemoryFileSystemObject;
+  friend class MemoryFileReader;
   friend class MemoryTextStream;
 
   struct Entry {
@@ -83,6 +95,9 @@ class MemoryFiles : public platform::Files {
     bool read_only = false;
     bool unwritable = false;
     bool in_use = false;
+    bool hidden = false;
+    bool is_link = false;
+    mutable int readers = 0;
     platform::LocalTime last_modified = {};
   };
 

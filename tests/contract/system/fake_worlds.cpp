@@ -29,6 +29,11 @@ class MemoryFilesWorld : public FilesWorld {
     files_.SetLastModified(path, time);
   }
   void HoldOpen(const std::string& path) override { files_.SetInUse(path); }
+  bool MakeLink(const std::string& path, const std::string& /*target*/) override {
+    files_.AddFolder(path);
+    files_.SetLink(path);
+    return true;
+  }
   std::vector<std::string> Names(const std::string& folder) const override {
     return files_.Names(folder);
   }

@@ -24,6 +24,9 @@ class FilesWorld {
 
   /// Has another program open the file for itself alone, until the end of the test.
   virtual void HoldOpen(const std::string& path) = 0;
+
+  /// Makes `path` a link to the folder `target`, and says whether this system can.
+  virtual bool MakeLink(const std::string& path, const std::string& target) = 0;
   virtual std::vector<std::string> Names(const std::string& folder) const = 0;
 };
 
@@ -36,6 +39,12 @@ class FilesContract : public testing::TestWithParam<std::unique_ptr<FilesWorld> 
   }
   int WriteFailure(const std::string& path) {
     return FailureNumber([&] { files().Write(path, "new"); });
+  }
+  int CreateFailure(const std::string& path) {
+    return FailureNumber([&] { files().Create(path, "new"); });
+  }
+  int OpenFailure(const std::string& path) {
+    return FailureNumber([&] { files().Open(path); });
   }
   int ReplaceFailure(const std::string& path) {
     return FailureNumber([&] { files().Replace(path, "new"); });
@@ -131,7 +140,9 @@ TEST_P(FilesContract, ReadTellsWhatIsMissing) {
 TEST_P(FilesContract, AFolderInPlaceOfAFileIsDenied) {
   files().CreateFolder(In("sub"));
   EXPECT_EQ(ReadFailure(In("sub")), 70);
+  EXPECT_EQ(OpenFailure(In("sub")), 70);
   EXPECT_EQ(WriteFailure(In("sub")), 70);
+  EXPECT_EQ(CreateFailure(In("sub")), 70);
   EXPECT_EQ(ReplaceFailure(In("sub")), 70);
   EXPECT_EQ(world_->Names(world_->folder()), std::vector<std::string>{"sub"});
 }
@@ -140,6 +151,7 @@ TEST_P(FilesContract, AReadOnlyFileIsReadButNotWritten) {
   files().Write(In("a.txt"), "old");
   world_->SetReadOnly(In("a.txt"));
   EXPECT_EQ(WriteFailure(In("a.txt")), 70);
+  EXPECT_EQ(CreateFailure(In("a.txt")), 70);
   EXPECT_EQ(ReplaceFailure(In("a.txt")), 70);
   EXPECT_EQ(files().Read(In("a.txt")), "old");
   EXPECT_EQ(world_->Names(world_->folder()), std::vector<std::string>{"a.txt"});
@@ -149,7 +161,9 @@ TEST_P(FilesContract, AFileThatAnotherProgramHoldsIsDenied) {
   files().Write(In("a.txt"), "old");
   world_->HoldOpen(In("a.txt"));
   EXPECT_EQ(ReadFailure(In("a.txt")), 70);
+  EXPECT_EQ(OpenFailure(In("a.txt")), 70);
   EXPECT_EQ(WriteFailure(In("a.txt")), 70);
+  EXPECT_EQ(CreateFailure(In("a.txt")), 70);
   EXPECT_EQ(ReplaceFailure(In("a.txt")), 70);
   EXPECT_EQ(world_->Names(world_->folder()), std::vector<std::string>{"a.txt"});
 }
@@ -159,6 +173,9 @@ TEST_P(FilesContract, WritingTellsThatTheFolderIsMissing) {
   EXPECT_EQ(WriteFailure(In("missing\\a.txt")), 76);
   EXPECT_EQ(WriteFailure(In("a.txt\\b.txt")), 76);
   EXPECT_EQ(WriteFailure(""), 76);
+  EXPECT_EQ(CreateFailure(In("missing\\a.txt")), 76);
+  EXPECT_EQ(CreateFailure(In("a.txt\\b.txt")), 76);
+  EXPECT_EQ(CreateFailure(""), 76);
   EXPECT_EQ(ReplaceFailure(In("missing\\a.txt")), 76);
   EXPECT_EQ(ReplaceFailure(In("a.txt\\b.txt")), 76);
   EXPECT_EQ(ReplaceFailure(""), 76);
@@ -168,10 +185,81 @@ TEST_P(FilesContract, ANameThatNoFileCanBearIsRefused) {
   using namespace std::string_literals;
   for (const std::string& name : {"a?.xml"s, "a*.xml"s, "a|b"s, "a<b>"s, "a\"b"s, "a\0b"s}) {
     EXPECT_EQ(WriteFailure(In(name)), 75) << name;
+    EXPECT_EQ(CreateFailure(In(name)), 75) << name;
     EXPECT_EQ(ReplaceFailure(In(name)), 75) << name;
     EXPECT_EQ(ReadFailure(In(name)), 75) << name;
   }
   EXPECT_EQ(world_->Names(world_->folder()), std::vector<std::string>{});
+}
+
+TEST_P(FilesContract, AnOpenFileIsReadAtAnyPlace) {
+  files().Write(In("bytes.bin"), EveryByte());
+  const auto reader = files().Open(In("BYTES.bin"));
+  EXPECT_EQ(reader->Size(), EveryByte().size());
+  std::string bytes(5, '.');
+  EXPECT_EQ(reader->ReadAt(250, bytes.data(), 5), 5U);
+  EXPECT_EQ(bytes, EveryByte().substr(250, 5));
+  EXPECT_EQ(reader->ReadAt(1, bytes.data(), 2), 2U);
+  EXPECT_EQ(bytes, EveryByte().substr(1, 2) + EveryByte().substr(252, 3));
+}
+
+TEST_P(FilesContract, ReadingEndsWithTheFile) {
+  files().Write(In("a.txt"), "12345");
+  const auto reader = files().Open(In("a.txt"));
+  std::string bytes(5, '.');
+  EXPECT_EQ(reader->ReadAt(3, bytes.data(), 5), 2U);
+  EXPECT_EQ(bytes, "45...");
+  EXPECT_EQ(reader->ReadAt(5, bytes.data(), 5), 0U);
+  EXPECT_EQ(reader->ReadAt(0x1'0000'0000, bytes.data(), 5), 0U);
+  EXPECT_EQ(bytes, "45...");
+}
+
+TEST_P(FilesContract, OpenTellsWhatIsMissing) {
+  files().Write(In("a.txt"), "");
+  EXPECT_EQ(OpenFailure(In("missing.txt")), 53);
+  EXPECT_EQ(OpenFailure(In("missing\\a.txt")), 76);
+  EXPECT_EQ(OpenFailure(In("a.txt\\b.txt")), 76);
+  EXPECT_EQ(OpenFailure(""), 76);
+}
+
+TEST_P(FilesContract, AFileThatIsOpenIsReadByOthersButNotWritten) {
+  files().Write(In("a.txt"), "old");
+  auto reader = files().Open(In("a.txt"));
+  EXPECT_EQ(files().Read(In("a.txt")), "old");
+  EXPECT_EQ(OpenFailure(In("a.txt")), 0);
+  EXPECT_EQ(WriteFailure(In("a.txt")), 70);
+  EXPECT_EQ(CreateFailure(In("a.txt")), 70);
+  EXPECT_EQ(ReplaceFailure(In("a.txt")), 70);
+  reader.reset();
+  EXPECT_EQ(WriteFailure(In("a.txt")), 0);
+  EXPECT_EQ(files().Read(In("a.txt")), "new");
+}
+
+TEST_P(FilesContract, CreateLeavesNothingOfALongerFile) {
+  files().Create(In("Ä.txt"), std::string(100'000, 'x'));
+  files().Create(In("ä.txt"), EveryByte());
+  EXPECT_EQ(files().Read(In("Ä.txt")), EveryByte());
+  EXPECT_EQ(world_->Names(world_->folder()), std::vector<std::string>{"Ä.txt"});
+}
+
+TEST_P(FilesContract, WhatIsNoLinkIsToldApart) {
+  files().CreateFolder(In("sub"));
+  files().Write(In("a.txt"), "");
+  EXPECT_FALSE(files().IsLink(In("sub")));
+  EXPECT_FALSE(files().IsLink(In("a.txt")));
+  EXPECT_FALSE(files().IsLink(In("missing")));
+  EXPECT_FALSE(files().IsLink(In("missing\\a.txt")));
+  EXPECT_FALSE(files().IsLink(In("*.txt")));
+}
+
+TEST_P(FilesContract, ALinkToAFolderIsALink) {
+  files().CreateFolder(In("target"));
+  if (!world_->MakeLink(In("link"), In("target"))) {
+    GTEST_SKIP() << "this system makes no links";
+  }
+  EXPECT_TRUE(files().IsLink(In("link")));
+  EXPECT_TRUE(files().IsLink(In("LINK\\")));
+  EXPECT_FALSE(files().IsLink(In("target")));
 }
 
 TEST_P(FilesContract, ReplacePutsTheNewBytesInPlace) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <limits>
 #include <memory>
+#include <utility>
 
 #include "platform/files.h"
 #include "platform/win32/system/handles.h"
@@ -27,13 +28,62 @@ LocalTime ToLocalTime(const FILETIME& time) {
   return {local.wYear, local.wMonth, local.wDay, local.wHour, local.wMinute, local.wSecond};
 }
 
+// How many bytes one call of the system can read or write.
+constexpr std::size_t kMostAtOnce = std::numeric_limits<DWORD>::max();
+
+/// Fails as opening a file does when `file` is none; `error` is what the system said then.
+void DemandOpen(const UniqueFile& file, DWORD error) {
+  if (!file) {
+    throw FileFailure(error);
+  }
+}
+
+class Win32FileReader : public FileReader {
+ public:
+  explicit Win32FileReader(UniqueFile file) : file_(std::move(file)) {
+    LARGE_INTEGER size{};
+    if (!GetFileSizeEx(file_.get(), &size)) {
+      throw FileFailure(GetLastError());
+    }
+    size_ = static_cast<std::uint64_t>(size.QuadPart);
+  }
+
+  std::uint64_t Size() const override { return size_; }
+
+  std::size_t ReadAt(std::uint64_t place, char* bytes, std::size_t length) const override {
+    std::size_t done = 0;
+    while (done < length && place + done < size_) {
+      OVERLAPPED from{};
+      from.Offset = static_cast<DWORD>(place + done);
+      from.OffsetHigh = static_cast<DWORD>((place + done) >> 32U);
+      const auto wanted = static_cast<DWORD>(std::min(length - done, kMostAtOnce));
+      DWORD read = 0;
+      if (!ReadFile(file_.get(), bytes + done, wanted, &read, &from)) {
+        throw FileFailure(GetLastError());
+      }
+      if (read == 0) {
+        break;
+      }
+      done += read;
+    }
+    return done;
+  }
+
+ private:
+  UniqueFile file_;
+  std::uint64_t size_ = 0;
+};
+
 class Win32Files : public Files {
  public:
   bool Exists(const std::string& path) const override;
   std::string Read(const std::string& path) const override;
+  std::unique_ptr<FileReader> Open(const std::string& path) const override;
   void Write(const std::string& path, std::string_view bytes) override;
+  void Create(const std::string& path, std::string_view bytes) override;
   void Replace(const std::string& path, std::string_view bytes) override;
   void CreateFolder(const std::string& path) override;
+  bool IsLink(const std::string& path) const override;
   LocalTime LastModified(const std::string& path) const override;
 };
 
@@ -55,10 +105,7 @@ bool Win32Files::Exists(const std::string& path) const {
 std::string Win32Files::Read(const std::string& path) const {
   const UniqueFile file(CreateFileW(ToSystemPath(path).c_str(), GENERIC_READ, kShareAll, nullptr,
                                     OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
-  const DWORD open_error = GetLastError();
-  if (!file) {
-    throw FileFailure(open_error);
-  }
+  DemandOpen(file, GetLastError());
   LARGE_INTEGER size{};
   if (!GetFileSizeEx(file.get(), &size)) {
     throw FileFailure(GetLastError());
@@ -70,7 +117,6 @@ std::string Win32Files::Read(const std::string& path) const {
   bytes.resize(static_cast<std::size_t>(size.QuadPart));
   std::size_t done = 0;
   while (done < bytes.size()) {
-    constexpr std::size_t kMostAtOnce = std::numeric_limits<DWORD>::max();
     const auto wanted = static_cast<DWORD>(std::min(bytes.size() - done, kMostAtOnce));
     DWORD read = 0;
     if (!ReadFile(file.get(), bytes.data() + done, wanted, &read, nullptr)) {
@@ -85,15 +131,26 @@ std::string Win32Files::Read(const std::string& path) const {
   return bytes;
 }
 
+std::unique_ptr<FileReader> Win32Files::Open(const std::string& path) const {
+  UniqueFile file(CreateFileW(ToSystemPath(path).c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
+                              OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+  DemandOpen(file, GetLastError());
+  return std::make_unique<Win32FileReader>(std::move(file));
+}
+
 void Win32Files::Write(const std::string& path, std::string_view bytes) {
   const std::wstring system_path = ToSystemPath(path);
   const DWORD attributes = DemandOverwritable(system_path);
   const UniqueFile file(CreateFileW(system_path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
                                     CREATE_ALWAYS, attributes, nullptr));
-  const DWORD error = GetLastError();
-  if (!file) {
-    throw FileFailure(error);
-  }
+  DemandOpen(file, GetLastError());
+  WriteAll(file.get(), bytes);
+}
+
+void Win32Files::Create(const std::string& path, std::string_view bytes) {
+  const UniqueFile file(CreateFileW(ToSystemPath(path).c_str(), GENERIC_READ | GENERIC_WRITE,
+                                    FILE_SHARE_READ, nullptr, CREATE_ALWAYS, 0, nullptr));
+  DemandOpen(file, GetLastError());
   WriteAll(file.get(), bytes);
 }
 
@@ -108,6 +165,18 @@ void Win32Files::CreateFolder(const std::string& path) {
   if (!CreateDirectoryW(ToSystemPath(path).c_str(), nullptr)) {
     throw FileFailure(GetLastError());
   }
+}
+
+bool Win32Files::IsLink(const std::string& path) const {
+  const std::wstring system_path = ToSystemPath(path);
+  const DWORD attributes = GetFileAttributesW(system_path.c_str());
+  if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0) {
+    return false;
+  }
+  WIN32_FIND_DATAW found{};
+  const UniqueFind listing(FindFirstFileW(system_path.c_str(), &found));
+  // Other reparse points, such as files that are kept in the cloud, lead nowhere else.
+  return !listing || IsReparseTagNameSurrogate(found.dwReserved0);
 }
 
 LocalTime Win32Files::LastModified(const std::string& path) const {

@@ -10,6 +10,7 @@
 #include "contract/system/libraries_contract.h"
 #include "contract/system/registry_contract.h"
 #include "contract/system/version_resource_contract.h"
+#include "contract/system/win32/folder_link.h"
 #include "contract/system/win32/message_box_user.h"
 #include "contract/system/win32/scratch_folder.h"
 #include "contract/system/win32/test_window.h"
@@ -58,6 +59,9 @@ class Win32FilesWorld : public FilesWorld {
     held_.emplace_back(CreateFileW(ToSystemPath(path).c_str(), GENERIC_READ, 0, nullptr,
                                    OPEN_EXISTING, 0, nullptr));
     ASSERT_TRUE(held_.back());
+  }
+  bool MakeLink(const std::string& path, const std::string& target) override {
+    return MakeFolderLink(ToUtf16(path), ToUtf16(target));
   }
   std::vector<std::string> Names(const std::string& folder) const override {
     std::vector<std::string> names;

@@ -1,0 +1,44 @@
+#include "contract/system/win32/folder_link.h"
+
+#include <windows.h>
+
+#include "platform/win32/system/handles.h"
+
+namespace kitbay::contract {
+namespace {
+
+bool IsReparsePoint(const std::wstring& path) {
+  const DWORD attributes = GetFileAttributesW(path.c_str());
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
+}
+
+// Wine does not make links, but shows those of the machine below it, which "ln" makes.
+void LinkBelowWine(const std::wstring& path, const std::wstring& target) {
+  const std::size_t name = path.rfind(L'\\') + 1;
+  const std::wstring folder = path.substr(0, name);
+  std::wstring command =
+      L"ln -s \"" + target.substr(target.rfind(L'\\') + 1) + L"\" \"" + path.substr(name) + L"\"";
+  STARTUPINFOW start{};
+  start.cb = sizeof(start);
+  PROCESS_INFORMATION started{};
+  if (CreateProcessW(L"\\\\?\\unix\\bin\\ln", command.data(), nullptr, nullptr, FALSE, 0, nullptr,
+                     folder.c_str(), &start, &started)) {
+    const platform::win32::UniqueKernelObject process(started.hProcess);
+    const platform::win32::UniqueKernelObject thread(started.hThread);
+    WaitForSingleObject(process.get(), INFINITE);
+  }
+}
+
+}  // namespace
+
+bool MakeFolderLink(const std::wstring& path, const std::wstring& target) {
+  constexpr DWORD kForEveryUser = 2;  // where the system is in developer mode
+  CreateSymbolicLinkW(path.c_str(), target.c_str(), SYMBOLIC_LINK_FLAG_DIRECTORY | kForEveryUser);
+  if (!IsReparsePoint(path) &&
+      GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr) {
+    LinkBelowWine(path, target);
+  }
+  return IsReparsePoint(path);
+}
+
+}  // namespace kitbay::contract
