@@ -11,6 +11,10 @@ std::string ToLower(std::string_view text);
 /// `text` without blanks at either end. Only the blank itself counts, not tabs or line ends.
 std::string Trim(std::string_view text);
 
+/// Whether `text` is UTF-8: no byte out of place, no spelling longer than needed, no surrogate and
+/// nothing past U+10FFFF.
+bool IsUtf8(std::string_view text);
+
 /// What follows the last "/" of `text`, or all of it when there is none.
 std::string AfterLastSlash(std::string_view text);
 

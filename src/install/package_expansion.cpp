@@ -1,0 +1,118 @@
+#include "install/package_expansion.h"
+
+#include <algorithm>
+#include <limits>
+#include <memory>
+#include <new>
+
+#include "base/failure.h"
+#include "base/guarded.h"
+#include "install/entry_names.h"
+#include "install/zip_archive.h"
+
+namespace kitbay::install {
+namespace {
+
+using base::Failure;
+using base::guarded;
+using base::RuntimeError;
+
+constexpr const char* kProcedure = "Kitbay...ExpandZipFile";
+
+// What one call can read, and one call can write.
+constexpr std::uint64_t kLargestEntry = std::numeric_limits<std::int32_t>::max();
+
+/// Memory, not cleared, for one entry after the other.
+class Buffer {
+ public:
+  explicit Buffer(const ZipEntry& largest) {
+    if (largest.size <= kLargestEntry) {
+      size_ = static_cast<std::size_t>(largest.size) + 1;
+      bytes_.reset(new (std::nothrow) char[size_]);
+    }
+    if (bytes_ == nullptr) {
+      throw Failure(RuntimeError::kOutOfMemory, Printable(largest.name));
+    }
+  }
+  std::span<char> bytes() { return {bytes_.get(), size_}; }
+
+ private:
+  std::size_t size_ = 0;
+  std::unique_ptr<char[]> bytes_;  // NOLINT(modernize-avoid-c-arrays): memory that is not cleared
+};
+
+/// Judges all entries of the archive, and returns the largest of them.
+ZipEntry Judge(ZipArchive& archive, EntryNames names) {
+  ZipEntry largest;
+  for (bool there = archive.GoToFirst(); there; there = archive.GoToNext()) {
+    ZipEntry entry = archive.Entry();
+    EntryNames::DemandPlain(entry.name, entry.size == 0);
+    if (entry.size > 0) {
+      names.DemandNoLink(entry.name);
+    }
+    if (entry.size > largest.size) {
+      largest = std::move(entry);
+    }
+  }
+  return largest;
+}
+
+}  // namespace
+
+bool PackageExpansion::ExpandZipFile(std::string& destination, const std::string& archive_path) {
+  bool expanded = false;
+  guarded(log_, kProcedure, [&] {
+    if (!destination.ends_with('\\')) {
+      destination += '\\';
+    }
+    expanded = files_.Exists(archive_path) && ExpandInto(destination, archive_path);
+  });
+  return expanded;
+}
+
+bool PackageExpansion::ExpandInto(const std::string& destination, const std::string& archive_path) {
+  ZipArchive archive(files_, archive_path);
+  if (!archive.is_open()) {
+    log_.LogError(log_.TimeText(), kProcedure, 0, "Source file is currept");
+    return false;
+  }
+  Buffer buffer(Judge(archive, EntryNames(files_, destination)));
+  for (bool there = archive.GoToFirst(); there; there = archive.GoToNext()) {
+    ExpandEntry(archive, destination, buffer.bytes());
+  }
+  return true;
+}
+
+void PackageExpansion::ExpandEntry(ZipArchive& archive, const std::string& destination,
+                                   std::span<char> buffer) {
+  const ZipEntry entry = archive.Entry();
+  if (entry.size == 0) {
+    return;
+  }
+  if (entry.size > buffer.size()) {
+    throw Failure(RuntimeError::kOutOfMemory, Printable(entry.name));
+  }
+  MakeFolders(destination, entry.name);
+  const std::span<char> bytes = buffer.first(static_cast<std::size_t>(entry.size));
+  archive.Read(bytes);
+  guarded(log_, kProcedure, [&] {
+    try {
+      files_.Create(destination + entry.name, {bytes.data(), bytes.size()});
+    } catch (const Failure& failure) {
+      throw Failure(failure.number(), failure.description() + ": " + entry.name);
+    }
+  });
+  archive.CloseEntry();
+}
+
+void PackageExpansion::MakeFolders(const std::string& destination, const std::string& name) {
+  std::size_t separator = name.find('\\');
+  for (; separator != std::string::npos; separator = name.find('\\', separator + 1)) {
+    const std::string folder = destination + name.substr(0, separator);
+    if (!files_.Exists(folder)) {
+      files_.CreateFolder(folder);
+    }
+  }
+}
+
+}  // namespace kitbay::install
