@@ -45,7 +45,7 @@ class Files {
 
   /// Creates the file anew in three calls of the system: created for reading and writing, others
   /// let read only, without any attribute; `bytes`, at most 2^31 - 1, written in one piece; closed.
-  /// Fails with 70 when there is a file that is hidden, a file of the system's, or read-only.
+  /// Fails with 70 when there is a file that is read-only, or marked as hidden or as the system's.
   virtual void Create(const std::string& path, std::string_view bytes) = 0;
 
   /// Puts `bytes` in the place of the file `path` so that any reader, a crash or a full disk sees

@@ -73,10 +73,6 @@ void MemoryFiles::Write(const std::string& path, std::string_view bytes) {
 void MemoryFiles::Create(const std::string& path, std::string_view bytes) {
   Record("Create " + path);
   CheckWritable(path);
-  const Entry* entry = Find(ParsePath(path));
-  if (entry != nullptr && entry->hidden) {
-    throw Failure(RuntimeError::kPermissionDenied);
-  }
   Put(path, bytes);
 }
 
@@ -138,8 +134,6 @@ void MemoryFiles::AddFolder(const std::string& path) {
 void MemoryFiles::SetReadOnly(const std::string& path, bool read_only) {
   Demand(path).read_only = read_only;
 }
-
-void MemoryFiles::SetHidden(const std::string& path, bool hidden) { Demand(path).hidden = hidden; }
 
 void MemoryFiles::SetLink(const std::string& path, bool is_link) { Demand(path).is_link = is_link; }
 

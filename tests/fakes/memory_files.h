@@ -47,9 +47,6 @@ class MemoryFiles : public platform::Files {
 
   void SetReadOnly(const std::string& path, bool read_only = true);
 
-  /// Marks the file as hidden.
-  void SetHidden(const std::string& path, bool hidden = true);
-
   /// Nothing can be created, written or deleted directly in the folder.
   void SetUnwritable(const std::string& folder, bool unwritable = true);
 
@@ -95,7 +92,6 @@ class MemoryFiles : public platform::Files {
     bool read_only = false;
     bool unwritable = false;
     bool in_use = false;
-    bool hidden = false;
     bool is_link = false;
     mutable int readers = 0;
     platform::LocalTime last_modified = {};

@@ -148,7 +148,9 @@ void Win32Files::Write(const std::string& path, std::string_view bytes) {
 }
 
 void Win32Files::Create(const std::string& path, std::string_view bytes) {
-  const UniqueFile file(CreateFileW(ToSystemPath(path).c_str(), GENERIC_READ | GENERIC_WRITE,
+  const std::wstring system_path = ToSystemPath(path);
+  DemandOverwritable(system_path);
+  const UniqueFile file(CreateFileW(system_path.c_str(), GENERIC_READ | GENERIC_WRITE,
                                     FILE_SHARE_READ, nullptr, CREATE_ALWAYS, 0, nullptr));
   DemandOpen(file, GetLastError());
   WriteAll(file.get(), bytes);
@@ -175,8 +177,9 @@ bool Win32Files::IsLink(const std::string& path) const {
   }
   WIN32_FIND_DATAW found{};
   const UniqueFind listing(FindFirstFileW(system_path.c_str(), &found));
-  // Other reparse points, such as files that are kept in the cloud, lead nowhere else.
-  return !listing || IsReparseTagNameSurrogate(found.dwReserved0);
+  // Some reparse points, such as files that are kept in the cloud, lead nowhere else. Wine does not
+  // say of which kind one is.
+  return !listing || found.dwReserved0 == 0 || IsReparseTagNameSurrogate(found.dwReserved0);
 }
 
 LocalTime Win32Files::LastModified(const std::string& path) const {

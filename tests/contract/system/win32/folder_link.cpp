@@ -12,12 +12,15 @@ bool IsReparsePoint(const std::wstring& path) {
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
 }
 
-// Wine does not make links, but shows those of the machine below it, which "ln" makes.
+// Wine does not make links, but shows those of the machine below it, which "ln" makes. That program
+// is no process to Wine; what it did is.
 void LinkBelowWine(const std::wstring& path, const std::wstring& target) {
   const std::size_t name = path.rfind(L'\\') + 1;
   const std::wstring folder = path.substr(0, name);
   std::wstring command =
       L"ln -s \"" + target.substr(target.rfind(L'\\') + 1) + L"\" \"" + path.substr(name) + L"\"";
+  const HANDLE change = FindFirstChangeNotificationW(
+      folder.c_str(), FALSE, FILE_NOTIFY_CHANGE_DIR_NAME | FILE_NOTIFY_CHANGE_FILE_NAME);
   STARTUPINFOW start{};
   start.cb = sizeof(start);
   PROCESS_INFORMATION started{};
@@ -25,8 +28,9 @@ void LinkBelowWine(const std::wstring& path, const std::wstring& target) {
                      folder.c_str(), &start, &started)) {
     const platform::win32::UniqueKernelObject process(started.hProcess);
     const platform::win32::UniqueKernelObject thread(started.hThread);
-    WaitForSingleObject(process.get(), INFINITE);
+    WaitForSingleObject(change, 10'000);
   }
+  FindCloseChangeNotification(change);
 }
 
 }  // namespace
