@@ -83,8 +83,7 @@ class Win32Libraries : public Libraries {
     const BOOL is_known = GetModuleInformation(GetCurrentProcess(), module, &place, sizeof(place));
     FreeLibrary(module);
     if (is_known) {
-      // Stays empty, so that the thread in the library never returns into another one.
-      VirtualAlloc(place.lpBaseOfDll, place.SizeOfImage, MEM_RESERVE, PAGE_NOACCESS);
+      guard_.KeepEmpty(place.lpBaseOfDll, place.SizeOfImage);
     }
   }
 

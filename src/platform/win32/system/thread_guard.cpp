@@ -12,11 +12,18 @@ struct WatchedThread {
   bool is_abandoned = false;
 };
 
+struct EmptyPlace {
+  ULONG_PTR begin = 0;
+  ULONG_PTR end = 0;
+};
+
 constexpr std::size_t kMostThreads = 64;
 
 // The system gives its handlers no argument to find an object by, and they outlive every guard.
 SRWLOCK g_lock = SRWLOCK_INIT;
 std::array<WatchedThread, kMostThreads> g_threads;
+std::array<EmptyPlace, kMostThreads> g_empty_places;
+DWORD g_owner = 0;
 LPTOP_LEVEL_EXCEPTION_FILTER g_previous_filter = nullptr;
 
 class ExclusiveLock {
@@ -27,12 +34,31 @@ class ExclusiveLock {
   ExclusiveLock& operator=(const ExclusiveLock&) = delete;
 };
 
+class SharedLock {
+ public:
+  SharedLock() { AcquireSRWLockShared(&g_lock); }
+  ~SharedLock() { ReleaseSRWLockShared(&g_lock); }
+  SharedLock(const SharedLock&) = delete;
+  SharedLock& operator=(const SharedLock&) = delete;
+};
+
 WatchedThread CurrentThread() {
-  AcquireSRWLockShared(&g_lock);
+  const SharedLock lock;
   const auto* thread = std::ranges::find(g_threads, GetCurrentThreadId(), &WatchedThread::id);
-  const WatchedThread found = thread == g_threads.end() ? WatchedThread{} : *thread;
-  ReleaseSRWLockShared(&g_lock);
-  return found;
+  return thread == g_threads.end() ? WatchedThread{} : *thread;
+}
+
+bool IsInEmptyPlace(ULONG_PTR address) {
+  const SharedLock lock;
+  return std::ranges::any_of(g_empty_places, [&](const EmptyPlace& place) {
+    return place.begin <= address && address < place.end;
+  });
+}
+
+/// Whether the calling thread has lost the code that it ran in at `address`.
+bool HasLostItsCode(ULONG_PTR address) {
+  return CurrentThread().is_abandoned ||
+         (GetCurrentThreadId() != g_owner && IsInEmptyPlace(address));
 }
 
 /// Whether the fault is that there is no code where the thread goes on.
@@ -44,9 +70,10 @@ bool IsWithoutCode(const EXCEPTION_RECORD& exception) {
 
 // Without the library's code there is no way back along the thread's stack, and the system would
 // end the process before it asks the filter below.
-LONG CALLBACK EndAbandonedThread(EXCEPTION_POINTERS* exception) {
-  if (IsWithoutCode(*exception->ExceptionRecord) && CurrentThread().is_abandoned) {
-    ExitThread(exception->ExceptionRecord->ExceptionCode);
+LONG CALLBACK EndLostThread(EXCEPTION_POINTERS* exception) {
+  const EXCEPTION_RECORD& record = *exception->ExceptionRecord;
+  if (IsWithoutCode(record) && HasLostItsCode(record.ExceptionInformation[1])) {
+    ExitThread(record.ExceptionCode);
   }
   return EXCEPTION_CONTINUE_SEARCH;
 }
@@ -66,7 +93,8 @@ bool HasEnded(const WatchedThread& thread) {
 
 ThreadGuard::ThreadGuard() {
   constexpr ULONG kAfterAllOthers = 0;
-  handler_ = AddVectoredExceptionHandler(kAfterAllOthers, &EndAbandonedThread);
+  handler_ = AddVectoredExceptionHandler(kAfterAllOthers, &EndLostThread);
+  g_owner = GetCurrentThreadId();
   const auto previous = SetUnhandledExceptionFilter(&EndFaultedThread);
   if (previous != &EndFaultedThread) {
     g_previous_filter = previous;
@@ -108,6 +136,17 @@ bool ThreadGuard::AbandonRunning() {
     }
   }
   return any;
+}
+
+void ThreadGuard::KeepEmpty(void* place, SIZE_T size) {
+  const ExclusiveLock lock;
+  auto* const entry =
+      std::ranges::find(g_empty_places, static_cast<ULONG_PTR>(0), &EmptyPlace::begin);
+  if (VirtualAlloc(place, size, MEM_RESERVE, PAGE_NOACCESS) == place &&
+      entry != g_empty_places.end()) {
+    const auto begin = reinterpret_cast<ULONG_PTR>(place);
+    *entry = {begin, begin + size};
+  }
 }
 
 void ThreadGuard::Close(HANDLE thread) {

@@ -24,6 +24,11 @@ class ThreadGuard {
   /// that have not been told of before.
   bool AbandonRunning();
 
+  /// Keeps the place of a library that was freed under a running thread empty, so that no other
+  /// library is loaded where a thread may return to, and ends every thread that does, whoever
+  /// started it, but not the one that made the guard.
+  void KeepEmpty(void* place, SIZE_T size);
+
   /// Closes the thread's handle and watches it no longer.
   void Close(HANDLE thread);
 

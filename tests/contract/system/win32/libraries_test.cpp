@@ -145,6 +145,18 @@ TEST_F(Win32LibrariesTest, NoLibraryTakesThePlaceThatAThreadReturnsTo) {
   libraries_->Free(twin);
 }
 
+TEST_F(Win32LibrariesTest, ThreadsOfAFreedLibraryAreEndedAsWell) {
+  const SlowLibrary slow;
+  const LibraryHandle library = libraries_->Load(Copy("OvlRestless"));
+  const ThreadHandle thread = Start(library);
+  ASSERT_EQ(libraries_->Wait(thread, 100), kThreadStillRuns);
+  libraries_->Free(library);
+  slow.LetReturn();
+  EXPECT_EQ(libraries_->Wait(thread, kLong), kThreadEnded);
+  EXPECT_EQ(libraries_->ExitCode(thread), 0xC0000005U);
+  libraries_->Close(thread);
+}
+
 TEST_F(Win32LibrariesTest, PlaceOfALibraryThatHasReturnedIsFreeAgain) {
   const LibraryHandle library = libraries_->Load(Copy("OvlRefusing"));
   const ThreadHandle thread = Start(library);
