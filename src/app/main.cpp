@@ -5,6 +5,7 @@
 #include "app/error_log_file.h"
 #include "app/main_form.h"
 #include "app/start_up.h"
+#include "app/update_source_form.h"
 #include "catalog/available_updates.h"
 #include "catalog/installed_components.h"
 #include "catalog/new_component_listing.h"
@@ -19,14 +20,6 @@ namespace kitbay::app {
 namespace {
 
 namespace win32 = platform::win32;
-
-// The dialog of update sources does not exist yet; its button does nothing.
-class NoPreferenceForm : public PreferenceForm {
- public:
-  void Show() override {}
-  void FocusUrlBox() override {}
-  void Unload() override {}
-};
 
 // Installed components cannot be changed yet: their buttons do nothing, and a package that has been
 // downloaded stays in the working folder.
@@ -91,6 +84,7 @@ int Run() {
   const auto suite_objects = win32::MakeSuiteObjects();
   const auto loop = win32::MakeMessageLoop();
   const auto window = win32::MakeMainWindow(*loop);
+  const auto preference_window = win32::MakePreferenceWindow(*loop);
 
   const win32::ProgramPlace place = win32::FindProgramPlace();
   base::Settings settings;
@@ -130,7 +124,8 @@ int Run() {
 
   InstallationCheck installation_check(log, *desktop, *keys, *window, settings);
   ManagerRegistration manager_registration(log, *active_objects);
-  NoPreferenceForm preference_form;
+  UpdateSourceForm preference_form(log, *files, source_file, *preference_window, *window, page,
+                                   update_driver);
   MainForm form({log, settings, *desktop, *keys, *suite_objects, *window, *loop, installation_check,
                  manager_registration, preference_form, page, page_events, sources, source_file,
                  update_driver, requests, transfer_events});

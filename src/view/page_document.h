@@ -18,6 +18,7 @@ class PageDocument {
     document_ = std::move(document);
   }
   void Drop() { document_.reset(); }
+  bool IsConnected() const { return document_ != nullptr; }
 
   platform::HtmlDocument& document() const;
 

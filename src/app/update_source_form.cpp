@@ -1,0 +1,13 @@
+#include "app/update_source_form.h"
+
+namespace kitbay::app {
+
+// The dialog may outlive the main window's page when the program ends; its additions are asked at
+// the next start then.
+void UpdateSourceForm::GetDirectoryPreferenceFile() {
+  if (page_.IsConnected()) {
+    driver_.GetDirectoryPreferenceFile();
+  }
+}
+
+}  // namespace kitbay::app
