@@ -1,0 +1,150 @@
+#pragma once
+
+#include <gmock/gmock.h>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "catalog/update_source_list.h"
+#include "fakes/fake_html_document.h"
+#include "fakes/fake_main_window.h"
+#include "fakes/memory_files.h"
+#include "fakes/recording_desktop.h"
+#include "fakes/recording_error_log.h"
+#include "install/install_session.h"
+#include "install/main_client.h"
+#include "update/update_requests.h"
+#include "view/page_buttons.h"
+#include "view/page_ids.h"
+#include "view/page_rows.h"
+
+namespace kitbay::install {
+
+/// The description of a failure for an element or object that is not there, number 91.
+inline constexpr const char* kNotSet = "Object variable or With block variable not set";
+
+/// How the main client's window is looked for.
+inline constexpr const char* kFindClient = "FindTopWindow [ThunderRT6FormDC] [OvlTessel]";
+
+/// A download object that keeps the request documents it takes.
+class RecordingDownloads : public platform::TransportObject {
+ public:
+  void SetUp(platform::OvTransportEvents& /*receiver*/) override {}
+  void Request(const std::string& document) override {
+    if (failure) {
+      throw base::Failure(*failure);
+    }
+    documents.push_back(document);
+  }
+  void ShutDown() override {}
+
+  std::vector<std::string> documents;
+  std::optional<base::Failure> failure;  ///< of every request
+};
+
+/// A desktop on which something happens while the user is asked.
+class BusyDesktop : public fakes::RecordingDesktop {
+ public:
+  int ShowMessage(const std::string& text, const std::string& title, int style) override {
+    if (while_asking) {
+      while_asking();
+    }
+    return RecordingDesktop::ShowMessage(text, title, style);
+  }
+
+  platform::WindowHandle FindTopWindow(const std::string& window_class,
+                                       const std::string& caption) override {
+    if (search_failure) {
+      throw base::Failure(*search_failure);
+    }
+    return RecordingDesktop::FindTopWindow(window_class, caption);
+  }
+
+  std::function<void()> while_asking;
+  std::optional<base::Failure> search_failure;
+};
+
+/// A page with rows of components, in the suite of C:\Ovalink and with the user's data in
+/// C:\Ana\CustomData. The main client is not running.
+class FlowTest : public ::testing::Test {
+ protected:
+  FlowTest() {
+    settings_.InstallFolder = "C:\\Ovalink";
+    settings_.CustomDataFolder = "C:\\Ana\\CustomData";
+    settings_.MainAppName = "Tessel Messenger";
+    settings_.MainAppExe = "Tessel.exe";
+    files_.AddFolder("C:\\Ana\\CustomData");
+    page_.Connect(html_);
+    requests_.SetDownloadObject(&downloads_);
+  }
+
+  void StartClient() { client_window_ = desktop_.AddWindow("ThunderRT6FormDC", "OvlTessel"); }
+  std::string CloseClient() const { return "SendClose " + std::to_string(client_window_.value); }
+
+  /// Appends a row with a Remove and an Update button to an installed list.
+  void AddInstalled(base::ComponentKind kind, const std::string& name, std::int16_t row) {
+    rows_.fillDivWithUpdates(view::kInstalledContainers[kind], name, "1.0.0.0", "Does things.", row,
+                             false, false);
+  }
+
+  /// Appends a row with an Install button to a list of new components.
+  void AddNew(base::ComponentKind kind, const std::string& name, std::int16_t row) {
+    rows_.showUpdates(view::kUpdatedContainers[kind], name, "2.0.0.0", "Does things.", row);
+  }
+
+  /// The row of that place in a container.
+  platform::HtmlNodeRef Row(const std::string& container, int place = 0) const {
+    return html_->ById(container)->Child(place);
+  }
+
+  /// A button of a row; in an installed row Remove comes first and then Update.
+  platform::HtmlNodeRef Button(const std::string& container, int place, int button) const {
+    return Row(container, place)->Child(1)->Child(0)->Child(1)->Child(button);
+  }
+
+  /// Lets the present click be on that button of an installed row.
+  platform::HtmlNodeRef Click(base::ComponentKind kind, int place, int button) {
+    platform::HtmlNodeRef clicked = Button(view::kInstalledContainers[kind], place, button);
+    html_->set_event_source(clicked);
+    return clicked;
+  }
+
+  int RowCount(const std::string& container) const { return html_->ById(container)->ChildCount(); }
+  std::string Status() { return window_.status_bar().PanelText(platform::kStatusPanel); }
+
+  static fakes::LogEntry Entry(const std::string& procedure, int number,
+                               const std::string& description) {
+    return fakes::RecordingErrorLog::Entry(procedure, number, description);
+  }
+
+  static constexpr int kRemove = 0;
+  static constexpr int kUpdate = 1;
+
+  fakes::RecordingErrorLog log_;
+  fakes::MemoryFiles files_;
+  BusyDesktop desktop_;
+  fakes::FakeMainWindow window_{""};
+  RecordingDownloads downloads_;
+  base::Settings settings_;
+  std::shared_ptr<fakes::FakeHtmlDocument> html_ = std::make_shared<fakes::FakeHtmlDocument>(
+      "<div id='installedaddons'></div><div id='installedtransports'></div>"
+      "<div id='installedchannels'></div><div id='updatedaddons'></div>"
+      "<div id='updatedtransports'></div><div id='updatedchannels'></div>");
+  view::PageDocument page_;
+  view::ViewState state_;
+  view::PageRows rows_{log_, page_, state_};
+  view::PageButtons buttons_{log_, page_, state_, window_};
+  catalog::UpdateSourceList sources_;
+  catalog::NewComponents new_components_;
+  update::PendingPackages pending_packages_;
+  update::UpdateRequests requests_{log_,     settings_,       window_,
+                                   sources_, new_components_, pending_packages_};
+  InstallSession session_;
+  MainClient main_client_{log_, settings_, desktop_};
+  platform::WindowHandle client_window_;
+};
+
+}  // namespace kitbay::install

@@ -1,0 +1,399 @@
+// From the click on Update to the request for the package.
+#include "install/update_flows.h"
+
+#include "flow_fixture.h"
+
+namespace kitbay::install {
+namespace {
+
+using base::ComponentKind;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+constexpr base::PerKind<const char*> kLists = {
+    .addon = "addons", .transport = "transports", .channel = "channels"};
+constexpr base::PerKind<const char*> kElements = {
+    .addon = "addon", .transport = "transport", .channel = "channel"};
+constexpr base::PerKind<const char*> kProcedures = {.addon = "Kitbay::UpdateInstalledAddon",
+                                                    .transport = "Kitbay::UpdateInstalledTransport",
+                                                    .channel = "Kitbay::UpdateInstalledChannel"};
+
+class Update : public FlowTest {
+ protected:
+  Update() { sources_.UpdateSources = {"updates.example/suite/list.xml"}; }
+
+  static std::string Offer(const std::string& id, const std::string& url) {
+    return "id='" + id + "'><name>Offered</name><version>2</version><description>d</description>" +
+           "<filename>f.dll</filename><url>" + url + "</url>";
+  }
+
+  /// Puts a manifest there with those entries of `kind`, each as `Offer` gives it.
+  void AddManifest(ComponentKind kind, const std::vector<std::string>& offers,
+                   const std::string& name = "list.xml") {
+    const std::string list = kLists[kind];
+    const std::string element = kElements[kind];
+    std::string text = "<components><" + list + ">";
+    for (const std::string& offer : offers) {
+      text += "<" + element + " " + offer + "</" + element + ">";
+    }
+    files_.AddFile("C:\\Ovalink\\Kitbay\\" + name, text + "</" + list + "></components>");
+  }
+
+  /// Clicks on Update in the row of that place.
+  void Press(ComponentKind kind, int place = 0) {
+    clicked_ = Click(kind, place, kUpdate);
+    switch (kind) {
+      case ComponentKind::kAddon:
+        return flows_.UpdateInstalledAddon();
+      case ComponentKind::kTransport:
+        return flows_.UpdateInstalledTransport();
+      case ComponentKind::kChannel:
+        return flows_.UpdateInstalledChannel();
+    }
+  }
+
+  /// A row of `kind` for "notes", and a manifest that offers it at `url`.
+  void Prepare(ComponentKind kind, const std::string& url = "http://p.example/a/notes-2.zip") {
+    AddInstalled(kind, "Notes", 4);
+    AddManifest(kind, {Offer("notes", url)});
+  }
+
+  static std::string Request(const std::string& server, const std::string& path,
+                             const std::string& name) {
+    return "<server>" + server + "</server><filetodownload>" + path +
+           "</filetodownload><destpath>C:\\Ovalink\\Temp\\" + name +
+           ".zip</destpath><progressevents>true</progressevents>";
+  }
+
+  bool NothingIsDownloaded() const {
+    return downloads_.documents.empty() && pending_packages_.addon.name.empty() &&
+           pending_packages_.transport.name.empty() && pending_packages_.channel.name.empty();
+  }
+
+  platform::HtmlNodeRef clicked_;
+  UpdateFlows flows_{{log_, settings_, files_, window_, page_, state_, buttons_, sources_,
+                      requests_, pending_packages_, main_client_, session_}};
+};
+
+class UpdateOfEachKind : public Update, public ::testing::WithParamInterface<ComponentKind> {};
+
+std::string KindName(const ::testing::TestParamInfo<ComponentKind>& info) {
+  return kElements[info.param];
+}
+
+INSTANTIATE_TEST_SUITE_P(Kinds, UpdateOfEachKind, ::testing::ValuesIn(base::kComponentKinds),
+                         KindName);
+
+TEST_P(UpdateOfEachKind, AsksForThePackageOfTheId) {
+  Prepare(GetParam());
+  Press(GetParam());
+  EXPECT_THAT(downloads_.documents, ElementsAre(Request("p.example", "a/notes-2.zip", "notes")));
+  const update::PendingPackage& pending = pending_packages_[GetParam()];
+  EXPECT_EQ(pending.file_path, "a/notes-2.zip");
+  EXPECT_EQ(pending.name, "notes");
+  EXPECT_EQ(pending.row_id, "4");
+  EXPECT_THAT(log_.entries, IsEmpty());
+}
+
+TEST_P(UpdateOfEachKind, NamesTheComponentInTheStatusBar) {
+  constexpr base::PerKind<const char*> kTexts = {.addon = "Downloading Notes addon.",
+                                                 .transport = "Downloading Notes",
+                                                 .channel = "Downloading Notes Channel."};
+  Prepare(GetParam());
+  Press(GetParam());
+  EXPECT_EQ(Status(), kTexts[GetParam()]);
+}
+
+TEST_P(UpdateOfEachKind, AsksBeforeItClosesARunningClient) {
+  constexpr base::PerKind<const char*> kNames = {
+      .addon = "Notes Addon", .transport = "Notes ", .channel = "Notes Channel"};
+  StartClient();
+  Prepare(GetParam());
+  Press(GetParam());
+  EXPECT_THAT(desktop_.calls(),
+              ElementsAre(kFindClient,
+                          std::string("ShowMessage [To Update ") + kNames[GetParam()] +
+                              " Tessel Messenger needs to be shut down. Tessel Messenger will "
+                              "restart after changes take effect.] [Kitbay] 1",
+                          CloseClient()));
+  EXPECT_TRUE(session_.restart);
+}
+
+TEST_P(UpdateOfEachKind, WithoutARunningClientItStartsWithoutAQuestionAndLeavesARestart) {
+  Prepare(GetParam());
+  Press(GetParam());
+  EXPECT_THAT(desktop_.calls(), ElementsAre(kFindClient));
+  EXPECT_TRUE(session_.restart);
+  EXPECT_TRUE(state_.update_in_progress);
+  EXPECT_EQ(downloads_.documents.size(), 1U);
+}
+
+TEST_P(UpdateOfEachKind, CancelChangesNothing) {
+  StartClient();
+  Prepare(GetParam());
+  desktop_.AddAnswer(platform::kAnswerCancel);
+  Press(GetParam());
+  EXPECT_FALSE(clicked_->Disabled());
+  EXPECT_TRUE(NothingIsDownloaded());
+  EXPECT_FALSE(session_.restart);
+  EXPECT_FALSE(state_.update_in_progress);
+  EXPECT_FALSE(state_.download_in_progress);
+  EXPECT_TRUE(desktop_.HasWindow(client_window_));
+  EXPECT_EQ(Status(), "");
+}
+
+TEST_P(UpdateOfEachKind, CancelLeavesAnEarlierRestartFlagAsItWas) {
+  StartClient();
+  Prepare(GetParam());
+  session_.restart = true;
+  state_.update_in_progress = true;
+  desktop_.AddAnswer(platform::kAnswerCancel);
+  Press(GetParam());
+  EXPECT_TRUE(session_.restart);
+  EXPECT_TRUE(state_.update_in_progress);
+}
+
+TEST_P(UpdateOfEachKind, AnIdInNoManifestDownloadsNothingAndLeavesTheClickedButtonOff) {
+  Prepare(GetParam());
+  AddInstalled(GetParam(), "Other", 5);
+  Press(GetParam(), 1);
+  EXPECT_TRUE(NothingIsDownloaded());
+  EXPECT_TRUE(clicked_->Disabled());
+  EXPECT_FALSE(Button(view::kInstalledContainers[GetParam()], 0, kUpdate)->Disabled());
+  EXPECT_FALSE(state_.download_in_progress);
+  EXPECT_TRUE(session_.restart);
+  EXPECT_THAT(log_.entries, IsEmpty());
+}
+
+TEST_P(UpdateOfEachKind, ARowWithoutVersionIsAnError) {
+  Prepare(GetParam());
+  Row(view::kInstalledContainers[GetParam()])->Child(0)->SetInnerText("Notes");
+  Press(GetParam());
+  EXPECT_THAT(log_.entries,
+              ElementsAre(Entry(kProcedures[GetParam()], 5, "Invalid procedure call or argument")));
+  EXPECT_TRUE(NothingIsDownloaded());
+  EXPECT_THAT(desktop_.calls(), IsEmpty());
+  EXPECT_FALSE(clicked_->Disabled());
+}
+
+TEST_P(UpdateOfEachKind, TheKindsOfAManifestAreNotMixed) {
+  AddInstalled(GetParam(), "Notes", 4);
+  for (const ComponentKind kind : base::kComponentKinds) {
+    if (kind != GetParam()) {
+      AddManifest(kind, {Offer("notes", "http://p.example/notes.zip")});
+      Press(GetParam());
+    }
+  }
+  EXPECT_TRUE(NothingIsDownloaded());
+}
+
+TEST_P(UpdateOfEachKind, AnOfferThatLacksATextIsLogged) {
+  constexpr base::PerKind<const char*> kLoggers = {.addon = "Kitbay::UpdateInstalledAddon",
+                                                   .transport = "Kitbay::UpdateInstalledTransport",
+                                                   .channel = "Kitbay::GetChannelInfo"};
+  AddInstalled(GetParam(), "Notes", 4);
+  AddManifest(GetParam(), {"id='notes'><name>N</name><version>2</version><url>p.example/n</url>"
+                           "<filename>f</filename>"});
+  Press(GetParam());
+  EXPECT_THAT(log_.entries, ElementsAre(Entry(kLoggers[GetParam()], 91, kNotSet)));
+  EXPECT_TRUE(NothingIsDownloaded());
+}
+
+TEST_F(Update, OnlyATransportNeedsAFileName) {
+  const std::string offer =
+      "id='notes'><name>N</name><version>2</version><description>d</description>"
+      "<url>p.example/n.zip</url>";
+  for (const ComponentKind kind : base::kComponentKinds) {
+    AddInstalled(kind, "Notes", 4);
+    AddManifest(kind, {offer});
+    Press(kind);
+  }
+  EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::UpdateInstalledTransport", 91, kNotSet)));
+  EXPECT_EQ(pending_packages_.addon.name, "notes");
+  EXPECT_EQ(pending_packages_.transport.name, "");
+  EXPECT_EQ(pending_packages_.channel.name, "notes");
+}
+
+TEST_F(Update, TheNameOfTheRowIsComparedWithTheIdWithoutLetterCase) {
+  AddInstalled(ComponentKind::kAddon, "NOTES", 1);
+  AddManifest(ComponentKind::kAddon, {Offer("Notes", "http://p.example/n.zip")});
+  Press(ComponentKind::kAddon);
+  EXPECT_THAT(downloads_.documents, ElementsAre(Request("p.example", "n.zip", "Notes")));
+  EXPECT_EQ(Status(), "Downloading NOTES addon.");
+}
+
+TEST_F(Update, TheNameOfTheRowIsNotComparedWithTheManifestsName) {
+  AddInstalled(ComponentKind::kAddon, "Offered", 1);
+  AddManifest(ComponentKind::kAddon, {Offer("notes", "http://p.example/n.zip")});
+  Press(ComponentKind::kAddon);
+  EXPECT_TRUE(NothingIsDownloaded());
+}
+
+TEST_F(Update, TheFirstEntryOfTheIdCounts) {
+  AddInstalled(ComponentKind::kChannel, "Notes", 1);
+  AddManifest(ComponentKind::kChannel,
+              {Offer("other", "http://p.example/0.zip"), Offer("notes", "http://p.example/1.zip"),
+               Offer("notes", "http://p.example/2.zip")});
+  Press(ComponentKind::kChannel);
+  EXPECT_THAT(downloads_.documents, ElementsAre(Request("p.example", "1.zip", "notes")));
+}
+
+TEST_F(Update, TheNameEndsBeforeTheFirstVersion) {
+  AddInstalled(ComponentKind::kAddon, "NotesVersion", 1);
+  AddManifest(ComponentKind::kAddon, {Offer("notes", "http://p.example/n.zip")});
+  Press(ComponentKind::kAddon);
+  EXPECT_EQ(session_.component_name, "Notes");
+  EXPECT_EQ(pending_packages_.addon.name, "notes");
+}
+
+TEST_F(Update, ATrailingBlankStaysPartOfTheName) {
+  StartClient();
+  AddInstalled(ComponentKind::kAddon, "Notes ", 1);
+  AddManifest(ComponentKind::kAddon, {Offer("notes", "http://p.example/n.zip")});
+  Press(ComponentKind::kAddon);
+  EXPECT_EQ(session_.component_name, "Notes ");
+  EXPECT_THAT(desktop_.calls()[1], ::testing::HasSubstr("[To Update Notes  Addon Tessel"));
+  EXPECT_TRUE(NothingIsDownloaded());
+}
+
+TEST_F(Update, TheClickedRowBecomesTheCurrentOne) {
+  AddInstalled(ComponentKind::kTransport, "Mail", 7);
+  AddInstalled(ComponentKind::kTransport, "Notes", 8);
+  Press(ComponentKind::kTransport, 1);
+  EXPECT_EQ(state_.current_row_id, "8");
+  EXPECT_EQ(session_.component_name, "Notes");
+}
+
+TEST_F(Update, TheOtherButtonsOfThePageAreOffMeanwhile) {
+  Prepare(ComponentKind::kAddon);
+  AddInstalled(ComponentKind::kChannel, "News", 1);
+  AddNew(ComponentKind::kTransport, "Mail", 1);
+  Press(ComponentKind::kAddon);
+  EXPECT_TRUE(clicked_->Disabled());
+  EXPECT_TRUE(Button("installedchannels", 0, kUpdate)->Disabled());
+  EXPECT_TRUE(Button("updatedtransports", 0, 0)->Disabled());
+  EXPECT_TRUE(state_.download_in_progress);
+}
+
+TEST_F(Update, OnlyTheFirstSourceIsAsked) {
+  sources_.UpdateSources = {"updates.example/empty.xml", "updates.example/list.xml"};
+  Prepare(ComponentKind::kAddon);
+  AddManifest(ComponentKind::kAddon, {}, "empty.xml");
+  Press(ComponentKind::kAddon);
+  EXPECT_TRUE(NothingIsDownloaded());
+  sources_.UpdateSources = {"updates.example/list.xml", "updates.example/empty.xml"};
+  Press(ComponentKind::kAddon);
+  EXPECT_EQ(downloads_.documents.size(), 1U);
+}
+
+TEST_F(Update, WithoutASourceThereIsNothingToAsk) {
+  Prepare(ComponentKind::kAddon);
+  sources_.UpdateSources.clear();
+  Press(ComponentKind::kAddon);
+  EXPECT_THAT(log_.entries,
+              ElementsAre(Entry("Kitbay::UpdateInstalledAddon", 9, "Subscript out of range")));
+  EXPECT_TRUE(NothingIsDownloaded());
+}
+
+TEST_F(Update, AManifestThatDoesNotLoadIsPassedOver) {
+  Prepare(ComponentKind::kAddon);
+  files_.AddFile("C:\\Ovalink\\Kitbay\\list.xml", "<html><br></html>");
+  Press(ComponentKind::kAddon);
+  EXPECT_TRUE(NothingIsDownloaded());
+  EXPECT_TRUE(clicked_->Disabled());
+  EXPECT_THAT(log_.entries, IsEmpty());
+}
+
+TEST_F(Update, AManifestIsOnlyLookedForInItsFolder) {
+  Prepare(ComponentKind::kAddon);
+  sources_.UpdateSources = {"updates.example/..\\Kitbay\\list.xml"};
+  Press(ComponentKind::kAddon);
+  EXPECT_TRUE(NothingIsDownloaded());
+  EXPECT_THAT(files_.operations(), IsEmpty());
+}
+
+struct Url {
+  const char* name;
+  const char* url;
+  const char* server;
+  const char* path;
+};
+
+class UpdateUrl : public Update, public ::testing::WithParamInterface<Url> {};
+
+INSTANTIATE_TEST_SUITE_P(
+    Forms, UpdateUrl,
+    ::testing::Values(
+        Url{"WithAScheme", "https://p.example/a.zip", "p.example", "a.zip"},
+        Url{"WithAPort", "http://127.0.0.1:8080/a/b/c.zip", "127.0.0.1:8080", "a/b/c.zip"},
+        Url{"WithoutAScheme", "p.example/a/b.zip", "p.example", "a/b.zip"},
+        Url{"WithAQuery", "http://p.example/get?f=a.zip", "p.example", "get?f=a.zip"},
+        Url{"WithADoubleSlash", "http://p.example/a//b.zip", "p.example", "a//b.zip"}),
+    [](const auto& info) { return info.param.name; });
+
+TEST_P(UpdateUrl, IsTakenApart) {
+  Prepare(ComponentKind::kAddon, GetParam().url);
+  Press(ComponentKind::kAddon);
+  EXPECT_THAT(downloads_.documents,
+              ElementsAre(Request(GetParam().server, GetParam().path, "notes")));
+}
+
+class ShortUrl : public Update, public ::testing::WithParamInterface<const char*> {};
+
+INSTANTIATE_TEST_SUITE_P(Forms, ShortUrl,
+                         ::testing::Values("", "p.example", "http:", "http://",
+                                           "http://p.example"));
+
+TEST_P(ShortUrl, IsASubscriptError) {
+  Prepare(ComponentKind::kAddon, GetParam());
+  Press(ComponentKind::kAddon);
+  EXPECT_THAT(log_.entries,
+              ElementsAre(Entry("Kitbay::UpdateInstalledAddon", 9, "Subscript out of range")));
+  EXPECT_TRUE(NothingIsDownloaded());
+  EXPECT_FALSE(state_.download_in_progress);
+}
+
+TEST_F(Update, AnIdThatIsNoFileNameIsRefused) {
+  AddInstalled(ComponentKind::kChannel, "..\\Notes", 1);
+  AddManifest(ComponentKind::kChannel, {Offer("..\\notes", "http://p.example/n.zip")});
+  Press(ComponentKind::kChannel);
+  EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::UpdateInstalledChannel", 75,
+                                              "Path/File access error: ..\\notes")));
+  EXPECT_TRUE(NothingIsDownloaded());
+}
+
+TEST_F(Update, ARefusedRequestGivesTheButtonsBack) {
+  Prepare(ComponentKind::kAddon);
+  AddNew(ComponentKind::kChannel, "News", 1);
+  downloads_.failure = base::Failure(-2147467259, "Unspecified error");
+  Press(ComponentKind::kAddon);
+  EXPECT_THAT(log_.entries,
+              ElementsAre(Entry("Kitbay::Updates", -2147467259, "Unspecified error")));
+  EXPECT_TRUE(NothingIsDownloaded());
+  EXPECT_FALSE(clicked_->Disabled());
+  EXPECT_FALSE(Button("updatedchannels", 0, 0)->Disabled());
+  EXPECT_FALSE(state_.download_in_progress);
+  EXPECT_EQ(Status(), "Downloading Notes addon.");
+}
+
+TEST_F(Update, AFailureOnceTheButtonsAreOffGivesThemBack) {
+  Prepare(ComponentKind::kAddon);
+  window_.calls().FailMember("SetPanelText", base::Failure(438, "no such member"));
+  Press(ComponentKind::kAddon);
+  EXPECT_THAT(log_.entries,
+              ElementsAre(Entry("Kitbay::UpdateInstalledAddon", 438, "no such member")));
+  EXPECT_TRUE(NothingIsDownloaded());
+  EXPECT_FALSE(clicked_->Disabled());
+  EXPECT_FALSE(state_.download_in_progress);
+}
+
+TEST_F(Update, WithoutAClickNothingStarts) {
+  Prepare(ComponentKind::kAddon);
+  html_->set_event_source(nullptr);
+  flows_.UpdateInstalledAddon();
+  EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::UpdateInstalledAddon", 91, kNotSet)));
+  EXPECT_TRUE(NothingIsDownloaded());
+}
+
+}  // namespace
+}  // namespace kitbay::install
