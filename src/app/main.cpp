@@ -2,6 +2,7 @@
 // gives each what it needs.
 #include <memory>
 
+#include "app/component_commands.h"
 #include "app/error_log_file.h"
 #include "app/main_form.h"
 #include "app/start_up.h"
@@ -9,10 +10,10 @@
 #include "catalog/available_updates.h"
 #include "catalog/installed_components.h"
 #include "catalog/new_component_listing.h"
+#include "install/package_installation.h"
 #include "install/registry_access.h"
 #include "platform/win32/win32_platform.h"
 #include "update/transfer_events.h"
-#include "view/page_commands.h"
 #include "view/page_events.h"
 #include "view/page_rows.h"
 
@@ -20,35 +21,6 @@ namespace kitbay::app {
 namespace {
 
 namespace win32 = platform::win32;
-
-// Installed components cannot be changed yet: their buttons do nothing, and a package that has been
-// downloaded stays in the working folder.
-class Commands : public view::PageCommands, public update::PackageReceiver {
- public:
-  Commands(update::UpdateRequests& requests, view::PageButtons& buttons)
-      : requests_(requests), buttons_(buttons) {}
-
-  void UpdateInstalledAddon() override {}
-  void UpdateInstalledTransport() override {}
-  void UpdateInstalledChannel() override {}
-  void RemoveAddon(const std::string& /*action*/, const std::string& /*kind*/) override {}
-  bool InstallNewAddons(const std::string& container, const std::string& name) override {
-    return requests_.InstallNewAddons(container, name);
-  }
-  void Unpack(const update::PendingPackage& /*package*/, const std::string& /*path*/) override {}
-  void UnpackTransport(const update::PendingPackage& /*package*/,
-                       const std::string& /*path*/) override {}
-  void UnpackChannel(const update::PendingPackage& /*package*/,
-                     const std::string& /*path*/) override {}
-  void InstallProcess() override {
-    buttons_.EnableOtherDownload();
-    buttons_.EnableOtherUpdatedDownload();
-  }
-
- private:
-  update::UpdateRequests& requests_;
-  view::PageButtons& buttons_;
-};
 
 class Services : public platform::ServiceFactory {
  public:
@@ -78,6 +50,7 @@ int Run() {
   const auto keys = win32::MakeRegistryKeys();
   const auto version_resource = win32::MakeVersionResource();
   const auto desktop = win32::MakeDesktop();
+  const auto libraries = win32::MakeLibraries();
   const auto active_objects = win32::MakeActiveObjects();
   const auto com_server = win32::MakeComServer();
   const auto instance_mark = win32::MakeInstanceMark();
@@ -115,9 +88,24 @@ int Run() {
   update::UpdateSourceFile source_file(log, *files, settings, sources);
   update::UpdateRequests requests(log, settings, *window, sources, new_components,
                                   pending_packages);
-  Commands commands(requests, buttons);
+
+  install::InstallSession session;
+  install::MainClient main_client(log, settings, *desktop);
+  install::PackageExpansion expansion(log, *files);
+  install::SelfRegistration self_registration(log, *libraries, session);
+  install::DatastoreRegistration datastore(
+      {log, *files, settings, *desktop, rows, buttons, sources, session});
+  install::PackageInstallation installation({log, settings, *files, *desktop, state, buttons,
+                                             expansion, self_registration, datastore, main_client,
+                                             session});
+  install::UpdateFlows updates({log, settings, *files, *window, page, state, buttons, sources,
+                                requests, pending_packages, main_client, session});
+  install::Removal removal({log, settings, *files, page, state, rows, main_client, session});
+  ComponentCommands commands(requests, pending_packages, updates, removal, buttons, state);
+
   update::TransferEvents transfer_events({log, settings, *desktop, *window, page, categories,
-                                          buttons, sources, pending_packages, requests, commands});
+                                          buttons, sources, pending_packages, requests,
+                                          installation});
   update::UpdateDriver update_driver({log, settings, *files, *clock, page, rows, tabs, categories,
                                       source_file, sources, requests});
   view::PageEvents page_events(log, page, state, tabs, categories, buttons, commands);
@@ -126,9 +114,27 @@ int Run() {
   ManagerRegistration manager_registration(log, *active_objects);
   UpdateSourceForm preference_form(log, *files, source_file, *preference_window, *window, page,
                                    update_driver);
-  MainForm form({log, settings, *desktop, *keys, *suite_objects, *window, *loop, installation_check,
-                 manager_registration, preference_form, page, page_events, sources, source_file,
-                 update_driver, requests, transfer_events});
+  MainForm form({log,
+                 settings,
+                 *desktop,
+                 *keys,
+                 *suite_objects,
+                 *window,
+                 *loop,
+                 installation_check,
+                 manager_registration,
+                 preference_form,
+                 page,
+                 page_events,
+                 sources,
+                 source_file,
+                 update_driver,
+                 requests,
+                 transfer_events,
+                 shown,
+                 new_components,
+                 pending_packages,
+                 session});
   Services services(log, *keys, settings);
   services.SetForm(form);
 

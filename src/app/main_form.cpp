@@ -26,6 +26,7 @@ void MainForm::Load() {
   }
   guarded(parts_.log, "Kitbay::Form_Load", [&] {
     file_system_ = parts_.suite_objects.CreateFileSystemObject("FileSystemLib.FileSystemObject");
+    parts_.session.file_system = file_system_.get();
   });
   parts_.installation_check.CheckInstallation(file_system_.get());
   if (!loaded_) {
@@ -168,8 +169,13 @@ void MainForm::ShutDownTransfers() {
 }
 
 void MainForm::ObjSetToNothing() {
-  guarded(parts_.log, "Kitbay::ObjSetToNothing",
-          [&] { parts_.sources = catalog::UpdateSourceList(); });
+  guarded(parts_.log, "Kitbay::ObjSetToNothing", [&] {
+    parts_.sources = {};
+    parts_.shown = {};
+    parts_.new_components = {};
+    parts_.pending_packages = {};
+    parts_.session = {};
+  });
 }
 
 // Without an installation folder the path would name a folder that is not the program's own.

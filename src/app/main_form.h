@@ -8,10 +8,14 @@
 #include "app/manager_registration.h"
 #include "app/preference_form.h"
 #include "base/settings.h"
+#include "catalog/installed_rows.h"
+#include "catalog/new_components.h"
 #include "catalog/update_source_list.h"
+#include "install/install_session.h"
 #include "platform/main_window.h"
 #include "platform/registry_keys.h"
 #include "platform/suite_objects.h"
+#include "update/pending_packages.h"
 #include "update/update_driver.h"
 #include "update/update_requests.h"
 #include "update/update_source_file.h"
@@ -38,6 +42,10 @@ struct FormParts {
   update::UpdateDriver& update_driver;
   update::UpdateRequests& requests;
   platform::OvTransportEvents& transfer_events;
+  catalog::InstalledRows& shown;
+  catalog::NewComponents& new_components;
+  update::PendingPackages& pending_packages;
+  install::InstallSession& session;
 };
 
 /// The life of the main window `frmAddOn`, from its load to its unload. Each handler logs its

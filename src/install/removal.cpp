@@ -6,6 +6,7 @@
 #include "base/guarded.h"
 #include "base/text.h"
 #include "catalog/installed_tables.h"
+#include "catalog/registry_files.h"
 #include "catalog/xml_file.h"
 #include "install/clicked_row.h"
 #include "view/page_ids.h"
@@ -28,6 +29,10 @@ std::optional<ComponentKind> KindOf(const std::string& action) {
     }
   }
   return std::nullopt;
+}
+
+bool IsCustomRegistry(const std::string& path) {
+  return ToLower(path.substr(path.rfind('\\') + 1)) == "customregistry.xml";
 }
 
 // The first entry of `kind` with that name, in small letters; none when there is none.
@@ -90,16 +95,17 @@ void Removal::DelnodeWithoutTessel(const std::string& action) {
 
 void Removal::UninstallFromBoth(const std::string& action) {
   if (const auto kind = KindOf(action)) {
-    uninstall(parts_.settings.InstallFolder + "\\Datastore\\olregistry.xml", *kind);
-    const std::string custom_registry = parts_.settings.CustomDataFolder + "\\customregistry.xml";
-    if (parts_.files.Exists(custom_registry)) {
-      uninstall(custom_registry, *kind);
-    }
+    uninstall(catalog::DatastorePath(parts_.settings), *kind);
+    uninstall(catalog::CustomRegistryPath(parts_.settings), *kind);
   }
 }
 
+// Without components of their own, users have no custom registry.
 void Removal::uninstall(const std::string& path, ComponentKind kind) {
   guarded(parts_.log, "Kitbay::uninstall", [&] {
+    if (IsCustomRegistry(path) && !parts_.files.Exists(path)) {
+      return;
+    }
     pugi::xml_document document;
     catalog::LoadXmlToChange(parts_.files, path, document);
     pugi::xml_node entry = FindEntry(document, kind, ToLower(parts_.session.component_name));

@@ -150,6 +150,7 @@ class FakeProgram : public ::testing::Test {
   RecordingCommands commands;
   view::PageEvents page_events{log, page, state, tabs, categories, buttons, commands};
   update::PendingPackages pending_packages;
+  install::InstallSession session;
   update::UpdateSourceFile source_file{log, files, settings, sources};
   update::UpdateRequests requests{log, settings, window, sources, new_components, pending_packages};
   update::TransferEvents transfer_events{{log, settings, desktop, window, page, categories, buttons,
@@ -159,9 +160,27 @@ class FakeProgram : public ::testing::Test {
   InstallationCheck installation_check{log, desktop, keys, window, settings};
   ManagerRegistration manager_registration{log, active_objects};
   FakePreferenceForm preference_form;
-  MainForm form{{log, settings, desktop, keys, suite_objects, window, window.message_loop(),
-                 installation_check, manager_registration, preference_form, page, page_events,
-                 sources, source_file, update_driver, requests, transfer_events}};
+  MainForm form{{log,
+                 settings,
+                 desktop,
+                 keys,
+                 suite_objects,
+                 window,
+                 window.message_loop(),
+                 installation_check,
+                 manager_registration,
+                 preference_form,
+                 page,
+                 page_events,
+                 sources,
+                 source_file,
+                 update_driver,
+                 requests,
+                 transfer_events,
+                 shown,
+                 new_components,
+                 pending_packages,
+                 session}};
   FormServices services{form};
 };
 

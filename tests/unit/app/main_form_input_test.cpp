@@ -90,9 +90,27 @@ class FailingDialog : public FakeProgram {
   FailingDialog() { form_.Load(); }
 
   FailingPreferenceForm failing_;
-  MainForm form_{{log, settings, desktop, keys, suite_objects, window, window.message_loop(),
-                  installation_check, manager_registration, failing_, page, page_events, sources,
-                  source_file, update_driver, requests, transfer_events}};
+  MainForm form_{{log,
+                  settings,
+                  desktop,
+                  keys,
+                  suite_objects,
+                  window,
+                  window.message_loop(),
+                  installation_check,
+                  manager_registration,
+                  failing_,
+                  page,
+                  page_events,
+                  sources,
+                  source_file,
+                  update_driver,
+                  requests,
+                  transfer_events,
+                  shown,
+                  new_components,
+                  pending_packages,
+                  session}};
 };
 
 TEST_F(FailingDialog, IsLoggedUnderTheHandlersName) {

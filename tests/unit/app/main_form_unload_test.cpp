@@ -49,6 +49,24 @@ TEST_F(MainFormUnload, ObjSetToNothingEmptiesTheListsOfSources) {
   EXPECT_THAT(sources.PendingSources, Each(""));
 }
 
+TEST_F(MainFormUnload, ObjSetToNothingDropsPendingInstallsAndLists) {
+  shown.ids = {"news"};
+  new_components.addon.push_back({});
+  pending_packages.channel = {.file_path = "/sky.zip", .name = "sky", .row_id = "1"};
+  session.library_list = {"one.dll", "two.dll"};
+  session.record[0] = "sky";
+  session.restart = true;
+  ASSERT_NE(session.file_system, nullptr);
+  window.Unload();
+  EXPECT_THAT(shown.ids, IsEmpty());
+  EXPECT_THAT(new_components.addon, IsEmpty());
+  EXPECT_EQ(pending_packages.channel.name, "");
+  EXPECT_THAT(session.library_list, IsEmpty());
+  EXPECT_EQ(session.record[0], "");
+  EXPECT_FALSE(session.restart);
+  EXPECT_EQ(session.file_system, nullptr);
+}
+
 TEST_F(MainFormUnload, TheWorkingFolderGoesWithEverythingInIt) {
   files.AddFile("C:\\Ovalink\\Temp\\notes\\notes.dll", "MZ");
   files.AddFile("C:\\Ovalink\\Temp\\notes.zip", "PK");
@@ -168,9 +186,27 @@ class ShutDown : public FakeProgram {
   }
 
   TellingSuiteObjects telling;
-  MainForm other{{log, settings, desktop, keys, telling, window, window.message_loop(),
-                  installation_check, manager_registration, preference_form, page, page_events,
-                  sources, source_file, update_driver, requests, transfer_events}};
+  MainForm other{{log,
+                  settings,
+                  desktop,
+                  keys,
+                  telling,
+                  window,
+                  window.message_loop(),
+                  installation_check,
+                  manager_registration,
+                  preference_form,
+                  page,
+                  page_events,
+                  sources,
+                  source_file,
+                  update_driver,
+                  requests,
+                  transfer_events,
+                  shown,
+                  new_components,
+                  pending_packages,
+                  session}};
 };
 
 TEST_F(ShutDown, ComesBeforeTheListsAreEmptied) {

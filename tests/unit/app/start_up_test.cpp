@@ -194,9 +194,27 @@ class StiffDesktop : public fakes::RecordingDesktop {
 
 TEST_F(BringToFront, LogsItsFailure) {
   StiffDesktop stiff;
-  MainForm other({log, settings, stiff, keys, suite_objects, window, window.message_loop(),
-                  installation_check, manager_registration, preference_form, page, page_events,
-                  sources, source_file, update_driver, requests, transfer_events});
+  MainForm other({log,
+                  settings,
+                  stiff,
+                  keys,
+                  suite_objects,
+                  window,
+                  window.message_loop(),
+                  installation_check,
+                  manager_registration,
+                  preference_form,
+                  page,
+                  page_events,
+                  sources,
+                  source_file,
+                  update_driver,
+                  requests,
+                  transfer_events,
+                  shown,
+                  new_components,
+                  pending_packages,
+                  session});
   other.BringToFront();
   EXPECT_EQ(Log(), Header() + Entry("Kitbay::BringToFront", "-2147467259", "Unspecified error"));
 }

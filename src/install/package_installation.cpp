@@ -1,0 +1,205 @@
+#include "install/package_installation.h"
+
+#include <functional>
+
+#include "base/failure.h"
+#include "base/guarded.h"
+#include "base/text.h"
+
+namespace kitbay::install {
+namespace {
+
+using base::ComponentKind;
+using base::guarded;
+
+// What the unpack operations of one kind differ by. The log texts and the blanks are meant as they
+// stand.
+struct UnpackTable {
+  const char* procedure;
+  const char* missing_procedure;
+  const char* corrupt_procedure;
+  const char* corrupt_ending;
+  std::size_t library_slot;  // of the component's own library in its record
+  bool (DatastoreRegistration::*enter)();
+  void (DatastoreRegistration::*update)();
+};
+constexpr base::PerKind<UnpackTable> kUnpackTables = {
+    .addon = {.procedure = "Kitbay::Unpack",
+              .missing_procedure = "Kitbay::Unpack",
+              .corrupt_procedure = "Kitbay::UnPack",
+              .corrupt_ending = ".zip is corrupt . Try again",
+              .library_slot = addon_slot::kFilename,
+              .enter = &DatastoreRegistration::enterAddon,
+              .update = &DatastoreRegistration::updateRegistry},
+    .transport = {.procedure = "Kitbay::UnpackTransport",
+                  .missing_procedure = "Kitbay::Unpack",
+                  .corrupt_procedure = "Kitbay::UnPackTransport",
+                  .corrupt_ending = ".zip is corrupt . Try again",
+                  .library_slot = transport_slot::kFilename,
+                  .enter = &DatastoreRegistration::enterTransport,
+                  .update = &DatastoreRegistration::updateRegistryForTransport},
+    .channel = {.procedure = "Kitbay::UnpackChannel",
+                .missing_procedure = "Kitbay::UnpackChannel",
+                .corrupt_procedure = "Kitbay::UnPackChannel",
+                .corrupt_ending = ".zip is corrupt .Try again",
+                .library_slot = channel_slot::kFilename,
+                .enter = &DatastoreRegistration::enterChannel,
+                .update = &DatastoreRegistration::updateRegistryForChannel}};
+
+}  // namespace
+
+void PackageInstallation::Unpack(const update::PendingPackage& package, const std::string& path) {
+  Install(ComponentKind::kAddon, package, path);
+}
+
+void PackageInstallation::UnpackTransport(const update::PendingPackage& package,
+                                          const std::string& path) {
+  Install(ComponentKind::kTransport, package, path);
+}
+
+void PackageInstallation::UnpackChannel(const update::PendingPackage& package,
+                                        const std::string& path) {
+  Install(ComponentKind::kChannel, package, path);
+}
+
+void PackageInstallation::InstallProcess() {
+  guarded(parts_.log, "Kitbay::InstallProcess", [&] {
+    parts_.buttons.EnableOtherDownload();
+    parts_.buttons.EnableOtherUpdatedDownload();
+  });
+}
+
+void PackageInstallation::Install(ComponentKind kind, const update::PendingPackage& package,
+                                  const std::string& path) {
+  waiting_.push_back({.kind = kind, .package = package, .path = path});
+  if (is_installing_) {
+    return;
+  }
+  is_installing_ = true;
+  while (!waiting_.empty()) {
+    const Arrival next = waiting_.front();
+    waiting_.pop_front();
+    InstallNow(next);
+  }
+  is_installing_ = false;
+}
+
+void PackageInstallation::InstallNow(const Arrival& arrival) {
+  parts_.session.package_name = arrival.package.name;
+  parts_.state.current_row_id = arrival.package.row_id;
+  if (!guarded(parts_.log, kUnpackTables[arrival.kind].procedure,
+               [&] { UnpackFrom(arrival.kind, arrival.path); })) {
+    parts_.buttons.DisableStatus();
+  }
+  parts_.state.update_in_progress = false;
+}
+
+// A transport has no folder of its own: its files go into the installation folder.
+void PackageInstallation::UnpackFrom(ComponentKind kind, const std::string& path) {
+  if (!parts_.files.Exists(path)) {
+    TellMissing(kind);
+    return;
+  }
+  std::string& suite_folder = parts_.settings.InstallFolder;
+  const std::string archive = suite_folder + "\\Temp\\" + parts_.session.package_name + ".zip";
+  std::string own_folder;
+  if (kind != ComponentKind::kTransport) {
+    own_folder = kind == ComponentKind::kAddon ? AddonFolder() : ChannelFolder();
+  }
+  std::string& folder = kind == ComponentKind::kTransport ? suite_folder : own_folder;
+  if (!parts_.expansion.ExpandZipFile(folder, archive)) {
+    TellCorrupt(kind);
+    return;
+  }
+  EnterComponent(kind, folder);
+  Restart();
+}
+
+void PackageInstallation::TellMissing(ComponentKind kind) {
+  parts_.log.LogError(parts_.log.TimeText(), kUnpackTables[kind].missing_procedure, 0,
+                      "Archive folder not found");
+  parts_.buttons.DisableStatus();
+  parts_.desktop.ShowMessage(
+      "The Archive Folder " + parts_.session.package_name + ".zip Not Found. Try again",
+      platform::kMessageTitle, platform::kOkOnly);
+}
+
+void PackageInstallation::TellCorrupt(ComponentKind kind) {
+  const UnpackTable& table = kUnpackTables[kind];
+  parts_.log.LogError(parts_.log.TimeText(), table.corrupt_procedure, 0,
+                      "There was an error creating the archive.");
+  parts_.desktop.ShowMessage("Download of " + parts_.session.package_name + table.corrupt_ending,
+                             platform::kMessageTitle, platform::kOkOnly);
+  parts_.buttons.DisableStatus();
+}
+
+std::string PackageInstallation::AddonFolder() {
+  std::string folder = parts_.settings.InstallFolder + "\\addons\\" + parts_.session.package_name;
+  if (!parts_.files.Exists(folder)) {
+    parts_.files.CreateFolder(folder);
+  }
+  return folder;
+}
+
+// The user's folder is created whenever it has no folder of channels, so that one that is there
+// already ends the installation.
+std::string PackageInstallation::ChannelFolder() {
+  if (parts_.session.file_system == nullptr) {
+    throw base::Failure(base::RuntimeError::kObjectVariableNotSet);
+  }
+  platform::FileSystemObject& file_system = *parts_.session.file_system;
+  const std::string& name = parts_.session.package_name;
+  const bool is_of_suite = base::ToLower(name) == "presence";
+  const std::string& root =
+      is_of_suite ? parts_.settings.InstallFolder : parts_.settings.CustomDataFolder;
+  const std::string channels = root + "\\channels";
+  if (!file_system.FolderExists(channels)) {
+    if (!is_of_suite) {
+      file_system.CreateFolder(root);
+    }
+    file_system.CreateFolder(channels);
+  }
+  std::string folder = channels + "\\" + name;
+  if (!file_system.FolderExists(folder)) {
+    file_system.CreateFolder(folder);
+  }
+  return folder;
+}
+
+// `folder` ends in "\", as expansion leaves it.
+void PackageInstallation::EnterComponent(ComponentKind kind, const std::string& folder) {
+  const UnpackTable& table = kUnpackTables[kind];
+  if (std::invoke(table.enter, parts_.datastore) && RegisterLibraries(kind, folder)) {
+    std::invoke(table.update, parts_.datastore);
+  } else {
+    parts_.buttons.DisableStatus();
+  }
+}
+
+// Exactly one further library means that the component's own library is registered, and only that;
+// its result does not matter. A transport's list is looked for in the folder of its name.
+bool PackageInstallation::RegisterLibraries(ComponentKind kind, const std::string& folder) {
+  const bool is_transport = kind == ComponentKind::kTransport;
+  if (parts_.session.library_list.size() != 1) {
+    bool is_done = false;
+    parts_.self_registration.funcRegisterDll(
+        is_transport ? folder + parts_.session.package_name : folder.substr(0, folder.size() - 1),
+        is_done);
+    return is_done;
+  }
+  const std::string& library = parts_.session.record[kUnpackTables[kind].library_slot];
+  if (kind != ComponentKind::kChannel || !library.empty()) {
+    std::int32_t result = 0;
+    parts_.self_registration.DLLRegisterService(folder + library, true, result);
+  }
+  return true;
+}
+
+void PackageInstallation::Restart() {
+  if (parts_.session.restart) {
+    parts_.main_client.LaunchMainApplication();
+    parts_.session.restart = false;
+  }
+}
+
+}  // namespace kitbay::install

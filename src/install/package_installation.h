@@ -1,0 +1,80 @@
+#pragma once
+
+#include <deque>
+#include <string>
+
+#include "base/component_kind.h"
+#include "base/error_log.h"
+#include "base/settings.h"
+#include "install/datastore_registration.h"
+#include "install/install_session.h"
+#include "install/main_client.h"
+#include "install/package_expansion.h"
+#include "install/self_registration.h"
+#include "platform/desktop.h"
+#include "platform/files.h"
+#include "update/package_receiver.h"
+#include "view/page_buttons.h"
+#include "view/view_state.h"
+
+namespace kitbay::install {
+
+/// What an installation works with.
+struct InstallationParts {
+  base::ErrorLog& log;
+  base::Settings& settings;
+  platform::Files& files;
+  platform::Desktop& desktop;
+  view::ViewState& state;
+  view::PageButtons& buttons;
+  PackageExpansion& expansion;
+  SelfRegistration& self_registration;
+  DatastoreRegistration& datastore;
+  MainClient& main_client;
+  InstallSession& session;
+};
+
+/// Installs downloaded packages: expands them, has their libraries register themselves, enters the
+/// component into the registry files, and starts the main client again when it was closed for an
+/// update. Every procedure logs its failure; the component is then not entered, and an update is
+/// over. Files that were written by then stay.
+///
+/// A package that arrives while the user reads what became of another one waits for its turn.
+class PackageInstallation : public update::PackageReceiver {
+ public:
+  explicit PackageInstallation(const InstallationParts& parts) : parts_(parts) {}
+
+  void Unpack(const update::PendingPackage& package, const std::string& path) override;
+
+  /// Expands into the installation folder itself, whose setting ends in "\" afterwards.
+  void UnpackTransport(const update::PendingPackage& package, const std::string& path) override;
+
+  void UnpackChannel(const update::PendingPackage& package, const std::string& path) override;
+
+  void InstallProcess() override;
+
+ private:
+  struct Arrival {
+    base::ComponentKind kind;
+    update::PendingPackage package;
+    std::string path;
+  };
+
+  void Install(base::ComponentKind kind, const update::PendingPackage& package,
+               const std::string& path);
+  void InstallNow(const Arrival& arrival);
+  void UnpackFrom(base::ComponentKind kind, const std::string& path);
+  void TellMissing(base::ComponentKind kind);
+  void TellCorrupt(base::ComponentKind kind);
+  std::string AddonFolder();
+  std::string ChannelFolder();
+  void EnterComponent(base::ComponentKind kind, const std::string& folder);
+  bool RegisterLibraries(base::ComponentKind kind, const std::string& folder);
+  void Restart();
+
+  InstallationParts parts_;
+  std::deque<Arrival> waiting_;
+  bool is_installing_ = false;
+};
+
+}  // namespace kitbay::install
