@@ -80,11 +80,11 @@ class Win32Libraries : public Libraries {
       return;
     }
     MODULEINFO place{};
-    const BOOL is_known = GetModuleInformation(GetCurrentProcess(), module, &place, sizeof(place));
+    GetModuleInformation(GetCurrentProcess(), module, &place, sizeof(place));
+    guard_.ExpectEmpty(place.lpBaseOfDll, place.SizeOfImage);
     FreeLibrary(module);
-    if (is_known) {
-      guard_.KeepEmpty(place.lpBaseOfDll, place.SizeOfImage);
-    }
+    // Stays empty, so that no other library is loaded where a thread will return to.
+    VirtualAlloc(place.lpBaseOfDll, place.SizeOfImage, MEM_RESERVE, PAGE_NOACCESS);
   }
 
   ExportAddress FindExport(LibraryHandle library, const std::string& name) override {

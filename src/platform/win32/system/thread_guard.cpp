@@ -138,12 +138,11 @@ bool ThreadGuard::AbandonRunning() {
   return any;
 }
 
-void ThreadGuard::KeepEmpty(void* place, SIZE_T size) {
+void ThreadGuard::ExpectEmpty(const void* place, SIZE_T size) {
   const ExclusiveLock lock;
   auto* const entry =
       std::ranges::find(g_empty_places, static_cast<ULONG_PTR>(0), &EmptyPlace::begin);
-  if (VirtualAlloc(place, size, MEM_RESERVE, PAGE_NOACCESS) == place &&
-      entry != g_empty_places.end()) {
+  if (entry != g_empty_places.end()) {
     const auto begin = reinterpret_cast<ULONG_PTR>(place);
     *entry = {begin, begin + size};
   }

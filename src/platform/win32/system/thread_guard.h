@@ -24,10 +24,9 @@ class ThreadGuard {
   /// that have not been told of before.
   bool AbandonRunning();
 
-  /// Keeps the place of a library that was freed under a running thread empty, so that no other
-  /// library is loaded where a thread may return to, and ends every thread that does, whoever
-  /// started it, but not the one that made the guard.
-  void KeepEmpty(void* place, SIZE_T size);
+  /// A library in whose middle a thread may be is about to be freed: every thread that goes on in
+  /// its place ends, whoever started it, but not the one that made the guard.
+  void ExpectEmpty(const void* place, SIZE_T size);
 
   /// Closes the thread's handle and watches it no longer.
   void Close(HANDLE thread);
