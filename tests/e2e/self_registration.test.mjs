@@ -1,0 +1,174 @@
+// Components whose libraries register themselves, and those whose libraries give trouble.
+import assert from 'node:assert/strict';
+import { execFile } from 'node:child_process';
+import fs from 'node:fs';
+import os from 'node:os';
+import path from 'node:path';
+import { after, before, test } from 'node:test';
+import { promisify } from 'node:util';
+import { UpdateSource } from '../../standins/update_source/server.mjs';
+import {
+  allButtonsOn,
+  buildFolder,
+  confirmMessage,
+  eventually,
+  isKitbay,
+  registeredLibrary,
+  rowsOf,
+  Suite,
+  windows,
+  windowsPath,
+} from './harness.mjs';
+
+const run = promisify(execFile);
+const answered = `!document.getElementById('category').childNodes[3].disabled`;
+const kFailedToLoad = ' Kitbay::Loading of library failed';
+const kTimeLimit = 10000;
+const kPatience = 60000;
+const kReturnOfSlowLibrary = 15000;
+
+const troubled = (name) => path.join(buildFolder, 'standins/component_libraries/troubled', name, `${name}.dll`);
+const sound = (place) => path.join(buildFolder, 'standins/update_source/content', place);
+const kReadMe = 'What there is to know.\r\n';
+
+/** The components on offer; `files` are what their packages hold: a file of the build, or a text. */
+const components = {
+  pair: {
+    libraries: ['OvlScrapbook.dll', 'OvlPaste.dll'],
+    files: {
+      'OvlScrapbook.dll': { from: sound('scrapbook/OvlScrapbook.dll') },
+      'OvlPaste.dll': { from: sound('scrapbook/OvlPaste.dll') },
+    },
+  },
+  slow: {
+    libraries: ['OvlSlow.dll', 'OvlPoll.dll'],
+    files: { 'OvlSlow.dll': { from: troubled('OvlSlow') }, 'OvlPoll.dll': { from: sound('poll/OvlPoll.dll') } },
+  },
+  refusing: { libraries: ['OvlRefusing.dll'], files: { 'OvlRefusing.dll': { from: troubled('OvlRefusing') } } },
+  mute: { libraries: ['OvlMute.dll'], files: { 'OvlMute.dll': { from: troubled('OvlMute') } } },
+  crashing: { libraries: ['OvlCrashing.dll'], files: { 'OvlCrashing.dll': { from: troubled('OvlCrashing') } } },
+  needy: { libraries: ['OvlNeedy.dll'], files: { 'OvlNeedy.dll': { from: troubled('OvlNeedy') } } },
+  text: { libraries: ['OvlText.dll'], files: { 'OvlText.dll': { text: kReadMe } } },
+  missing: { libraries: ['OvlMissing.dll'], files: { 'readme.txt': { text: kReadMe } } },
+};
+
+const nameOf = (id) => `The ${id} one`;
+
+const manifest = (origin) => `<components><addons>${Object.entries(components)
+  .map(
+    ([id, { libraries }]) => `<addon id="${id}" type="tool">
+      <name>${nameOf(id)}</name><version>1.0.0.0</version><description>For trying out.</description>
+      <url>${origin}/packages/${id}.zip</url><progid>Ovl.${id}</progid><filename>${libraries[0]}</filename>
+      <category>sample</category><autoaccept>0</autoaccept><params></params><offline>0</offline>
+      <dependencies>${libraries.join(',')}</dependencies></addon>`,
+  )
+  .join('')}</addons><transports></transports><channels></channels></components>`;
+
+/** The bytes of a package. */
+async function packageOf(files) {
+  const folder = fs.mkdtempSync(path.join(os.tmpdir(), 'kitbay-package-'));
+  try {
+    for (const [name, { from, text }] of Object.entries(files)) {
+      fs.writeFileSync(path.join(folder, name), from ? fs.readFileSync(from) : text);
+    }
+    await run('cmake', ['-E', 'tar', 'cf', 'package.zip', '--format=zip', '--', ...Object.keys(files)], { cwd: folder });
+    return fs.readFileSync(path.join(folder, 'package.zip'));
+  } finally {
+    fs.rmSync(folder, { recursive: true });
+  }
+}
+
+let source;
+let suite;
+let kitbay;
+let page;
+let slowHasReturned;
+
+before(async () => {
+  source = await UpdateSource.start();
+  source.publish('/trouble.xml', manifest(source.origin));
+  for (const [id, { files }] of Object.entries(components)) {
+    source.publish(`/packages/${id}.zip`, await packageOf(files));
+  }
+  suite = await Suite.layOut({ KITBAY_UPDATE_SOURCE: `${source.host}/trouble.xml` });
+  kitbay = suite.start();
+  page = await kitbay.page();
+  await page.waitFor(answered);
+  await kitbay.show('update', 'addons');
+});
+after(async () => {
+  await kitbay?.dispose();
+  await source.close();
+});
+
+const installed = (id, file) => path.join(suite.folder, 'addons', id, file);
+const logged = () => suite.logEntries().map(({ number, procedure }) => [number, procedure]);
+
+/**
+ * Installs a component with a click, and demands what is the same for each: the message, the files,
+ * the registry file's entry, the row that goes, and `entries` as what is new in the log.
+ */
+async function install(id, { entries = [], untilItAnswers = async () => {} } = {}) {
+  const before = logged();
+  const { libraries, files } = components[id];
+  // The page stands still for as long as a library takes, which may be longer than press() waits for it.
+  const pressed = kitbay
+    .press('updatedaddons', nameOf(id), 'Install')
+    .catch((error) => assert.equal(error.message, 'Not in time: the host paints the page'));
+  await untilItAnswers();
+  const text = await confirmMessage();
+  await pressed;
+  await page.settled();
+  assert.equal(
+    text,
+    `${nameOf(id)} addon has been successfully installed. Please restart Tessel to view the new feature.`,
+  );
+  await page.waitFor(allButtonsOn);
+  assert.deepEqual(fs.readdirSync(path.dirname(installed(id, 'any'))).sort(), Object.keys(files).sort());
+  const added = suite.entries(suite.datastore).addons.at(-1);
+  assert.ok(added.startsWith(`<addon id="${id}" name="${nameOf(id)}" visibility="show" type="tool">`), added);
+  assert.ok(added.includes(`<filename>${libraries[0]}</filename>`), added);
+  const left = (await page.eval(rowsOf('updatedaddons'))).map(({ name }) => name);
+  assert.ok(!left.includes(nameOf(id)), left);
+  assert.deepEqual(logged().slice(before.length), entries);
+}
+
+test('a library that does not return in time holds up neither the program nor the library after it', async () => {
+  const nextLibrary = windowsPath(installed('slow', 'OvlPoll.dll'));
+  assert.equal(await registeredLibrary('OvlPoll.Asker'), null);
+  const began = Date.now();
+  await install('slow', {
+    // Nobody asks the program's windows for anything before they can answer.
+    untilItAnswers: async () => {
+      const isRegistered = async () => (await registeredLibrary('OvlPoll.Asker')) === nextLibrary;
+      await eventually('the registration of the next library', isRegistered, kPatience);
+      assert.ok(Date.now() - began >= kTimeLimit);
+      slowHasReturned = Date.now() + kReturnOfSlowLibrary - kTimeLimit + 2000;
+    },
+  });
+  assert.ok((await windows()).some(isKitbay));
+});
+
+test('a library that fails is entered all the same', () => install('refusing'));
+
+test('a library without the function is entered all the same', () => install('mute'));
+
+test('a library that crashes is entered all the same', () => install('crashing'));
+
+test('a file that is no library is logged and entered', () => install('text', { entries: [[193, kFailedToLoad]] }));
+
+test('a missing library is logged and entered', () => install('missing', { entries: [[126, kFailedToLoad]] }));
+
+test('a library that needs a missing one is logged and entered', () => install('needy', { entries: [[126, kFailedToLoad]] }));
+
+test('after the slow library has returned, both libraries of a component are registered', async () => {
+  await eventually('the return of the slow library', () => Date.now() > slowHasReturned);
+  assert.ok(kitbay.isRunning);
+  await install('pair');
+  assert.equal(await registeredLibrary('OvlScrapbook.Book'), windowsPath(installed('pair', 'OvlScrapbook.dll')));
+  assert.equal(await registeredLibrary('OvlScrapbook.Paste'), windowsPath(installed('pair', 'OvlPaste.dll')));
+});
+
+test('the program ends as it should', async () => {
+  assert.equal(await kitbay.close(), 0);
+});
