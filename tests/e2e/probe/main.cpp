@@ -1,14 +1,15 @@
 // e2e_probe COMMAND [ARGUMENT...]: looks at the desktop, or uses Kitbay's objects, from a process
 // of its own, and prints one line of JSON.
 //
-//   windows                 the visible top-level windows from the top of the screen down
-//   press CAPTION BUTTON    presses a button of the top-level window of that caption
-//   close CLASS CAPTION      sends the close message to the top-level window of that class and
-//   caption minimize CAPTION         minimises the top-level window of that caption key CAPTION
-//   CODE        a key goes down and up in the focused control of that window value KEY NAME the
-//   type and the bytes of a value below HKEY_CLASSES_ROOT registry                creates
-//   Kitbay.Registry, calls its members in the interface's order manager                 creates
-//   Kitbay.Manager and calls BringToFront
+//   windows                  the visible top-level windows from the top of the screen down
+//   press CAPTION BUTTON     presses a button of the top-level window of that caption
+//   close CLASS CAPTION      sends the close message to the top-level window of that class
+//                            and caption
+//   minimize CAPTION         minimises the top-level window of that caption
+//   key CAPTION CODE         a key goes down and up in the focused control of that window
+//   value KEY NAME           the type and the bytes of a value below HKEY_CLASSES_ROOT
+//   registry                 creates Kitbay.Registry, calls its members in the interface's order
+//   manager                  creates Kitbay.Manager and calls BringToFront
 //
 // It exits with 1, and prints {"error":...}, when that cannot be done.
 #include <windows.h>
@@ -94,6 +95,17 @@ std::vector<HWND> Children(HWND window) {
   return children;
 }
 
+RECT PlaceOf(HWND window) {
+  RECT place{};
+  GetWindowRect(window, &place);
+  return place;
+}
+
+std::string Numbers(const RECT& place) {
+  return "[" + std::to_string(place.left) + "," + std::to_string(place.top) + "," +
+         std::to_string(place.right) + "," + std::to_string(place.bottom) + "]";
+}
+
 // How far a progress bar is; null for other controls.
 std::string ProgressOf(HWND control) {
   if (ClassName(control) != PROGRESS_CLASSW) {
@@ -104,25 +116,106 @@ std::string ProgressOf(HWND control) {
   return std::to_string(static_cast<int>(position));
 }
 
+// Memory within another process, which a message to one of its windows can point at.
+class MemoryThere {
+ public:
+  MemoryThere(HWND window, std::size_t size) {
+    DWORD id = 0;
+    GetWindowThreadProcessId(window, &id);
+    process_ = OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, id);
+    address_ = VirtualAllocEx(process_, nullptr, size, MEM_COMMIT, PAGE_READWRITE);
+    if (address_ == nullptr) {
+      throw std::runtime_error("no memory in the other process");
+    }
+  }
+  ~MemoryThere() {
+    VirtualFreeEx(process_, address_, 0, MEM_RELEASE);
+    CloseHandle(process_);
+  }
+  MemoryThere(const MemoryThere&) = delete;
+  MemoryThere& operator=(const MemoryThere&) = delete;
+
+  char* at(std::size_t offset) const { return static_cast<char*>(address_) + offset; }
+  void Write(std::size_t offset, const void* bytes, std::size_t size) const {
+    WriteProcessMemory(process_, at(offset), bytes, size, nullptr);
+  }
+  void Read(std::size_t offset, void* bytes, std::size_t size) const {
+    ReadProcessMemory(process_, at(offset), bytes, size, nullptr);
+  }
+
+ private:
+  HANDLE process_ = nullptr;
+  void* address_ = nullptr;
+};
+
+DWORD_PTR Ask(HWND control, UINT message, WPARAM wparam, const void* argument = nullptr) {
+  DWORD_PTR answer = 0;
+  SendMessageTimeoutW(control, message, wparam, reinterpret_cast<LPARAM>(argument),
+                      SMTO_ABORTIFHUNG, 5000, &answer);
+  return answer;
+}
+
+// The items of a list view as {text, selected, place}, the place in pixels of the screen; null for
+// other controls.
+std::string ItemsOf(HWND control) {
+  if (ClassName(control) != WC_LISTVIEWW) {
+    return "null";
+  }
+  constexpr std::size_t kLongest = 1024;
+  const MemoryThere memory(control, sizeof(LVITEMW) + kLongest * sizeof(wchar_t));
+  std::string json = "[";
+  const auto count = static_cast<std::size_t>(Ask(control, LVM_GETITEMCOUNT, 0));
+  for (std::size_t index = 0; index < count; ++index) {
+    LVITEMW item{};
+    item.pszText = reinterpret_cast<wchar_t*>(memory.at(sizeof item));
+    item.cchTextMax = static_cast<int>(kLongest);
+    memory.Write(0, &item, sizeof item);
+    std::wstring text(static_cast<std::size_t>(Ask(control, LVM_GETITEMTEXTW, index, memory.at(0))),
+                      L'\0');
+    memory.Read(sizeof item, text.data(), text.size() * sizeof(wchar_t));
+    RECT place{};
+    place.left = LVIR_LABEL;
+    memory.Write(0, &place, sizeof place);
+    Ask(control, LVM_GETITEMRECT, index, memory.at(0));
+    memory.Read(0, &place, sizeof place);
+    MapWindowPoints(control, nullptr, reinterpret_cast<POINT*>(&place), 2);
+    const bool is_selected =
+        Ask(control, LVM_GETITEMSTATE, index, reinterpret_cast<const void*>(LVIS_SELECTED)) != 0;
+    json += (index > 0 ? "," : "") + ("{\"text\":" + Quoted(text)) +
+            ",\"selected\":" + (is_selected ? "true" : "false") + ",\"place\":" + Numbers(place) +
+            "}";
+  }
+  return json + "]";
+}
+
+HWND FocusOf(HWND window) {
+  GUITHREADINFO info{};
+  info.cbSize = sizeof info;
+  GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &info);
+  return info.hwndFocus;
+}
+
 std::string Describe(HWND window) {
   DWORD process = 0;
   GetWindowThreadProcessId(window, &process);
-  RECT place{};
-  GetWindowRect(window, &place);
   std::string json =
       "{\"id\":" + std::to_string(reinterpret_cast<std::uintptr_t>(window)) +
       ",\"class\":" + Quoted(ClassName(window)) + ",\"caption\":" + Quoted(Caption(window)) +
       ",\"process\":" + std::to_string(process) + ",\"topmost\":" +
       ((GetWindowLongW(window, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0 ? "true" : "false") +
       ",\"foreground\":" + (GetForegroundWindow() == window ? "true" : "false") +
-      ",\"minimized\":" + (IsIconic(window) ? "true" : "false") + ",\"place\":[" +
-      std::to_string(place.left) + "," + std::to_string(place.top) + "," +
-      std::to_string(place.right) + "," + std::to_string(place.bottom) + "],\"controls\":[";
+      ",\"minimized\":" + (IsIconic(window) ? "true" : "false") + ",\"owner\":" +
+      std::to_string(reinterpret_cast<std::uintptr_t>(GetWindow(window, GW_OWNER))) +
+      ",\"place\":" + Numbers(PlaceOf(window)) + ",\"controls\":[";
+  const HWND focus = FocusOf(window);
   const char* separator = "";
   for (const HWND child : Children(window)) {
     json += separator + ("{\"class\":" + Quoted(ClassName(child))) +
             ",\"text\":" + Quoted(ControlText(child)) + ",\"value\":" + ProgressOf(child) +
-            ",\"visible\":" + (IsWindowVisible(child) ? "true" : "false") + "}";
+            ",\"visible\":" + (IsWindowVisible(child) ? "true" : "false") +
+            ",\"enabled\":" + (IsWindowEnabled(child) ? "true" : "false") +
+            ",\"focused\":" + (child == focus ? "true" : "false") +
+            ",\"place\":" + Numbers(PlaceOf(child)) + ",\"items\":" + ItemsOf(child) + "}";
     separator = ",";
   }
   return json + "]}";
@@ -178,10 +271,8 @@ std::string Minimize(const std::wstring& caption) {
 
 std::string Key(const std::wstring& caption, const std::wstring& code) {
   const HWND window = Needed(caption);
-  GUITHREADINFO info{};
-  info.cbSize = sizeof info;
-  GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &info);
-  const HWND target = info.hwndFocus != nullptr ? info.hwndFocus : window;
+  const HWND focus = FocusOf(window);
+  const HWND target = focus != nullptr ? focus : window;
   const auto key = static_cast<WPARAM>(std::wcstol(code.c_str(), nullptr, 0));
   PostMessageW(target, WM_KEYDOWN, key, 1);
   PostMessageW(target, WM_KEYUP, key, static_cast<LPARAM>(0xC0000001U));
