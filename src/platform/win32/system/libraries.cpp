@@ -31,7 +31,7 @@ HANDLE AsThread(ThreadHandle thread) { return reinterpret_cast<HANDLE>(thread.va
 /// Lets a library that cannot be loaded be told by the call's result only, not by a message box.
 class QuietLoading {
  public:
-  QuietLoading() { SetThreadErrorMode(SEM_FAILCRITICALERRORS, &before_); }
+  QuietLoading() { SetThreadErrorMode(GetThreadErrorMode() | SEM_FAILCRITICALERRORS, &before_); }
   ~QuietLoading() { SetThreadErrorMode(before_, nullptr); }
   QuietLoading(const QuietLoading&) = delete;
   QuietLoading& operator=(const QuietLoading&) = delete;

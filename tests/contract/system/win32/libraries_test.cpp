@@ -91,6 +91,20 @@ TEST_F(Win32LibrariesTest, DependencyInTheLibrarysOwnFolderIsLoaded) {
   EXPECT_EQ(Run("OvlNeedy"), 0U);
 }
 
+TEST_F(Win32LibrariesTest, LibraryIsLoadedFarDownInFolders) {
+  const auto files = MakeFiles();
+  std::string folder = folder_.path();
+  for (int level = 0; level < 4; ++level) {
+    folder += "\\" + std::string(100, 'x');
+    files->CreateFolder(folder);
+  }
+  CopyTroubledLibrary("OvlHelper", folder + "\\OvlHelper.dll");
+  CopyTroubledLibrary("OvlNeedy", folder + "\\OvlNeedy.dll");
+  const LibraryHandle library = libraries_->Load(folder + "\\OvlNeedy.dll");
+  EXPECT_NE(library, LibraryHandle{});
+  libraries_->Free(library);
+}
+
 TEST_F(Win32LibrariesTest, LibraryOfAnotherProcessorIsRefused) {
   const std::string path = Copy("OvlMute");
   const auto files = MakeFiles();
@@ -166,6 +180,19 @@ TEST_F(Win32LibrariesTest, PlaceOfALibraryThatHasReturnedIsFreeAgain) {
   MEMORY_BASIC_INFORMATION place{};
   VirtualQuery(reinterpret_cast<void*>(library.value), &place, sizeof(place));
   EXPECT_EQ(place.State, static_cast<DWORD>(MEM_FREE));
+}
+
+TEST_F(Win32LibrariesTest, WindowsOfTheCallerDoNotWorkMeanwhile) {
+  const HWND window = CreateWindowExW(0, L"Static", L"Kitbay", WS_OVERLAPPED, 0, 0, 100, 100,
+                                      nullptr, nullptr, nullptr, nullptr);
+  ASSERT_NE(window, nullptr);
+  LRESULT answered = 1;
+  libraries_->RunOnOwnThread([&] {
+    DWORD_PTR ignored = 0;
+    answered = SendMessageTimeoutW(window, WM_GETTEXTLENGTH, 0, 0, SMTO_NORMAL, 100, &ignored);
+  });
+  EXPECT_EQ(answered, 0);
+  DestroyWindow(window);
 }
 
 TEST_F(Win32LibrariesTest, ExceptionsOfOtherThreadsGoTheirWay) {
