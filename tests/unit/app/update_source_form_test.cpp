@@ -43,9 +43,27 @@ class ProgramWithItsDialog : public FakeProgram {
   fakes::FakePreferenceWindow dialog_window_;
   UpdateSourceForm preference_form_{log,    files, source_file,  dialog_window_,
                                     window, page,  update_driver};
-  MainForm form_{{log, settings, desktop, keys, suite_objects, window, window.message_loop(),
-                  installation_check, manager_registration, preference_form_, page, page_events,
-                  sources, source_file, update_driver, requests, transfer_events}};
+  MainForm form_{{log,
+                  settings,
+                  desktop,
+                  keys,
+                  suite_objects,
+                  window,
+                  window.message_loop(),
+                  installation_check,
+                  manager_registration,
+                  preference_form_,
+                  page,
+                  page_events,
+                  sources,
+                  source_file,
+                  update_driver,
+                  requests,
+                  transfer_events,
+                  shown,
+                  new_components,
+                  pending_packages,
+                  session}};
 };
 
 TEST_F(ProgramWithItsDialog, DirectoriesOpensItOwnedByTheMainWindowWithTheFocusInTheBox) {
