@@ -6,6 +6,7 @@
 
 #include "base/failure.h"
 #include "platform/win32/system/handles.h"
+#include "platform/win32/system/held_windows.h"
 #include "platform/win32/system/help_viewer.h"
 #include "platform/win32/system/system_path.h"
 #include "platform/win32/system/utf.h"
@@ -42,8 +43,8 @@ class Win32Desktop : public Desktop {
 
   int ShowMessage(const std::string& text, const std::string& title, int style) override {
     const HWND owner = GetActiveWindow();
-    // Without an owner the program's other windows are held back all the same.
-    const UINT flags = owner != nullptr ? 0 : MB_TASKMODAL | MB_SETFOREGROUND;
+    const HeldWindows others(owner);
+    const UINT flags = owner != nullptr ? 0 : MB_SETFOREGROUND;
     const int answer = MessageBoxW(owner, ToUtf16(text).c_str(), ToUtf16(title).c_str(),
                                    static_cast<UINT>(style) | flags);
     if (answer == 0) {
