@@ -162,7 +162,7 @@ bool UpdateSourceDialog::IsListed(const std::string& url) const {
 // one must stay. What was added since the dialog was opened is not in the file yet.
 void UpdateSourceDialog::RemoveSource(int position) {
   window_.SetStatusText("");
-  catalog::LoadXml(files_, source_file_.Path(), source_file_.document());
+  catalog::LoadXmlToChange(files_, source_file_.Path(), source_file_.document());
   pugi::xml_node preferences = Preferences();
   const pugi::xml_node source =
       FindSource(NextSource(FirstSource(preferences)), window_.ItemText(position));
@@ -174,7 +174,7 @@ void UpdateSourceDialog::RemoveSource(int position) {
 
 void UpdateSourceDialog::SavePreference(bool& changed) {
   guarded(log_, "Kitbay::SavePreference", [&] {
-    if (!catalog::TryLoadXml(files_, source_file_.Path(), source_file_.document())) {
+    if (!catalog::TryLoadXmlToChange(files_, source_file_.Path(), source_file_.document())) {
       return;
     }
     pugi::xml_node preferences = Preferences();

@@ -116,6 +116,19 @@ TEST_F(RemovingASource, ThatNamesTheFirstOnesUrlLeavesTheFirst) {
   EXPECT_EQ(File(), FileOf({"B", "c", "d"}));
 }
 
+TEST_F(RemovingASource, LeavesTheRestOfTheFileAsItStands) {
+  files_.AddFile(
+      kPath,
+      "<?xml version=\"1.0\"?>\r\n<!-- mine -->\r\n<root kept=\"1\">\r\n <preferences>\r\n"
+      "  <preference url=\"own\"/>\r\n  <!-- b --><preference url=\"b\"/> text\r\n"
+      " </preferences>\r\n <other/>\r\n</root>\r\n");
+  SelectAndPressDelete(2);
+  EXPECT_EQ(File(),
+            "<?xml version=\"1.0\"?>\r\n<!-- mine -->\r\n<root kept=\"1\">\r\n <preferences>\r\n"
+            "  <preference url=\"own\"/>\r\n  <!-- b --> text\r\n"
+            " </preferences>\r\n <other/>\r\n</root>\r\n");
+}
+
 TEST_F(RemovingASource, AddedSinceTheDialogOpenedLeavesTheFile) {
   const std::string before = File();
   Add("new.example.com/n.xml");

@@ -66,6 +66,18 @@ TEST_F(ClosingTheDialog, WritesTheUrlAsText) {
             "url=\"a.com/x.xml?a=&lt;1>&amp;b=&quot;Ü&quot;\"/></preferences></root>");
 }
 
+TEST_F(ClosingTheDialog, LeavesTheRestOfTheFileAsItStands) {
+  OpenFile(
+      "<?xml version=\"1.0\"?>\r\n<!-- mine -->\r\n<root kept=\"1\">\r\n <preferences>\r\n"
+      "  <preference url=\"own\"/>\r\n </preferences>\r\n <other/>\r\n</root>\r\n");
+  Add(kOne);
+  Close();
+  EXPECT_EQ(File(),
+            "<?xml version=\"1.0\"?>\r\n<!-- mine -->\r\n<root kept=\"1\">\r\n <preferences>\r\n"
+            "  <preference url=\"own\"/>\r\n <preference url=\"one.example.com/1.xml\"/>"
+            "</preferences>\r\n <other/>\r\n</root>\r\n");
+}
+
 TEST_F(ClosingTheDialog, WhatIsSavedIsWhatTheListIsReadFrom) {
   OpenWith({"own"});
   Add(kOne);

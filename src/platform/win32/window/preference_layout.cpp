@@ -5,8 +5,8 @@
 namespace kitbay::platform::win32 {
 namespace {
 
-constexpr Extent kInitialExtent{600, 340};
-constexpr Extent kSmallestExtent{520, 240};
+constexpr Extent kInitialExtent{560, 300};
+constexpr Extent kSmallestExtent{460, 240};
 constexpr int kMargin = 10;
 constexpr int kGap = 8;
 constexpr int kLabelGap = 4;

@@ -163,7 +163,7 @@ TEST_F(RealPreferenceWindow, CannotBeMadeSmallerThanItsControlsNeed) {
   SetWindowPos(world_.dialog(), nullptr, 0, 0, 10, 10, SWP_NOMOVE | SWP_NOZORDER);
   RECT place{};
   GetWindowRect(world_.dialog(), &place);
-  EXPECT_EQ(place.right - place.left, 520);
+  EXPECT_EQ(place.right - place.left, 460);
   EXPECT_EQ(place.bottom - place.top, 240);
   EXPECT_LT(PlaceInDialog("Command1").bottom, PlaceInDialog("cmdPrefClose").top);
   EXPECT_LE(PlaceInDialog("cmdPrefClose").bottom, PlaceInDialog("frmPrefStatus").top);
