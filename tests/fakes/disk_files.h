@@ -1,0 +1,32 @@
+#pragma once
+
+#include <string>
+
+#include "platform/files.h"
+
+namespace kitbay::fakes {
+
+/// The file system of the machine that the tests run on. Drive C: is a folder of it; letter case
+/// matters, and `Exists` knows no patterns.
+class DiskFiles : public platform::Files {
+ public:
+  /// `drive` is the folder that C: stands for.
+  explicit DiskFiles(std::string drive);
+
+  bool Exists(const std::string& path) const override;
+  std::string Read(const std::string& path) const override;
+  std::unique_ptr<platform::FileReader> Open(const std::string& path) const override;
+  void Write(const std::string& path, std::string_view bytes) override;
+  void Create(const std::string& path, std::string_view bytes) override;
+  void Replace(const std::string& path, std::string_view bytes) override;
+  void CreateFolder(const std::string& path) override;
+  bool IsLink(const std::string& path) const override;
+  platform::LocalTime LastModified(const std::string& path) const override;
+
+ private:
+  std::string Place(const std::string& path) const;
+
+  std::string drive_;
+};
+
+}  // namespace kitbay::fakes
