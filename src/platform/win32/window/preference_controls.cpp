@@ -10,6 +10,12 @@
 #include "platform/win32/window/screen_scale.h"
 
 namespace kitbay::platform::win32 {
+namespace {
+
+// What stands between the lines of text of two rows of the list.
+constexpr int kRowGap = 5;
+
+}  // namespace
 
 // The label stands directly before the text box, so that programs that read the screen take it for
 // the box's name.
@@ -53,8 +59,9 @@ void PreferenceControls::SetResolution(int dpi) {
   for (const HWND control : {label_, url_box_, add_, remove_, close_, status_bar_}) {
     SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(font.get()), TRUE);
   }
-  list_.SetFont(font.get());
-  font_ = std::move(font);
+  // The list has the earlier one until then.
+  const UniqueFont earlier = std::exchange(font_, std::move(font));
+  list_.SetFont(font_.get(), LineHeight() + ScaleToDpi(kRowGap, dpi));
 }
 
 void PreferenceControls::LayOut() {

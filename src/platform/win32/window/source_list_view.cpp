@@ -94,8 +94,14 @@ int SourceListView::Selected() const {
          1;
 }
 
-void SourceListView::SetFont(HFONT font) {
+// A list view has no height of rows of its own; pictures as high as that, though there are none,
+// give it one. The list destroys those that it holds at its end.
+void SourceListView::SetFont(HFONT font, int row_height) {
   SendMessageW(window_, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
+  const HIMAGELIST pictures = ImageList_Create(1, row_height, ILC_COLOR, 0, 1);
+  const LRESULT earlier =
+      SendMessageW(window_, LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(pictures));
+  ImageList_Destroy(reinterpret_cast<HIMAGELIST>(earlier));
   FitColumn();
 }
 

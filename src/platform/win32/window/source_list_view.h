@@ -26,7 +26,8 @@ class SourceListView {
   /// 0 when there is none.
   int Selected() const;
 
-  void SetFont(HFONT font);
+  /// Rows are `row_height` pixels high, or higher where the font needs it.
+  void SetFont(HFONT font, int row_height);
   void Place(const Rectangle& place);
 
  private:

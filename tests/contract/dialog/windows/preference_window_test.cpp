@@ -151,6 +151,10 @@ TEST_F(RealPreferenceWindow, TheColumnGrowsWithALongUrlAndShrinksWhenItGoes) {
   EXPECT_EQ(ColumnWidth(), ListWidth());
 }
 
+TEST_F(RealPreferenceWindow, RowsAreHigherThanTheirLineOfText) {
+  EXPECT_GE(world_.PlaceOfItem(2).y - world_.PlaceOfItem(1).y, 18);
+}
+
 TEST_F(RealPreferenceWindow, AnAddedItemIsSeen) {
   for (int i = 0; i < 50; ++i) world_.window().AddItem("more");
   const HWND list = world_.Control("lstPrefURL");
@@ -181,6 +185,7 @@ TEST_F(RealPreferenceWindow, FollowsANewResolution) {
   GetObjectW(reinterpret_cast<HFONT>(SendMessageW(world_.Control("lstPrefURL"), WM_GETFONT, 0, 0)),
              sizeof(font), &font);
   EXPECT_EQ(font.lfHeight, -16);
+  EXPECT_GE(world_.PlaceOfItem(2).y - world_.PlaceOfItem(1).y, 26);
   RECT place{};
   GetWindowRect(world_.dialog(), &place);
   EXPECT_EQ(place.right, 1000);
