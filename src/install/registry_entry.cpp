@@ -25,9 +25,12 @@ void AddAttribute(pugi::xml_node element, const char* name, const std::string& v
   element.append_attribute(name).set_value(value.c_str());
 }
 
-// Also an empty text is one, so that the element keeps its end tag.
+// An empty element is written as it will be after the next change of the file.
 void AddChild(pugi::xml_node element, const char* name, const std::string& text) {
-  element.append_child(name).text().set(WithLineFeeds(text).c_str());
+  pugi::xml_node child = element.append_child(name);
+  if (!text.empty()) {
+    child.text().set(WithLineFeeds(text).c_str());
+  }
 }
 
 void AddAddonParameters(const ComponentRecord& record, pugi::xml_node entry) {
