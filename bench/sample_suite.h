@@ -35,6 +35,7 @@ class DatastoreDisk : public platform::Files {
   void Write(const std::string& path, std::string_view bytes) override;
   void Create(const std::string& path, std::string_view bytes) override;
   void Replace(const std::string& path, std::string_view bytes) override;
+  void SweepReplacements(const std::string& /*folder*/) override {}
   void CreateFolder(const std::string& path) override;
   bool IsLink(const std::string& /*path*/) const override { return false; }
   platform::LocalTime LastModified(const std::string& path) const override;

@@ -116,6 +116,7 @@ int Run() {
                                    update_driver);
   MainForm form({log,
                  settings,
+                 *files,
                  *desktop,
                  *keys,
                  *suite_objects,

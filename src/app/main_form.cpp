@@ -125,6 +125,7 @@ void MainForm::WebBrowser1_DocumentComplete() {
         parts_.requests.SetDownloadObject(download_.get());
       });
   if (connected) {
+    SweepReplacements();
     guarded(parts_.log, kName, [&] {
       parts_.source_file.MakeDirectoryPreferenceFile(file_system_.get());
       parts_.update_driver.GetDirectoryPreferenceFile();
@@ -137,6 +138,19 @@ void MainForm::ConnectPage() {
   parts_.page.Connect(parts_.window.ConnectDocument(parts_.page_events));
   install::Registry registry(parts_.log, parts_.keys, parts_.settings);
   parts_.settings.CustomDataFolder = registry.GetAppDataPath() + "\\Ovalink\\CustomData";
+}
+
+// Where files are replaced, an earlier run may have been ended in the middle of it.
+void MainForm::SweepReplacements() {
+  guarded(parts_.log, "Kitbay::SweepReplacements", [&] {
+    const base::Settings& settings = parts_.settings;
+    if (!settings.InstallFolder.empty()) {
+      parts_.files.SweepReplacements(settings.InstallFolder + "\\Datastore");
+      parts_.files.SweepReplacements(settings.InstallFolder + "\\Kitbay");
+    }
+    parts_.files.SweepReplacements(settings.CustomDataFolder);
+    parts_.files.SweepReplacements(settings.CustomDataFolder + "\\..");
+  });
 }
 
 void MainForm::Form_Unload() {

@@ -12,6 +12,7 @@
 #include "catalog/new_components.h"
 #include "catalog/update_source_list.h"
 #include "install/install_session.h"
+#include "platform/files.h"
 #include "platform/main_window.h"
 #include "platform/registry_keys.h"
 #include "platform/suite_objects.h"
@@ -27,6 +28,7 @@ namespace kitbay::app {
 struct FormParts {
   ErrorLogFile& log;
   base::Settings& settings;
+  platform::Files& files;
   platform::Desktop& desktop;
   platform::RegistryKeys& keys;
   platform::SuiteObjects& suite_objects;
@@ -76,6 +78,7 @@ class MainForm : public platform::MainWindowEvents {
   void PrepareWorkingFiles();
   void ShowPage();
   void ConnectPage();
+  void SweepReplacements();
   void ShutDownTransfers();
   void DeleteWorkingFolder();
   void ObjSetToNothing();

@@ -52,6 +52,10 @@ class Files {
   /// the old file or the new one, whole. Creates the file when it is missing.
   virtual void Replace(const std::string& path, std::string_view bytes) = 0;
 
+  /// Deletes what replacements that never ended, in this process or another, have left in `folder`.
+  /// No other file is touched. A folder that is not there and what is still in use are passed over.
+  virtual void SweepReplacements(const std::string& folder) = 0;
+
   /// Creates one folder. Fails with 75 when it exists, with 76 when its parent does not.
   virtual void CreateFolder(const std::string& path) = 0;
 

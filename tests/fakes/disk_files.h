@@ -19,6 +19,7 @@ class DiskFiles : public platform::Files {
   void Write(const std::string& path, std::string_view bytes) override;
   void Create(const std::string& path, std::string_view bytes) override;
   void Replace(const std::string& path, std::string_view bytes) override;
+  void SweepReplacements(const std::string& /*folder*/) override {}  // Replacements leave nothing.
   void CreateFolder(const std::string& path) override;
   bool IsLink(const std::string& path) const override;
   platform::LocalTime LastModified(const std::string& path) const override;

@@ -1,5 +1,6 @@
 #include "fakes/memory_files.h"
 
+#include <regex>
 #include <stdexcept>
 #include <utility>
 
@@ -80,6 +81,23 @@ void MemoryFiles::Replace(const std::string& path, std::string_view bytes) {
   Record("Replace " + path);
   CheckWritable(path);
   Put(path, bytes);
+}
+
+void MemoryFiles::SweepReplacements(const std::string& folder) {
+  Record("SweepReplacements " + folder);
+  const WindowsPath parsed = ParsePath(folder);
+  if (folder.empty() || Find(parsed) == nullptr || Find(parsed)->unwritable) {
+    return;
+  }
+  static const std::regex kLeftOver("~kb[0-9]+-[0-9]+\\.tmp");
+  for (const std::string& name : Names(folder)) {
+    const auto at = entries_.find(parsed.Key() + "\\" + FoldCase(name));
+    const Entry& entry = at->second;
+    if (std::regex_match(name, kLeftOver) && !entry.is_folder && !entry.in_use &&
+        !entry.read_only) {
+      entries_.erase(at);
+    }
+  }
 }
 
 void MemoryFiles::CreateFolder(const std::string& path) {

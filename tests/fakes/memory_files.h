@@ -29,6 +29,7 @@ class MemoryFiles : public platform::Files {
   void Write(const std::string& path, std::string_view bytes) override;
   void Create(const std::string& path, std::string_view bytes) override;
   void Replace(const std::string& path, std::string_view bytes) override;
+  void SweepReplacements(const std::string& folder) override;
   void CreateFolder(const std::string& path) override;
   bool IsLink(const std::string& path) const override;
   platform::LocalTime LastModified(const std::string& path) const override;

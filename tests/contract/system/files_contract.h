@@ -275,6 +275,44 @@ TEST_P(FilesContract, ReplaceCreatesAMissingFile) {
   EXPECT_EQ(world_->Names(world_->folder()), std::vector<std::string>{"ä.xml"});
 }
 
+TEST_P(FilesContract, SweepDeletesWhatReplacementsHaveLeft) {
+  for (const char* name : {"~kb1-1.tmp", "~kb4294967295-1000.tmp", "a.xml"}) {
+    files().Write(In(name), "x");
+  }
+  files().SweepReplacements(world_->folder());
+  EXPECT_EQ(world_->Names(world_->folder()), std::vector<std::string>{"a.xml"});
+}
+
+TEST_P(FilesContract, SweepTouchesNoOtherFileAndNoFolder) {
+  const std::vector<std::string> names = {
+      "~kb-1.tmp",  "~kb1-.tmp",    "~kb1.tmp",  "~kb1-1.tmp.x", "~kb1-1.tmpx", "~kb1-1a.tmp",
+      "~kba-1.tmp", "~kb1-1-1.tmp", "kb1-1.tmp", "x~kb1-1.tmp",  "~kb 1-1.tmp"};
+  for (const std::string& name : names) {
+    files().Write(In(name), "x");
+  }
+  files().CreateFolder(In("~kb2-2.tmp"));
+  files().CreateFolder(In("sub"));
+  files().Write(In("sub\\~kb1-1.tmp"), "x");
+  files().SweepReplacements(world_->folder());
+  for (const std::string& name : names) {
+    EXPECT_TRUE(files().Exists(In(name))) << name;
+  }
+  EXPECT_TRUE(files().Exists(In("~kb2-2.tmp")));
+  EXPECT_TRUE(files().Exists(In("sub\\~kb1-1.tmp")));
+}
+
+TEST_P(FilesContract, SweepPassesOverWhatIsInUseAndFoldersThatAreNotThere) {
+  files().Write(In("~kb1-1.tmp"), "x");
+  files().Write(In("~kb1-2.tmp"), "x");
+  world_->HoldOpen(In("~kb1-1.tmp"));
+  files().SweepReplacements(world_->folder());
+  EXPECT_EQ(world_->Names(world_->folder()), std::vector<std::string>{"~kb1-1.tmp"});
+  for (const std::string& folder :
+       {In("missing"), In("~kb1-1.tmp"), std::string(), std::string("Q:\\none"), In("a?b")}) {
+    files().SweepReplacements(folder);
+  }
+}
+
 TEST_P(FilesContract, CreateFolderMakesOneFolder) {
   files().CreateFolder(In("Ordner ä"));
   files().Write(In("Ordner ä\\a.txt"), "1");

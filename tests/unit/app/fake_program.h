@@ -162,6 +162,7 @@ class FakeProgram : public ::testing::Test {
   FakePreferenceForm preference_form;
   MainForm form{{log,
                  settings,
+                 files,
                  desktop,
                  keys,
                  suite_objects,

@@ -92,6 +92,7 @@ class FailingDialog : public FakeProgram {
   FailingPreferenceForm failing_;
   MainForm form_{{log,
                   settings,
+                  files,
                   desktop,
                   keys,
                   suite_objects,

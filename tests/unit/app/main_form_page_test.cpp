@@ -50,6 +50,31 @@ TEST_F(PageLoaded, TheUsersDataLieInTheApplicationDataFolder) {
   EXPECT_THAT(keys.OpenKeys(), IsEmpty());
 }
 
+TEST_F(PageLoaded, LeftOversOfInterruptedSavesAreSweptFromWhereFilesAreReplaced) {
+  const std::vector<std::string> folders = {"C:\\Ovalink\\Datastore", "C:\\Ovalink\\Kitbay",
+                                            "C:\\Ana\\Ovalink\\CustomData", "C:\\Ana\\Ovalink"};
+  for (const std::string& folder : folders) {
+    files.AddFile(folder + "\\~kb12-1.tmp", "half");
+    files.AddFile(folder + "\\~kept.tmp", "whole");
+  }
+  files.AddFile("C:\\Ana\\~kb12-1.tmp", "elsewhere");
+  LoadPage();
+  for (const std::string& folder : folders) {
+    EXPECT_FALSE(files.IsFile(folder + "\\~kb12-1.tmp")) << folder;
+    EXPECT_TRUE(files.IsFile(folder + "\\~kept.tmp")) << folder;
+  }
+  EXPECT_TRUE(files.IsFile("C:\\Ana\\~kb12-1.tmp"));
+  EXPECT_EQ(Log(), Header());
+}
+
+TEST_F(PageLoaded, WithoutAnInstallationNothingIsSweptFromTheRootOfTheDrive) {
+  files.AddFile("C:\\Datastore\\~kb12-1.tmp", "elsewhere");
+  ASSERT_TRUE(Start());
+  settings.InstallFolder = "";
+  window.events()->WebBrowser1_DocumentComplete();
+  EXPECT_TRUE(files.IsFile("C:\\Datastore\\~kb12-1.tmp"));
+}
+
 TEST_F(PageLoaded, TheInstalledChannelsAreShownAndTheUpdatesAreOff) {
   LoadPage();
   ASSERT_EQ(At("installedchannels")->ChildNodeCount(), 2);

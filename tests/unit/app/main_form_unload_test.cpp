@@ -188,6 +188,7 @@ class ShutDown : public FakeProgram {
   TellingSuiteObjects telling;
   MainForm other{{log,
                   settings,
+                  files,
                   desktop,
                   keys,
                   telling,

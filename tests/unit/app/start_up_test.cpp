@@ -196,6 +196,7 @@ TEST_F(BringToFront, LogsItsFailure) {
   StiffDesktop stiff;
   MainForm other({log,
                   settings,
+                  files,
                   stiff,
                   keys,
                   suite_objects,

@@ -45,6 +45,7 @@ class ProgramWithItsDialog : public FakeProgram {
                                     window, page,  update_driver};
   MainForm form_{{log,
                   settings,
+                  files,
                   desktop,
                   keys,
                   suite_objects,

@@ -82,6 +82,7 @@ class Win32Files : public Files {
   void Write(const std::string& path, std::string_view bytes) override;
   void Create(const std::string& path, std::string_view bytes) override;
   void Replace(const std::string& path, std::string_view bytes) override;
+  void SweepReplacements(const std::string& folder) override;
   void CreateFolder(const std::string& path) override;
   bool IsLink(const std::string& path) const override;
   LocalTime LastModified(const std::string& path) const override;
@@ -161,6 +162,16 @@ void Win32Files::Replace(const std::string& path, std::string_view bytes) {
   ReplacementFile replacement(target);
   replacement.Append(bytes);
   replacement.PutInPlace();
+}
+
+void Win32Files::SweepReplacements(const std::string& folder) {
+  std::wstring system_path;
+  try {
+    system_path = ToSystemPath(folder);
+  } catch (const base::Failure&) {
+    return;
+  }
+  DeleteLeftOvers(system_path);
 }
 
 void Win32Files::CreateFolder(const std::string& path) {

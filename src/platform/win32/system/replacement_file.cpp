@@ -1,5 +1,7 @@
 #include "platform/win32/system/replacement_file.h"
 
+#include <cstddef>
+#include <string_view>
 #include <utility>
 
 #include "platform/win32/system/overwriting.h"
@@ -10,9 +12,29 @@ namespace {
 
 constexpr int kMostNames = 1000;
 
+constexpr std::wstring_view kNameStart = L"~kb";
+constexpr std::wstring_view kNameEnd = L".tmp";
+
 std::wstring TemporaryName(const std::wstring& target, int number) {
-  return target.substr(0, target.rfind(L'\\') + 1) + L"~kb" +
-         std::to_wstring(GetCurrentProcessId()) + L"-" + std::to_wstring(number) + L".tmp";
+  return target.substr(0, target.rfind(L'\\') + 1)
+      .append(kNameStart)
+      .append(std::to_wstring(GetCurrentProcessId()) + L"-" + std::to_wstring(number))
+      .append(kNameEnd);
+}
+
+bool IsNumber(std::wstring_view text) {
+  return !text.empty() && text.find_first_not_of(L"0123456789") == std::wstring_view::npos;
+}
+
+bool IsTemporaryName(std::wstring_view name) {
+  if (!name.starts_with(kNameStart) || !name.ends_with(kNameEnd)) {
+    return false;
+  }
+  name.remove_prefix(kNameStart.size());
+  name.remove_suffix(kNameEnd.size());
+  const std::size_t dash = name.find(L'-');
+  return dash != std::wstring_view::npos && IsNumber(name.substr(0, dash)) &&
+         IsNumber(name.substr(dash + 1));
 }
 
 }  // namespace
@@ -51,6 +73,20 @@ void ReplacementFile::PutInPlace() {
     throw FileFailure(GetLastError());
   }
   path_.clear();
+}
+
+void DeleteLeftOvers(const std::wstring& folder) {
+  WIN32_FIND_DATAW found{};
+  const UniqueFind listing(FindFirstFileW((folder + L"\\~kb*.tmp").c_str(), &found));
+  if (!listing) {
+    return;
+  }
+  do {
+    // One that is being written is open for its writer alone and cannot be deleted.
+    if (IsTemporaryName(found.cFileName)) {
+      DeleteFileW((folder + L"\\" + found.cFileName).c_str());
+    }
+  } while (FindNextFileW(listing.get(), &found));
 }
 
 }  // namespace kitbay::platform::win32

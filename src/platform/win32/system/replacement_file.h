@@ -29,4 +29,8 @@ class ReplacementFile {
   UniqueFile file_;
 };
 
+/// Deletes the temporary files in `folder`, a path as `ToSystemPath` gives it, that replacements
+/// have left there because their process ended. What cannot be deleted is passed over.
+void DeleteLeftOvers(const std::wstring& folder);
+
 }  // namespace kitbay::platform::win32
