@@ -1,4 +1,5 @@
 // Drives the real program as its user does: under Wine, in a window, with the mouse and the keyboard.
+import assert from 'node:assert/strict';
 import { execFile, spawn } from 'node:child_process';
 import fs from 'node:fs';
 import os from 'node:os';
@@ -7,7 +8,7 @@ import { once } from 'node:events';
 import { promisify } from 'node:util';
 import { fileURLToPath } from 'node:url';
 import { PageInspector } from '../../standins/web_browser/helper/inspect_client.mjs';
-import { compactXml, parseXml } from './xml.mjs';
+import { canonicalXml } from './xml.mjs';
 
 const run = promisify(execFile);
 export const root = fileURLToPath(new URL('../..', import.meta.url)).replace(/\/$/, '');
@@ -110,18 +111,22 @@ export class Suite {
     );
   }
 
-  /** Both registry files as they stand. */
+  /** Both registry files as they stand, the datastore first. */
   registryFiles() {
     return [this.datastore, this.customRegistry].map((file) => fs.readFileSync(file, 'utf8'));
   }
 
-  /** The entries of a registry file in their order, as {addons, transports, channels} of compact XML. */
-  entries(file) {
-    const root = parseXml(fs.readFileSync(file, 'utf8'));
-    const containers = root.children.filter(({ name }) => name);
-    return Object.fromEntries(
-      containers.map(({ name, children }) => [name, children.filter((child) => child.name).map(compactXml)]),
-    );
+  /**
+   * Demands that the registry files are what `change` (of canonical XML and a file's place) makes of
+   * what they were before; byte for byte as before where it makes nothing else of it.
+   */
+  demandRegistryFiles(before, change) {
+    this.registryFiles().forEach((text, file) => {
+      const was = canonicalXml(before[file]);
+      const expected = change(was, file);
+      if (expected === was) assert.equal(text, before[file]);
+      else assert.equal(canonicalXml(text), expected);
+    });
   }
 
   /** The files in the folder of cached manifests that are no part of the program. */
@@ -224,6 +229,13 @@ export async function registeredLibrary(progId) {
   }
 }
 
+/** How many clicks the page has seen since this was asked for the first time. */
+const kClicksSeen = `(globalThis.clicksSeen ??= (() => {
+  const seen = { count: 0 };
+  addEventListener('click', () => (seen.count += 1), true);
+  return seen;
+})()).count`;
+
 /** One running instance of a Windows program. */
 export class Program {
   #process;
@@ -269,16 +281,28 @@ export class Program {
     return this.#inspector;
   }
 
-  /** Clicks in the middle of an element of the page, with the mouse. */
+  /** Clicks in the middle of an element of the page, with the mouse, and waits until that is dealt with. */
   async click(selector, index = 0) {
+    await this.#clickOnly(selector, index);
+    await (await this.page()).settled();
+  }
+
+  async #clickOnly(selector, index = 0) {
     const page = await this.page();
     await page.settled();
     const { x, y } = await page.middle(selector, index);
+    const isOff = await page.eval(`document.querySelectorAll(${JSON.stringify(selector)})[${index}].disabled === true`);
+    const before = await page.eval(kClicksSeen);
     await run('xdotool', ['mousemove', String(x), String(y), 'click', '1']);
-    await page.settled();
+    // On a busy machine the click takes its time through the window system. A button that is switched
+    // off tells of none.
+    if (!isOff) await page.waitFor(`${kClicksSeen} > ${before}`);
   }
 
-  /** Opens the row of a component, where it is closed, and clicks on one of its buttons. */
+  /**
+   * Opens the row of a component, where it is closed, and clicks on one of its buttons. What the
+   * button does may begin with a message, which has to be answered before the click is dealt with.
+   */
   async press(container, name, button) {
     const page = await this.page();
     const place = await page.eval(`[...document.getElementById('${container}').children].findIndex(
@@ -288,7 +312,7 @@ export class Program {
     const panel = `document.querySelector(${JSON.stringify(row)}).children[1]`;
     if ((await page.eval(`${panel}.style.display`)) === 'none') await this.click(`${row} > span > font`);
     await page.eval(`${panel}.scrollIntoView({ block: 'nearest' })`);
-    await this.click(`${row} input[value=${button}]`);
+    await this.#clickOnly(`${row} input[value=${button}]`);
   }
 
   /** Shows the list of a kind ("addons", "trans" or "channels") in a category ("installed", "update"). */

@@ -6,7 +6,8 @@ const kComment = String.raw`<!--(?<comment>(?:(?!--)[^])*)-->`;
 const kInstruction = String.raw`<\?(?<instruction>[^]*?)\?>`;
 const kEnd = String.raw`</(?<end>[^\s<>/]+)\s*>`;
 const kAttribute = String.raw`\s+([^\s=<>"'/]+)\s*=\s*(?:"([^"<]*)"|'([^'<]*)')`;
-const kStart = String.raw`<(?<start>[^\s<>/!?]+)(?<attributes>(?:${kAttribute.replaceAll(/\((?!\?)/g, '(?:')})*)\s*(?<empty>/?)>`;
+const kAttributes = `(?<attributes>(?:${kAttribute.replaceAll(/\((?!\?)/g, '(?:')})*)`;
+const kStart = String.raw`<(?<start>[^\s<>/!?]+)${kAttributes}\s*(?<empty>/?)>`;
 const kToken = new RegExp([kText, kComment, kInstruction, kEnd, kStart].join('|'), 'y');
 
 const kEntities = { amp: '&', lt: '<', gt: '>', quot: '"', apos: "'" };
@@ -61,12 +62,12 @@ export function parseXml(text) {
 const escaped = (text) => text.replaceAll('&', '&amp;').replaceAll('<', '&lt;');
 const quoted = (value) => `"${escaped(value).replaceAll('"', '&quot;')}"`;
 
-/** A node as text, without the white space between elements. */
-export function compactXml(node) {
-  if (node.text !== undefined) return escaped(node.text);
-  if (node.comment !== undefined) return `<!--${node.comment}-->`;
-  const attributes = node.attributes.map(([name, value]) => ` ${name}=${quoted(value)}`).join('');
-  const holdsElements = node.children.some(({ name }) => name);
-  const inside = node.children.filter(({ text }) => !holdsElements || text === undefined || text.trim());
-  return `<${node.name}${attributes}>${inside.map(compactXml).join('')}</${node.name}>`;
+function written({ name, attributes, children, text, comment }) {
+  if (text !== undefined) return escaped(text);
+  if (comment !== undefined) return `<!--${comment}-->`;
+  const start = [name, ...attributes.map(([key, value]) => `${key}=${quoted(value)}`)].join(' ');
+  return `<${start}>${children.map(written).join('')}</${name}>`;
 }
+
+/** The document element of a text, written in one way: the same for texts that mean the same. */
+export const canonicalXml = (text) => written(parseXml(text));
