@@ -4,7 +4,18 @@ import fs from 'node:fs';
 import path from 'node:path';
 import { afterEach, beforeEach, test } from 'node:test';
 import { UpdateSource } from '../../standins/update_source/server.mjs';
-import { confirmMessage, eventually, picture, probe, rowsOf, Suite, windows, isKitbay, wine } from './harness.mjs';
+import {
+  allButtonsOn,
+  confirmMessage,
+  eventually,
+  isKitbay,
+  picture,
+  probe,
+  rowsOf,
+  Suite,
+  windows,
+  wine,
+} from './harness.mjs';
 
 const settingsKey = 'HKCU\\Software\\Ovalink';
 
@@ -214,14 +225,11 @@ test('switching categories and tabs keeps the selected kind', async () => {
 test('a download shows its progress and switches the other buttons off', async () => {
   const page = await started(`${source.host}/ovalink.xml`);
   await page.waitFor(answered);
-  const package_ = Buffer.alloc(300 * 1024, 'x');
-  source.publish('/packages/scrapbook.zip', package_);
   const drip = source.misbehave('/packages/scrapbook.zip', 'drip');
   await kitbay.click('#itabencloser #addons');
   await kitbay.click('#update');
   await page.waitFor(`document.getElementById('tabencloser').offsetParent !== null`);
-  await kitbay.click('#updatedaddons > div > span > font');
-  await kitbay.click('#updatedaddons > div input');
+  await kitbay.press('updatedaddons', 'Scrapbook', 'Install');
   await drip.reached;
   const progress = async () =>
     (await windows()).find(isKitbay).controls.find((control) => control.class === 'msctls_progress32').value;
@@ -236,10 +244,10 @@ test('a download shows its progress and switches the other buttons off', async (
   assert.equal(source.requests.length, asked);
   await picture('updates-download');
   await drip.rest();
-  const arrived = path.join(suite.folder, 'Temp/scrapbook.zip');
-  await eventually('the package', () => fs.existsSync(arrived));
-  assert.deepEqual(fs.readFileSync(arrived), package_);
-  await page.waitFor(`!document.querySelector('#updatedaddons input').disabled`);
+  assert.match(await confirmMessage(), /^Scrapbook addon has been successfully installed\./);
+  const arrived = fs.readFileSync(path.join(suite.workingFolder, 'scrapbook.zip'));
+  assert.deepEqual(arrived, source.contentOf('/packages/scrapbook.zip'));
+  await page.waitFor(allButtonsOn);
   assert.equal(await progress(), 100);
   await closed();
 });
