@@ -1,0 +1,146 @@
+// A click on Remove, with the main client running and not running.
+import assert from 'node:assert/strict';
+import fs from 'node:fs';
+import { after, before, test } from 'node:test';
+import { UpdateSource } from '../../standins/update_source/server.mjs';
+import { allButtonsOn, confirmMessage, MainClient, messages, rowsOf, Suite } from './harness.mjs';
+
+const answered = `!document.getElementById('category').childNodes[3].disabled`;
+
+let source;
+let suite;
+let client;
+let kitbay;
+let page;
+let files;
+
+before(async () => {
+  source = await UpdateSource.start();
+  suite = await Suite.layOut({ KITBAY_UPDATE_SOURCE: `${source.host}/ovalink.xml` });
+  files = componentFiles();
+  client = new MainClient(suite);
+  await start();
+});
+after(async () => {
+  await kitbay?.dispose();
+  await client.close();
+  await source.close();
+});
+
+async function start() {
+  kitbay = suite.start();
+  page = await kitbay.page();
+  await page.waitFor(answered);
+  await page.settled();
+}
+
+/** The names of all libraries of the installation. */
+const componentFiles = () => fs.readdirSync(suite.folder, { recursive: true }).filter((name) => name.endsWith('.dll'));
+
+const namesIn = async (container) => (await page.eval(rowsOf(container))).map(({ name }) => name);
+
+/** `word` is what the user's messages call the kind. */
+const kKinds = {
+  addon: { tab: 'addons', container: 'installedaddons', element: 'addon', word: 'Addon' },
+  service: { tab: 'trans', container: 'installedtransports', element: 'transport', word: '' },
+  channel: { tab: 'channels', container: 'installedchannels', element: 'channel', word: 'Channel' },
+};
+const kRunning = (name, { word }) =>
+  `To Remove ${name} ${word} Tessel  needs to be shut down. Please restart Tessel for the changes to take effect.`;
+const kNotRunning = (name, { word }) => `Are you sure you want to Remove the ${name} ${word}.`;
+
+async function press(name, kind) {
+  await kitbay.show('installed', kind.tab);
+  await kitbay.press(kind.container, name, 'Remove');
+}
+
+/** A registry file without the entry of a component and what sets it off. */
+const withoutEntry = (text, { element }, id) => text.replace(new RegExp(`<${element} id="${id}".*?</${element}>`, 's'), '');
+
+/** Demands that the component and nothing else is gone from the page and the registry files. */
+async function removed({ name, id, kind }, namesBefore, registryBefore) {
+  assert.deepEqual(await namesIn(kind.container), namesBefore.filter((other) => other !== name));
+  assert.notDeepEqual(suite.registryFiles(), registryBefore);
+  suite.demandRegistryFiles(registryBefore, (text) => withoutEntry(text, kind, id));
+  assert.ok(await page.eval(allButtonsOn));
+  assert.deepEqual(await messages(), []);
+  assert.deepEqual(suite.logEntries(), []);
+}
+
+for (const component of [
+  { name: 'Chess', id: 'chess', kind: kKinds.addon },
+  { name: 'Postoffice', id: 'postoffice', kind: kKinds.service },
+  { name: 'Weather', id: 'weather', kind: kKinds.channel },
+]) {
+  const { name, kind } = component;
+  test(`a running main client is closed before "${name}" is removed, and not started again`, async () => {
+    await client.start();
+    const events = client.events();
+    const registry = suite.registryFiles();
+
+    await press(name, kind);
+    const names = await namesIn(kind.container);
+    assert.equal(await confirmMessage('Cancel'), kRunning(name, kind));
+    await page.settled();
+    assert.deepEqual([client.events(), await client.count()], [events, 1]);
+    assert.deepEqual([await namesIn(kind.container), suite.registryFiles()], [names, registry]);
+
+    await press(name, kind);
+    assert.equal(await confirmMessage(), kRunning(name, kind));
+    await client.event(events.length + 1, 'the end of the main client');
+    await page.waitFor(`!${kind.container}.innerText.includes(${JSON.stringify(name)})`);
+    await removed(component, names, registry);
+    assert.deepEqual([client.events(), await client.count()], [[...events, 'closed'], 0]);
+  });
+}
+
+for (const component of [
+  { name: 'Moods & Gestures', id: 'moodpack', kind: kKinds.addon },
+  { name: 'Réseau local', id: 'lanlink', kind: kKinds.service },
+  { name: 'Morning Headlines', id: 'headlines', kind: kKinds.channel },
+  { name: 'Recipe of the Day', id: 'recipes', kind: kKinds.channel },
+]) {
+  const { name, kind } = component;
+  test(`"${name}" is removed after a question while the main client does not run`, async () => {
+    const events = client.events();
+    const registry = suite.registryFiles();
+
+    await press(name, kind);
+    const names = await namesIn(kind.container);
+    assert.equal(await confirmMessage('Cancel'), kNotRunning(name, kind));
+    await page.settled();
+    assert.deepEqual([await namesIn(kind.container), suite.registryFiles()], [names, registry]);
+
+    await press(name, kind);
+    assert.equal(await confirmMessage(), kNotRunning(name, kind));
+    await page.waitFor(`!${kind.container}.innerText.includes(${JSON.stringify(name)})`);
+    await removed(component, names, registry);
+    assert.deepEqual([client.events(), await client.count()], [events, 0]);
+  });
+}
+
+test('the files of removed components stay', () => {
+  assert.deepEqual(componentFiles(), files);
+});
+
+test('the next start lists them no more, and offers those that a source has as new', async () => {
+  assert.equal(await kitbay.close(), 0);
+  await start();
+  const lists = ['addons', 'transports', 'channels'];
+  const installed = Object.fromEntries(
+    await Promise.all(lists.map(async (list) => [list, await namesIn(`installed${list}`)])),
+  );
+  assert.deepEqual(installed, {
+    addons: [
+      ...['Spell Checker', 'Übersetzer', 'Café-Status', 'Płótno', 'File Drop'],
+      ...['Auto Reply', 'Address Book Link', 'Voice Notes'],
+    ],
+    transports: ['Ovalink Network', 'Text Message Gateway'],
+    channels: ['Presence', 'Départs', 'Sternenhimmel über Ålesund'],
+  });
+  assert.deepEqual(await namesIn('updatedaddons'), ['Chess', 'Scrapbook']);
+  assert.deepEqual(await namesIn('updatedtransports'), ['Postoffice', 'Relay']);
+  assert.deepEqual(await namesIn('updatedchannels'), ['Weather', 'Recipe of the Day', 'Tides']);
+  assert.equal(await kitbay.close(), 0);
+  assert.deepEqual(suite.logEntries(), []);
+});
