@@ -1,9 +1,20 @@
-// tour.mjs FOLDER: plays a short tour of the program on a fresh sample suite and a sample update
-// source, and leaves numbered pictures and the error log in FOLDER.
+// tour.mjs FOLDER: plays the program's story on a fresh sample suite and a sample update source:
+// what is installed, a source that fails, an update with the main client running, an installation
+// and a removal. It leaves numbered pictures and the error log in FOLDER.
 import fs from 'node:fs';
 import path from 'node:path';
 import { UpdateSource } from '../../standins/update_source/server.mjs';
-import { confirmMessage, eventually, isKitbay, picture, probe, Suite, windows, windowWhere } from './harness.mjs';
+import {
+  allButtonsOn,
+  confirmMessage,
+  eventually,
+  isKitbay,
+  MainClient,
+  messages,
+  picture,
+  Suite,
+  windows,
+} from './harness.mjs';
 
 const folder = path.resolve(process.argv[2]);
 fs.rmSync(folder, { recursive: true, force: true });
@@ -11,77 +22,101 @@ const source = await UpdateSource.start();
 const manifest = source.misbehave('/ovalink.xml', 'stall');
 const suite = await Suite.layOut({ KITBAY_UPDATE_SOURCE: `${source.host}/ovalink.xml` });
 suite.addSources(`${source.host}/closed.xml`);
+const client = new MainClient(suite);
+await client.start();
 const kitbay = suite.start();
+let page;
+
 let count = 0;
 const show = async (what) => {
   const name = `${String((count += 1)).padStart(2, '0')}-${what.replaceAll(' ', '-')}`;
   console.log(await picture(name, folder));
 };
+const showMessage = async (what) => {
+  await eventually(what, async () => (await messages()).length > 0);
+  await show(what);
+};
 const names = (container) => `#${container} > div > span > font:first-child`;
-const tabs = [
-  ['channels', 'channels'],
-  ['trans', 'messaging services'],
-  ['addons', 'addons'],
-];
 
 async function installed() {
-  for (const [tab, kind] of tabs) {
-    await kitbay.click(`#itabencloser #${tab}`);
-    await show(`installed ${kind}`);
-    await kitbay.click(names(`installed${tab === 'trans' ? 'transports' : tab}`), 1);
-    await show(`one of the ${kind} with its description`);
-  }
-  await kitbay.click(names('installedaddons'), 0);
-  await show('an addon that cannot be removed');
-}
-
-async function updates(page) {
+  await page.waitFor(`document.getElementById('itabencloser')`);
+  await manifest.reached;
+  await kitbay.click(names('installedchannels'), 1);
+  await show('installed channels while a source is asked');
+  await kitbay.click('#itabencloser #trans');
+  await show('installed messaging services');
+  await kitbay.click('#itabencloser #addons');
   await kitbay.click(names('installedaddons'), 1);
-  await show('an addon with an update');
-  await kitbay.click('#update');
-  await page.waitFor(`document.getElementById('tabencloser').offsetParent !== null`);
-  for (const [tab, kind] of tabs) {
-    await kitbay.click(`#tabencloser #${tab}`);
-    await show(`new ${kind}`);
-  }
+  await show('installed addons');
 }
 
-async function download() {
-  source.publish('/packages/scrapbook.zip', Buffer.alloc(300 * 1024));
-  const drip = source.misbehave('/packages/scrapbook.zip', 'drip');
-  await kitbay.click(names('updatedaddons'));
-  await kitbay.click('#updatedaddons > div input');
-  await drip.reached;
-  await drip.next(100 * 1024);
+async function sourceThatFails() {
+  await manifest.rest();
+  await showMessage('a source that fails');
+  await confirmMessage();
+  await page.waitFor(`!document.getElementById('update').disabled`);
+}
+
+async function update() {
+  const held = source.misbehave('/packages/chess.zip', 'drip');
+  await kitbay.show('installed', 'addons');
+  await kitbay.press('installedaddons', 'Chess', 'Update');
+  await showMessage('the question before an update');
+  await confirmMessage();
+  await held.reached;
+  await client.event(2, 'the end of the main client');
+  await held.next(40 * 1024);
   await eventually('progress', async () => {
-    await drip.next(1024);
+    await held.next(1024);
     return (await windows()).find(isKitbay).controls.some(({ value }) => value > 30);
   });
-  await show('a download');
-  await drip.rest();
+  await show('a download while the main client is closed');
+  await held.rest();
+  await client.event(3, 'the restart of the main client');
+  await page.waitFor(allButtonsOn);
+  await kitbay.show('installed', 'addons');
+  await kitbay.click(names('installedaddons'), 8);
+  await show('the new version and the main client again');
+}
+
+async function installation() {
+  await kitbay.show('update', 'trans');
+  await show('new messaging services');
+  await kitbay.click('#tabencloser #channels');
+  await show('new channels');
+  await kitbay.click('#tabencloser #addons');
+  await kitbay.press('updatedaddons', 'Scrapbook', 'Install');
+  await showMessage('a new addon has been installed');
+  await confirmMessage();
+  await page.waitFor(allButtonsOn);
+  await kitbay.show('installed', 'addons');
+  await kitbay.click(names('installedaddons'), 10);
+  await page.eval(`installedaddons.lastElementChild.scrollIntoView()`);
+  await page.settled();
+  await show('the new addon among the installed ones');
+}
+
+async function removal() {
+  await kitbay.press('installedaddons', 'Voice Notes', 'Remove');
+  await showMessage('the question before a removal');
+  await confirmMessage();
+  await page.waitFor(`!installedaddons.innerText.includes('Voice Notes')`);
+  await show('the addon is gone and the main client closed');
 }
 
 try {
-  const page = await kitbay.page();
-  await page.waitFor(`document.getElementById('itabencloser')`);
-  await manifest.reached;
-  await page.settled();
-  await show('asking a source');
+  page = await kitbay.page();
   await installed();
-  await manifest.rest();
-  await windowWhere('the message of a source that fails', (window) => window.class === '#32770');
-  await show('a source that fails');
-  await confirmMessage();
-  await page.waitFor(`!document.getElementById('update').disabled`);
-  await updates(page);
-  await download();
-  await page.waitFor(`!document.querySelector('#updatedaddons input').disabled`);
-  await probe('press', 'Kitbay', '&Close');
-  await kitbay.ended();
+  await sourceThatFails();
+  await update();
+  await installation();
+  await removal();
+  await kitbay.close();
   const log = path.join(folder, 'KitbayLog.log');
   fs.copyFileSync(suite.log, log);
   console.log(log);
 } finally {
   await kitbay.dispose();
+  await client.close();
   await source.close();
 }
