@@ -345,6 +345,9 @@ export class Program {
   }
 }
 
+/** True when the update sources have answered, and the Updates control has been switched on. */
+export const sourcesAnswered = `document.getElementById('category')?.childNodes[3]?.disabled === false`;
+
 /** True when no button of the page is switched off. */
 export const allButtonsOn = `document.querySelectorAll('input:disabled').length === 0`;
 

@@ -11,11 +11,11 @@ import {
   MainClient,
   registeredLibrary,
   rowsOf,
+  sourcesAnswered,
   Suite,
   windowsPath,
 } from './harness.mjs';
 
-const answered = `!document.getElementById('category').childNodes[3].disabled`;
 const packages = path.join(buildFolder, 'standins/update_source/content');
 
 let source;
@@ -53,7 +53,7 @@ after(async () => {
 async function start() {
   kitbay = suite.start();
   page = await kitbay.page();
-  await page.waitFor(answered);
+  await page.waitFor(sourcesAnswered);
   await page.settled();
 }
 

@@ -3,9 +3,8 @@ import assert from 'node:assert/strict';
 import fs from 'node:fs';
 import { after, before, test } from 'node:test';
 import { UpdateSource } from '../../standins/update_source/server.mjs';
-import { allButtonsOn, confirmMessage, MainClient, messages, rowsOf, Suite } from './harness.mjs';
+import { allButtonsOn, confirmMessage, MainClient, messages, rowsOf, sourcesAnswered, Suite } from './harness.mjs';
 
-const answered = `!document.getElementById('category').childNodes[3].disabled`;
 
 let source;
 let suite;
@@ -30,7 +29,7 @@ after(async () => {
 async function start() {
   kitbay = suite.start();
   page = await kitbay.page();
-  await page.waitFor(answered);
+  await page.waitFor(sourcesAnswered);
   await page.settled();
 }
 
@@ -54,8 +53,9 @@ async function press(name, kind) {
   await kitbay.press(kind.container, name, 'Remove');
 }
 
-/** A registry file without the entry of a component and what sets it off. */
-const withoutEntry = (text, { element }, id) => text.replace(new RegExp(`<${element} id="${id}".*?</${element}>`, 's'), '');
+/** A registry file without the entry of a component. */
+const withoutEntry = (text, { element }, id) =>
+  text.replace(new RegExp(`<${element} id="${id}".*?</${element}>`, 's'), '');
 
 /** Demands that the component and nothing else is gone from the page and the registry files. */
 async function removed({ name, id, kind }, namesBefore, registryBefore) {

@@ -21,7 +21,7 @@ import {
 } from './harness.mjs';
 
 const run = promisify(execFile);
-const answered = `!document.getElementById('category').childNodes[3].disabled`;
+const answered = `document.getElementById('category')?.childNodes[3]?.disabled === false`;
 const kFailedToLoad = ' Kitbay::Loading of library failed';
 const kTimeLimit = 10000;
 const kPatience = 60000;

@@ -11,10 +11,10 @@ import {
   MainClient,
   messages,
   rowsOf,
+  sourcesAnswered,
   Suite,
 } from './harness.mjs';
 
-const answered = `!document.getElementById('category').childNodes[3].disabled`;
 const packages = path.join(buildFolder, 'standins/update_source/content');
 
 let source;
@@ -35,7 +35,7 @@ async function layOut() {
 async function start() {
   kitbay = suite.start();
   page = await kitbay.page();
-  await page.waitFor(answered);
+  await page.waitFor(sourcesAnswered);
   await page.settled();
 }
 

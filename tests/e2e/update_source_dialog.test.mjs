@@ -29,7 +29,7 @@ beforeEach(async () => {
   sourceFile = path.join(suite.userFolder, 'updatepreference.xml');
   kitbay = suite.start();
   page = await kitbay.page();
-  await page.waitFor(`!document.getElementById('category').childNodes[3].disabled`);
+  await page.waitFor(`document.getElementById('category')?.childNodes[3]?.disabled === false`);
 });
 afterEach(async () => {
   await kitbay?.dispose();

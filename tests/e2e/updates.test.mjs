@@ -12,6 +12,7 @@ import {
   picture,
   probe,
   rowsOf,
+  sourcesAnswered,
   Suite,
   windows,
   wine,
@@ -32,7 +33,7 @@ afterEach(async () => {
 });
 
 const updatesControl = `document.getElementById('category').childNodes[3]`;
-const answered = `!${updatesControl}.disabled`;
+const answered = sourcesAnswered;
 
 /** Lays the suite out with `first` as the installation's source and `others` as the user's own. */
 async function started(first, ...others) {
