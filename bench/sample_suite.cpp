@@ -121,7 +121,7 @@ SampleSuite::SampleSuite(ComponentKind kind, std::size_t entries)
 }
 
 void SampleSuite::Load() const {
-  pugi::xml_document document;
+  catalog::XmlDocument document;
   registry_files_.LoadDatastore(document);
 }
 

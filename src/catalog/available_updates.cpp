@@ -103,7 +103,7 @@ void AvailableUpdates::CheckEntries(ComponentKind kind, const pugi::xpath_node_s
                                     const std::string& manifest, const VersionOf& version_of,
                                     RowNumber& row) {
   const ManifestTable& offers = kManifestTables[kind];
-  pugi::xml_document document;
+  XmlDocument document;
   if (!TryLoadXml(files_, ManifestPath(settings_, manifest), document) ||
       !document.select_node(offers.manifest_list) || installed.empty()) {
     return;

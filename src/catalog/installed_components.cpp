@@ -26,7 +26,7 @@ void InstalledComponents::InitialInstalledTransports() {
 
 template <typename VersionOf>
 void InstalledComponents::ListLocalEntries(const InstalledTable& table, VersionOf version_of) {
-  pugi::xml_document datastore;
+  XmlDocument datastore;
   registry_files_.LoadDatastore(datastore);
   if (!datastore.select_node(table.registry_list)) {
     rows_.FillDivStatus(table.container, table.nothing_local);
@@ -52,9 +52,9 @@ void InstalledComponents::InitialInstalledChannels() {
   guarded(log_, "Kitbay::InitialInstalledChannels", [&] {
     const InstalledTable& table = kInstalledTables.channel;
     rows_.AddImageTab(kInstalledBarHolder, kInstalledBarMarkup);
-    pugi::xml_document custom;
+    XmlDocument custom;
     registry_files_.TryLoadCustomRegistry(custom);
-    pugi::xml_document datastore;
+    XmlDocument datastore;
     registry_files_.LoadDatastore(datastore);
     rows_.FillDivHeader(table.container, kInstalledBar, table.heading);
     std::unordered_set<std::string> shown;

@@ -36,7 +36,7 @@ bool InstalledWithUpdates::InstalledChannels() {
 bool InstalledWithUpdates::ListEntries(const InstalledTable& table, CheckOfOneSource check) {
   const int custom_entries = GetCustomAddonLength(
       settings_.CustomDataFolder + "\\CustomRegistry.xml", table.custom_entries);
-  pugi::xml_document datastore;
+  XmlDocument datastore;
   if (!registry_files_.TryLoadDatastore(datastore)) {
     return true;
   }
@@ -58,7 +58,7 @@ bool InstalledWithUpdates::ListChannels() {
   const InstalledTable& table = kInstalledTables.channel;
   const int custom_entries = GetCustomAddonLength(
       settings_.CustomDataFolder + "\\CustomRegistry.xml", table.custom_entries);
-  pugi::xml_document datastore;
+  XmlDocument datastore;
   if (!registry_files_.TryLoadDatastore(datastore)) {
     return true;
   }
@@ -72,7 +72,7 @@ bool InstalledWithUpdates::ListChannels() {
   } else {
     rows_.FillDivStatus(table.container, table.nothing);
   }
-  pugi::xml_document custom;
+  XmlDocument custom;
   if (custom_entries > 0 && registry_files_.TryLoadCustomRegistry(custom)) {
     const pugi::xpath_node_set custom_channels = SelectNodes(custom, table.custom_entries);
     CheckAllSources(&UpdateCheck::AddCustomInfo, custom_channels, row);
@@ -119,7 +119,7 @@ std::int16_t InstalledWithUpdates::GetCustomAddonLength(const std::string& path,
                                                         const std::string& selection) {
   std::int16_t length = 0;
   guarded(log_, "Kitbay::GetCustomAddonLength", [&] {
-    pugi::xml_document document;
+    XmlDocument document;
     if (!TryLoadXml(files_, path, document)) {
       return;
     }

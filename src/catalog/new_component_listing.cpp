@@ -62,7 +62,7 @@ void NewComponentListing::ListNew(ComponentKind kind, const char* source_procedu
 NewComponentListing::Ids NewComponentListing::InstalledIds(ComponentKind kind) const {
   const char* path = kManifestTables[kind].installed;
   Ids ids;
-  pugi::xml_document document;
+  XmlDocument document;
   if (registry_files_.TryLoadCustomRegistry(document)) {
     AddIds(document, path, ids);
   }
@@ -75,7 +75,7 @@ NewComponentListing::Ids NewComponentListing::InstalledIds(ComponentKind kind) c
 void NewComponentListing::ListOffers(ComponentKind kind, const std::string& path,
                                      const Ids& installed, RowNumber& row) {
   const ManifestTable& table = kManifestTables[kind];
-  pugi::xml_document manifest;
+  XmlDocument manifest;
   if (!TryLoadXml(files_, path, manifest)) {
     return;
   }

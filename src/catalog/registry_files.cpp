@@ -12,15 +12,15 @@ std::string CustomRegistryPath(const base::Settings& settings) {
   return settings.CustomDataFolder + "\\customregistry.xml";
 }
 
-void RegistryFiles::LoadDatastore(pugi::xml_document& document) const {
+void RegistryFiles::LoadDatastore(XmlDocument& document) const {
   LoadXml(files_, DatastorePath(settings_), document);
 }
 
-bool RegistryFiles::TryLoadDatastore(pugi::xml_document& document) const {
+bool RegistryFiles::TryLoadDatastore(XmlDocument& document) const {
   return TryLoadXml(files_, DatastorePath(settings_), document);
 }
 
-bool RegistryFiles::TryLoadCustomRegistry(pugi::xml_document& document) const {
+bool RegistryFiles::TryLoadCustomRegistry(XmlDocument& document) const {
   return TryLoadXml(files_, settings_.CustomDataFolder + "\\CustomRegistry.xml", document);
 }
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <pugixml.hpp>
 #include <string>
 
 #include "base/settings.h"
+#include "catalog/xml_document.h"
 #include "platform/files.h"
 
 namespace kitbay::catalog {
@@ -16,9 +16,9 @@ class RegistryFiles {
       : files_(files), settings_(settings) {}
 
   /// Loads the datastore; throws `base::Failure` when it does not load.
-  void LoadDatastore(pugi::xml_document& document) const;
-  bool TryLoadDatastore(pugi::xml_document& document) const;
-  bool TryLoadCustomRegistry(pugi::xml_document& document) const;
+  void LoadDatastore(XmlDocument& document) const;
+  bool TryLoadDatastore(XmlDocument& document) const;
+  bool TryLoadCustomRegistry(XmlDocument& document) const;
 
  private:
   const platform::Files& files_;

@@ -1,8 +1,6 @@
 #include "catalog/xml_file.h"
 
 #include <algorithm>
-#include <cstring>
-#include <new>
 #include <string_view>
 
 #include "base/failure.h"
@@ -28,20 +26,6 @@ constexpr unsigned kToChange = (kWellFormed & ~pugi::parse_eol) | pugi::parse_co
                                pugi::parse_pi | pugi::parse_declaration | pugi::parse_ws_pcdata;
 
 constexpr const char* kWhiteSpace = " \t\r\n";
-
-// Parses in a buffer that the document keeps, so that a large file is in memory only once while
-// its tree grows. Without the zero at the end the parser would overlook a last letter.
-pugi::xml_parse_result ParseOwnCopy(std::string bytes, unsigned options,
-                                    pugi::xml_document& document) {
-  const std::size_t size = bytes.size() + 1;
-  void* const buffer = pugi::get_memory_allocation_function()(size);
-  if (buffer == nullptr) {
-    throw std::bad_alloc();
-  }
-  std::memcpy(buffer, bytes.c_str(), size);
-  std::string().swap(bytes);
-  return document.load_buffer_inplace_own(buffer, size, options);
-}
 
 // What a document is saved as.
 class TextSink : public pugi::xml_writer {
@@ -90,9 +74,9 @@ void CheckShape(pugi::xml_document& document, const std::string& path) {
 }
 
 pugi::xml_encoding Load(const platform::Files& files, const std::string& path, unsigned options,
-                        pugi::xml_document& document) {
+                        XmlDocument& document) {
   document.reset();
-  const pugi::xml_parse_result result = ParseOwnCopy(files.Read(path), options, document);
+  const pugi::xml_parse_result result = document.ParseInPlace(files.Read(path), options);
   if (!result) {
     RaiseInvalid(document, path,
                  std::string(result.description()) + " at byte " + std::to_string(result.offset));
@@ -138,24 +122,22 @@ bool Succeeds(Loading loading) {
 
 }  // namespace
 
-void LoadXml(const platform::Files& files, const std::string& path, pugi::xml_document& document) {
+void LoadXml(const platform::Files& files, const std::string& path, XmlDocument& document) {
   Load(files, path, kToRead, document);
 }
 
-void LoadXmlToChange(const platform::Files& files, const std::string& path,
-                     pugi::xml_document& document) {
+void LoadXmlToChange(const platform::Files& files, const std::string& path, XmlDocument& document) {
   if (Load(files, path, kToChange, document) != pugi::encoding_utf8) {
     DeclareUtf8(document);
   }
 }
 
-bool TryLoadXml(const platform::Files& files, const std::string& path,
-                pugi::xml_document& document) {
+bool TryLoadXml(const platform::Files& files, const std::string& path, XmlDocument& document) {
   return Succeeds([&] { LoadXml(files, path, document); });
 }
 
 bool TryLoadXmlToChange(const platform::Files& files, const std::string& path,
-                        pugi::xml_document& document) {
+                        XmlDocument& document) {
   return Succeeds([&] { LoadXmlToChange(files, path, document); });
 }
 

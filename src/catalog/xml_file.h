@@ -3,6 +3,7 @@
 #include <pugixml.hpp>
 #include <string>
 
+#include "catalog/xml_document.h"
 #include "platform/files.h"
 
 namespace kitbay::catalog {
@@ -12,18 +13,16 @@ namespace kitbay::catalog {
 /// own value; `ElementText` gives an element's whole text. Throws `base::Failure` when the file
 /// cannot be read (53, 70, 75, 76), or with the system's "invalid data" HRESULT when it is not one
 /// well-formed document or carries a document type declaration; `document` is then empty.
-void LoadXml(const platform::Files& files, const std::string& path, pugi::xml_document& document);
+void LoadXml(const platform::Files& files, const std::string& path, XmlDocument& document);
 
 /// As `LoadXml`, to be changed and saved: comments, instructions, the declaration and white space
 /// are kept, and every text is a node of its own.
-void LoadXmlToChange(const platform::Files& files, const std::string& path,
-                     pugi::xml_document& document);
+void LoadXmlToChange(const platform::Files& files, const std::string& path, XmlDocument& document);
 
 /// As the two above, giving false instead of a failure.
-bool TryLoadXml(const platform::Files& files, const std::string& path,
-                pugi::xml_document& document);
+bool TryLoadXml(const platform::Files& files, const std::string& path, XmlDocument& document);
 bool TryLoadXmlToChange(const platform::Files& files, const std::string& path,
-                        pugi::xml_document& document);
+                        XmlDocument& document);
 
 /// Puts `document` in the place of the file at `path`, whole or not at all. Throws `base::Failure`
 /// when it cannot be written.

@@ -97,7 +97,7 @@ void DatastoreRegistration::Enter(ComponentKind kind) {
   InstallSession& session = parts_.session;
   session.record = {};
   session.library_list.clear();
-  pugi::xml_document manifest;
+  catalog::XmlDocument manifest;
   const pugi::xml_node entry = FindManifestEntry(parts_.files, parts_.settings, parts_.sources,
                                                  kind, session.package_name, manifest);
   ComponentRecord record = ReadRecord(kind, entry);
@@ -111,7 +111,7 @@ void DatastoreRegistration::Update(ComponentKind kind, const std::string& path) 
   if (record[kIdSlot].empty()) {
     throw base::Failure(base::RuntimeError::kInvalidProcedureCall, "there is no component's id");
   }
-  pugi::xml_document document;
+  catalog::XmlDocument document;
   catalog::LoadXmlToChange(parts_.files, path, document);
   const pugi::xml_node list = document.select_node(table.list).node();
   if (!list) {

@@ -66,7 +66,7 @@ std::string LoginOf(const pugi::xml_node& entry) {
 
 pugi::xml_node FindManifestEntry(const platform::Files& files, const base::Settings& settings,
                                  const catalog::UpdateSourceList& sources, ComponentKind kind,
-                                 const std::string& id, pugi::xml_document& manifest) {
+                                 const std::string& id, catalog::XmlDocument& manifest) {
   const std::string wanted = base::ToLower(id);
   for (const std::string& source : sources.UpdateSources) {
     const std::string path = catalog::ManifestPath(settings, base::AfterLastSlash(source));

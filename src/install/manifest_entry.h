@@ -1,12 +1,12 @@
 #pragma once
 
-#include <pugixml.hpp>
 #include <string>
 #include <vector>
 
 #include "base/component_kind.h"
 #include "base/settings.h"
 #include "catalog/update_source_list.h"
+#include "catalog/xml_document.h"
 #include "install/component_record.h"
 #include "platform/files.h"
 
@@ -17,7 +17,7 @@ namespace kitbay::install {
 /// that does not load is passed over. Throws `base::Failure` (91) when no manifest has the entry.
 pugi::xml_node FindManifestEntry(const platform::Files& files, const base::Settings& settings,
                                  const catalog::UpdateSourceList& sources, base::ComponentKind kind,
-                                 const std::string& id, pugi::xml_document& manifest);
+                                 const std::string& id, catalog::XmlDocument& manifest);
 
 /// What the entry says, slot by slot. Throws `base::Failure` (91) when one of its texts is missing;
 /// only `useapplicationlogin` may be.

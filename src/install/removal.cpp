@@ -106,7 +106,7 @@ void Removal::uninstall(const std::string& path, ComponentKind kind) {
     if (IsCustomRegistry(path) && !parts_.files.Exists(path)) {
       return;
     }
-    pugi::xml_document document;
+    catalog::XmlDocument document;
     catalog::LoadXmlToChange(parts_.files, path, document);
     pugi::xml_node entry = FindEntry(document, kind, ToLower(parts_.session.component_name));
     if (entry) {

@@ -127,7 +127,7 @@ void UpdateFlows::GetChannelInfo(Offer& offer) {
 // texts is no offer.
 void UpdateFlows::ReadOffer(ComponentKind kind, Offer& offer) {
   const std::string manifest_name = base::AfterLastSlash(parts_.sources.UpdateSources.front());
-  pugi::xml_document manifest;
+  catalog::XmlDocument manifest;
   if (!base::IsPlainFileName(manifest_name) ||
       !catalog::TryLoadXml(parts_.files, catalog::ManifestPath(parts_.settings, manifest_name),
                            manifest)) {

@@ -46,7 +46,7 @@ void UpdateSourceFile::MakeDirectoryPreferenceFile(platform::FileSystemObject* f
     if (!file_system->FileExists(Path())) {
       CreateWithOneSource(*file_system);
     }
-    pugi::xml_document seed;
+    catalog::XmlDocument seed;
     if (!catalog::TryLoadXmlToChange(files_, Path(), document_) ||
         !catalog::TryLoadXml(files_, settings_.InstallFolder + "\\Kitbay\\DirectoryPreference.xml",
                              seed)) {

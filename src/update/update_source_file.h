@@ -1,11 +1,11 @@
 #pragma once
 
-#include <pugixml.hpp>
 #include <string>
 
 #include "base/error_log.h"
 #include "base/settings.h"
 #include "catalog/update_source_list.h"
+#include "catalog/xml_document.h"
 #include "platform/file_system_object.h"
 #include "platform/files.h"
 
@@ -39,7 +39,7 @@ class UpdateSourceFile {
   platform::Files& files_;
   const base::Settings& settings_;
   catalog::UpdateSourceList& sources_;
-  pugi::xml_document document_;
+  catalog::XmlDocument document_;
 };
 
 }  // namespace kitbay::update

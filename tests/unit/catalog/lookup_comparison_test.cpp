@@ -127,7 +127,7 @@ TEST_F(LookupComparison, UpdateCheckGivesWhatANestedWalkGives) {
   for (int round = 0; round < 2000; ++round) {
     const std::vector<Item> installed = RandomItems(Below(8), false);
     const std::vector<Item> offered = RandomItems(Below(14), true);
-    pugi::xml_document registry;
+    XmlDocument registry;
     ASSERT_TRUE(registry.load_string(InstalledText(installed).c_str()));
     SetManifest("m.xml", OfferedText(offered));
     rows_.calls.clear();

@@ -35,7 +35,7 @@ class XmlFile : public CatalogTest {
 
   std::string Saved() const { return files_.Bytes(kPath).value_or("(no file)"); }
 
-  pugi::xml_document document_;
+  XmlDocument document_;
   std::string description_;
 };
 

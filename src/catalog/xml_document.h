@@ -1,0 +1,24 @@
+#pragma once
+
+#include <pugixml.hpp>
+#include <string>
+#include <utility>
+
+namespace kitbay::catalog {
+
+/// An XML file that has been read: a tree over the file's own bytes, which it keeps.
+class XmlDocument : public pugi::xml_document {
+ public:
+  /// Parses `bytes` in place of what the document held, with the parser's `options`.
+  pugi::xml_parse_result ParseInPlace(std::string bytes, unsigned options) {
+    reset();
+    bytes_ = std::move(bytes);
+    // Without the zero at the end the parser would overlook a last letter.
+    return load_buffer_inplace(bytes_.data(), bytes_.size() + 1, options);
+  }
+
+ private:
+  std::string bytes_;
+};
+
+}  // namespace kitbay::catalog
