@@ -17,37 +17,36 @@ namespace {
 using base::ComponentKind;
 using base::guarded;
 
-// The entries of a manifest by their ids.
+// The versions that a manifest offers, by the ids of its entries.
 class Offers {
  public:
   // An entry without an id ends the index, as it ends a walk through the entries.
-  explicit Offers(const pugi::xpath_node_set& entries) {
-    by_id_.reserve(entries.size());
-    for (const pugi::xpath_node& entry : entries) {
-      const pugi::xml_attribute id = entry.node().attribute("id");
+  explicit Offers(const Entries& entries) {
+    for (const pugi::xml_node& entry : entries) {
+      const pugi::xml_attribute id = entry.attribute("id");
       if (!id) {
         is_cut_off_ = true;
         return;
       }
-      by_id_.emplace(id.value(), entry.node());
+      versions_.emplace(id.value(), entry.child("version"));
     }
   }
 
-  // The first entry of `id`; none when there is none. Throws 91 when an entry without an id stands
-  // before the first match.
-  pugi::xml_node Find(const std::string& id) const {
-    const auto offer = by_id_.find(id);
-    if (offer != by_id_.end()) {
-      return offer->second;
+  // Whether the first entry of `id` offers a newer version than `installed`. Throws 91 when an
+  // entry without an id stands before it, or when it has no version.
+  bool HasNewer(const std::string& id, const std::string& installed) const {
+    const auto offer = versions_.find(id);
+    if (offer != versions_.end()) {
+      return IsNewer(installed, ElementText(offer->second));
     }
     if (is_cut_off_) {
       throw base::Failure(base::RuntimeError::kObjectVariableNotSet);
     }
-    return {};
+    return false;
   }
 
  private:
-  std::unordered_map<std::string_view, pugi::xml_node> by_id_;  // the ids are the document's
+  std::unordered_map<std::string_view, pugi::xml_node> versions_;  // the ids are the document's
   bool is_cut_off_ = false;
 };
 
@@ -57,8 +56,8 @@ std::string ManifestPath(const base::Settings& settings, const std::string& mani
   return settings.InstallFolder + "\\Kitbay\\" + manifest;
 }
 
-void AvailableUpdates::AddAddonInfo(const pugi::xpath_node_set& installed,
-                                    const std::string& manifest, RowNumber& row) {
+void AvailableUpdates::AddAddonInfo(const Entries& installed, const std::string& manifest,
+                                    RowNumber& row) {
   guarded(log_, "Kitbay::AddAddonInfo", [&] {
     CheckEntries(
         ComponentKind::kAddon, installed, manifest,
@@ -69,8 +68,8 @@ void AvailableUpdates::AddAddonInfo(const pugi::xpath_node_set& installed,
   });
 }
 
-void AvailableUpdates::AddTransportInfo(const pugi::xpath_node_set& installed,
-                                        const std::string& manifest, RowNumber& row) {
+void AvailableUpdates::AddTransportInfo(const Entries& installed, const std::string& manifest,
+                                        RowNumber& row) {
   guarded(log_, "Kitbay::AddTransportInfo", [&] {
     CheckEntries(
         ComponentKind::kTransport, installed, manifest,
@@ -81,7 +80,7 @@ void AvailableUpdates::AddTransportInfo(const pugi::xpath_node_set& installed,
   });
 }
 
-void AvailableUpdates::AddInfo(const pugi::xpath_node_set& installed, const std::string& manifest,
+void AvailableUpdates::AddInfo(const Entries& installed, const std::string& manifest,
                                RowNumber& row) {
   guarded(log_, "Kitbay::AddInfo", [&] {
     CheckEntries(
@@ -90,8 +89,8 @@ void AvailableUpdates::AddInfo(const pugi::xpath_node_set& installed, const std:
   });
 }
 
-void AvailableUpdates::AddCustomInfo(const pugi::xpath_node_set& installed,
-                                     const std::string& manifest, RowNumber& row) {
+void AvailableUpdates::AddCustomInfo(const Entries& installed, const std::string& manifest,
+                                     RowNumber& row) {
   guarded(log_, "Kitbay::AddCustomInfo", [&] {
     CheckEntries(
         ComponentKind::kChannel, installed, manifest,
@@ -99,7 +98,7 @@ void AvailableUpdates::AddCustomInfo(const pugi::xpath_node_set& installed,
   });
 }
 
-void AvailableUpdates::CheckEntries(ComponentKind kind, const pugi::xpath_node_set& installed,
+void AvailableUpdates::CheckEntries(ComponentKind kind, const Entries& installed,
                                     const std::string& manifest, const VersionOf& version_of,
                                     RowNumber& row) {
   const ManifestTable& offers = kManifestTables[kind];
@@ -114,12 +113,10 @@ void AvailableUpdates::CheckEntries(ComponentKind kind, const pugi::xpath_node_s
     const InstalledTable& table = kInstalledTables[kind];
     rows_.FillDivHeader(table.container, kInstalledBar, table.heading);
   }
-  const Offers offered(SelectNodes(document, offers.entries));
-  for (const pugi::xpath_node& selected : installed) {
-    const pugi::xml_node entry = selected.node();
+  const Offers offered(Entries(document, offers.entries));
+  for (const pugi::xml_node& entry : installed) {
     const std::string version = version_of(entry);
-    const pugi::xml_node offer = offered.Find(AttributeText(entry, "id"));
-    const bool has_update = offer && IsNewer(version, ChildText(offer, "version"));
+    const bool has_update = offered.HasNewer(AttributeText(entry, "id"), version);
     AddRow(kind, entry, version, has_update, row);
   }
 }

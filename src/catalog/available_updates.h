@@ -33,20 +33,18 @@ class AvailableUpdates : public UpdateCheck {
         shown_(shown),
         rows_(rows) {}
 
-  void AddAddonInfo(const pugi::xpath_node_set& installed, const std::string& manifest,
-                    RowNumber& row) override;
-  void AddTransportInfo(const pugi::xpath_node_set& installed, const std::string& manifest,
+  void AddAddonInfo(const Entries& installed, const std::string& manifest, RowNumber& row) override;
+  void AddTransportInfo(const Entries& installed, const std::string& manifest,
                         RowNumber& row) override;
-  void AddInfo(const pugi::xpath_node_set& installed, const std::string& manifest,
-               RowNumber& row) override;
-  void AddCustomInfo(const pugi::xpath_node_set& installed, const std::string& manifest,
+  void AddInfo(const Entries& installed, const std::string& manifest, RowNumber& row) override;
+  void AddCustomInfo(const Entries& installed, const std::string& manifest,
                      RowNumber& row) override;
 
  private:
   using VersionOf = std::function<std::string(const pugi::xml_node&)>;
 
-  void CheckEntries(base::ComponentKind kind, const pugi::xpath_node_set& installed,
-                    const std::string& manifest, const VersionOf& version_of, RowNumber& row);
+  void CheckEntries(base::ComponentKind kind, const Entries& installed, const std::string& manifest,
+                    const VersionOf& version_of, RowNumber& row);
   void AddRow(base::ComponentKind kind, const pugi::xml_node& entry, const std::string& version,
               bool has_update, RowNumber& row);
 

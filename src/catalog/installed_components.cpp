@@ -2,6 +2,7 @@
 
 #include "base/guarded.h"
 #include "base/text.h"
+#include "catalog/entries.h"
 #include "catalog/xml_file.h"
 
 namespace kitbay::catalog {
@@ -32,14 +33,13 @@ void InstalledComponents::ListLocalEntries(const InstalledTable& table, VersionO
     rows_.FillDivStatus(table.container, table.nothing_local);
     return;
   }
-  const pugi::xpath_node_set entries = SelectNodes(datastore, table.entries);
+  const Entries entries(datastore, table.entries);
   if (entries.empty()) {
     return;
   }
   rows_.FillDivHeader(table.container, kInstalledBar, table.heading);
   RowNumber row;
-  for (const pugi::xpath_node& selected : entries) {
-    const pugi::xml_node entry = selected.node();
+  for (const pugi::xml_node& entry : entries) {
     const std::string version = version_of(entry);
     const std::string name = AttributeText(entry, "name");
     const std::string description = ChildText(entry, "description");

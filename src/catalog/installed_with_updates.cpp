@@ -45,9 +45,9 @@ bool InstalledWithUpdates::ListEntries(const InstalledTable& table, CheckOfOneSo
     rows_.FillDivStatus(table.container, table.nothing);
     return true;
   }
-  const pugi::xpath_node_set entries = SelectNodes(datastore, table.entries);
+  const Entries entries(datastore, table.entries);
   shown_.is_answered = false;
-  if (entries.size() + static_cast<std::size_t>(custom_entries) > 0) {
+  if (!entries.empty() || custom_entries > 0) {
     RowNumber row;
     CheckAllSources(check, entries, row);
   }
@@ -66,7 +66,7 @@ bool InstalledWithUpdates::ListChannels() {
   shown_.is_answered = false;
   RowNumber row;
   const bool has_list = static_cast<bool>(datastore.select_node(table.registry_list));
-  const pugi::xpath_node_set channels = SelectNodes(datastore, table.entries);
+  const Entries channels(datastore, table.entries);
   if (has_list) {
     ListDatastoreChannels(channels, row);
   } else {
@@ -74,29 +74,26 @@ bool InstalledWithUpdates::ListChannels() {
   }
   XmlDocument custom;
   if (custom_entries > 0 && registry_files_.TryLoadCustomRegistry(custom)) {
-    const pugi::xpath_node_set custom_channels = SelectNodes(custom, table.custom_entries);
+    const Entries custom_channels(custom, table.custom_entries);
     CheckAllSources(&UpdateCheck::AddCustomInfo, custom_channels, row);
     ListCustomChannels(custom_channels, row);
   }
   return channels.empty() || shown_.is_answered;
 }
 
-void InstalledWithUpdates::ListDatastoreChannels(const pugi::xpath_node_set& channels,
-                                                 RowNumber& row) {
+void InstalledWithUpdates::ListDatastoreChannels(const Entries& channels, RowNumber& row) {
   const InstalledTable& table = kInstalledTables.channel;
   rows_.FillDivHeader(table.container, kInstalledBar, table.heading);
   CheckAllSources(&UpdateCheck::AddInfo, channels, row);
 }
 
-void InstalledWithUpdates::ListCustomChannels(const pugi::xpath_node_set& channels,
-                                              RowNumber& row) {
+void InstalledWithUpdates::ListCustomChannels(const Entries& channels, RowNumber& row) {
   guarded(log_, "Kitbay::ListCustomChannels", [&] {
     std::unordered_set<std::string> shown;
     for (const std::string& id : shown_.ids) {
       shown.insert(base::ToLower(id));
     }
-    for (const pugi::xpath_node& selected : channels) {
-      const pugi::xml_node channel = selected.node();
+    for (const pugi::xml_node& channel : channels) {
       if (shown.insert(base::ToLower(AttributeText(channel, "id"))).second) {
         const std::string name = AttributeText(channel, "name");
         const std::string version = AttributeText(channel, "version");
@@ -108,8 +105,8 @@ void InstalledWithUpdates::ListCustomChannels(const pugi::xpath_node_set& channe
   });
 }
 
-void InstalledWithUpdates::CheckAllSources(CheckOfOneSource check,
-                                           const pugi::xpath_node_set& installed, RowNumber& row) {
+void InstalledWithUpdates::CheckAllSources(CheckOfOneSource check, const Entries& installed,
+                                           RowNumber& row) {
   for (const std::string& source : sources_.UpdateSources) {
     (check_.*check)(installed, base::AfterLastSlash(source), row);
   }

@@ -6,6 +6,7 @@
 
 #include "base/error_log.h"
 #include "base/settings.h"
+#include "catalog/entries.h"
 #include "catalog/installed_rows.h"
 #include "catalog/installed_tables.h"
 #include "catalog/registry_files.h"
@@ -22,13 +23,12 @@ class UpdateCheck {
 
   /// Each takes the installed entries, the manifest's file name and the number of the last row that
   /// the listing has written so far.
-  virtual void AddAddonInfo(const pugi::xpath_node_set& installed, const std::string& manifest,
+  virtual void AddAddonInfo(const Entries& installed, const std::string& manifest,
                             RowNumber& row) = 0;
-  virtual void AddTransportInfo(const pugi::xpath_node_set& installed, const std::string& manifest,
+  virtual void AddTransportInfo(const Entries& installed, const std::string& manifest,
                                 RowNumber& row) = 0;
-  virtual void AddInfo(const pugi::xpath_node_set& installed, const std::string& manifest,
-                       RowNumber& row) = 0;
-  virtual void AddCustomInfo(const pugi::xpath_node_set& installed, const std::string& manifest,
+  virtual void AddInfo(const Entries& installed, const std::string& manifest, RowNumber& row) = 0;
+  virtual void AddCustomInfo(const Entries& installed, const std::string& manifest,
                              RowNumber& row) = 0;
 };
 
@@ -60,16 +60,14 @@ class InstalledWithUpdates {
   std::int16_t GetCustomAddonLength(const std::string& path, const std::string& selection);
 
  private:
-  using CheckOfOneSource = void (UpdateCheck::*)(const pugi::xpath_node_set&, const std::string&,
-                                                 RowNumber&);
+  using CheckOfOneSource = void (UpdateCheck::*)(const Entries&, const std::string&, RowNumber&);
 
   bool ListEntries(const InstalledTable& table, CheckOfOneSource check);
 
   bool ListChannels();
-  void ListDatastoreChannels(const pugi::xpath_node_set& channels, RowNumber& row);
-  void ListCustomChannels(const pugi::xpath_node_set& channels, RowNumber& row);
-  void CheckAllSources(CheckOfOneSource check, const pugi::xpath_node_set& installed,
-                       RowNumber& row);
+  void ListDatastoreChannels(const Entries& channels, RowNumber& row);
+  void ListCustomChannels(const Entries& channels, RowNumber& row);
+  void CheckAllSources(CheckOfOneSource check, const Entries& installed, RowNumber& row);
 
   base::ErrorLog& log_;
   const platform::Files& files_;

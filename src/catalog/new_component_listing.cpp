@@ -6,6 +6,7 @@
 #include "base/guarded.h"
 #include "base/text.h"
 #include "catalog/available_updates.h"
+#include "catalog/entries.h"
 #include "catalog/manifest_tables.h"
 #include "catalog/xml_file.h"
 
@@ -79,8 +80,7 @@ void NewComponentListing::ListOffers(ComponentKind kind, const std::string& path
   if (!TryLoadXml(files_, path, manifest)) {
     return;
   }
-  for (const pugi::xpath_node& selected : SelectNodes(manifest, table.entries)) {
-    const pugi::xml_node entry = selected.node();
+  for (const pugi::xml_node& entry : Entries(manifest, table.entries)) {
     if (installed.contains(base::ToLower(FirstAttributeText(entry)))) {
       continue;
     }

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "base/failure.h"
+#include "catalog/entries.h"
 
 namespace kitbay::catalog {
 namespace {
@@ -91,17 +92,6 @@ std::string_view Trimmed(std::string_view text) {
   return text;
 }
 
-// The node after `node` in document order below `top`; none after the last.
-pugi::xml_node NextBelow(const pugi::xml_node& top, pugi::xml_node node) {
-  if (node.first_child()) {
-    return node.first_child();
-  }
-  while (node != top && !node.next_sibling()) {
-    node = node.parent();
-  }
-  return node == top ? pugi::xml_node() : node.next_sibling();
-}
-
 // In memory, and so also when it is saved, the document is UTF-8, whatever the file was.
 void DeclareUtf8(pugi::xml_document& document) {
   const pugi::xml_node first = document.first_child();
@@ -155,7 +145,6 @@ std::string ElementText(const pugi::xml_node& node) {
   if (!node.first_child()) {
     return std::string(Trimmed(node.value()));
   }
-  // Walked without recursion: a file may nest as deep as it is long.
   std::string text = node.value();
   for (pugi::xml_node at = NextBelow(node, node); at; at = NextBelow(node, at)) {
     if (IsText(at) || at.type() == pugi::node_element) {

@@ -30,7 +30,7 @@ class UpdateSourceFile {
   std::string Path() const;
 
   /// What the file held when it was loaded last.
-  pugi::xml_document& document() { return document_; }
+  catalog::XmlDocument& document() { return document_; }
 
  private:
   void CreateWithOneSource(platform::FileSystemObject& file_system) const;

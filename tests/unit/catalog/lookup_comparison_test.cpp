@@ -133,7 +133,7 @@ TEST_F(LookupComparison, UpdateCheckGivesWhatANestedWalkGives) {
     rows_.calls.clear();
     log_.entries.clear();
     RowNumber row;
-    available.AddInfo(registry.select_nodes("root/channels//channel"), "m.xml", row);
+    available.AddInfo(Entries(registry, "root/channels//channel"), "m.xml", row);
     const std::vector<std::string> expected = CheckByWalking(installed, offered);
     ASSERT_EQ(Rows(), expected) << InstalledText(installed) << "\n" << OfferedText(offered);
     ASSERT_EQ(log_.entries.size(), expected.size() < installed.size() ? 1U : 0U);

@@ -14,19 +14,18 @@ class RecordingUpdateCheck : public UpdateCheck {
  public:
   explicit RecordingUpdateCheck(InstalledRows& shown) : shown_(shown) {}
 
-  void AddAddonInfo(const pugi::xpath_node_set& installed, const std::string& manifest,
+  void AddAddonInfo(const Entries& installed, const std::string& manifest,
                     RowNumber& row) override {
     Note("AddAddonInfo", installed, manifest, row);
   }
-  void AddTransportInfo(const pugi::xpath_node_set& installed, const std::string& manifest,
+  void AddTransportInfo(const Entries& installed, const std::string& manifest,
                         RowNumber& row) override {
     Note("AddTransportInfo", installed, manifest, row);
   }
-  void AddInfo(const pugi::xpath_node_set& installed, const std::string& manifest,
-               RowNumber& row) override {
+  void AddInfo(const Entries& installed, const std::string& manifest, RowNumber& row) override {
     Note("AddInfo", installed, manifest, row);
   }
-  void AddCustomInfo(const pugi::xpath_node_set& installed, const std::string& manifest,
+  void AddCustomInfo(const Entries& installed, const std::string& manifest,
                      RowNumber& row) override {
     Note("AddCustomInfo", installed, manifest, row);
   }
@@ -37,13 +36,13 @@ class RecordingUpdateCheck : public UpdateCheck {
   bool fails = false;     ///< whether each call ends in error 9 once it is written down
 
  private:
-  void Note(const std::string& procedure, const pugi::xpath_node_set& installed,
-            const std::string& manifest, RowNumber& row) {
+  void Note(const std::string& procedure, const Entries& installed, const std::string& manifest,
+            RowNumber& row) {
     shown_at_call.push_back(shown_);
     std::string ids;
     std::string rows;
-    for (const pugi::xpath_node& entry : installed) {
-      const std::string id = entry.node().attribute("id").value();
+    for (const pugi::xml_node& entry : installed) {
+      const std::string id = entry.attribute("id").value();
       ids += (ids.empty() ? "" : " ") + id;
       rows += " " + std::to_string(row.Next());
       if (notes_ids) {

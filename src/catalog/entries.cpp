@@ -1,0 +1,50 @@
+#include "catalog/entries.h"
+
+#include <cstring>
+
+namespace kitbay::catalog {
+namespace {
+
+constexpr std::string_view kAnyDepth = "//";
+
+}  // namespace
+
+Entries::Entries(const pugi::xml_document& document, std::string_view path) {
+  const std::size_t cut = path.find(kAnyDepth);
+  lists_ = document.select_nodes(std::string(path.substr(0, cut)).c_str());
+  lists_.sort();
+  name_ = path.substr(cut + kAnyDepth.size());
+}
+
+Entries::Iterator::Iterator(const Entries& entries, const pugi::xpath_node* list)
+    : entries_(&entries), list_(list) {
+  if (list_ != entries_->lists_.end()) {
+    node_ = list_->node();
+    ++*this;
+  }
+}
+
+Entries::Iterator& Entries::Iterator::operator++() {
+  do {
+    node_ = NextBelow(list_->node(), node_);
+    while (!node_ && ++list_ != entries_->lists_.end()) {
+      node_ = list_->node().first_child();
+    }
+  } while (node_ && std::strcmp(node_.name(), entries_->name_.c_str()) != 0);
+  return *this;
+}
+
+pugi::xml_node NextBelow(const pugi::xml_node& top, pugi::xml_node node) {
+  if (const pugi::xml_node child = node.first_child()) {
+    return child;
+  }
+  while (node != top) {
+    if (const pugi::xml_node next = node.next_sibling()) {
+      return next;
+    }
+    node = node.parent();
+  }
+  return {};
+}
+
+}  // namespace kitbay::catalog
