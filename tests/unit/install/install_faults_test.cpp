@@ -79,7 +79,7 @@ class Machine : public InstallationTest {
   }
 
   bool Parses(const std::string& path) const {
-    pugi::xml_document document;
+    catalog::XmlDocument document;
     return catalog::TryLoadXml(files_, path, document);
   }
 
