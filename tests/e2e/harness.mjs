@@ -310,6 +310,7 @@ export class Program {
     if (place < 0) throw new Error(`No row of ${name} in ${container}`);
     const row = `#${container} > div:nth-child(${place + 1})`;
     const panel = `document.querySelector(${JSON.stringify(row)}).children[1]`;
+    await page.eval(`document.querySelector(${JSON.stringify(row)}).scrollIntoView({ block: 'nearest' })`);
     if ((await page.eval(`${panel}.style.display`)) === 'none') await this.click(`${row} > span > font`);
     await page.eval(`${panel}.scrollIntoView({ block: 'nearest' })`);
     await this.#clickOnly(`${row} input[value=${button}]`);
