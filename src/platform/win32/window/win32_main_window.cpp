@@ -6,6 +6,7 @@
 #include "platform/win32/com/com_failure.h"
 #include "platform/win32/win32_platform.h"
 #include "platform/win32/window/automation_document.h"
+#include "platform/win32/window/program_icon.h"
 #include "platform/win32/window/screen_place.h"
 #include "platform/win32/window/screen_scale.h"
 #include "platform/win32/window/window_layout.h"
@@ -21,7 +22,7 @@ void RegisterWindowClass(WNDPROC procedure) {
   description.cbSize = sizeof(description);
   description.lpfnWndProc = procedure;
   description.hInstance = GetModuleHandleW(nullptr);
-  description.hIcon = LoadIconW(nullptr, IDI_APPLICATION);
+  description.hIcon = ProgramIcon();
   description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
   description.hbrBackground = reinterpret_cast<HBRUSH>(static_cast<INT_PTR>(COLOR_BTNFACE + 1));
   description.lpszClassName = kWindowClass;

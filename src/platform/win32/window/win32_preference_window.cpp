@@ -9,6 +9,7 @@
 #include "platform/win32/com/com_failure.h"
 #include "platform/win32/win32_platform.h"
 #include "platform/win32/window/preference_layout.h"
+#include "platform/win32/window/program_icon.h"
 #include "platform/win32/window/screen_place.h"
 #include "platform/win32/window/screen_scale.h"
 
@@ -33,6 +34,7 @@ void RegisterDialogClass() {
   description.lpfnWndProc = DefDlgProcW;
   description.cbWndExtra = DLGWINDOWEXTRA;
   description.hInstance = GetModuleHandleW(nullptr);
+  description.hIcon = ProgramIcon();
   description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
   description.hbrBackground = reinterpret_cast<HBRUSH>(static_cast<INT_PTR>(COLOR_BTNFACE + 1));
   description.lpszClassName = kWindowClass;
