@@ -63,6 +63,14 @@ TEST(MainWindow, StartsHiddenUnderItsClassAndCaption) {
   EXPECT_TRUE(IsWindowVisible(loaded.handle()));
 }
 
+TEST(MainWindow, ShowsTheIconOfTheProgram) {
+  const HWND window = SharedWindow().handle();
+  const HICON icon = LoadIconW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(1));
+  ASSERT_NE(icon, nullptr);
+  EXPECT_EQ(GetClassLongPtrW(window, GCLP_HICON), reinterpret_cast<ULONG_PTR>(icon));
+  EXPECT_NE(GetClassLongPtrW(window, GCLP_HICONSM), 0U);
+}
+
 TEST(MainWindow, HasItsControlsInVerdana) {
   LoadedWindow& loaded = SharedWindow();
   for (const HWND control :
