@@ -1,0 +1,200 @@
+// A process that changes the registry files is killed, at every point of its way and within the
+// replacing of a file itself: the files are always whole, and hold the old or the new state.
+import assert from 'node:assert/strict';
+import { spawn } from 'node:child_process';
+import { once } from 'node:events';
+import fs from 'node:fs';
+import path from 'node:path';
+import { createInterface } from 'node:readline';
+import { after, before, test as nodeTest } from 'node:test';
+import { buildFolder, prefixFolder, root, windowsPath } from './harness.mjs';
+import { parseXml } from './xml.mjs';
+
+const test = (name, body) => nodeTest(name, { timeout: 300000 }, body);
+const client = path.join(buildFolder, 'tests/e2e/crash/crash_client.exe');
+const folder = path.join(prefixFolder, 'drive_c/crash');
+const userFolder = path.join(folder, 'user');
+const datastore = path.join(folder, 'Datastore/olregistry.xml');
+const customRegistry = path.join(userFolder, 'customregistry.xml');
+const kPoints = 20;
+
+// In the form in which the XML library writes it, so that a removal leads back to these very bytes.
+const kDatastore = `<?xml version="1.0"?>
+<root><!-- the suite's -->
+  <addons><addon id="notes" name="notes"><core>0</core></addon></addons>
+  <transports/><channels>
+</channels></root>
+`;
+const kOffers = `<components>
+<addons><addon id="chess" type="game"><name>chess</name><description>d</description><progid>p</progid>
+<filename>f</filename><category/><autoaccept>0</autoaccept><params/><offline>0</offline><dependencies/></addon></addons>
+<transports><transport id="relay"><name>relay</name><version>1</version><progid>p</progid><filename>f</filename>
+<category/><displayname>d</displayname><instructions>i</instructions></transport></transports>
+<channels>${['presence', 'news']
+  .map(
+    (id) => `<channel id="${id}"><name>${id}</name><version>1</version><description>d</description><progid>p</progid>
+<filename/><category/><dependencies/><xmlfilename>x</xmlfilename></channel>`,
+  )
+  .join('')}</channels></components>`;
+const kComponents = ['addon chess', 'transport relay', 'channel presence', 'channel news'];
+
+function write(file, content) {
+  fs.mkdirSync(path.dirname(file), { recursive: true });
+  fs.writeFileSync(file, content);
+}
+
+/** Both files as they stand; null for one that is missing. */
+const state = () =>
+  [datastore, customRegistry].map((file) => (fs.existsSync(file) ? fs.readFileSync(file, 'utf8') : null));
+
+function restore(contents) {
+  fs.rmSync(userFolder, { recursive: true, force: true });
+  fs.rmSync(path.dirname(datastore), { recursive: true, force: true });
+  fs.mkdirSync(userFolder, { recursive: true });
+  [datastore, customRegistry].forEach((file, i) => contents[i] === null || write(file, contents[i]));
+}
+
+/** The names in both folders that are not those of the files themselves. */
+const leftOvers = () =>
+  [path.dirname(datastore), userFolder]
+    .flatMap((place) => fs.readdirSync(place))
+    .filter((name) => !['olregistry.xml', 'customregistry.xml'].includes(name));
+
+/**
+ * Starts the client in a process group of its own, and gives its lines and `kill`, which ends it at
+ * once, wherever it is.
+ */
+function start(...words) {
+  const child = spawn(
+    path.join(root, 'tools/wine_run'),
+    [client, windowsPath(folder), windowsPath(userFolder), ...words.map(String)],
+    { env: { ...process.env, WINEPREFIX: prefixFolder }, stdio: ['ignore', 'pipe', 'inherit'], detached: true },
+  );
+  const ended = once(child, 'exit');
+  const lines = createInterface(child.stdout)[Symbol.asyncIterator]();
+  return {
+    line: async () => (await lines.next()).value,
+    kill: async () => {
+      process.kill(-child.pid, 'SIGKILL');
+      await ended;
+      // The pipe ends when the last process that could still write has gone.
+      while (!(await lines.next()).done);
+    },
+    end: async () => assert.equal((await ended)[0], 0),
+  };
+}
+
+/** Lets the client go to its end and gives the number of points on its way. */
+async function complete(...words) {
+  const run = start(...words);
+  const [, points] = /^done ?(\d*)$/.exec(await run.line()) ?? [];
+  assert.notEqual(points, undefined);
+  await run.end();
+  return Number(points);
+}
+
+const steps = (verb, components) => components.flatMap((component) => [verb, ...component.split(' ')]);
+
+/** The contents that each file has on the way through the components, one after the other. */
+async function statesOnTheWay(verb, first) {
+  restore(first);
+  const states = [state()];
+  for (const component of kComponents) {
+    await complete(0, ...steps(verb, [component]));
+    states.push(state());
+  }
+  return states;
+}
+
+/** A registry file that is there has to be a whole document with its three lists. */
+function checkWhole(content) {
+  if (content === null) return;
+  const lists = parseXml(content).children.filter(({ name }) => name);
+  assert.deepEqual(lists.map(({ name }) => name).sort(), ['addons', 'channels', 'transports']);
+}
+
+async function checkSweep() {
+  const kept = path.join(userFolder, '~kept.tmp');
+  const before = state();
+  write(kept, 'not ours');
+  await complete('sweep');
+  assert.deepEqual(leftOvers(), ['~kept.tmp']);
+  assert.deepEqual(state(), before);
+  fs.rmSync(kept);
+}
+
+/** Kills the client at points spread over its way, each before or after a file operation. */
+async function killOnTheWay(verb, states, allowedBesides = []) {
+  const words = steps(verb, kComponents);
+  restore(states[0]);
+  const points = await complete(0, ...words);
+  assert.ok(points >= kPoints, `there are only ${points} points`);
+  assert.deepEqual(state(), states.at(-1));
+  let reached = 0;
+  for (let i = 1; i <= kPoints; ++i) {
+    const stop = Math.round((i * points) / kPoints);
+    restore(states[0]);
+    const run = start(stop, ...words);
+    assert.equal(await run.line(), 'stopped');
+    await run.kill();
+    const now = state();
+    now.forEach(checkWhole);
+    const at = states.findIndex(
+      ([suite, user]) => now[0] === suite && (now[1] === user || allowedBesides.includes(now[1])),
+    );
+    assert.ok(at >= reached, `point ${stop}: neither old nor new, but ${JSON.stringify(now)}`);
+    reached = at;
+    assert.deepEqual(leftOvers(), []);
+  }
+  assert.equal(reached, states.length - 1);
+}
+
+const kEmptyCustomRegistry =
+  '<root><transports></transports><addons></addons><channels></channels></root> ';
+
+before(() => {
+  fs.rmSync(folder, { recursive: true, force: true });
+  write(path.join(folder, 'Kitbay/offers.xml'), kOffers);
+});
+after(() => fs.rmSync(folder, { recursive: true, force: true }));
+
+test(`killed at ${kPoints} points of an installation`, async () => {
+  const states = await statesOnTheWay('install', [kDatastore, null]);
+  assert.equal(new Set(states.map(String)).size, kComponents.length + 1);
+  await killOnTheWay('install', states, [kEmptyCustomRegistry]);
+});
+
+test(`killed at ${kPoints} points of a removal`, async () => {
+  restore([kDatastore, null]);
+  await complete(0, ...steps('install', kComponents));
+  const states = await statesOnTheWay('remove', state());
+  assert.equal(states.at(-1)[0], kDatastore);
+  await killOnTheWay('remove', states);
+});
+
+test('killed within the replacing itself', async (t) => {
+  // Large, so that most of the time goes by while the new file is being written.
+  const filling = `<!--${'x'.repeat(4000000)}-->`;
+  const old = kDatastore.replace('<!-- the suite\'s -->', filling);
+  restore([old, null]);
+  await complete(0, 'install', 'addon', 'chess');
+  const states = [old, state()[0]];
+  const seen = [0, 0];
+  let left = 0;
+  for (let i = 0; i < kPoints; ++i) {
+    restore([old, null]);
+    const run = start('again', 'addon', 'chess');
+    assert.equal(await run.line(), 'begun');
+    await new Promise((resolve) => setTimeout(resolve, 20 + 7 * i));
+    await run.kill();
+    const now = fs.readFileSync(datastore, 'utf8');
+    const which = states.indexOf(now);
+    assert.notEqual(which, -1, `neither old nor new: ${now.length} bytes`);
+    ++seen[which];
+    left += leftOvers().length;
+    assert.ok(leftOvers().every((name) => /^~kb\d+-\d+\.tmp$/.test(name)), String(leftOvers()));
+    if (leftOvers().length > 0) await checkSweep();
+  }
+  t.diagnostic(`the old file ${seen[0]} times, the new one ${seen[1]} times, ${left} left-overs`);
+  assert.ok(left > 0, 'no kill fell into a replacing');
+});

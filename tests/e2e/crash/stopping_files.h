@@ -1,0 +1,42 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "platform/files.h"
+
+namespace kitbay::crash {
+
+/// Files whose operations are counted, once before each and once after it, and that stop for ever
+/// at one of these points, after the line "stopped".
+class StoppingFiles : public platform::Files {
+ public:
+  /// Stops at the point `stop`, counted from 1; at none when it is 0.
+  StoppingFiles(platform::Files& files, int stop) : files_(files), stop_(stop) {}
+
+  int points() const { return points_; }
+
+  bool Exists(const std::string& path) const override;
+  std::string Read(const std::string& path) const override;
+  std::unique_ptr<platform::FileReader> Open(const std::string& path) const override;
+  void Write(const std::string& path, std::string_view bytes) override;
+  void Create(const std::string& path, std::string_view bytes) override;
+  void Replace(const std::string& path, std::string_view bytes) override;
+  void SweepReplacements(const std::string& folder) override;
+  void CreateFolder(const std::string& path) override;
+  bool IsLink(const std::string& path) const override;
+  platform::LocalTime LastModified(const std::string& path) const override;
+
+ private:
+  void Pass() const;
+
+  /// Does `operation` between two points.
+  template <typename Operation>
+  auto Between(Operation operation) const;
+
+  platform::Files& files_;
+  int stop_;
+  mutable int points_ = 0;
+};
+
+}  // namespace kitbay::crash
