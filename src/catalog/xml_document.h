@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <pugixml.hpp>
 #include <string>
 #include <utility>
@@ -16,6 +17,9 @@ class XmlDocument : public pugi::xml_document {
     // Without the zero at the end the parser would overlook a last letter.
     return load_buffer_inplace(bytes_.data(), bytes_.size() + 1, options);
   }
+
+  /// How many bytes the file had.
+  std::size_t byte_count() const { return bytes_.size(); }
 
  private:
   std::string bytes_;

@@ -28,9 +28,13 @@ constexpr unsigned kToChange = (kWellFormed & ~pugi::parse_eol) | pugi::parse_co
 
 constexpr const char* kWhiteSpace = " \t\r\n";
 
-// What a document is saved as.
+// What a document is saved as: about as much as it was.
 class TextSink : public pugi::xml_writer {
  public:
+  explicit TextSink(std::size_t bytes_before) {
+    constexpr std::size_t kRoomForMore = 4096;
+    text_.reserve(bytes_before + kRoomForMore);
+  }
   void write(const void* data, std::size_t size) override {
     text_.append(static_cast<const char*>(data), size);
   }
@@ -131,8 +135,8 @@ bool TryLoadXmlToChange(const platform::Files& files, const std::string& path,
   return Succeeds([&] { LoadXmlToChange(files, path, document); });
 }
 
-void SaveXml(platform::Files& files, const std::string& path, const pugi::xml_document& document) {
-  TextSink sink;
+void SaveXml(platform::Files& files, const std::string& path, const XmlDocument& document) {
+  TextSink sink(document.byte_count());
   document.save(sink, "", pugi::format_raw | pugi::format_no_declaration, pugi::encoding_utf8);
   files.Replace(path, sink.text());
 }

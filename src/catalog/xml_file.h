@@ -26,7 +26,7 @@ bool TryLoadXmlToChange(const platform::Files& files, const std::string& path,
 
 /// Puts `document` in the place of the file at `path`, whole or not at all. Throws `base::Failure`
 /// when it cannot be written.
-void SaveXml(platform::Files& files, const std::string& path, const pugi::xml_document& document);
+void SaveXml(platform::Files& files, const std::string& path, const XmlDocument& document);
 
 /// All text below `node` without white space at either end. Throws 91 when there is no node.
 std::string ElementText(const pugi::xml_node& node);

@@ -144,7 +144,7 @@ void DatastoreRegistration::ShowUpdated(ComponentKind kind) {
 
 // A channel has no library to read its version from: what its entry says is what is listed, and
 // what the next offer is compared with.
-void DatastoreRegistration::CheckNode(const std::string& path, const pugi::xml_document& document,
+void DatastoreRegistration::CheckNode(const std::string& path, const catalog::XmlDocument& document,
                                       pugi::xml_node present) {
   guarded(parts_.log, "Kitbay::CheckNode", [&] {
     const std::string& version = parts_.session.record[channel_slot::kVersion];

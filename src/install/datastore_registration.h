@@ -7,6 +7,7 @@
 #include "base/error_log.h"
 #include "base/settings.h"
 #include "catalog/update_source_list.h"
+#include "catalog/xml_document.h"
 #include "install/install_session.h"
 #include "platform/desktop.h"
 #include "platform/files.h"
@@ -52,7 +53,7 @@ class DatastoreRegistration {
   void Enter(base::ComponentKind kind);
   void Update(base::ComponentKind kind, const std::string& path);
   void ShowUpdated(base::ComponentKind kind);
-  void CheckNode(const std::string& path, const pugi::xml_document& document,
+  void CheckNode(const std::string& path, const catalog::XmlDocument& document,
                  pugi::xml_node present);
   void CreateCustomRegistry();
 

@@ -13,7 +13,7 @@ class XmlSaving : public CatalogTest {
   /// The bytes of a file of these bytes when it was loaded and saved again.
   std::string SavedAgain(const std::string& bytes) {
     files_.AddFile(kPath, bytes);
-    pugi::xml_document document;
+    XmlDocument document;
     LoadXmlToChange(files_, kPath, document);
     SaveXml(files_, kPath, document);
     return files_.Bytes(kPath).value_or("(none)");

@@ -75,7 +75,7 @@ class UpdateRegistry : public RegistrationTest {
 
   /// The text of a child element of the datastore's entry of that id, as a reader sees it.
   std::string Written(const std::string& id, const char* element) {
-    pugi::xml_document document;
+    catalog::XmlDocument document;
     catalog::LoadXml(files_, kDatastore, document);
     const std::string path = "root//*[@id='" + id + "']";
     return catalog::ChildText(document.select_node(path.c_str()).node(), element);
@@ -225,7 +225,7 @@ TEST_F(UpdateRegistry, ValuesAreReadBackAsTheyWere) {
   session_.record[addon_slot::kDescription] = odd;
   registration_.updateRegistry();
   EXPECT_EQ(Written("chess", "description"), odd);
-  pugi::xml_document document;
+  catalog::XmlDocument document;
   catalog::LoadXml(files_, kDatastore, document);
   const pugi::xml_node entry = document.select_node("root/addons/addon[2]").node();
   EXPECT_EQ(entry.attribute("name").value(), odd + "\r\n\re");
