@@ -6,9 +6,9 @@
 #include "platform/win32/com/com_failure.h"
 #include "platform/win32/win32_platform.h"
 #include "platform/win32/window/automation_document.h"
-#include "platform/win32/window/program_icon.h"
 #include "platform/win32/window/screen_place.h"
 #include "platform/win32/window/screen_scale.h"
+#include "platform/win32/window/window_class.h"
 #include "platform/win32/window/window_layout.h"
 
 namespace kitbay::platform::win32 {
@@ -16,20 +16,6 @@ namespace {
 
 constexpr const wchar_t* kWindowClass = L"KitbayMainWindow";
 constexpr const wchar_t* kCaption = L"Kitbay";
-
-void RegisterWindowClass(WNDPROC procedure) {
-  WNDCLASSEXW description{};
-  description.cbSize = sizeof(description);
-  description.lpfnWndProc = procedure;
-  description.hInstance = GetModuleHandleW(nullptr);
-  description.hIcon = ProgramIcon();
-  description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-  description.hbrBackground = reinterpret_cast<HBRUSH>(static_cast<INT_PTR>(COLOR_BTNFACE + 1));
-  description.lpszClassName = kWindowClass;
-  const ATOM atom = RegisterClassExW(&description);
-  const DWORD error = GetLastError();
-  if (atom == 0 && error != ERROR_CLASS_ALREADY_EXISTS) throw FailureOf(HRESULT_FROM_WIN32(error));
-}
 
 }  // namespace
 
@@ -70,7 +56,7 @@ void Win32MainWindow::Load(MainWindowEvents& events) {
 }
 
 void Win32MainWindow::CreateFormWindow() {
-  RegisterWindowClass(WindowProcedure);
+  RegisterWindowClass(kWindowClass, WindowProcedure);
   CreateWindowExW(0, kWindowClass, kCaption, WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT,
                   CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr,
                   GetModuleHandleW(nullptr), this);

@@ -9,9 +9,9 @@
 #include "platform/win32/com/com_failure.h"
 #include "platform/win32/win32_platform.h"
 #include "platform/win32/window/preference_layout.h"
-#include "platform/win32/window/program_icon.h"
 #include "platform/win32/window/screen_place.h"
 #include "platform/win32/window/screen_scale.h"
+#include "platform/win32/window/window_class.h"
 
 namespace kitbay::platform::win32 {
 namespace {
@@ -26,22 +26,6 @@ struct alignas(DWORD) DialogTemplate {
   wchar_t window_class[std::size(kWindowClass)]{};
   wchar_t caption = L'\0';
 };
-
-// A class of its own: other programs tell the dialog from message boxes by it.
-void RegisterDialogClass() {
-  WNDCLASSEXW description{};
-  description.cbSize = sizeof(description);
-  description.lpfnWndProc = DefDlgProcW;
-  description.cbWndExtra = DLGWINDOWEXTRA;
-  description.hInstance = GetModuleHandleW(nullptr);
-  description.hIcon = ProgramIcon();
-  description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-  description.hbrBackground = reinterpret_cast<HBRUSH>(static_cast<INT_PTR>(COLOR_BTNFACE + 1));
-  description.lpszClassName = kWindowClass;
-  const ATOM atom = RegisterClassExW(&description);
-  const DWORD error = GetLastError();
-  if (atom == 0 && error != ERROR_CLASS_ALREADY_EXISTS) throw FailureOf(HRESULT_FROM_WIN32(error));
-}
 
 }  // namespace
 
@@ -78,7 +62,8 @@ void Win32PreferenceWindow::Load(PreferenceWindowEvents& events, WindowHandle ow
 }
 
 void Win32PreferenceWindow::CreateDialogWindow(HWND owner) {
-  RegisterDialogClass();
+  // A class of its own: other programs tell the dialog from message boxes by it.
+  RegisterWindowClass(kWindowClass, DefDlgProcW, DLGWINDOWEXTRA);
   DialogTemplate dialog;
   dialog.head.style = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME | WS_CLIPCHILDREN;
   dialog.head.dwExtendedStyle = WS_EX_DLGMODALFRAME;
