@@ -8,7 +8,7 @@ import { once } from 'node:events';
 import { promisify } from 'node:util';
 import { fileURLToPath } from 'node:url';
 import { PageInspector } from '../../standins/web_browser/helper/inspect_client.mjs';
-import { canonicalXml } from './xml.mjs';
+import { canonicalXml, lastElement } from './xml.mjs';
 
 const run = promisify(execFile);
 export const root = fileURLToPath(new URL('../..', import.meta.url)).replace(/\/$/, '');
@@ -39,8 +39,23 @@ export async function eventually(what, look, timeoutMs = 20000) {
 
 /** Runs a Windows program of Wine's own or of the build, and gives what it printed. */
 export async function wine(...words) {
-  const { stdout } = await run(path.join(root, 'tools/wine_run'), words, { env: environment });
-  return stdout;
+  // Through files, not pipes: the first program also starts Wine's server, which holds what it was
+  // given open for as long as any program runs.
+  const folder = fs.mkdtempSync(path.join(os.tmpdir(), 'kitbay-wine-'));
+  const [output, errors] = ['output', 'errors'].map((name) => path.join(folder, name));
+  const stdio = ['ignore', fs.openSync(output, 'w'), fs.openSync(errors, 'w')];
+  try {
+    const child = spawn(path.join(root, 'tools/wine_run'), words, { env: environment, stdio });
+    const [code] = await once(child, 'exit');
+    if (code !== 0) {
+      const why = `${words.join(' ')} ended with ${code}: ${fs.readFileSync(errors, 'utf8')}`;
+      throw Object.assign(new Error(why), { code });
+    }
+    return fs.readFileSync(output, 'utf8');
+  } finally {
+    stdio.slice(1).forEach((file) => fs.closeSync(file));
+    fs.rmSync(folder, { recursive: true });
+  }
 }
 
 /** What the probe program says to a command, as a value. */
@@ -114,6 +129,11 @@ export class Suite {
   /** Both registry files as they stand, the datastore first. */
   registryFiles() {
     return [this.datastore, this.customRegistry].map((file) => fs.readFileSync(file, 'utf8'));
+  }
+
+  /** The last element of that name in the datastore, as canonical XML. */
+  lastInDatastore(name) {
+    return lastElement(fs.readFileSync(this.datastore, 'utf8'), name);
   }
 
   /**

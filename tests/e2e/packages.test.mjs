@@ -156,7 +156,7 @@ test('a wrong sum and an entry cut short are not noticed', async () => {
     );
     assert.equal(fs.readFileSync(path.join(addonFolder(id), name), 'latin1'), bytes);
     assert.ok(entries.every(([, procedure]) => procedure !== kExpansion));
-    assert.ok(suite.entries(suite.datastore).addons.at(-1).startsWith(`<addon id="${id}"`));
+    assert.ok(suite.lastInDatastore('addon').startsWith(`<addon id="${id}"`));
   }
 });
 

@@ -125,7 +125,7 @@ async function install(id, { entries = [], untilItAnswers = async () => {} } = {
   );
   await page.waitFor(allButtonsOn);
   assert.deepEqual(fs.readdirSync(path.dirname(installed(id, 'any'))).sort(), Object.keys(files).sort());
-  const added = suite.entries(suite.datastore).addons.at(-1);
+  const added = suite.lastInDatastore('addon');
   assert.ok(added.startsWith(`<addon id="${id}" name="${nameOf(id)}" visibility="show" type="tool">`), added);
   assert.ok(added.includes(`<filename>${libraries[0]}</filename>`), added);
   const left = (await page.eval(rowsOf('updatedaddons'))).map(({ name }) => name);
