@@ -11,7 +11,7 @@ afterEach(() => kitbay?.dispose());
 const channelsShown = `document.querySelectorAll('#installedchannels > div').length`;
 
 /** Starts the program on a suite whose datastore the test has prepared; waits for the page's answer. */
-async function startedOn(suite, shown = `imgtab.innerHTML !== ''`) {
+async function startedOn(suite, shown = `(document.getElementById('imgtab')?.innerHTML ?? '') !== ''`) {
   kitbay = suite.start();
   const page = await kitbay.page();
   await page.waitFor(shown);
