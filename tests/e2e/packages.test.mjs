@@ -6,9 +6,15 @@ import path from 'node:path';
 import { after, before, test } from 'node:test';
 import { hostilePackages, zipOf } from '../../standins/update_source/hostile_packages.mjs';
 import { UpdateSource } from '../../standins/update_source/server.mjs';
-import { allButtonsOn, confirmMessage, prefixFolder, rowsOf, Suite } from './harness.mjs';
+import {
+  allButtonsOn,
+  confirmMessage,
+  prefixFolder,
+  rowsOf,
+  sourcesAnswered,
+  Suite,
+} from './harness.mjs';
 
-const answered = `!document.getElementById('category').childNodes[3].disabled`;
 const kExpansion = 'Kitbay...ExpandZipFile';
 const kPatience = 60000;
 const driveC = path.join(prefixFolder, 'drive_c');
@@ -56,7 +62,7 @@ before(async () => {
   registryFiles = suite.registryFiles();
   kitbay = suite.start();
   page = await kitbay.page();
-  await page.waitFor(answered, kPatience);
+  await page.waitFor(sourcesAnswered, kPatience);
   await kitbay.show('update', 'addons');
 });
 after(async () => {
