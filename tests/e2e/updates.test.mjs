@@ -143,10 +143,24 @@ test('Close in the middle of a transfer ends the program and leaves no part of t
   assert.deepEqual(suite.logEntries(), []);
 });
 
+// Whether the system's client notices what follows the announced bytes depends on when it comes.
+test('more than was announced is told or left unread, and never kept', async () => {
+  source.misbehave('/ovalink.xml', 'too-much', { announced: 500, extra: 1000 });
+  await started(`${source.host}/ovalink.xml`);
+  const isTold = async () => (await windows()).some((window) => window.class === '#32770');
+  await eventually('a message or a file', async () => suite.manifests().length > 0 || isTold());
+  if (await isTold()) {
+    assert.match(await confirmMessage(), /^\/ovalink\.xml {6}\w/);
+    await eventually('the folder of manifests without part of one', () => suite.manifests().length === 0);
+  } else {
+    assert.equal(fs.statSync(path.join(suite.programFolder, 'ovalink.xml')).size, 500);
+  }
+  await closed();
+});
+
 for (const [mode, options] of [
   ['refuse'],
   ['cut-short', { after: 100 }],
-  ['too-much', { announced: 500, extra: 1000 }],
   ['500'],
   ['redirect', { to: 'http://localhost:9/elsewhere.xml' }],
   ['redirect-loop'],
