@@ -96,12 +96,12 @@ void DatastoreRegistration::updateRegistryForChannel() {
 void DatastoreRegistration::Enter(ComponentKind kind) {
   InstallSession& session = parts_.session;
   session.record = {};
-  session.library_list.clear();
+  session.libraries.clear();
   catalog::XmlDocument manifest;
   const pugi::xml_node entry = FindManifestEntry(parts_.files, parts_.settings, parts_.sources,
                                                  kind, session.package_name, manifest);
   ComponentRecord record = ReadRecord(kind, entry);
-  session.library_list = ReadLibraryList(kind, entry);
+  session.libraries = ReadLibraryList(kind, entry);
   session.record = std::move(record);
 }
 

@@ -21,7 +21,7 @@ struct InstallSession {
   ComponentRecord record;
 
   /// The component's libraries, file names without a folder.
-  std::vector<std::string> library_list;
+  std::vector<std::string> libraries;
 
   /// Whether the main client is to be started again when the package has been installed.
   bool restart = false;

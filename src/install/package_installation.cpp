@@ -19,7 +19,7 @@ struct UnpackTable {
   const char* missing_procedure;
   const char* corrupt_procedure;
   const char* corrupt_ending;
-  std::size_t library_slot;  // of the component's own library in its record
+  std::size_t own_library_slot;  // of the component's own library in its record
   bool (DatastoreRegistration::*enter)();
   void (DatastoreRegistration::*update)();
 };
@@ -28,21 +28,21 @@ constexpr base::PerKind<UnpackTable> kUnpackTables = {
               .missing_procedure = "Kitbay::Unpack",
               .corrupt_procedure = "Kitbay::UnPack",
               .corrupt_ending = ".zip is corrupt . Try again",
-              .library_slot = addon_slot::kFilename,
+              .own_library_slot = addon_slot::kFilename,
               .enter = &DatastoreRegistration::enterAddon,
               .update = &DatastoreRegistration::updateRegistry},
     .transport = {.procedure = "Kitbay::UnpackTransport",
                   .missing_procedure = "Kitbay::Unpack",
                   .corrupt_procedure = "Kitbay::UnPackTransport",
                   .corrupt_ending = ".zip is corrupt . Try again",
-                  .library_slot = transport_slot::kFilename,
+                  .own_library_slot = transport_slot::kFilename,
                   .enter = &DatastoreRegistration::enterTransport,
                   .update = &DatastoreRegistration::updateRegistryForTransport},
     .channel = {.procedure = "Kitbay::UnpackChannel",
                 .missing_procedure = "Kitbay::UnpackChannel",
                 .corrupt_procedure = "Kitbay::UnPackChannel",
                 .corrupt_ending = ".zip is corrupt .Try again",
-                .library_slot = channel_slot::kFilename,
+                .own_library_slot = channel_slot::kFilename,
                 .enter = &DatastoreRegistration::enterChannel,
                 .update = &DatastoreRegistration::updateRegistryForChannel}};
 
@@ -180,14 +180,14 @@ void PackageInstallation::EnterComponent(ComponentKind kind, const std::string& 
 // its result does not matter. A transport's list is looked for in the folder of its name.
 bool PackageInstallation::RegisterLibraries(ComponentKind kind, const std::string& folder) {
   const bool is_transport = kind == ComponentKind::kTransport;
-  if (parts_.session.library_list.size() != 1) {
+  if (parts_.session.libraries.size() != 1) {
     bool is_done = false;
     parts_.self_registration.funcRegisterDll(
         is_transport ? folder + parts_.session.package_name : folder.substr(0, folder.size() - 1),
         is_done);
     return is_done;
   }
-  const std::string& library = parts_.session.record[kUnpackTables[kind].library_slot];
+  const std::string& library = parts_.session.record[kUnpackTables[kind].own_library_slot];
   if (kind != ComponentKind::kChannel || !library.empty()) {
     std::int32_t result = 0;
     parts_.self_registration.DLLRegisterService(folder + library, true, result);

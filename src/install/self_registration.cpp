@@ -76,7 +76,7 @@ void SelfRegistration::RunExport(const std::string& path, const char* name, std:
 void SelfRegistration::funcRegisterDll(const std::string& folder, bool& succeeded) {
   succeeded = false;
   guarded(log_, "Kitbay::funcRegisterDll", [&] {
-    for (const std::string& name : session_.library_list) {
+    for (const std::string& name : session_.libraries) {
       std::int32_t ignored = 0;
       DLLRegisterService(std::string(folder).append("\\").append(name), true, ignored);
     }

@@ -53,7 +53,7 @@ TEST_F(MainFormUnload, ObjSetToNothingDropsPendingInstallsAndLists) {
   shown.ids = {"news"};
   new_components.addon.push_back({});
   pending_packages.channel = {.file_path = "/sky.zip", .name = "sky", .row_id = "1"};
-  session.library_list = {"one.dll", "two.dll"};
+  session.libraries = {"one.dll", "two.dll"};
   session.record[0] = "sky";
   session.restart = true;
   ASSERT_NE(session.file_system, nullptr);
@@ -61,7 +61,7 @@ TEST_F(MainFormUnload, ObjSetToNothingDropsPendingInstallsAndLists) {
   EXPECT_THAT(shown.ids, IsEmpty());
   EXPECT_THAT(new_components.addon, IsEmpty());
   EXPECT_EQ(pending_packages.channel.name, "");
-  EXPECT_THAT(session.library_list, IsEmpty());
+  EXPECT_THAT(session.libraries, IsEmpty());
   EXPECT_EQ(session.record[0], "");
   EXPECT_FALSE(session.restart);
   EXPECT_EQ(session.file_system, nullptr);

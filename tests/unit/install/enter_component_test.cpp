@@ -65,7 +65,7 @@ class EnterComponent : public RegistrationTest {
 
   void ExpectNothingEntered() {
     EXPECT_THAT(session_.record, ElementsAreArray(ComponentRecord{}));
-    EXPECT_THAT(session_.library_list, IsEmpty());
+    EXPECT_THAT(session_.libraries, IsEmpty());
   }
 };
 
@@ -75,7 +75,7 @@ TEST_F(EnterComponent, AddonFillsItsSlotsInTheirOrder) {
   EXPECT_THAT(session_.record,
               ElementsAre("chess", "Chess.Game", "Chess", "Plays", "chess.dll", "games", "1",
                           "Chess.Rules", "Chess.Board", "game", "0"));
-  EXPECT_THAT(session_.library_list, ElementsAre("chess.dll", "board.dll"));
+  EXPECT_THAT(session_.libraries, ElementsAre("chess.dll", "board.dll"));
   EXPECT_THAT(log_.entries, IsEmpty());
 }
 
@@ -85,7 +85,7 @@ TEST_F(EnterComponent, TransportFillsItsSlotsInTheirOrder) {
   EXPECT_THAT(session_.record,
               ElementsAre("relay", "Relay.Transport", "relay.dll,line.dll", "Relay", "", "1.0.0.1",
                           "The Relay", "Log in", "1", "", ""));
-  EXPECT_THAT(session_.library_list, ElementsAre("relay.dll", "line.dll"));
+  EXPECT_THAT(session_.libraries, ElementsAre("relay.dll", "line.dll"));
   EXPECT_THAT(log_.entries, IsEmpty());
 }
 
@@ -94,7 +94,7 @@ TEST_F(EnterComponent, ChannelFillsItsSlotsInTheirOrder) {
   EXPECT_TRUE(EnterChannel());
   EXPECT_THAT(session_.record, ElementsAre("news", "Feed.Channel", "news.xml", "2.0", "Reads", "",
                                            "News", "news.dll", "", "", ""));
-  EXPECT_THAT(session_.library_list, ElementsAre("feed.dll"));
+  EXPECT_THAT(session_.libraries, ElementsAre("feed.dll"));
   EXPECT_THAT(log_.entries, IsEmpty());
 }
 
@@ -304,7 +304,7 @@ TEST_F(EnterComponent, NoDependenciesAreAnEmptyList) {
   elements["dependencies"] = "";
   OfferAddon(elements);
   EXPECT_TRUE(EnterAddon());
-  EXPECT_THAT(session_.library_list, IsEmpty());
+  EXPECT_THAT(session_.libraries, IsEmpty());
 }
 
 TEST_F(EnterComponent, DependenciesAreSplitAtEachCommaAndNotTrimmed) {
@@ -312,7 +312,7 @@ TEST_F(EnterComponent, DependenciesAreSplitAtEachCommaAndNotTrimmed) {
   elements["dependencies"] = " a.dll, b.dll,,c.dll, ";
   OfferAddon(elements);
   EXPECT_TRUE(EnterAddon());
-  EXPECT_THAT(session_.library_list, ElementsAre("a.dll", " b.dll", "", "c.dll", ""));
+  EXPECT_THAT(session_.libraries, ElementsAre("a.dll", " b.dll", "", "c.dll", ""));
 }
 
 TEST_F(EnterComponent, TextsAreReadWithoutTheWhiteSpaceAtTheirEnds) {

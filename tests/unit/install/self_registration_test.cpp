@@ -181,7 +181,7 @@ TEST_F(SelfRegistrationTest, RunTimeErrorAfterTheTimeOutKeepsThree) {
 }
 
 TEST_F(SelfRegistrationTest, EveryLibraryOfTheListIsRegisteredInOrder) {
-  session_.library_list = {"One.dll", "sub\\Two.dll"};
+  session_.libraries = {"One.dll", "sub\\Two.dll"};
   libraries_.Add("C:\\Suite\\addons\\pair\\One.dll", {{"DllRegisterServer", {}}});
   libraries_.Add("C:\\Suite\\addons\\pair\\sub\\Two.dll", {{"DllRegisterServer", {}}});
   bool succeeded = false;
@@ -197,7 +197,7 @@ TEST_F(SelfRegistrationTest, EveryLibraryOfTheListIsRegisteredInOrder) {
 }
 
 TEST_F(SelfRegistrationTest, FailuresDoNotStopTheList) {
-  session_.library_list = {"missing.dll", "hangs.dll", "", "Last.dll"};
+  session_.libraries = {"missing.dll", "hangs.dll", "", "Last.dll"};
   libraries_.Add("C:\\Suite\\hangs.dll", {{"DllRegisterServer", {.hangs = true}}});
   libraries_.Add("C:\\Suite\\Last.dll", {{"DllRegisterServer", {}}});
   bool succeeded = false;

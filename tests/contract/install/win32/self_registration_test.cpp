@@ -162,7 +162,7 @@ TEST_F(RealSelfRegistration, ListIsRegisteredToItsEndWhateverHappens) {
   CopyComponent("last.dll");
   Copy("OvlMute");
   Copy("OvlCrashing");
-  session_.library_list = {"missing.dll", "OvlMute.dll", "OvlCrashing.dll", "last.dll"};
+  session_.libraries = {"missing.dll", "OvlMute.dll", "OvlCrashing.dll", "last.dll"};
   bool succeeded = false;
   registration_.funcRegisterDll(folder_.path(), succeeded);
   EXPECT_TRUE(succeeded);
