@@ -58,7 +58,7 @@ void RecordingLibraries::Free(LibraryHandle library) {
   Record("Free", Number(library.value));
   loaded_.erase(library.value);
   for (auto& [handle, thread] : threads_) {
-    thread.is_freed = thread.is_freed || thread.library_handle == library.value;
+    thread.is_freed = thread.is_freed || thread.runs_in == library.value;
   }
 }
 
@@ -81,7 +81,7 @@ ThreadHandle RecordingLibraries::StartThread(ExportAddress start) {
   for (const auto& [handle, library] : loaded_) {
     for (const auto& [name, address] : library->addresses) {
       if (address == start.value) {
-        thread.library_handle = handle;
+        thread.runs_in = handle;
       }
     }
   }

@@ -70,7 +70,7 @@ class RecordingLibraries : public platform::Libraries {
 
   struct Thread {
     FakeFunction function;
-    std::uintptr_t library_handle = 0;  ///< the handle of the library that it runs in
+    std::uintptr_t runs_in = 0;  ///< the handle of the library that it runs in
     bool is_freed = false;       ///< whether that is gone
   };
 
