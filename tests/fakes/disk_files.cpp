@@ -18,6 +18,10 @@ namespace {
 using base::Failure;
 using base::RuntimeError;
 
+// For more, the system's cache looks for memory in one piece, which takes several times as long as
+// the copying.
+constexpr std::size_t kMostWrittenAtOnce = 65536;
+
 Failure SystemFailure(int error) {
   switch (error) {
     case ENOENT:
@@ -110,7 +114,8 @@ void DiskFiles::Write(const std::string& path, std::string_view bytes) { Create(
 void DiskFiles::Create(const std::string& path, std::string_view bytes) {
   const Descriptor file(Place(path), O_RDWR | O_CREAT | O_TRUNC);
   while (!bytes.empty()) {
-    const ssize_t count = write(file.number(), bytes.data(), bytes.size());
+    const ssize_t count =
+        write(file.number(), bytes.data(), std::min(bytes.size(), kMostWrittenAtOnce));
     if (count < 0) {
       throw SystemFailure(errno);
     }
