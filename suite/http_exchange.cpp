@@ -16,7 +16,8 @@ namespace win32 = kitbay::platform::win32;
 namespace {
 
 constexpr wchar_t kUserAgent[] = L"Kitbay";
-constexpr DWORD kMostAtOnce = 256 * 1024;
+// Larger pieces come no faster, and systems are slower to take them into a file.
+constexpr DWORD kMostAtOnce = 64 * 1024;
 // Reads grow while this much at least comes within the first of these times, and are small again
 // past the second.
 constexpr DWORD kWorthMore = 4096;

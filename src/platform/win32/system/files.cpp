@@ -161,6 +161,7 @@ void Win32Files::Replace(const std::string& path, std::string_view bytes) {
   const std::wstring target = ToSystemPath(path);
   ReplacementFile replacement(target);
   replacement.Append(bytes);
+  replacement.Flush();
   replacement.PutInPlace();
 }
 

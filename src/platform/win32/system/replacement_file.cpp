@@ -62,10 +62,13 @@ ReplacementFile::~ReplacementFile() {
 
 void ReplacementFile::Append(std::string_view bytes) { WriteAll(file_.get(), bytes); }
 
-void ReplacementFile::PutInPlace() {
+void ReplacementFile::Flush() {
   if (!FlushFileBuffers(file_.get())) {
     throw FileFailure(GetLastError());
   }
+}
+
+void ReplacementFile::PutInPlace() {
   file_.reset();
   // One rename over the target: unlike ReplaceFile it leaves no moment without a file of that name.
   if (!MoveFileExW(path_.c_str(), target_.c_str(),

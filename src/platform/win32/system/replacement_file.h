@@ -20,7 +20,11 @@ class ReplacementFile {
   /// Writes the bytes after those that are there.
   void Append(std::string_view bytes);
 
-  /// Has the bytes on the disk, then gives the file the target's name, in place of the target.
+  /// Waits until the bytes are on the disk: without it, a loss of power soon after `PutInPlace` may
+  /// leave a target that lacks them.
+  void Flush();
+
+  /// Gives the file the target's name, in place of the target.
   void PutInPlace();
 
  private:
