@@ -45,12 +45,18 @@ class FakeComServer : public platform::ComServer {
   std::vector<std::weak_ptr<std::unique_ptr<platform::RegistryService>>> registries_;
 };
 
-/// A previous-instance test with a given answer.
+/// A previous-instance test that a test tells whether there is one.
 class FakeInstanceMark : public platform::InstanceMark {
  public:
-  bool PreviousInstanceExists() override { return previous_instance; }
+  bool PreviousInstanceExists() override {
+    if (!answer_) answer_ = previous_instance;
+    return *answer_;
+  }
 
   bool previous_instance = false;
+
+ private:
+  std::optional<bool> answer_;
 };
 
 }  // namespace kitbay::fakes

@@ -173,7 +173,8 @@ class FakeHtmlNode : public HtmlNode {
   void AppendChild(const HtmlNodeRef& child) override {
     DomNode& element = Element("AppendChild");
     DomNode* moved = NodeOf(child.get());
-    if (moved == nullptr || moved->Contains(element)) throw InvalidArgument();
+    if (moved == nullptr) throw Failure(RuntimeError::kObjectVariableNotSet);
+    if (moved->Contains(element)) throw InvalidArgument();
     page_->tree.Detach(*moved);
     page_->tree.Append(element, *moved);
   }

@@ -54,6 +54,8 @@ class FakeStatusBar : public platform::StatusBar {
     return {100 * (panel - 1), 2, 100 * panel, 20};
   }
 
+  void Clear() { texts_.assign(2, ""); }
+
  private:
   const std::string& Text(int panel) const {
     if (panel < 1 || static_cast<std::size_t>(panel) > texts_.size()) {
@@ -63,7 +65,7 @@ class FakeStatusBar : public platform::StatusBar {
   }
 
   WindowCalls& calls_;
-  std::vector<std::string> texts_ = std::vector<std::string>(3);
+  std::vector<std::string> texts_ = std::vector<std::string>(2);
 };
 
 class FakeProgressBar : public platform::ProgressBar {
@@ -104,15 +106,15 @@ class FakeProgressBar : public platform::ProgressBar {
   int value_ = 0;
 };
 
-/// A message loop whose messages are functions that a test posts. It ends at `Quit`, also when that
-/// came before `Run`, or when nothing is left to do.
+/// A message loop whose messages are functions that a test posts. It ends when none is left to
+/// handle, whether it was told to quit or not.
 class FakeMessageLoop : public platform::MessageLoop {
  public:
   explicit FakeMessageLoop(WindowCalls& calls) : calls_(calls) {}
 
   void Run() override {
     calls_.Enter("Run");
-    while (!quit_ && !messages_.empty()) {
+    while (!messages_.empty()) {
       const std::function<void()> message = std::move(messages_.front());
       messages_.pop();
       message();
@@ -125,6 +127,8 @@ class FakeMessageLoop : public platform::MessageLoop {
   }
 
   void Post(std::function<void()> message) { messages_.push(std::move(message)); }
+
+  /// Whether it was told to quit.
   bool quit() const { return quit_; }
 
  private:
@@ -135,7 +139,8 @@ class FakeMessageLoop : public platform::MessageLoop {
 
 /// A main window without a screen. Its page is the markup it was made with, whatever file is shown;
 /// each `Navigate` begins a new document and leaves the one before stale. Tests raise the window's
-/// events by calling `events()`, those of the page by `document()->Click`.
+/// events by calling `events()`, those of the page by `document()->Click`. A test that has no use
+/// for events may do without `Load`: the parts of the window are there from the start.
 class FakeMainWindow : public platform::MainWindow {
  public:
   explicit FakeMainWindow(std::string page_markup) : page_markup_(std::move(page_markup)) {}
@@ -146,7 +151,10 @@ class FakeMainWindow : public platform::MainWindow {
 
   void Load(platform::MainWindowEvents& events) override {
     calls_.Enter("Load");
+    if (events_ != nullptr) return;
     events_ = &events;
+    is_unloaded_ = false;
+    status_bar_.Clear();
   }
 
   void Unload() override {
@@ -156,22 +164,28 @@ class FakeMainWindow : public platform::MainWindow {
     events_->Form_Unload();
     unloading_ = false;
     events_ = nullptr;
+    is_unloaded_ = true;
     shown_ = false;
     LeavePage();
   }
 
   void Show() override {
     calls_.Enter("Show");
+    RequireParts();
     shown_ = true;
   }
 
   void Navigate(const std::string& path) override {
     calls_.Enter("Navigate", path);
+    RequireParts();
     LeavePage();
     document_ = std::make_shared<FakeHtmlDocument>(page_markup_, FolderUrl(path));
   }
 
-  void FitBrowser() override { calls_.Enter("FitBrowser"); }
+  void FitBrowser() override {
+    calls_.Enter("FitBrowser");
+    RequireParts();
+  }
 
   std::shared_ptr<platform::HtmlDocument> ConnectDocument(
       platform::HtmlDocumentEvents& events) override {
@@ -186,11 +200,20 @@ class FakeMainWindow : public platform::MainWindow {
     if (document_) document_->SetEvents(nullptr);
   }
 
-  void SetHelpCursor(const std::string& path) override { calls_.Enter("SetHelpCursor", path); }
+  void SetHelpCursor(const std::string& path) override {
+    calls_.Enter("SetHelpCursor", path);
+    RequireParts();
+  }
   void SetHelpFile(const std::string& topic) override { calls_.Enter("SetHelpFile", topic); }
 
-  FakeStatusBar& status_bar() override { return status_bar_; }
-  FakeProgressBar& progress_bar() override { return progress_bar_; }
+  FakeStatusBar& status_bar() override {
+    RequireParts();
+    return status_bar_;
+  }
+  FakeProgressBar& progress_bar() override {
+    RequireParts();
+    return progress_bar_;
+  }
   FakeMessageLoop& message_loop() { return message_loop_; }
 
   WindowCalls& calls() { return calls_; }
@@ -203,6 +226,10 @@ class FakeMainWindow : public platform::MainWindow {
   bool shown() const { return shown_; }
 
  private:
+  void RequireParts() const {
+    if (is_unloaded_) throw base::Failure(base::RuntimeError::kObjectVariableNotSet);
+  }
+
   void LeavePage() {
     if (document_) document_->MakeStale();
     document_.reset();
@@ -222,6 +249,7 @@ class FakeMainWindow : public platform::MainWindow {
   std::string page_markup_;
   platform::MainWindowEvents* events_ = nullptr;
   bool unloading_ = false;
+  bool is_unloaded_ = false;
   bool shown_ = false;
   std::shared_ptr<FakeHtmlDocument> document_;
 };

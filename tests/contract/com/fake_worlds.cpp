@@ -5,6 +5,7 @@
 
 #include "contract/com/active_objects_contract.h"
 #include "contract/com/com_server_contract.h"
+#include "contract/com/instance_mark_contract.h"
 #include "contract/com/suite_objects_contract.h"
 #include "contract/system/failure_number.h"
 #include "fakes/fake_active_objects.h"
@@ -61,6 +62,20 @@ class FakeComServerWorld : public ComServerWorld {
   std::unique_ptr<platform::RegistryService> registry_;
 };
 
+class FakeInstanceMarkWorld : public InstanceMarkWorld {
+ public:
+  platform::InstanceMark& mark() override { return mark_; }
+  void StartOther() override { mark_.previous_instance = true; }
+  void EndOther() override { mark_.previous_instance = false; }
+
+ private:
+  fakes::FakeInstanceMark mark_;
+};
+
+std::unique_ptr<InstanceMarkWorld> MakeInstanceMarkWorld() {
+  return std::make_unique<FakeInstanceMarkWorld>();
+}
+
 std::unique_ptr<ActiveObjectsWorld> MakeActiveObjectsWorld() {
   return std::make_unique<FakeActiveObjectsWorld>();
 }
@@ -86,6 +101,7 @@ std::unique_ptr<platform::SuiteObjects> MakeSuite() { return std::make_unique<Fa
 
 INSTANTIATE_TEST_SUITE_P(Fake, ActiveObjectsContract, testing::Values(&MakeActiveObjectsWorld));
 INSTANTIATE_TEST_SUITE_P(Fake, ComServerContract, testing::Values(&MakeComServerWorld));
+INSTANTIATE_TEST_SUITE_P(Fake, InstanceMarkContract, testing::Values(&MakeInstanceMarkWorld));
 INSTANTIATE_TEST_SUITE_P(Fake, SuiteObjectsContract, testing::Values(&MakeSuite));
 
 // What the fakes can be told to do.

@@ -22,8 +22,8 @@ inline std::string NameOfClickHost(const ::testing::TestParamInfo<HtmlClickHostF
   return info.param.name;
 }
 
-/// The suite on the events of the page, in an include of its own for hosts that can raise them. The
-/// file that includes it instantiates it as it does `HtmlDocumentContract`.
+/// The suite on the events of the page. The file that includes it instantiates it as it does
+/// `HtmlDocumentContract`.
 class HtmlEventsContract : public ::testing::TestWithParam<HtmlClickHostFactory>,
                            protected platform::HtmlDocumentEvents {
  protected:

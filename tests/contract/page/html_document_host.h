@@ -26,6 +26,9 @@ class HtmlDocumentHost {
 struct HtmlDocumentHostFactory {
   const char* name;
   std::unique_ptr<HtmlDocumentHost> (*make)();
+
+  /// What the page refuses with where nothing may stand. Engines differ in it.
+  std::int32_t refusal;
 };
 
 inline std::string NameOfHost(const ::testing::TestParamInfo<HtmlDocumentHostFactory>& info) {
@@ -42,10 +45,20 @@ class NoEvents : public platform::HtmlDocumentEvents {
   }
 };
 
+/// The number with which `call` fails; 0 when it does not.
+template <typename Call>
+std::int32_t NumberOfFailure(Call call) {
+  try {
+    call();
+  } catch (const base::Failure& failure) {
+    return failure.number();
+  }
+  return 0;
+}
+
 /// The suite on what a document and its nodes do. The file that includes the tests instantiates it:
 ///   INSTANTIATE_TEST_SUITE_P(Fake, HtmlDocumentContract,
-///                            ::testing::Values(HtmlDocumentHostFactory{"Page", &MakeHost}),
-///                            NameOfHost);
+///       ::testing::Values(HtmlDocumentHostFactory{"Page", &MakeHost, kFails}), NameOfHost);
 class HtmlDocumentContract : public ::testing::TestWithParam<HtmlDocumentHostFactory> {
  protected:
   /// Shows a quirks-mode page with that content of its body.
@@ -58,6 +71,12 @@ class HtmlDocumentContract : public ::testing::TestWithParam<HtmlDocumentHostFac
     return *document_;
   }
 
+  /// Demands that `call` fails as the page refuses.
+  template <typename Call>
+  void ExpectRefusal(Call call) {
+    EXPECT_EQ(NumberOfFailure(call), GetParam().refusal);
+  }
+
   std::shared_ptr<platform::HtmlDocument> document_;
 
  private:
@@ -65,18 +84,10 @@ class HtmlDocumentContract : public ::testing::TestWithParam<HtmlDocumentHostFac
   std::unique_ptr<HtmlDocumentHost> host_ = GetParam().make();
 };
 
-/// The number with which `call` fails; 0 when it does not.
-template <typename Call>
-std::int32_t NumberOfFailure(Call call) {
-  try {
-    call();
-  } catch (const base::Failure& failure) {
-    return failure.number();
-  }
-  return 0;
-}
-
 inline constexpr std::int32_t kNoSuchMember =
     static_cast<std::int32_t>(base::RuntimeError::kMemberNotFound);
+
+/// What handles of a page that is no longer shown fail with.
+inline constexpr std::int32_t kPageIsLeft = static_cast<std::int32_t>(0x80010108U);
 
 }  // namespace kitbay::contract

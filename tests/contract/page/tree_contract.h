@@ -77,14 +77,14 @@ TEST_P(HtmlDocumentContract, MarkupIsInsertedIntoAnElementOffThePage) {
 TEST_P(HtmlDocumentContract, MarkupBesideAnElementWithoutParentFails) {
   auto& document = Show("");
   const auto row = document.CreateElement("<div id =7>");
-  EXPECT_NE(NumberOfFailure([&] { row->InsertAdjacentHtml("beforeBegin", "<b></b>"); }), 0);
-  EXPECT_NE(NumberOfFailure([&] { row->InsertAdjacentHtml("afterEnd", "<b></b>"); }), 0);
+  ExpectRefusal([&] { row->InsertAdjacentHtml("beforeBegin", "<b></b>"); });
+  ExpectRefusal([&] { row->InsertAdjacentHtml("afterEnd", "<b></b>"); });
 }
 
 TEST_P(HtmlDocumentContract, MarkupAtAnUnknownPlaceFails) {
   auto& document = Show("<div id='list'></div>");
   const auto list = document.AllItem("list");
-  EXPECT_NE(NumberOfFailure([&] { list->InsertAdjacentHtml("inside", "<b></b>"); }), 0);
+  ExpectRefusal([&] { list->InsertAdjacentHtml("inside", "<b></b>"); });
   EXPECT_EQ(list->ChildNodeCount(), 0);
 }
 
@@ -106,8 +106,8 @@ TEST_P(HtmlDocumentContract, AppendingALaterChildAgainPutsItLast) {
 TEST_P(HtmlDocumentContract, AppendingNothingOrAnAncestorFails) {
   auto& document = Show("<div id='list'><b id='7'></b></div>");
   const auto row = document.AllItem("7");
-  EXPECT_NE(NumberOfFailure([&] { row->AppendChild(nullptr); }), 0);
-  EXPECT_NE(NumberOfFailure([&] { row->AppendChild(document.AllItem("list")); }), 0);
+  EXPECT_EQ(NumberOfFailure([&] { row->AppendChild(nullptr); }), 91);
+  ExpectRefusal([&] { row->AppendChild(document.AllItem("list")); });
   EXPECT_EQ(IdsOfChildren(*document.AllItem("list")), "7 ");
 }
 

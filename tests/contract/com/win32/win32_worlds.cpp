@@ -1,13 +1,16 @@
 #include <windows.h>
 
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "contract/com/active_objects_contract.h"
 #include "contract/com/com_server_contract.h"
+#include "contract/com/instance_mark_contract.h"
 #include "contract/com/suite_objects_contract.h"
 #include "contract/com/win32/client_process.h"
 #include "contract/com/win32/registered_program.h"
+#include "platform/win32/com/instance_mark.h"
 #include "platform/win32/win32_platform.h"
 
 namespace kitbay::contract {
@@ -48,6 +51,22 @@ class Win32ComServerWorld : public ComServerWorld {
   ClientProcess client_;
 };
 
+class Win32InstanceMarkWorld : public InstanceMarkWorld {
+ public:
+  platform::InstanceMark& mark() override { return mark_; }
+  void StartOther() override { other_.emplace(name_).PreviousInstanceExists(); }
+  void EndOther() override { other_.reset(); }
+
+ private:
+  std::wstring name_ = L"Local\\Kitbay.Tests " + std::to_wstring(GetCurrentProcessId());
+  platform::win32::MutexMark mark_{name_};
+  std::optional<platform::win32::MutexMark> other_;
+};
+
+std::unique_ptr<InstanceMarkWorld> MakeInstanceMarkWorld() {
+  return std::make_unique<Win32InstanceMarkWorld>();
+}
+
 std::unique_ptr<ActiveObjectsWorld> MakeActiveObjectsWorld() {
   return std::make_unique<Win32ActiveObjectsWorld>();
 }
@@ -58,6 +77,7 @@ std::unique_ptr<ComServerWorld> MakeComServerWorld() {
 
 INSTANTIATE_TEST_SUITE_P(Win32, ActiveObjectsContract, testing::Values(&MakeActiveObjectsWorld));
 INSTANTIATE_TEST_SUITE_P(Win32, ComServerContract, testing::Values(&MakeComServerWorld));
+INSTANTIATE_TEST_SUITE_P(Win32, InstanceMarkContract, testing::Values(&MakeInstanceMarkWorld));
 INSTANTIATE_TEST_SUITE_P(Win32, SuiteObjectsContract,
                          testing::Values(&platform::win32::MakeSuiteObjects));
 

@@ -27,8 +27,12 @@ class FakeDocumentHost : public HtmlClickHost {
 std::unique_ptr<HtmlDocumentHost> MakeHost() { return std::make_unique<FakeDocumentHost>(); }
 std::unique_ptr<HtmlClickHost> MakeClickHost() { return std::make_unique<FakeDocumentHost>(); }
 
+constexpr auto kInvalidArgument = static_cast<std::int32_t>(0x80070057U);
+
 INSTANTIATE_TEST_SUITE_P(Native, HtmlDocumentContract,
-                         ::testing::Values(HtmlDocumentHostFactory{"Fake", &MakeHost}), NameOfHost);
+                         ::testing::Values(HtmlDocumentHostFactory{"Fake", &MakeHost,
+                                                                   kInvalidArgument}),
+                         NameOfHost);
 INSTANTIATE_TEST_SUITE_P(Native, HtmlEventsContract,
                          ::testing::Values(HtmlClickHostFactory{"Fake", &MakeClickHost}),
                          NameOfClickHost);

@@ -2,38 +2,19 @@
 
 #include <gmock/gmock.h>
 
+#include <functional>
+#include <memory>
+#include <utility>
+
+#include "contract/page/main_window_contract.h"
+#include "contract/page/message_loop_contract.h"
+
 namespace kitbay::fakes {
 namespace {
 
-class CountingEvents : public platform::MainWindowEvents {
- public:
-  explicit CountingEvents(FakeMainWindow& window) : window_(window) {}
-  void Form_Unload() override {
-    ++unloads;
-    window_.Unload();
-  }
-  void CmdClose_Click() override { window_.Unload(); }
-  void cmdPreference_Click() override {}
-  void Form_KeyDown(int) override {}
-  void lblHelp_Click() override {}
-  void lblHelp_MouseMove() override {}
-  void WebBrowser1_DocumentComplete() override {}
-
-  int unloads = 0;
-
- private:
-  FakeMainWindow& window_;
-};
-
-class NoDocumentEvents : public platform::HtmlDocumentEvents {
- public:
-  void doc_onclick() override {}
-  bool doc_ondragstart() override { return false; }
-};
-
 TEST(FakeMainWindow, CallsAreNotedInOrder) {
   FakeMainWindow window("<b id='7'></b>");
-  CountingEvents events(window);
+  contract::RecordingMainWindowEvents events;
   window.Load(events);
   window.Show();
   window.Navigate("C:\\Kitbay\\AddonUpdates.html");
@@ -46,29 +27,11 @@ TEST(FakeMainWindow, CallsAreNotedInOrder) {
   EXPECT_EQ(window.progress_bar().value(), 100);
 }
 
-TEST(FakeMainWindow, UnloadTellsTheFormOnce) {
-  FakeMainWindow window("");
-  CountingEvents events(window);
-  window.Unload();
-  EXPECT_EQ(events.unloads, 0);
-  window.Load(events);
-  window.events()->CmdClose_Click();
-  EXPECT_EQ(events.unloads, 1);
-  EXPECT_EQ(window.Handle(), platform::WindowHandle{});
-  window.Unload();
-  EXPECT_EQ(events.unloads, 1);
-}
-
-TEST(FakeMainWindow, EachNavigationGivesANewDocument) {
+TEST(FakeMainWindow, APageLiesInTheFolderOfItsFile) {
   FakeMainWindow window("<img id='a' src='x.gif'>");
-  NoDocumentEvents events;
-  EXPECT_THROW(window.ConnectDocument(events), base::Failure);
+  contract::NoEvents events;
   window.Navigate("C:\\Kitbay\\AddonUpdates.html");
-  const auto first = window.ConnectDocument(events);
-  EXPECT_EQ(first->AllItem("a")->Src(), "file:///C:/Kitbay/x.gif");
-  window.Navigate("C:\\Kitbay\\AddonUpdates.html");
-  EXPECT_THROW(first->AllItem("a"), base::Failure);
-  EXPECT_TRUE(window.ConnectDocument(events)->AllItem("a"));
+  EXPECT_EQ(window.ConnectDocument(events)->AllItem("a")->Src(), "file:///C:/Kitbay/x.gif");
 }
 
 TEST(FakeMainWindow, AMemberCanBeToldToFail) {
@@ -79,22 +42,50 @@ TEST(FakeMainWindow, AMemberCanBeToldToFail) {
   window.SetHelpCursor("C:\\none.cur");
 }
 
-TEST(FakeMainWindow, ThereAreThreePanels) {
-  FakeMainWindow window("");
-  EXPECT_THROW(window.status_bar().SetPanelText(0, "x"), base::Failure);
-  EXPECT_EQ(window.status_bar().PanelText(3), "");
-  EXPECT_THROW(window.status_bar().PanelText(4), base::Failure);
-}
-
-TEST(FakeMessageLoop, RunsItsMessagesUntilItIsLeft) {
-  FakeMainWindow window("");
-  std::string done;
-  window.message_loop().Post([&] { done += "a"; });
-  window.message_loop().Post([&] { window.message_loop().Quit(); });
-  window.message_loop().Post([&] { done += "b"; });
-  window.message_loop().Run();
-  EXPECT_EQ(done, "a");
-}
-
 }  // namespace
 }  // namespace kitbay::fakes
+
+namespace kitbay::contract {
+namespace {
+
+class FakeMainWindowWorld : public MainWindowWorld {
+ public:
+  FakeMainWindowWorld() { window_.Load(events_); }
+
+  platform::MainWindow& window() override { return window_; }
+  RecordingMainWindowEvents& events() override { return events_; }
+  void ShowPage() override { window_.Navigate("C:\\Kitbay\\page.html"); }
+  bool IsShown() const override { return window_.shown(); }
+  bool IsProgressShown() const override { return progress_.visible(); }
+  bool IsProgressInStatusBar() const override { return progress_.in_status_bar(); }
+  platform::Rectangle ProgressPlace() const override { return progress_.place(); }
+  int Progress() const override { return progress_.value(); }
+
+ private:
+  RecordingMainWindowEvents events_;
+  fakes::FakeMainWindow window_{"<div id='list'></div>"};
+  const fakes::FakeProgressBar& progress_ = window_.progress_bar();
+};
+
+class FakeMessageLoopWorld : public MessageLoopWorld {
+ public:
+  platform::MessageLoop& loop() override { return loop_; }
+  void Post(std::function<void()> message) override { loop_.Post(std::move(message)); }
+
+ private:
+  fakes::WindowCalls calls_;
+  fakes::FakeMessageLoop loop_{calls_};
+};
+
+std::unique_ptr<MainWindowWorld> MakeMainWindowWorld() {
+  return std::make_unique<FakeMainWindowWorld>();
+}
+std::unique_ptr<MessageLoopWorld> MakeMessageLoopWorld() {
+  return std::make_unique<FakeMessageLoopWorld>();
+}
+
+INSTANTIATE_TEST_SUITE_P(Fake, MainWindowContract, testing::Values(&MakeMainWindowWorld));
+INSTANTIATE_TEST_SUITE_P(Fake, MessageLoopContract, testing::Values(&MakeMessageLoopWorld));
+
+}  // namespace
+}  // namespace kitbay::contract

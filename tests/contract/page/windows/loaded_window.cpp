@@ -44,11 +44,6 @@ LoadedWindow::~LoadedWindow() {
   window_->Unload();
 }
 
-void LoadedWindow::Tell(const std::string& what) {
-  told.push_back(what);
-  on_told(what);
-}
-
 bool LoadedWindow::RunUntil(const std::function<bool()>& is_done) {
   const ULONGLONG start = GetTickCount64();
   // The real loop does the work; a timer lets it come back to look.
@@ -87,6 +82,13 @@ void LoadedWindow::PressKey(WPARAM key) {
   PostMessageW(GetFocus(), WM_KEYDOWN, key, 1);
   PostMessageW(GetFocus(), WM_KEYUP, key, static_cast<LPARAM>(0xC0000001));
   RunWaiting();
+}
+
+RECT PlaceIn(HWND parent, HWND window) {
+  RECT place{};
+  GetWindowRect(window, &place);
+  MapWindowPoints(nullptr, parent, reinterpret_cast<POINT*>(&place), 2);
+  return place;
 }
 
 LoadedWindow& SharedWindow() { return window_of_tests->Get(); }

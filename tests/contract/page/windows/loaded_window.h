@@ -5,8 +5,8 @@
 #include <functional>
 #include <memory>
 #include <string>
-#include <vector>
 
+#include "contract/page/main_window_events.h"
 #include "contract/page/windows/page_files.h"
 #include "platform/main_window.h"
 #include "platform/win32/win32_platform.h"
@@ -14,7 +14,7 @@
 namespace kitbay::contract {
 
 /// The real main window on the real message loop, with a record of what it told.
-class LoadedWindow : public platform::MainWindowEvents {
+class LoadedWindow : public RecordingMainWindowEvents {
  public:
   LoadedWindow();
   ~LoadedWindow() override;
@@ -24,12 +24,6 @@ class LoadedWindow : public platform::MainWindowEvents {
   platform::MainWindow& window() { return *window_; }
   HWND handle() const { return reinterpret_cast<HWND>(window_->Handle().value); }
   PageFiles& files() { return files_; }
-
-  /// What the window told, as the names of the handlers with their arguments.
-  std::vector<std::string> told;
-
-  /// Called after each entry.
-  std::function<void(const std::string&)> on_told = [](const std::string&) {};
 
   /// Handles messages until `is_done`; fails the test and gives false after the time limit.
   bool RunUntil(const std::function<bool()>& is_done);
@@ -49,22 +43,15 @@ class LoadedWindow : public platform::MainWindowEvents {
 
   void PressKey(WPARAM key);
 
-  void Form_Unload() override { Tell("Form_Unload"); }
-  void CmdClose_Click() override { Tell("CmdClose_Click"); }
-  void cmdPreference_Click() override { Tell("cmdPreference_Click"); }
-  void Form_KeyDown(int key_code) override { Tell("Form_KeyDown " + std::to_string(key_code)); }
-  void lblHelp_Click() override { Tell("lblHelp_Click"); }
-  void lblHelp_MouseMove() override { Tell("lblHelp_MouseMove"); }
-  void WebBrowser1_DocumentComplete() override { Tell("WebBrowser1_DocumentComplete"); }
-
  private:
-  void Tell(const std::string& what);
-
   platform::win32::ComApartment apartment_;
   PageFiles files_;
   std::unique_ptr<platform::MessageLoop> loop_;
   std::unique_ptr<platform::MainWindow> window_;
 };
+
+/// The place of `window` within `parent`.
+RECT PlaceIn(HWND parent, HWND window);
 
 /// One window for the tests that leave it as it is: each start of the control takes a while. It is
 /// loaded when first asked for and unloaded after the last test.

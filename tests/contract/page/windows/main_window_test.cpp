@@ -39,13 +39,6 @@ std::wstring FaceOf(HWND control) {
   return font.lfFaceName;
 }
 
-RECT PlaceIn(HWND parent, HWND window) {
-  RECT place{};
-  GetWindowRect(window, &place);
-  MapWindowPoints(nullptr, parent, reinterpret_cast<POINT*>(&place), 2);
-  return place;
-}
-
 /// A black square of the usual size as a cursor file, its hot spot at 3, 5.
 std::string CursorFile() {
   constexpr std::size_t kSide = 32;
@@ -99,66 +92,6 @@ TEST(MainWindow, EachMouseMoveOverTheLabelIsTold) {
   EXPECT_THAT(loaded.told, ElementsAre("lblHelp_MouseMove", "lblHelp_MouseMove"));
 }
 
-TEST(MainWindow, PanelsKeepTheirTexts) {
-  platform::StatusBar& bar = SharedWindow().window().status_bar();
-  bar.SetPanelText(1, "left");
-  bar.SetPanelText(2, "Downloading B\xC3\xBCro");
-  EXPECT_EQ(bar.PanelText(1), "left");
-  EXPECT_EQ(bar.PanelText(2), "Downloading B\xC3\xBCro");
-  bar.SetPanelText(2, "");
-  EXPECT_EQ(bar.PanelText(2), "");
-  bar.SetPanelText(1, "");
-}
-
-TEST(MainWindow, ThereAreTwoPanelsSideBySide) {
-  platform::StatusBar& bar = SharedWindow().window().status_bar();
-  const platform::Rectangle first = bar.PanelRectangle(1);
-  const platform::Rectangle second = bar.PanelRectangle(2);
-  EXPECT_GT(first.right - first.left, 100);
-  EXPECT_GT(first.bottom - first.top, 10);
-  EXPECT_GE(second.left, first.right);
-  EXPECT_GT(second.right, second.left);
-  EXPECT_EQ(NumberOfFailure([&] { bar.PanelText(0); }), 9);
-  EXPECT_EQ(NumberOfFailure([&] { bar.SetPanelText(3, ""); }), 9);
-}
-
-TEST(MainWindow, TheProgressBarMovesIntoTheStatusBarAndBack) {
-  LoadedWindow& loaded = SharedWindow();
-  platform::ProgressBar& progress = loaded.window().progress_bar();
-  const HWND status_bar = loaded.Control(STATUSCLASSNAMEW);
-  const HWND bar = loaded.Control(PROGRESS_CLASSW);
-  ASSERT_NE(bar, nullptr);
-  EXPECT_FALSE(IsWindowVisible(bar));
-
-  progress.SetParent(true);
-  EXPECT_EQ(GetParent(bar), status_bar);
-  const platform::Rectangle panel = loaded.window().status_bar().PanelRectangle(1);
-  progress.Move(panel);
-  progress.SetVisible(true);
-  EXPECT_TRUE(IsWindowVisible(bar));
-  const RECT place = PlaceIn(status_bar, bar);
-  EXPECT_EQ((platform::Rectangle{static_cast<int>(place.left), static_cast<int>(place.top),
-                                 static_cast<int>(place.right), static_cast<int>(place.bottom)}),
-            panel);
-
-  progress.SetParent(false);
-  EXPECT_EQ(GetParent(bar), loaded.handle());
-  progress.SetVisible(false);
-  EXPECT_FALSE(IsWindowVisible(bar));
-}
-
-TEST(MainWindow, ProgressIsCutToAHundredPercent) {
-  LoadedWindow& loaded = SharedWindow();
-  platform::ProgressBar& progress = loaded.window().progress_bar();
-  const HWND bar = loaded.Control(PROGRESS_CLASSW);
-  progress.SetValue(42);
-  EXPECT_EQ(SendMessageW(bar, PBM_GETPOS, 0, 0), 42);
-  progress.SetValue(250);
-  EXPECT_EQ(SendMessageW(bar, PBM_GETPOS, 0, 0), 100);
-  progress.SetValue(-1);
-  EXPECT_EQ(SendMessageW(bar, PBM_GETPOS, 0, 0), 0);
-}
-
 TEST(MainWindow, TheBrowserFollowsTheWindowsSize) {
   LoadedWindow& loaded = SharedWindow();
   for (const int width : {700, 900}) {
@@ -209,34 +142,12 @@ TEST(MainWindow, ClosingTellsTheUnloadOnceAndDestroysTheWindow) {
   EXPECT_THAT(loaded.told, ElementsAre("Form_Unload"));
 }
 
-TEST(MainWindow, UnloadingWhileItUnloadsDoesNothing) {
-  LoadedWindow loaded;
-  bool existed = false;
-  loaded.on_told = [&](const std::string&) {
-    loaded.window().Unload();
-    existed = IsWindow(loaded.handle());
-  };
-  loaded.window().Unload();
-  EXPECT_TRUE(existed);
-  EXPECT_THAT(loaded.told, ElementsAre("Form_Unload"));
-}
-
 TEST(MainWindow, TheEndOfTheSessionUnloadsTheWindow) {
   LoadedWindow loaded;
   SendMessageW(loaded.handle(), WM_ENDSESSION, FALSE, 0);
   EXPECT_THAT(loaded.told, IsEmpty());
   SendMessageW(loaded.handle(), WM_ENDSESSION, TRUE, 0);
   EXPECT_THAT(loaded.told, ElementsAre("Form_Unload"));
-}
-
-TEST(MainWindow, AnUnloadedWindowHasNoPartsToUse) {
-  LoadedWindow loaded;
-  loaded.window().Unload();
-  EXPECT_EQ(NumberOfFailure([&] { loaded.window().status_bar(); }), 91);
-  EXPECT_EQ(NumberOfFailure([&] { loaded.window().Navigate("C:\\p.html"); }), 91);
-  EXPECT_EQ(NumberOfFailure([&] { loaded.window().Show(); }), 91);
-  loaded.window().Load(loaded);
-  EXPECT_NE(loaded.handle(), nullptr);
 }
 
 TEST(MainWindow, AMissingCursorFileIsFileNotFound) {

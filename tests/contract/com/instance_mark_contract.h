@@ -1,0 +1,45 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+#include "platform/com_services.h"
+
+namespace kitbay::contract {
+
+/// The mark of one instance, and another instance that comes and goes.
+class InstanceMarkWorld {
+ public:
+  virtual ~InstanceMarkWorld() = default;
+  virtual platform::InstanceMark& mark() = 0;
+  virtual void StartOther() = 0;
+  virtual void EndOther() = 0;
+};
+
+class InstanceMarkContract
+    : public testing::TestWithParam<std::unique_ptr<InstanceMarkWorld> (*)()> {
+ protected:
+  std::unique_ptr<InstanceMarkWorld> world_ = GetParam()();
+};
+
+TEST_P(InstanceMarkContract, TheFirstInstanceStaysTheFirst) {
+  EXPECT_FALSE(world_->mark().PreviousInstanceExists());
+  world_->StartOther();
+  EXPECT_FALSE(world_->mark().PreviousInstanceExists());
+}
+
+TEST_P(InstanceMarkContract, TheSecondInstanceStaysTheSecond) {
+  world_->StartOther();
+  EXPECT_TRUE(world_->mark().PreviousInstanceExists());
+  world_->EndOther();
+  EXPECT_TRUE(world_->mark().PreviousInstanceExists());
+}
+
+TEST_P(InstanceMarkContract, AnInstanceThatHasEndedIsNoneBefore) {
+  world_->StartOther();
+  world_->EndOther();
+  EXPECT_FALSE(world_->mark().PreviousInstanceExists());
+}
+
+}  // namespace kitbay::contract
