@@ -108,6 +108,26 @@ bool TakeScheme(std::string_view& url, std::string_view name) {
   return true;
 }
 
+/// `path`, which begins with "/", without its segments "." and "..". A query stays as it is.
+std::string WithoutDotSegments(std::string_view path) {
+  const std::string_view query = path.substr(std::min(path.find('?'), path.size()));
+  path.remove_suffix(query.size());
+  std::string resolved;
+  while (!path.empty()) {
+    const std::size_t end = std::min(path.find('/', 1), path.size());
+    const std::string_view segment = path.substr(0, end);
+    path.remove_prefix(end);
+    const bool climbs = segment == "/..";
+    if (climbs) resolved.erase(std::min(resolved.rfind('/'), resolved.size()));
+    if (!climbs && segment != "/.") {
+      resolved += segment;
+    } else if (path.empty()) {
+      resolved += '/';
+    }
+  }
+  return resolved + std::string(query);
+}
+
 /// `location` where it is no whole URL: on the same server as `from`.
 TransferAddress RelativeTo(const TransferAddress& from, std::string_view location) {
   if (location.starts_with("//")) return AddressAfterSlashes(from.is_secure, location.substr(2));
@@ -139,7 +159,9 @@ bool IsLoopback(std::string_view host) {
   for (auto& number : numbers) {
     const std::size_t end = std::min(rest.find('.'), rest.size());
     number = NumberIn(rest.substr(0, end), 0);
-    if (!number || *number > 255) return false;
+    // With a zero before them the system takes the digits for octal ones.
+    const bool is_octal = end > 1 && rest.front() == '0';
+    if (!number || *number > 255 || is_octal) return false;
     if (&number == &numbers.back()) return end == rest.size() && numbers.front() == 127;
     if (end == rest.size()) return false;
     rest.remove_prefix(end + 1);
@@ -177,6 +199,7 @@ TransferAddress RedirectedAddress(const TransferAddress& from, std::string_view 
   } else {
     throw TransferFailure("The server sent the request on to something other than HTTP");
   }
+  to.path = WithoutDotSegments(to.path);
   const bool stays = ToLower(from.host) == ToLower(to.host) && (to.is_secure || !from.is_secure);
   if (!stays && !(from.is_secure && to.is_secure)) {
     throw TransferFailure("The server sent the request on to " +

@@ -26,8 +26,9 @@ bool IsLoopback(std::string_view host);
 /// address.
 TransferAddress AddressOf(const DownloadRequest& request, std::string_view plain_http_servers);
 
-/// The address that the answer of `from` redirects to with `location`, absolute or relative. Throws
-/// `TransferFailure` unless both are HTTPS, or host and scheme stay or the scheme becomes HTTPS.
+/// The address that the answer of `from` redirects to with `location`, absolute or relative; its
+/// path has no parts "." and "..". Throws `TransferFailure` unless both are HTTPS, or host and
+/// scheme stay or the scheme becomes HTTPS.
 TransferAddress RedirectedAddress(const TransferAddress& from, std::string_view location);
 
 }  // namespace ovalink

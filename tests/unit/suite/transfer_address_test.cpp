@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <initializer_list>
+#include <utility>
 
 #include "transfer_failure.h"
 
@@ -62,7 +64,9 @@ TEST(TransferAddress, LoopbackIsTheWholeNameOrAddress) {
   }
   for (const char* host : {"", "127", "127.1", "127.0.0.256", "127.0.0.1.", "127.0.0.1.example",
                            "127.0.0", "128.0.0.1", "localhost.example", "notlocalhost", "[::2]",
-                           "127.0.0.-1", "0127.0.0.x", "127..0.1"}) {
+                           "127.0.0.-1", "0127.0.0.x", "127..0.1",
+                           // Numbers that the system reads as octal.
+                           "0127.0.0.1", "127.0.0.01", "127.00.0.1"}) {
     EXPECT_FALSE(IsLoopback(host)) << host;
   }
 }
@@ -144,6 +148,34 @@ TEST(Redirection, MayBeRelative) {
   EXPECT_EQ(Redirected(kSecure, "x.xml"), "https://updates.example:443/a/x.xml");
   EXPECT_EQ(Redirected(kSecure, "?e=f"), "https://updates.example:443/a/b.xml?e=f");
   EXPECT_EQ(Redirected(kPlain, "x?http://y"), "http://127.0.0.1:8080/a/x?http://y");
+}
+
+TEST(Redirection, StaysBelowTheRootHoweverFarItClimbs) {
+  const std::string from = "https://updates.example:443";
+  for (const auto& [location, path] : std::initializer_list<std::pair<const char*, const char*>>{
+           {"../files/x.zip", "/files/x.zip"},
+           {"./x.xml", "/a/x.xml"},
+           {".", "/a/"},
+           {"..", "/"},
+           {"../../../x", "/x"},
+           {"b/./c/../d/", "/a/b/d/"},
+           {"b/..", "/a/"},
+           {"/c/../x", "/x"},
+           {"/c//../x", "/c/x"},
+           {"/c/...", "/c/..."},
+           {"/c/.d/..e", "/c/.d/..e"},
+           {"x?up=../y", "/a/x?up=../y"},
+           {"/..?q", "/?q"},
+           {"https://updates.example/c/../x", "/x"},
+           {"//updates.example/./x", "/x"}}) {
+    EXPECT_EQ(Redirected(kSecure, location), from + path) << location;
+  }
+}
+
+TEST(Redirection, ResolvesWhatTheAddressItComesFromStillHeld) {
+  const TransferAddress climbing{true, "updates.example", 443, "/a/../b/c.xml"};
+  EXPECT_EQ(Redirected(climbing, "x"), "https://updates.example:443/b/x");
+  EXPECT_EQ(Redirected(climbing, "?q"), "https://updates.example:443/b/c.xml?q");
 }
 
 }  // namespace
