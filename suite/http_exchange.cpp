@@ -15,7 +15,6 @@ namespace win32 = kitbay::platform::win32;
 
 namespace {
 
-constexpr wchar_t kUserAgent[] = L"Kitbay";
 // Larger pieces come no faster, and systems are slower to take them into a file.
 constexpr DWORD kMostAtOnce = 64 * 1024;
 // Reads grow while this much at least comes within the first of these times, and are small again
@@ -23,17 +22,6 @@ constexpr DWORD kMostAtOnce = 64 * 1024;
 constexpr DWORD kWorthMore = 4096;
 constexpr ULONGLONG kQuickMs = 20;
 constexpr ULONGLONG kSlowMs = 100;
-
-UniqueInternet OpenSession(bool direct) {
-  const auto open = [](DWORD access) {
-    return UniqueInternet(WinHttpOpen(kUserAgent, access, WINHTTP_NO_PROXY_NAME,
-                                      WINHTTP_NO_PROXY_BYPASS, WINHTTP_FLAG_ASYNC));
-  };
-  if (direct) return open(WINHTTP_ACCESS_TYPE_NO_PROXY);
-  UniqueInternet session = open(WINHTTP_ACCESS_TYPE_AUTOMATIC_PROXY);
-  // Before Windows 8.1 there is only the proxy of the machine.
-  return session ? std::move(session) : open(WINHTTP_ACCESS_TYPE_DEFAULT_PROXY);
-}
 
 /// The host as the name service takes it.
 std::wstring AsciiHost(const std::string& host) {
@@ -44,12 +32,6 @@ std::wstring AsciiHost(const std::string& host) {
   return length > 0 && !host.starts_with('[')
              ? std::wstring(ascii.data(), static_cast<std::size_t>(length))
              : name;
-}
-
-void SetNumber(HINTERNET handle, DWORD option, DWORD value) {
-  if (!WinHttpSetOption(handle, option, &value, sizeof value)) {
-    ThrowHttpFailure(GetLastError());
-  }
 }
 
 }  // namespace
@@ -155,12 +137,12 @@ std::span<const char> HttpExchange::Read() {
   if (wanted == 0) {
     progress_->Begin();
     const BOOL started = WinHttpQueryDataAvailable(request_.get(), nullptr);
-    wanted = std::min(Await(started, GetLastError()), kMostAtOnce);
+    wanted = std::min(Await(started, GetLastError(), INFINITE), kMostAtOnce);
     if (wanted == 0) return {};
   }
   progress_->Begin();
   const BOOL started = WinHttpReadData(request_.get(), progress_->buffer.data(), wanted, nullptr);
-  const DWORD received = Await(started, GetLastError());
+  const DWORD received = Await(started, GetLastError(), INFINITE);
   // A read may wait until all that it asked for has come. Only what comes fast is therefore asked
   // for in large pieces.
   const ULONGLONG lasted = GetTickCount64() - start;
@@ -174,7 +156,6 @@ std::span<const char> HttpExchange::Read() {
 
 void HttpExchange::Open(const TransferAddress& address, DWORD timeout_ms) {
   session_ = OpenSession(IsLoopback(address.host));
-  if (!session_) ThrowHttpFailure(GetLastError());
   const int timeout = static_cast<int>(timeout_ms);
   if (!WinHttpSetTimeouts(session_.get(), timeout, timeout, timeout, timeout)) {
     ThrowHttpFailure(GetLastError());
@@ -213,10 +194,10 @@ void HttpExchange::Send() {
   BOOL started =
       WinHttpSendRequest(request_.get(), WINHTTP_NO_ADDITIONAL_HEADERS, 0, WINHTTP_NO_REQUEST_DATA,
                          0, 0, reinterpret_cast<DWORD_PTR>(progress_.get()));
-  Await(started, GetLastError());
+  Await(started, GetLastError(), timeout_ms_);
   progress_->Begin();
   started = WinHttpReceiveResponse(request_.get(), nullptr);
-  Await(started, GetLastError());
+  Await(started, GetLastError(), timeout_ms_);
   DWORD size = sizeof status_;
   DWORD status = 0;
   if (!WinHttpQueryHeaders(request_.get(), WINHTTP_QUERY_STATUS_CODE | WINHTTP_QUERY_FLAG_NUMBER,
@@ -226,12 +207,14 @@ void HttpExchange::Send() {
   status_ = status;
 }
 
-/// Waits for the end of a step, which a call has `started` or not, for `error`.
-DWORD HttpExchange::Await(BOOL started, DWORD error) {
+/// Waits for the end of a step, which a call has `started` or not, for `error`. What reads the body
+/// needs no limit here: it may last as long as bytes keep coming, and the system ends it when none
+/// come for the time that it was told.
+DWORD HttpExchange::Await(BOOL started, DWORD error, DWORD limit_ms) {
   if (!started) ThrowHttpFailure(error);
   const std::array<HANDLE, 2> events = {cancel_, progress_->step_ended()};
-  switch (WaitForMultipleObjects(static_cast<DWORD>(events.size()), events.data(), FALSE,
-                                 timeout_ms_)) {
+  switch (
+      WaitForMultipleObjects(static_cast<DWORD>(events.size()), events.data(), FALSE, limit_ms)) {
     case WAIT_OBJECT_0:
       throw TransferCancelled();
     case WAIT_OBJECT_0 + 1:

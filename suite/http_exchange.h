@@ -10,7 +10,7 @@
 #include <span>
 #include <string>
 
-#include "platform/win32/system/handles.h"
+#include "http_session.h"
 #include "transfer_address.h"
 
 namespace ovalink {
@@ -18,17 +18,11 @@ namespace ovalink {
 /// Says that the client has had enough; nobody is told of the transfer any more.
 class TransferCancelled {};
 
-struct InternetTraits {
-  using Type = HINTERNET;
-  static Type Invalid() { return nullptr; }
-  static void Close(Type handle) { WinHttpCloseHandle(handle); }
-};
-using UniqueInternet = kitbay::platform::win32::UniqueHandle<InternetTraits>;
-
 /// One HTTP request and its answer, without cookies, sign-on or redirection. The system's proxy is
 /// used except for loopback. Every step that lasts ends with `TransferCancelled` as soon as the
-/// event `cancel` is set, with `TransferFailure` for "connection timed out" when nothing happened
-/// for `timeout_ms`, and with `TransferFailure` for what else goes wrong.
+/// event `cancel` is set, with `TransferFailure` for "connection timed out" when there is no
+/// connection, or nothing comes, for `timeout_ms`, and with `TransferFailure` for what else goes
+/// wrong.
 class HttpExchange {
  public:
   /// Sends the request and waits for the answer's heading.
@@ -50,7 +44,7 @@ class HttpExchange {
   void Open(const TransferAddress& address, DWORD timeout_ms);
   void Listen();
   void Send();
-  DWORD Await(BOOL started, DWORD error);
+  DWORD Await(BOOL started, DWORD error, DWORD limit_ms);
 
   DWORD timeout_ms_;
   HANDLE cancel_;

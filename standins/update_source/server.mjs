@@ -23,6 +23,10 @@ const kLoopback = '127.0.0.1';
 const kTypes = { '.xml': 'text/xml; charset=utf-8', '.zip': 'application/zip' };
 const typeOf = (name) => kTypes[path.posix.extname(name)] ?? 'application/octet-stream';
 
+/** Options for a server that speaks only that protocol; what is old has to be allowed as well. */
+const only = (protocol) =>
+  protocol ? { minVersion: protocol, maxVersion: protocol, ciphers: 'DEFAULT@SECLEVEL=0' } : {};
+
 /**
  * One update source on a port of its own. What it is asked is kept in `requests`, in order: {method,
  * path, host, headers, closed}, where `closed` settles when the connection has ended.
@@ -40,22 +44,23 @@ export class UpdateSource {
 
   /**
    * `tls` is the certificate to serve HTTPS with ("good", "wrong-name", "expired", "self-signed");
-   * without it the source speaks plain HTTP. `packages` is the folder of the packages.
+   * without it the source speaks plain HTTP. `protocol` is the only one that it then speaks
+   * ("TLSv1.1"). `packages` is the folder of the packages.
    */
-  static async start({ tls = null, packages = kPackageFolder } = {}) {
-    const source = new UpdateSource(tls, packages);
+  static async start({ tls = null, protocol = null, packages = kPackageFolder } = {}) {
+    const source = new UpdateSource(tls, protocol, packages);
     source.#server.listen(0, kLoopback);
     await once(source.#server, 'listening');
     return source;
   }
 
   /** Use start(). */
-  constructor(tls, packages) {
+  constructor(tls, protocol, packages) {
     this.#tls = tls;
     this.#packages = packages;
     const answer = (request, response) => this.#answer(request, response);
     this.#server = tls
-      ? https.createServer(new Certificates(kCertificateFolder).identity(tls), answer)
+      ? https.createServer({ ...new Certificates(kCertificateFolder).identity(tls), ...only(protocol) }, answer)
       : http.createServer(answer);
     // No clock of the server's own ends a connection: that is the tests' business.
     Object.assign(this.#server, { keepAliveTimeout: 0, headersTimeout: 0, requestTimeout: 0, timeout: 0 });

@@ -5,6 +5,7 @@ import fs from 'node:fs';
 import http from 'node:http';
 import https from 'node:https';
 import net from 'node:net';
+import tls from 'node:tls';
 import { createInterface } from 'node:readline';
 import { describe, test as nodeTest } from 'node:test';
 import { fileURLToPath } from 'node:url';
@@ -357,6 +358,21 @@ describe('A source with TLS', () => {
     assert.deepEqual(body, source.contentOf(kManifest));
     assert.match(body.toString(), new RegExp(`<url>https://${source.host}/packages/`));
   });
+
+  for (const protocol of ['TLSv1.1', 'TLSv1.2']) {
+    test(`can speak ${protocol} alone`, async (t) => {
+      const source = await start(t, { tls: 'good', protocol });
+      const [host, port] = source.host.split(':');
+      const speak = async (options) => {
+        const socket = tls.connect({ host, port, rejectUnauthorized: false, ciphers: 'DEFAULT@SECLEVEL=0', ...options });
+        t.after(() => socket.destroy());
+        await once(socket, 'secureConnect');
+        return socket.getProtocol();
+      };
+      assert.equal(await speak({ minVersion: 'TLSv1', maxVersion: 'TLSv1.3' }), protocol);
+      await assert.rejects(speak({ minVersion: 'TLSv1.3', maxVersion: 'TLSv1.3' }), { code: /ALERT_PROTOCOL_VERSION/ });
+    });
+  }
 
   for (const [certificate, code] of [
     ['self-signed', 'DEPTH_ZERO_SELF_SIGNED_CERT'],

@@ -3,14 +3,18 @@ import assert from 'node:assert/strict';
 import { spawn } from 'node:child_process';
 import { once } from 'node:events';
 import fs from 'node:fs';
-import os from 'node:os';
+import http from 'node:http';
 import path from 'node:path';
 import { createInterface } from 'node:readline';
+import { setTimeout as delay } from 'node:timers/promises';
 import { after, afterEach, before, beforeEach, describe, test as nodeTest } from 'node:test';
 import { UpdateSource } from '../../standins/update_source/server.mjs';
-import { downloadClient, prefixFolder, root, wine } from './harness.mjs';
+import { downloadClient, prefixFolder, root, trustAuthority, wine } from './harness.mjs';
 
 const kManifest = '/ovalink.xml';
+const kLarge = '/large.zip';
+const kBurst = 1024 * 1024;
+const kTimeOutSeconds = 2;
 const kSettings = 'HKCU\\Software\\Ovalink';
 const folder = path.join(prefixFolder, 'drive_c/downloads');
 const destination = 'C:\\downloads\\file.xml';
@@ -52,13 +56,17 @@ let source;
 /** What the client is told when it asks the source for a path. */
 const ask = (path = kManifest, options) => download([{ server: source.host, path }], options);
 
-before(async () => {
-  await set('TransferTimeout', '2');
-});
-after(async () => {
-  await unset('TransferTimeout');
-  fs.rmSync(folder, { recursive: true, force: true });
-});
+/** A test whose transfers time out soon. */
+const impatiently = (body) => async (t) => {
+  await set('TransferTimeout', String(kTimeOutSeconds));
+  try {
+    await body(t);
+  } finally {
+    await unset('TransferTimeout');
+  }
+};
+
+after(() => fs.rmSync(folder, { recursive: true, force: true }));
 beforeEach(async () => {
   fs.rmSync(folder, { recursive: true, force: true });
   fs.mkdirSync(folder);
@@ -97,7 +105,9 @@ describe('A file', () => {
 
   test('of 100 MB arrives with progress that grows', async () => {
     source.misbehave(kManifest, 'zeros');
+    const start = Date.now();
     const events = await ask();
+    const lasted = Date.now() - start;
     const bytes = 100 * 1024 * 1024;
     assert.deepEqual(events.shift(), message(kManifest, 'Total-Length', bytes));
     assert.deepEqual(events.pop(), completed(kManifest));
@@ -107,6 +117,8 @@ describe('A file', () => {
       assert.ok(Number(value) > last && Number(value) < bytes, value);
       last = Number(value);
     }
+    // Not more often than a person can see.
+    assert.ok(events.length >= 1 && events.length <= lasted / 100, `${events.length} in ${lasted} ms`);
     assert.equal(fs.statSync(path.join(folder, 'file.xml')).size, bytes);
   });
 
@@ -125,6 +137,28 @@ describe('A file', () => {
     ]);
     assert.equal(stored().toString(), 'abcde');
   });
+
+  // Reads that are large by then wait for all that they asked for, or do not: that is for the moment
+  // of each transfer to say, so there are three.
+  test('that flows, however slowly after a fast start, outlasts the time-out', impatiently(async () => {
+    const flowOne = async (name) => {
+      const path = `/${name}.zip`;
+      source.publish(path, Buffer.alloc(kBurst + 40 * 1024, 'x'));
+      const flow = source.misbehave(path, 'drip');
+      const asking = download([{ server: source.host, path, destination: `C:\\downloads\\${name}` }]);
+      await flow.reached;
+      while (flow.sent < kBurst) {
+        await flow.next(16 * 1024);
+        await delay(5);
+      }
+      const start = Date.now();
+      while (!(await flow.next(1024))) await delay(100);
+      assert.ok(Date.now() - start > 1.5 * kTimeOutSeconds * 1000);
+      assert.deepEqual((await asking).at(-1), completed(path));
+      assert.deepEqual(stored(name), source.contentOf(path));
+    };
+    await Promise.all(['one', 'two', 'three'].map(flowOne));
+  }));
 
   for (const mode of ['chunked', 'no-length']) {
     test(`without an announced length (${mode}) arrives without progress`, async () => {
@@ -192,16 +226,29 @@ describe('A source that fails', () => {
     await fails('The server gave no whole answer');
   });
 
-  test('by silence before the answer', async () => {
+  test('by silence before the answer', impatiently(async () => {
     source.misbehave(kManifest, 'stall');
     await fails('connection timed out');
-  });
+  }));
 
-  test('by silence in the answer', async () => {
+  test('by silence in the answer', impatiently(async () => {
     source.misbehave(kManifest, 'stall-body', { after: 33 });
     const events = await fails('connection timed out');
     assert.equal(events[0].field, 'Total-Length');
-  });
+  }));
+
+  for (const tls of [null, 'good']) {
+    test(`by silence after a fast start${tls ? ' over TLS' : ''}`, impatiently(async (t) => {
+      if (tls) await trustAuthority();
+      const other = await UpdateSource.start({ tls });
+      t.after(() => other.close());
+      other.publish(kLarge, Buffer.alloc(2 * kBurst, 'x'));
+      other.misbehave(kLarge, 'stall-body', { after: kBurst });
+      const server = tls ? 'https:' : 'http:';
+      const events = await fails('connection timed out', download([{ server, path: `//${other.host}${kLarge}` }]));
+      assert.equal(events[0].field, 'Total-Length');
+    }));
+  }
 
   test('by cutting the answer short', async () => {
     source.misbehave(kManifest, 'cut-short', { after: 100 });
@@ -211,10 +258,8 @@ describe('A source that fails', () => {
 
   test('by breaking the connection off in the answer', async () => {
     const stall = source.misbehave(kManifest, 'stall-body', { after: 100 });
-    const asking = ask();
-    await stall.reached;
-    stall.breakOff();
-    const events = await asking;
+    // What comes with the end of the connection may be lost: the client has to have the heading.
+    const events = await ask(kManifest, { onEvent: ({ event }) => event === 'Message' && stall.breakOff() });
     assert.match(events.at(-1).message, /^The answer was cut short: \d+ of \d+ bytes$/);
     assert.deepEqual(files(), []);
   });
@@ -308,15 +353,10 @@ describe('A secure source', () => {
   const askSecurely = (path = kManifest) =>
     download([{ server: 'https:', path: `//${secure.host}${path}` }]);
 
-  before(async () => {
-    const entry = path.join(fs.mkdtempSync(path.join(os.tmpdir(), 'kitbay-e2e-')), 'authority.reg');
-    fs.writeFileSync(entry, UpdateSource.certificates().registryEntry);
-    await wine('regedit', '/S', `Z:${entry.replaceAll('/', '\\')}`);
-    fs.rmSync(path.dirname(entry), { recursive: true });
-  });
+  before(trustAuthority);
 
-  const start = async (t, tls) => {
-    secure = await UpdateSource.start({ tls });
+  const start = async (t, tls, protocol) => {
+    secure = await UpdateSource.start({ tls, protocol });
     t.after(() => secure.close());
   };
 
@@ -326,6 +366,19 @@ describe('A secure source', () => {
     assert.equal(total.value, String(secure.contentOf(kManifest).length));
     assert.equal(last.value, 'true');
     assert.deepEqual(stored(), secure.contentOf(kManifest));
+  });
+
+  test('that speaks TLS 1.2 delivers', async (t) => {
+    await start(t, 'good', 'TLSv1.2');
+    assert.equal((await askSecurely()).at(-1).value, 'true');
+  });
+
+  test('that speaks nothing newer than TLS 1.1 is asked for nothing', async (t) => {
+    await start(t, 'good', 'TLSv1.1');
+    const [event, ...more] = await askSecurely();
+    assert.deepEqual(more, []);
+    assert.equal(event.event, 'Exception');
+    assert.deepEqual(secure.requests, []);
   });
 
   for (const [tls, words] of [
@@ -381,6 +434,53 @@ describe('Plain HTTP to a name other than loopback', () => {
     const [event] = await download([{ server: elsewhere(), path: kManifest }]);
     assert.equal(event.event, 'Exception');
     assert.deepEqual(source.requests, []);
+  });
+});
+
+describe('The proxy of the user', () => {
+  const kConnections = 'HKCU\\Software\\Microsoft\\Windows\\CurrentVersion\\Internet Settings\\Connections';
+  const kName = 'DefaultConnectionSettings';
+  const kNoHost = 'updates.invalid';
+  let proxy;
+  let asked;
+
+  /** What the system's dialog of Internet settings writes for a proxy alone. */
+  function settingsFor(host) {
+    const number = (value) => Buffer.from(Uint32Array.of(value).buffer);
+    const text = (value) => [number(value.length), Buffer.from(value)];
+    const kVersion = 0x46;
+    const kDirectOrProxy = 3;
+    const parts = [number(kVersion), number(1), number(kDirectOrProxy), ...text(host), ...text(''), ...text('')];
+    return Buffer.concat([...parts, Buffer.alloc(32)]).toString('hex');
+  }
+
+  beforeEach(async () => {
+    asked = [];
+    proxy = http.createServer((request, response) => {
+      asked.push(request.url);
+      response.writeHead(200, { 'Content-Length': 5 }).end('proxy');
+    });
+    proxy.listen(0, '127.0.0.1');
+    await once(proxy, 'listening');
+    const data = settingsFor(`127.0.0.1:${proxy.address().port}`);
+    await wine('reg', 'add', kConnections, '/v', kName, '/t', 'REG_BINARY', '/d', data, '/f');
+    await set('PlainHttpServers', kNoHost);
+  });
+  afterEach(async () => {
+    await wine('reg', 'delete', kConnections, '/v', kName, '/f');
+    await unset('PlainHttpServers');
+    proxy.close();
+  });
+
+  test('is asked in the place of a server', async () => {
+    assert.deepEqual(await download([{ server: kNoHost, path: kManifest }]), arrived(kManifest, 'proxy'));
+    assert.deepEqual(asked.map((url) => new URL(url).href), [`http://${kNoHost}${kManifest}`]);
+    assert.equal(stored().toString(), 'proxy');
+  });
+
+  test('is not asked in the place of loopback', async () => {
+    assert.deepEqual(await ask(), arrived(kManifest, source.contentOf(kManifest)));
+    assert.deepEqual(asked, []);
   });
 });
 

@@ -7,6 +7,7 @@ import path from 'node:path';
 import { once } from 'node:events';
 import { promisify } from 'node:util';
 import { fileURLToPath } from 'node:url';
+import { UpdateSource } from '../../standins/update_source/server.mjs';
 import { PageInspector } from '../../standins/web_browser/helper/inspect_client.mjs';
 import { canonicalXml, lastElement } from './xml.mjs';
 
@@ -237,6 +238,15 @@ export class MainClient {
     }
     for (const program of this.#started.splice(0)) await program.dispose();
   }
+}
+
+/** Lets the machine trust the authority that signs the sample update source's certificates. */
+export async function trustAuthority() {
+  const folder = fs.mkdtempSync(path.join(os.tmpdir(), 'kitbay-e2e-'));
+  const entry = path.join(folder, 'authority.reg');
+  fs.writeFileSync(entry, UpdateSource.certificates().registryEntry);
+  await wine('regedit', '/S', `Z:${entry.replaceAll('/', '\\')}`);
+  fs.rmSync(folder, { recursive: true });
 }
 
 /** The library that is registered for a component's class; null when there is none. */
