@@ -1,7 +1,6 @@
 #include "catalog/available_updates.h"
 
 #include <unordered_map>
-#include <utility>
 
 #include "base/failure.h"
 #include "base/guarded.h"
@@ -50,6 +49,11 @@ class Offers {
   bool is_cut_off_ = false;
 };
 
+// A channel has no library to read its version from.
+std::string VersionOfChannel(const pugi::xml_node& entry, const std::string& /*id*/) {
+  return AttributeText(entry, "version");
+}
+
 }  // namespace
 
 std::string ManifestPath(const base::Settings& settings, const std::string& manifest) {
@@ -61,8 +65,8 @@ void AvailableUpdates::AddAddonInfo(const Entries& installed, const std::string&
   guarded(log_, "Kitbay::AddAddonInfo", [&] {
     CheckEntries(
         ComponentKind::kAddon, installed, manifest,
-        [&](const pugi::xml_node& entry) {
-          return versions_.OfAddon(AttributeText(entry, "id"), ChildText(entry, "filename"));
+        [&](const pugi::xml_node& entry, const std::string& id) {
+          return versions_.OfAddon(id, ChildText(entry, "filename"));
         },
         row);
   });
@@ -73,7 +77,7 @@ void AvailableUpdates::AddTransportInfo(const Entries& installed, const std::str
   guarded(log_, "Kitbay::AddTransportInfo", [&] {
     CheckEntries(
         ComponentKind::kTransport, installed, manifest,
-        [&](const pugi::xml_node& entry) {
+        [&](const pugi::xml_node& entry, const std::string& /*id*/) {
           return versions_.OfTransport(ChildText(entry, "filename"));
         },
         row);
@@ -83,18 +87,14 @@ void AvailableUpdates::AddTransportInfo(const Entries& installed, const std::str
 void AvailableUpdates::AddInfo(const Entries& installed, const std::string& manifest,
                                RowNumber& row) {
   guarded(log_, "Kitbay::AddInfo", [&] {
-    CheckEntries(
-        ComponentKind::kChannel, installed, manifest,
-        [](const pugi::xml_node& entry) { return AttributeText(entry, "version"); }, row);
+    CheckEntries(ComponentKind::kChannel, installed, manifest, VersionOfChannel, row);
   });
 }
 
 void AvailableUpdates::AddCustomInfo(const Entries& installed, const std::string& manifest,
                                      RowNumber& row) {
   guarded(log_, "Kitbay::AddCustomInfo", [&] {
-    CheckEntries(
-        ComponentKind::kChannel, installed, manifest,
-        [](const pugi::xml_node& entry) { return AttributeText(entry, "version"); }, row);
+    CheckEntries(ComponentKind::kChannel, installed, manifest, VersionOfChannel, row);
   });
 }
 
@@ -115,18 +115,19 @@ void AvailableUpdates::CheckEntries(ComponentKind kind, const Entries& installed
   }
   const Offers offered(Entries(document, offers.entries));
   for (const pugi::xml_node& entry : installed) {
-    const std::string version = version_of(entry);
-    const bool has_update = offered.HasNewer(AttributeText(entry, "id"), version);
-    AddRow(kind, entry, version, has_update, row);
+    const std::string id = AttributeText(entry, "id");
+    const std::string version = version_of(entry, id);
+    const bool has_update = offered.HasNewer(id, version);
+    AddRow(kind, entry, id, version, has_update, row);
   }
 }
 
 void AvailableUpdates::AddRow(ComponentKind kind, const pugi::xml_node& entry,
-                              const std::string& version, bool has_update, RowNumber& row) {
-  std::string id = AttributeText(entry, "id");
+                              const std::string& id, const std::string& version, bool has_update,
+                              RowNumber& row) {
   const std::string name = AttributeText(entry, "name");
   const std::string description = ChildText(entry, "description");
-  shown_.ids.push_back(std::move(id));
+  shown_.ids.push_back(id);
   const bool is_core = IsCore(ChildText(entry, "core"));
   const char* container = kInstalledTables[kind].container;
   if (has_update) {

@@ -41,12 +41,13 @@ class AvailableUpdates : public UpdateCheck {
                      RowNumber& row) override;
 
  private:
-  using VersionOf = std::function<std::string(const pugi::xml_node&)>;
+  // The version that an installed entry of that id has.
+  using VersionOf = std::function<std::string(const pugi::xml_node& entry, const std::string& id)>;
 
   void CheckEntries(base::ComponentKind kind, const Entries& installed, const std::string& manifest,
                     const VersionOf& version_of, RowNumber& row);
-  void AddRow(base::ComponentKind kind, const pugi::xml_node& entry, const std::string& version,
-              bool has_update, RowNumber& row);
+  void AddRow(base::ComponentKind kind, const pugi::xml_node& entry, const std::string& id,
+              const std::string& version, bool has_update, RowNumber& row);
 
   base::ErrorLog& log_;
   const platform::Files& files_;

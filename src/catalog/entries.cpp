@@ -19,16 +19,18 @@ Entries::Entries(const pugi::xml_document& document, std::string_view path) {
 Entries::Iterator::Iterator(const Entries& entries, const pugi::xpath_node* list)
     : entries_(&entries), list_(list) {
   if (list_ != entries_->lists_.end()) {
-    node_ = list_->node();
+    top_ = list_->node();
+    node_ = top_;
     ++*this;
   }
 }
 
 Entries::Iterator& Entries::Iterator::operator++() {
   do {
-    node_ = NextBelow(list_->node(), node_);
+    node_ = NextBelow(top_, node_);
     while (!node_ && ++list_ != entries_->lists_.end()) {
-      node_ = list_->node().first_child();
+      top_ = list_->node();
+      node_ = top_.first_child();
     }
   } while (node_ && std::strcmp(node_.name(), entries_->name_.c_str()) != 0);
   return *this;

@@ -34,6 +34,7 @@ class Entries {
    private:
     const Entries* entries_ = nullptr;
     const pugi::xpath_node* list_ = nullptr;
+    pugi::xml_node top_;  // the list's element
     pugi::xml_node node_;
   };
 

@@ -1,8 +1,8 @@
 #include "catalog/version_rule.h"
 
 #include <charconv>
+#include <optional>
 #include <system_error>
-#include <vector>
 
 #include "base/failure.h"
 
@@ -17,22 +17,27 @@ bool BeginsNumber(std::string_view text) {
   return text.size() > sign && text[sign] >= '0' && text[sign] <= '9';
 }
 
-// An empty text has no parts at all.
-std::vector<std::string_view> Parts(std::string_view version) {
-  std::vector<std::string_view> parts;
-  while (!version.empty()) {
-    const std::size_t dot = version.find('.');
-    parts.push_back(version.substr(0, dot));
-    if (dot == std::string_view::npos) {
-      return parts;
+/// The parts of a version from the first to the last. An empty text has no parts at all.
+class Parts {
+ public:
+  explicit Parts(std::string_view version) : rest_(version), is_at_end_(version.empty()) {}
+
+  /// The next part; none after the last.
+  std::optional<std::string_view> Next() {
+    if (is_at_end_) {
+      return std::nullopt;
     }
-    version.remove_prefix(dot + 1);
-    if (version.empty()) {
-      parts.emplace_back();
-    }
+    const std::size_t dot = rest_.find('.');
+    const std::string_view part = rest_.substr(0, dot);
+    is_at_end_ = dot == std::string_view::npos;
+    rest_.remove_prefix(is_at_end_ ? rest_.size() : dot + 1);
+    return part;
   }
-  return parts;
-}
+
+ private:
+  std::string_view rest_;
+  bool is_at_end_;
+};
 
 }  // namespace
 
@@ -54,14 +59,15 @@ double LeadingNumber(std::string_view part) {
 }
 
 bool IsNewer(const std::string& installed, const std::string& offered) {
-  const std::vector<std::string_view> installed_parts = Parts(installed);
-  const std::vector<std::string_view> offered_parts = Parts(offered);
+  Parts installed_parts(installed);
+  Parts offered_parts(offered);
   bool newer = false;
-  for (std::size_t k = 0; k < installed_parts.size(); ++k) {
-    if (k >= offered_parts.size()) {
+  while (const auto installed_part = installed_parts.Next()) {
+    const auto offered_part = offered_parts.Next();
+    if (!offered_part) {
       throw Failure(RuntimeError::kSubscriptOutOfRange);
     }
-    newer = LeadingNumber(offered_parts[k]) > LeadingNumber(installed_parts[k]);
+    newer = LeadingNumber(*offered_part) > LeadingNumber(*installed_part);
   }
   return newer;
 }
