@@ -80,7 +80,8 @@ void ReplacementFile::PutInPlace() {
 
 void DeleteLeftOvers(const std::wstring& folder) {
   WIN32_FIND_DATAW found{};
-  const UniqueFind listing(FindFirstFileW((folder + L"\\~kb*.tmp").c_str(), &found));
+  const std::wstring pattern = (folder + L"\\").append(kNameStart).append(L"*").append(kNameEnd);
+  const UniqueFind listing(FindFirstFileW(pattern.c_str(), &found));
   if (!listing) {
     return;
   }

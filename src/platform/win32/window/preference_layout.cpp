@@ -7,26 +7,19 @@ namespace {
 
 constexpr Extent kInitialExtent{560, 300};
 constexpr Extent kSmallestExtent{460, 240};
-constexpr int kMargin = 10;
-constexpr int kGap = 8;
 constexpr int kLabelGap = 4;
-constexpr Extent kButtonExtent{96, 26};
 
 // The text box's frame above and below its line of text.
 constexpr int kBoxFrame = 8;
 
-Extent ScaleExtent(Extent logical, int dpi) {
-  return {ScaleToDpi(logical.width, dpi), ScaleToDpi(logical.height, dpi)};
-}
-
 }  // namespace
 
-Extent InitialPreferenceExtent(int dpi) { return ScaleExtent(kInitialExtent, dpi); }
+Extent InitialPreferenceExtent(int dpi) { return ScaleToDpi(kInitialExtent, dpi); }
 
-Extent SmallestPreferenceExtent(int dpi) { return ScaleExtent(kSmallestExtent, dpi); }
+Extent SmallestPreferenceExtent(int dpi) { return ScaleToDpi(kSmallestExtent, dpi); }
 
 PreferenceLayout LayOutPreferences(Extent client, int status_bar_height, int text_height, int dpi) {
-  const Extent button = ScaleExtent(kButtonExtent, dpi);
+  const Extent button = ScaleToDpi(kButtonExtent, dpi);
   const int margin = ScaleToDpi(kMargin, dpi);
   const int gap = ScaleToDpi(kGap, dpi);
   const int button_left = std::max(client.width - margin - button.width, margin);

@@ -15,6 +15,12 @@ int DpiOfScreen(HWND window) {
 
 }  // namespace
 
+int ScaleToDpi(int logical, int dpi) { return (logical * dpi + kLogicalDpi / 2) / kLogicalDpi; }
+
+Extent ScaleToDpi(Extent logical, int dpi) {
+  return {ScaleToDpi(logical.width, dpi), ScaleToDpi(logical.height, dpi)};
+}
+
 int DpiOfWindow(HWND window) {
   // Looked up: systems before Windows 10 have one resolution for all windows.
   using GetDpi = UINT(WINAPI*)(HWND);

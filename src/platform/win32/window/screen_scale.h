@@ -6,6 +6,19 @@
 
 namespace kitbay::platform::win32 {
 
+/// Sizes are given for a screen of 96 dots per inch and scaled to the window's own.
+inline constexpr int kLogicalDpi = 96;
+
+/// Width and height in pixels.
+struct Extent {
+  int width = 0;
+  int height = 0;
+};
+
+/// `logical` pixels of 96 dots per inch as pixels of `dpi` dots per inch, rounded to nearest.
+int ScaleToDpi(int logical, int dpi);
+Extent ScaleToDpi(Extent logical, int dpi);
+
 /// The message that a window's resolution changes, WM_DPICHANGED, which older headers lack.
 inline constexpr UINT kDpiChanged = 0x02E0;
 

@@ -8,17 +8,8 @@ namespace {
 constexpr Extent kInitialExtent{760, 520};
 constexpr Extent kSmallestExtent{520, 360};
 constexpr int kProgressPanelWidth = 160;
-constexpr int kMargin = 10;
-constexpr int kGap = 8;
-constexpr Extent kButtonExtent{96, 26};
-
-Extent ScaleToDpi(Extent logical, int dpi) {
-  return {win32::ScaleToDpi(logical.width, dpi), win32::ScaleToDpi(logical.height, dpi)};
-}
 
 }  // namespace
-
-int ScaleToDpi(int logical, int dpi) { return (logical * dpi + kLogicalDpi / 2) / kLogicalDpi; }
 
 Extent InitialWindowExtent(int dpi) { return ScaleToDpi(kInitialExtent, dpi); }
 

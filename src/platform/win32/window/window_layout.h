@@ -1,20 +1,15 @@
 #pragma once
 
 #include "platform/main_window.h"
+#include "platform/win32/window/screen_scale.h"
 
 namespace kitbay::platform::win32 {
 
-/// Sizes are given for a screen of 96 dots per inch and scaled to the window's own.
-inline constexpr int kLogicalDpi = 96;
-
-/// `logical` pixels of 96 dots per inch as pixels of `dpi` dots per inch, rounded to nearest.
-int ScaleToDpi(int logical, int dpi);
-
-/// Width and height in pixels.
-struct Extent {
-  int width = 0;
-  int height = 0;
-};
+/// What the program's windows are laid out with, in logical pixels: the free edge, the space
+/// between two controls, and the size of a button.
+inline constexpr int kMargin = 10;
+inline constexpr int kGap = 8;
+inline constexpr Extent kButtonExtent{96, 26};
 
 /// The window's first and its smallest size, frame included.
 Extent InitialWindowExtent(int dpi);
