@@ -3,13 +3,10 @@
 #include <windows.h>
 
 #include <objbase.h>
-#include <unknwn.h>
-
-#include <atomic>
-#include <optional>
-#include <vector>
 
 #include "module.h"
+#include "platform/win32/com/adopt.h"
+#include "platform/win32/com/class_factory.h"
 
 namespace ovalink {
 
@@ -17,22 +14,20 @@ namespace ovalink {
 using CreateObject = IDispatch* (*)();
 
 /// The class object of one of the library's classes, created with one reference.
-class ClassObject : public IClassFactory {
+class ClassObject : public kitbay::platform::win32::ClassFactory {
  public:
-  explicit ClassObject(CreateObject create) : create_(create) {}
+  explicit ClassObject(CreateObject create)
+      : ClassFactory([create](REFIID iid, void** object) {
+          return kitbay::platform::win32::Adopt(create())->QueryInterface(iid, object);
+        }) {}
 
-  STDMETHODIMP QueryInterface(REFIID iid, void** object) override;
-  STDMETHODIMP_(ULONG) AddRef() override;
-  STDMETHODIMP_(ULONG) Release() override;
-  STDMETHODIMP CreateInstance(IUnknown* outer, REFIID iid, void** object) override;
-  STDMETHODIMP LockServer(BOOL lock) override;
+  STDMETHODIMP LockServer(BOOL lock) override {
+    ModuleLock::Hold(lock != FALSE);
+    return S_OK;
+  }
 
  private:
-  virtual ~ClassObject() = default;
-
   ModuleLock lock_;
-  std::atomic<ULONG> references_{1};
-  CreateObject create_;
 };
 
 }  // namespace ovalink

@@ -8,9 +8,9 @@
 
 #include "kitbay.h"
 #include "platform/win32/com/adopt.h"
+#include "platform/win32/com/class_factory.h"
 #include "platform/win32/com/class_registration.h"
 #include "platform/win32/com/com_failure.h"
-#include "platform/win32/com/service_class_factory.h"
 #include "platform/win32/com/service_objects.h"
 #include "platform/win32/win32_platform.h"
 
@@ -78,13 +78,13 @@ class LocalServer : public ComServer {
 
  private:
   struct Offered {
-    ComPtr<ServiceClassFactory> factory;
+    ComPtr<ClassFactory> factory;
     DWORD cookie;
   };
 
-  void Offer(REFCLSID class_id, ServiceClassFactory::Create create) {
+  void Offer(REFCLSID class_id, ClassFactory::Create create) {
     Offered offer{};
-    offer.factory = Adopt(new ServiceClassFactory(std::move(create)));
+    offer.factory = Adopt(new ClassFactory(std::move(create)));
     Check(CoRegisterClassObject(class_id, offer.factory.Get(), CLSCTX_LOCAL_SERVER,
                                 REGCLS_MULTIPLEUSE, &offer.cookie));
     offers_.push_back(std::move(offer));

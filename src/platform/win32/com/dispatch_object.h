@@ -5,9 +5,7 @@
 #include <oleauto.h>
 #include <wrl/client.h>
 
-#include <atomic>
-#include <new>
-
+#include "platform/win32/com/counted_object.h"
 #include "platform/win32/com/own_type_library.h"
 
 namespace kitbay::platform::win32 {
@@ -16,11 +14,9 @@ namespace kitbay::platform::win32 {
 /// interface's description in the type library of the module that the object's code is in. Failures
 /// are reported with descriptions.
 template <typename Interface>
-class DispatchObject : public Interface, public ISupportErrorInfo {
+class DispatchObject : public CountedObject<Interface, ISupportErrorInfo> {
  public:
   DispatchObject() : type_(LoadOwnTypeInfo(__uuidof(Interface))) {}
-  DispatchObject(const DispatchObject&) = delete;
-  DispatchObject& operator=(const DispatchObject&) = delete;
 
   STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
     if (object == nullptr) return E_POINTER;
@@ -32,16 +28,8 @@ class DispatchObject : public Interface, public ISupportErrorInfo {
       *object = nullptr;
       return E_NOINTERFACE;
     }
-    AddRef();
+    this->AddRef();
     return S_OK;
-  }
-
-  STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
-
-  STDMETHODIMP_(ULONG) Release() override {
-    const ULONG left = --references_;
-    if (left == 0) delete this;
-    return left;
   }
 
   STDMETHODIMP GetTypeInfoCount(UINT* count) override {
@@ -72,11 +60,7 @@ class DispatchObject : public Interface, public ISupportErrorInfo {
     return iid == __uuidof(Interface) ? S_OK : S_FALSE;
   }
 
- protected:
-  virtual ~DispatchObject() = default;
-
  private:
-  std::atomic<ULONG> references_{1};
   Microsoft::WRL::ComPtr<ITypeInfo> type_;
 };
 

@@ -35,14 +35,6 @@ STDMETHODIMP TransportEventSink::QueryInterface(REFIID iid, void** object) {
   return S_OK;
 }
 
-STDMETHODIMP_(ULONG) TransportEventSink::AddRef() { return ++references_; }
-
-STDMETHODIMP_(ULONG) TransportEventSink::Release() {
-  const ULONG left = --references_;
-  if (left == 0) delete this;
-  return left;
-}
-
 STDMETHODIMP TransportEventSink::GetTypeInfoCount(UINT* count) {
   if (count == nullptr) return E_POINTER;
   *count = 0;

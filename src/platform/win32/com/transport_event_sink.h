@@ -4,15 +4,14 @@
 
 #include <oleauto.h>
 
-#include <atomic>
-
 #include "platform/suite_objects.h"
+#include "platform/win32/com/counted_object.h"
 
 namespace kitbay::platform::win32 {
 
 /// Passes the events of a suite's object on to a receiver. Created with one reference, which the
 /// object's client holds beside the suite's.
-class TransportEventSink : public IDispatch {
+class TransportEventSink : public CountedObject<IDispatch> {
  public:
   /// `receiver` must live until `Disconnect`.
   explicit TransportEventSink(OvTransportEvents& receiver) : receiver_(&receiver) {}
@@ -21,8 +20,6 @@ class TransportEventSink : public IDispatch {
   void Disconnect() { receiver_ = nullptr; }
 
   STDMETHODIMP QueryInterface(REFIID iid, void** object) override;
-  STDMETHODIMP_(ULONG) AddRef() override;
-  STDMETHODIMP_(ULONG) Release() override;
   STDMETHODIMP GetTypeInfoCount(UINT* count) override;
   STDMETHODIMP GetTypeInfo(UINT index, LCID locale, ITypeInfo** type) override;
   STDMETHODIMP GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID locale,
@@ -34,9 +31,6 @@ class TransportEventSink : public IDispatch {
                       VARIANT* result, EXCEPINFO* failure, UINT* bad_argument) override;
 
  private:
-  virtual ~TransportEventSink() = default;
-
-  std::atomic<ULONG> references_{1};
   OvTransportEvents* receiver_;
 };
 

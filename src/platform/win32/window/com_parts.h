@@ -5,9 +5,11 @@
 #include <ole2.h>
 #include <wrl/client.h>
 
-#include <atomic>
 #include <type_traits>
 #include <utility>
+
+#include "platform/win32/com/adopt.h"
+#include "platform/win32/com/counted_object.h"
 
 namespace kitbay::platform::win32 {
 
@@ -20,10 +22,11 @@ bool AnswersFor(REFIID id) {
          (std::is_base_of_v<IOleWindow, Interface> && id == __uuidof(IOleWindow));
 }
 
-/// A counted COM object put together from parts. Each part implements the methods of one interface,
-/// which it names as `Interface`, and leaves those of IUnknown to this class.
+/// A COM object put together from parts, created with one reference. Each part implements the
+/// methods of one interface, which it names as `Interface`, and leaves those of IUnknown to this
+/// class. Every part is made from the same state.
 template <class FirstPart, class... Parts>
-class ObjectOfParts : public FirstPart, public Parts... {
+class ObjectOfParts : public CountedObject<FirstPart, Parts...> {
  public:
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
     if (object == nullptr) return E_POINTER;
@@ -38,21 +41,8 @@ class ObjectOfParts : public FirstPart, public Parts... {
     return S_OK;
   }
 
-  ULONG STDMETHODCALLTYPE AddRef() override { return ++count_; }
-
-  ULONG STDMETHODCALLTYPE Release() override {
-    const ULONG left = --count_;
-    if (left == 0) delete this;
-    return left;
-  }
-
  protected:
-  /// Every part is made from the same `state`.
-  template <class... State>
-  explicit ObjectOfParts(const State&... state) : FirstPart(state...), Parts(state...)... {}
-  ObjectOfParts(const ObjectOfParts&) = delete;
-  ObjectOfParts& operator=(const ObjectOfParts&) = delete;
-  virtual ~ObjectOfParts() = default;
+  using CountedObject<FirstPart, Parts...>::CountedObject;
 
  private:
   template <class Part>
@@ -61,8 +51,6 @@ class ObjectOfParts : public FirstPart, public Parts... {
     *object = static_cast<typename Part::Interface*>(this);
     return true;
   }
-
-  std::atomic<ULONG> count_ = 0;
 };
 
 /// A part for an event interface: late-bound calls only, without type information.
@@ -84,7 +72,7 @@ class EventPart : public EventInterface {
 /// A new COM object with one reference.
 template <class Object, class... Arguments>
 Microsoft::WRL::ComPtr<Object> MakeComObject(Arguments&&... arguments) {
-  return new Object(std::forward<Arguments>(arguments)...);
+  return Adopt(new Object(std::forward<Arguments>(arguments)...));
 }
 
 }  // namespace kitbay::platform::win32

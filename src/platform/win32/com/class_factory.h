@@ -3,23 +3,22 @@
 #include <windows.h>
 
 #include <objbase.h>
-#include <unknwn.h>
 
-#include <atomic>
 #include <functional>
 #include <utility>
 
 #include "platform/win32/com/com_failure.h"
+#include "platform/win32/com/counted_object.h"
 
 namespace kitbay::platform::win32 {
 
-/// The class object of one of the program's classes, created with one reference.
-class ServiceClassFactory : public IClassFactory {
+/// The class object of a class, created with one reference.
+class ClassFactory : public CountedObject<IClassFactory> {
  public:
   /// Creates an object and gives its interface. May throw.
   using Create = std::function<HRESULT(REFIID iid, void** object)>;
 
-  explicit ServiceClassFactory(Create create) : create_(std::move(create)) {}
+  explicit ClassFactory(Create create) : create_(std::move(create)) {}
 
   /// Clients that still hold the class object create nothing from here on.
   void Stop() { create_ = nullptr; }
@@ -31,12 +30,6 @@ class ServiceClassFactory : public IClassFactory {
     *object = static_cast<IClassFactory*>(this);
     AddRef();
     return S_OK;
-  }
-  STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
-  STDMETHODIMP_(ULONG) Release() override {
-    const ULONG left = --references_;
-    if (left == 0) delete this;
-    return left;
   }
 
   STDMETHODIMP CreateInstance(IUnknown* outer, REFIID iid, void** object) override {
@@ -51,13 +44,10 @@ class ServiceClassFactory : public IClassFactory {
     }
   }
 
-  /// The program's life is its main window's, whatever clients hold.
+  /// A program's life is its main window's, whatever clients hold.
   STDMETHODIMP LockServer(BOOL) override { return S_OK; }
 
  private:
-  virtual ~ServiceClassFactory() = default;
-
-  std::atomic<ULONG> references_{1};
   Create create_;
 };
 
