@@ -3,6 +3,7 @@
 #include <optional>
 #include <pugixml.hpp>
 
+#include "base/failure.h"
 #include "base/guarded.h"
 #include "base/text.h"
 #include "catalog/installed_tables.h"
@@ -93,22 +94,34 @@ void Removal::DelnodeWithoutTessel(const std::string& action) {
   });
 }
 
+// A row that no file has an entry for comes back with the next listing; the log tells why.
 void Removal::UninstallFromBoth(const std::string& action) {
   if (const auto kind = KindOf(action)) {
-    uninstall(catalog::DatastorePath(parts_.settings), *kind);
-    uninstall(catalog::CustomRegistryPath(parts_.settings), *kind);
+    bool is_missing_in_datastore = false;
+    bool is_missing_in_custom_registry = false;
+    uninstall(catalog::DatastorePath(parts_.settings), *kind, is_missing_in_datastore);
+    uninstall(catalog::CustomRegistryPath(parts_.settings), *kind, is_missing_in_custom_registry);
+    if (is_missing_in_datastore && is_missing_in_custom_registry) {
+      guarded(parts_.log, "Kitbay::uninstall", [&] {
+        throw base::Failure(
+            base::RuntimeError::kObjectVariableNotSet,
+            "no registry file has an entry of \"" + parts_.session.component_name + "\"");
+      });
+    }
   }
 }
 
 // Without components of their own, users have no custom registry.
-void Removal::uninstall(const std::string& path, ComponentKind kind) {
+void Removal::uninstall(const std::string& path, ComponentKind kind, bool& is_missing) {
   guarded(parts_.log, "Kitbay::uninstall", [&] {
     if (IsCustomRegistry(path) && !parts_.files.Exists(path)) {
+      is_missing = true;
       return;
     }
     catalog::XmlDocument document;
     catalog::LoadXmlToChange(parts_.files, path, document);
     pugi::xml_node entry = FindEntry(document, kind, ToLower(parts_.session.component_name));
+    is_missing = !entry;
     if (entry) {
       entry.parent().remove_child(entry);
       catalog::SaveXml(parts_.files, path, document);

@@ -44,7 +44,7 @@ class Removal {
   void Delnode(const std::string& action);
   void DelnodeWithoutTessel(const std::string& action);
   void UninstallFromBoth(const std::string& action);
-  void uninstall(const std::string& path, base::ComponentKind kind);
+  void uninstall(const std::string& path, base::ComponentKind kind, bool& is_missing);
 
   RemovalParts parts_;
 };

@@ -230,6 +230,23 @@ TEST_F(Remove, AFileWithoutTheEntryIsNotRewritten) {
   EXPECT_THAT(log_.entries, IsEmpty());
 }
 
+TEST_P(RemoveEachKind, AnEntryThatNoFileHasIsLoggedOnce) {
+  SetFile(kDatastore, Registry("mail", "Mail"));
+  for (const char* custom_data : {"C:\\Ana\\Nothing", "C:\\Ana\\CustomData"}) {
+    settings_.CustomDataFolder = custom_data;
+    SetFile(kCustomRegistry, Registry("mail", "Mail"));
+    AddInstalled(GetParam(), "Notes", 1);
+    log_.entries.clear();
+    Press(GetParam());
+    EXPECT_THAT(
+        log_.entries,
+        ElementsAre(Entry("Kitbay::uninstall", 91,
+                          std::string(kNotSet) + ": no registry file has an entry of \"Notes\"")));
+  }
+  EXPECT_THAT(Writes(), IsEmpty());
+  EXPECT_EQ(RowCount(view::kInstalledContainers[GetParam()]), 0);
+}
+
 TEST_F(Remove, ACustomRegistryThatDoesNotExistIsPassedOver) {
   settings_.CustomDataFolder = "C:\\Ana\\Nothing";
   AddInstalled(ComponentKind::kAddon, "Notes", 1);
