@@ -21,7 +21,7 @@ using base::ComponentKind;
 using base::guarded;
 
 // What the update procedures of the kinds differ by.
-struct UpdateTable {
+struct EntryUpdate {
   const char* list;         // the element that entries go into
   std::size_t name_slot;    // what the message names the component by
   std::size_t update_slot;  // what the row of a component that was there shows as its version
@@ -29,7 +29,7 @@ struct UpdateTable {
 };
 
 // An addon's row is given its offline value in place of a version; that is meant.
-constexpr base::PerKind<UpdateTable> kUpdateTables = {
+constexpr base::PerKind<EntryUpdate> kEntryUpdates = {
     .addon = {.list = "root//addons",
               .name_slot = addon_slot::kName,
               .update_slot = addon_slot::kOffline,
@@ -106,7 +106,7 @@ void DatastoreRegistration::Enter(ComponentKind kind) {
 }
 
 void DatastoreRegistration::Update(ComponentKind kind, const std::string& path) {
-  const UpdateTable& table = kUpdateTables[kind];
+  const EntryUpdate& table = kEntryUpdates[kind];
   const ComponentRecord& record = parts_.session.record;
   if (record[kIdSlot].empty()) {
     throw base::Failure(base::RuntimeError::kInvalidProcedureCall, "there is no component's id");
@@ -138,7 +138,7 @@ void DatastoreRegistration::Update(ComponentKind kind, const std::string& path) 
 void DatastoreRegistration::ShowUpdated(ComponentKind kind) {
   parts_.buttons.DisableStatus();
   parts_.rows.ModifyDiv(view::kInstalledContainers[kind],
-                        parts_.session.record[kUpdateTables[kind].update_slot],
+                        parts_.session.record[kEntryUpdates[kind].update_slot],
                         view::kRemoveButton);
 }
 

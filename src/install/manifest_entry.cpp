@@ -2,7 +2,7 @@
 
 #include <array>
 #include <cstddef>
-#include <string_view>
+#include <span>
 
 #include "base/failure.h"
 #include "base/text.h"
@@ -14,26 +14,57 @@ namespace {
 
 using base::ComponentKind;
 
-// Where the entries stand, and the child elements that fill the slots of the same number; empty
-// where the slot is unused or filled in its own way.
+// A slot and the child element that fills it.
+struct SlotElement {
+  std::size_t slot;
+  const char* element;
+};
+
+// The slots that are not filled in a way of their own.
+constexpr std::array kAddonElements = {
+    SlotElement{addon_slot::kProgid, "progid"},
+    SlotElement{addon_slot::kName, "name"},
+    SlotElement{addon_slot::kDescription, "description"},
+    SlotElement{addon_slot::kFilename, "filename"},
+    SlotElement{addon_slot::kCategory, "category"},
+    SlotElement{addon_slot::kAutoaccept, "autoaccept"},
+    SlotElement{addon_slot::kOffline, "offline"},
+};
+constexpr std::array kTransportElements = {
+    SlotElement{transport_slot::kProgid, "progid"},
+    SlotElement{transport_slot::kFilename, "filename"},
+    SlotElement{transport_slot::kName, "name"},
+    SlotElement{transport_slot::kCategory, "category"},
+    SlotElement{transport_slot::kVersion, "version"},
+    SlotElement{transport_slot::kDisplayname, "displayname"},
+    SlotElement{transport_slot::kInstructions, "instructions"},
+};
+constexpr std::array kChannelElements = {
+    SlotElement{channel_slot::kProgid, "progid"},
+    SlotElement{channel_slot::kXmlFilename, "xmlfilename"},
+    SlotElement{channel_slot::kVersion, "version"},
+    SlotElement{channel_slot::kDescription, "description"},
+    SlotElement{channel_slot::kCategory, "category"},
+    SlotElement{channel_slot::kName, "name"},
+    SlotElement{channel_slot::kFilename, "filename"},
+};
+
+// Where the entries of a kind stand, and what is read from them.
 struct EntryTable {
   const char* entries;
-  std::array<std::string_view, kRecordSlots> elements;
+  std::span<const SlotElement> elements;
   const char* libraries;
 };
 
 constexpr base::PerKind<EntryTable> kEntryTables = {
     .addon = {.entries = "components/addons//addon",
-              .elements = {"", "progid", "name", "description", "filename", "category",
-                           "autoaccept", "", "", "", "offline"},
+              .elements = kAddonElements,
               .libraries = "dependencies"},
     .transport = {.entries = "components/transports/transport",
-                  .elements = {"", "progid", "filename", "name", "category", "version",
-                               "displayname", "instructions"},
+                  .elements = kTransportElements,
                   .libraries = "filename"},
     .channel = {.entries = "components/channels//channel",
-                .elements = {"", "progid", "xmlfilename", "version", "description", "category",
-                             "name", "filename"},
+                .elements = kChannelElements,
                 .libraries = "dependencies"},
 };
 
@@ -87,11 +118,8 @@ pugi::xml_node FindManifestEntry(const platform::Files& files, const base::Setti
 ComponentRecord ReadRecord(ComponentKind kind, const pugi::xml_node& entry) {
   ComponentRecord record;
   record[kIdSlot] = catalog::AttributeText(entry, "id");
-  for (std::size_t slot = 0; slot < kRecordSlots; ++slot) {
-    const std::string_view element = kEntryTables[kind].elements[slot];
-    if (!element.empty()) {
-      record[slot] = catalog::ChildText(entry, element.data());
-    }
+  for (const auto& [slot, element] : kEntryTables[kind].elements) {
+    record[slot] = catalog::ChildText(entry, element);
   }
   if (kind == ComponentKind::kAddon) {
     ReadParameters(entry, record);

@@ -21,12 +21,12 @@ using base::guarded;
 using base::RuntimeError;
 
 // What the update flows of one kind differ by.
-struct UpdateTable {
+struct FlowTexts {
   const char* procedure;
   const char* kind_word;      // in the question to the user
   const char* status_ending;  // after the name in the status bar
 };
-constexpr base::PerKind<UpdateTable> kUpdateTables = {
+constexpr base::PerKind<FlowTexts> kFlowTexts = {
     .addon = {.procedure = "Kitbay::UpdateInstalledAddon",
               .kind_word = "Addon",
               .status_ending = " addon."},
@@ -78,7 +78,7 @@ void UpdateFlows::UpdateInstalledTransport() { UpdateInstalled(ComponentKind::kT
 void UpdateFlows::UpdateInstalledChannel() { UpdateInstalled(ComponentKind::kChannel); }
 
 void UpdateFlows::UpdateInstalled(ComponentKind kind) {
-  guarded(parts_.log, kUpdateTables[kind].procedure, [&] {
+  guarded(parts_.log, kFlowTexts[kind].procedure, [&] {
     const ClickedRow row = TakeClickedRow(parts_.page);
     if (!MayUpdate(kind, row)) {
       return;
@@ -99,7 +99,7 @@ bool UpdateFlows::MayUpdate(ComponentKind kind, const ClickedRow& row) {
   parts_.session.component_name = row.name;
   parts_.state.current_row_id = row.row_id;
   bool may_update = false;
-  parts_.main_client.CheckExeForUpdate(row.name, kUpdateTables[kind].kind_word, may_update);
+  parts_.main_client.CheckExeForUpdate(row.name, kFlowTexts[kind].kind_word, may_update);
   if (may_update) {
     parts_.session.restart = true;
     parts_.state.update_in_progress = true;
@@ -157,14 +157,14 @@ bool UpdateFlows::RequestPackage(ComponentKind kind, const Offer& offer,
     throw Failure(RuntimeError::kPathFileAccessError, offer.id);
   }
   const update::Address address = SplitUrl(offer.url);
-  const UpdateTable& table = kUpdateTables[kind];
+  const FlowTexts& texts = kFlowTexts[kind];
   parts_.buttons.DisableOtherUpdatedDownload();
   parts_.buttons.DisableOtherDownload();
   bool is_sent = false;
-  guarded(parts_.log, table.procedure, [&] {
+  guarded(parts_.log, texts.procedure, [&] {
     parts_.window.status_bar().SetPanelText(
         platform::kStatusPanel,
-        "Downloading " + parts_.session.component_name + table.status_ending);
+        "Downloading " + parts_.session.component_name + texts.status_ending);
     is_sent =
         parts_.requests.Updates(address.server, address.file_path,
                                 parts_.settings.InstallFolder + "\\Temp\\" + offer.id + ".zip");
