@@ -4,7 +4,6 @@
 
 #include "install/removal.h"
 #include "install/update_flows.h"
-#include "update/pending_packages.h"
 #include "update/update_requests.h"
 #include "view/page_buttons.h"
 #include "view/page_commands.h"
@@ -15,11 +14,9 @@ namespace kitbay::app {
 /// Starts what the buttons of the page's rows ask for.
 class ComponentCommands : public view::PageCommands {
  public:
-  ComponentCommands(update::UpdateRequests& requests, update::PendingPackages& pending_packages,
-                    install::UpdateFlows& updates, install::Removal& removal,
-                    view::PageButtons& buttons, const view::ViewState& state)
+  ComponentCommands(update::UpdateRequests& requests, install::UpdateFlows& updates,
+                    install::Removal& removal, view::PageButtons& buttons, view::ViewState& state)
       : requests_(requests),
-        pending_packages_(pending_packages),
         updates_(updates),
         removal_(removal),
         buttons_(buttons),
@@ -33,16 +30,16 @@ class ComponentCommands : public view::PageCommands {
     removal_.RemoveAddon(action, kind);
   }
 
-  /// With an installation under way the buttons of what is installed are off, too.
+  /// With an installation under way the buttons of what is installed are off, too, and no update is
+  /// in progress any more, be it that the last one's download failed.
   bool InstallNewAddons(const std::string& container, const std::string& name) override;
 
  private:
   update::UpdateRequests& requests_;
-  update::PendingPackages& pending_packages_;
   install::UpdateFlows& updates_;
   install::Removal& removal_;
   view::PageButtons& buttons_;
-  const view::ViewState& state_;
+  view::ViewState& state_;
 };
 
 }  // namespace kitbay::app

@@ -101,7 +101,7 @@ int Run() {
   install::UpdateFlows updates({log, settings, *files, *window, page, state, buttons, sources,
                                 requests, pending_packages, main_client, session});
   install::Removal removal({log, settings, *files, page, state, rows, main_client, session});
-  ComponentCommands commands(requests, pending_packages, updates, removal, buttons, state);
+  ComponentCommands commands(requests, updates, removal, buttons, state);
 
   update::TransferEvents transfer_events({log, settings, *desktop, *window, page, categories,
                                           buttons, sources, pending_packages, requests,

@@ -160,6 +160,9 @@ bool UpdateFlows::RequestPackage(ComponentKind kind, const Offer& offer,
   const FlowTexts& texts = kFlowTexts[kind];
   parts_.buttons.DisableOtherUpdatedDownload();
   parts_.buttons.DisableOtherDownload();
+  // Before the request, whose answer may arrive while it is handed over.
+  parts_.pending_packages[kind] = {
+      .file_path = address.file_path, .name = offer.id, .row_id = row_id};
   bool is_sent = false;
   guarded(parts_.log, texts.procedure, [&] {
     parts_.window.status_bar().SetPanelText(
@@ -169,9 +172,8 @@ bool UpdateFlows::RequestPackage(ComponentKind kind, const Offer& offer,
         parts_.requests.Updates(address.server, address.file_path,
                                 parts_.settings.InstallFolder + "\\Temp\\" + offer.id + ".zip");
   });
-  if (is_sent) {
-    parts_.pending_packages[kind] = {
-        .file_path = address.file_path, .name = offer.id, .row_id = row_id};
+  if (!is_sent) {
+    parts_.pending_packages[kind] = {};
   }
   return is_sent;
 }

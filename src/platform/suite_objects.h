@@ -29,8 +29,9 @@ class TransportObject {
   /// Throws `base::Failure` with the HRESULT on failure.
   virtual void SetUp(OvTransportEvents& receiver) = 0;
 
-  /// Hands a request document over. The answer arrives as events, never during this call. Throws
-  /// `base::Failure` with the HRESULT when the object does not take it.
+  /// Hands a request document over. The answer arrives as events: after this call from the objects
+  /// of this tree, but those of a suite may also answer within it. Throws `base::Failure` with the
+  /// HRESULT when the object does not take it.
   virtual void Request(const std::string& document) = 0;
 
   /// Ends every transfer and lets the receiver go.

@@ -73,25 +73,33 @@ void UpdateRequests::DropUnusableSources() {
   }
 }
 
-bool UpdateRequests::InstallNewAddons(const std::string& container, const std::string& name) {
+bool UpdateRequests::InstallNewAddons(const std::string& container, const std::string& name,
+                                      const std::string& row_id) {
   bool is_sent = false;
   guarded(log_, "Kitbay::InstallNewAddons", [&] {
     for (const ComponentKind kind : base::kComponentKinds) {
       if (container == catalog::kManifestTables[kind].container) {
-        is_sent = DownloadFirst(kind, base::ToLower(name));
+        is_sent = DownloadFirst(kind, base::ToLower(name), row_id);
       }
     }
   });
   return is_sent;
 }
 
-bool UpdateRequests::DownloadFirst(ComponentKind kind, const std::string& lower_name) {
-  for (const catalog::NewComponent& component : new_components_[kind]) {
-    if (base::ToLower(component.name) == lower_name) {
+// The package is remembered before it is asked for: the answer may arrive within the request, and
+// the lists may be made anew by it.
+bool UpdateRequests::DownloadFirst(ComponentKind kind, const std::string& lower_name,
+                                   const std::string& row_id) {
+  for (const catalog::NewComponent& listed : new_components_[kind]) {
+    if (base::ToLower(listed.name) == lower_name) {
+      const catalog::NewComponent component = listed;
+      pending_[kind] = {.file_path = SplitSource(component.url).file_path,
+                        .name = component.id,
+                        .row_id = row_id};
       const bool is_sent =
           DownloadAddon(component.url, component.id, component.name, kLabels[kind]);
-      if (is_sent) {
-        pending_[kind] = {.file_path = SplitSource(component.url).file_path, .name = component.id};
+      if (!is_sent) {
+        pending_[kind] = {};
       }
       return is_sent;
     }

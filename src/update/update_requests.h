@@ -39,12 +39,15 @@ class UpdateRequests {
   /// whose manifest has no usable file name is logged and dropped.
   bool CheckPreferences();
 
-  /// Downloads the package of the new component of that display name, listed in `container`. Gives
-  /// whether the request was handed over.
-  bool InstallNewAddons(const std::string& container, const std::string& name);
+  /// Downloads the package of the new component of that display name, listed in `container`, whose
+  /// row has the number `row_id`. Gives whether the request was handed over; its answer may have
+  /// arrived by then.
+  bool InstallNewAddons(const std::string& container, const std::string& name,
+                        const std::string& row_id);
 
  private:
-  bool DownloadFirst(base::ComponentKind kind, const std::string& lower_name);
+  bool DownloadFirst(base::ComponentKind kind, const std::string& lower_name,
+                     const std::string& row_id);
   bool DownloadAddon(const std::string& url, const std::string& name,
                      const std::string& display_text, const std::string& label);
   void DropUnusableSources();

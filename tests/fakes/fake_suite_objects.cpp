@@ -27,6 +27,7 @@ class FakeSuiteObjects::Object : public platform::TransportObject {
       throw *failure;
     }
     transport_->requests.push_back(document);
+    if (transport_->while_asked) transport_->while_asked();
   }
 
   void ShutDown() override {

@@ -25,6 +25,7 @@ class FakeSuiteObjects : public platform::SuiteObjects {
     platform::OvTransportEvents* receiver = nullptr;  ///< null before set-up, after shut-down
     std::optional<base::Failure> set_up_failure;
     std::vector<std::string> requests;             ///< the documents that the object took
+    std::function<void()> while_asked;             ///< what happens within every request
     std::optional<base::Failure> request_failure;  ///< of the next request only
     bool is_released = false;
   };

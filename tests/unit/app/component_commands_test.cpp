@@ -38,8 +38,7 @@ class ComponentClicks : public FakeProgram {
   install::UpdateFlows updates{{log, settings, files, window, page, state, buttons, sources,
                                 requests, pending_packages, main_client, session}};
   install::Removal removal{{log, settings, files, page, state, rows, main_client, session}};
-  ComponentCommands component_commands{requests, pending_packages, updates,
-                                       removal,  buttons,          state};
+  ComponentCommands component_commands{requests, updates, removal, buttons, state};
   view::PageEvents clicks{log, page, state, tabs, categories, buttons, component_commands};
 };
 
@@ -65,6 +64,26 @@ TEST_F(ComponentClicks, ARefusedInstallationLeavesAllButtonsOn) {
   EXPECT_FALSE(Button("updatedaddons", 0)->Disabled());
   EXPECT_FALSE(Button("installedtransports", 0)->Disabled());
   EXPECT_EQ(pending_packages.addon.row_id, "");
+}
+
+TEST_F(ComponentClicks, AnInstallationAfterAFailedUpdateChangesNoInstalledRowButStillRestarts) {
+  state.update_in_progress = true;
+  session.restart = true;
+  Click(Button("updatedaddons", 0));
+  EXPECT_FALSE(state.update_in_progress);
+  EXPECT_TRUE(session.restart);
+}
+
+TEST_F(ComponentClicks, AnAnswerWithinTheRequestGivesTheButtonsBackForGood) {
+  sources.PendingSources.clear();
+  auto* download = suite_objects.Find(kDownload);
+  download->while_asked = [&] { download->receiver->Exception("/notes.zip", "404 Not Found"); };
+  Click(Button("updatedaddons", 0));
+  EXPECT_EQ(Requests().size(), 1U);
+  EXPECT_EQ(pending_packages.addon.name, "");
+  EXPECT_FALSE(Button("updatedaddons", 0)->Disabled());
+  EXPECT_FALSE(Button("installedtransports", 0)->Disabled());
+  EXPECT_FALSE(state.download_in_progress);
 }
 
 TEST_F(ComponentClicks, UpdateStartsTheFlowOfItsKind) {

@@ -38,10 +38,14 @@ class RecordingDownloads : public platform::TransportObject {
       throw base::Failure(*failure);
     }
     documents.push_back(document);
+    if (while_asked) {
+      while_asked();
+    }
   }
   void ShutDown() override {}
 
   std::vector<std::string> documents;
+  std::function<void()> while_asked;     ///< what happens within every request
   std::optional<base::Failure> failure;  ///< of every request
 };
 

@@ -1,6 +1,8 @@
 // From the click on Update to the request for the package.
 #include "install/update_flows.h"
 
+#include <utility>
+
 #include "flow_fixture.h"
 
 namespace kitbay::install {
@@ -374,6 +376,23 @@ TEST_F(Update, ARefusedRequestGivesTheButtonsBack) {
   EXPECT_FALSE(Button("updatedchannels", 0, 0)->Disabled());
   EXPECT_FALSE(state_.download_in_progress);
   EXPECT_EQ(Status(), "Downloading Notes addon.");
+}
+
+TEST_P(UpdateOfEachKind, AnAnswerWithinTheRequestFindsThePackageAndGivesTheButtonsBackForGood) {
+  Prepare(GetParam());
+  update::PendingPackage found;
+  downloads_.while_asked = [&] {
+    found = std::exchange(pending_packages_[GetParam()], {});
+    buttons_.EnableOtherDownload();
+    buttons_.EnableOtherUpdatedDownload();
+  };
+  Press(GetParam());
+  EXPECT_EQ(found.file_path, "a/notes-2.zip");
+  EXPECT_EQ(found.name, "notes");
+  EXPECT_EQ(found.row_id, "4");
+  EXPECT_EQ(pending_packages_[GetParam()].name, "");
+  EXPECT_FALSE(clicked_->Disabled());
+  EXPECT_FALSE(state_.download_in_progress);
 }
 
 TEST_F(Update, AFailureOnceTheButtonsAreOffGivesThemBack) {

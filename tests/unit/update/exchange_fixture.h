@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -34,10 +35,14 @@ class RecordingDownloads : public platform::TransportObject {
       throw base::Failure(*failure);
     }
     documents.push_back(document);
+    if (while_asked) {
+      while_asked();
+    }
   }
   void ShutDown() override {}
 
   std::vector<std::string> documents;
+  std::function<void()> while_asked;     ///< what happens within every request
   std::optional<base::Failure> failure;  ///< of every request
 };
 
