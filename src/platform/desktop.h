@@ -31,6 +31,9 @@ inline constexpr int kRestore = 9;
 
 inline constexpr int kPlatformNt = 2;
 
+/// How long a window has for the close message before the caller goes on.
+inline constexpr unsigned kClosePatienceMs = 3000;
+
 /// What Kitbay asks of the desktop and of other programs.
 class Desktop {
  public:
@@ -58,7 +61,8 @@ class Desktop {
   virtual WindowHandle FindTopWindow(const std::string& window_class,
                                      const std::string& caption) = 0;
 
-  /// Sends the close message and waits until the window has handled it.
+  /// Sends the close message and waits until the window has handled it, but no longer than
+  /// `kClosePatienceMs`: a window may hang, or ask its user first.
   virtual void SendClose(WindowHandle window) = 0;
 
   /// Starts a program, shown normally and with focus, without waiting. Throws `base::Failure` (53

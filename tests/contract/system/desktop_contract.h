@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <future>
 #include <memory>
 #include <string>
 
@@ -19,6 +21,12 @@ class DesktopWorld {
   /// to unless `stays`.
   virtual platform::WindowHandle AddWindow(const std::string& caption, bool stays) = 0;
   virtual bool HasWindow(platform::WindowHandle window) const = 0;
+
+  /// The windows take no end with the close message before `LetAnswer`: they do nothing meanwhile,
+  /// or ask their user in a message loop of their own.
+  virtual platform::WindowHandle AddHangingWindow(const std::string& caption) = 0;
+  virtual platform::WindowHandle AddAskingWindow(const std::string& caption) = 0;
+  virtual void LetAnswer() = 0;
 
   /// Has the user answer the next message box of that title and text.
   virtual void AnswerNext(const std::string& title, const std::string& text, int answer) = 0;
@@ -70,6 +78,17 @@ TEST_P(DesktopContract, AWindowMayIgnoreTheCloseMessage) {
   desktop().SendClose(window);
   EXPECT_TRUE(world_->HasWindow(window));
   EXPECT_EQ(Find("OvlTest stays"), window);
+}
+
+TEST_P(DesktopContract, AWindowThatHangsOrAsksIsNotWaitedForLong) {
+  for (const bool hangs : {true, false}) {
+    const auto window =
+        hangs ? world_->AddHangingWindow("OvlTest hangs") : world_->AddAskingWindow("OvlTest asks");
+    auto sent = std::async(std::launch::async, [&] { desktop().SendClose(window); });
+    EXPECT_EQ(sent.wait_for(std::chrono::seconds(30)), std::future_status::ready) << hangs;
+    EXPECT_TRUE(world_->HasWindow(window)) << hangs;
+    world_->LetAnswer();
+  }
 }
 
 TEST_P(DesktopContract, ClosingNoWindowDoesNothing) {

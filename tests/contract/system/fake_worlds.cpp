@@ -119,6 +119,13 @@ class RecordingDesktopWorld : public DesktopWorld {
   bool HasWindow(platform::WindowHandle window) const override {
     return desktop_.HasWindow(window);
   }
+  platform::WindowHandle AddHangingWindow(const std::string& caption) override {
+    return AddWindow(caption, true);
+  }
+  platform::WindowHandle AddAskingWindow(const std::string& caption) override {
+    return AddWindow(caption, true);
+  }
+  void LetAnswer() override {}
   void AnswerNext(const std::string& title, const std::string& text, int answer) override {
     expected_ = "ShowMessage [" + text + "] [" + title + "] ";
     desktop_.AddAnswer(answer);

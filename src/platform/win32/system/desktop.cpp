@@ -72,8 +72,12 @@ class Win32Desktop : public Desktop {
   }
 
   void SendClose(WindowHandle window) override {
-    std::int32_t zero = 0;
-    SendMessageW(ToSystem(window), WM_CLOSE, 0, reinterpret_cast<LPARAM>(&zero));
+    // The window may look at the value long after this call has given up.
+    static std::int32_t zero;
+    zero = 0;
+    DWORD_PTR ignored = 0;
+    SendMessageTimeoutW(ToSystem(window), WM_CLOSE, 0, reinterpret_cast<LPARAM>(&zero),
+                        SMTO_ABORTIFHUNG, kClosePatienceMs, &ignored);
   }
 
   void StartProgram(const std::string& path) override {

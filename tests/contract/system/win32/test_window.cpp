@@ -11,7 +11,8 @@ constexpr const wchar_t* kClassName = L"Kitbay.Tests.\u00C4";
 
 }  // namespace
 
-TestWindow::TestWindow(const std::string& caption, bool stays) : stays_(stays) {
+TestWindow::TestWindow(const std::string& caption, OnClose on_close)
+    : on_close_(on_close), may_answer_(CreateEventW(nullptr, TRUE, FALSE, nullptr)) {
   std::promise<void> shown;
   thread_ = std::thread([&, wide_caption = platform::win32::ToUtf16(caption)] {
     WNDCLASSW window_class{};
@@ -36,6 +37,7 @@ TestWindow::TestWindow(const std::string& caption, bool stays) : stays_(stays) {
 }
 
 TestWindow::~TestWindow() {
+  LetAnswer();
   PostThreadMessageW(thread_id_, WM_QUIT, 0, 0);
   thread_.join();
 }
@@ -47,12 +49,37 @@ LRESULT CALLBACK TestWindow::Handle(HWND window, UINT message, WPARAM wparam, LP
   }
   auto* self = reinterpret_cast<TestWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
   if (message == WM_CLOSE && self != nullptr) {
+    self->HoldAnswer();
     self->close_value_ = *reinterpret_cast<const std::int32_t*>(lparam);
-    if (self->stays_) {
+    self->close_value_.notify_all();
+    if (self->on_close_ == OnClose::kStays) {
       return 0;
     }
   }
   return DefWindowProcW(window, message, wparam, lparam);
+}
+
+void TestWindow::HoldAnswer() const {
+  if (on_close_ == OnClose::kHangs) {
+    WaitForSingleObject(may_answer_.get(), INFINITE);
+  }
+  if (on_close_ == OnClose::kAsks) {
+    const HANDLE may_answer = may_answer_.get();
+    while (MsgWaitForMultipleObjects(1, &may_answer, FALSE, INFINITE, QS_ALLINPUT) !=
+           WAIT_OBJECT_0) {
+      MSG message{};
+      while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+        DispatchMessageW(&message);
+      }
+    }
+  }
+}
+
+void TestWindow::LetAnswer() const { SetEvent(may_answer_.get()); }
+
+std::int32_t TestWindow::AwaitCloseValue() const {
+  close_value_.wait(-1);
+  return close_value_;
 }
 
 }  // namespace kitbay::contract

@@ -7,13 +7,19 @@
 #include <string>
 #include <thread>
 
+#include "platform/win32/system/handles.h"
+
 namespace kitbay::contract {
+
+/// What a test window does when it is told to close. One that hangs does nothing before it may
+/// answer, one that asks lets its windows work meanwhile; then both close.
+enum class OnClose { kCloses, kStays, kHangs, kAsks };
 
 /// A top-level window of class "Kitbay.Tests.Ä" with a thread and a message loop of its own.
 class TestWindow {
  public:
-  /// Shown when it returns. Closes when it is told to unless `stays`.
-  TestWindow(const std::string& caption, bool stays);
+  /// Shown when it returns.
+  TestWindow(const std::string& caption, OnClose on_close);
   ~TestWindow();
   TestWindow(const TestWindow&) = delete;
   TestWindow& operator=(const TestWindow&) = delete;
@@ -23,10 +29,18 @@ class TestWindow {
   /// The 32-bit value at the address that the last close message carried; -1 before.
   std::int32_t close_value() const { return close_value_; }
 
+  void LetAnswer() const;
+
+  /// The same value as soon as the window has looked at it.
+  std::int32_t AwaitCloseValue() const;
+
  private:
   static LRESULT CALLBACK Handle(HWND window, UINT message, WPARAM wparam, LPARAM lparam);
 
-  bool stays_;
+  void HoldAnswer() const;
+
+  OnClose on_close_;
+  platform::win32::UniqueKernelObject may_answer_;
   std::atomic<std::int32_t> close_value_ = -1;
   std::atomic<HWND> handle_ = nullptr;
   std::atomic<DWORD> thread_id_ = 0;

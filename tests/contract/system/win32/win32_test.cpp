@@ -18,6 +18,7 @@ namespace kitbay::platform::win32 {
 namespace {
 
 using contract::FailureNumber;
+using contract::OnClose;
 using contract::ScratchFolder;
 using contract::TestWindow;
 
@@ -31,7 +32,7 @@ bool IsTopmost(const TestWindow& window) {
 
 TEST(Win32Desktop, AWindowIsLiftedAndIsNotLeftTopmost) {
   const auto desktop = MakeDesktop();
-  const TestWindow window("Kitbay", true);
+  const TestWindow window("Kitbay", OnClose::kStays);
   desktop->SetWindowPos(HandleOf(window), kTopmost, kNoSize | kNoMove);
   EXPECT_TRUE(IsTopmost(window));
   desktop->SetWindowPos(HandleOf(window), kNotTopmost, kNoSize | kNoMove);
@@ -44,7 +45,7 @@ TEST(Win32Desktop, AWindowIsLiftedAndIsNotLeftTopmost) {
 
 TEST(Win32Desktop, AMinimisedWindowIsRestoredAndAHiddenOneShown) {
   const auto desktop = MakeDesktop();
-  const TestWindow window("Kitbay", true);
+  const TestWindow window("Kitbay", OnClose::kStays);
   ::ShowWindow(window.handle(), SW_MINIMIZE);
   ASSERT_TRUE(IsIconic(window.handle()));
   desktop->ShowWindow(HandleOf(window), kRestore);
@@ -72,10 +73,19 @@ TEST(Win32Desktop, AWindowOfTheCallingThreadBecomesActive) {
 
 TEST(Win32Desktop, TheCloseMessageCarriesTheAddressOfAZero) {
   const auto desktop = MakeDesktop();
-  const TestWindow window("Kitbay", true);
+  const TestWindow window("Kitbay", OnClose::kStays);
   ASSERT_EQ(window.close_value(), -1);
   desktop->SendClose(HandleOf(window));
   EXPECT_EQ(window.close_value(), 0);
+}
+
+TEST(Win32Desktop, AWindowThatLooksLateStillFindsTheZero) {
+  const auto desktop = MakeDesktop();
+  const TestWindow window("Kitbay", OnClose::kHangs);
+  desktop->SendClose(HandleOf(window));
+  EXPECT_EQ(window.close_value(), -1);
+  window.LetAnswer();
+  EXPECT_EQ(window.AwaitCloseValue(), 0);
 }
 
 TEST(Win32Desktop, AProgramIsStartedShownNormally) {

@@ -163,8 +163,18 @@ class Win32DesktopWorld : public DesktopWorld {
  public:
   platform::Desktop& desktop() override { return *desktop_; }
   platform::WindowHandle AddWindow(const std::string& caption, bool stays) override {
-    windows_.push_back(std::make_unique<TestWindow>(caption, stays));
-    return {reinterpret_cast<std::uintptr_t>(windows_.back()->handle())};
+    return Add(caption, stays ? OnClose::kStays : OnClose::kCloses);
+  }
+  platform::WindowHandle AddHangingWindow(const std::string& caption) override {
+    return Add(caption, OnClose::kHangs);
+  }
+  platform::WindowHandle AddAskingWindow(const std::string& caption) override {
+    return Add(caption, OnClose::kAsks);
+  }
+  void LetAnswer() override {
+    for (const auto& window : windows_) {
+      window->LetAnswer();
+    }
   }
   bool HasWindow(platform::WindowHandle window) const override {
     return IsWindow(reinterpret_cast<HWND>(window.value));
@@ -176,6 +186,11 @@ class Win32DesktopWorld : public DesktopWorld {
   bool UserSawThem() override { return user_->SawThem(); }
 
  private:
+  platform::WindowHandle Add(const std::string& caption, OnClose on_close) {
+    windows_.push_back(std::make_unique<TestWindow>(caption, on_close));
+    return {reinterpret_cast<std::uintptr_t>(windows_.back()->handle())};
+  }
+
   std::unique_ptr<platform::Desktop> desktop_ = platform::win32::MakeDesktop();
   std::vector<std::unique_ptr<TestWindow>> windows_;
   std::unique_ptr<MessageBoxUser> user_;
