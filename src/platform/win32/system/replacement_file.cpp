@@ -44,8 +44,8 @@ ReplacementFile::ReplacementFile(std::wstring target) : target_(std::move(target
   const DWORD attributes = DemandOverwritable(target_);
   for (int number = 1; !file_; ++number) {
     path_ = TemporaryName(target_, number);
-    file_.reset(CreateFileW(path_.c_str(), GENERIC_WRITE | DELETE, 0, nullptr, CREATE_NEW,
-                            attributes, nullptr));
+    file_.reset(
+        CreateFileW(path_.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, attributes, nullptr));
     const DWORD error = GetLastError();
     if (!file_ && (error != ERROR_FILE_EXISTS || number == kMostNames)) {
       throw FileFailure(error);
@@ -69,6 +69,7 @@ void ReplacementFile::Flush() {
 }
 
 void ReplacementFile::PutInPlace() {
+  // Renamed through this handle, the target would be closed to its readers until the handle is.
   file_.reset();
   // One rename over the target: unlike ReplaceFile it leaves no moment without a file of that name.
   if (!MoveFileExW(path_.c_str(), target_.c_str(),
