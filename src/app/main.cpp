@@ -92,7 +92,7 @@ int Run() {
   install::InstallSession session;
   install::MainClient main_client(log, settings, *desktop);
   install::PackageExpansion expansion(log, *files);
-  install::SelfRegistration self_registration(log, *libraries, session);
+  install::SelfRegistration self_registration(log, settings, *libraries, session);
   install::DatastoreRegistration datastore(
       {log, *files, settings, *desktop, rows, buttons, sources, session});
   install::PackageInstallation installation({log, settings, *files, *desktop, state, buttons,

@@ -1,5 +1,7 @@
 #include "install/self_registration.h"
 
+#include <vector>
+
 #include "base/failure.h"
 #include "base/guarded.h"
 #include "base/text.h"
@@ -12,13 +14,37 @@ using platform::ExportAddress;
 
 constexpr std::uint32_t kTimeLimitMs = 10000;
 
+// The same for every way to write the path of a library: in small letters, with one "\" before each
+// part, and without the parts that lead nowhere or back.
+std::string PlaceOf(const std::string& path) {
+  std::vector<std::string> parts;
+  std::string part;
+  for (const char letter : base::ToLower(path) + "\\") {
+    if (letter != '\\' && letter != '/') {
+      part += letter;
+      continue;
+    }
+    if (part == ".." && parts.size() > 1) {
+      parts.pop_back();
+    } else if (!part.empty() && part != "." && part != "..") {
+      parts.push_back(part);
+    }
+    part.clear();
+  }
+  std::string place;
+  for (const std::string& each : parts) {
+    place.append("\\").append(each);
+  }
+  return place;
+}
+
 }  // namespace
 
 void SelfRegistration::DLLRegisterService(const std::string& path, bool register_it,
                                           std::int32_t& result) {
   result = kLibraryHasRun;
   guarded(log_, "Kitbay::DLLRegisterService", [&] {
-    const std::string key = base::ToLower(path);
+    const std::string key = PlaceOf(path);
     if (timed_out_.contains(key)) {
       result = kLibraryTimedOut;
       throw base::Failure(base::RuntimeError::kPathFileAccessError,
@@ -45,7 +71,7 @@ void SelfRegistration::RunExport(const std::string& path, const char* name, std:
                                  std::exception_ptr& load_failure) {
   platform::LibraryHandle library;
   try {
-    library = libraries_.Load(path);
+    library = libraries_.Load(path, settings_.InstallFolder);
   } catch (...) {
     load_failure = std::current_exception();
     result = kLibraryNotLoaded;

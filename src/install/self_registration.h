@@ -6,6 +6,7 @@
 #include <string>
 
 #include "base/error_log.h"
+#include "base/settings.h"
 #include "install/install_session.h"
 #include "platform/libraries.h"
 
@@ -20,14 +21,15 @@ inline constexpr std::int32_t kLibraryTimedOut = 3;     ///< it did not return w
 /// Has libraries enter themselves into the registry.
 class SelfRegistration {
  public:
-  SelfRegistration(base::ErrorLog& log, platform::Libraries& libraries,
-                   const InstallSession& session)
-      : log_(log), libraries_(libraries), session_(session) {}
+  SelfRegistration(base::ErrorLog& log, const base::Settings& settings,
+                   platform::Libraries& libraries, const InstallSession& session)
+      : log_(log), settings_(settings), libraries_(libraries), session_(session) {}
 
   /// Loads the library at the full path `path` and has it register itself, or unregister itself
-  /// when `register_it` is false. Waits for at most 10 seconds. `result` is one of the codes above;
-  /// 0 as well when a run-time error ended the call. A library that timed out is not loaded again:
-  /// every later call for it gives 3 at once.
+  /// when `register_it` is false; libraries that it needs may lie in the installation folder, as
+  /// for the main client. Waits for at most 10 seconds. `result` is one of the codes above; 0 as
+  /// well when a run-time error ended the call. A library that timed out is not loaded again: every
+  /// later call for it gives 3 at once.
   void DLLRegisterService(const std::string& path, bool register_it, std::int32_t& result);
 
   /// Registers every library of the session's list, in `folder` (without "\" at its end), whatever
@@ -39,9 +41,10 @@ class SelfRegistration {
                  std::exception_ptr& load_failure);
 
   base::ErrorLog& log_;
+  const base::Settings& settings_;
   platform::Libraries& libraries_;
   const InstallSession& session_;
-  std::set<std::string> timed_out_;  ///< paths in small letters
+  std::set<std::string> timed_out_;  ///< paths as `PlaceOf` gives them
 };
 
 }  // namespace kitbay::install

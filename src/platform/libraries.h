@@ -37,10 +37,11 @@ class Libraries {
   virtual ~Libraries() = default;
 
   /// Loads the library at the full path `path` (UTF-8). What it depends on is looked for in its own
-  /// folder, the program's and the system's, nowhere else. Throws `base::Failure`: 75 when `path`
-  /// is not the full path of a file, else with the system's own number and description (126 when
-  /// the file or a library that it depends on is missing, 193 when it is no library).
-  virtual LibraryHandle Load(const std::string& path) = 0;
+  /// folder, the program's, the folder `helpers` unless that is empty or not there, and the
+  /// system's, nowhere else. Throws `base::Failure`: 75 when `path` is not the full path of a file,
+  /// else with the system's own number and description (126 when the file or a library that it
+  /// depends on is missing, 193 when it is no library).
+  virtual LibraryHandle Load(const std::string& path, const std::string& helpers) = 0;
 
   /// Lets go of the library, whether or not a thread still runs in it.
   virtual void Free(LibraryHandle library) = 0;

@@ -37,8 +37,8 @@ std::string Number(std::uintptr_t number) { return " " + std::to_string(number);
 
 }  // namespace
 
-LibraryHandle RecordingLibraries::Load(const std::string& path) {
-  Record("Load", Quoted(path));
+LibraryHandle RecordingLibraries::Load(const std::string& path, const std::string& helpers) {
+  Record("Load", Quoted(path) + Quoted(helpers));
   if (!IsFullPathOfFile(path)) {
     throw Failure(base::RuntimeError::kPathFileAccessError, path);
   }
@@ -47,7 +47,9 @@ LibraryHandle RecordingLibraries::Load(const std::string& path) {
     throw Failure(unloadable->second);
   }
   const auto library = libraries_.find(key);
-  if (library == libraries_.end()) {
+  const auto needed = needed_.find(key);
+  const bool lacks_helper = needed != needed_.end() && needed->second != ParsePath(helpers).Key();
+  if (library == libraries_.end() || lacks_helper) {
     throw Failure(kModuleNotFound, "Module not found.");
   }
   loaded_[next_library_] = &library->second;
@@ -134,6 +136,10 @@ void RecordingLibraries::Add(const std::string& path,
     library.addresses[name] = next_address_;
     functions_[next_address_++] = function;
   }
+}
+
+void RecordingLibraries::Need(const std::string& path, const std::string& helpers) {
+  needed_[ParsePath(path).Key()] = ParsePath(helpers).Key();
 }
 
 void RecordingLibraries::AddUnloadable(const std::string& path, const Failure& failure) {

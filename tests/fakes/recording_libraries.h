@@ -21,7 +21,7 @@ struct FakeFunction {
 /// is asked of it. Addresses and handles are small numbers, counted per kind.
 class RecordingLibraries : public platform::Libraries {
  public:
-  platform::LibraryHandle Load(const std::string& path) override;
+  platform::LibraryHandle Load(const std::string& path, const std::string& helpers) override;
   void Free(platform::LibraryHandle library) override;
   platform::ExportAddress FindExport(platform::LibraryHandle library,
                                      const std::string& name) override;
@@ -36,6 +36,9 @@ class RecordingLibraries : public platform::Libraries {
 
   /// Puts a library at `path`.
   void Add(const std::string& path, const std::map<std::string, FakeFunction>& functions);
+
+  /// The library at `path` depends on another one, which lies in the folder `helpers`.
+  void Need(const std::string& path, const std::string& helpers);
 
   /// Puts a file at `path` that is no library, or one that cannot be loaded for another reason.
   void AddUnloadable(const std::string& path, const base::Failure& failure);
@@ -55,8 +58,9 @@ class RecordingLibraries : public platform::Libraries {
   // What tests look at.
 
   /// Every call in order, its name and then its arguments, numbers in decimal and texts in "[" and
-  /// "]": "RunOnOwnThread", "Load [path]", "FindExport 1 [name]", "StartThread 4097", "Wait 1
-  /// 10000", "ExitCode 1", "Close 1", "Free 1", "EndThread 259", and "Own thread ends" when it has.
+  /// "]": "RunOnOwnThread", "Load [path] [helpers]", "FindExport 1 [name]", "StartThread 4097",
+  /// "Wait 1 10000", "ExitCode 1", "Close 1", "Free 1", "EndThread 259", and "Own thread ends" when
+  /// it has.
   const std::vector<std::string>& calls() const { return calls_; }
 
   /// How many libraries are loaded, and how many threads are not closed.
@@ -77,6 +81,7 @@ class RecordingLibraries : public platform::Libraries {
   void Record(const std::string& call, const std::string& arguments = {});
 
   std::map<std::string, Library> libraries_;          ///< by `WindowsPath::Key`
+  std::map<std::string, std::string> needed_;         ///< folder by library, `WindowsPath::Key`
   std::map<std::string, base::Failure> unloadable_;   ///< by `WindowsPath::Key`
   std::map<std::uintptr_t, FakeFunction> functions_;  ///< by address
   std::map<std::uintptr_t, const Library*> loaded_;   ///< by handle

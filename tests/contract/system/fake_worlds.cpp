@@ -18,6 +18,7 @@ namespace kitbay::contract {
 namespace {
 
 constexpr const char* kFolder = "C:\\Tests";
+constexpr const char* kHelpers = "C:\\Helpers";
 
 class MemoryFilesWorld : public FilesWorld {
  public:
@@ -144,11 +145,13 @@ class RecordingLibrariesWorld : public LibrariesWorld {
     libraries_.Add(folder() + "\\refusing ö.dll", {{kFunction, {0x80040201}}});
     libraries_.Add(folder() + "\\slow.dll", {{kFunction, {0, true}}});
     libraries_.Add(folder() + "\\mute.dll", {{"OvlMuteVersion", {1}}});
-    libraries_.AddUnloadable(folder() + "\\needy.dll", {126, "Module not found."});
+    libraries_.Add(folder() + "\\needy.dll", {{kFunction, {}}});
+    libraries_.Need(folder() + "\\needy.dll", helpers());
     libraries_.AddUnloadable(folder() + "\\text.dll", {193, "Bad EXE format."});
   }
   platform::Libraries& libraries() override { return libraries_; }
   std::string folder() const override { return kFolder; }
+  std::string helpers() const override { return kHelpers; }
   void LetReturn() override { libraries_.LetReturn(); }
 
  private:

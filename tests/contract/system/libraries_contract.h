@@ -21,8 +21,11 @@ class LibrariesWorld {
   /// A folder, without a separator at its end, with the libraries "refusing ö.dll", whose
   /// DllRegisterServer gives 0x80040201, "slow.dll", whose DllRegisterServer does not return before
   /// `LetReturn`, "mute.dll", which has no such function, "needy.dll", which depends on a library
-  /// that is nowhere, and the text file "text.dll".
+  /// in `helpers`, and the text file "text.dll".
   virtual std::string folder() const = 0;
+
+  /// Another folder, without a separator at its end.
+  virtual std::string helpers() const = 0;
 
   /// The function of slow.dll returns.
   virtual void LetReturn() = 0;
@@ -34,10 +37,10 @@ class LibrariesContract : public testing::TestWithParam<std::unique_ptr<Librarie
   static constexpr std::uint32_t kAccessViolation = 0xC0000005;
 
   platform::LibraryHandle Load(const std::string& name) {
-    return libraries().Load(world_->folder() + "\\" + name);
+    return libraries().Load(world_->folder() + "\\" + name, "");
   }
   int FailureOf(const std::string& path) {
-    return FailureNumber([&] { libraries().Load(path); });
+    return FailureNumber([&] { libraries().Load(path, ""); });
   }
   platform::ThreadHandle Start(platform::LibraryHandle library) {
     return libraries().StartThread(libraries().FindExport(library, "DllRegisterServer"));
@@ -49,7 +52,7 @@ class LibrariesContract : public testing::TestWithParam<std::unique_ptr<Librarie
 
 TEST_P(LibrariesContract, ALibraryIsLoadedByItsFullPath) {
   for (const char* name : {"\\refusing ö.dll", "/REFUSING Ö.DLL", "\\.\\refusing ö.dll"}) {
-    const platform::LibraryHandle library = libraries().Load(world_->folder() + name);
+    const platform::LibraryHandle library = libraries().Load(world_->folder() + name, "");
     EXPECT_NE(library, platform::LibraryHandle{}) << name;
     libraries().Free(library);
   }
@@ -73,6 +76,17 @@ TEST_P(LibrariesContract, WhatCannotBeLoadedFailsWithTheSystemsNumber) {
   EXPECT_EQ(FailureOf(world_->folder() + "\\missing\\mute.dll"), 126);
   EXPECT_EQ(FailureOf(world_->folder() + "\\needy.dll"), 126);
   EXPECT_EQ(FailureOf(world_->folder() + "\\text.dll"), 193);
+}
+
+TEST_P(LibrariesContract, WhatALibraryNeedsIsFoundAmongTheHelpersOfThatCall) {
+  const std::string needy = world_->folder() + "\\needy.dll";
+  for (const char* ending : {"", "\\", "\\\\"}) {
+    const auto library = libraries().Load(needy, world_->helpers() + ending);
+    EXPECT_NE(library, platform::LibraryHandle{}) << ending;
+    libraries().Free(library);
+    EXPECT_EQ(FailureOf(needy), 126);
+  }
+  EXPECT_EQ(FailureNumber([&] { libraries().Load(needy, world_->helpers() + "\\missing"); }), 126);
 }
 
 TEST_P(LibrariesContract, AFailureToLoadIsDescribed) {

@@ -95,7 +95,7 @@ class InstallationTest : public FlowTest {
     std::vector<std::string> loaded;
     for (const std::string& call : libraries_.calls()) {
       if (call.starts_with("Load ")) {
-        loaded.push_back(call.substr(5));
+        loaded.push_back(call.substr(5, call.find("] [") - 4));
       }
     }
     return loaded;
@@ -118,7 +118,7 @@ class InstallationTest : public FlowTest {
   fakes::MemoryFileSystemObject file_system_{files_};
   fakes::RecordingLibraries libraries_;
   PackageExpansion expansion_{log_, files_};
-  SelfRegistration self_registration_{log_, libraries_, session_};
+  SelfRegistration self_registration_{log_, settings_, libraries_, session_};
   DatastoreRegistration datastore_{
       {log_, files_, settings_, desktop_, rows_, buttons_, sources_, session_}};
   PackageInstallation installation_{{log_, settings_, files_, desktop_, state_, buttons_,

@@ -13,10 +13,14 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 constexpr const char* kSpell = "C:\\Suite\\addons\\spellcheck\\OvlSpell.dll";
+constexpr const char* kLoadSpell =
+    "Load [C:\\Suite\\addons\\spellcheck\\OvlSpell.dll] [C:\\Suite\\]";
 constexpr std::uint32_t kFailureCode = 0x80004005;
 
 class SelfRegistrationTest : public testing::Test {
  protected:
+  SelfRegistrationTest() { settings_.InstallFolder = "C:\\Suite\\"; }
+
   std::int32_t Register(const std::string& path, bool register_it = true) {
     std::int32_t result = -1;
     registration_.DLLRegisterService(path, register_it, result);
@@ -26,43 +30,42 @@ class SelfRegistrationTest : public testing::Test {
   fakes::RecordingErrorLog log_;
   fakes::RecordingLibraries libraries_;
   InstallSession session_;
-  SelfRegistration registration_{log_, libraries_, session_};
+  base::Settings settings_;
+  SelfRegistration registration_{log_, settings_, libraries_, session_};
 };
 
 TEST_F(SelfRegistrationTest, LibraryIsLoadedRunAndFreedOnAThreadOfItsOwn) {
   libraries_.Add(kSpell, {{"DllRegisterServer", {}}, {"DllUnregisterServer", {}}});
   EXPECT_EQ(Register(kSpell), 0);
-  EXPECT_THAT(libraries_.calls(),
-              ElementsAre("RunOnOwnThread", "Load [C:\\Suite\\addons\\spellcheck\\OvlSpell.dll]",
-                          "FindExport 1 [DllRegisterServer]", "StartThread 4097", "Wait 1 10000",
-                          "Close 1", "Free 1", "Own thread ends"));
+  EXPECT_THAT(
+      libraries_.calls(),
+      ElementsAre("RunOnOwnThread", kLoadSpell, "FindExport 1 [DllRegisterServer]",
+                  "StartThread 4097", "Wait 1 10000", "Close 1", "Free 1", "Own thread ends"));
   EXPECT_THAT(log_.entries, IsEmpty());
 }
 
 TEST_F(SelfRegistrationTest, UnregisteringRunsTheOtherFunction) {
   libraries_.Add(kSpell, {{"DllRegisterServer", {}}, {"DllUnregisterServer", {}}});
   EXPECT_EQ(Register(kSpell, false), 0);
-  EXPECT_THAT(libraries_.calls(),
-              ElementsAre("RunOnOwnThread", "Load [C:\\Suite\\addons\\spellcheck\\OvlSpell.dll]",
-                          "FindExport 1 [DllUnregisterServer]", "StartThread 4098", "Wait 1 10000",
-                          "Close 1", "Free 1", "Own thread ends"));
+  EXPECT_THAT(
+      libraries_.calls(),
+      ElementsAre("RunOnOwnThread", kLoadSpell, "FindExport 1 [DllUnregisterServer]",
+                  "StartThread 4098", "Wait 1 10000", "Close 1", "Free 1", "Own thread ends"));
 }
 
 TEST_F(SelfRegistrationTest, FailureCodeOfTheLibraryIsNotLookedAt) {
   libraries_.Add(kSpell, {{"DllRegisterServer", {kFailureCode}}});
   EXPECT_EQ(Register(kSpell), 0);
-  EXPECT_THAT(libraries_.calls(),
-              ElementsAre("RunOnOwnThread", "Load [C:\\Suite\\addons\\spellcheck\\OvlSpell.dll]",
-                          "FindExport 1 [DllRegisterServer]", "StartThread 4097", "Wait 1 10000",
-                          "Close 1", "Free 1", "Own thread ends"));
+  EXPECT_THAT(
+      libraries_.calls(),
+      ElementsAre("RunOnOwnThread", kLoadSpell, "FindExport 1 [DllRegisterServer]",
+                  "StartThread 4097", "Wait 1 10000", "Close 1", "Free 1", "Own thread ends"));
   EXPECT_THAT(log_.entries, IsEmpty());
 }
 
 TEST_F(SelfRegistrationTest, MissingLibraryGivesOneAndOneEntry) {
   EXPECT_EQ(Register(kSpell), 1);
-  EXPECT_THAT(libraries_.calls(),
-              ElementsAre("RunOnOwnThread", "Load [C:\\Suite\\addons\\spellcheck\\OvlSpell.dll]",
-                          "Own thread ends"));
+  EXPECT_THAT(libraries_.calls(), ElementsAre("RunOnOwnThread", kLoadSpell, "Own thread ends"));
   EXPECT_THAT(log_.entries, ElementsAre(RecordingErrorLog::Entry(
                                 " Kitbay::Loading of library failed", 126, "Module not found.")));
 }
@@ -87,8 +90,8 @@ TEST_F(SelfRegistrationTest, AddressOneGivesOneWithoutAThread) {
   libraries_.SetAddress(kSpell, "DllRegisterServer", 1);
   EXPECT_EQ(Register(kSpell), 1);
   EXPECT_THAT(libraries_.calls(),
-              ElementsAre("RunOnOwnThread", "Load [C:\\Suite\\addons\\spellcheck\\OvlSpell.dll]",
-                          "FindExport 1 [DllRegisterServer]", "Free 1", "Own thread ends"));
+              ElementsAre("RunOnOwnThread", kLoadSpell, "FindExport 1 [DllRegisterServer]",
+                          "Free 1", "Own thread ends"));
   EXPECT_THAT(log_.entries, IsEmpty());
 }
 
@@ -96,9 +99,8 @@ TEST_F(SelfRegistrationTest, LibraryWithoutTheFunctionStillGetsAThread) {
   libraries_.Add(kSpell, {{"DllGetClassObject", {}}});
   EXPECT_EQ(Register(kSpell), 0);
   EXPECT_THAT(libraries_.calls(),
-              ElementsAre("RunOnOwnThread", "Load [C:\\Suite\\addons\\spellcheck\\OvlSpell.dll]",
-                          "FindExport 1 [DllRegisterServer]", "StartThread 0", "Wait 1 10000",
-                          "Close 1", "Free 1", "Own thread ends"));
+              ElementsAre("RunOnOwnThread", kLoadSpell, "FindExport 1 [DllRegisterServer]",
+                          "StartThread 0", "Wait 1 10000", "Close 1", "Free 1", "Own thread ends"));
   EXPECT_THAT(log_.entries, IsEmpty());
 }
 
@@ -107,9 +109,8 @@ TEST_F(SelfRegistrationTest, RefusedThreadGivesTwo) {
   libraries_.RefuseThreads();
   EXPECT_EQ(Register(kSpell), 2);
   EXPECT_THAT(libraries_.calls(),
-              ElementsAre("RunOnOwnThread", "Load [C:\\Suite\\addons\\spellcheck\\OvlSpell.dll]",
-                          "FindExport 1 [DllRegisterServer]", "StartThread 4097", "Free 1",
-                          "Own thread ends"));
+              ElementsAre("RunOnOwnThread", kLoadSpell, "FindExport 1 [DllRegisterServer]",
+                          "StartThread 4097", "Free 1", "Own thread ends"));
   EXPECT_THAT(log_.entries, IsEmpty());
 }
 
@@ -117,9 +118,9 @@ TEST_F(SelfRegistrationTest, TimeOutFreesTheLibraryAndEndsTheThreadThatWaited) {
   libraries_.Add(kSpell, {{"DllRegisterServer", {.hangs = true}}});
   EXPECT_EQ(Register(kSpell), 3);
   EXPECT_THAT(libraries_.calls(),
-              ElementsAre("RunOnOwnThread", "Load [C:\\Suite\\addons\\spellcheck\\OvlSpell.dll]",
-                          "FindExport 1 [DllRegisterServer]", "StartThread 4097", "Wait 1 10000",
-                          "Free 1", "ExitCode 1", "EndThread 259", "Own thread ends"));
+              ElementsAre("RunOnOwnThread", kLoadSpell, "FindExport 1 [DllRegisterServer]",
+                          "StartThread 4097", "Wait 1 10000", "Free 1", "ExitCode 1",
+                          "EndThread 259", "Own thread ends"));
   EXPECT_EQ(libraries_.threads(), 1U);
   EXPECT_THAT(log_.entries, IsEmpty());
 }
@@ -141,6 +142,25 @@ TEST_F(SelfRegistrationTest, LibraryThatTimedOutIsNotLoadedAgain) {
                       "Kitbay::DLLRegisterService", 75,
                       "Path/File access error: C:\\Suite\\addons\\spellcheck\\OvlSpell.dll did not "
                       "return in time before")));
+}
+
+class OtherSpelling : public SelfRegistrationTest,
+                      public testing::WithParamInterface<const char*> {};
+
+INSTANTIATE_TEST_SUITE_P(Paths, OtherSpelling,
+                         testing::Values("C:\\Suite\\\\addons\\spellcheck\\OvlSpell.dll",
+                                         "C:\\Suite\\addons\\spellcheck\\.\\OvlSpell.dll",
+                                         "C:/Suite/addons//spellcheck/OvlSpell.dll",
+                                         "C:\\Suite\\addons\\x\\..\\spellcheck\\OvlSpell.dll",
+                                         "C:\\..\\Suite\\addons\\spellcheck\\OVLSPELL.DLL"));
+
+TEST_P(OtherSpelling, OfALibraryThatTimedOutIsTheSameLibrary) {
+  libraries_.Add(kSpell, {{"DllRegisterServer", {.hangs = true}}});
+  EXPECT_EQ(Register(kSpell), 3);
+  const auto calls = libraries_.calls().size();
+  EXPECT_EQ(Register(GetParam()), 3);
+  EXPECT_EQ(libraries_.calls().size(), calls);
+  EXPECT_EQ(log_.entries.size(), 1U);
 }
 
 TEST_F(SelfRegistrationTest, AnotherLibraryIsRegisteredAfterATimeOut) {
@@ -188,10 +208,10 @@ TEST_F(SelfRegistrationTest, EveryLibraryOfTheListIsRegisteredInOrder) {
   registration_.funcRegisterDll("C:\\Suite\\addons\\pair", succeeded);
   EXPECT_TRUE(succeeded);
   EXPECT_THAT(libraries_.calls(),
-              ElementsAre("RunOnOwnThread", "Load [C:\\Suite\\addons\\pair\\One.dll]",
+              ElementsAre("RunOnOwnThread", "Load [C:\\Suite\\addons\\pair\\One.dll] [C:\\Suite\\]",
                           "FindExport 1 [DllRegisterServer]", "StartThread 4097", "Wait 1 10000",
                           "Close 1", "Free 1", "Own thread ends", "RunOnOwnThread",
-                          "Load [C:\\Suite\\addons\\pair\\sub\\Two.dll]",
+                          "Load [C:\\Suite\\addons\\pair\\sub\\Two.dll] [C:\\Suite\\]",
                           "FindExport 2 [DllRegisterServer]", "StartThread 4098", "Wait 2 10000",
                           "Close 2", "Free 2", "Own thread ends"));
 }
@@ -205,12 +225,12 @@ TEST_F(SelfRegistrationTest, FailuresDoNotStopTheList) {
   EXPECT_TRUE(succeeded);
   EXPECT_THAT(
       libraries_.calls(),
-      ElementsAre("RunOnOwnThread", "Load [C:\\Suite\\missing.dll]", "Own thread ends",
-                  "RunOnOwnThread", "Load [C:\\Suite\\hangs.dll]",
+      ElementsAre("RunOnOwnThread", "Load [C:\\Suite\\missing.dll] [C:\\Suite\\]",
+                  "Own thread ends", "RunOnOwnThread", "Load [C:\\Suite\\hangs.dll] [C:\\Suite\\]",
                   "FindExport 1 [DllRegisterServer]", "StartThread 4097", "Wait 1 10000", "Free 1",
                   "ExitCode 1", "EndThread 259", "Own thread ends", "RunOnOwnThread",
-                  "Load [C:\\Suite\\]", "Own thread ends", "RunOnOwnThread",
-                  "Load [C:\\Suite\\Last.dll]", "FindExport 2 [DllRegisterServer]",
+                  "Load [C:\\Suite\\] [C:\\Suite\\]", "Own thread ends", "RunOnOwnThread",
+                  "Load [C:\\Suite\\Last.dll] [C:\\Suite\\]", "FindExport 2 [DllRegisterServer]",
                   "StartThread 4098", "Wait 2 10000", "Close 2", "Free 2", "Own thread ends"));
   EXPECT_EQ(log_.entries.size(), 2U);
 }

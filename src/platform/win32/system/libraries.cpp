@@ -4,6 +4,7 @@
 // <psapi.h> needs the former.
 #include <psapi.h>
 
+#include <cstring>
 #include <exception>
 
 #include "base/failure.h"
@@ -40,6 +41,38 @@ class QuietLoading {
   DWORD before_ = 0;
 };
 
+/// Looks a function up that systems of before the update KB2533623 do not have; null there.
+template <typename Function>
+Function FindInKernel(const char* name) {
+  const FARPROC address = GetProcAddress(GetModuleHandleW(L"kernel32.dll"), name);
+  Function function = nullptr;
+  static_assert(sizeof(function) == sizeof(address));
+  std::memcpy(&function, &address, sizeof(function));
+  return function;
+}
+
+/// Lets what a library depends on be found in a folder, too. One that is not there changes nothing.
+class HelperFolder {
+ public:
+  explicit HelperFolder(const std::string& folder) {
+    const auto add = FindInKernel<void*(WINAPI*)(PCWSTR)>("AddDllDirectory");
+    if (!folder.empty() && add != nullptr) {
+      cookie_ = add(ToSystemPath(folder).c_str());
+    }
+  }
+  ~HelperFolder() {
+    const auto remove = FindInKernel<BOOL(WINAPI*)(void*)>("RemoveDllDirectory");
+    if (cookie_ != nullptr && remove != nullptr) {
+      remove(cookie_);
+    }
+  }
+  HelperFolder(const HelperFolder&) = delete;
+  HelperFolder& operator=(const HelperFolder&) = delete;
+
+ private:
+  void* cookie_ = nullptr;
+};
+
 struct Errand {
   const std::function<void()>& body;
   std::exception_ptr failure;
@@ -57,11 +90,12 @@ DWORD WINAPI RunErrand(void* argument) {
 
 class Win32Libraries : public Libraries {
  public:
-  LibraryHandle Load(const std::string& path) override {
+  LibraryHandle Load(const std::string& path, const std::string& helpers) override {
     if (!IsFullPathOfFile(path)) {
       throw base::Failure(base::RuntimeError::kPathFileAccessError, path);
     }
     const std::wstring system_path = ToSystemPath(path);
+    const HelperFolder helper_folder(helpers);
     const QuietLoading quiet;
     const HMODULE module =
         LoadLibraryExW(system_path.c_str(), nullptr,

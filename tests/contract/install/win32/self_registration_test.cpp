@@ -80,7 +80,8 @@ class RealSelfRegistration : public testing::Test {
   fakes::RecordingErrorLog log_;
   WatchedLibraries libraries_;
   InstallSession session_;
-  SelfRegistration registration_{log_, libraries_, session_};
+  base::Settings settings_;
+  SelfRegistration registration_{log_, settings_, libraries_, session_};
 };
 
 TEST_F(RealSelfRegistration, LibraryIsInTheRegistryAfterwardsAndOutAgain) {

@@ -9,7 +9,9 @@ using platform::ExportAddress;
 using platform::LibraryHandle;
 using platform::ThreadHandle;
 
-LibraryHandle WatchedLibraries::Load(const std::string& path) { return real_->Load(path); }
+LibraryHandle WatchedLibraries::Load(const std::string& path, const std::string& helpers) {
+  return real_->Load(path, helpers);
+}
 
 void WatchedLibraries::Free(LibraryHandle library) { real_->Free(library); }
 

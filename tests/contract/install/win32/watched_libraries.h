@@ -21,7 +21,7 @@ class WatchedLibraries : public platform::Libraries {
   /// The thread that was started last.
   platform::ThreadHandle last_thread() const { return last_thread_; }
 
-  platform::LibraryHandle Load(const std::string& path) override;
+  platform::LibraryHandle Load(const std::string& path, const std::string& helpers) override;
   void Free(platform::LibraryHandle library) override;
   platform::ExportAddress FindExport(platform::LibraryHandle library,
                                      const std::string& name) override;

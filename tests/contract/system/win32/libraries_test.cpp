@@ -38,7 +38,7 @@ class Win32LibrariesTest : public testing::Test {
 
   /// The exit code of the thread on the function of a copied library.
   std::uint32_t Run(const std::string& name) {
-    const LibraryHandle library = libraries_->Load(Copy(name));
+    const LibraryHandle library = libraries_->Load(Copy(name), "");
     const ThreadHandle thread = Start(library);
     EXPECT_EQ(libraries_->Wait(thread, kLong), kThreadEnded);
     const std::uint32_t code = libraries_->ExitCode(thread);
@@ -83,7 +83,7 @@ TEST_F(Win32LibrariesTest, DependencyInTheCurrentFolderOrInPathIsNotLoaded) {
     const UniqueModule careless(LoadLibraryW(ToUtf16(needy).c_str()));
     ASSERT_TRUE(careless);
   }
-  EXPECT_EQ(FailureNumber([&] { libraries_->Load(needy); }), 126);
+  EXPECT_EQ(FailureNumber([&] { libraries_->Load(needy, ""); }), 126);
 }
 
 TEST_F(Win32LibrariesTest, DependencyInTheLibrarysOwnFolderIsLoaded) {
@@ -100,7 +100,7 @@ TEST_F(Win32LibrariesTest, LibraryIsLoadedFarDownInFolders) {
   }
   CopyTroubledLibrary("OvlHelper", folder + "\\OvlHelper.dll");
   CopyTroubledLibrary("OvlNeedy", folder + "\\OvlNeedy.dll");
-  const LibraryHandle library = libraries_->Load(folder + "\\OvlNeedy.dll");
+  const LibraryHandle library = libraries_->Load(folder + "\\OvlNeedy.dll", "");
   EXPECT_NE(library, LibraryHandle{});
   libraries_->Free(library);
 }
@@ -113,7 +113,7 @@ TEST_F(Win32LibrariesTest, LibraryOfAnotherProcessorIsRefused) {
   bytes[machine] = '\x64';
   bytes[machine + 1] = '\xaa';
   files->Write(path, bytes);
-  EXPECT_EQ(FailureNumber([&] { libraries_->Load(path); }), 193);
+  EXPECT_EQ(FailureNumber([&] { libraries_->Load(path, ""); }), 193);
 }
 
 TEST_F(Win32LibrariesTest, CrashEndsItsThreadOnly) { EXPECT_EQ(Run("OvlCrashing"), 0xC0000005U); }
@@ -134,7 +134,7 @@ TEST_F(Win32LibrariesTest, CrashAfterCrashIsSurvived) {
 
 TEST_F(Win32LibrariesTest, FreedLibraryIsGoneThoughItsThreadStillRuns) {
   const SlowLibrary slow;
-  const LibraryHandle library = libraries_->Load(Copy("OvlSlow"));
+  const LibraryHandle library = libraries_->Load(Copy("OvlSlow"), "");
   const ThreadHandle thread = Start(library);
   ASSERT_EQ(libraries_->Wait(thread, 1), kThreadStillRuns);
   libraries_->Free(library);
@@ -146,11 +146,11 @@ TEST_F(Win32LibrariesTest, FreedLibraryIsGoneThoughItsThreadStillRuns) {
 
 TEST_F(Win32LibrariesTest, NoLibraryTakesThePlaceThatAThreadReturnsTo) {
   const SlowLibrary slow;
-  const LibraryHandle library = libraries_->Load(Copy("OvlSlow"));
+  const LibraryHandle library = libraries_->Load(Copy("OvlSlow"), "");
   const ThreadHandle thread = Start(library);
   ASSERT_EQ(libraries_->Wait(thread, 1), kThreadStillRuns);
   libraries_->Free(library);
-  const LibraryHandle twin = libraries_->Load(Copy("OvlSlow", "twin.dll"));
+  const LibraryHandle twin = libraries_->Load(Copy("OvlSlow", "twin.dll"), "");
   EXPECT_NE(twin, library);
   slow.LetReturn();
   EXPECT_EQ(libraries_->Wait(thread, kLong), kThreadEnded);
@@ -161,7 +161,7 @@ TEST_F(Win32LibrariesTest, NoLibraryTakesThePlaceThatAThreadReturnsTo) {
 
 TEST_F(Win32LibrariesTest, ThreadsOfAFreedLibraryAreEndedAsWell) {
   const SlowLibrary slow;
-  const LibraryHandle library = libraries_->Load(Copy("OvlRestless"));
+  const LibraryHandle library = libraries_->Load(Copy("OvlRestless"), "");
   const ThreadHandle thread = Start(library);
   ASSERT_EQ(libraries_->Wait(thread, 100), kThreadStillRuns);
   libraries_->Free(library);
@@ -172,7 +172,7 @@ TEST_F(Win32LibrariesTest, ThreadsOfAFreedLibraryAreEndedAsWell) {
 }
 
 TEST_F(Win32LibrariesTest, PlaceOfALibraryThatHasReturnedIsFreeAgain) {
-  const LibraryHandle library = libraries_->Load(Copy("OvlRefusing"));
+  const LibraryHandle library = libraries_->Load(Copy("OvlRefusing"), "");
   const ThreadHandle thread = Start(library);
   ASSERT_EQ(libraries_->Wait(thread, kLong), kThreadEnded);
   libraries_->Close(thread);

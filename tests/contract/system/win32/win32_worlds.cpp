@@ -203,14 +203,17 @@ class Win32LibrariesWorld : public LibrariesWorld {
     CopyTroubledLibrary("OvlSlow", folder() + "\\slow.dll");
     CopyTroubledLibrary("OvlMute", folder() + "\\mute.dll");
     CopyTroubledLibrary("OvlNeedy", folder() + "\\needy.dll");
+    CopyTroubledLibrary("OvlHelper", helpers() + "\\OvlHelper.dll");
     platform::win32::MakeFiles()->Write(folder() + "\\text.dll", "no library");
   }
   platform::Libraries& libraries() override { return *libraries_; }
   std::string folder() const override { return folder_.path(); }
+  std::string helpers() const override { return helpers_.path(); }
   void LetReturn() override { slow_.LetReturn(); }
 
  private:
   ScratchFolder folder_;
+  ScratchFolder helpers_;
   SlowLibrary slow_;
   std::unique_ptr<platform::Libraries> libraries_ = platform::win32::MakeLibraries();
 };
