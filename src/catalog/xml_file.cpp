@@ -48,6 +48,13 @@ bool IsText(const pugi::xml_node& node) {
   return node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata;
 }
 
+pugi::xml_node ElementFrom(pugi::xml_node node) {
+  while (node && node.type() != pugi::node_element) {
+    node = node.next_sibling();
+  }
+  return node;
+}
+
 bool IsWhiteSpace(const pugi::xml_node& text) {
   const std::string_view value = text.value();
   return text.type() == pugi::node_pcdata &&
@@ -140,6 +147,12 @@ void SaveXml(platform::Files& files, const std::string& path, const XmlDocument&
   document.save(sink, "", pugi::format_raw | pugi::format_no_declaration, pugi::encoding_utf8);
   files.Replace(path, sink.text());
 }
+
+pugi::xml_node FirstElement(const pugi::xml_node& parent) {
+  return ElementFrom(parent.first_child());
+}
+
+pugi::xml_node NextElement(const pugi::xml_node& node) { return ElementFrom(node.next_sibling()); }
 
 std::string ElementText(const pugi::xml_node& node) {
   if (!node) {

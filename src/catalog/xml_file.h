@@ -28,6 +28,11 @@ bool TryLoadXmlToChange(const platform::Files& files, const std::string& path,
 /// when it cannot be written.
 void SaveXml(platform::Files& files, const std::string& path, const XmlDocument& document);
 
+/// The first element below `parent`, and the element that follows `node` beside it; none where
+/// there is none.
+pugi::xml_node FirstElement(const pugi::xml_node& parent);
+pugi::xml_node NextElement(const pugi::xml_node& node);
+
 /// All text below `node` without white space at either end. Throws 91 when there is no node.
 std::string ElementText(const pugi::xml_node& node);
 

@@ -68,24 +68,15 @@ constexpr base::PerKind<EntryTable> kEntryTables = {
                 .libraries = "dependencies"},
 };
 
-bool IsElement(const pugi::xml_node& node) { return node.type() == pugi::node_element; }
-
-pugi::xml_node NextElement(pugi::xml_node node) {
-  while (node && !IsElement(node)) {
-    node = node.next_sibling();
-  }
-  return node;
-}
-
 // Without a text of their own the parameters are both empty.
 void ReadParameters(const pugi::xml_node& entry, ComponentRecord& record) {
   const pugi::xml_node parameters = entry.child("params");
   if (catalog::ElementText(parameters).empty()) {
     return;
   }
-  const pugi::xml_node first = NextElement(parameters.first_child());
+  const pugi::xml_node first = catalog::FirstElement(parameters);
   record[addon_slot::kRulesEngine] = catalog::ElementText(first);
-  record[addon_slot::kOcxEngine] = catalog::ElementText(NextElement(first.next_sibling()));
+  record[addon_slot::kOcxEngine] = catalog::ElementText(catalog::NextElement(first));
 }
 
 std::string LoginOf(const pugi::xml_node& entry) {

@@ -21,28 +21,17 @@ bool AreEqual(const std::string& left, const std::string& right) {
   return base::ToLower(left) == base::ToLower(right);
 }
 
-pugi::xml_node NextElement(pugi::xml_node node) {
-  while (node && node.type() != pugi::node_element) {
-    node = node.next_sibling();
-  }
-  return node;
-}
-
 pugi::xml_node FirstSource(const pugi::xml_node& preferences) {
   if (!preferences) {
     throw base::Failure(base::RuntimeError::kObjectVariableNotSet);
   }
-  return NextElement(preferences.first_child());
-}
-
-pugi::xml_node NextSource(const pugi::xml_node& source) {
-  return NextElement(source.next_sibling());
+  return catalog::FirstElement(preferences);
 }
 
 // The first source of that URL from `source` on.
 pugi::xml_node FindSource(pugi::xml_node source, const std::string& url) {
   while (source && !AreEqual(catalog::FirstAttributeText(source), url)) {
-    source = NextSource(source);
+    source = catalog::NextElement(source);
   }
   return source;
 }
@@ -64,7 +53,8 @@ void UpdateSourceDialog::Form_Load() {
         !Preferences()) {
       return;
     }
-    for (pugi::xml_node source = FirstSource(Preferences()); source; source = NextSource(source)) {
+    for (pugi::xml_node source = FirstSource(Preferences()); source;
+         source = catalog::NextElement(source)) {
       window_.AddItem(catalog::FirstAttributeText(source));
     }
   });
@@ -165,7 +155,7 @@ void UpdateSourceDialog::RemoveSource(int position) {
   catalog::LoadXmlToChange(files_, source_file_.Path(), source_file_.document());
   pugi::xml_node preferences = Preferences();
   const pugi::xml_node source =
-      FindSource(NextSource(FirstSource(preferences)), window_.ItemText(position));
+      FindSource(catalog::NextElement(FirstSource(preferences)), window_.ItemText(position));
   if (preferences.remove_child(source)) {
     catalog::SaveXml(files_, source_file_.Path(), source_file_.document());
   }

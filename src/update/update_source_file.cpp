@@ -11,14 +11,9 @@ using base::guarded;
 
 constexpr const char* kInitialFile = "<root><preferences><preference url=''/></preferences></root>";
 
-pugi::xml_node FirstElement(const pugi::xml_node& parent) {
-  return parent.find_child(
-      [](const pugi::xml_node& child) { return child.type() == pugi::node_element; });
-}
-
 // The attribute of the first source, which is read by position.
 pugi::xml_attribute FirstSourceUrl(const pugi::xml_node& preferences) {
-  const pugi::xml_attribute url = FirstElement(preferences).first_attribute();
+  const pugi::xml_attribute url = catalog::FirstElement(preferences).first_attribute();
   if (!url) {
     throw base::Failure(base::RuntimeError::kObjectVariableNotSet);
   }
