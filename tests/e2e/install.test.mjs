@@ -4,6 +4,7 @@ import fs from 'node:fs';
 import path from 'node:path';
 import { after, before, test } from 'node:test';
 import { UpdateSource } from '../../standins/update_source/server.mjs';
+import { demandOnly, everything, placed, sumOf } from './everything.mjs';
 import {
   allButtonsOn,
   buildFolder,
@@ -61,30 +62,45 @@ const namesIn = async (container) => (await page.eval(rowsOf(container))).map(({
 const installed = (...names) => path.join(suite.folder, ...names);
 const ofTheUser = (...names) => path.join(suite.userFolder, 'CustomData', ...names);
 
-/** All files below a folder with their contents, by name. */
-function filesIn(folder) {
-  const names = fs.readdirSync(folder, { recursive: true }).sort();
-  const files = names.map((name) => path.join(folder, name)).filter((file) => fs.statSync(file).isFile());
-  return Object.fromEntries(files.map((file) => [path.relative(folder, file), fs.readFileSync(file, 'latin1')]));
+const archiveOf = (id) => `/packages/${id}.zip`;
+const downloaded = (...ids) =>
+  Object.fromEntries(ids.map((id) => [`${id}.zip`, sumOf(source.contentOf(archiveOf(id)))]));
+
+/** Shows a list of new components, and gives everything as it stands then. */
+async function shown(tab) {
+  await kitbay.show('update', tab);
+  return everything(suite, page);
 }
 
 /** Clicks on the Install button of a new component; gives the message at the end. */
-async function install(tab, container, name) {
-  await kitbay.show('update', tab);
+async function install(container, name) {
   await kitbay.press(container, name, 'Install');
   const text = await confirmMessage();
   await page.waitFor(allButtonsOn);
   return text;
 }
 
-/** Demands that a registry file has an entry more at the end of a list, and that nothing else changed. */
-function demandEntry(before, changedFile, list, entry) {
-  suite.demandRegistryFiles(before, (text, file) =>
-    file === changedFile ? text.replace(`</${list}>`, () => `${entry}</${list}>`) : text,
-  );
-}
+/** Demands that everything is as before, but for `changes`. */
+const changed = (before, changes) => demandOnly(changes, before, suite, page);
+
+/** The change of the registry files that puts an entry at the end of a list of one of them. */
+const added = (changedFile, list, entry) => (text, file) =>
+  file === changedFile ? text.replace(`</${list}>`, () => `${entry}</${list}>`) : text;
+
+/** The change of a list that takes a row out of it. */
+const without = (name) => (rows) => rows.filter((row) => row.name !== name);
 
 const [kDatastore, kCustomRegistry] = [0, 1];
+const kNotFound = 'The server answered 404 (Not Found)';
+
+test('a package that the source does not have is told, and may be asked for again', async () => {
+  const before = await shown('addons');
+  source.misbehave(archiveOf('scrapbook'), '404');
+  const text = await install('updatedaddons', 'Scrapbook');
+  assert.equal(text, `//${source.host}${archiveOf('scrapbook')}      ${kNotFound}`);
+  source.behave(archiveOf('scrapbook'));
+  await changed(before, { log: [[0, 'Kitbay::OvTransportEvents_Exception', kNotFound]] });
+});
 
 for (const { what, name, id, tab, container, place, list, entry, message, file, libraries } of [
   {
@@ -160,55 +176,58 @@ for (const { what, name, id, tab, container, place, list, entry, message, file, 
   },
 ]) {
   test(`${what} is expanded, registered, entered and told`, async () => {
-    const content = filesIn(path.join(packages, id, fs.existsSync(path.join(packages, id, id)) ? id : ''));
-    const before = suite.registryFiles();
+    const content = path.join(packages, id, fs.existsSync(path.join(packages, id, id)) ? id : '');
+    const before = await shown(tab);
 
-    assert.equal(await install(tab, container, name), message);
+    assert.equal(await install(container, name), message);
 
-    assert.deepEqual(filesIn(place()), content);
-    demandEntry(before, file, list, entry);
-    assert.ok(!(await namesIn(container)).includes(name));
+    await changed(before, {
+      files: placed(content, place()),
+      registry: added(file, list, entry),
+      rows: { [container]: without(name) },
+      working: downloaded(id),
+    });
     for (const [progId, library] of Object.entries(libraries)) {
       assert.equal(await registeredLibrary(progId), windowsPath(path.join(place(), library)));
     }
-    assert.deepEqual(suite.logEntries(), []);
-    assert.ok(fs.readdirSync(suite.workingFolder).includes(`${id}.zip`));
   });
 }
 
 test('a messaging service of one library lies in the installation folder itself', async () => {
-  const before = suite.registryFiles();
-  const files = fs.readdirSync(suite.folder);
+  const before = await shown('trans');
   assert.equal(
-    await install('trans', 'updatedtransports', 'Relay'),
+    await install('updatedtransports', 'Relay'),
     'Relay messaging service has been successfully installed. Please restart Tessel to view the new feature.',
-  );
-  assert.deepEqual(fs.readdirSync(suite.folder), [...files, 'OvlRelay.dll'].sort());
-  assert.deepEqual(
-    fs.readFileSync(installed('OvlRelay.dll')),
-    fs.readFileSync(path.join(packages, 'relay/OvlRelay.dll')),
   );
   const entry =
     '<transport id="relay" name="Relay" type="messaging service"><displayname>Relay</displayname>' +
     '<instructions>Enter the name of your relay; your administrator knows it.</instructions>' +
     '<progid>OvlRelay.Transport</progid><filename>OvlRelay.dll</filename><description>Relay</description>' +
     '<core>0</core><useapplicationlogin>0</useapplicationlogin></transport>';
-  demandEntry(before, kDatastore, 'transports', entry);
+  assert.deepEqual(Object.keys(placed(path.join(packages, 'relay'), suite.folder)), [
+    suite.folder,
+    installed('OvlRelay.dll'),
+  ]);
+  await changed(before, {
+    files: placed(path.join(packages, 'relay'), suite.folder),
+    registry: added(kDatastore, 'transports', entry),
+    rows: { updatedtransports: without('Relay') },
+    working: downloaded('relay'),
+  });
   assert.equal(await registeredLibrary('OvlRelay.Transport'), windowsPath(installed('OvlRelay.dll')));
-  assert.deepEqual(suite.logEntries(), []);
 });
 
 test('a channel is not installed where the user has a data folder, but none for channels', async () => {
-  const before = suite.registryFiles();
+  const before = await shown('channels');
   fs.renameSync(ofTheUser('channels'), ofTheUser('elsewhere'));
-  await kitbay.show('update', 'channels');
   await kitbay.press('updatedchannels', 'Recipe of the Day', 'Install');
-  await source.request('/packages/recipes.zip');
+  await source.request(archiveOf('recipes'));
   await page.waitFor(allButtonsOn);
   fs.renameSync(ofTheUser('elsewhere'), ofTheUser('channels'));
-  assert.deepEqual(suite.logEntries().map(({ procedure }) => procedure), ['Kitbay::UnpackChannel']);
-  assert.deepEqual(suite.registryFiles(), before);
-  assert.ok((await namesIn('updatedchannels')).includes('Recipe of the Day'));
+  await changed(before, {
+    log: [[58, 'Kitbay::UnpackChannel', 'File already exists']],
+    working: downloaded('recipes'),
+  });
 });
 
 test('an installation neither starts the main client nor leaves anything in the working folder', async () => {

@@ -1,22 +1,19 @@
 // A click on Remove, with the main client running and not running.
 import assert from 'node:assert/strict';
-import fs from 'node:fs';
 import { after, before, test } from 'node:test';
 import { UpdateSource } from '../../standins/update_source/server.mjs';
-import { allButtonsOn, confirmMessage, MainClient, messages, rowsOf, sourcesAnswered, Suite } from './harness.mjs';
-
+import { demandOnly, everything } from './everything.mjs';
+import { allButtonsOn, confirmMessage, MainClient, rowsOf, sourcesAnswered, Suite } from './harness.mjs';
 
 let source;
 let suite;
 let client;
 let kitbay;
 let page;
-let files;
 
 before(async () => {
   source = await UpdateSource.start();
   suite = await Suite.layOut({ KITBAY_UPDATE_SOURCE: `${source.host}/ovalink.xml` });
-  files = componentFiles();
   client = new MainClient(suite);
   await start();
 });
@@ -33,9 +30,6 @@ async function start() {
   await page.settled();
 }
 
-/** The names of all libraries of the installation. */
-const componentFiles = () => fs.readdirSync(suite.folder, { recursive: true }).filter((name) => name.endsWith('.dll'));
-
 const namesIn = async (container) => (await page.eval(rowsOf(container))).map(({ name }) => name);
 
 /** `word` is what the user's messages call the kind. */
@@ -48,23 +42,39 @@ const kRunning = (name, { word }) =>
   `To Remove ${name} ${word} Tessel  needs to be shut down. Please restart Tessel for the changes to take effect.`;
 const kNotRunning = (name, { word }) => `Are you sure you want to Remove the ${name} ${word}.`;
 
+/** Clicks on Remove; gives everything as it stood before. */
 async function press(name, kind) {
   await kitbay.show('installed', kind.tab);
+  const before = await everything(suite, page);
   await kitbay.press(kind.container, name, 'Remove');
+  return before;
+}
+
+/** Answers the question with Cancel, after which everything has to be as it was. */
+async function cancel(before, question) {
+  assert.equal(await confirmMessage('Cancel'), question);
+  await page.settled();
+  await demandOnly({}, before, suite, page);
 }
 
 /** A registry file without the entry of a component. */
 const withoutEntry = (text, { element }, id) =>
   text.replace(new RegExp(`<${element} id="${id}".*?</${element}>`, 's'), '');
 
-/** Demands that the component and nothing else is gone from the page and the registry files. */
-async function removed({ name, id, kind }, namesBefore, registryBefore) {
-  assert.deepEqual(await namesIn(kind.container), namesBefore.filter((other) => other !== name));
-  assert.notDeepEqual(suite.registryFiles(), registryBefore);
-  suite.demandRegistryFiles(registryBefore, (text) => withoutEntry(text, kind, id));
+/** Demands that the component's row and entry are gone, and that all else is as before. */
+async function removed({ name, id, kind }, before) {
+  await page.waitFor(`!${kind.container}.innerText.includes(${JSON.stringify(name)})`);
   assert.ok(await page.eval(allButtonsOn));
-  assert.deepEqual(await messages(), []);
-  assert.deepEqual(suite.logEntries(), []);
+  assert.notDeepEqual(suite.registryFiles(), before.registry);
+  await demandOnly(
+    {
+      registry: (text) => withoutEntry(text, kind, id),
+      rows: { [kind.container]: (rows) => rows.filter((row) => row.name !== name) },
+    },
+    before,
+    suite,
+    page,
+  );
 }
 
 for (const component of [
@@ -76,20 +86,14 @@ for (const component of [
   test(`a running main client is closed before "${name}" is removed, and not started again`, async () => {
     await client.start();
     const events = client.events();
-    const registry = suite.registryFiles();
 
-    await press(name, kind);
-    const names = await namesIn(kind.container);
-    assert.equal(await confirmMessage('Cancel'), kRunning(name, kind));
-    await page.settled();
+    await cancel(await press(name, kind), kRunning(name, kind));
     assert.deepEqual([client.events(), await client.count()], [events, 1]);
-    assert.deepEqual([await namesIn(kind.container), suite.registryFiles()], [names, registry]);
 
-    await press(name, kind);
+    const before = await press(name, kind);
     assert.equal(await confirmMessage(), kRunning(name, kind));
     await client.event(events.length + 1, 'the end of the main client');
-    await page.waitFor(`!${kind.container}.innerText.includes(${JSON.stringify(name)})`);
-    await removed(component, names, registry);
+    await removed(component, before);
     assert.deepEqual([client.events(), await client.count()], [[...events, 'closed'], 0]);
   });
 }
@@ -103,25 +107,15 @@ for (const component of [
   const { name, kind } = component;
   test(`"${name}" is removed after a question while the main client does not run`, async () => {
     const events = client.events();
-    const registry = suite.registryFiles();
 
-    await press(name, kind);
-    const names = await namesIn(kind.container);
-    assert.equal(await confirmMessage('Cancel'), kNotRunning(name, kind));
-    await page.settled();
-    assert.deepEqual([await namesIn(kind.container), suite.registryFiles()], [names, registry]);
+    await cancel(await press(name, kind), kNotRunning(name, kind));
 
-    await press(name, kind);
+    const before = await press(name, kind);
     assert.equal(await confirmMessage(), kNotRunning(name, kind));
-    await page.waitFor(`!${kind.container}.innerText.includes(${JSON.stringify(name)})`);
-    await removed(component, names, registry);
+    await removed(component, before);
     assert.deepEqual([client.events(), await client.count()], [events, 0]);
   });
 }
-
-test('the files of removed components stay', () => {
-  assert.deepEqual(componentFiles(), files);
-});
 
 test('the next start lists them no more, and offers those that a source has as new', async () => {
   assert.equal(await kitbay.close(), 0);

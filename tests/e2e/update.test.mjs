@@ -4,6 +4,7 @@ import fs from 'node:fs';
 import path from 'node:path';
 import { after, afterEach, before, describe, test } from 'node:test';
 import { UpdateSource } from '../../standins/update_source/server.mjs';
+import { demandOnly, everything, placed, sumOf } from './everything.mjs';
 import {
   allButtonsOn,
   buildFolder,
@@ -112,23 +113,35 @@ const kUpdates = [
 const kPrompt = (words) =>
   `To Update ${words} Tessel needs to be shut down. Tessel will restart after changes take effect.`;
 
+const archiveOf = (update) => `/packages/${update.package}.zip`;
+
+/** Clicks on Update; gives everything as it stood before. */
 async function press(update) {
   await kitbay.show('installed', update.tab);
+  const before = await everything(suite, page);
   await kitbay.press(update.container, update.name, 'Update');
+  return before;
 }
 
+const unchanged = (before) => demandOnly({}, before, suite, page);
+
 /** Waits for the end of an update, and demands that everything is as it leaves it. */
-async function updated(update, registry) {
+async function updated(update, before) {
   await page.waitFor(allButtonsOn);
-  assert.deepEqual(
-    fs.readFileSync(path.join(update.target(), update.file)),
-    fs.readFileSync(path.join(packages, update.package, update.file)),
+  const files = placed(path.join(packages, update.package), update.target());
+  assert.ok(path.join(update.target(), update.file) in files);
+  const row = (old) => (old.name === update.name ? { ...old, version: update.shown, buttons: ['Remove'] } : old);
+  await demandOnly(
+    {
+      files,
+      registry: update.change,
+      rows: { [update.container]: (rows) => rows.map(row) },
+      working: { [`${update.package}.zip`]: sumOf(source.contentOf(archiveOf(update))) },
+    },
+    before,
+    suite,
+    page,
   );
-  const { version, buttons } = await rowOf(update);
-  assert.deepEqual([version, ...buttons], [update.shown, 'Remove']);
-  suite.demandRegistryFiles(registry, update.change);
-  assert.deepEqual(await messages(), []);
-  assert.deepEqual(suite.logEntries(), []);
 }
 
 describe('while the main client runs', () => {
@@ -140,27 +153,25 @@ describe('while the main client runs', () => {
   after(end);
 
   test('Cancel leaves everything as it is', async () => {
-    const registry = suite.registryFiles();
     for (const update of kUpdates) {
-      await press(update);
+      const before = await press(update);
       assert.equal(await confirmMessage('Cancel'), kPrompt(update.words));
       assert.ok(await page.eval(allButtonsOn));
       assert.equal((await rowOf(update)).version, update.versions[0]);
+      await unchanged(before);
     }
     assert.deepEqual(asked(), []);
-    assert.deepEqual(suite.registryFiles(), registry);
     assert.deepEqual([client.events(), await client.count()], [['started'], 1]);
   });
 
   for (const update of kUpdates) {
     test(`OK closes it, updates ${update.what} and starts it again`, async () => {
       const events = client.events();
-      const registry = suite.registryFiles();
-      await press(update);
+      const before = await press(update);
       assert.equal(await confirmMessage(), kPrompt(update.words));
       await client.event(events.length + 2, 'the restart of the main client');
-      await updated(update, registry);
-      assert.equal(asked().at(-1), `/packages/${update.package}.zip`);
+      await updated(update, before);
+      assert.equal(asked().at(-1), archiveOf(update));
     });
   }
 
@@ -168,23 +179,20 @@ describe('while the main client runs', () => {
     const once = ['closed', 'started'];
     assert.deepEqual(client.events(), ['started', ...once, ...once, ...once, ...once]);
     assert.equal(await client.count(), 1);
-    assert.deepEqual(asked(), kUpdates.map((update) => `/packages/${update.package}.zip`));
+    assert.deepEqual(asked(), kUpdates.map(archiveOf));
   });
 
   test('a component whose name is not its id is not found: nothing but its button changes', async () => {
-    const registry = suite.registryFiles();
     const events = client.events();
-    await kitbay.show('installed', 'addons');
-    await kitbay.press('installedaddons', 'Spell Checker', 'Update');
+    const before = await press({ tab: 'addons', container: 'installedaddons', name: 'Spell Checker' });
     assert.equal(await confirmMessage(), kPrompt('Spell Checker Addon'));
     await client.event(events.length + 1, 'the end of the main client');
     await page.settled();
     const off = `[...document.querySelectorAll('input:disabled')].map((button) => button.value)`;
     assert.deepEqual(await page.eval(off), ['Update']);
     assert.equal(asked().length, kUpdates.length);
-    assert.deepEqual(suite.registryFiles(), registry);
+    await unchanged(before);
     assert.deepEqual(client.events(), [...events, 'closed']);
-    assert.deepEqual(suite.logEntries(), []);
   });
 
   test('the next start lists the new versions, without an update', async () => {
@@ -211,21 +219,67 @@ describe('while the main client does not run', () => {
   for (const update of kUpdates) {
     test(`nothing is asked, ${update.what} is updated, and the main client is started`, async () => {
       const events = client.events();
-      const registry = suite.registryFiles();
-      const archive = `/packages/${update.package}.zip`;
-      const held = source.misbehave(archive, 'stall');
-      await press(update);
+      const held = source.misbehave(archiveOf(update), 'stall');
+      const before = await press(update);
       await held.reached;
       await page.settled();
       assert.deepEqual(await messages(), []);
       assert.equal(await page.eval(`document.querySelectorAll('[id^=installed] input:enabled').length`), 0);
       assert.deepEqual(client.events(), events);
       await held.rest();
-      source.behave(archive);
+      source.behave(archiveOf(update));
       await client.event(events.length + 1, 'the start of the main client');
-      await updated(update, registry);
+      await updated(update, before);
       assert.deepEqual(client.events(), [...events, 'started']);
       assert.equal(await client.count(), 1);
     });
   }
+});
+
+describe('while the source does not have the package', () => {
+  const [chess] = kUpdates;
+  const kNotFound = 'The server answered 404 (Not Found)';
+
+  before(async () => {
+    await layOut();
+    await client.start();
+    await start();
+  });
+  after(end);
+
+  test('that is told, nothing is updated, and the main client stays closed', async () => {
+    source.misbehave(archiveOf(chess), '404');
+    const before = await press(chess);
+    assert.equal(await confirmMessage(), kPrompt(chess.words));
+    assert.equal(await confirmMessage(), `packages/chess.zip      ${kNotFound}`);
+    await page.waitFor(allButtonsOn);
+    source.behave(archiveOf(chess));
+    assert.deepEqual(asked(), [archiveOf(chess)]);
+    await demandOnly({ log: [[0, 'Kitbay::OvTransportEvents_Exception', kNotFound]] }, before, suite, page);
+    assert.deepEqual([client.events(), await client.count()], [['started', 'closed'], 0]);
+  });
+
+  test('the next package that is unpacked, be it of a new component, starts the main client again', async () => {
+    await kitbay.show('update', 'addons');
+    const before = await everything(suite, page);
+    await kitbay.press('updatedaddons', 'Scrapbook', 'Install');
+    await confirmMessage();
+    await client.event(3, 'the restart of the main client');
+    await page.waitFor(allButtonsOn);
+    const { rows } = await everything(suite, page);
+    assert.deepEqual(rows, {
+      ...before.rows,
+      updatedaddons: before.rows.updatedaddons.filter(({ name }) => name !== 'Scrapbook'),
+    });
+    assert.deepEqual(client.events(), ['started', 'closed', 'started']);
+  });
+
+  test('the update can be asked for again', async () => {
+    const events = client.events();
+    const before = await press(chess);
+    assert.equal(await confirmMessage(), kPrompt(chess.words));
+    await client.event(events.length + 2, 'the restart of the main client');
+    await updated(chess, before);
+    assert.deepEqual(client.events(), [...events, 'closed', 'started']);
+  });
 });
