@@ -271,7 +271,7 @@ export class Program {
   #process;
   #ended;
   #inspector = null;
-  #isKitbay;
+  #name;
   #scratch = fs.mkdtempSync(path.join(os.tmpdir(), 'kitbay-e2e-'));
 
   static start(file) {
@@ -279,7 +279,7 @@ export class Program {
   }
 
   constructor(file) {
-    this.#isKitbay = file.endsWith('Kitbay.exe');
+    this.#name = path.basename(file);
     this.#process = spawn(path.join(root, 'tools/wine_run'), [file], {
       env: { ...environment, WEB_BROWSER_STANDIN_INSPECT: path.join(this.#scratch, 'inspect.json') },
       stdio: 'ignore',
@@ -303,6 +303,21 @@ export class Program {
 
   get isRunning() {
     return this.#process.exitCode === null && this.#process.signalCode === null;
+  }
+
+  /** Has the Windows process killed, wherever it stands, and nothing else. */
+  kill() {
+    process.kill(this.#windowsProcess(), 'SIGKILL');
+  }
+
+  // Below the one that waits for it.
+  #windowsProcess() {
+    const children = ({ pid }) => fs.readFileSync(`/proc/${pid}/task/${pid}/children`, 'utf8').split(' ').filter(Boolean);
+    const [windowsProcess] = children(this.#process).map(Number);
+    if (!fs.readFileSync(`/proc/${windowsProcess}/cmdline`, 'utf8').includes(this.#name)) {
+      throw new Error(`Process ${windowsProcess} is not ${this.#name}`);
+    }
+    return windowsProcess;
   }
 
   /** The page of the program's browser control. */
@@ -365,7 +380,7 @@ export class Program {
   async dispose() {
     this.#inspector?.close();
     // A program that is killed takes no leave of COM, and Wine then offers its dead class objects.
-    if (this.isRunning && this.#isKitbay) {
+    if (this.isRunning && this.#name === 'Kitbay.exe') {
       await probe('press', 'Kitbay', '&Close').then(() => this.ended(5000)).catch(() => {});
     }
     if (this.isRunning) {

@@ -1,0 +1,270 @@
+// Kitbay.exe itself is killed while it installs and removes what its user has asked it to, each time
+// as soon as something has happened that can be seen from outside: the registry files are whole then
+// and hold the old or the new state, and the next start tidies up and works.
+import assert from 'node:assert/strict';
+import { execFile } from 'node:child_process';
+import fs from 'node:fs';
+import path from 'node:path';
+import { after, before, test as nodeTest } from 'node:test';
+import { promisify } from 'node:util';
+import { UpdateSource } from '../../standins/update_source/server.mjs';
+import {
+  allButtonsOn,
+  confirmMessage,
+  eventually,
+  MainClient,
+  messages,
+  prefixFolder,
+  probe,
+  root,
+  rowsOf,
+  sourcesAnswered,
+  Suite,
+} from './harness.mjs';
+import { parseXml } from './xml.mjs';
+
+const test = (name, body) => nodeTest(name, { timeout: 120000 }, body);
+
+// Large, so that the replacing of a file takes its time.
+const kFilling = `<!--${'x'.repeat(8000000)}-->`;
+
+let source;
+let suite;
+let client;
+let kitbay;
+let page;
+let base;
+let leftOversSeen = 0;
+
+const registryFolders = () => [suite.datastore, suite.customRegistry].map((file) => path.dirname(file));
+const leftOvers = () =>
+  registryFolders().flatMap((folder) => fs.readdirSync(folder)).filter((name) => name.endsWith('.tmp'));
+
+/** The registry files as at the beginning, and nothing of what is installed; left-overs stay. */
+function restore() {
+  fs.writeFileSync(suite.datastore, base[0]);
+  fs.writeFileSync(suite.customRegistry, base[1]);
+  for (const folder of [addon(), channel(), suite.workingFolder]) {
+    for (const name of fs.existsSync(folder) ? fs.readdirSync(folder) : []) fs.rmSync(path.join(folder, name));
+  }
+}
+
+/** Starts Kitbay, which tidies up when its page has loaded. */
+async function start() {
+  kitbay = suite.start();
+  page = await kitbay.page();
+  await page.waitFor(sourcesAnswered, 30000);
+  await page.settled();
+  assert.deepEqual(leftOvers(), []);
+}
+
+const addon = () => path.join(suite.folder, 'addons/scrapbook');
+const channel = () => path.join(path.dirname(suite.customRegistry), 'channels/tides');
+const archiveOf = (id) => `/packages/${id}.zip`;
+
+/** What the user does, and the states of both registry files on its way, which `before` finds out. */
+const kOperations = {
+  addon: {
+    what: 'the installation of an addon',
+    list: ['update', 'addons'],
+    press: ['updatedaddons', 'Scrapbook', 'Install'],
+    isAsked: false,
+  },
+  channel: {
+    what: 'the installation of a channel',
+    list: ['update', 'channels'],
+    press: ['updatedchannels', 'Tides', 'Install'],
+    isAsked: false,
+  },
+  removal: {
+    what: 'a removal from both files',
+    list: ['installed', 'addons'],
+    press: ['installedaddons', 'Chess', 'Remove'],
+    isAsked: true,
+  },
+};
+const { addon: kAddon, channel: kChannel, removal: kRemoval } = kOperations;
+
+const isGone = ({ press: [container, name] }) => `!${container}.innerText.includes(${JSON.stringify(name)})`;
+
+/** Lets the user do it to the end; gives the registry files afterwards. */
+async function complete(operation) {
+  await kitbay.show(...operation.list);
+  await kitbay.press(...operation.press);
+  await confirmMessage();
+  await page.waitFor(`${isGone(operation)} && ${allButtonsOn}`);
+  return suite.registryFiles();
+}
+
+before(async () => {
+  source = await UpdateSource.start();
+  suite = await Suite.layOut({ KITBAY_UPDATE_SOURCE: `${source.host}/ovalink.xml` });
+  client = new MainClient(suite);
+  const [datastore, customRegistry] = suite.registryFiles();
+  const [chess] = /<addon id="chess"[^]*?<\/addon>/.exec(datastore);
+  const filled = (text) => text.replace('<root>', `<root>${kFilling}`);
+  base = [filled(datastore), filled(customRegistry).replace('<addons>', `<addons>${chess}`)];
+  assert.ok(base.every((text) => text.includes(kFilling)) && base[1].includes(chess));
+  // Both folders are there beforehand, so that what comes into them can be watched from the start.
+  for (const folder of [addon(), channel()]) fs.mkdirSync(folder, { recursive: true });
+  restore();
+  await start();
+  const withAddon = await complete(kAddon);
+  restore();
+  const withChannel = await complete(kChannel);
+  restore();
+  const without = await complete(kRemoval);
+  Object.assign(kAddon, { states: [base, withAddon] });
+  Object.assign(kChannel, { states: [base, withChannel] });
+  Object.assign(kRemoval, { states: [base, [without[0], base[1]], without] });
+  for (const { states } of Object.values(kOperations)) assert.notDeepEqual(states[0], states.at(-1));
+  assert.equal(await kitbay.close(), 0);
+});
+after(async () => {
+  await kitbay?.dispose();
+  await client.close();
+  await source.close();
+  // Kitbay has taken no leave of COM, and Wine would offer its dead class objects to other tests.
+  await promisify(execFile)(path.join(root, 'tools/wine_prefix'), ['--stop'], {
+    env: { ...process.env, WINEPREFIX: prefixFolder },
+  });
+});
+
+/** Calls `kill` as soon as something happens to the file in `folder` whose name fits. */
+function watch(folder, name, kind = null) {
+  return (kill) => {
+    const watcher = fs.watch(folder(), (event, file) => {
+      if (name.test(file) && (kind === null || event === kind)) {
+        watcher.close();
+        kill();
+      }
+    });
+  };
+}
+
+/** Calls `kill` with the answer to the request for a package held back after some bytes of it. */
+const heldAfter = (id, share) => async (kill) => {
+  const held = source.misbehave(archiveOf(id), 'stall');
+  await held.reached;
+  if (share > 0) await held.next(Math.round(source.contentOf(archiveOf(id)).length * share));
+  kill();
+};
+
+const messageIsOpen = async (kill) => {
+  await eventually('a message', async () => (await messages()).length > 0);
+  kill();
+};
+
+/** Says yes to the question. */
+async function agree() {
+  const box = await eventually('the question', async () => (await messages())[0]);
+  await probe('press', box.caption, 'OK');
+}
+
+const kDatastore = () => path.dirname(suite.datastore);
+const kCustomData = () => path.dirname(suite.customRegistry);
+const kNewFile = /^~kb.*\.tmp$/;
+
+/** What happens to a registry file while it is replaced. */
+const replacing = (folder, file) => [
+  [`the new ${file.source} is there`, watch(folder, kNewFile, 'rename')],
+  [`the new ${file.source} is being written`, watch(folder, kNewFile, 'change')],
+  [`${file.source} is replaced`, watch(folder, file, 'rename')],
+];
+
+/** By operation: when Kitbay is killed, and whether the files have to be the old or the new ones then. */
+const kPoints = [
+  ...[
+    ['its package has been asked for', heldAfter('scrapbook', 0), 'old'],
+    ['half of its package has been sent', heldAfter('scrapbook', 0.5), 'old'],
+    ['its package arrives', watch(() => suite.workingFolder, /^scrapbook\.zip$/)],
+    ['its first library is created', watch(addon, /^OvlPaste\.dll$/)],
+    ['its second library is created', watch(addon, /^OvlScrapbook\.dll$/)],
+    ...replacing(kDatastore, /olregistry.xml/),
+    ['its success is told', messageIsOpen, 'new'],
+  ].map((point) => [kAddon, ...point]),
+  ...[
+    ['its package has been asked for', heldAfter('tides', 0), 'old'],
+    ['its library is created', watch(channel, /^OvlTides\.dll$/)],
+    ...replacing(kCustomData, /customregistry.xml/),
+    ['its success is told', messageIsOpen, 'new'],
+  ].map((point) => [kChannel, ...point]),
+  ...[
+    ['the user is asked', messageIsOpen, 'old'],
+    ...replacing(kDatastore, /olregistry.xml/),
+    ...replacing(kCustomData, /customregistry.xml/),
+  ].map((point) => [kRemoval, ...point]),
+];
+
+/** Demands that both files are whole, and gives which of the operation's states they are in. */
+function stateOf({ states }) {
+  const now = suite.registryFiles();
+  for (const text of now) {
+    const lists = Array.from(parseXml(text).childNodes, ({ tagName }) => tagName).filter(Boolean);
+    assert.deepEqual(lists.sort(), ['addons', 'channels', 'transports']);
+  }
+  const state = states.findIndex((texts) => texts.every((text, file) => text === now[file]));
+  assert.notEqual(state, -1, `neither old nor new: ${now.map(({ length }) => length)} characters`);
+  return state;
+}
+
+/** Begins the operation and waits until Kitbay has been killed at the point. */
+async function killDuring(operation, arm) {
+  await kitbay.show(...operation.list);
+  let isKilled = false;
+  arm(() => {
+    if (!isKilled) kitbay.kill();
+    isKilled = true;
+  });
+  // What was asked of a program that is gone by then fails.
+  const user = kitbay
+    .press(...operation.press)
+    .then(() => operation.isAsked && arm !== messageIsOpen && agree())
+    .catch((error) => isKilled || Promise.reject(error));
+  const [code] = await Promise.all([kitbay.ended(60000), user]);
+  assert.ok(isKilled);
+  assert.notEqual(code, 0);
+}
+
+for (const [operation, when, arm, which] of kPoints) {
+  test(`killed in ${operation.what} as soon as ${when}`, async (t) => {
+    restore();
+    await start();
+    await killDuring(operation, arm);
+    source.behave();
+    const state = stateOf(operation);
+    if (which === 'old') assert.equal(state, 0);
+    if (which === 'new') assert.equal(state, operation.states.length - 1);
+    leftOversSeen += leftOvers().length;
+    t.diagnostic(`state ${state} of ${operation.states.length - 1}, ${leftOvers().length} left-overs`);
+    await kitbay.dispose();
+  });
+}
+
+test('some of the kills fell into the replacing of a file', () => assert.ok(leftOversSeen > 0));
+
+test('killed in a removal as soon as the main client has been closed for it', async () => {
+  restore();
+  await client.start();
+  await start();
+  const events = client.events().length;
+  await killDuring(kRemoval, async (kill) => {
+    await client.event(events + 1, 'the end of the main client');
+    kill();
+  });
+  stateOf(kRemoval);
+  await kitbay.dispose();
+});
+
+test('the next start works to the end', async () => {
+  restore();
+  await start();
+  for (const operation of Object.values(kOperations)) {
+    assert.deepEqual(await complete(operation), operation.states.at(-1));
+    restore();
+  }
+  const rows = await page.eval(rowsOf('installedaddons'));
+  assert.ok(!rows.some(({ name }) => name === 'Chess'));
+  assert.equal(await kitbay.close(), 0);
+  assert.deepEqual(suite.logEntries(), []);
+});
