@@ -9,7 +9,7 @@ import { promisify } from 'node:util';
 import { fileURLToPath } from 'node:url';
 import { UpdateSource } from '../../standins/update_source/server.mjs';
 import { PageInspector } from '../../standins/web_browser/helper/inspect_client.mjs';
-import { canonicalXml, lastElement } from './xml.mjs';
+import { canonicalXml } from './xml.mjs';
 
 const run = promisify(execFile);
 export const root = fileURLToPath(new URL('../..', import.meta.url)).replace(/\/$/, '');
@@ -130,11 +130,6 @@ export class Suite {
   /** Both registry files as they stand, the datastore first. */
   registryFiles() {
     return [this.datastore, this.customRegistry].map((file) => fs.readFileSync(file, 'utf8'));
-  }
-
-  /** The last element of that name in the datastore, as canonical XML. */
-  lastInDatastore(name) {
-    return lastElement(fs.readFileSync(this.datastore, 'utf8'), name);
   }
 
   /**

@@ -34,9 +34,3 @@ function written(node) {
 
 /** The document element of a text, written in one way: the same for texts that mean the same. */
 export const canonicalXml = (text) => written(parseXml(text));
-
-/** The last element of that name, written in the same way; none when there is none. */
-export function lastElement(text, name) {
-  const last = Array.from(parseXml(text).getElementsByTagName(name)).at(-1);
-  return last && written(last);
-}
