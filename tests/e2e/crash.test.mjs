@@ -1,5 +1,8 @@
 // A process that changes the registry files is killed, at every point of its way and within the
-// replacing of a file itself: the files are always whole, and hold the old or the new state.
+// replacing of a file itself: the files are always whole, and hold the old or the new state. The
+// process is crash_client, which runs Kitbay's procedures that enter and remove components over the
+// real files, but with an empty page, without packages, and with file operations that can be stopped
+// at; killed_program.test.mjs kills Kitbay.exe itself.
 import assert from 'node:assert/strict';
 import { spawn } from 'node:child_process';
 import { once } from 'node:events';
@@ -149,6 +152,18 @@ async function killOnTheWay(verb, states, allowedBesides = []) {
   assert.equal(reached, states.length - 1);
 }
 
+/** Kills a run as soon as that many things have happened in the datastore's folder. */
+function killAtEvent(run, count) {
+  return new Promise((resolve, reject) => {
+    let events = 0;
+    const watcher = fs.watch(path.dirname(datastore), () => {
+      if (++events < count) return;
+      watcher.close();
+      run.kill().then(resolve, reject);
+    });
+  });
+}
+
 const kEmptyCustomRegistry =
   '<root><transports></transports><addons></addons><channels></channels></root> ';
 
@@ -185,8 +200,7 @@ test('killed within the replacing itself', async (t) => {
     restore([old, null]);
     const run = start('again', 'addon', 'chess');
     assert.equal(await run.line(), 'begun');
-    await new Promise((resolve) => setTimeout(resolve, 20 + 7 * i));
-    await run.kill();
+    await killAtEvent(run, i + 1);
     const now = fs.readFileSync(datastore, 'utf8');
     const which = states.indexOf(now);
     assert.notEqual(which, -1, `neither old nor new: ${now.length} bytes`);
