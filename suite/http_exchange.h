@@ -15,7 +15,7 @@
 
 namespace ovalink {
 
-/// Says that the client has had enough; nobody is told of the transfer any more.
+/// Thrown when the client has cancelled the transfer; nobody is told of it any more.
 class TransferCancelled {};
 
 /// One HTTP request and its answer, without cookies, sign-on or redirection. The system's proxy is

@@ -56,7 +56,7 @@ class InstalledWithUpdates {
   bool InstalledChannels();
 
   /// How many nodes `selection` selects in the XML file at `path`; 0 when it does not load. More
-  /// than 32767 are an overflow, which is logged and gives 0.
+  /// than 32767 are an overflow, which is logged and returned as 0.
   std::int16_t GetCustomAddonLength(const std::string& path, const std::string& selection);
 
  private:

@@ -19,7 +19,7 @@ void LoadXml(const platform::Files& files, const std::string& path, XmlDocument&
 /// are kept, and every text is a node of its own.
 void LoadXmlToChange(const platform::Files& files, const std::string& path, XmlDocument& document);
 
-/// As the two above, giving false instead of a failure.
+/// As the two above, but false is returned where those fail.
 bool TryLoadXml(const platform::Files& files, const std::string& path, XmlDocument& document);
 bool TryLoadXmlToChange(const platform::Files& files, const std::string& path,
                         XmlDocument& document);

@@ -12,10 +12,10 @@
 
 namespace kitbay::install {
 
-/// What `DLLRegisterService` gives.
+/// What `DLLRegisterService` returns.
 inline constexpr std::int32_t kLibraryHasRun = 0;       ///< whatever its function returned
 inline constexpr std::int32_t kLibraryNotLoaded = 1;    ///< or its function's address is 1
-inline constexpr std::int32_t kLibraryHasNoThread = 2;  ///< the system had no thread to give
+inline constexpr std::int32_t kLibraryHasNoThread = 2;  ///< the system could not make a thread
 inline constexpr std::int32_t kLibraryTimedOut = 3;     ///< it did not return within the limit
 
 /// Has libraries enter themselves into the registry.
@@ -29,7 +29,7 @@ class SelfRegistration {
   /// when `register_it` is false; libraries that it needs may lie in the installation folder, as
   /// for the main client. Waits for at most 10 seconds. `result` is one of the codes above; 0 as
   /// well when a run-time error ended the call. A library that timed out is not loaded again: every
-  /// later call for it gives 3 at once.
+  /// later call for it returns 3 at once.
   void DLLRegisterService(const std::string& path, bool register_it, std::int32_t& result);
 
   /// Registers every library of the session's list, in `folder` (without "\" at its end), whatever
@@ -44,7 +44,7 @@ class SelfRegistration {
   const base::Settings& settings_;
   platform::Libraries& libraries_;
   const InstallSession& session_;
-  std::set<std::string> timed_out_;  ///< paths as `PlaceOf` gives them
+  std::set<std::string> timed_out_;  ///< paths as `PlaceOf` returns them
 };
 
 }  // namespace kitbay::install

@@ -37,7 +37,7 @@ class ZipArchive {
   ZipEntry Entry() const;
 
   /// Reads the whole entry at the position in one piece: as many bytes as `bytes` holds. What the
-  /// archive does not give, for whatever reason, is zero.
+  /// archive does not yield, for whatever reason, is zero.
   void Read(std::span<char> bytes);
 
   /// Ends the reading of the entry.

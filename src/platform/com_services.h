@@ -43,12 +43,12 @@ class ActiveObjects {
   /// The class identifier that a ProgID names; none when the conversion fails.
   virtual std::optional<ClassId> ClassIdFromProgId(const std::string& prog_id) = 0;
 
-  /// Enters `object` into the running-object table under `class_id`, weakly, and gives the cookie;
-  /// none when the table refuses it.
+  /// Enters `object` into the running-object table under `class_id`, weakly, and returns the
+  /// cookie; none when the table refuses it.
   virtual std::optional<std::uint32_t> RegisterActiveObject(ManagerService& object,
                                                             const ClassId& class_id) = 0;
 
-  /// Withdraws an entry and gives the HRESULT of that: 0, or an error when the cookie names none.
+  /// Withdraws an entry and returns the HRESULT of that: 0, or an error when the cookie names none.
   virtual std::int32_t RevokeActiveObject(std::uint32_t cookie) = 0;
 
   /// Cuts off every client outside that still holds `object`.

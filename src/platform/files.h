@@ -18,7 +18,7 @@ class FileReader {
   /// The file's length in bytes.
   virtual std::uint64_t Size() const = 0;
 
-  /// Reads up to `length` bytes from the byte numbered `place` on into `bytes` and returns how many
+  /// Reads up to `length` bytes from the byte offset `place` on into `bytes` and returns how many
   /// came: fewer than asked for only where the file ends. Fails as the operations of `Files` do.
   virtual std::size_t ReadAt(std::uint64_t place, char* bytes, std::size_t length) const = 0;
 };

@@ -42,13 +42,13 @@ class HtmlNode {
   virtual std::string Style(const std::string& property) const = 0;
   virtual void SetStyle(const std::string& property, const std::string& value) = 0;
 
-  /// The height that the element's own style gives in pixels; 0 when it gives none.
+  /// The height in pixels that the element's own style sets; 0 when it sets none.
   virtual int StylePixelHeight() const = 0;
 
   /// Empty at the top of the tree.
   virtual HtmlNodeRef ParentElement() const = 0;
 
-  /// Child elements, then all child nodes. An index past the end gives an empty handle.
+  /// Child elements, then all child nodes. An index past the end returns an empty handle.
   virtual int ChildCount() const = 0;
   virtual HtmlNodeRef Child(int index) const = 0;
   virtual int ChildNodeCount() const = 0;
@@ -62,7 +62,7 @@ class HtmlNode {
   virtual void RemoveNode(bool deep) = 0;
 };
 
-/// A list of nodes as the document gives it at one moment.
+/// A list of nodes, as it was when the document returned it.
 class HtmlNodeList {
  public:
   virtual ~HtmlNodeList() = default;

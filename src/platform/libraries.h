@@ -24,7 +24,7 @@ struct ThreadHandle {
   friend bool operator==(const ThreadHandle&, const ThreadHandle&) = default;
 };
 
-/// What `Wait` gives when the thread has ended, and when it has not ended in time.
+/// What `Wait` returns when the thread has ended, and when it has not ended in time.
 inline constexpr std::uint32_t kThreadEnded = 0;
 inline constexpr std::uint32_t kThreadStillRuns = 258;
 
@@ -49,8 +49,8 @@ class Libraries {
   /// The address of what the library exports as `name`; none when it exports no such thing.
   virtual ExportAddress FindExport(LibraryHandle library, const std::string& name) = 0;
 
-  /// Starts a thread on `start`, without an argument, and none when the system has no thread to
-  /// give. A thread that faults, be it for lack of a function to start on, ends and nothing else.
+  /// Starts a thread on `start`, without an argument; none when the system cannot make one. A
+  /// thread that faults, be it for lack of a function to start on, ends and nothing else.
   virtual ThreadHandle StartThread(ExportAddress start) = 0;
 
   /// Waits until the thread has ended, but no longer than `milliseconds`, without letting the

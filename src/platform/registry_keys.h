@@ -6,7 +6,7 @@
 
 namespace kitbay::platform {
 
-/// A key handle as the system gives it; 0 is none. The three hives are handles that always exist.
+/// A key handle as the system returns it; 0 is none. The three hives are handles that always exist.
 struct RegistryKey {
   std::uintptr_t handle = 0;
   friend bool operator==(const RegistryKey&, const RegistryKey&) = default;
@@ -25,7 +25,7 @@ inline constexpr std::int32_t kRegistrySuccess = 0;
 inline constexpr std::int32_t kRegistryFileNotFound = 2;
 inline constexpr std::int32_t kRegistryMoreData = 234;
 
-/// The system's registry, call for call. Nothing throws: every call gives its result code, 0 for
+/// The system's registry, call for call. Nothing throws: every call returns its result code, 0 for
 /// success. Names and texts are UTF-8; byte counts are those of the 8-bit text.
 class RegistryKeys {
  public:
@@ -47,7 +47,8 @@ class RegistryKeys {
   virtual KeyResult Create(RegistryKey parent, const std::string& name, std::uint32_t access) = 0;
 
   /// Reads a text value ("" is the key's default value) into room for `capacity` bytes; 0 only asks
-  /// for the size (code 0). A value of another type than text gives `kRegistryFileNotFound`.
+  /// for the size (code 0). A value of another type than text is reported as
+  /// `kRegistryFileNotFound`.
   virtual ValueResult Query(RegistryKey key, const std::string& name, std::uint32_t capacity) = 0;
 
   /// Writes a REG_SZ value of exactly the bytes of `data`, without a terminator of its own.

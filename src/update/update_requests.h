@@ -30,7 +30,7 @@ class UpdateRequests {
   /// The object that transfers; null while there is none, and every request then fails with 91.
   void SetDownloadObject(platform::TransportObject* object) { download_object_ = object; }
 
-  /// Asks `server` for `file_path`, to be stored as the file `destination`. Gives whether the
+  /// Asks `server` for `file_path`, to be stored as the file `destination`. Returns whether the
   /// request was handed over.
   bool Updates(const std::string& server, const std::string& file_path,
                const std::string& destination);
@@ -40,7 +40,7 @@ class UpdateRequests {
   bool CheckPreferences();
 
   /// Downloads the package of the new component of that display name, listed in `container`, whose
-  /// row has the number `row_id`. Gives whether the request was handed over; its answer may have
+  /// row has the number `row_id`. Returns whether the request was handed over; its answer may have
   /// arrived by then.
   bool InstallNewAddons(const std::string& container, const std::string& name,
                         const std::string& row_id);

@@ -18,8 +18,8 @@ class PageCommands {
   /// "UninstallChannel", `kind` the kind word of the user's messages.
   virtual void RemoveAddon(const std::string& action, const std::string& kind) = 0;
 
-  /// Installs the new component of that name, listed in `container`. Gives whether an installation
-  /// is under way now.
+  /// Installs the new component of that name, listed in `container`. Returns whether an
+  /// installation is under way now.
   virtual bool InstallNewAddons(const std::string& container, const std::string& name) = 0;
 };
 

@@ -121,7 +121,7 @@ bool PageTabs::ShowUpdatedTab() {
   return handled;
 }
 
-// Gives the tab of `bar` that was clicked, and selects its image.
+// Returns the tab of `bar` that was clicked, and selects its image.
 bool PageTabs::ClickedTab(const char* bar, std::string& tab) {
   const HtmlNodeRef source = Needed(page_.document().EventSource());
   const HtmlNodeRef parent = source->ParentElement();

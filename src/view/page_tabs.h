@@ -35,7 +35,7 @@ class PageTabs {
   /// Hides the containers of the Installed category.
   void ShowOnlyUpdated();
 
-  /// Each handles the present click if it is on a tab of its category's bar, and gives whether it
+  /// Each handles the present click if it is on a tab of its category's bar, and returns whether it
   /// was.
   bool ShowInstalledTab();
   bool ShowUpdatedTab();

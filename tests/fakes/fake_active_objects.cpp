@@ -7,7 +7,7 @@
 
 namespace kitbay::fakes {
 
-/// What `GetActive` gives: it ends with its object's connection.
+/// What `GetActive` returns: it ends with its object's connection.
 class FakeActiveObjects::Client : public platform::ManagerService {
  public:
   explicit Client(std::shared_ptr<platform::ManagerService*> link) : link_(std::move(link)) {}

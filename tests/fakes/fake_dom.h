@@ -17,7 +17,7 @@ struct Attribute {
   std::string value;
 };
 
-/// A node of a `DomTree`. Tag and attribute names are as the parser gives them: small letters for
+/// A node of a `DomTree`. Tag and attribute names are as the parser returns them: small letters for
 /// HTML.
 class DomNode {
  public:

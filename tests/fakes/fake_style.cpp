@@ -90,7 +90,7 @@ const Property* FindProperty(std::string_view name) {
   return nullptr;
 }
 
-/// A length in the form in which styles give it back; nothing when it is none.
+/// A length in the form in which styles return it; nothing when it is none.
 std::optional<std::string> Length(const std::string& text) {
   const std::string value = base::ToLower(text);
   if (IsOneOf(kLengthWords, value)) return value;

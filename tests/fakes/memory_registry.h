@@ -49,7 +49,7 @@ class MemoryRegistry : public platform::RegistryKeys {
   void AddValue(const std::string& path, const std::string& name, const std::string& bytes,
                 std::uint32_t type);
 
-  /// Opening or creating the key gives "access denied" from now on.
+  /// Opening or creating the key returns "access denied" from now on.
   void DenyAccess(const std::string& path);
 
   // What tests look at.

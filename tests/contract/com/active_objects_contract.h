@@ -19,7 +19,7 @@ class ActiveObjectsWorld {
   virtual ~ActiveObjectsWorld() = default;
   virtual platform::ActiveObjects& objects() = 0;
 
-  /// Each gives 0 or the number of the client's failure. The client keeps what it gets.
+  /// Each returns 0 or the number of the client's failure. The client keeps what it gets.
   virtual std::int32_t ClientGets(const std::string& prog_id) = 0;
   virtual std::int32_t ClientBringsToFront() = 0;
   virtual void ClientLetsGo() = 0;

@@ -29,7 +29,7 @@ class Update : public FlowTest {
            "<filename>f.dll</filename><url>" + url + "</url>";
   }
 
-  /// Puts a manifest there with those entries of `kind`, each as `Offer` gives it.
+  /// Puts a manifest there with those entries of `kind`, each as `Offer` returns it.
   void AddManifest(ComponentKind kind, const std::vector<std::string>& offers,
                    const std::string& name = "list.xml") {
     const std::string list = kLists[kind];

@@ -16,7 +16,7 @@ std::string UrlOf(const TransferAddress& address) {
          std::to_string(address.port) + address.path;
 }
 
-/// The address that a step gives, or its failure's text.
+/// The address that a step returns, or its failure's text.
 std::string Outcome(const std::function<TransferAddress()>& step) {
   try {
     return UrlOf(step());

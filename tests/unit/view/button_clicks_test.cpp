@@ -146,7 +146,7 @@ INSTANTIATE_TEST_SUITE_P(UpdatedContainers, InstallClicks,
 
 class NewRow : public ButtonClicks {
  protected:
-  /// Clicks on the button of a new addon of that name; gives the name that is installed.
+  /// Clicks on the button of a new addon of that name; returns the name that is installed.
   std::string InstalledName(const std::string& name) {
     rows_.FillDivHeader("updatedaddons", "tabencloser", "Heading");
     rows_.showUpdates("updatedaddons", name, "1.0", "", 1);

@@ -23,7 +23,7 @@ class FailureRecord {
   base::Failure ToFailure() {
     if (record_.pfnDeferredFillIn != nullptr) record_.pfnDeferredFillIn(&record_);
     const std::string description = TextOf(record_.bstrDescription);
-    // A server gives either a result code or a number of its own.
+    // A server reports either a result code or a number of its own.
     const HRESULT result =
         record_.scode != 0 ? record_.scode
                            : static_cast<HRESULT>(0x800A0000U | static_cast<ULONG>(record_.wCode));

@@ -44,7 +44,7 @@ class Bstr {
     return &value_;
   }
 
-  /// Gives the string to the caller, who frees it.
+  /// Hands the string over to the caller, who frees it.
   BSTR release() { return std::exchange(value_, nullptr); }
 
   std::string ToText() const { return TextOf(value_); }

@@ -15,7 +15,7 @@ namespace kitbay::platform::win32 {
 /// The class object of a class, created with one reference.
 class ClassFactory : public CountedObject<IClassFactory> {
  public:
-  /// Creates an object and gives its interface. May throw.
+  /// Creates an object and returns its interface. May throw.
   using Create = std::function<HRESULT(REFIID iid, void** object)>;
 
   explicit ClassFactory(Create create) : create_(std::move(create)) {}

@@ -45,7 +45,7 @@ class Variant {
   /// Neither a value nor an object: empty, null, or the empty object reference.
   bool IsNothing() const;
 
-  /// The value as text, number or truth value, converted as automation does. Null and empty give
+  /// The value as text, number or truth value, converted as automation does. Null and empty are
   /// "", 0 and false. Each throws `base::Failure` (13) where there is no conversion.
   std::string ToText() const;
   std::int32_t ToInteger() const;

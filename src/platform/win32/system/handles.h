@@ -6,7 +6,7 @@
 
 namespace kitbay::platform::win32 {
 
-/// Owns one handle of the system. `Traits` gives `Type`, `Invalid()`, which stands for no handle,
+/// Owns one handle of the system. `Traits` has `Type`, `Invalid()`, which stands for no handle,
 /// and `Close(Type)`, which is called for every other.
 template <typename Traits>
 class UniqueHandle {
@@ -37,7 +37,7 @@ class UniqueHandle {
     }
   }
 
-  /// For calls that give a handle through a pointer; closes the one held before.
+  /// For calls that return a handle through a pointer; closes the one held before.
   Type* put() {
     reset();
     return &handle_;

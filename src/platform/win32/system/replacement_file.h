@@ -11,7 +11,8 @@ namespace kitbay::platform::win32 {
 /// again unless it got there. Failures are those of `Files`.
 class ReplacementFile {
  public:
-  /// `target` is a path as `ToSystemPath` gives it. Fails when the target is a folder or read-only.
+  /// `target` is a path as `ToSystemPath` returns it. Fails when the target is a folder or
+  /// read-only.
   explicit ReplacementFile(std::wstring target);
   ~ReplacementFile();
   ReplacementFile(const ReplacementFile&) = delete;
@@ -33,7 +34,7 @@ class ReplacementFile {
   UniqueFile file_;
 };
 
-/// Deletes the temporary files in `folder`, a path as `ToSystemPath` gives it, that replacements
+/// Deletes the temporary files in `folder`, a path as `ToSystemPath` returns it, that replacements
 /// have left there because their process ended. What cannot be deleted is passed over.
 void DeleteLeftOvers(const std::wstring& folder);
 

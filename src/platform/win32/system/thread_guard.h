@@ -17,7 +17,7 @@ class ThreadGuard {
   ThreadGuard(const ThreadGuard&) = delete;
   ThreadGuard& operator=(const ThreadGuard&) = delete;
 
-  /// A handle of a new thread on `start`, which may be null; null when there is no thread to give.
+  /// A handle of a new thread on `start`, which may be null; null when the system cannot make one.
   HANDLE Start(LPTHREAD_START_ROUTINE start);
 
   /// The threads that still run may lose the code that they run in. Returns whether there are any

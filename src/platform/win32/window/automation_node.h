@@ -50,10 +50,10 @@ class AutomationNode final : public HtmlNode {
   Microsoft::WRL::ComPtr<IDispatch> node_;
 };
 
-/// The node that a member gave; an empty handle for nothing.
+/// The node that a member returned; an empty handle for nothing.
 HtmlNodeRef ToNode(const Variant& value);
 
-/// The object that `member` of `object` gives. Fails with 91 when it gives none.
+/// The object that `member` of `object` returns. Fails with 91 when it returns none.
 Microsoft::WRL::ComPtr<IDispatch> RequireObject(IDispatch& object, const char* member);
 
 /// The member at `index` of a list of nodes; an empty handle past its end.

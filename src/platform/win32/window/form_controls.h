@@ -31,7 +31,7 @@ class FormControls {
 
   void SetResolution(int dpi);
 
-  /// Puts the controls in their places and gives the browser's.
+  /// Puts the controls in their places and returns the browser's.
   Rectangle LayOut();
 
   /// The button whose caption underlines `letter`; null when there is none.

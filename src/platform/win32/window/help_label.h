@@ -27,7 +27,7 @@ class HelpLabel {
   void SetResolution(int dpi);
   Extent TextExtent() const;
 
-  /// Sets the colours in which the label is about to be drawn, and gives its background.
+  /// Sets the colours in which the label is about to be drawn, and returns its background.
   HBRUSH PrepareColours(HDC device) const;
 
  private:

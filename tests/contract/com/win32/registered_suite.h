@@ -10,7 +10,7 @@
 
 namespace kitbay::contract {
 
-/// Calls an export of the suite's library that takes nothing and gives an HRESULT.
+/// Calls an export of the suite's library that takes nothing and returns an HRESULT.
 inline HRESULT CallSuite(const char* name) {
   const FARPROC address = GetProcAddress(GetModuleHandleW(L"OvalinkSuite.dll"), name);
   if (address == nullptr) return E_NOTIMPL;

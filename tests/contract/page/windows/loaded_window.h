@@ -25,7 +25,7 @@ class LoadedWindow : public RecordingMainWindowEvents {
   HWND handle() const { return reinterpret_cast<HWND>(window_->Handle().value); }
   PageFiles& files() { return files_; }
 
-  /// Handles messages until `is_done`; fails the test and gives false after the time limit.
+  /// Handles messages until `is_done`; fails the test and returns false after the time limit.
   bool RunUntil(const std::function<bool()>& is_done);
 
   /// Handles the messages that are waiting by now.

@@ -13,10 +13,10 @@ class PageFiles {
   PageFiles(const PageFiles&) = delete;
   PageFiles& operator=(const PageFiles&) = delete;
 
-  /// Writes a page under a name that no page had before, and gives its path.
+  /// Writes a page under a name that no page had before, and returns its path.
   std::string Write(const std::string& markup);
 
-  /// Writes the file `name` beside the pages, and gives its path.
+  /// Writes the file `name` beside the pages, and returns its path.
   std::string WriteAs(const std::string& name, const std::string& content);
 
  private:
