@@ -87,8 +87,10 @@ void NewComponentListing::ListOffers(ComponentKind kind, const std::string& path
     NewComponent component{.id = AttributeText(entry, "id"),
                            .name = ChildText(entry, "name"),
                            .url = ChildText(entry, "url")};
-    rows_.showUpdates(table.container, component.name, ChildText(entry, "version"),
-                      ChildText(entry, "description"), row.Next());
+    const std::string version = ChildText(entry, "version");
+    const std::string description = ChildText(entry, "description");
+    // Last, so that an offer that lacks a text takes no number.
+    rows_.showUpdates(table.container, component.name, version, description, row.Next());
     found_[kind].push_back(std::move(component));
   }
 }

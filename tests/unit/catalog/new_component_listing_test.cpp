@@ -210,9 +210,13 @@ TEST_F(New, EveryTextOfAnOfferIsNeeded) {
     offer.replace(offer.find(std::string("</") + text + ">") + 2, 1, "z");
     SetManifest("a.xml", ManifestText(offer, "", ""));
     log_.entries.clear();
+    rows_.calls.clear();
     new_.funcShowUpdates();
     EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::UpdatesAddonInfo", 91, kNotSet))) << text;
     EXPECT_THAT(found_.addon, IsEmpty()) << text;
+    EXPECT_THAT(rows_.calls,
+                ElementsAre(kBar, kAddonHeading, kNoAddons, "ShowTab tabencloser|addons|-"))
+        << text;
   }
 }
 
