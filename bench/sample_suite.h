@@ -78,8 +78,8 @@ class CountedRows : public catalog::RowWriter {
                const std::string& description, std::int16_t row, bool is_core) override;
   void fillDivWithUpdates(const std::string& /*container*/, const std::string& /*name*/,
                           const std::string& /*version*/, const std::string& /*description*/,
-                          std::int16_t /*row*/, bool /*has_update*/,
-                          bool /*not_installed*/) override {}
+                          std::int16_t /*row*/, bool /*is_core*/, bool /*not_installed*/) override {
+  }
   void showUpdates(const std::string& /*container*/, const std::string& /*name*/,
                    const std::string& /*version*/, const std::string& /*description*/,
                    std::int16_t /*row*/) override {}

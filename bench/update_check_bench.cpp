@@ -37,8 +37,7 @@ class PlainRows : public CountedRows {
   }
   void fillDivWithUpdates(const std::string& /*container*/, const std::string& /*name*/,
                           const std::string& /*version*/, const std::string& /*description*/,
-                          std::int16_t /*row*/, bool /*has_update*/,
-                          bool /*not_installed*/) override {
+                          std::int16_t /*row*/, bool /*is_core*/, bool /*not_installed*/) override {
     ++count_;
   }
   void showUpdates(const std::string& /*container*/, const std::string& /*name*/,

@@ -29,7 +29,7 @@ class NumberedRows : public catalog::RowWriter {
   }
   void fillDivWithUpdates(const std::string& /*container*/, const std::string& /*name*/,
                           const std::string& /*version*/, const std::string& /*description*/,
-                          std::int16_t row, bool /*has_update*/, bool /*not_installed*/) override {
+                          std::int16_t row, bool /*is_core*/, bool /*not_installed*/) override {
     Next(row);
   }
   void showUpdates(const std::string& /*container*/, const std::string& /*name*/,

@@ -32,10 +32,11 @@ class RowWriter {
                        const std::string& version, const std::string& description, std::int16_t row,
                        bool is_core) = 0;
 
-  /// Adds a row with an Install, an Update, or a Remove and an Update button.
+  /// Adds a row with an Install button when `not_installed`, with an Update button when `is_core`,
+  /// and with a Remove and an Update button otherwise.
   virtual void fillDivWithUpdates(const std::string& container, const std::string& name,
                                   const std::string& version, const std::string& description,
-                                  std::int16_t row, bool has_update, bool not_installed) = 0;
+                                  std::int16_t row, bool is_core, bool not_installed) = 0;
 
   /// Adds the row of a component that can be installed.
   virtual void showUpdates(const std::string& container, const std::string& name,

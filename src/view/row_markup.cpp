@@ -26,11 +26,11 @@ constexpr const char* kRemoveAndUpdateCellOff =
     "value='Update' style='width:70; height:22; font-family:verdana; "
     "font-size:11;'></font></span></div>";
 
-const char* ButtonCell(bool has_update, bool not_installed, bool download_in_progress) {
+const char* ButtonCell(bool is_core, bool not_installed, bool download_in_progress) {
   if (not_installed) {
     return download_in_progress ? kInstallCellOff : kInstallCell;
   }
-  if (has_update) {
+  if (is_core) {
     return download_in_progress ? kUpdateCellOff : kUpdateCell;
   }
   return download_in_progress ? kRemoveAndUpdateCellOff : kRemoveAndUpdateCell;
@@ -70,7 +70,7 @@ std::string InstalledPanel(const std::string& opening, bool is_core) {
          (is_core ? "" : kRemoveButton) + "</font></span></div>";
 }
 
-std::string PanelWithUpdates(const std::string& description, std::int16_t row, bool has_update,
+std::string PanelWithUpdates(const std::string& description, std::int16_t row, bool is_core,
                              bool not_installed, bool download_in_progress) {
   return "<div id ='div" + std::to_string(row) +
          "' "
@@ -80,7 +80,7 @@ std::string PanelWithUpdates(const std::string& description, std::int16_t row, b
          description +
          "&nbsp;&nbsp;&nbsp;</font>"
          "<font style='font-family:verdana; text-align:right; width:70%; '>" +
-         ButtonCell(has_update, not_installed, download_in_progress);
+         ButtonCell(is_core, not_installed, download_in_progress);
 }
 
 std::string NewComponentPanel(const std::string& description, std::int16_t row,

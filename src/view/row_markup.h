@@ -27,8 +27,9 @@ inline constexpr const char* kRemoveButton =
 /// The whole description panel of an installed row, begun with its opening.
 std::string InstalledPanel(const std::string& opening, bool is_core);
 
-/// The whole description panel of an installed row with update status.
-std::string PanelWithUpdates(const std::string& description, std::int16_t row, bool has_update,
+/// The whole description panel of a row with update status: one Install button when
+/// `not_installed`, one Update button when `is_core`, otherwise Remove and Update.
+std::string PanelWithUpdates(const std::string& description, std::int16_t row, bool is_core,
                              bool not_installed, bool download_in_progress);
 
 /// The whole description panel of a component that can be installed.

@@ -86,7 +86,7 @@ TEST_F(Updates, CoreComponentWithAnUpdateHasTheUpdateButtonAlone) {
   installed_.InstalledChannels();
   EXPECT_THAT(rows_.calls,
               ElementsAre(kChannelHeading,
-                          "fillDivWithUpdates installedchannels|News|1|About News|1|update|-",
+                          "fillDivWithUpdates installedchannels|News|1|About News|1|core|-",
                           "fillDivWithUpdates installedchannels|Sky|1|About Sky|2|-|-",
                           "fillDiv installedchannels|Old|9|About Old|3|core"));
 }

@@ -41,9 +41,9 @@ class RecordingRowWriter : public RowWriter {
 
   void fillDivWithUpdates(const std::string& container, const std::string& name,
                           const std::string& version, const std::string& description,
-                          std::int16_t row, bool has_update, bool not_installed) override {
+                          std::int16_t row, bool is_core, bool not_installed) override {
     calls.push_back("fillDivWithUpdates " + Row(container, name, version, description, row) + "|" +
-                    (has_update ? "update" : "-") + "|" + (not_installed ? "not installed" : "-"));
+                    (is_core ? "core" : "-") + "|" + (not_installed ? "not installed" : "-"));
   }
 
   void showUpdates(const std::string& container, const std::string& name,

@@ -78,7 +78,7 @@ struct ButtonCellCase {
   const char* name;
   bool downloading;
   bool not_installed;
-  bool has_update;
+  bool is_core;
   const char* cell;
 };
 
@@ -86,7 +86,7 @@ class ButtonCell : public ::testing::TestWithParam<ButtonCellCase> {};
 
 TEST_P(ButtonCell, IsAsTheFlagsSay) {
   const ButtonCellCase& flags = GetParam();
-  EXPECT_EQ(PanelWithUpdates("Text.", 9, flags.has_update, flags.not_installed, flags.downloading),
+  EXPECT_EQ(PanelWithUpdates("Text.", 9, flags.is_core, flags.not_installed, flags.downloading),
             std::string(kUpdatesOpening) + flags.cell);
 }
 
