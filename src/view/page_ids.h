@@ -3,6 +3,8 @@
 #include <string_view>
 
 #include "base/component_kind.h"
+#include "catalog/installed_tables.h"
+#include "catalog/manifest_tables.h"
 
 namespace kitbay::view {
 
@@ -16,13 +18,20 @@ inline constexpr const char* kUpdateControl = "update";
 
 /// The tab images, which both bars have.
 inline constexpr base::PerKind<const char*> kTabs = {
-    .addon = "addons", .transport = "trans", .channel = "channels"};
+    .addon = catalog::kManifestTables.addon.tab,
+    .transport = catalog::kManifestTables.transport.tab,
+    .channel = catalog::kManifestTables.channel.tab};
 
+/// The lists of the two categories.
 inline constexpr base::PerKind<const char*> kInstalledContainers = {
-    .addon = "installedaddons", .transport = "installedtransports", .channel = "installedchannels"};
+    .addon = catalog::kInstalledTables.addon.container,
+    .transport = catalog::kInstalledTables.transport.container,
+    .channel = catalog::kInstalledTables.channel.container};
 
 inline constexpr base::PerKind<const char*> kUpdatedContainers = {
-    .addon = "updatedaddons", .transport = "updatedtransports", .channel = "updatedchannels"};
+    .addon = catalog::kManifestTables.addon.container,
+    .transport = catalog::kManifestTables.transport.container,
+    .channel = catalog::kManifestTables.channel.container};
 
 /// Whether `id` is that of a tab image, or of one of the six containers.
 bool IsTab(std::string_view id);
