@@ -3,6 +3,7 @@
 #include "base/guarded.h"
 #include "base/text.h"
 #include "view/page_ids.h"
+#include "view/row_nodes.h"
 
 namespace kitbay::view {
 namespace {
@@ -10,22 +11,13 @@ namespace {
 using base::guarded;
 using platform::HtmlNodeRef;
 
-HtmlNodeRef ChildNodeOf(const HtmlNodeRef& node, int index) {
-  return node ? node->ChildNode(index) : nullptr;
-}
-
-// The cell of a row that holds its buttons; empty for an element that is no row.
-HtmlNodeRef ButtonCell(const HtmlNodeRef& row) {
-  return ChildNodeOf(ChildNodeOf(ChildNodeOf(row, 1), 0), 1);
-}
-
 bool IsButton(const HtmlNodeRef& node) { return base::ToLower(node->TagName()) == "input"; }
 
 template <typename Visit>
 void ForEachButtonCell(const HtmlNodeRef& container, Visit visit) {
   const int count = container->ChildCount();
   for (int i = 0; i < count; ++i) {
-    if (const HtmlNodeRef cell = ButtonCell(Needed(container->Child(i)))) {
+    if (const HtmlNodeRef cell = ButtonCellOf(container->Child(i))) {
       visit(cell);
     }
   }

@@ -24,10 +24,6 @@ std::string ImageName(const std::string& src) {
 
 }  // namespace
 
-void PageCategories::SetShown(const std::string& id, bool shown) {
-  page_.Element(id)->SetStyle("display", shown ? "" : "none");
-}
-
 void PageCategories::ChangeImages(const std::string& source, const std::string& target) {
   guarded(log_, "Kitbay::ChangeImages", [&] {
     const HtmlNodeRef from = Needed(page_.Element(source)->ChildNode(0));
@@ -91,13 +87,13 @@ void PageCategories::ShowUpdatedCategory() {
 
 void PageCategories::showInstalled() {
   guarded(log_, "Kitbay::showInstalled", [&] {
-    SetShown(kInstalledBarHolder, true);
-    SetShown(kUpdatesBarHolder, false);
-    SetShown(kUpdatesBar, false);
-    SetShown(kInstalledBar, true);
-    SetShown(kUpdatedContainers.addon, false);
-    SetShown(kUpdatedContainers.transport, false);
-    SetShown(kUpdatedContainers.channel, false);
+    page_.SetShown(kInstalledBarHolder, true);
+    page_.SetShown(kUpdatesBarHolder, false);
+    page_.SetShown(kUpdatesBar, false);
+    page_.SetShown(kInstalledBar, true);
+    page_.SetShown(kUpdatedContainers.addon, false);
+    page_.SetShown(kUpdatedContainers.transport, false);
+    page_.SetShown(kUpdatedContainers.channel, false);
     PreserveTab(kInstalledContainers.addon, kInstalledContainers.transport,
                 kInstalledContainers.channel, kUpdatesBarHolder);
   });
@@ -105,28 +101,28 @@ void PageCategories::showInstalled() {
 
 void PageCategories::showUpdate() {
   guarded(log_, "Kitbay::showUpdate ", [&] {
-    SetShown(kInstalledBarHolder, false);
+    page_.SetShown(kInstalledBarHolder, false);
     const HtmlNodeRef bar = Needed(page_.Element(kUpdatesBarHolder)->ChildNode(0));
     const bool is_offered = HiddenTabs(bar) < bar->ChildNodeCount();
-    SetShown(kUpdatesBarHolder, is_offered);
-    SetShown(kUpdatesBar, is_offered);
+    page_.SetShown(kUpdatesBarHolder, is_offered);
+    page_.SetShown(kUpdatesBar, is_offered);
     if (!is_offered) {
       page_.Element(kUpdatedContainers.addon)
           ->SetInnerHtml(
               "<font style='font-family:verdana; font-size:11; '>No additional modules are "
               "available right now.</font>");
     }
-    SetShown(kInstalledBar, false);
-    SetShown(kInstalledContainers.addon, false);
-    SetShown(kInstalledContainers.channel, false);
-    SetShown(kInstalledContainers.transport, false);
+    page_.SetShown(kInstalledBar, false);
+    page_.SetShown(kInstalledContainers.addon, false);
+    page_.SetShown(kInstalledContainers.channel, false);
+    page_.SetShown(kInstalledContainers.transport, false);
     if (is_offered) {
       PreserveTab(kUpdatedContainers.addon, kUpdatedContainers.transport,
                   kUpdatedContainers.channel, kInstalledBarHolder);
     } else {
-      SetShown(kUpdatedContainers.addon, true);
-      SetShown(kUpdatedContainers.transport, false);
-      SetShown(kUpdatedContainers.channel, false);
+      page_.SetShown(kUpdatedContainers.addon, true);
+      page_.SetShown(kUpdatedContainers.transport, false);
+      page_.SetShown(kUpdatedContainers.channel, false);
     }
   });
 }
@@ -152,9 +148,9 @@ void PageCategories::PreserveTab(const std::string& addons, const std::string& t
           tab == kTabs.addon ? addons : (tab == kTabs.transport ? transports : channels);
       const std::string name = ImageName(image->Src());
       if (name.find('i') != std::string::npos) {
-        SetShown(container, true);
+        page_.SetShown(container, true);
       } else if (name.find('u') != std::string::npos) {
-        SetShown(container, false);
+        page_.SetShown(container, false);
       }
     }
   });

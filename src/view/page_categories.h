@@ -51,7 +51,6 @@ class PageCategories {
   void ListInstalledChannels();
   void showInstalled();
   void showUpdate();
-  void SetShown(const std::string& id, bool shown);
   int HiddenTabs(const platform::HtmlNodeRef& bar) const;
   void PressCategory(bool updates);
 

@@ -14,6 +14,10 @@ const platform::HtmlNodeRef& Needed(const platform::HtmlNodeRef& node) {
   return node;
 }
 
+platform::HtmlNodeRef ParentOf(const platform::HtmlNodeRef& node) {
+  return node ? node->ParentElement() : nullptr;
+}
+
 platform::HtmlDocument& PageDocument::document() const {
   if (!document_) {
     throw Failure(RuntimeError::kObjectVariableNotSet);
@@ -23,6 +27,10 @@ platform::HtmlDocument& PageDocument::document() const {
 
 platform::HtmlNodeRef PageDocument::Element(const std::string& id) const {
   return Needed(document().AllItem(id));
+}
+
+void PageDocument::SetShown(const std::string& id, bool shown) const {
+  Element(id)->SetStyle("display", shown ? "" : "none");
 }
 
 }  // namespace kitbay::view

@@ -11,6 +11,9 @@ namespace kitbay::view {
 /// The node behind a handle; fails with 91 when the handle is empty.
 const platform::HtmlNodeRef& Needed(const platform::HtmlNodeRef& node);
 
+/// The parent element of the node behind a handle; empty where either is missing.
+platform::HtmlNodeRef ParentOf(const platform::HtmlNodeRef& node);
+
 /// The page that is shown at the moment. Every access fails with 91 while there is none.
 class PageDocument {
  public:
@@ -24,6 +27,9 @@ class PageDocument {
 
   /// The element of that id; fails with 91 when the page has none.
   platform::HtmlNodeRef Element(const std::string& id) const;
+
+  /// Shows the element of that id, or hides it; fails with 91 when the page has none.
+  void SetShown(const std::string& id, bool shown) const;
 
  private:
   std::shared_ptr<platform::HtmlDocument> document_;

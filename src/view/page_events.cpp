@@ -1,17 +1,23 @@
 #include "view/page_events.h"
 
+#include <functional>
+
 #include "base/guarded.h"
 #include "base/text.h"
 #include "catalog/installed_tables.h"
 #include "catalog/manifest_tables.h"
 #include "view/page_ids.h"
+#include "view/row_nodes.h"
 
 namespace kitbay::view {
 namespace {
 
 using platform::HtmlNodeRef;
 
-HtmlNodeRef ParentOf(const HtmlNodeRef& node) { return node ? node->ParentElement() : nullptr; }
+constexpr base::PerKind<void (PageCommands::*)()> kUpdates = {
+    .addon = &PageCommands::UpdateInstalledAddon,
+    .transport = &PageCommands::UpdateInstalledTransport,
+    .channel = &PageCommands::UpdateInstalledChannel};
 
 // What `RemoveAddon` is told for each kind.
 struct Removal {
@@ -75,18 +81,14 @@ bool PageEvents::OpenRow(const HtmlNodeRef& source) {
   return true;
 }
 
-// A button stands in its cell, the cell in the panel's span, the span in the panel, the panel in
-// the row.
 void PageEvents::PressButton(const HtmlNodeRef& button) {
-  const HtmlNodeRef panel = ParentOf(ParentOf(ParentOf(button)));
-  const HtmlNodeRef row = ParentOf(panel);
-  const HtmlNodeRef container = ParentOf(row);
+  const HtmlNodeRef container = ParentOf(RowOfButton(button));
   if (!container) {
     return;
   }
   const std::string id = container->Id();
   PressInstalled(id, base::ToLower(button->Value()) == "update");
-  PressInstall(id, panel, row);
+  PressInstall(id, button);
 }
 
 void PageEvents::PressInstalled(const std::string& container, bool is_update) {
@@ -94,37 +96,28 @@ void PageEvents::PressInstalled(const std::string& container, bool is_update) {
     if (container != kInstalledContainers[kind]) {
       continue;
     }
-    if (!is_update) {
-      commands_.RemoveAddon(kRemovals[kind].action, kRemovals[kind].kind);
-    } else if (kind == base::ComponentKind::kAddon) {
-      commands_.UpdateInstalledAddon();
-    } else if (kind == base::ComponentKind::kTransport) {
-      commands_.UpdateInstalledTransport();
+    if (is_update) {
+      std::invoke(kUpdates[kind], commands_);
     } else {
-      commands_.UpdateInstalledChannel();
+      commands_.RemoveAddon(kRemovals[kind].action, kRemovals[kind].kind);
     }
   }
 }
 
-void PageEvents::PressInstall(const std::string& container, const HtmlNodeRef& panel,
-                              const HtmlNodeRef& row) {
+void PageEvents::PressInstall(const std::string& container, const HtmlNodeRef& button) {
   for (const base::ComponentKind kind : base::kComponentKinds) {
     if (container == kUpdatedContainers[kind]) {
       constexpr std::size_t kPanelPrefix = 3;
-      state_.current_row_id = panel->Id().substr(kPanelPrefix);
-      const std::string line = Needed(row->Child(0))->InnerText();
+      state_.current_row_id = PanelOfButton(button)->Id().substr(kPanelPrefix);
+      const std::string name = ShownName(RowOfButton(button));
       buttons_.DisableOtherDownload();
-      if (!commands_.InstallNewAddons(container, line.substr(0, line.find("Version")))) {
+      if (!commands_.InstallNewAddons(container, name)) {
         buttons_.EnableOtherDownload();
       }
     }
   }
 }
 
-bool PageEvents::doc_ondragstart() {
-  constexpr bool kMayDrag = false;
-  base::guarded(log_, " Kitbay::doc_ondragstart", [] {});
-  return kMayDrag;
-}
+bool PageEvents::doc_ondragstart() { return false; }
 
 }  // namespace kitbay::view

@@ -38,8 +38,7 @@ class PageEvents : public platform::HtmlDocumentEvents {
   bool OpenRow(const platform::HtmlNodeRef& source);
   void PressButton(const platform::HtmlNodeRef& button);
   void PressInstalled(const std::string& container, bool is_update);
-  void PressInstall(const std::string& container, const platform::HtmlNodeRef& panel,
-                    const platform::HtmlNodeRef& row);
+  void PressInstall(const std::string& container, const platform::HtmlNodeRef& button);
 
   base::ErrorLog& log_;
   const PageDocument& page_;

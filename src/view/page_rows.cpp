@@ -6,6 +6,7 @@
 #include "base/failure.h"
 #include "base/guarded.h"
 #include "view/row_markup.h"
+#include "view/row_nodes.h"
 
 namespace kitbay::view {
 
@@ -81,13 +82,13 @@ void PageRows::fillDiv(const std::string& container, const std::string& name,
 
 void PageRows::fillDivWithUpdates(const std::string& container, const std::string& name,
                                   const std::string& version, const std::string& description,
-                                  std::int16_t row, bool has_update, bool not_installed) {
+                                  std::int16_t row, bool is_core, bool not_installed) {
   guarded(log_, "Kitbay::fillDivWithUpdates", [&] {
     const HtmlNodeRef element =
         NewRow(RowWithUpdatesStartTag(row), MakeAddonNameStr(name, row, version));
     FinishRow(
         element,
-        PanelWithUpdates(description, row, has_update, not_installed, state_.download_in_progress),
+        PanelWithUpdates(description, row, is_core, not_installed, state_.download_in_progress),
         container);
   });
 }
@@ -120,11 +121,10 @@ void PageRows::ModifyDiv(const std::string& container, const std::string& versio
     if (!row) {
       return;
     }
-    const HtmlNodeRef version_cell = Needed(Needed(row->ChildNode(0))->ChildNode(1));
+    const HtmlNodeRef version_cell = Needed(VersionOf(row));
     version_cell->SetInnerText("");
     version_cell->SetInnerText("Version " + version);
-    const HtmlNodeRef panel_line = Needed(Needed(row->ChildNode(1))->ChildNode(0));
-    const HtmlNodeRef button_cell = Needed(panel_line->ChildNode(1));
+    const HtmlNodeRef button_cell = Needed(ButtonCellOf(row));
     button_cell->SetInnerHtml("");
     button_cell->SetInnerHtml(buttons);
   });

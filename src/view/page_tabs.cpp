@@ -4,6 +4,7 @@
 #include "catalog/installed_tables.h"
 #include "catalog/manifest_tables.h"
 #include "view/page_ids.h"
+#include "view/row_nodes.h"
 
 namespace kitbay::view {
 namespace {
@@ -11,23 +12,18 @@ namespace {
 using base::guarded;
 using platform::HtmlNodeRef;
 
-// The heading of a list is an element too, but it has a single child element.
-bool IsRow(const HtmlNodeRef& element) {
-  return element->ChildNodeCount() > 0 && element->ChildCount() > 1;
-}
-
 void CloseRow(const HtmlNodeRef& row) {
   row->SetStyle("background", "white");
-  Needed(Needed(row->ChildNode(0))->ChildNode(0))->SetStyle("fontWeight", "");
+  Needed(NameOf(row))->SetStyle("fontWeight", "");
   row->SetStyle("color", "black");
-  Needed(row->Child(1))->SetStyle("display", "none");
+  Needed(PanelOf(row))->SetStyle("display", "none");
 }
 
 void OpenRow(const HtmlNodeRef& row) {
   row->SetStyle("background", "navy");
-  Needed(Needed(row->ChildNode(0))->ChildNode(0))->SetStyle("fontWeight", "800");
+  Needed(NameOf(row))->SetStyle("fontWeight", "800");
   row->SetStyle("color", "white");
-  Needed(row->Child(1))->SetStyle("display", "");
+  Needed(PanelOf(row))->SetStyle("display", "");
 }
 
 }  // namespace
@@ -43,50 +39,46 @@ void PageTabs::showImage(const std::string& tab, const HtmlNodeRef& bar) {
   });
 }
 
-void PageTabs::SetShown(const std::string& id, bool shown) {
-  page_.Element(id)->SetStyle("display", shown ? "" : "none");
-}
-
 void PageTabs::ShowAddons(const std::string& addons, const std::string& channels,
                           const std::string& transports) {
   guarded(log_, "Kitbay::ShowAddons", [&] {
-    SetShown(addons, true);
-    SetShown(channels, false);
-    SetShown(transports, false);
+    page_.SetShown(addons, true);
+    page_.SetShown(channels, false);
+    page_.SetShown(transports, false);
   });
 }
 
 void PageTabs::ShowTransports(const std::string& addons, const std::string& channels,
                               const std::string& transports) {
   guarded(log_, "Kitbay::ShowTransports", [&] {
-    SetShown(transports, true);
-    SetShown(addons, false);
-    SetShown(channels, false);
+    page_.SetShown(transports, true);
+    page_.SetShown(addons, false);
+    page_.SetShown(channels, false);
   });
 }
 
 void PageTabs::ShowChannels(const std::string& addons, const std::string& channels,
                             const std::string& transports) {
   guarded(log_, "Kitbay::ShowChannels", [&] {
-    SetShown(channels, true);
-    SetShown(addons, false);
-    SetShown(transports, false);
+    page_.SetShown(channels, true);
+    page_.SetShown(addons, false);
+    page_.SetShown(transports, false);
   });
 }
 
 void PageTabs::ShowOnlyInstalled() {
   guarded(log_, "Kitbay::ShowOnlyInstalled ", [&] {
-    SetShown(kUpdatedContainers.addon, false);
-    SetShown(kUpdatedContainers.channel, false);
-    SetShown(kUpdatedContainers.transport, false);
+    page_.SetShown(kUpdatedContainers.addon, false);
+    page_.SetShown(kUpdatedContainers.channel, false);
+    page_.SetShown(kUpdatedContainers.transport, false);
   });
 }
 
 void PageTabs::ShowOnlyUpdated() {
   guarded(log_, "Kitbay::ShowOnlyUpdated ", [&] {
-    SetShown(kInstalledContainers.addon, false);
-    SetShown(kInstalledContainers.transport, false);
-    SetShown(kInstalledContainers.channel, false);
+    page_.SetShown(kInstalledContainers.addon, false);
+    page_.SetShown(kInstalledContainers.transport, false);
+    page_.SetShown(kInstalledContainers.channel, false);
   });
 }
 

@@ -47,7 +47,6 @@ class PageTabs {
   void ShowLocalData();
 
  private:
-  void SetShown(const std::string& id, bool shown);
   bool ClickedTab(const char* bar, std::string& tab);
   void ShowKind(const std::string& tab, const base::PerKind<const char*>& containers);
   void RebuildInstalledKind(const std::string& tab);
