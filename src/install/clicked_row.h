@@ -11,7 +11,8 @@ namespace kitbay::install {
 struct ClickedRow {
   platform::HtmlNodeRef button;
   std::string row_id;
-  std::string name;  ///< the component's name as the row shows it
+  std::string row_name;  ///< the name as markup, by which the row is found again
+  std::string name;      ///< the component's name as the row shows it
 };
 
 /// Reads the row of the present click. Throws 5 when its name line shows no version, 91 when the

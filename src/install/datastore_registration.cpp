@@ -132,11 +132,13 @@ void DatastoreRegistration::Update(ComponentKind kind, const std::string& path) 
                                  " has been successfully installed. Please restart " +
                                  parts_.settings.MainAppName + " to view the new feature.",
                              platform::kMessageTitle, platform::kOkOnly);
+  parts_.rows.FollowCurrentRow(view::kUpdatedContainers[kind]);
   parts_.rows.RemoveDiv(view::kUpdatedContainers[kind]);
 }
 
 void DatastoreRegistration::ShowUpdated(ComponentKind kind) {
   parts_.buttons.DisableStatus();
+  parts_.rows.FollowCurrentRow(view::kInstalledContainers[kind]);
   parts_.rows.ModifyDiv(view::kInstalledContainers[kind],
                         parts_.session.record[kEntryUpdates[kind].update_slot],
                         view::kRemoveButton);

@@ -87,6 +87,7 @@ void PackageInstallation::Install(ComponentKind kind, const update::PendingPacka
 void PackageInstallation::InstallNow(const Arrival& arrival) {
   parts_.session.package_name = arrival.package.name;
   parts_.state.current_row_id = arrival.package.row_id;
+  parts_.state.current_row_name = arrival.package.row_name;
   if (!guarded(parts_.log, kUnpackTables[arrival.kind].procedure,
                [&] { UnpackFrom(arrival.kind, arrival.path); })) {
     parts_.buttons.DisableStatus();

@@ -55,6 +55,7 @@ void Removal::RemoveAddon(const std::string& action, const std::string& kind) {
     const ClickedRow row = TakeClickedRow(parts_.page);
     parts_.session.component_name = row.name;
     parts_.state.current_row_id = row.row_id;
+    parts_.state.current_row_name = row.row_name;
     bool is_removed = false;
     checkExe(action, row.name, kind, is_removed);
   });
@@ -65,9 +66,11 @@ void Removal::checkExe(const std::string& action, const std::string& name, const
                        bool& result) {
   guarded(parts_.log, "Kitbay::checkExe", [&] {
     const std::string row_id = parts_.state.current_row_id;
+    const std::string row_name = parts_.state.current_row_name;
     const RemovalAnswer answer = parts_.main_client.AskBeforeRemoval(name, kind);
     result = answer != RemovalAnswer::kCancelled;
     parts_.state.current_row_id = row_id;
+    parts_.state.current_row_name = row_name;
     if (answer == RemovalAnswer::kClientClosed) {
       Delnode(action);
       UninstallFromBoth(action);
@@ -78,20 +81,21 @@ void Removal::checkExe(const std::string& action, const std::string& name, const
 }
 
 void Removal::Delnode(const std::string& action) {
-  guarded(parts_.log, "Kitbay::Delnode ", [&] {
-    if (const auto kind = KindOf(action)) {
-      parts_.rows.RemoveNode(view::kInstalledContainers[*kind]);
-    }
-  });
+  guarded(parts_.log, "Kitbay::Delnode ", [&] { TakeRowAway(action); });
 }
 
 void Removal::DelnodeWithoutTessel(const std::string& action) {
   guarded(parts_.log, "Kitbay::DelnodeWithoutTessel ", [&] {
     UninstallFromBoth(action);
-    if (const auto kind = KindOf(action)) {
-      parts_.rows.RemoveNode(view::kInstalledContainers[*kind]);
-    }
+    TakeRowAway(action);
   });
+}
+
+void Removal::TakeRowAway(const std::string& action) {
+  if (const auto kind = KindOf(action)) {
+    parts_.rows.FollowCurrentRow(view::kInstalledContainers[*kind]);
+    parts_.rows.RemoveNode(view::kInstalledContainers[*kind]);
+  }
 }
 
 // A row that no file has an entry for comes back with the next listing; the log tells why.

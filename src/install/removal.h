@@ -43,6 +43,7 @@ class Removal {
  private:
   void Delnode(const std::string& action);
   void DelnodeWithoutTessel(const std::string& action);
+  void TakeRowAway(const std::string& action);
   void UninstallFromBoth(const std::string& action);
   void uninstall(const std::string& path, base::ComponentKind kind, bool& is_missing);
 

@@ -88,7 +88,7 @@ void UpdateFlows::UpdateInstalled(ComponentKind kind) {
     if (!FindOffer(kind, offer)) {
       return;
     }
-    if (!RequestPackage(kind, offer, row.row_id)) {
+    if (!RequestPackage(kind, offer, row)) {
       parts_.buttons.EnableOtherUpdatedDownload();
       parts_.buttons.EnableOtherDownload();
     }
@@ -98,6 +98,7 @@ void UpdateFlows::UpdateInstalled(ComponentKind kind) {
 bool UpdateFlows::MayUpdate(ComponentKind kind, const ClickedRow& row) {
   parts_.session.component_name = row.name;
   parts_.state.current_row_id = row.row_id;
+  parts_.state.current_row_name = row.row_name;
   bool may_update = false;
   parts_.main_client.CheckExeForUpdate(row.name, kFlowTexts[kind].kind_word, may_update);
   if (may_update) {
@@ -151,8 +152,7 @@ void UpdateFlows::ReadOffer(ComponentKind kind, Offer& offer) {
   }
 }
 
-bool UpdateFlows::RequestPackage(ComponentKind kind, const Offer& offer,
-                                 const std::string& row_id) {
+bool UpdateFlows::RequestPackage(ComponentKind kind, const Offer& offer, const ClickedRow& row) {
   if (!base::IsPlainFileName(offer.id)) {
     throw Failure(RuntimeError::kPathFileAccessError, offer.id);
   }
@@ -161,8 +161,10 @@ bool UpdateFlows::RequestPackage(ComponentKind kind, const Offer& offer,
   parts_.buttons.DisableOtherUpdatedDownload();
   parts_.buttons.DisableOtherDownload();
   // Before the request, whose answer may arrive while it is handed over.
-  parts_.pending_packages[kind] = {
-      .file_path = address.file_path, .name = offer.id, .row_id = row_id};
+  parts_.pending_packages[kind] = {.file_path = address.file_path,
+                                   .name = offer.id,
+                                   .row_id = row.row_id,
+                                   .row_name = row.row_name};
   bool is_sent = false;
   guarded(parts_.log, texts.procedure, [&] {
     parts_.window.status_bar().SetPanelText(

@@ -55,7 +55,7 @@ class UpdateFlows {
   bool FindOffer(base::ComponentKind kind, Offer& offer);
   void ReadOffer(base::ComponentKind kind, Offer& offer);
   void GetChannelInfo(Offer& offer);
-  bool RequestPackage(base::ComponentKind kind, const Offer& offer, const std::string& row_id);
+  bool RequestPackage(base::ComponentKind kind, const Offer& offer, const ClickedRow& row);
 
   UpdateParts parts_;
 };

@@ -74,12 +74,12 @@ void UpdateRequests::DropUnusableSources() {
 }
 
 bool UpdateRequests::InstallNewAddons(const std::string& container, const std::string& name,
-                                      const std::string& row_id) {
+                                      const std::string& row_id, const std::string& row_name) {
   bool is_sent = false;
   guarded(log_, "Kitbay::InstallNewAddons", [&] {
     for (const ComponentKind kind : base::kComponentKinds) {
       if (container == catalog::kManifestTables[kind].container) {
-        is_sent = DownloadFirst(kind, base::ToLower(name), row_id);
+        is_sent = DownloadFirst(kind, base::ToLower(name), row_id, row_name);
       }
     }
   });
@@ -89,13 +89,14 @@ bool UpdateRequests::InstallNewAddons(const std::string& container, const std::s
 // The package is remembered before it is asked for: the answer may arrive within the request, and
 // the lists may be made anew by it.
 bool UpdateRequests::DownloadFirst(ComponentKind kind, const std::string& lower_name,
-                                   const std::string& row_id) {
+                                   const std::string& row_id, const std::string& row_name) {
   for (const catalog::NewComponent& listed : new_components_[kind]) {
     if (base::ToLower(listed.name) == lower_name) {
       const catalog::NewComponent component = listed;
       pending_[kind] = {.file_path = SplitSource(component.url).file_path,
                         .name = component.id,
-                        .row_id = row_id};
+                        .row_id = row_id,
+                        .row_name = row_name};
       const bool is_sent =
           DownloadAddon(component.url, component.id, component.name, kLabels[kind]);
       if (!is_sent) {

@@ -40,14 +40,14 @@ class UpdateRequests {
   bool CheckPreferences();
 
   /// Downloads the package of the new component of that display name, listed in `container`, whose
-  /// row has the number `row_id`. Returns whether the request was handed over; its answer may have
-  /// arrived by then.
+  /// row has the number `row_id` and shows `row_name`. Returns whether the request was handed over;
+  /// its answer may have arrived by then.
   bool InstallNewAddons(const std::string& container, const std::string& name,
-                        const std::string& row_id);
+                        const std::string& row_id, const std::string& row_name);
 
  private:
   bool DownloadFirst(base::ComponentKind kind, const std::string& lower_name,
-                     const std::string& row_id);
+                     const std::string& row_id, const std::string& row_name);
   bool DownloadAddon(const std::string& url, const std::string& name,
                      const std::string& display_text, const std::string& label);
   void DropUnusableSources();

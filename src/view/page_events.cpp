@@ -109,6 +109,7 @@ void PageEvents::PressInstall(const std::string& container, const HtmlNodeRef& b
     if (container == kUpdatedContainers[kind]) {
       constexpr std::size_t kPanelPrefix = 3;
       state_.current_row_id = PanelOfButton(button)->Id().substr(kPanelPrefix);
+      state_.current_row_name = NameMarkup(RowOfButton(button));
       const std::string name = ShownName(RowOfButton(button));
       buttons_.DisableOtherDownload();
       if (!commands_.InstallNewAddons(container, name)) {

@@ -114,6 +114,15 @@ void PageRows::FinishRow(const HtmlNodeRef& row, const std::string& panel,
   page_.Element(container)->AppendChild(row);
 }
 
+void PageRows::FollowCurrentRow(const std::string& container) {
+  HtmlNodeRef row = FindCurrentRow(container);
+  if (row && NameMarkup(row) == state_.current_row_name) {
+    return;
+  }
+  row = FindByName(container);
+  state_.current_row_id = row ? row->Id() : "";
+}
+
 void PageRows::ModifyDiv(const std::string& container, const std::string& version,
                          const std::string& buttons) {
   guarded(log_, "Kitbay::ModifyDiv", [&] {
@@ -147,6 +156,9 @@ void PageRows::RemoveCurrentRow(const std::string& container) {
 // The row element and its name line both bear the number; the row is the one that sits directly in
 // the container. The last of the elements found is never looked at.
 HtmlNodeRef PageRows::FindCurrentRow(const std::string& container) const {
+  if (state_.current_row_id.empty()) {
+    return nullptr;
+  }
   const auto bearers = page_.document().GetElementsByName(state_.current_row_id);
   const int bound = bearers->Length() - 2;
   if (bound > std::numeric_limits<std::int16_t>::max()) {
@@ -157,6 +169,18 @@ HtmlNodeRef PageRows::FindCurrentRow(const std::string& container) const {
     const HtmlNodeRef parent = bearer->ParentElement();
     if (parent && parent->Id() == container) {
       return bearer;
+    }
+  }
+  return nullptr;
+}
+
+HtmlNodeRef PageRows::FindByName(const std::string& container) const {
+  const HtmlNodeRef list = page_.Element(container);
+  const int count = list->ChildCount();
+  for (int i = 0; i < count; ++i) {
+    HtmlNodeRef row = Needed(list->Child(i));
+    if (IsRow(row) && NameMarkup(row) == state_.current_row_name) {
+      return row;
     }
   }
   return nullptr;

@@ -14,7 +14,7 @@ namespace kitbay::view {
 /// and leaves the page as far as it got.
 class PageRows : public catalog::RowWriter {
  public:
-  PageRows(base::ErrorLog& log, const PageDocument& page, const ViewState& state)
+  PageRows(base::ErrorLog& log, const PageDocument& page, ViewState& state)
       : log_(log), page_(page), state_(state) {}
 
   void AddImageTab(const std::string& holder, const std::string& markup) override;
@@ -31,6 +31,11 @@ class PageRows : public catalog::RowWriter {
   void showUpdates(const std::string& container, const std::string& name,
                    const std::string& version, const std::string& description,
                    std::int16_t row) override;
+
+  /// Lets the current row be the one that the click was on, also when `container` has been filled
+  /// anew since and its rows have other numbers: the first row of the name, unless that of the
+  /// number still shows it. Without a row of the name there is no current row.
+  void FollowCurrentRow(const std::string& container);
 
   /// Gives the current row of `container` another version and other buttons; changes nothing
   /// unless a component is being updated.
@@ -52,10 +57,11 @@ class PageRows : public catalog::RowWriter {
                  const std::string& container);
   void RemoveCurrentRow(const std::string& container);
   platform::HtmlNodeRef FindCurrentRow(const std::string& container) const;
+  platform::HtmlNodeRef FindByName(const std::string& container) const;
 
   base::ErrorLog& log_;
   const PageDocument& page_;
-  const ViewState& state_;
+  ViewState& state_;
 };
 
 }  // namespace kitbay::view

@@ -38,4 +38,9 @@ std::string ShownName(const HtmlNodeRef& row) {
   return line.substr(0, version);
 }
 
+std::string NameMarkup(const HtmlNodeRef& row) {
+  const HtmlNodeRef name = NameOf(row);
+  return name ? name->InnerHtml() : "";
+}
+
 }  // namespace kitbay::view

@@ -34,4 +34,8 @@ bool IsRow(const platform::HtmlNodeRef& element);
 /// "Version". Fails with 5 when that does not stand there, with 91 without a name line.
 std::string ShownName(const platform::HtmlNodeRef& row);
 
+/// The name as it stands in the row, as markup: the same whether the row is shown or hidden. Empty
+/// when the row has no name.
+std::string NameMarkup(const platform::HtmlNodeRef& row);
+
 }  // namespace kitbay::view

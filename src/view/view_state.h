@@ -18,8 +18,13 @@ struct ViewState {
   /// True while the page shows what can be installed instead of what is.
   bool updates_category = false;
 
-  /// The number of the row that was last clicked to be installed, updated or removed.
+  /// The number of the row that was last clicked to be installed, updated or removed; empty when
+  /// that row is gone.
   std::string current_row_id;
+
+  /// What that row shows as its name, as `NameMarkup` gives it: when its list is filled anew, rows
+  /// get other numbers.
+  std::string current_row_name;
 };
 
 }  // namespace kitbay::view

@@ -47,6 +47,7 @@ TEST_F(ComponentClicks, InstallAsksForThePackageAndRemembersTheRow) {
   EXPECT_THAT(Requests(), ElementsAre(HasSubstr("<destpath>C:\\Ovalink\\Temp\\notes.zip<")));
   EXPECT_EQ(pending_packages.addon.name, "notes");
   EXPECT_EQ(pending_packages.addon.row_id, "5");
+  EXPECT_EQ(pending_packages.addon.row_name, "Notes");
   EXPECT_EQ(pending_packages.channel.row_id, "");
   EXPECT_EQ(Log(), Header());
 }

@@ -60,10 +60,10 @@ class InstallationTest : public FlowTest {
   /// Puts a library at `path` that registers itself.
   void AddLibrary(const std::string& path) { libraries_.Add(path, {{"DllRegisterServer", {}}}); }
 
-  /// Hands the package `name`, asked for from row 3, over as downloaded.
+  /// Hands the package `name`, asked for from row 3, of Notes, over as downloaded.
   void Install(base::ComponentKind kind, const std::string& name = "notes") {
     const update::PendingPackage package = {
-        .file_path = name + ".zip", .name = name, .row_id = "3"};
+        .file_path = name + ".zip", .name = name, .row_id = "3", .row_name = "Notes"};
     const std::string path = settings_.InstallFolder + "\\Temp\\" + name + ".zip";
     switch (kind) {
       case base::ComponentKind::kAddon:

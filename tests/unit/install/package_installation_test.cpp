@@ -189,6 +189,46 @@ TEST_P(InstallationOfEachKind, AnUpdateChangesTheRowThatAskedForIt) {
   EXPECT_EQ(Messages().size(), 1U);
 }
 
+// The number of the row is what it was at the click; the lists count from 1 each time.
+TEST_P(InstallationOfEachKind, OfAListFilledAnewMeanwhileTheComponentsOwnRowGoes) {
+  const char* container = view::kUpdatedContainers[GetParam()];
+  Offer("notes", "");
+  AddNew(GetParam(), "Notes", 1);
+  AddNew(GetParam(), "Mail", 3);
+  Install(GetParam());
+  ASSERT_EQ(RowCount(container), 1);
+  EXPECT_EQ(Row(container)->Child(0)->Child(0)->InnerText(), "Mail");
+  EXPECT_THAT(log_.entries, IsEmpty());
+}
+
+TEST_P(InstallationOfEachKind, OfAListFilledAnewDuringTheMessageNoOtherRowGoes) {
+  const char* container = view::kUpdatedContainers[GetParam()];
+  Offer("notes", "");
+  AddNew(GetParam(), "Notes", 3);
+  desktop_.while_asking = [&] {
+    rows_.FillEmptyDivHeader(container, "");
+    AddNew(GetParam(), "Mail", 3);
+  };
+  Install(GetParam());
+  ASSERT_EQ(RowCount(container), 1);
+  EXPECT_EQ(Row(container)->Child(0)->Child(0)->InnerText(), "Mail");
+  EXPECT_THAT(log_.entries, IsEmpty());
+}
+
+TEST_P(InstallationOfEachKind, OfAListFilledAnewMeanwhileTheUpdateChangesTheComponentsOwnRow) {
+  constexpr base::PerKind<const char*> kVersions = {
+      .addon = "Version 0", .transport = "Version 2.0", .channel = "Version 2.0"};
+  const char* container = view::kInstalledContainers[GetParam()];
+  Install(GetParam());
+  AddInstalled(GetParam(), "Notes", 2);
+  AddInstalled(GetParam(), "Mail", 3);
+  state_.update_in_progress = true;
+  Install(GetParam());
+  EXPECT_EQ(Row(container, 0)->Child(0)->Child(1)->InnerText(), kVersions[GetParam()]);
+  EXPECT_EQ(Row(container, 1)->Child(0)->Child(1)->InnerText(), "Version 1.0.0.0");
+  EXPECT_EQ(Row(container, 1)->Child(1)->Child(0)->Child(1)->ChildCount(), 2);
+}
+
 TEST_P(InstallationOfEachKind, TwoFurtherLibrariesAreRegisteredFromTheList) {
   constexpr base::PerKind<const char*> kFolders = {
       .addon = "C:\\Ovalink\\addons\\notes\\",
@@ -363,8 +403,9 @@ TEST_F(Installation, APackageThatArrivesWhileTheUserReadsAMessageWaitsForItsTurn
   AddNew(ComponentKind::kChannel, "Notes", 9);
   desktop_.while_asking = [&] {
     desktop_.while_asking = nullptr;
-    installation_.UnpackChannel({.file_path = "c.zip", .name = "notes", .row_id = "9"},
-                                "C:\\Ovalink\\Temp\\notes.zip");
+    installation_.UnpackChannel(
+        {.file_path = "c.zip", .name = "notes", .row_id = "9", .row_name = "Notes"},
+        "C:\\Ovalink\\Temp\\notes.zip");
     EXPECT_EQ(File(kCustomRegistry), "(none)");
   };
   Install(ComponentKind::kAddon);

@@ -36,7 +36,8 @@ class WatchedDesktop : public fakes::RecordingDesktop {
   std::function<void()> when_shown;
 };
 
-/// A suite in C:\Suite, its user's folder C:\User\CustomData, and a page with row 7 clicked.
+/// A suite in C:\Suite, its user's folder C:\User\CustomData, and a page with row 7, of Chess,
+/// clicked.
 class RegistrationTest : public testing::Test {
  protected:
   static constexpr const char* kDatastore = "C:\\Suite\\Datastore\\olregistry.xml";
@@ -49,6 +50,7 @@ class RegistrationTest : public testing::Test {
     files_.AddFolder("C:\\User\\CustomData");
     page_.Connect(html_);
     state_.current_row_id = "7";
+    state_.current_row_name = "Chess";
     window_.status_bar().SetPanelText(platform::kStatusPanel, "Downloading");
   }
 

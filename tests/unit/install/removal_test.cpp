@@ -142,7 +142,7 @@ TEST_F(Remove, WithARunningClientTheRowGoesBeforeTheEntries) {
   AddInstalled(ComponentKind::kAddon, "Notes", 1);
   files_.FailWritesTo(kDatastore, base::RuntimeError::kDiskFull);
   desktop_.while_asking = [&] {
-    html_->FailMember("GetElementsByName", base::Failure(438, "no such member"));
+    html_->FailMember("RemoveNode", base::Failure(438, "no such member"));
   };
   Press(ComponentKind::kAddon);
   EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::RemoveNode ", 438, "no such member"),
@@ -154,7 +154,7 @@ TEST_F(Remove, WithoutARunningClientTheEntriesGoBeforeTheRow) {
   AddInstalled(ComponentKind::kAddon, "Notes", 1);
   files_.FailWritesTo(kDatastore, base::RuntimeError::kDiskFull);
   desktop_.while_asking = [&] {
-    html_->FailMember("GetElementsByName", base::Failure(438, "no such member"));
+    html_->FailMember("RemoveNode", base::Failure(438, "no such member"));
   };
   Press(ComponentKind::kAddon);
   EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::uninstall", 61, "Disk full"),
@@ -305,8 +305,24 @@ TEST_F(Remove, ARunTimeErrorOfTheQuestionIsLogged) {
 TEST_F(Remove, AnInstallationThatEndsDuringTheQuestionDoesNotChangeWhichRowGoes) {
   AddInstalled(ComponentKind::kAddon, "Mail", 1);
   AddInstalled(ComponentKind::kAddon, "Notes", 2);
-  desktop_.while_asking = [&] { state_.current_row_id = "1"; };
+  desktop_.while_asking = [&] {
+    state_.current_row_id = "1";
+    state_.current_row_name = "Mail";
+  };
   Press(ComponentKind::kAddon, 1);
+  ASSERT_EQ(RowCount("installedaddons"), 1);
+  EXPECT_EQ(Row("installedaddons")->Child(0)->InnerText(), "MailVersion 1.0.0.0");
+}
+
+TEST_F(Remove, AListFilledAnewDuringTheQuestionLosesTheComponentsOwnRow) {
+  AddInstalled(ComponentKind::kAddon, "Notes", 1);
+  AddInstalled(ComponentKind::kAddon, "Mail", 2);
+  desktop_.while_asking = [&] {
+    rows_.FillEmptyDivHeader("installedaddons", "");
+    AddInstalled(ComponentKind::kAddon, "Mail", 1);
+    AddInstalled(ComponentKind::kAddon, "Notes", 2);
+  };
+  Press(ComponentKind::kAddon, 0);
   ASSERT_EQ(RowCount("installedaddons"), 1);
   EXPECT_EQ(Row("installedaddons")->Child(0)->InnerText(), "MailVersion 1.0.0.0");
 }

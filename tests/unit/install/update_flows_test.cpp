@@ -94,6 +94,7 @@ TEST_P(UpdateOfEachKind, AsksForThePackageOfTheId) {
   EXPECT_EQ(pending.file_path, "a/notes-2.zip");
   EXPECT_EQ(pending.name, "notes");
   EXPECT_EQ(pending.row_id, "4");
+  EXPECT_EQ(pending.row_name, "Notes");
   EXPECT_THAT(log_.entries, IsEmpty());
 }
 

@@ -289,7 +289,7 @@ TEST_F(UpdateRegistry, SavedThenStatusClearedThenToldThenTheRowTakenAway) {
 
 TEST_F(UpdateRegistry, RowIsTakenFromTheListOfItsKindAlone) {
   for (const char* list : {"updatedaddons", "updatedtransports", "updatedchannels"}) {
-    rows_.showUpdates(list, "Row", "1", "Text", 7);
+    rows_.showUpdates(list, "Chess", "1", "Text", 7);
   }
   TakeTransport();
   registration_.updateRegistryForTransport();
@@ -306,7 +306,7 @@ class PresentComponent : public UpdateRegistry {
   PresentComponent() { state_.update_in_progress = true; }
 
   void AddRow(const std::string& list) {
-    rows_.fillDivWithUpdates(list, "Name", "1.0", "Text", 7, false, false);
+    rows_.fillDivWithUpdates(list, "Chess", "1.0", "Text", 7, false, false);
   }
 
   /// The version that the row shows, and how many buttons it has.

@@ -427,7 +427,7 @@ TEST_F(PackageAnswers, FailedPackageIsForgottenAndGivesTheButtonsBack) {
 TEST_F(PackageAnswers, AskedAndAnsweredFromTheListOfNewComponents) {
   pending_packages_ = {};
   new_components_.channel.push_back({.id = "sky", .name = "Sky", .url = "p.example/s-1.zip"});
-  requests_.InstallNewAddons("updatedchannels", "sky", "3");
+  requests_.InstallNewAddons("updatedchannels", "sky", "3", "Chat");
   Finish("/s-1.zip");
   EXPECT_THAT(packages_.calls,
               ElementsAre("UnpackChannel sky C:\\Suite\\Temp\\sky.zip", "InstallProcess"));
@@ -437,7 +437,7 @@ TEST_F(PackageAnswers, AnswerWithinTheRequestIsTaken) {
   pending_packages_ = {};
   new_components_.channel.push_back({.id = "sky", .name = "Sky", .url = "p.example/s-1.zip"});
   downloads_.while_asked = [&] { Finish("/s-1.zip"); };
-  EXPECT_TRUE(requests_.InstallNewAddons("updatedchannels", "sky", "3"));
+  EXPECT_TRUE(requests_.InstallNewAddons("updatedchannels", "sky", "3", "Chat"));
   EXPECT_THAT(packages_.calls,
               ElementsAre("UnpackChannel sky C:\\Suite\\Temp\\sky.zip", "InstallProcess"));
   EXPECT_EQ(pending_packages_.channel.name, "");

@@ -122,20 +122,21 @@ TEST_F(Requests, OnlyUnusableSourcesLeaveNothingToAsk) {
 
 TEST_F(Requests, AddonIsDownloadedUnderItsIdAndShownUnderItsName) {
   Offer(ComponentKind::kAddon, "chat", "Chat Room", "packages.example/v1/chat-1.zip");
-  requests_.InstallNewAddons("updatedaddons", "Chat Room", "3");
+  requests_.InstallNewAddons("updatedaddons", "Chat Room", "3", "Chat");
   EXPECT_THAT(downloads_.documents,
               ElementsAre(Request("packages.example", "/v1/chat-1.zip", kChatZip)));
   EXPECT_EQ(Status(), "Downloading Chat Room Addon.");
   EXPECT_EQ(pending_packages_.addon.file_path, "/v1/chat-1.zip");
   EXPECT_EQ(pending_packages_.addon.name, "chat");
   EXPECT_EQ(pending_packages_.addon.row_id, "3");
+  EXPECT_EQ(pending_packages_.addon.row_name, "Chat");
   EXPECT_EQ(pending_packages_.transport.name, "");
   EXPECT_EQ(pending_packages_.channel.name, "");
 }
 
 TEST_F(Requests, TransportHasNoLabel) {
   Offer(ComponentKind::kTransport, "chat", "Mail", "packages.example/mail.zip");
-  requests_.InstallNewAddons("updatedtransports", "Mail", "3");
+  requests_.InstallNewAddons("updatedtransports", "Mail", "3", "Chat");
   EXPECT_EQ(Status(), "Downloading Mail.");
   EXPECT_THAT(downloads_.documents,
               ElementsAre(Request("packages.example", "/mail.zip", kChatZip)));
@@ -146,7 +147,7 @@ TEST_F(Requests, TransportHasNoLabel) {
 
 TEST_F(Requests, ChannelHasTheLabelChannel) {
   Offer(ComponentKind::kChannel, "chat", "News", "packages.example/news.zip");
-  requests_.InstallNewAddons("updatedchannels", "News", "3");
+  requests_.InstallNewAddons("updatedchannels", "News", "3", "Chat");
   EXPECT_EQ(Status(), "Downloading News Channel.");
   EXPECT_THAT(downloads_.documents,
               ElementsAre(Request("packages.example", "/news.zip", kChatZip)));
@@ -155,7 +156,7 @@ TEST_F(Requests, ChannelHasTheLabelChannel) {
 
 TEST_F(Requests, ComponentOfAnotherKindIsNotMeant) {
   Offer(ComponentKind::kChannel, "chat", "News", "packages.example/news.zip");
-  requests_.InstallNewAddons("updatedaddons", "News", "3");
+  requests_.InstallNewAddons("updatedaddons", "News", "3", "Chat");
   EXPECT_THAT(downloads_.documents, IsEmpty());
 }
 
@@ -163,7 +164,7 @@ TEST_F(Requests, FirstOfEqualNamesIsTakenWithoutLetterCase) {
   Offer(ComponentKind::kAddon, "other", "Notes", "packages.example/other.zip");
   Offer(ComponentKind::kAddon, "first", "CHAT", "packages.example/first.zip");
   Offer(ComponentKind::kAddon, "second", "Chat", "packages.example/second.zip");
-  requests_.InstallNewAddons("updatedaddons", "chat", "3");
+  requests_.InstallNewAddons("updatedaddons", "chat", "3", "Chat");
   EXPECT_THAT(downloads_.documents,
               ElementsAre(Request("packages.example", "/first.zip", "C:\\Suite\\Temp\\first.zip")));
   EXPECT_EQ(Status(), "Downloading CHAT Addon.");
@@ -172,7 +173,7 @@ TEST_F(Requests, FirstOfEqualNamesIsTakenWithoutLetterCase) {
 TEST_F(Requests, UnknownContainerHasNoEffect) {
   Offer(ComponentKind::kAddon, "chat", "Chat", "packages.example/chat.zip");
   for (const char* container : {"installedaddons", "UpdatedAddons", "updated", ""}) {
-    requests_.InstallNewAddons(container, "Chat", "3");
+    requests_.InstallNewAddons(container, "Chat", "3", "Chat");
   }
   EXPECT_THAT(downloads_.documents, IsEmpty());
   EXPECT_THAT(window_.calls().all(), IsEmpty());
@@ -181,7 +182,7 @@ TEST_F(Requests, UnknownContainerHasNoEffect) {
 
 TEST_F(Requests, UnknownNameHasNoEffect) {
   Offer(ComponentKind::kAddon, "chat", "Chat", "packages.example/chat.zip");
-  requests_.InstallNewAddons("updatedaddons", "Chatter", "3");
+  requests_.InstallNewAddons("updatedaddons", "Chatter", "3", "Chat");
   EXPECT_THAT(downloads_.documents, IsEmpty());
   EXPECT_THAT(window_.calls().all(), IsEmpty());
   EXPECT_THAT(log_.entries, IsEmpty());
@@ -189,7 +190,7 @@ TEST_F(Requests, UnknownNameHasNoEffect) {
 
 TEST_F(Requests, PackageUrlWithoutASlashIsServerAndPath) {
   Offer(ComponentKind::kAddon, "chat", "Chat", "chat.zip");
-  requests_.InstallNewAddons("updatedaddons", "Chat", "3");
+  requests_.InstallNewAddons("updatedaddons", "Chat", "3", "Chat");
   EXPECT_THAT(downloads_.documents, ElementsAre(Request("chat.zip", "chat.zip", kChatZip)));
 }
 
@@ -197,7 +198,7 @@ class HostileId : public Requests, public testing::WithParamInterface<const char
 
 TEST_P(HostileId, IsLoggedAndNothingIsSent) {
   Offer(ComponentKind::kAddon, GetParam(), "Chat", "packages.example/chat.zip");
-  requests_.InstallNewAddons("updatedaddons", "Chat", "3");
+  requests_.InstallNewAddons("updatedaddons", "Chat", "3", "Chat");
   EXPECT_THAT(downloads_.documents, IsEmpty());
   EXPECT_THAT(window_.calls().all(), IsEmpty());
   EXPECT_THAT(log_.entries,
@@ -212,7 +213,7 @@ INSTANTIATE_TEST_SUITE_P(Ids, HostileId,
 TEST_F(Requests, PackageRequestThatIsRefusedIsLogged) {
   Offer(ComponentKind::kAddon, "chat", "Chat", "packages.example/chat.zip");
   downloads_.failure.emplace(base::RuntimeError::kInvalidProcedureCall);
-  requests_.InstallNewAddons("updatedaddons", "Chat", "3");
+  requests_.InstallNewAddons("updatedaddons", "Chat", "3", "Chat");
   EXPECT_THAT(log_.entries,
               ElementsAre(Entry("Kitbay::Updates", 5, "Invalid procedure call or argument")));
   EXPECT_EQ(Status(), "Downloading Chat Addon.");
@@ -222,15 +223,15 @@ TEST_F(Requests, PackageRequestThatIsRefusedIsLogged) {
 
 TEST_F(Requests, PackageThatWasNotAskedForIsNotPending) {
   Offer(ComponentKind::kAddon, "..\\evil", "Chat", "packages.example/chat.zip");
-  EXPECT_FALSE(requests_.InstallNewAddons("updatedaddons", "Chat", "3"));
+  EXPECT_FALSE(requests_.InstallNewAddons("updatedaddons", "Chat", "3", "Chat"));
   EXPECT_EQ(pending_packages_.addon.name, "");
-  EXPECT_FALSE(requests_.InstallNewAddons("updatedaddons", "Unknown", "3"));
-  EXPECT_FALSE(requests_.InstallNewAddons("nowhere", "Chat", "3"));
+  EXPECT_FALSE(requests_.InstallNewAddons("updatedaddons", "Unknown", "3", "Chat"));
+  EXPECT_FALSE(requests_.InstallNewAddons("nowhere", "Chat", "3", "Chat"));
 }
 
 TEST_F(Requests, PackageThatIsAskedForIsOnItsWay) {
   Offer(ComponentKind::kAddon, "chat", "Chat", "packages.example/chat.zip");
-  EXPECT_TRUE(requests_.InstallNewAddons("updatedaddons", "Chat", "3"));
+  EXPECT_TRUE(requests_.InstallNewAddons("updatedaddons", "Chat", "3", "Chat"));
 }
 
 }  // namespace

@@ -135,9 +135,11 @@ TEST_P(InstallClicks, NoSecondDownloadStartsWhileOneRuns) {
   EXPECT_FALSE(document_->Click(Button(GetParam(), 1)));
   EXPECT_THAT(commands_.calls, IsEmpty());
   EXPECT_EQ(state_.current_row_id, "11");
+  EXPECT_EQ(state_.current_row_name, "Notes");
   buttons_.EnableOtherDownload();
   EXPECT_TRUE(document_->Click(Button(GetParam(), 2)));
   EXPECT_EQ(state_.current_row_id, "12");
+  EXPECT_EQ(state_.current_row_name, "Polls");
 }
 
 INSTANTIATE_TEST_SUITE_P(UpdatedContainers, InstallClicks,

@@ -24,8 +24,8 @@ class CurrentRow : public PageTest {
   void AddInstalled(const std::string& container, std::int16_t row) {
     rows_.fillDivWithUpdates(container, "Notes", "1.0.0.0", "Keeps notes.", row, true, false);
   }
-  void AddNew(const std::string& container, std::int16_t row) {
-    rows_.showUpdates(container, "Notes", "2.0.0.0", "Keeps notes.", row);
+  void AddNew(const std::string& container, std::int16_t row, const std::string& name = "Notes") {
+    rows_.showUpdates(container, name, "2.0.0.0", "Keeps notes.", row);
   }
 
   /// The row of that place in the container.
@@ -101,7 +101,8 @@ TEST_F(CurrentRow, TheLastElementOfThatNumberIsNeverLookedAt) {
 }
 
 TEST_F(CurrentRow, TheElementBeforeTheLastIsLookedAt) {
-  At("installedaddons")->SetInnerHtml("<div id='7'></div><b id='7'></b>");
+  At("installedaddons")
+      ->SetInnerHtml("<div id='7'><span><b>Notes</b></span></div><b id='7'></b>");
   rows_.RemoveDiv("installedaddons");
   ASSERT_EQ(At("installedaddons")->ChildNodeCount(), 1);
   EXPECT_EQ(At("7")->TagName(), "B");
@@ -154,6 +155,65 @@ TEST_F(CurrentRow, RemoveDivLogsUnderItsName) {
   rows_.RemoveDiv("updatedaddons");
   EXPECT_THAT(log_.entries,
               ElementsAre(Entry("Kitbay::RemoveDiv", -2147467259, "Unspecified error")));
+}
+
+TEST_F(CurrentRow, WithoutANumberThereIsNone) {
+  state_.current_row_id = "";
+  At("installedaddons")->SetInnerHtml("<div id=''></div><div id=''></div>");
+  const std::string before = document_->TreeText();
+  rows_.ModifyDiv("installedaddons", "2.1.0.0", kRemove);
+  rows_.RemoveDiv("installedaddons");
+  EXPECT_EQ(document_->TreeText(), before);
+  EXPECT_THAT(log_.entries, IsEmpty());
+}
+
+/// Row 7 of Notes was clicked among the new addons; then the list was filled anew.
+class FollowedRow : public CurrentRow {
+ protected:
+  FollowedRow() {
+    state_.current_row_name = "Notes";
+    rows_.FillDivHeader("updatedaddons", "installedchannels", "<b>Notes</b><i>x</i>");
+  }
+};
+
+TEST_F(FollowedRow, KeepsItsNumberWhileThatShowsItsName) {
+  AddNew("updatedaddons", 6);
+  AddNew("updatedaddons", 7);
+  rows_.FollowCurrentRow("updatedaddons");
+  EXPECT_EQ(state_.current_row_id, "7");
+}
+
+TEST_F(FollowedRow, IsTheFirstOfItsNameWhenTheNumberIsAnothers) {
+  AddNew("updatedaddons", 4, "Notes ");
+  AddNew("updatedaddons", 5);
+  AddNew("updatedaddons", 6);
+  AddNew("updatedaddons", 7, "Polls");
+  rows_.FollowCurrentRow("updatedaddons");
+  EXPECT_EQ(state_.current_row_id, "5");
+}
+
+TEST_F(FollowedRow, IsTheFirstOfItsNameWhenTheNumberIsNobodys) {
+  AddNew("updatedaddons", 1);
+  rows_.FollowCurrentRow("updatedaddons");
+  EXPECT_EQ(state_.current_row_id, "1");
+}
+
+TEST_F(FollowedRow, IsNoneWhenNoRowShowsItsName) {
+  AddNew("updatedaddons", 7, "Polls");
+  AddInstalled("installedaddons", 7);
+  rows_.FollowCurrentRow("updatedaddons");
+  EXPECT_EQ(state_.current_row_id, "");
+  rows_.RemoveDiv("updatedaddons");
+  EXPECT_EQ(At("updatedaddons")->ChildNodeCount(), 2);
+}
+
+TEST_F(FollowedRow, IsKnownWhetherItIsOpenOrHidden) {
+  state_.current_row_name = "My  <b>Notes</b>";
+  AddNew("updatedaddons", 3, "My  <b>Notes</b>");
+  tabs_.HideOthers(At("updatedaddons")->Child(1)->Child(0));
+  At("updatedaddons")->SetStyle("display", "none");
+  rows_.FollowCurrentRow("updatedaddons");
+  EXPECT_EQ(state_.current_row_id, "3");
 }
 
 }  // namespace
