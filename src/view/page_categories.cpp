@@ -54,9 +54,28 @@ void PageCategories::ListInstalledChannels() {
   }
 }
 
+// Until the update sources have answered there is no bar of the updates, and nothing was shown but
+// what is installed.
+bool PageCategories::HasUpdatesBar() const {
+  return page_.document().AllItem(kUpdatesBar) != nullptr;
+}
+
+// A category opens on the tab that the other category's bar shows as selected. That bar follows the
+// one that the user sees, also when the category stays the same.
+void PageCategories::CarrySelectedTab() {
+  if (state_.updates_category) {
+    ChangeImages(kUpdatesBarHolder, kInstalledBarHolder);
+  } else {
+    ChangeImages(kInstalledBarHolder, kUpdatesBarHolder);
+  }
+}
+
 void PageCategories::ShowInstalledCategory() {
   guarded(log_, "Kitbay::ShowInstalledCategory", [&] {
-    ChangeImages(kUpdatesBarHolder, kInstalledBarHolder);
+    const bool is_switch = HasUpdatesBar();
+    if (is_switch) {
+      CarrySelectedTab();
+    }
     if (state_.installed_lists_current) {
       ListInstalledAddons();
       ListInstalledChannels();
@@ -67,7 +86,9 @@ void PageCategories::ShowInstalledCategory() {
       local_.InitialInstalledChannels();
     }
     PressCategory(false);
-    showInstalled();
+    if (is_switch) {
+      showInstalled();
+    }
   });
 }
 
@@ -79,7 +100,7 @@ void PageCategories::ShowUpdatedCategory() {
     new_components_.funcShowUpdates();
     new_components_.funcShowTransports();
     new_components_.funcShowChannels();
-    ChangeImages(kInstalledBarHolder, kUpdatesBarHolder);
+    CarrySelectedTab();
     PressCategory(true);
     showUpdate();
   });
@@ -176,6 +197,7 @@ void PageCategories::ShowDetails() {
     state_.installed_lists_current = true;
     PressCategory(state_.updates_category);
     if (state_.updates_category) {
+      CarrySelectedTab();
       showUpdate();
     }
   });

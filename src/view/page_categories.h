@@ -52,6 +52,8 @@ class PageCategories {
   void showInstalled();
   void showUpdate();
   int HiddenTabs(const platform::HtmlNodeRef& bar) const;
+  bool HasUpdatesBar() const;
+  void CarrySelectedTab();
   void PressCategory(bool updates);
 
   base::ErrorLog& log_;

@@ -135,12 +135,13 @@ TEST_F(Details, UnderInstalledPressItsControlAndLeaveWhatIsShown) {
 
 TEST_F(Details, UnderUpdatesPressItsControlAndShowItAnew) {
   state_.updates_category = true;
-  tabs_.showImage("addons", At("itabencloser"));
+  tabs_.showImage("addons", At("tabencloser"));
   categories_.ShowDetails();
   EXPECT_EQ(At("update")->Style("border"), "2px inset");
   EXPECT_EQ(At("installed")->Style("border"), "2px outset");
   EXPECT_THAT(Displays("installed"), Each("none"));
   EXPECT_THAT(Displays("updated"), ElementsAre("", "none", "none"));
+  EXPECT_THAT(Images("tabencloser"), ElementsAre("uchannels.gif", "utrans.gif", "iaddons.gif"));
   EXPECT_EQ(Display("imgtab"), "none");
   EXPECT_EQ(Display("tabencloser"), "");
   EXPECT_THAT(log_.entries, IsEmpty());

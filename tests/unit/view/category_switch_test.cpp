@@ -163,6 +163,30 @@ TEST_F(CategorySwitch, OneKindOnOfferIsEnoughForTheBar) {
   EXPECT_EQ(At("tabencloser")->Child(2)->Style("display"), "none");
 }
 
+TEST_F(CategorySwitch, AClickOnTheControlThatIsPressedKeepsTheSelectedKind) {
+  document_->Click(At("update"));
+  ClickTab("tabencloser", 1);
+  document_->Click(At("update"));
+  EXPECT_THAT(Images("tabencloser"), ElementsAre("uchannels.gif", "itrans.gif", "uaddons.gif"));
+  EXPECT_THAT(Displays("updated"), ElementsAre("none", "", "none"));
+  document_->Click(At("installed"));
+  ClickTab("itabencloser", 2);
+  document_->Click(At("installed"));
+  EXPECT_THAT(Images("itabencloser"), ElementsAre("uchannels.gif", "utrans.gif", "iaddons.gif"));
+  EXPECT_THAT(Displays("installed"), ElementsAre("", "none", "none"));
+  EXPECT_THAT(log_.entries, IsEmpty());
+}
+
+// The container of a kind with nothing to offer says so; its tab is hidden.
+TEST_F(CategorySwitch, TheSelectedKindIsKeptAlsoWhenItHasNothingOnOffer) {
+  OfferManifest(kTransportsOnly);
+  document_->Click(At("update"));
+  EXPECT_THAT(Displays("updated"), ElementsAre("none", "none", ""));
+  EXPECT_EQ(At("updatedchannels")->InnerText(), "No additional Channels available right now");
+  document_->Click(At("installed"));
+  EXPECT_THAT(Displays("installed"), ElementsAre("none", "none", ""));
+}
+
 TEST_F(CategorySwitch, BeforeAnyAnswerTheInstalledControlLeavesWhatIsShown) {
   At("imgtab1")->SetInnerHtml("");
   for (const char* list : {"updatedaddons", "updatedtransports", "updatedchannels"}) {
@@ -172,8 +196,8 @@ TEST_F(CategorySwitch, BeforeAnyAnswerTheInstalledControlLeavesWhatIsShown) {
   document_->Click(At("installed"));
   EXPECT_THAT(Displays("installed"), ElementsAre("", "none", "none"));
   EXPECT_THAT(BarDisplays("imgtab", "itabencloser"), Each(""));
-  EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::ChangeImages", 91, kNotSet),
-                                        Entry("Kitbay::showInstalled", 91, kNotSet)));
+  EXPECT_EQ(At("installed")->Style("border"), "2px inset");
+  EXPECT_THAT(log_.entries, IsEmpty());
 }
 
 TEST_F(CategorySwitch, showInstalledSetsItsElementsInOrder) {
