@@ -92,8 +92,8 @@ void Exchange(const std::string& preferences, const std::string& seed) {
                                           shown, rows);
   catalog::NewComponentListing news(log, files, settings, registry_files, sources, new_components,
                                     rows);
-  view::PageTabs tabs(log, page, state, local);
   view::PageButtons buttons(log, page, state, window);
+  view::PageTabs tabs(log, page, state, local, buttons);
   view::PageCategories categories(log, page, state, local, installed, news, buttons);
   update::PendingPackages pending;
   update::UpdateSourceFile source_file(log, files, settings, sources);

@@ -80,8 +80,8 @@ int Run() {
   catalog::NewComponentListing new_listing(log, *files, settings, registry_files, sources,
                                            new_components, rows);
 
-  view::PageTabs tabs(log, page, state, local);
   view::PageButtons buttons(log, page, state, *window);
+  view::PageTabs tabs(log, page, state, local, buttons);
   view::PageCategories categories(log, page, state, local, installed, new_listing, buttons);
 
   update::PendingPackages pending_packages;

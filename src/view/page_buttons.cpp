@@ -78,6 +78,13 @@ void PageButtons::SwitchInstalled(bool off) {
   }
 }
 
+void PageButtons::DisableRelisted() {
+  if (state_.download_in_progress) {
+    DisableOtherUpdatedDownload();
+    DisableOtherDownload();
+  }
+}
+
 void PageButtons::DisableStatus() {
   guarded(log_, "Kitbay::DisableStatus ", [&] {
     window_.status_bar().SetPanelText(platform::kStatusPanel, "");

@@ -26,6 +26,10 @@ class PageButtons {
   void DisableOtherUpdatedDownload();
   void EnableOtherUpdatedDownload();
 
+  /// Switches off what a list that was filled anew has switched on during a download or an
+  /// installation; does nothing at other times.
+  void DisableRelisted();
+
   /// Clears the status text and hides the progress bar.
   void DisableStatus();
 

@@ -85,6 +85,7 @@ void PageCategories::ShowInstalledCategory() {
       local_.InitialInstalledTransports();
       local_.InitialInstalledChannels();
     }
+    buttons_.DisableRelisted();
     PressCategory(false);
     if (is_switch) {
       showInstalled();
@@ -100,6 +101,7 @@ void PageCategories::ShowUpdatedCategory() {
     new_components_.funcShowUpdates();
     new_components_.funcShowTransports();
     new_components_.funcShowChannels();
+    buttons_.DisableRelisted();
     CarrySelectedTab();
     PressCategory(true);
     showUpdate();
@@ -194,6 +196,7 @@ void PageCategories::ShowDetails() {
     new_components_.funcShowUpdates();
     new_components_.funcShowChannels();
     new_components_.funcShowTransports();
+    buttons_.DisableRelisted();
     state_.installed_lists_current = true;
     PressCategory(state_.updates_category);
     if (state_.updates_category) {

@@ -143,6 +143,7 @@ void PageTabs::RebuildInstalledKind(const std::string& tab) {
   } else {
     installed_.InitialInstalledChannels();
   }
+  buttons_.DisableRelisted();
 }
 
 void PageTabs::HideOthers(const HtmlNodeRef& name_line) {
@@ -166,6 +167,7 @@ void PageTabs::ShowLocalData() {
   guarded(log_, "Kitbay::ShowLocalData", [&] {
     Needed(page_.Element(kCategory)->ChildNode(kUpdatesControl))->SetDisabled(true);
     installed_.InitialInstalledChannels();
+    buttons_.DisableRelisted();
   });
 }
 

@@ -5,6 +5,7 @@
 #include "base/component_kind.h"
 #include "base/error_log.h"
 #include "catalog/installed_components.h"
+#include "view/page_buttons.h"
 #include "view/page_document.h"
 #include "view/view_state.h"
 
@@ -15,8 +16,8 @@ namespace kitbay::view {
 class PageTabs {
  public:
   PageTabs(base::ErrorLog& log, const PageDocument& page, const ViewState& state,
-           catalog::InstalledComponents& installed)
-      : log_(log), page_(page), state_(state), installed_(installed) {}
+           catalog::InstalledComponents& installed, PageButtons& buttons)
+      : log_(log), page_(page), state_(state), installed_(installed), buttons_(buttons) {}
 
   /// Gives the clicked tab of `bar` its selected image and every other tab its unselected one.
   void showImage(const std::string& tab, const platform::HtmlNodeRef& bar);
@@ -55,6 +56,7 @@ class PageTabs {
   const PageDocument& page_;
   const ViewState& state_;
   catalog::InstalledComponents& installed_;
+  PageButtons& buttons_;
 };
 
 }  // namespace kitbay::view

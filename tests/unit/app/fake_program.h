@@ -144,8 +144,8 @@ class FakeProgram : public ::testing::Test {
                                              sources, available, shown,    rows};
   catalog::NewComponentListing new_listing{log,     files,          settings, registry_files,
                                            sources, new_components, rows};
-  view::PageTabs tabs{log, page, state, installed};
   view::PageButtons buttons{log, page, state, window};
+  view::PageTabs tabs{log, page, state, installed, buttons};
   view::PageCategories categories{log, page, state, installed, with_updates, new_listing, buttons};
   RecordingCommands commands;
   view::PageEvents page_events{log, page, state, tabs, categories, buttons, commands};

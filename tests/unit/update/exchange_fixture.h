@@ -166,8 +166,8 @@ class ExchangeTest : public testing::Test {
                                            sources_, available_, shown_,    rows_};
   catalog::NewComponentListing new_listing_{log_,     files_,          settings_, registry_files_,
                                             sources_, new_components_, rows_};
-  view::PageTabs tabs_{log_, page_, state_, local_};
   view::PageButtons buttons_{log_, page_, state_, window_};
+  view::PageTabs tabs_{log_, page_, state_, local_, buttons_};
   view::PageCategories categories_{log_, page_, state_, local_, installed_, new_listing_, buttons_};
   UpdateSourceFile source_file_{log_, files_, settings_, sources_};
   UpdateRequests requests_{log_, settings_, window_, sources_, new_components_, pending_packages_};

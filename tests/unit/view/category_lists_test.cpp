@@ -147,6 +147,15 @@ TEST_F(Details, UnderUpdatesPressItsControlAndShowItAnew) {
   EXPECT_THAT(log_.entries, IsEmpty());
 }
 
+TEST_F(Details, ListedDuringADownloadHaveTheirButtonsOff) {
+  state_.download_in_progress = true;
+  categories_.ShowDetails();
+  EXPECT_TRUE(Button("installedaddons", 1)->Disabled());
+  EXPECT_TRUE(Button("installedchannels", 1)->Disabled());
+  EXPECT_TRUE(Button("updatedchannels", 1)->Disabled());
+  EXPECT_TRUE(state_.download_in_progress);
+}
+
 TEST_F(Details, HideTheTabsOfKindsWithNothingOnOffer) {
   OfferManifest(
       "<components><channels><channel id='music'><name>Music</name><version>1</version>"

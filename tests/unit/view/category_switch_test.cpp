@@ -98,6 +98,18 @@ TEST_F(CategorySwitch, EveryKindIsKeptThereAndBack) {
   EXPECT_THAT(log_.entries, IsEmpty());
 }
 
+TEST_F(CategorySwitch, WhatIsListedDuringADownloadHasItsButtonsOff) {
+  state_.download_in_progress = true;
+  document_->Click(At("update"));
+  EXPECT_TRUE(Button("updatedaddons", 1)->Disabled());
+  document_->Click(At("installed"));
+  EXPECT_TRUE(Button("installedaddons", 1)->Disabled());
+  EXPECT_TRUE(Button("installedchannels", 1)->Disabled());
+  state_.download_in_progress = false;
+  document_->Click(At("installed"));
+  EXPECT_FALSE(Button("installedaddons", 1)->Disabled());
+}
+
 TEST_F(CategorySwitch, AClickOnTheDisabledUpdatesControlChangesNothing) {
   At("update")->SetDisabled(true);
   const std::string before = document_->TreeText();

@@ -101,8 +101,7 @@ TEST_F(CurrentRow, TheLastElementOfThatNumberIsNeverLookedAt) {
 }
 
 TEST_F(CurrentRow, TheElementBeforeTheLastIsLookedAt) {
-  At("installedaddons")
-      ->SetInnerHtml("<div id='7'><span><b>Notes</b></span></div><b id='7'></b>");
+  At("installedaddons")->SetInnerHtml("<div id='7'><span><b>Notes</b></span></div><b id='7'></b>");
   rows_.RemoveDiv("installedaddons");
   ASSERT_EQ(At("installedaddons")->ChildNodeCount(), 1);
   EXPECT_EQ(At("7")->TagName(), "B");

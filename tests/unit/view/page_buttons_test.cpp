@@ -101,6 +101,25 @@ TEST_F(PageButtonsTest, ButtonsMadeDuringADownloadComeOnWithTheOthers) {
   EXPECT_THAT(Off("installedchannels"), Each(false));
 }
 
+TEST_F(PageButtonsTest, WhatIsListedAnewDuringADownloadIsSwitchedOffAgain) {
+  FillAll();
+  state_.download_in_progress = true;
+  FillAll();
+  buttons_.DisableRelisted();
+  for (const char* list : kInstalledLists) EXPECT_THAT(Off(list), Each(true)) << list;
+  for (const char* list : kUpdatedLists)
+    EXPECT_THAT(Off(list), ElementsAre(true, true, true)) << list;
+  EXPECT_TRUE(state_.download_in_progress);
+}
+
+TEST_F(PageButtonsTest, WhatIsListedAnewWithoutADownloadStaysOn) {
+  FillAll();
+  buttons_.DisableRelisted();
+  for (const char* list : kInstalledLists) EXPECT_THAT(Off(list), Each(false)) << list;
+  for (const char* list : kUpdatedLists) EXPECT_THAT(Off(list), Each(false)) << list;
+  EXPECT_FALSE(state_.download_in_progress);
+}
+
 /// Calls each of the four procedures.
 void SwitchAllWays(PageButtons& buttons) {
   buttons.DisableOtherDownload();

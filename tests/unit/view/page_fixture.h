@@ -90,7 +90,9 @@ class PageTest : public ::testing::Test {
   catalog::RegistryFiles registry_files_{files_, settings_};
   catalog::FileVersions versions_{log_, settings_, resources_};
   catalog::InstalledComponents installed_{log_, registry_files_, versions_, rows_};
-  PageTabs tabs_{log_, page_, state_, installed_};
+  fakes::FakeMainWindow window_{""};
+  PageButtons buttons_{log_, page_, state_, window_};
+  PageTabs tabs_{log_, page_, state_, installed_, buttons_};
   catalog::UpdateSourceList sources_;
   catalog::InstalledRows shown_;
   catalog::NewComponents new_components_;
@@ -99,8 +101,6 @@ class PageTest : public ::testing::Test {
                                               sources_, available_, shown_,    rows_};
   catalog::NewComponentListing new_listing_{log_,     files_,          settings_, registry_files_,
                                             sources_, new_components_, rows_};
-  fakes::FakeMainWindow window_{""};
-  PageButtons buttons_{log_, page_, state_, window_};
   PageCategories categories_{log_,          page_,        state_,  installed_,
                              with_updates_, new_listing_, buttons_};
 };

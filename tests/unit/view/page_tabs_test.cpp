@@ -242,6 +242,16 @@ TEST_F(PageTabsTest, ShowLocalDataSwitchesTheUpdatesOffAndListsTheChannels) {
   EXPECT_THAT(log_.entries, IsEmpty());
 }
 
+TEST_F(PageTabsTest, WhatIsListedDuringADownloadHasItsButtonsOff) {
+  state_.download_in_progress = true;
+  tabs_.ShowLocalData();
+  EXPECT_TRUE(Button("installedchannels", 1)->Disabled());
+  ClickIsOn("itabencloser", kAddonsTab);
+  tabs_.ShowInstalledTab();
+  EXPECT_TRUE(Button("installedaddons", 1)->Disabled());
+  EXPECT_THAT(log_.entries, IsEmpty());
+}
+
 TEST_F(PageTabsTest, ShowLocalDataWithoutAnUpdatesControlIsLoggedAndListsNothing) {
   At("category")->SetInnerHtml("<i></i><i></i><i></i>");
   tabs_.ShowLocalData();
