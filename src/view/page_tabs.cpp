@@ -166,6 +166,7 @@ void PageTabs::HideOthers(const HtmlNodeRef& name_line) {
 void PageTabs::ShowLocalData() {
   guarded(log_, "Kitbay::ShowLocalData", [&] {
     Needed(page_.Element(kCategory)->ChildNode(kUpdatesControl))->SetDisabled(true);
+    state_.installed_lists_current = false;
     installed_.InitialInstalledChannels();
     buttons_.DisableRelisted();
   });

@@ -15,7 +15,7 @@ namespace kitbay::view {
 /// what it has shown and hidden so far.
 class PageTabs {
  public:
-  PageTabs(base::ErrorLog& log, const PageDocument& page, const ViewState& state,
+  PageTabs(base::ErrorLog& log, const PageDocument& page, ViewState& state,
            catalog::InstalledComponents& installed, PageButtons& buttons)
       : log_(log), page_(page), state_(state), installed_(installed), buttons_(buttons) {}
 
@@ -44,7 +44,8 @@ class PageTabs {
   /// Opens the row of the clicked name line and closes the other rows of its container.
   void HideOthers(const platform::HtmlNodeRef& name_line);
 
-  /// Fills the page when no update source can be asked.
+  /// Fills the page when no update source can be asked; what is installed is then shown without
+  /// update status.
   void ShowLocalData();
 
  private:
@@ -54,7 +55,7 @@ class PageTabs {
 
   base::ErrorLog& log_;
   const PageDocument& page_;
-  const ViewState& state_;
+  ViewState& state_;
   catalog::InstalledComponents& installed_;
   PageButtons& buttons_;
 };

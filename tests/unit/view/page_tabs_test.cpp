@@ -242,6 +242,15 @@ TEST_F(PageTabsTest, ShowLocalDataSwitchesTheUpdatesOffAndListsTheChannels) {
   EXPECT_THAT(log_.entries, IsEmpty());
 }
 
+TEST_F(PageTabsTest, LocalDataAreNotCurrentAndATabListsItsKindAnew) {
+  state_.installed_lists_current = true;
+  tabs_.ShowLocalData();
+  EXPECT_FALSE(state_.installed_lists_current);
+  ClickIsOn("itabencloser", kAddonsTab);
+  tabs_.ShowInstalledTab();
+  EXPECT_EQ(At("installedaddons")->ChildNodeCount(), 2);
+}
+
 TEST_F(PageTabsTest, WhatIsListedDuringADownloadHasItsButtonsOff) {
   state_.download_in_progress = true;
   tabs_.ShowLocalData();
