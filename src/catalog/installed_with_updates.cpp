@@ -98,8 +98,10 @@ void InstalledWithUpdates::ListCustomChannels(const Entries& channels, RowNumber
         const std::string name = AttributeText(channel, "name");
         const std::string version = AttributeText(channel, "version");
         const std::string description = ChildText(channel, "description");
+        const pugi::xml_node core = channel.child("core");
+        const bool is_core = core && IsCore(ElementText(core));
         rows_.fillDiv(kInstalledTables.channel.container, name, version, description, row.Next(),
-                      false);
+                      is_core);
       }
     }
   });

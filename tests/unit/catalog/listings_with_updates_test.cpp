@@ -172,11 +172,25 @@ TEST_F(ListingWithUpdates, ChannelsOfBothFilesAskEachSourceUnderOneHeading) {
 
 TEST_F(ListingWithUpdates, CustomChannelThatNoSourceShowedIsListedAfterAll) {
   SetDatastore(RegistryText("", "", Channel("presence", "Presence", "1")));
-  SetCustomRegistry(RegistryText("", "", Channel("news", "News", "2", "1")));
+  SetCustomRegistry(RegistryText("", "", Channel("news", "News", "2")));
   check_.notes_ids = false;
   installed_.InstalledChannels();
   EXPECT_THAT(rows_.calls,
               ElementsAre(kChannelHeading, "fillDiv installedchannels|News|2|About News|5|-"));
+}
+
+TEST_F(ListingWithUpdates, CustomChannelIsACoreOneOnlyWhenItsEntrySaysSo) {
+  sources_.UpdateSources.clear();
+  SetDatastore(RegistryText("", "", ""));
+  SetCustomRegistry(RegistryText("", "",
+                                 Channel("news", "News", "2", "1") +
+                                     "<channel id='sky' name='Sky' version='3'>"
+                                     "<description>About Sky</description></channel>"));
+  installed_.InstalledChannels();
+  EXPECT_THAT(rows_.calls,
+              ElementsAre(kChannelHeading, "fillDiv installedchannels|News|2|About News|1|core",
+                          "fillDiv installedchannels|Sky|3|About Sky|2|-"));
+  EXPECT_THAT(log_.entries, IsEmpty());
 }
 
 TEST_F(ListingWithUpdates, CustomChannelsAreListedWhenThereIsNoSource) {
