@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <string_view>
+#include <utility>
 
 #include "base/failure.h"
+#include "base/text.h"
 #include "catalog/entries.h"
 
 namespace kitbay::catalog {
@@ -85,10 +87,9 @@ void CheckShape(pugi::xml_document& document, const std::string& path) {
   }
 }
 
-pugi::xml_encoding Load(const platform::Files& files, const std::string& path, unsigned options,
-                        XmlDocument& document) {
-  document.reset();
-  const pugi::xml_parse_result result = document.ParseInPlace(files.Read(path), options);
+pugi::xml_encoding Parse(std::string bytes, const std::string& path, unsigned options,
+                         XmlDocument& document) {
+  const pugi::xml_parse_result result = document.ParseInPlace(std::move(bytes), options);
   if (!result) {
     RaiseInvalid(document, path,
                  std::string(result.description()) + " at byte " + std::to_string(result.offset));
@@ -103,13 +104,14 @@ std::string_view Trimmed(std::string_view text) {
   return text;
 }
 
-// In memory, and so also when it is saved, the document is UTF-8, whatever the file was.
-void DeclareUtf8(pugi::xml_document& document) {
+// Where the file declares its encoding; empty where it does not.
+pugi::xml_attribute DeclaredEncoding(const pugi::xml_document& document) {
   const pugi::xml_node first = document.first_child();
-  if (first.type() == pugi::node_declaration && first.attribute("encoding")) {
-    first.attribute("encoding").set_value("UTF-8");
-  }
+  return first.type() == pugi::node_declaration ? first.attribute("encoding")
+                                                : pugi::xml_attribute();
 }
+
+bool IsUtf8Name(const char* encoding) { return base::ToLower(encoding) == "utf-8"; }
 
 template <typename Loading>
 bool Succeeds(Loading loading) {
@@ -124,13 +126,29 @@ bool Succeeds(Loading loading) {
 }  // namespace
 
 void LoadXml(const platform::Files& files, const std::string& path, XmlDocument& document) {
-  Load(files, path, kToRead, document);
+  document.reset();
+  Parse(files.Read(path), path, kToRead, document);
 }
 
+// In memory, and so also when it is saved, the document is UTF-8. Of the other encodings the parser
+// converts UTF-16, UTF-32 and Latin-1; bytes in any other would stay as they are beside those that
+// are added.
 void LoadXmlToChange(const platform::Files& files, const std::string& path, XmlDocument& document) {
-  if (Load(files, path, kToChange, document) != pugi::encoding_utf8) {
-    DeclareUtf8(document);
+  document.reset();
+  std::string bytes = files.Read(path);
+  const bool is_utf8 = base::IsUtf8(bytes);
+  const bool is_converted =
+      Parse(std::move(bytes), path, kToChange, document) != pugi::encoding_utf8;
+  pugi::xml_attribute declared = DeclaredEncoding(document);
+  if (!declared || IsUtf8Name(declared.value())) {
+    return;
   }
+  if (!is_converted && !is_utf8) {
+    const std::string encoding = declared.value();
+    document.reset();
+    throw Failure(kInvalidData, path + " cannot be changed in its encoding, " + encoding);
+  }
+  declared.set_value("UTF-8");
 }
 
 bool TryLoadXml(const platform::Files& files, const std::string& path, XmlDocument& document) {

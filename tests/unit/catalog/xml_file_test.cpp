@@ -164,6 +164,38 @@ TEST_F(XmlFile, SavedUtf16DeclaresItselfAsUtf8) {
   EXPECT_EQ(Saved(), "<?xml version=\"1.0\" encoding=\"UTF-8\"?><r/>");
 }
 
+TEST_F(XmlFile, OfAnEncodingThatIsNotKnownReadsWhatCanBeRead) {
+  EXPECT_EQ(LoadNumber("<?xml version='1.0' encoding='windows-1252'?><r a='B\xFC' b='News'/>"), 0);
+  EXPECT_STREQ(document_.child("r").attribute("b").value(), "News");
+}
+
+TEST_F(XmlFile, OfAnEncodingThatIsNotKnownIsNotChanged) {
+  for (const char* encoding : {"windows-1252", "ISO-8859-15", "Shift_JIS"}) {
+    const std::string bytes =
+        std::string("<?xml version='1.0' encoding='") + encoding + "'?><r a='B\xFC'/>";
+    EXPECT_EQ(LoadToChangeNumber(bytes), kInvalidData);
+    EXPECT_EQ(description_,
+              std::string("C:\\Suite\\a.xml cannot be changed in its encoding, ") + encoding);
+    EXPECT_FALSE(document_.first_child());
+  }
+}
+
+TEST_F(XmlFile, OfLettersThatEveryEncodingHasIsSavedAsTheUtf8ThatItIs) {
+  ASSERT_EQ(LoadToChangeNumber("<?xml version='1.0' encoding='windows-1252'?><r a='B'/>"), 0);
+  document_.child("r").attribute("a").set_value("B\u00FC");
+  SaveXml(files_, kPath, document_);
+  EXPECT_EQ(Saved(), "<?xml version=\"1.0\" encoding=\"UTF-8\"?><r a=\"B\u00FC\"/>");
+}
+
+TEST_F(XmlFile, WithBytesThatAreNotItsUtf8KeepsThem) {
+  for (const std::string declaration : {"", "<?xml version=\"1.0\" encoding=\"utf-8\"?>"}) {
+    const std::string bytes = declaration + "<r a=\"\xFC\"/>";
+    ASSERT_EQ(LoadToChangeNumber(bytes), 0);
+    SaveXml(files_, kPath, document_);
+    EXPECT_EQ(Saved(), bytes);
+  }
+}
+
 TEST_F(XmlFile, SavedWithNoDeclarationLineBreakOrIndentOfItsOwn) {
   ASSERT_EQ(LoadToChangeNumber("<root><a>B\u00FCcher &lt;&amp;</a><b/></root>"), 0);
   document_.child("root").append_child("c").text() = "d";
