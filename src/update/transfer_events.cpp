@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <functional>
+#include <vector>
 
 #include "base/component_kind.h"
 #include "base/failure.h"
@@ -38,17 +39,18 @@ void TransferEvents::Message(const std::string& file_path, const std::string& fi
     if (SameText(field_value, "true")) {
       EndTransfer(file_path);
     } else if (SameText(field_name, "Total-Length")) {
-      BeginTransfer(field_value);
+      BeginTransfer(file_path, field_value);
     } else {
       ShowProgress(field_value);
     }
   });
 }
 
-void TransferEvents::BeginTransfer(const std::string& total_length) {
+void TransferEvents::BeginTransfer(const std::string& file_path, const std::string& total_length) {
   parts_.window.progress_bar().SetValue(0);
   parts_.window.progress_bar().SetVisible(true);
   total_length_ = total_length;
+  parts_.requests.unanswered().Begin(file_path);
   saved_status_ = parts_.window.status_bar().PanelText(platform::kStatusPanel);
 }
 
@@ -69,10 +71,12 @@ void TransferEvents::ShowProgress(const std::string& received) {
 
 void TransferEvents::EndTransfer(const std::string& file_path) {
   parts_.window.progress_bar().SetValue(100);
+  parts_.requests.unanswered().End(file_path);
   if (TakeManifest(file_path) && parts_.requests.CheckPreferences()) {
     ShowAnswers();
   }
   TakePackage(file_path);
+  parts_.requests.unanswered().ShowStatus();
 }
 
 // The entry is looked for once: two equal sources are two requests.
@@ -84,7 +88,6 @@ bool TransferEvents::TakeManifest(const std::string& file_path) {
   if (source == pending.end()) {
     return false;
   }
-  fetched_manifests_.push_back(base::AfterLastSlash(*source));
   pending.erase(source);
   parts_.sources.UsedCachedManifest = true;
   return true;
@@ -107,33 +110,47 @@ void TransferEvents::Exception(const std::string& file_path, const std::string& 
   constexpr const char* kName = "Kitbay::OvTransportEvents_Exception";
   guarded(parts_.log, kName, [&] {
     parts_.log.LogError(parts_.log.TimeText(), kName, 0, message);
+    parts_.requests.unanswered().End(file_path);
     parts_.buttons.DisableStatus();
     const bool is_time_out = SameText(message, "connection timed out");
     parts_.desktop.ShowMessage(is_time_out ? message : file_path + "      " + message,
                                platform::kMessageTitle, platform::kInformation);
-    DropFailedPackage(file_path);
-    DropFailedSource(file_path);
-    if (!parts_.sources.PendingSources.empty()) {
-      return;
-    }
-    if (parts_.sources.UsedCachedManifest) {
-      ShowAnswers();
-    } else {
-      parts_.buttons.DisableStatus();
-      EnableButtons();
-    }
+    Recover(file_path);
+    parts_.requests.unanswered().ShowStatus();
   });
 }
 
-void TransferEvents::DropFailedPackage(const std::string& file_path) {
-  for (const base::ComponentKind kind : base::kComponentKinds) {
-    if (SameText(parts_.pending_packages[kind].file_path, file_path)) {
-      parts_.pending_packages[kind] = {};
+void TransferEvents::Recover(const std::string& file_path) {
+  if (DropFailedPackage(file_path)) {
+    EnableButtons();
+  }
+  DropFailedSource(file_path);
+  if (!parts_.sources.PendingSources.empty()) {
+    return;
+  }
+  if (parts_.sources.UsedCachedManifest) {
+    ShowAnswers();
+  } else {
+    parts_.buttons.DisableStatus();
+    if (!IsPackagePending()) {
+      EnableButtons();
     }
   }
 }
 
-// A failed source is not asked again in this run.
+bool TransferEvents::DropFailedPackage(const std::string& file_path) {
+  bool was_pending = false;
+  for (const base::ComponentKind kind : base::kComponentKinds) {
+    PendingPackage& package = parts_.pending_packages[kind];
+    if (!package.name.empty() && SameText(package.file_path, file_path)) {
+      package = {};
+      was_pending = true;
+    }
+  }
+  return was_pending;
+}
+
+// A failed source is not asked again in this run, though it may be pending more than once.
 void TransferEvents::DropFailedSource(const std::string& file_path) {
   std::vector<std::string>& pending = parts_.sources.PendingSources;
   if (pending.empty()) {
@@ -141,7 +158,7 @@ void TransferEvents::DropFailedSource(const std::string& file_path) {
   }
   const std::string source = pending.front();
   if (source.find('/') == std::string::npos || SameText(SplitSource(source).file_path, file_path)) {
-    pending.erase(pending.begin());
+    std::erase_if(pending, [&](const std::string& entry) { return SameText(entry, source); });
     parts_.requests.CheckPreferences();
   }
 }
@@ -150,7 +167,19 @@ void TransferEvents::ShowAnswers() {
   const platform::HtmlNodeRef category = parts_.page.Element(view::kCategory);
   view::Needed(category->ChildNode(view::kUpdatesControl))->SetDisabled(false);
   parts_.categories.ShowDetails();
-  EnableButtons();
+  // A second package that was asked for now would take the place of the pending one.
+  if (IsPackagePending()) {
+    parts_.buttons.DisableOtherDownload();
+    parts_.buttons.DisableOtherUpdatedDownload();
+  } else {
+    EnableButtons();
+  }
+}
+
+bool TransferEvents::IsPackagePending() const {
+  return std::any_of(
+      base::kComponentKinds.begin(), base::kComponentKinds.end(),
+      [&](base::ComponentKind kind) { return !parts_.pending_packages[kind].name.empty(); });
 }
 
 void TransferEvents::EnableButtons() {

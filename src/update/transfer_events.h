@@ -1,7 +1,6 @@
 #pragma once
 
 #include <string>
-#include <vector>
 
 #include "base/error_log.h"
 #include "base/settings.h"
@@ -41,16 +40,15 @@ class TransferEvents : public platform::OvTransportEvents {
                const std::string& field_value) override;
   void Exception(const std::string& file_path, const std::string& message) override;
 
-  /// The names of the manifests that have arrived in this run, in order.
-  const std::vector<std::string>& fetched_manifests() const { return fetched_manifests_; }
-
  private:
-  void BeginTransfer(const std::string& total_length);
+  void BeginTransfer(const std::string& file_path, const std::string& total_length);
   void ShowProgress(const std::string& received);
   void EndTransfer(const std::string& file_path);
   bool TakeManifest(const std::string& file_path);
   void TakePackage(const std::string& file_path);
-  void DropFailedPackage(const std::string& file_path);
+  bool IsPackagePending() const;
+  void Recover(const std::string& file_path);
+  bool DropFailedPackage(const std::string& file_path);
   void DropFailedSource(const std::string& file_path);
   void ShowAnswers();
   void EnableButtons();
@@ -58,7 +56,6 @@ class TransferEvents : public platform::OvTransportEvents {
   TransferParts parts_;
   std::string total_length_;
   std::string saved_status_;
-  std::vector<std::string> fetched_manifests_;
 };
 
 }  // namespace kitbay::update

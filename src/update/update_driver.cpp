@@ -36,6 +36,7 @@ void UpdateDriver::GetDirectoryPreferenceFile() {
     } else {
       ShowWithCachedManifests();
     }
+    parts_.requests.unanswered().ShowStatus();
   });
 }
 

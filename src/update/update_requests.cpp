@@ -29,9 +29,15 @@ void DemandPlainFileName(const std::string& name) {
 
 }  // namespace
 
+void UpdateRequests::SetDownloadObject(platform::TransportObject* object) {
+  download_object_ = object;
+  unanswered_.Clear();
+}
+
 bool UpdateRequests::Updates(const std::string& server, const std::string& file_path,
                              const std::string& destination) {
-  return guarded(log_, "Kitbay::Updates", [&] {
+  const bool is_sent = guarded(log_, "Kitbay::Updates", [&] {
+    unanswered_.Add(file_path);
     if (download_object_ == nullptr) {
       throw Failure(RuntimeError::kObjectVariableNotSet);
     }
@@ -40,23 +46,35 @@ bool UpdateRequests::Updates(const std::string& server, const std::string& file_
                               "</filetodownload><destpath>" + destination +
                               "</destpath><progressevents>true</progressevents>");
   });
+  if (!is_sent) {
+    unanswered_.TakeBack(file_path);
+  }
+  return is_sent;
 }
 
 bool UpdateRequests::CheckPreferences() {
   bool is_nothing_left = false;
   guarded(log_, "Kitbay::CheckPreferences", [&] {
     DropUnusableSources();
-    if (sources_.PendingSources.empty()) {
-      is_nothing_left = true;
-      return;
+    is_nothing_left = sources_.PendingSources.empty();
+    if (!is_nothing_left && !IsManifestAwaited()) {
+      AskNextSource();
     }
-    const std::string& source = sources_.PendingSources.front();
-    const Address address = SplitSource(source);
-    SetStatus("Getting information from server " + address.server + ".");
-    Updates(address.server, address.file_path,
-            catalog::ManifestPath(settings_, base::AfterLastSlash(source)));
   });
   return is_nothing_left;
+}
+
+void UpdateRequests::AskNextSource() {
+  const std::string& source = sources_.PendingSources.front();
+  const Address address = SplitSource(source);
+  SetStatus("Getting information from server " + address.server + ".");
+  asked_manifest_ = address.file_path;
+  Updates(address.server, address.file_path,
+          catalog::ManifestPath(settings_, base::AfterLastSlash(source)));
+}
+
+bool UpdateRequests::IsManifestAwaited() const {
+  return asked_manifest_ && unanswered_.Contains(*asked_manifest_);
 }
 
 // A source whose manifest cannot be kept under its name is passed over, so that those after it are

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "base/component_kind.h"
@@ -10,6 +11,7 @@
 #include "platform/main_window.h"
 #include "platform/suite_objects.h"
 #include "update/pending_packages.h"
+#include "update/unanswered_requests.h"
 
 namespace kitbay::update {
 
@@ -25,18 +27,21 @@ class UpdateRequests {
         window_(window),
         sources_(sources),
         new_components_(new_components),
-        pending_(pending) {}
+        pending_(pending),
+        unanswered_(window) {}
 
   /// The object that transfers; null while there is none, and every request then fails with 91.
-  void SetDownloadObject(platform::TransportObject* object) { download_object_ = object; }
+  /// What another object was asked is forgotten.
+  void SetDownloadObject(platform::TransportObject* object);
 
   /// Asks `server` for `file_path`, to be stored as the file `destination`. Returns whether the
   /// request was handed over.
   bool Updates(const std::string& server, const std::string& file_path,
                const std::string& destination);
 
-  /// Asks the next pending update source for its manifest. True when none is left to ask. A source
-  /// whose manifest has no usable file name is logged and dropped.
+  /// Asks the next pending update source for its manifest, unless another one's answer is still
+  /// awaited. True when none is left to ask. A source whose manifest has no usable file name is
+  /// logged and dropped.
   bool CheckPreferences();
 
   /// Downloads the package of the new component of that display name, listed in `container`, whose
@@ -45,12 +50,16 @@ class UpdateRequests {
   bool InstallNewAddons(const std::string& container, const std::string& name,
                         const std::string& row_id, const std::string& row_name);
 
+  UnansweredRequests& unanswered() { return unanswered_; }
+
  private:
   bool DownloadFirst(base::ComponentKind kind, const std::string& lower_name,
                      const std::string& row_id, const std::string& row_name);
   bool DownloadAddon(const std::string& url, const std::string& name,
                      const std::string& display_text, const std::string& label);
+  void AskNextSource();
   void DropUnusableSources();
+  bool IsManifestAwaited() const;
   void SetStatus(const std::string& text);
 
   base::ErrorLog& log_;
@@ -60,6 +69,8 @@ class UpdateRequests {
   const catalog::NewComponents& new_components_;
   PendingPackages& pending_;
   platform::TransportObject* download_object_ = nullptr;
+  UnansweredRequests unanswered_;
+  std::optional<std::string> asked_manifest_;  // the file path of the latest request for one
 };
 
 }  // namespace kitbay::update

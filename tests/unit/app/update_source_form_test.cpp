@@ -30,6 +30,12 @@ class ProgramWithItsDialog : public FakeProgram {
 
   std::vector<std::string>& Requests() { return suite_objects.Find(kDownload)->requests; }
 
+  /// Lets the source that was asked when the page had loaded answer.
+  void AnswerFirstSource() {
+    files.AddFile("C:\\Ovalink\\Kitbay\\list.xml", "<root/>");
+    suite_objects.Find(kDownload)->receiver->Message("/list.xml", "Received-Length", "true");
+  }
+
   static auto RequestOf(const std::string& server, const std::string& path) {
     return AllOf(HasSubstr("<server>" + server + "</server>"),
                  HasSubstr("<filetodownload>" + path + "</filetodownload>"));
@@ -83,9 +89,7 @@ TEST_F(ProgramWithItsDialog, DirectoriesAgainBringsItToTheFront) {
 
 TEST_F(ProgramWithItsDialog, AnAddedSourceIsAskedWhenTheDialogCloses) {
   Add("http://new.example.org/more.xml");
-  // The first source answers meanwhile.
-  files.AddFile("C:\\Ovalink\\Kitbay\\list.xml", "<root/>");
-  suite_objects.Find(kDownload)->receiver->Message("/list.xml", "Received-Length", "true");
+  AnswerFirstSource();
   dialog_window_.events()->cmdPrefClose_Click();
   EXPECT_EQ(files.Bytes(kSourceFile), FileOf("new.example.org/more.xml"));
   EXPECT_THAT(Requests(), ElementsAre(RequestOf("updates.example", "/list.xml"),
@@ -100,6 +104,7 @@ TEST_F(ProgramWithItsDialog, ClosingItUnchangedAsksNothing) {
 }
 
 TEST_F(ProgramWithItsDialog, TheMainWindowsCloseButtonSavesAndAsksBeforeTheProgramEnds) {
+  AnswerFirstSource();
   Add("new.example.org/more.xml");
   form_.CmdClose_Click();
   EXPECT_EQ(files.Bytes(kSourceFile), FileOf("new.example.org/more.xml"));

@@ -1,5 +1,9 @@
 #include "update/transfer_events.h"
 
+#include <algorithm>
+#include <functional>
+#include <utility>
+
 #include "exchange_fixture.h"
 #include "view/page_ids.h"
 
@@ -33,16 +37,46 @@ class Transfer : public ExchangeTest {
 
   void Finish(const std::string& path) { events_.Message(path, "Result", "true"); }
 
-  /// A button in each list, switched off as while something is transferred.
+  /// Rows with buttons in each list, all switched off as while something is transferred.
   void AddButtons() {
     for (const base::ComponentKind kind : base::kComponentKinds) {
-      html_->ById(view::kUpdatedContainers[kind])->SetInnerHtml("");
-      html_->ById(view::kInstalledContainers[kind])->SetInnerHtml("");
+      rows_.fillDivWithUpdates(view::kInstalledContainers[kind], "Old", "1", "", 1, false, false);
+      rows_.showUpdates(view::kUpdatedContainers[kind], "New", "1", "", 1);
     }
-    state_.download_in_progress = true;
+    SwitchButtonsOff();
   }
 
-  bool ButtonsAreGivenBack() const { return !state_.download_in_progress; }
+  /// As the page and the update flows do when they have asked for a package.
+  void SwitchButtonsOff() {
+    buttons_.DisableOtherDownload();
+    buttons_.DisableOtherUpdatedDownload();
+  }
+
+  /// For each button of the lists, whether it is switched off.
+  std::vector<bool> ButtonsOff() const {
+    std::vector<bool> off;
+    for (const auto* containers : {&view::kInstalledContainers, &view::kUpdatedContainers}) {
+      for (const base::ComponentKind kind : base::kComponentKinds) {
+        const std::string markup = fakes::FakeHtmlDocument::Outer(html_->ById((*containers)[kind]));
+        for (std::size_t at = markup.find("<input"); at != std::string::npos;
+             at = markup.find("<input", at + 1)) {
+          const std::string tag = markup.substr(at, markup.find('>', at) - at);
+          off.push_back(tag.find(" disabled") != std::string::npos);
+        }
+      }
+    }
+    return off;
+  }
+
+  bool ButtonsAreGivenBack() const {
+    const std::vector<bool> off = ButtonsOff();
+    return !state_.download_in_progress && !off.empty() && std::ranges::count(off, true) == 0;
+  }
+
+  bool ButtonsAreOff() const {
+    const std::vector<bool> off = ButtonsOff();
+    return state_.download_in_progress && !off.empty() && std::ranges::count(off, false) == 0;
+  }
 };
 
 TEST_F(Transfer, TotalLengthEmptiesAndShowsTheBar) {
@@ -199,7 +233,6 @@ TEST_F(Transfer, LastManifestShowsTheDetailsAndGivesTheButtonsBack) {
   EXPECT_TRUE(ButtonsAreGivenBack());
   EXPECT_THAT(sources_.PendingSources, IsEmpty());
   EXPECT_TRUE(sources_.UsedCachedManifest);
-  EXPECT_THAT(events_.fetched_manifests(), ElementsAre("a.xml"));
   EXPECT_THAT(downloads_.documents, IsEmpty());
   EXPECT_THAT(packages_.calls, IsEmpty());
 }
@@ -208,7 +241,6 @@ TEST_F(Transfer, PathOfAManifestIsComparedWithoutLetterCase) {
   Ask({"one.example/Dir/A.xml"});
   Finish("/dIR/a.XML");
   EXPECT_THAT(sources_.PendingSources, IsEmpty());
-  EXPECT_THAT(events_.fetched_manifests(), ElementsAre("A.xml"));
 }
 
 TEST_F(Transfer, ChainAsksOneSourceAfterTheOtherInOrder) {
@@ -224,7 +256,6 @@ TEST_F(Transfer, ChainAsksOneSourceAfterTheOtherInOrder) {
   Finish("/c.xml");
   EXPECT_THAT(downloads_.documents, testing::SizeIs(2));
   EXPECT_TRUE(DetailsAreShown());
-  EXPECT_THAT(events_.fetched_manifests(), ElementsAre("a.xml", "b.xml", "c.xml"));
 }
 
 TEST_F(Transfer, EqualSourcesAreTwoRequests) {
@@ -237,6 +268,13 @@ TEST_F(Transfer, EqualSourcesAreTwoRequests) {
   EXPECT_THAT(sources_.PendingSources, IsEmpty());
   EXPECT_THAT(downloads_.documents, testing::SizeIs(1));
   EXPECT_TRUE(DetailsAreShown());
+}
+
+TEST_F(Transfer, FailedSourceIsNotAskedAgainThoughItIsPendingTwice) {
+  Ask({"one.example/a.xml", "ONE.example/A.xml", "two.example/a.xml"});
+  events_.Exception("/a.xml", "refused");
+  EXPECT_THAT(sources_.PendingSources, ElementsAre("two.example/a.xml"));
+  EXPECT_THAT(downloads_.documents, ElementsAre(ManifestRequest("two.example", "/a.xml")));
 }
 
 TEST_F(Transfer, SourcesOfOnePathOnTwoServersAreToldApartByTheirOrder) {
@@ -294,7 +332,7 @@ TEST_F(Transfer, FailedLastSourceAfterAFreshManifestShowsTheDetails) {
 }
 
 TEST_F(Transfer, FailureWhileASourceIsStillPendingEndsThere) {
-  state_.download_in_progress = true;
+  AddButtons();
   Ask({"one.example/a.xml", "two.example/b.xml"});
   events_.Exception("/a.xml", "refused");
   EXPECT_THAT(sources_.PendingSources, ElementsAre("two.example/b.xml"));
@@ -309,18 +347,15 @@ class FailingPlace : public Transfer, public testing::WithParamInterface<std::si
 TEST_P(FailingPlace, DropsThatSourceAndTheExchangeGoesOn) {
   const std::vector<std::string> paths = {"/a.xml", "/b.xml", "/c.xml"};
   Ask({"one.example/a.xml", "two.example/b.xml", "three.example/c.xml"});
-  std::vector<std::string> fetched;
   for (std::size_t i = 0; i < paths.size(); ++i) {
     ASSERT_FALSE(state_.installed_lists_current) << "before answer " << i;
     if (i == GetParam()) {
       events_.Exception(paths[i], "connection timed out");
     } else {
       Finish(paths[i]);
-      fetched.push_back(paths[i].substr(1));
     }
   }
   EXPECT_TRUE(DetailsAreShown()) << html_->TreeText();
-  EXPECT_EQ(events_.fetched_manifests(), fetched);
   EXPECT_THAT(downloads_.documents, ElementsAre(ManifestRequest("two.example", "/b.xml"),
                                                 ManifestRequest("three.example", "/c.xml")));
   EXPECT_THAT(desktop_.calls(), ElementsAre("ShowMessage [connection timed out] [Kitbay] 64"));
@@ -415,7 +450,7 @@ TEST_F(PackageAnswers, AnswerWithoutAPendingPackageUnpacksNothing) {
 }
 
 TEST_F(PackageAnswers, FailedPackageIsForgottenAndGivesTheButtonsBack) {
-  state_.download_in_progress = true;
+  AddButtons();
   events_.Exception("/P/chat.zip", "404 Not Found");
   EXPECT_EQ(pending_packages_.addon.name, "");
   EXPECT_EQ(pending_packages_.transport.name, "mail");
@@ -441,6 +476,104 @@ TEST_F(PackageAnswers, AnswerWithinTheRequestIsTaken) {
   EXPECT_THAT(packages_.calls,
               ElementsAre("UnpackChannel sky C:\\Suite\\Temp\\sky.zip", "InstallProcess"));
   EXPECT_EQ(pending_packages_.channel.name, "");
+}
+
+/// A package is asked for while a manifest is on its way.
+class PackageBehindAManifest : public Transfer {
+ protected:
+  static constexpr const char* kStatus = "Downloading Sky Addon.";
+
+  PackageBehindAManifest() { AddButtons(); }
+
+  void AskFor(const std::vector<std::string>& sources) {
+    Ask(sources);
+    AddManifest("a.xml");
+    new_components_.addon = {{.id = "sky", .name = "Sky", .url = "p.example/sky.zip"}};
+    requests_.InstallNewAddons("updatedaddons", "Sky", "1");
+    SwitchButtonsOff();
+    downloads_.documents.clear();
+  }
+};
+
+TEST_F(PackageBehindAManifest, LastManifestShowsTheDetailsAndLeavesTheButtonsOff) {
+  AskFor({"one.example/a.xml"});
+  Finish("/a.xml");
+  EXPECT_TRUE(DetailsAreShown()) << html_->TreeText();
+  EXPECT_TRUE(ButtonsAreOff()) << html_->TreeText();
+  EXPECT_EQ(Status(), kStatus);
+  Finish("/sky.zip");
+  EXPECT_THAT(packages_.calls,
+              ElementsAre("Unpack sky C:\\Suite\\Temp\\sky.zip", "InstallProcess"));
+}
+
+TEST_F(PackageBehindAManifest, FailedLastManifestLeavesTheButtonsOff) {
+  AskFor({"one.example/a.xml"});
+  events_.Exception("/a.xml", "refused");
+  EXPECT_TRUE(ButtonsAreOff()) << html_->TreeText();
+  EXPECT_EQ(Status(), kStatus);
+  EXPECT_EQ(pending_packages_.addon.name, "sky");
+}
+
+TEST_F(PackageBehindAManifest, FailedLastManifestAfterAFreshOneShowsTheDetailsOnly) {
+  AskFor({"one.example/a.xml"});
+  sources_.UsedCachedManifest = true;
+  events_.Exception("/a.xml", "refused");
+  EXPECT_TRUE(DetailsAreShown()) << html_->TreeText();
+  EXPECT_TRUE(ButtonsAreOff()) << html_->TreeText();
+  EXPECT_EQ(Status(), kStatus);
+}
+
+TEST_F(PackageBehindAManifest, ItsFailureGivesTheButtonsBackThoughSourcesAreStillAsked) {
+  AskFor({"one.example/a.xml", "two.example/b.xml"});
+  Finish("/a.xml");
+  EXPECT_TRUE(ButtonsAreOff()) << html_->TreeText();
+  events_.Exception("/sky.zip", "refused");
+  EXPECT_TRUE(ButtonsAreGivenBack()) << html_->TreeText();
+  EXPECT_THAT(sources_.PendingSources, ElementsAre("two.example/b.xml"));
+  EXPECT_EQ(Status(), "Getting information from server two.example.");
+}
+
+TEST_F(PackageBehindAManifest, StatusIsThatOfTheTransferUnderWay) {
+  AskFor({"one.example/a.xml", "two.example/b.xml"});
+  EXPECT_EQ(Status(), kStatus);
+  events_.Message("/a.xml", "Total-Length", "4096");
+  EXPECT_EQ(Status(), "Getting information from server one.example.");
+  events_.Message("/a.xml", "Received", "1024");
+  EXPECT_EQ(Status(), "Getting information from server one.example. Completed 1Kb of 4Kb");
+  Finish("/a.xml");
+  EXPECT_EQ(Status(), kStatus);
+  EXPECT_THAT(downloads_.documents, ElementsAre(ManifestRequest("two.example", "/b.xml")));
+  events_.Message("/sky.zip", "Total-Length", "2048");
+  events_.Message("/sky.zip", "Received", "1024");
+  EXPECT_EQ(Status(), "Downloading Sky Addon. Completed 1Kb of 2Kb");
+  Finish("/sky.zip");
+  EXPECT_EQ(Status(), "Getting information from server two.example.");
+  Finish("/b.xml");
+  EXPECT_EQ(Status(), "");
+}
+
+/// The user reads each message for a while, in which something happens.
+class SlowReader : public fakes::RecordingDesktop {
+ public:
+  explicit SlowReader(std::function<void()> meanwhile) : meanwhile_(std::move(meanwhile)) {}
+
+  int ShowMessage(const std::string& text, const std::string& title, int style) override {
+    meanwhile_();
+    return RecordingDesktop::ShowMessage(text, title, style);
+  }
+
+ private:
+  std::function<void()> meanwhile_;
+};
+
+TEST_F(PackageBehindAManifest, BarOfAPackageThatBeganDuringTheMessageStaysVisible) {
+  AskFor({"one.example/a.xml"});
+  SlowReader desktop([&] { events_.Message("/sky.zip", "Total-Length", "2048"); });
+  TransferEvents events({log_, settings_, desktop, window_, page_, categories_, buttons_, sources_,
+                         pending_packages_, requests_, packages_});
+  events.Exception("/a.xml", "refused");
+  EXPECT_TRUE(window_.progress_bar().visible());
+  EXPECT_EQ(Status(), kStatus);
 }
 
 }  // namespace

@@ -89,6 +89,77 @@ TEST_F(DirectoryPreference, EachRunMakesTheSourcesPendingOnceMore) {
                                                    "one.example/a.xml", "two.example/b.xml"));
 }
 
+TEST_F(DirectoryPreference, RunWhileASourceIsAskedOnlyAppendsAndTheAnswersAskTheRest) {
+  SetSources("<preference url='one.example/a.xml'/>");
+  driver_.GetDirectoryPreferenceFile();
+  SetSources("<preference url='one.example/a.xml'/><preference url='two.example/b.xml'/>");
+  driver_.GetDirectoryPreferenceFile();
+  EXPECT_THAT(sources_.PendingSources,
+              ElementsAre("one.example/a.xml", "one.example/a.xml", "two.example/b.xml"));
+  const std::string a = ManifestRequest("one.example", "/a.xml");
+  const std::string b = ManifestRequest("two.example", "/b.xml");
+  EXPECT_THAT(downloads_.documents, ElementsAre(a));
+  events_.Message("/a.xml", "Result", "true");
+  EXPECT_THAT(downloads_.documents, ElementsAre(a, a));
+  events_.Message("/a.xml", "Result", "true");
+  EXPECT_THAT(downloads_.documents, ElementsAre(a, a, b));
+  EXPECT_TRUE(LocalDataIsShown()) << html_->TreeText();
+  AddManifest("b.xml");
+  events_.Message("/b.xml", "Result", "true");
+  EXPECT_THAT(downloads_.documents, testing::SizeIs(3));
+  EXPECT_TRUE(DetailsAreShown()) << html_->TreeText();
+}
+
+TEST_F(DirectoryPreference, RunWhileASourceIsAskedThatFailsDoesNotRetryIt) {
+  SetSources("<preference url='one.example/a.xml'/><preference url='two.example/b.xml'/>");
+  driver_.GetDirectoryPreferenceFile();
+  driver_.GetDirectoryPreferenceFile();
+  events_.Exception("/a.xml", "refused");
+  EXPECT_THAT(downloads_.documents, ElementsAre(ManifestRequest("one.example", "/a.xml"),
+                                                ManifestRequest("two.example", "/b.xml")));
+}
+
+TEST_F(DirectoryPreference, RunWhileASourceIsAskedLeavesCachedListsToTheAnswer) {
+  SetSources("<preference url='one.example/a.xml'/><preference url='two.example/b.xml'/>");
+  AddManifest("a.xml");
+  driver_.GetDirectoryPreferenceFile();
+  driver_.GetDirectoryPreferenceFile();
+  EXPECT_THAT(downloads_.documents, ElementsAre(ManifestRequest("two.example", "/b.xml")));
+  EXPECT_TRUE(LocalDataIsShown()) << html_->TreeText();
+}
+
+TEST_F(DirectoryPreference, RunAfterARefusedRequestAsksAgain) {
+  SetSources("<preference url='one.example/a.xml'/>");
+  downloads_.failure.emplace(base::RuntimeError::kInvalidProcedureCall);
+  driver_.GetDirectoryPreferenceFile();
+  downloads_.failure.reset();
+  driver_.GetDirectoryPreferenceFile();
+  EXPECT_THAT(downloads_.documents, ElementsAre(ManifestRequest("one.example", "/a.xml")));
+}
+
+TEST_F(DirectoryPreference, RunWithANewDownloadObjectAsksAgain) {
+  SetSources("<preference url='one.example/a.xml'/>");
+  driver_.GetDirectoryPreferenceFile();
+  requests_.SetDownloadObject(nullptr);
+  requests_.SetDownloadObject(&downloads_);
+  driver_.GetDirectoryPreferenceFile();
+  EXPECT_THAT(downloads_.documents, testing::SizeIs(2));
+}
+
+TEST_F(DirectoryPreference, RunDuringAPackageLeavesItsStatus) {
+  new_components_.addon = {{.id = "sky", .name = "Sky", .url = "p.example/sky.zip"}};
+  requests_.InstallNewAddons("updatedaddons", "Sky", "1");
+  SetSources("<preference url='one.example/a.xml'/>");
+  driver_.GetDirectoryPreferenceFile();
+  EXPECT_EQ(Status(), "Downloading Sky Addon.");
+  SetSources("<preference url='two.example/b.xml'/>");
+  AddManifest("b.xml");
+  sources_.PendingSources.clear();
+  driver_.GetDirectoryPreferenceFile();
+  EXPECT_TRUE(DetailsAreShown()) << html_->TreeText();
+  EXPECT_EQ(Status(), "Downloading Sky Addon.");
+}
+
 TEST_F(DirectoryPreference, ManifestOfTodayIsUsedAndNothingIsAsked) {
   SetSources("<preference url='updates.example/components.xml'/>");
   AddManifest("components.xml", {2026, 11, 21, 0, 0, 0});
