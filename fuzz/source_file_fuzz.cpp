@@ -2,8 +2,8 @@
 // which every second source fails.
 #include <memory>
 
-#include "base/file_name.h"
 #include "catalog/available_updates.h"
+#include "catalog/manifest_file.h"
 #include "fakes/fake_clock.h"
 #include "fakes/fake_main_window.h"
 #include "fakes/fake_version_resource.h"
@@ -37,8 +37,8 @@ class CheckedDownloads : public platform::TransportObject {
                document.compare(start, kStart.size(), kStart) == 0,
            "a manifest goes into the folder of manifests");
     const std::size_t name = start + kStart.size();
-    Demand(base::IsPlainFileName(document.substr(name, document.size() - kEnd.size() - name)),
-           "a manifest has a plain file name");
+    Demand(catalog::IsManifestName(document.substr(name, document.size() - kEnd.size() - name)),
+           "a manifest takes the place of no other file");
   }
   void ShutDown() override {}
 };

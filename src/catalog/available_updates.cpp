@@ -5,6 +5,7 @@
 #include "base/failure.h"
 #include "base/guarded.h"
 #include "catalog/installed_tables.h"
+#include "catalog/manifest_file.h"
 #include "catalog/manifest_tables.h"
 #include "catalog/registry_files.h"
 #include "catalog/version_rule.h"
@@ -103,7 +104,7 @@ void AvailableUpdates::CheckEntries(ComponentKind kind, const Entries& installed
                                     RowNumber& row) {
   const ManifestTable& offers = kManifestTables[kind];
   XmlDocument document;
-  if (!TryLoadXml(files_, ManifestPath(settings_, manifest), document) ||
+  if (!TryLoadManifest(files_, settings_, manifest, document) ||
       !document.select_node(offers.manifest_list) || installed.empty()) {
     return;
   }

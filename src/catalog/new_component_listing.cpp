@@ -5,8 +5,8 @@
 
 #include "base/guarded.h"
 #include "base/text.h"
-#include "catalog/available_updates.h"
 #include "catalog/entries.h"
+#include "catalog/manifest_file.h"
 #include "catalog/manifest_tables.h"
 #include "catalog/xml_file.h"
 
@@ -49,9 +49,8 @@ void NewComponentListing::ListNew(ComponentKind kind, const char* source_procedu
   rows_.FillDivHeader(table.container, kUpdatesBar, table.heading);
   RowNumber row;
   for (const std::string& source : sources_.UpdateSources) {
-    guarded(log_, source_procedure, [&] {
-      ListOffers(kind, ManifestPath(settings_, base::AfterLastSlash(source)), installed, row);
-    });
+    guarded(log_, source_procedure,
+            [&] { ListOffers(kind, base::AfterLastSlash(source), installed, row); });
   }
   const bool is_empty = row.Last() == 0;
   if (is_empty) {
@@ -73,11 +72,11 @@ NewComponentListing::Ids NewComponentListing::InstalledIds(ComponentKind kind) c
   return ids;
 }
 
-void NewComponentListing::ListOffers(ComponentKind kind, const std::string& path,
+void NewComponentListing::ListOffers(ComponentKind kind, const std::string& manifest_name,
                                      const Ids& installed, RowNumber& row) {
   const ManifestTable& table = kManifestTables[kind];
   XmlDocument manifest;
-  if (!TryLoadXml(files_, path, manifest)) {
+  if (!TryLoadManifest(files_, settings_, manifest_name, manifest)) {
     return;
   }
   for (const pugi::xml_node& entry : Entries(manifest, table.entries)) {

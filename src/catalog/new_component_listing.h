@@ -40,7 +40,7 @@ class NewComponentListing {
 
   void ListNew(base::ComponentKind kind, const char* source_procedure);
   Ids InstalledIds(base::ComponentKind kind) const;
-  void ListOffers(base::ComponentKind kind, const std::string& path, const Ids& installed,
+  void ListOffers(base::ComponentKind kind, const std::string& manifest_name, const Ids& installed,
                   RowNumber& row);
 
   base::ErrorLog& log_;

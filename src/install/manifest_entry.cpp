@@ -6,7 +6,7 @@
 
 #include "base/failure.h"
 #include "base/text.h"
-#include "catalog/available_updates.h"
+#include "catalog/manifest_file.h"
 #include "catalog/xml_file.h"
 
 namespace kitbay::install {
@@ -91,8 +91,7 @@ pugi::xml_node FindManifestEntry(const platform::Files& files, const base::Setti
                                  const std::string& id, catalog::XmlDocument& manifest) {
   const std::string wanted = base::ToLower(id);
   for (const std::string& source : sources.UpdateSources) {
-    const std::string path = catalog::ManifestPath(settings, base::AfterLastSlash(source));
-    if (!catalog::TryLoadXml(files, path, manifest)) {
+    if (!catalog::TryLoadManifest(files, settings, base::AfterLastSlash(source), manifest)) {
       continue;
     }
     for (const auto& entry : catalog::SelectNodes(manifest, kEntryTables[kind].entries)) {

@@ -7,7 +7,7 @@
 #include "base/file_name.h"
 #include "base/guarded.h"
 #include "base/text.h"
-#include "catalog/available_updates.h"
+#include "catalog/manifest_file.h"
 #include "catalog/manifest_tables.h"
 #include "catalog/xml_file.h"
 #include "update/source_address.h"
@@ -129,9 +129,7 @@ void UpdateFlows::GetChannelInfo(Offer& offer) {
 void UpdateFlows::ReadOffer(ComponentKind kind, Offer& offer) {
   const std::string manifest_name = base::AfterLastSlash(parts_.sources.UpdateSources.front());
   catalog::XmlDocument manifest;
-  if (!base::IsPlainFileName(manifest_name) ||
-      !catalog::TryLoadXml(parts_.files, catalog::ManifestPath(parts_.settings, manifest_name),
-                           manifest)) {
+  if (!catalog::TryLoadManifest(parts_.files, parts_.settings, manifest_name, manifest)) {
     return;
   }
   const std::string name = base::ToLower(parts_.session.component_name);

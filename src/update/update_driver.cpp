@@ -4,11 +4,11 @@
 #include <chrono>
 
 #include "base/failure.h"
-#include "base/file_name.h"
 #include "base/guarded.h"
 #include "base/text.h"
 #include "catalog/available_updates.h"
 #include "catalog/installed_tables.h"
+#include "catalog/manifest_file.h"
 #include "update/source_address.h"
 #include "view/page_ids.h"
 
@@ -75,9 +75,9 @@ void UpdateDriver::DropFreshSources() {
   }
 }
 
-// A name that is no plain file name could find anything.
+// Any other name could find anything.
 bool UpdateDriver::IsCached(const std::string& manifest) const {
-  return base::IsPlainFileName(manifest) &&
+  return catalog::IsManifestName(manifest) &&
          parts_.files.Exists(catalog::ManifestPath(parts_.settings, manifest));
 }
 

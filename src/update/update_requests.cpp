@@ -5,6 +5,7 @@
 #include "base/guarded.h"
 #include "base/text.h"
 #include "catalog/available_updates.h"
+#include "catalog/manifest_file.h"
 #include "catalog/manifest_tables.h"
 #include "update/source_address.h"
 
@@ -21,8 +22,8 @@ constexpr base::PerKind<const char*> kLabels = {
     .addon = "Addon", .transport = "", .channel = "Channel"};
 
 // Names come from outside and become part of a path.
-void DemandPlainFileName(const std::string& name) {
-  if (!base::IsPlainFileName(name)) {
+void Demand(bool is_usable, const std::string& name) {
+  if (!is_usable) {
     throw Failure(RuntimeError::kPathFileAccessError, name);
   }
 }
@@ -82,9 +83,9 @@ bool UpdateRequests::IsManifestAwaited() const {
 void UpdateRequests::DropUnusableSources() {
   std::vector<std::string>& pending = sources_.PendingSources;
   while (!pending.empty()) {
-    const std::string source = pending.front();
+    const std::string manifest = base::AfterLastSlash(pending.front());
     if (guarded(log_, "Kitbay::CheckPreferences",
-                [&] { DemandPlainFileName(base::AfterLastSlash(source)); })) {
+                [&] { Demand(catalog::IsManifestName(manifest), manifest); })) {
       return;
     }
     pending.erase(pending.begin());
@@ -130,7 +131,7 @@ bool UpdateRequests::DownloadAddon(const std::string& url, const std::string& na
                                    const std::string& display_text, const std::string& label) {
   bool is_sent = false;
   guarded(log_, "Kitbay::DownloadAddon", [&] {
-    DemandPlainFileName(name);
+    Demand(base::IsPlainFileName(name), name);
     const Address address = SplitSource(url);
     SetStatus("Downloading " + display_text + (label.empty() ? "" : " " + label) + ".");
     is_sent = Updates(address.server, address.file_path,

@@ -160,6 +160,18 @@ TEST_F(DirectoryPreference, RunDuringAPackageLeavesItsStatus) {
   EXPECT_EQ(Status(), "Downloading Sky Addon.");
 }
 
+TEST_F(DirectoryPreference, SeedIsNoCachedManifest) {
+  files_.AddFile("C:\\Suite\\Kitbay\\DirectoryPreference.xml",
+                 "<root><preferences><preference url=''/></preferences></root>");
+  SetSources(
+      "<preference url='one.example/DirectoryPreference.xml'/>"
+      "<preference url='two.example/b.xml'/>");
+  driver_.GetDirectoryPreferenceFile();
+  EXPECT_FALSE(sources_.UsedCachedManifest);
+  EXPECT_TRUE(LocalDataIsShown()) << html_->TreeText();
+  EXPECT_THAT(downloads_.documents, ElementsAre(ManifestRequest("two.example", "/b.xml")));
+}
+
 TEST_F(DirectoryPreference, ManifestOfTodayIsUsedAndNothingIsAsked) {
   SetSources("<preference url='updates.example/components.xml'/>");
   AddManifest("components.xml", {2026, 11, 21, 0, 0, 0});

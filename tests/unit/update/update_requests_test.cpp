@@ -111,6 +111,29 @@ INSTANTIATE_TEST_SUITE_P(Names, UnusableSource,
                                          "h/a.xml.", "h/a?b=c", "h/a*.xml", "..\\evil.xml",
                                          "h/\\\\server\\share"));
 
+// Of what lies in the folder of manifests, only manifests may be replaced.
+INSTANTIATE_TEST_SUITE_P(OtherFiles, UnusableSource,
+                         testing::Values("www.h.org/DirectoryPreference.xml",
+                                         "h/directorypreference.XML", "h/UpdatePreference.xml",
+                                         "h/DIRECT~1.XML", "h/AddonUpdates.html", "h/Kitbay.exe",
+                                         "h/version.dll", "h/install.txt", "h/iaddons.gif",
+                                         "h/manifest", "h/a.xmlx", "h/a.xml.gif", "h/axml"));
+
+class UsableSource : public Requests, public testing::WithParamInterface<const char*> {};
+
+TEST_P(UsableSource, IsAsked) {
+  sources_.PendingSources = {std::string("h/") + GetParam()};
+  EXPECT_FALSE(requests_.CheckPreferences());
+  EXPECT_THAT(downloads_.documents,
+              ElementsAre(ManifestRequest("h", std::string("/") + GetParam())));
+  EXPECT_THAT(log_.entries, IsEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(Names, UsableSource,
+                         testing::Values("a.xml", "A.XML", ".xml", "updates.com.xml",
+                                         "two words.xml", "DirectoryPreference.xml.xml",
+                                         "my-directorypreference.xml"));
+
 TEST_F(Requests, OnlyUnusableSourcesLeaveNothingToAsk) {
   sources_.PendingSources = {"h/nul", "h/a:b"};
   EXPECT_TRUE(requests_.CheckPreferences());
