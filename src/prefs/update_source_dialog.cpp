@@ -1,5 +1,7 @@
 #include "prefs/update_source_dialog.h"
 
+#include <pugixml.hpp>
+
 #include "base/failure.h"
 #include "base/guarded.h"
 #include "base/text.h"
@@ -19,6 +21,10 @@ constexpr int kFirstPosition = 1;
 
 bool AreEqual(const std::string& left, const std::string& right) {
   return base::ToLower(left) == base::ToLower(right);
+}
+
+pugi::xml_node PreferencesOf(const catalog::XmlDocument& file) {
+  return file.select_node("/root/preferences").node();
 }
 
 pugi::xml_node FirstSource(const pugi::xml_node& preferences) {
@@ -49,11 +55,11 @@ void UpdateSourceDialog::Show(platform::WindowHandle owner) {
 void UpdateSourceDialog::Form_Load() {
   guarded(log_, "Kitbay::Form_Load", [&] {
     window_.EnableRemoveButton(false);
-    if (!catalog::TryLoadXml(files_, source_file_.Path(), source_file_.document()) ||
-        !Preferences()) {
+    catalog::XmlDocument file;
+    if (!catalog::TryLoadXml(files_, source_file_.Path(), file) || !PreferencesOf(file)) {
       return;
     }
-    for (pugi::xml_node source = FirstSource(Preferences()); source;
+    for (pugi::xml_node source = FirstSource(PreferencesOf(file)); source;
          source = catalog::NextElement(source)) {
       window_.AddItem(catalog::FirstAttributeText(source));
     }
@@ -152,35 +158,33 @@ bool UpdateSourceDialog::IsListed(const std::string& url) const {
 // one must stay. What was added since the dialog was opened is not in the file yet.
 void UpdateSourceDialog::RemoveSource(int position) {
   window_.SetStatusText("");
-  catalog::LoadXmlToChange(files_, source_file_.Path(), source_file_.document());
-  pugi::xml_node preferences = Preferences();
+  catalog::XmlDocument file;
+  catalog::LoadXmlToChange(files_, source_file_.Path(), file);
+  pugi::xml_node preferences = PreferencesOf(file);
   const pugi::xml_node source =
       FindSource(catalog::NextElement(FirstSource(preferences)), window_.ItemText(position));
   if (preferences.remove_child(source)) {
-    catalog::SaveXml(files_, source_file_.Path(), source_file_.document());
+    catalog::SaveXml(files_, source_file_.Path(), file);
   }
   window_.RemoveItem(position);
 }
 
 void UpdateSourceDialog::SavePreference(bool& changed) {
   guarded(log_, "Kitbay::SavePreference", [&] {
-    if (!catalog::TryLoadXmlToChange(files_, source_file_.Path(), source_file_.document())) {
+    catalog::XmlDocument file;
+    if (!catalog::TryLoadXmlToChange(files_, source_file_.Path(), file)) {
       return;
     }
-    pugi::xml_node preferences = Preferences();
+    pugi::xml_node preferences = PreferencesOf(file);
     for (int position = 1; position <= window_.ItemCount(); ++position) {
       const std::string url = window_.ItemText(position);
       if (!FindSource(FirstSource(preferences), url)) {
         preferences.append_child("preference").append_attribute("url") = url.c_str();
-        catalog::SaveXml(files_, source_file_.Path(), source_file_.document());
+        catalog::SaveXml(files_, source_file_.Path(), file);
         changed = true;
       }
     }
   });
-}
-
-pugi::xml_node UpdateSourceDialog::Preferences() const {
-  return source_file_.document().select_node("/root/preferences").node();
 }
 
 }  // namespace kitbay::prefs

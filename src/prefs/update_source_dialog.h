@@ -1,6 +1,5 @@
 #pragma once
 
-#include <pugixml.hpp>
 #include <string>
 
 #include "base/error_log.h"
@@ -17,8 +16,8 @@ namespace kitbay::prefs {
 class UpdateSourceDialog : public platform::PreferenceWindowEvents {
  public:
   UpdateSourceDialog(base::ErrorLog& log, platform::Files& files,
-                     update::UpdateSourceFile& source_file, platform::PreferenceWindow& window,
-                     SourceListUser& user)
+                     const update::UpdateSourceFile& source_file,
+                     platform::PreferenceWindow& window, SourceListUser& user)
       : log_(log), files_(files), source_file_(source_file), window_(window), user_(user) {}
 
   /// Opens the dialog, owned by `owner`, with the sources of the file; when it is open already,
@@ -48,11 +47,10 @@ class UpdateSourceDialog : public platform::PreferenceWindowEvents {
   void TakeUrl(const std::string& url);
   bool IsListed(const std::string& url) const;
   void RemoveSource(int position);
-  pugi::xml_node Preferences() const;
 
   base::ErrorLog& log_;
   platform::Files& files_;
-  update::UpdateSourceFile& source_file_;
+  const update::UpdateSourceFile& source_file_;
   platform::PreferenceWindow& window_;
   SourceListUser& user_;
 };

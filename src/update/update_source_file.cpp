@@ -2,6 +2,7 @@
 
 #include "base/failure.h"
 #include "base/guarded.h"
+#include "catalog/xml_document.h"
 #include "catalog/xml_file.h"
 
 namespace kitbay::update {
@@ -41,29 +42,31 @@ void UpdateSourceFile::MakeDirectoryPreferenceFile(platform::FileSystemObject* f
     if (!file_system->FileExists(Path())) {
       CreateWithOneSource(*file_system);
     }
+    catalog::XmlDocument document;
     catalog::XmlDocument seed;
-    if (!catalog::TryLoadXmlToChange(files_, Path(), document_) ||
+    if (!catalog::TryLoadXmlToChange(files_, Path(), document) ||
         !catalog::TryLoadXml(files_, settings_.InstallFolder + "\\Kitbay\\DirectoryPreference.xml",
                              seed)) {
       return;
     }
     const pugi::xml_node seed_preferences = seed.select_node("/root/preferences").node();
-    const pugi::xml_node preferences = document_.select_node("/root/preferences").node();
+    const pugi::xml_node preferences = document.select_node("/root/preferences").node();
     if (!seed_preferences || !preferences) {
       return;
     }
     FirstSourceUrl(preferences).set_value(FirstSourceUrl(seed_preferences).value());
-    catalog::SaveXml(files_, Path(), document_);
+    catalog::SaveXml(files_, Path(), document);
   });
 }
 
 void UpdateSourceFile::GetPreferences() {
   guarded(log_, "Kitbay::GetPreferences", [&] {
     sources_.UpdateSources.clear();
-    if (!files_.Exists(Path()) || !catalog::TryLoadXml(files_, Path(), document_)) {
+    catalog::XmlDocument document;
+    if (!files_.Exists(Path()) || !catalog::TryLoadXml(files_, Path(), document)) {
       return;
     }
-    for (const auto& preference : catalog::SelectNodes(document_, "root/preferences/preference")) {
+    for (const auto& preference : catalog::SelectNodes(document, "root/preferences/preference")) {
       const std::string url = catalog::FirstAttributeText(preference.node());
       sources_.PendingSources.push_back(url);
       sources_.UpdateSources.push_back(url);

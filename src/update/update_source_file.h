@@ -5,7 +5,6 @@
 #include "base/error_log.h"
 #include "base/settings.h"
 #include "catalog/update_source_list.h"
-#include "catalog/xml_document.h"
 #include "platform/file_system_object.h"
 #include "platform/files.h"
 
@@ -29,9 +28,6 @@ class UpdateSourceFile {
 
   std::string Path() const;
 
-  /// What the file held when it was loaded last.
-  catalog::XmlDocument& document() { return document_; }
-
  private:
   void CreateWithOneSource(platform::FileSystemObject& file_system) const;
 
@@ -39,7 +35,6 @@ class UpdateSourceFile {
   platform::Files& files_;
   const base::Settings& settings_;
   catalog::UpdateSourceList& sources_;
-  catalog::XmlDocument document_;
 };
 
 }  // namespace kitbay::update
