@@ -14,6 +14,7 @@ import {
   rowsOf,
   sourcesAnswered,
   Suite,
+  trustAuthority,
   windows,
   wine,
 } from './harness.mjs';
@@ -51,6 +52,10 @@ const summary = async (page, container) =>
   (await page.eval(rowsOf(container))).map(({ name, version, buttons }) => [name, version, ...buttons]);
 const shown = (page, ...ids) =>
   page.eval(`${JSON.stringify(ids)}.filter((id) => document.getElementById(id).offsetParent !== null)`);
+
+/** Where the progress bar stands, of 100. */
+const progress = async () =>
+  (await windows()).find(isKitbay).controls.find((control) => control.class === 'msctls_progress32').value;
 
 async function closed() {
   await probe('press', 'Kitbay', '&Close');
@@ -173,14 +178,17 @@ for (const [mode, options] of [
   ['redirect', { to: 'http://localhost:9/elsewhere.xml' }],
   ['redirect-loop'],
 ]) {
-  test(`"${mode}" ends in a message, nothing half-written, and a page that can be used`, async () => {
+  test(`"${mode}" ends in a message, nothing half-written, and the next source's manifest`, async () => {
     source.misbehave('/ovalink.xml', mode, options);
-    const page = await started(`${source.host}/ovalink.xml`);
+    const page = await started(`${source.host}/ovalink.xml`, `${source.host}/partners.xml`);
     assert.match(await confirmMessage(), /^\/ovalink\.xml {6}\w/);
-    await eventually('the folder of manifests without part of one', () => suite.manifests().length === 0);
+    await page.waitFor(answered);
+    assert.deepEqual(suite.manifests(), ['partners.xml']);
+    const kept = fs.readFileSync(path.join(suite.programFolder, 'partners.xml'));
+    assert.deepEqual(kept, source.contentOf('/partners.xml'));
+    assert.equal(source.requests.filter((request) => request.path === '/partners.xml').length, 1);
     await kitbay.click('#itabencloser #addons');
     await page.waitFor(`document.querySelectorAll('#installedaddons > div').length === 10`);
-    assert.equal(await page.eval(`${updatesControl}.disabled`), true);
     await closed();
     assert.deepEqual(
       suite.logEntries().map(({ procedure }) => procedure),
@@ -188,6 +196,73 @@ for (const [mode, options] of [
     );
   });
 }
+
+test('an only source that fails leaves a page that can be used', async () => {
+  source.misbehave('/ovalink.xml', 'cut-short', { after: 100 });
+  const page = await started(`${source.host}/ovalink.xml`);
+  assert.match(await confirmMessage(), /^\/ovalink\.xml {6}\w/);
+  await eventually('the folder of manifests without part of one', () => suite.manifests().length === 0);
+  await kitbay.click('#itabencloser #addons');
+  await page.waitFor(`document.querySelectorAll('#installedaddons > div').length === 10`);
+  assert.equal(await page.eval(`${updatesControl}.disabled`), true);
+  await closed();
+  assert.deepEqual(
+    suite.logEntries().map(({ procedure }) => procedure),
+    ['Kitbay::OvTransportEvents_Exception'],
+  );
+});
+
+/** The manifest of `from` is kept as it was sent, nothing is logged, and updates are offered. */
+async function keptManifest(page, from) {
+  await page.waitFor(answered);
+  const kept = fs.readFileSync(path.join(suite.programFolder, 'ovalink.xml'));
+  assert.deepEqual(kept, from.contentOf('/ovalink.xml'));
+  assert.deepEqual(suite.manifests(), ['ovalink.xml']);
+  await kitbay.click('#itabencloser #addons');
+  assert.equal(await page.eval(`document.querySelectorAll('#installedaddons input[value=Update]').length`), 3);
+}
+
+for (const mode of ['chunked', 'no-length']) {
+  test(`a manifest without an announced length ("${mode}") is kept whole`, async () => {
+    source.misbehave('/ovalink.xml', mode);
+    await keptManifest(await started(`${source.host}/ovalink.xml`), source);
+    await closed();
+    assert.deepEqual(suite.logEntries(), []);
+  });
+}
+
+test('a manifest that drips shows its progress and is kept whole', async () => {
+  const drip = source.misbehave('/ovalink.xml', 'drip');
+  const page = await started(`${source.host}/ovalink.xml`);
+  await drip.reached;
+  await eventually('progress', async () => {
+    await drip.next(100);
+    return (await progress()) > 0;
+  });
+  assert.ok((await progress()) < 100);
+  assert.deepEqual(suite.manifests().filter((name) => name === 'ovalink.xml'), []);
+  await drip.rest();
+  await keptManifest(page, source);
+  await closed();
+  assert.deepEqual(suite.logEntries(), []);
+});
+
+test('a source with TLS is asked, and delivers a package', async (t) => {
+  await trustAuthority();
+  const secure = await UpdateSource.start({ tls: 'good' });
+  t.after(() => secure.close());
+  const page = await started(`${secure.origin}/ovalink.xml`);
+  await keptManifest(page, secure);
+  await kitbay.click('#update');
+  await page.waitFor(`document.getElementById('tabencloser').offsetParent !== null`);
+  await kitbay.press('updatedaddons', 'Scrapbook', 'Install');
+  assert.match(await confirmMessage(), /^Scrapbook addon has been successfully installed\./);
+  const arrived = fs.readFileSync(path.join(suite.workingFolder, 'scrapbook.zip'));
+  assert.deepEqual(arrived, secure.contentOf('/packages/scrapbook.zip'));
+  await closed();
+  assert.deepEqual(suite.logEntries(), []);
+  assert.deepEqual(source.requests, []);
+});
 
 for (const mode of ['stall', 'stall-body']) {
   test(`"${mode}" ends with the time-out alone as message`, async () => {
@@ -254,8 +329,6 @@ test('a download shows its progress and switches the other buttons off', async (
   await page.waitFor(`document.getElementById('tabencloser').offsetParent !== null`);
   await kitbay.press('updatedaddons', 'Scrapbook', 'Install');
   await drip.reached;
-  const progress = async () =>
-    (await windows()).find(isKitbay).controls.find((control) => control.class === 'msctls_progress32').value;
   await eventually('progress', async () => {
     await drip.next(1024);
     return (await progress()) > 0;
