@@ -489,7 +489,7 @@ class PackageBehindAManifest : public Transfer {
     Ask(sources);
     AddManifest("a.xml");
     new_components_.addon = {{.id = "sky", .name = "Sky", .url = "p.example/sky.zip"}};
-    requests_.InstallNewAddons("updatedaddons", "Sky", "1");
+    requests_.InstallNewAddons("updatedaddons", "Sky", "1", "Sky");
     SwitchButtonsOff();
     downloads_.documents.clear();
   }

@@ -148,7 +148,7 @@ TEST_F(DirectoryPreference, RunWithANewDownloadObjectAsksAgain) {
 
 TEST_F(DirectoryPreference, RunDuringAPackageLeavesItsStatus) {
   new_components_.addon = {{.id = "sky", .name = "Sky", .url = "p.example/sky.zip"}};
-  requests_.InstallNewAddons("updatedaddons", "Sky", "1");
+  requests_.InstallNewAddons("updatedaddons", "Sky", "1", "Sky");
   SetSources("<preference url='one.example/a.xml'/>");
   driver_.GetDirectoryPreferenceFile();
   EXPECT_EQ(Status(), "Downloading Sky Addon.");
