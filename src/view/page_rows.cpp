@@ -1,5 +1,6 @@
 #include "view/page_rows.h"
 
+#include <algorithm>
 #include <limits>
 #include <memory>
 
@@ -41,8 +42,9 @@ void PageRows::FillDivHeader(const std::string& container, const std::string& ta
     const HtmlNodeRef list = page_.Element(container);
     const HtmlNodeRef bar = page_.Element(tab_bar);
     list->SetStyle("top", bar->Style("height"));
-    list->SetStyle("height",
-                   std::to_string(page_.document().BodyClientHeight() - bar->StylePixelHeight()));
+    // There is no negative height, however little of the page is shown.
+    const int height = page_.document().BodyClientHeight() - bar->StylePixelHeight();
+    list->SetStyle("height", std::to_string(std::max(0, height)));
     list->SetInnerHtml("<font style='font-size:11; font-family:verdana; '>" + title +
                        "<hr style='height:1pt;'></font>");
   });

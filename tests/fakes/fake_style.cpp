@@ -10,7 +10,7 @@
 namespace kitbay::fakes {
 namespace {
 
-enum class ValueKind { kLength, kLengths, kDisplay, kPosition, kVisibility, kText };
+enum class ValueKind { kExtent, kLength, kLengths, kDisplay, kPosition, kVisibility, kText };
 
 struct Property {
   const char* name;
@@ -36,7 +36,7 @@ constexpr std::array kProperties = {
     Property{"font-size", ValueKind::kLength},
     Property{"font-style", ValueKind::kText},
     Property{"font-weight", ValueKind::kText},
-    Property{"height", ValueKind::kLength},
+    Property{"height", ValueKind::kExtent},
     Property{"left", ValueKind::kLength},
     Property{"line-height", ValueKind::kText},
     Property{"margin", ValueKind::kLengths},
@@ -57,7 +57,7 @@ constexpr std::array kProperties = {
     Property{"top", ValueKind::kLength},
     Property{"visibility", ValueKind::kVisibility},
     Property{"white-space", ValueKind::kText},
-    Property{"width", ValueKind::kLength},
+    Property{"width", ValueKind::kExtent},
 };
 
 constexpr std::array<std::string_view, 10> kUnits = {"px", "pt", "%",  "em", "ex",
@@ -122,6 +122,8 @@ std::optional<std::string> Word(const Range& words, const std::string& text) {
 
 std::optional<std::string> Normalized(ValueKind kind, const std::string& value) {
   switch (kind) {
+    case ValueKind::kExtent:
+      return value.starts_with('-') ? std::nullopt : Length(value);
     case ValueKind::kLength:
       return Length(value);
     case ValueKind::kLengths:

@@ -72,6 +72,16 @@ TEST_P(HtmlDocumentContract, ALengthThatIsNoneIsLeftOut) {
   EXPECT_EQ(document.AllItem("cell")->Style("marginLeft"), "4pt");
 }
 
+TEST_P(HtmlDocumentContract, ANegativeHeightIsNotTaken) {
+  auto& document = Show("<div id='list' style='height:22px; top:5px'></div>");
+  const auto list = document.AllItem("list");
+  // An engine may refuse it or leave it out.
+  NumberOfFailure([&] { list->SetStyle("height", "-33"); });
+  EXPECT_EQ(list->Style("height"), "22px");
+  list->SetStyle("top", "-33");
+  EXPECT_EQ(list->Style("top"), "-33px");
+}
+
 TEST_P(HtmlDocumentContract, ALengthIsTakenOverFromAnotherElement) {
   auto& document = Show("<span id='bar' style='height:33px'></span><div id='list'></div>");
   document.AllItem("list")->SetStyle("top", document.AllItem("bar")->Style("height"));

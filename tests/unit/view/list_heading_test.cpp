@@ -40,6 +40,14 @@ TEST_F(ListHeading, ABarWithoutAHeightTakesNothingOfTheWindow) {
   EXPECT_EQ(At("installedaddons")->Style("height"), "400px");
 }
 
+TEST_F(ListHeading, AListInAWindowLowerThanItsBarHasNoHeight) {
+  document_->set_body_client_height(20);
+  rows_.FillDivHeader("installedaddons", "itabencloser", "T");
+  EXPECT_EQ(At("installedaddons")->Style("height"), "0px");
+  EXPECT_EQ(At("installedaddons")->ChildNodeCount(), 1);
+  EXPECT_THAT(log_.entries, IsEmpty());
+}
+
 TEST_F(ListHeading, TheTitleIsFollowedByARule) {
   rows_.FillDivHeader("installedaddons", "itabencloser", "Currently Installed  Addons");
   const auto list = At("installedaddons");
