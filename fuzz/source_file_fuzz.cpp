@@ -2,7 +2,6 @@
 // which every second source fails.
 #include <memory>
 
-#include "catalog/available_updates.h"
 #include "catalog/manifest_file.h"
 #include "fakes/fake_clock.h"
 #include "fakes/fake_main_window.h"
@@ -11,9 +10,8 @@
 #include "fakes/recording_desktop.h"
 #include "fuzz_support.h"
 #include "update/source_address.h"
-#include "update/transfer_events.h"
-#include "update/update_driver.h"
-#include "view/page_rows.h"
+#include "update/update_exchange.h"
+#include "view/component_page.h"
 
 namespace kitbay::fuzz {
 namespace {
@@ -77,45 +75,24 @@ void Exchange(const std::string& preferences, const std::string& seed) {
   settings.InstallFolder = "C:\\S";
   settings.CustomDataFolder = "C:\\U\\CustomData";
 
-  view::PageDocument page;
-  page.Connect(std::make_shared<fakes::FakeHtmlDocument>(kPage));
-  view::ViewState state;
-  view::PageRows rows(log, page, state);
-  const catalog::RegistryFiles registry_files(files, settings);
-  const catalog::FileVersions versions(log, settings, resources);
-  catalog::UpdateSourceList sources;
-  catalog::InstalledRows shown;
-  catalog::NewComponents new_components;
-  catalog::InstalledComponents local(log, registry_files, versions, rows);
-  catalog::AvailableUpdates available(log, files, settings, versions, shown, rows);
-  catalog::InstalledWithUpdates installed(log, files, settings, registry_files, sources, available,
-                                          shown, rows);
-  catalog::NewComponentListing news(log, files, settings, registry_files, sources, new_components,
-                                    rows);
-  view::PageButtons buttons(log, page, state, window);
-  view::PageTabs tabs(log, page, state, local, buttons);
-  view::PageCategories categories(log, page, state, local, installed, news, buttons);
-  update::PendingPackages pending;
-  update::UpdateSourceFile source_file(log, files, settings, sources);
-  update::UpdateRequests requests(log, settings, window, sources, new_components, pending);
-  CheckedDownloads downloads;
-  requests.SetDownloadObject(&downloads);
+  view::ComponentPage page(log, files, settings, resources, window);
+  page.document.Connect(std::make_shared<fakes::FakeHtmlDocument>(kPage));
   NoPackages packages;
-  update::TransferEvents events({log, settings, desktop, window, page, categories, buttons, sources,
-                                 pending, requests, packages});
-  update::UpdateDriver driver(
-      {log, settings, files, clock, page, rows, tabs, categories, source_file, sources, requests});
+  update::UpdateExchange exchange({log, files, settings, clock, desktop, window, page, packages});
+  CheckedDownloads downloads;
+  exchange.requests.SetDownloadObject(&downloads);
 
-  source_file.MakeDirectoryPreferenceFile(&file_system);
-  driver.GetDirectoryPreferenceFile();
+  exchange.source_file.MakeDirectoryPreferenceFile(&file_system);
+  exchange.driver.GetDirectoryPreferenceFile();
+  catalog::UpdateSourceList& sources = page.sources;
   bool fails = false;
   for (int answers = 0; answers < 16 && !sources.PendingSources.empty(); ++answers) {
     const std::size_t left = sources.PendingSources.size();
     const std::string path = update::SplitSource(sources.PendingSources.front()).file_path;
     if (fails) {
-      events.Exception(path, "connection timed out");
+      exchange.transfer_events.Exception(path, "connection timed out");
     } else {
-      events.Message(path, "Result", "true");
+      exchange.transfer_events.Message(path, "Result", "true");
     }
     Demand(sources.PendingSources.size() < left, "an answer takes its source off the list");
     fails = !fails;

@@ -116,26 +116,26 @@ void MainForm::WebBrowser1_DocumentComplete() {
       guarded(parts_.log, "Kitbay::XMLRPCTRANSPORT.xTransport create object failed",
               [&] {
                 transport_ = suite.CreateTransportObject("XMLRPCTRANSPORT.xTransport");
-                transport_->SetUp(parts_.transfer_events);
+                transport_->SetUp(parts_.exchange.transfer_events);
               }) &&
       guarded(parts_.log, "Kitbay::OvGlobals.URLDownLoadProgID create object failed", [&] {
-        parts_.requests.SetDownloadObject(nullptr);
+        parts_.exchange.requests.SetDownloadObject(nullptr);
         download_ = suite.CreateTransportObject("URLDownloadLib.URLDownload");
-        download_->SetUp(parts_.transfer_events);
-        parts_.requests.SetDownloadObject(download_.get());
+        download_->SetUp(parts_.exchange.transfer_events);
+        parts_.exchange.requests.SetDownloadObject(download_.get());
       });
   if (connected) {
     SweepReplacements();
     guarded(parts_.log, kName, [&] {
-      parts_.source_file.MakeDirectoryPreferenceFile(file_system_.get());
-      parts_.update_driver.GetDirectoryPreferenceFile();
+      parts_.exchange.source_file.MakeDirectoryPreferenceFile(file_system_.get());
+      parts_.exchange.driver.GetDirectoryPreferenceFile();
     });
   }
 }
 
 void MainForm::ConnectPage() {
   parts_.window.FitBrowser();
-  parts_.page.Connect(parts_.window.ConnectDocument(parts_.page_events));
+  parts_.page.document.Connect(parts_.window.ConnectDocument(parts_.page_events));
   install::Registry registry(parts_.log, parts_.keys, parts_.settings);
   parts_.settings.CustomDataFolder = registry.GetAppDataPath() + "\\Ovalink\\CustomData";
 }
@@ -161,7 +161,7 @@ void MainForm::Form_Unload() {
     ShutDownTransfers();
     ObjSetToNothing();
     DeleteWorkingFolder();
-    parts_.page.Drop();
+    parts_.page.document.Drop();
     parts_.window.DisconnectDocument();
     parts_.desktop.CloseAllHelp();
     file_system_.reset();
@@ -171,7 +171,7 @@ void MainForm::Form_Unload() {
 }
 
 void MainForm::ShutDownTransfers() {
-  parts_.requests.SetDownloadObject(nullptr);
+  parts_.exchange.requests.SetDownloadObject(nullptr);
   if (download_) {
     guarded(parts_.log, "Kitbay::Form_Unload", [&] { download_->ShutDown(); });
     download_.reset();
@@ -184,10 +184,10 @@ void MainForm::ShutDownTransfers() {
 
 void MainForm::ObjSetToNothing() {
   guarded(parts_.log, "Kitbay::ObjSetToNothing", [&] {
-    parts_.sources = {};
-    parts_.shown = {};
-    parts_.new_components = {};
-    parts_.pending_packages = {};
+    parts_.page.sources = {};
+    parts_.page.shown = {};
+    parts_.page.new_components = {};
+    parts_.exchange.pending_packages = {};
     parts_.session = {};
   });
 }

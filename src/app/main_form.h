@@ -8,19 +8,15 @@
 #include "app/manager_registration.h"
 #include "app/preference_form.h"
 #include "base/settings.h"
-#include "catalog/installed_rows.h"
-#include "catalog/new_components.h"
-#include "catalog/update_source_list.h"
 #include "install/install_session.h"
+#include "platform/desktop.h"
 #include "platform/files.h"
+#include "platform/html_document.h"
 #include "platform/main_window.h"
 #include "platform/registry_keys.h"
 #include "platform/suite_objects.h"
-#include "update/pending_packages.h"
-#include "update/update_driver.h"
-#include "update/update_requests.h"
-#include "update/update_source_file.h"
-#include "view/page_document.h"
+#include "update/update_exchange.h"
+#include "view/component_page.h"
 
 namespace kitbay::app {
 
@@ -37,16 +33,9 @@ struct FormParts {
   InstallationCheck& installation_check;
   ManagerRegistration& manager_registration;
   PreferenceForm& preference_form;
-  view::PageDocument& page;
+  view::ComponentPage& page;
   platform::HtmlDocumentEvents& page_events;
-  catalog::UpdateSourceList& sources;
-  update::UpdateSourceFile& source_file;
-  update::UpdateDriver& update_driver;
-  update::UpdateRequests& requests;
-  platform::OvTransportEvents& transfer_events;
-  catalog::InstalledRows& shown;
-  catalog::NewComponents& new_components;
-  update::PendingPackages& pending_packages;
+  update::UpdateExchange& exchange;
   install::InstallSession& session;
 };
 

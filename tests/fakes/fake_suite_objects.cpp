@@ -32,6 +32,7 @@ class FakeSuiteObjects::Object : public platform::TransportObject {
 
   void ShutDown() override {
     suite_.calls.push_back("ShutDown " + transport_->prog_id);
+    if (suite_.on_shut_down) suite_.on_shut_down();
     transport_->receiver = nullptr;
   }
 

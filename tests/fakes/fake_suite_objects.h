@@ -47,6 +47,9 @@ class FakeSuiteObjects : public platform::SuiteObjects {
   /// Makes the set-up of objects created from now on fail, by ProgID.
   std::map<std::string, base::Failure> set_up_failures;
 
+  /// What happens while a transport object is shut down.
+  std::function<void()> on_shut_down;
+
   /// For example "Create URLDownloadLib.URLDownload", "SetUp URLDownloadLib.URLDownload",
   /// "Request URLDownloadLib.URLDownload".
   std::vector<std::string> calls;

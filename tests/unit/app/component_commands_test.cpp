@@ -14,17 +14,17 @@ class ComponentClicks : public FakeProgram {
  protected:
   ComponentClicks() {
     StartAndLoadPage();
-    window.document()->SetEvents(&clicks);
-    sources.UpdateSources = {"updates.example/list.xml"};
+    page.sources.UpdateSources = {"updates.example/list.xml"};
     files.AddFile("C:\\Ovalink\\Kitbay\\list.xml",
                   "<components><channels><channel id='news'><name>News</name><version>2</version>"
                   "<description>d</description><url>p.example/news.zip</url></channel></channels>"
                   "</components>");
-    new_components.addon.push_back({.id = "notes", .name = "Notes", .url = "p.example/notes.zip"});
-    rows.showUpdates("updatedaddons", "Notes", "1", "d", 5);
-    rows.fillDivWithUpdates("installedtransports", "Mail", "1", "d", 6, false, false);
-    rows.FillEmptyDivHeader("installedchannels", "");
-    rows.fillDivWithUpdates("installedchannels", "News", "1", "d", 7, false, false);
+    page.new_components.addon.push_back(
+        {.id = "notes", .name = "Notes", .url = "p.example/notes.zip"});
+    page.rows.showUpdates("updatedaddons", "Notes", "1", "d", 5);
+    page.rows.fillDivWithUpdates("installedtransports", "Mail", "1", "d", 6, false, false);
+    page.rows.FillEmptyDivHeader("installedchannels", "");
+    page.rows.fillDivWithUpdates("installedchannels", "News", "1", "d", 7, false, false);
     suite_objects.Find(kDownload)->requests.clear();
   }
 
@@ -33,22 +33,15 @@ class ComponentClicks : public FakeProgram {
   }
   void Click(const platform::HtmlNodeRef& button) { window.document()->Click(button); }
   const std::vector<std::string>& Requests() { return suite_objects.Find(kDownload)->requests; }
-
-  install::MainClient main_client{log, settings, desktop};
-  install::UpdateFlows updates{{log, settings, files, window, page, state, buttons, sources,
-                                requests, pending_packages, main_client, session}};
-  install::Removal removal{{log, settings, files, page, state, rows, main_client, session}};
-  ComponentCommands component_commands{requests, updates, removal, buttons, state};
-  view::PageEvents clicks{log, page, state, tabs, categories, buttons, component_commands};
 };
 
 TEST_F(ComponentClicks, InstallAsksForThePackageAndRemembersTheRow) {
   Click(Button("updatedaddons", 0));
   EXPECT_THAT(Requests(), ElementsAre(HasSubstr("<destpath>C:\\Ovalink\\Temp\\notes.zip<")));
-  EXPECT_EQ(pending_packages.addon.name, "notes");
-  EXPECT_EQ(pending_packages.addon.row_id, "5");
-  EXPECT_EQ(pending_packages.addon.row_name, "Notes");
-  EXPECT_EQ(pending_packages.channel.row_id, "");
+  EXPECT_EQ(program.exchange.pending_packages.addon.name, "notes");
+  EXPECT_EQ(program.exchange.pending_packages.addon.row_id, "5");
+  EXPECT_EQ(program.exchange.pending_packages.addon.row_name, "Notes");
+  EXPECT_EQ(program.exchange.pending_packages.channel.row_id, "");
   EXPECT_EQ(Log(), Header());
 }
 
@@ -64,34 +57,34 @@ TEST_F(ComponentClicks, ARefusedInstallationLeavesAllButtonsOn) {
   Click(Button("updatedaddons", 0));
   EXPECT_FALSE(Button("updatedaddons", 0)->Disabled());
   EXPECT_FALSE(Button("installedtransports", 0)->Disabled());
-  EXPECT_EQ(pending_packages.addon.row_id, "");
+  EXPECT_EQ(program.exchange.pending_packages.addon.row_id, "");
 }
 
 TEST_F(ComponentClicks, AnInstallationAfterAFailedUpdateChangesNoInstalledRowButStillRestarts) {
-  state.update_in_progress = true;
-  session.restart = true;
+  page.state.update_in_progress = true;
+  program.session.restart = true;
   Click(Button("updatedaddons", 0));
-  EXPECT_FALSE(state.update_in_progress);
-  EXPECT_TRUE(session.restart);
+  EXPECT_FALSE(page.state.update_in_progress);
+  EXPECT_TRUE(program.session.restart);
 }
 
 TEST_F(ComponentClicks, AnAnswerWithinTheRequestGivesTheButtonsBackForGood) {
-  sources.PendingSources.clear();
+  page.sources.PendingSources.clear();
   auto* download = suite_objects.Find(kDownload);
   download->while_asked = [&] { download->receiver->Exception("/notes.zip", "404 Not Found"); };
   Click(Button("updatedaddons", 0));
   EXPECT_EQ(Requests().size(), 1U);
-  EXPECT_EQ(pending_packages.addon.name, "");
+  EXPECT_EQ(program.exchange.pending_packages.addon.name, "");
   EXPECT_FALSE(Button("updatedaddons", 0)->Disabled());
   EXPECT_FALSE(Button("installedtransports", 0)->Disabled());
-  EXPECT_FALSE(state.download_in_progress);
+  EXPECT_FALSE(page.state.download_in_progress);
 }
 
 TEST_F(ComponentClicks, UpdateStartsTheFlowOfItsKind) {
   Click(Button("installedchannels", 1));
   EXPECT_THAT(Requests(), ElementsAre(HasSubstr("<destpath>C:\\Ovalink\\Temp\\news.zip<")));
-  EXPECT_EQ(pending_packages.channel.row_id, "7");
-  EXPECT_TRUE(session.restart);
+  EXPECT_EQ(program.exchange.pending_packages.channel.row_id, "7");
+  EXPECT_TRUE(program.session.restart);
 }
 
 TEST_F(ComponentClicks, RemoveTakesRowAndEntryAway) {

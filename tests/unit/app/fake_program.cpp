@@ -17,10 +17,7 @@ std::string PageMarkup() {
 FakeProgram::FakeProgram() : window(journal, PageMarkup()) {
   journal.Watch(files.operations());
   journal.Watch(suite_objects.calls);
-  journal.Watch(preference_form.calls);
 
-  settings.program_folder = "C:\\Ovalink\\Kitbay";
-  settings.program_name = "Kitbay";
   files.AddFolder("C:\\Ovalink\\Kitbay");
   files.AddFolder("C:\\Ana\\Ovalink\\CustomData");
   const std::string entry = std::string(kUninstallKey) + "Tessel";
@@ -38,10 +35,14 @@ FakeProgram::FakeProgram() : window(journal, PageMarkup()) {
                 "<description>Tells news.</description><core>0</core></channel></channels></root>");
 }
 
-bool FakeProgram::Start() {
-  return Main({log, desktop, instance_mark, active_objects, com_server, services,
-               manager_registration, form});
+base::Settings FakeProgram::OwnPlace() {
+  base::Settings settings;
+  settings.program_folder = "C:\\Ovalink\\Kitbay";
+  settings.program_name = "Kitbay";
+  return settings;
 }
+
+bool FakeProgram::Start() { return program.Start(); }
 
 void FakeProgram::StartAndLoadPage() {
   ASSERT_TRUE(Start());

@@ -4,9 +4,11 @@
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "fakes/fake_active_objects.h"
 #include "fakes/fake_main_window.h"
+#include "fakes/fake_preference_window.h"
 #include "fakes/memory_files.h"
 #include "fakes/memory_registry.h"
 #include "fakes/recording_desktop.h"
@@ -35,6 +37,15 @@ class JournalDesktop : public fakes::RecordingDesktop {
     const Journal::Moment moment(journal_);
     RecordingDesktop::PassForegroundRight();
   }
+  void SetActiveWindow(platform::WindowHandle window) override {
+    const Journal::Moment moment(journal_);
+    RecordingDesktop::SetActiveWindow(window);
+    if (activation_failure) {
+      throw base::Failure(*activation_failure);
+    }
+  }
+
+  std::optional<base::Failure> activation_failure;  ///< of every window
 
  private:
   Journal& journal_;
@@ -191,6 +202,35 @@ class JournalWindow : public fakes::FakeMainWindow {
 
  private:
   Journal& journal_;
+};
+
+/// The dialog of update sources; what the program does with it stands in the journal as
+/// "Preference.Show".
+class JournalPreferenceWindow : public fakes::FakePreferenceWindow {
+ public:
+  explicit JournalPreferenceWindow(Journal& journal) : journal_(journal) { journal.Watch(calls_); }
+
+  void Unload() override {
+    Note("Preference.Unload");
+    FakePreferenceWindow::Unload();
+  }
+  void Show() override {
+    Note("Preference.Show");
+    FakePreferenceWindow::Show();
+  }
+  void FocusUrlBox() override {
+    Note("Preference.FocusUrlBox");
+    FakePreferenceWindow::FocusUrlBox();
+  }
+
+ private:
+  void Note(const std::string& call) {
+    const Journal::Moment moment(journal_);
+    calls_.push_back(call);
+  }
+
+  Journal& journal_;
+  std::vector<std::string> calls_;
 };
 
 }  // namespace kitbay::app

@@ -41,7 +41,7 @@ TEST_F(MainFormInput, CloseUnloadsTheDialogAndThenTheWindow) {
 
 TEST_F(MainFormInput, DirectoriesShowsTheDialogAndThenItsUrlBox) {
   window.events()->cmdPreference_Click();
-  EXPECT_THAT(journal.calls(), ElementsAre("Preference.Show", "Preference.FocusUrlBox"));
+  EXPECT_THAT(CallsOf({"Preference."}), ElementsAre("Preference.Show", "Preference.FocusUrlBox"));
 }
 
 TEST_F(MainFormInput, HelpShowsItsTopic) {
@@ -74,56 +74,27 @@ TEST_F(MainFormInput, AMissingHelpCursorIsOnlyLoggedOnEveryMove) {
   EXPECT_TRUE(form.IsLoaded());
 }
 
-/// A dialog that fails whatever is asked of it.
-class FailingPreferenceForm : public PreferenceForm {
- public:
-  void Show() override { Fail(); }
-  void FocusUrlBox() override { Fail(); }
-  void Unload() override { Fail(); }
-
- private:
-  [[noreturn]] static void Fail() { throw base::Failure(-2147467259, "Unspecified error"); }
-};
-
-class FailingDialog : public FakeProgram {
+class FailingDialog : public MainFormInput {
  protected:
-  FailingDialog() { form_.Load(); }
-
-  FailingPreferenceForm failing_;
-  MainForm form_{{log,
-                  settings,
-                  files,
-                  desktop,
-                  keys,
-                  suite_objects,
-                  window,
-                  window.message_loop(),
-                  installation_check,
-                  manager_registration,
-                  failing_,
-                  page,
-                  page_events,
-                  sources,
-                  source_file,
-                  update_driver,
-                  requests,
-                  transfer_events,
-                  shown,
-                  new_components,
-                  pending_packages,
-                  session}};
+  void LetFail(const std::string& member) {
+    preference_window.calls().FailMember(member, base::Failure(-2147467259, "Unspecified error"));
+  }
 };
 
 TEST_F(FailingDialog, IsLoggedUnderTheHandlersName) {
-  form_.cmdPreference_Click();
-  form_.CmdClose_Click();
+  LetFail("Load");
+  window.events()->cmdPreference_Click();
+  preference_window.calls().FailNothing();
+  LetFail("Unload");
+  window.events()->CmdClose_Click();
   EXPECT_EQ(Log(), Header() +
                        Entry("Kitbay::cmdPreference_Click", "-2147467259", "Unspecified error") +
                        Entry("Kitbay::CmdClose_Click", "-2147467259", "Unspecified error"));
 }
 
 TEST_F(FailingDialog, DoesNotKeepEscapeFromEndingTheProgram) {
-  form_.Form_KeyDown(27);
+  LetFail("Unload");
+  window.events()->Form_KeyDown(27);
   EXPECT_TRUE(window.message_loop().quit());
 }
 

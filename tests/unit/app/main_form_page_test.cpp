@@ -80,13 +80,13 @@ TEST_F(PageLoaded, TheInstalledChannelsAreShownAndTheUpdatesAreOff) {
   ASSERT_EQ(At("installedchannels")->ChildNodeCount(), 2);
   EXPECT_EQ(At("installedchannels")->ChildNode(1)->ChildNode(0)->ChildNode(0)->InnerHtml(), "News");
   EXPECT_TRUE(At("update")->Disabled());
-  EXPECT_THAT(sources.UpdateSources, ElementsAre("updates.example/list.xml"));
+  EXPECT_THAT(page.sources.UpdateSources, ElementsAre("updates.example/list.xml"));
 }
 
 TEST_F(PageLoaded, TheSuitesObjectsReportToTheTransferEvents) {
   LoadPage();
-  EXPECT_EQ(suite_objects.Find(kTransport)->receiver, &transfer_events);
-  EXPECT_EQ(suite_objects.Find(kDownload)->receiver, &transfer_events);
+  EXPECT_EQ(suite_objects.Find(kTransport)->receiver, &program.exchange.transfer_events);
+  EXPECT_EQ(suite_objects.Find(kDownload)->receiver, &program.exchange.transfer_events);
 }
 
 TEST_F(PageLoaded, TheDownloadObjectTakesTheRequests) {
@@ -100,7 +100,7 @@ TEST_F(PageLoaded, TheDownloadObjectTakesTheRequests) {
 TEST_F(PageLoaded, WithoutTheDownloadObjectARequestIsLogged) {
   suite_objects.missing.insert(kDownload);
   LoadPage();
-  EXPECT_FALSE(requests.Updates("updates.example", "/list.xml", "C:\\list.xml"));
+  EXPECT_FALSE(program.exchange.requests.Updates("updates.example", "/list.xml", "C:\\list.xml"));
   EXPECT_THAT(Log(), HasSubstr(Entry("Kitbay::Updates", "91", kNotSet)));
 }
 
@@ -192,7 +192,7 @@ TEST_F(PageLoaded, WithoutTheDownloadObjectNoListFollows) {
   LoadPage();
   EXPECT_EQ(Log(), Header() + Entry("Kitbay::OvGlobals.URLDownLoadProgID create object failed",
                                     "429", "ActiveX component can't create object"));
-  EXPECT_EQ(suite_objects.Find(kTransport)->receiver, &transfer_events);
+  EXPECT_EQ(suite_objects.Find(kTransport)->receiver, &program.exchange.transfer_events);
   EXPECT_THAT(CallsOf({"fso.FileExists"}), IsEmpty());
   EXPECT_EQ(At("installedchannels")->InnerHtml(), "");
 }
@@ -236,7 +236,7 @@ TEST_F(PageLoaded, OfASecondPageTheNewDownloadObjectTakesTheRequests) {
   window.Navigate("C:\\Ovalink\\Kitbay\\AddonUpdates.html");
   window.events()->WebBrowser1_DocumentComplete();
   ASSERT_NE(suite_objects.Find(kDownload), first);
-  EXPECT_TRUE(requests.Updates("updates.example", "/other.xml", "C:\\other.xml"));
+  EXPECT_TRUE(program.exchange.requests.Updates("updates.example", "/other.xml", "C:\\other.xml"));
   EXPECT_EQ(first->requests.size(), asked);
   EXPECT_THAT(suite_objects.Find(kDownload)->requests.back(), HasSubstr("/other.xml"));
 }
@@ -246,7 +246,7 @@ TEST_F(PageLoaded, ADownloadObjectOfASecondPageThatCannotBeSetUpTakesNoRequests)
   suite_objects.set_up_failures.emplace(kDownload, base::Failure(-2147024891, "Access denied."));
   window.Navigate("C:\\Ovalink\\Kitbay\\AddonUpdates.html");
   window.events()->WebBrowser1_DocumentComplete();
-  EXPECT_FALSE(requests.Updates("updates.example", "/other.xml", "C:\\other.xml"));
+  EXPECT_FALSE(program.exchange.requests.Updates("updates.example", "/other.xml", "C:\\other.xml"));
   EXPECT_THAT(suite_objects.Find(kDownload)->requests, IsEmpty());
 }
 

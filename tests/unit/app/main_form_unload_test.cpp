@@ -1,6 +1,4 @@
 // The end of the main window and of the program.
-#include <functional>
-
 #include "fake_program.h"
 
 namespace kitbay::app {
@@ -39,32 +37,33 @@ TEST_F(MainFormUnload, LetsEverythingGo) {
   EXPECT_TRUE(suite_objects.Find(kDownload)->is_released);
   EXPECT_TRUE(suite_objects.Find(kTransport)->is_released);
   EXPECT_EQ(active_objects.entry_count(), 0U);
-  EXPECT_THROW(page.document(), base::Failure);
+  EXPECT_THROW(page.document.document(), base::Failure);
 }
 
 TEST_F(MainFormUnload, ObjSetToNothingEmptiesTheListsOfSources) {
-  ASSERT_THAT(sources.UpdateSources, Not(IsEmpty()));
+  ASSERT_THAT(page.sources.UpdateSources, Not(IsEmpty()));
   window.Unload();
-  EXPECT_THAT(sources.UpdateSources, Each(""));
-  EXPECT_THAT(sources.PendingSources, Each(""));
+  EXPECT_THAT(page.sources.UpdateSources, Each(""));
+  EXPECT_THAT(page.sources.PendingSources, Each(""));
 }
 
 TEST_F(MainFormUnload, ObjSetToNothingDropsPendingInstallsAndLists) {
-  shown.ids = {"news"};
-  new_components.addon.push_back({});
-  pending_packages.channel = {.file_path = "/sky.zip", .name = "sky", .row_id = "1"};
-  session.libraries = {"one.dll", "two.dll"};
-  session.record[0] = "sky";
-  session.restart = true;
-  ASSERT_NE(session.file_system, nullptr);
+  page.shown.ids = {"news"};
+  page.new_components.addon.push_back({});
+  program.exchange.pending_packages.channel = {
+      .file_path = "/sky.zip", .name = "sky", .row_id = "1"};
+  program.session.libraries = {"one.dll", "two.dll"};
+  program.session.record[0] = "sky";
+  program.session.restart = true;
+  ASSERT_NE(program.session.file_system, nullptr);
   window.Unload();
-  EXPECT_THAT(shown.ids, IsEmpty());
-  EXPECT_THAT(new_components.addon, IsEmpty());
-  EXPECT_EQ(pending_packages.channel.name, "");
-  EXPECT_THAT(session.libraries, IsEmpty());
-  EXPECT_EQ(session.record[0], "");
-  EXPECT_FALSE(session.restart);
-  EXPECT_EQ(session.file_system, nullptr);
+  EXPECT_THAT(page.shown.ids, IsEmpty());
+  EXPECT_THAT(page.new_components.addon, IsEmpty());
+  EXPECT_EQ(program.exchange.pending_packages.channel.name, "");
+  EXPECT_THAT(program.session.libraries, IsEmpty());
+  EXPECT_EQ(program.session.record[0], "");
+  EXPECT_FALSE(program.session.restart);
+  EXPECT_EQ(program.session.file_system, nullptr);
 }
 
 TEST_F(MainFormUnload, TheWorkingFolderGoesWithEverythingInIt) {
@@ -150,83 +149,28 @@ TEST_F(EarlyUnload, WithoutTheFileSystemObjectTheProgramEndsLikeAnyOther) {
   EXPECT_TRUE(window.message_loop().quit());
 }
 
-/// A transport object that tells when it is shut down.
-class TellingTransport : public platform::TransportObject {
- public:
-  explicit TellingTransport(const std::function<void()>& on_shut_down)
-      : on_shut_down_(on_shut_down) {}
-
-  void SetUp(platform::OvTransportEvents& /*receiver*/) override {}
-  void Request(const std::string& /*document*/) override {}
-  void ShutDown() override { on_shut_down_(); }
-
- private:
-  const std::function<void()>& on_shut_down_;
-};
-
-class TellingSuiteObjects : public platform::SuiteObjects {
- public:
-  std::unique_ptr<platform::FileSystemObject> CreateFileSystemObject(
-      const std::string& /*prog_id*/) override {
-    throw base::Failure(base::RuntimeError::kCannotCreateObject);
-  }
-  std::unique_ptr<platform::TransportObject> CreateTransportObject(
-      const std::string& /*prog_id*/) override {
-    return std::make_unique<TellingTransport>(on_shut_down);
-  }
-
-  std::function<void()> on_shut_down;
-};
-
 class ShutDown : public FakeProgram {
  protected:
-  ShutDown() {
-    other.Load();
-    other.WebBrowser1_DocumentComplete();
-  }
-
-  TellingSuiteObjects telling;
-  MainForm other{{log,
-                  settings,
-                  files,
-                  desktop,
-                  keys,
-                  telling,
-                  window,
-                  window.message_loop(),
-                  installation_check,
-                  manager_registration,
-                  preference_form,
-                  page,
-                  page_events,
-                  sources,
-                  source_file,
-                  update_driver,
-                  requests,
-                  transfer_events,
-                  shown,
-                  new_components,
-                  pending_packages,
-                  session}};
+  ShutDown() { StartAndLoadPage(); }
 };
 
 TEST_F(ShutDown, ComesBeforeTheListsAreEmptied) {
   std::vector<std::size_t> noted;
-  telling.on_shut_down = [&] { noted.push_back(sources.UpdateSources.size()); };
-  sources.UpdateSources = {"updates.example/list.xml"};
+  suite_objects.on_shut_down = [&] { noted.push_back(page.sources.UpdateSources.size()); };
+  page.sources.UpdateSources = {"updates.example/list.xml"};
   window.Unload();
   EXPECT_THAT(noted, ElementsAre(1U, 1U));
 }
 
 TEST_F(ShutDown, ComesAfterTheLastRequest) {
   std::vector<bool> taken;
-  telling.on_shut_down = [&] {
-    taken.push_back(requests.Updates("updates.example", "/a", "C:\\a"));
+  suite_objects.on_shut_down = [&] {
+    taken.push_back(program.exchange.requests.Updates("updates.example", "/a", "C:\\a"));
   };
-  ASSERT_TRUE(requests.Updates("updates.example", "/a", "C:\\a"));
+  ASSERT_TRUE(program.exchange.requests.Updates("updates.example", "/a", "C:\\a"));
   window.Unload();
   EXPECT_THAT(taken, ElementsAre(false, false));
-  EXPECT_FALSE(requests.Updates("updates.example", "/a", "C:\\a"));
+  EXPECT_FALSE(program.exchange.requests.Updates("updates.example", "/a", "C:\\a"));
 }
 
 }  // namespace

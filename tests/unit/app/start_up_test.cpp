@@ -77,7 +77,26 @@ TEST_F(SecondStart, ThatTheFirstDoesNotAnswerEndsQuietly) {
   EXPECT_THAT(CallsOf({"Load", "ShowMessage"}), IsEmpty());
 }
 
+TEST_F(SecondStart, HandlesNoMessages) {
+  active_objects.running_manager = &other_;
+  program.Run();
+  EXPECT_EQ(other_.raised, 1);
+  EXPECT_THAT(CallsOf({"Run"}), IsEmpty());
+}
+
 class FirstStart : public FakeProgram {};
+
+TEST_F(FirstStart, HandlesMessagesUntilItsWindowIsUnloadedAndThenWithdrawsItsClasses) {
+  const platform::ServiceFactory* offered = nullptr;
+  window.message_loop().Post([&] {
+    offered = com_server.offered;
+    window.Unload();
+  });
+  program.Run();
+  EXPECT_THAT(CallsOf({"Load", "Run", "Quit"}), ElementsAre("Load", "Run", "Quit"));
+  EXPECT_EQ(offered, &program.services);
+  EXPECT_EQ(com_server.offered, nullptr);
+}
 
 TEST_F(FirstStart, LoadsTheWindowBeforeItBecomesFindable) {
   EXPECT_TRUE(Start());
@@ -97,7 +116,12 @@ TEST_F(FirstStart, LooksForNoRunningObject) {
 TEST_F(FirstStart, OffersItsClasses) {
   Start();
   EXPECT_EQ(com_server.registrations, 1);
-  EXPECT_EQ(com_server.offered, &services);
+  EXPECT_EQ(com_server.offered, &program.services);
+}
+
+TEST_F(FirstStart, GivesItsRegistryToClientsOutside) {
+  Start();
+  EXPECT_EQ(com_server.CreateRegistry()->GetAppDataPath(), "C:\\Ana");
 }
 
 TEST_F(FirstStart, WithoutAClassIdentifierRunsOnUnregistered) {
@@ -119,7 +143,7 @@ TEST_F(FirstStart, RefusedByTheTableRunsOnUnregistered) {
 TEST_F(FirstStart, WithoutClassesThatCanBeRegisteredRunsOnAndSaysSo) {
   com_server.registration_failure = base::Failure(-2147024891, "Access denied.");
   EXPECT_TRUE(Start());
-  EXPECT_EQ(com_server.offered, &services);
+  EXPECT_EQ(com_server.offered, &program.services);
   EXPECT_EQ(active_objects.entry_count(), 1U);
   EXPECT_EQ(Log(), Header() + Entry("Kitbay::Main", "-2147024891", "Access denied."));
 }
@@ -184,39 +208,9 @@ TEST_F(BringToFront, LoadsAWindowThatIsNotLoaded) {
               ::testing::ElementsAreArray(expected));
 }
 
-/// A desktop on which no window can be activated.
-class StiffDesktop : public fakes::RecordingDesktop {
- public:
-  void SetActiveWindow(platform::WindowHandle /*window*/) override {
-    throw base::Failure(-2147467259, "Unspecified error");
-  }
-};
-
 TEST_F(BringToFront, LogsItsFailure) {
-  StiffDesktop stiff;
-  MainForm other({log,
-                  settings,
-                  files,
-                  stiff,
-                  keys,
-                  suite_objects,
-                  window,
-                  window.message_loop(),
-                  installation_check,
-                  manager_registration,
-                  preference_form,
-                  page,
-                  page_events,
-                  sources,
-                  source_file,
-                  update_driver,
-                  requests,
-                  transfer_events,
-                  shown,
-                  new_components,
-                  pending_packages,
-                  session});
-  other.BringToFront();
+  desktop.activation_failure = base::Failure(-2147467259, "Unspecified error");
+  form.BringToFront();
   EXPECT_EQ(Log(), Header() + Entry("Kitbay::BringToFront", "-2147467259", "Unspecified error"));
 }
 

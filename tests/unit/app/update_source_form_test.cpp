@@ -2,7 +2,6 @@
 #include "app/update_source_form.h"
 
 #include "fake_program.h"
-#include "fakes/fake_preference_window.h"
 
 namespace kitbay::app {
 namespace {
@@ -18,14 +17,13 @@ constexpr const char* kSourceFile = "C:\\Ana\\Ovalink\\updatepreference.xml";
 class ProgramWithItsDialog : public FakeProgram {
  protected:
   ProgramWithItsDialog() {
-    form_.Load();
-    form_.WebBrowser1_DocumentComplete();
-    form_.cmdPreference_Click();
+    StartAndLoadPage();
+    window.events()->cmdPreference_Click();
   }
 
   void Add(const std::string& url) {
-    dialog_window_.Type(url);
-    dialog_window_.events()->cmdPrefOk_Click();
+    preference_window.Type(url);
+    preference_window.events()->cmdPrefOk_Click();
   }
 
   std::vector<std::string>& Requests() { return suite_objects.Find(kDownload)->requests; }
@@ -45,83 +43,57 @@ class ProgramWithItsDialog : public FakeProgram {
     return "<root><preferences><preference url=\"updates.example/list.xml\"/><preference url=\"" +
            second + "\"/></preferences></root>";
   }
-
-  fakes::FakePreferenceWindow dialog_window_;
-  UpdateSourceForm preference_form_{log,    files, source_file,  dialog_window_,
-                                    window, page,  update_driver};
-  MainForm form_{{log,
-                  settings,
-                  files,
-                  desktop,
-                  keys,
-                  suite_objects,
-                  window,
-                  window.message_loop(),
-                  installation_check,
-                  manager_registration,
-                  preference_form_,
-                  page,
-                  page_events,
-                  sources,
-                  source_file,
-                  update_driver,
-                  requests,
-                  transfer_events,
-                  shown,
-                  new_components,
-                  pending_packages,
-                  session}};
 };
 
 TEST_F(ProgramWithItsDialog, DirectoriesOpensItOwnedByTheMainWindowWithTheFocusInTheBox) {
   EXPECT_THAT(
-      dialog_window_.calls().all(),
+      preference_window.calls().all(),
       ElementsAre("Load " + std::to_string(window.Handle().value), "EnableRemoveButton false",
                   "AddItem updates.example/list.xml", "Show", "FocusUrlBox"));
   EXPECT_EQ(Log(), Header());
 }
 
 TEST_F(ProgramWithItsDialog, DirectoriesAgainBringsItToTheFront) {
-  dialog_window_.calls().Clear();
-  form_.cmdPreference_Click();
-  EXPECT_THAT(dialog_window_.calls().all(), ElementsAre("Show", "FocusUrlBox"));
+  preference_window.calls().Clear();
+  window.events()->cmdPreference_Click();
+  EXPECT_THAT(preference_window.calls().all(), ElementsAre("Show", "FocusUrlBox"));
 }
 
 TEST_F(ProgramWithItsDialog, AnAddedSourceIsAskedWhenTheDialogCloses) {
   Add("http://new.example.org/more.xml");
   AnswerFirstSource();
-  dialog_window_.events()->cmdPrefClose_Click();
+  preference_window.events()->cmdPrefClose_Click();
   EXPECT_EQ(files.Bytes(kSourceFile), FileOf("new.example.org/more.xml"));
   EXPECT_THAT(Requests(), ElementsAre(RequestOf("updates.example", "/list.xml"),
                                       RequestOf("new.example.org", "/more.xml")));
-  EXPECT_THAT(sources.UpdateSources,
+  EXPECT_THAT(page.sources.UpdateSources,
               ElementsAre("updates.example/list.xml", "new.example.org/more.xml"));
 }
 
 TEST_F(ProgramWithItsDialog, ClosingItUnchangedAsksNothing) {
-  dialog_window_.events()->cmdPrefClose_Click();
+  preference_window.events()->cmdPrefClose_Click();
   EXPECT_THAT(Requests(), ElementsAre(RequestOf("updates.example", "/list.xml")));
 }
 
 TEST_F(ProgramWithItsDialog, TheMainWindowsCloseButtonSavesAndAsksBeforeTheProgramEnds) {
   AnswerFirstSource();
   Add("new.example.org/more.xml");
-  form_.CmdClose_Click();
+  window.events()->CmdClose_Click();
   EXPECT_EQ(files.Bytes(kSourceFile), FileOf("new.example.org/more.xml"));
   EXPECT_EQ(Requests().size(), 2U);
-  EXPECT_FALSE(dialog_window_.IsLoaded());
+  EXPECT_FALSE(preference_window.IsLoaded());
   EXPECT_TRUE(window.message_loop().quit());
   EXPECT_EQ(Log(), Header());
 }
 
 TEST_F(ProgramWithItsDialog, EscapeInTheMainWindowClosesItTooAndSavesWithoutAsking) {
   Add("new.example.org/more.xml");
-  form_.Form_KeyDown(27);
+  window.events()->Form_KeyDown(27);
   EXPECT_EQ(files.Bytes(kSourceFile), FileOf("new.example.org/more.xml"));
   EXPECT_EQ(Requests().size(), 1U);
-  EXPECT_FALSE(dialog_window_.IsLoaded());
+  EXPECT_FALSE(preference_window.IsLoaded());
   EXPECT_TRUE(window.message_loop().quit());
-  EXPECT_THAT(sources.UpdateSources, IsEmpty());
+  EXPECT_THAT(page.sources.UpdateSources, IsEmpty());
   EXPECT_EQ(Log(), Header());
 }
 

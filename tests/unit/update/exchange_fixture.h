@@ -8,8 +8,6 @@
 #include <string>
 #include <vector>
 
-#include "catalog/available_updates.h"
-#include "catalog/installed_tables.h"
 #include "fakes/fake_clock.h"
 #include "fakes/fake_html_document.h"
 #include "fakes/fake_main_window.h"
@@ -17,9 +15,8 @@
 #include "fakes/memory_files.h"
 #include "fakes/recording_desktop.h"
 #include "fakes/recording_error_log.h"
-#include "update/transfer_events.h"
-#include "update/update_driver.h"
-#include "view/page_rows.h"
+#include "update/update_exchange.h"
+#include "view/component_page.h"
 
 namespace kitbay::update {
 
@@ -151,30 +148,22 @@ class ExchangeTest : public testing::Test {
   RecordingPackages packages_;
   base::Settings settings_;
   std::shared_ptr<fakes::FakeHtmlDocument> html_ = std::make_shared<fakes::FakeHtmlDocument>(kPage);
-  view::PageDocument page_;
-  view::ViewState state_;
-  view::PageRows rows_{log_, page_, state_};
-  catalog::UpdateSourceList sources_;
-  catalog::InstalledRows shown_;
-  catalog::NewComponents new_components_;
-  PendingPackages pending_packages_;
-  catalog::RegistryFiles registry_files_{files_, settings_};
-  catalog::FileVersions versions_{log_, settings_, resources_};
-  catalog::InstalledComponents local_{log_, registry_files_, versions_, rows_};
-  catalog::AvailableUpdates available_{log_, files_, settings_, versions_, shown_, rows_};
-  catalog::InstalledWithUpdates installed_{log_,     files_,     settings_, registry_files_,
-                                           sources_, available_, shown_,    rows_};
-  catalog::NewComponentListing new_listing_{log_,     files_,          settings_, registry_files_,
-                                            sources_, new_components_, rows_};
-  view::PageButtons buttons_{log_, page_, state_, window_};
-  view::PageTabs tabs_{log_, page_, state_, local_, buttons_};
-  view::PageCategories categories_{log_, page_, state_, local_, installed_, new_listing_, buttons_};
-  UpdateSourceFile source_file_{log_, files_, settings_, sources_};
-  UpdateRequests requests_{log_, settings_, window_, sources_, new_components_, pending_packages_};
-  TransferEvents events_{{log_, settings_, desktop_, window_, page_, categories_, buttons_,
-                          sources_, pending_packages_, requests_, packages_}};
-  UpdateDriver driver_{{log_, settings_, files_, clock_, page_, rows_, tabs_, categories_,
-                        source_file_, sources_, requests_}};
+  view::ComponentPage components_{log_, files_, settings_, resources_, window_};
+  UpdateExchange exchange_{
+      {log_, files_, settings_, clock_, desktop_, window_, components_, packages_}};
+  view::PageDocument& page_{components_.document};
+  view::ViewState& state_{components_.state};
+  view::PageRows& rows_{components_.rows};
+  catalog::UpdateSourceList& sources_{components_.sources};
+  catalog::NewComponents& new_components_{components_.new_components};
+  view::PageTabs& tabs_{components_.tabs};
+  view::PageButtons& buttons_{components_.buttons};
+  view::PageCategories& categories_{components_.categories};
+  PendingPackages& pending_packages_{exchange_.pending_packages};
+  UpdateSourceFile& source_file_{exchange_.source_file};
+  UpdateRequests& requests_{exchange_.requests};
+  TransferEvents& events_{exchange_.transfer_events};
+  UpdateDriver& driver_{exchange_.driver};
 };
 
 }  // namespace kitbay::update

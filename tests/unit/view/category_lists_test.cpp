@@ -54,13 +54,17 @@ class CategoryLists : public PageTest {
   }
 
   catalog::RecordingRowWriter noted_rows_;
-  catalog::InstalledComponents noted_local_{log_, registry_files_, versions_, noted_rows_};
-  catalog::AvailableUpdates noted_available_{log_,      files_, settings_,
-                                             versions_, shown_, noted_rows_};
+  catalog::InstalledComponents noted_local_{log_, components_.registry_files, components_.versions,
+                                            noted_rows_};
+  catalog::AvailableUpdates noted_available_{
+      log_, files_, settings_, components_.versions, components_.shown, noted_rows_};
   catalog::InstalledWithUpdates noted_installed_{
-      log_, files_, settings_, registry_files_, sources_, noted_available_, shown_, noted_rows_};
-  catalog::NewComponentListing noted_new_{log_,     files_,          settings_,  registry_files_,
-                                          sources_, new_components_, noted_rows_};
+      log_,     files_,           settings_,         components_.registry_files,
+      sources_, noted_available_, components_.shown, noted_rows_};
+  catalog::NewComponentListing noted_new_{log_,       files_,
+                                          settings_,  components_.registry_files,
+                                          sources_,   components_.new_components,
+                                          noted_rows_};
   NotingWindow noting_window_{noted_rows_.calls};
   PageButtons noted_buttons_{log_, page_, state_, noting_window_};
   PageCategories noted_{log_,       page_,         state_, noted_local_, noted_installed_,

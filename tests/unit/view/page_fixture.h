@@ -7,20 +7,12 @@
 #include <vector>
 
 #include "base/text.h"
-#include "catalog/available_updates.h"
-#include "catalog/file_version.h"
-#include "catalog/installed_components.h"
-#include "catalog/new_component_listing.h"
 #include "fakes/fake_html_document.h"
 #include "fakes/fake_main_window.h"
 #include "fakes/fake_version_resource.h"
 #include "fakes/memory_files.h"
 #include "fakes/recording_error_log.h"
-#include "view/page_buttons.h"
-#include "view/page_categories.h"
-#include "view/page_document.h"
-#include "view/page_rows.h"
-#include "view/page_tabs.h"
+#include "view/component_page.h"
 
 namespace kitbay::view {
 
@@ -84,25 +76,15 @@ class PageTest : public ::testing::Test {
   fakes::FakeVersionResource resources_;
   fakes::RecordingErrorLog log_;
   std::shared_ptr<fakes::FakeHtmlDocument> document_;
-  PageDocument page_;
-  ViewState state_;
-  PageRows rows_{log_, page_, state_};
-  catalog::RegistryFiles registry_files_{files_, settings_};
-  catalog::FileVersions versions_{log_, settings_, resources_};
-  catalog::InstalledComponents installed_{log_, registry_files_, versions_, rows_};
   fakes::FakeMainWindow window_{""};
-  PageButtons buttons_{log_, page_, state_, window_};
-  PageTabs tabs_{log_, page_, state_, installed_, buttons_};
-  catalog::UpdateSourceList sources_;
-  catalog::InstalledRows shown_;
-  catalog::NewComponents new_components_;
-  catalog::AvailableUpdates available_{log_, files_, settings_, versions_, shown_, rows_};
-  catalog::InstalledWithUpdates with_updates_{log_,     files_,     settings_, registry_files_,
-                                              sources_, available_, shown_,    rows_};
-  catalog::NewComponentListing new_listing_{log_,     files_,          settings_, registry_files_,
-                                            sources_, new_components_, rows_};
-  PageCategories categories_{log_,          page_,        state_,  installed_,
-                             with_updates_, new_listing_, buttons_};
+  ComponentPage components_{log_, files_, settings_, resources_, window_};
+  PageDocument& page_{components_.document};
+  ViewState& state_{components_.state};
+  PageRows& rows_{components_.rows};
+  catalog::UpdateSourceList& sources_{components_.sources};
+  PageTabs& tabs_{components_.tabs};
+  PageButtons& buttons_{components_.buttons};
+  PageCategories& categories_{components_.categories};
 };
 
 }  // namespace kitbay::view

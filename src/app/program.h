@@ -1,0 +1,91 @@
+#pragma once
+
+#include "app/component_commands.h"
+#include "app/error_log_file.h"
+#include "app/installation_check.h"
+#include "app/main_form.h"
+#include "app/manager_registration.h"
+#include "app/program_services.h"
+#include "app/update_source_form.h"
+#include "base/settings.h"
+#include "install/datastore_registration.h"
+#include "install/install_session.h"
+#include "install/main_client.h"
+#include "install/package_expansion.h"
+#include "install/package_installation.h"
+#include "install/removal.h"
+#include "install/self_registration.h"
+#include "install/update_flows.h"
+#include "platform/clock.h"
+#include "platform/com_services.h"
+#include "platform/desktop.h"
+#include "platform/files.h"
+#include "platform/libraries.h"
+#include "platform/main_window.h"
+#include "platform/preference_window.h"
+#include "platform/registry_keys.h"
+#include "platform/suite_objects.h"
+#include "platform/version_resource.h"
+#include "update/update_exchange.h"
+#include "view/component_page.h"
+#include "view/page_events.h"
+
+namespace kitbay::app {
+
+/// The platform that the program runs on.
+struct PlatformParts {
+  const platform::Clock& clock;
+  platform::Files& files;
+  platform::RegistryKeys& keys;
+  const platform::VersionResource& version_resource;
+  platform::Desktop& desktop;
+  platform::Libraries& libraries;
+  platform::ActiveObjects& active_objects;
+  platform::ComServer& com_server;
+  platform::InstanceMark& instance_mark;
+  platform::SuiteObjects& suite_objects;
+  platform::MessageLoop& loop;
+  platform::MainWindow& window;
+  platform::PreferenceWindow& preference_window;
+};
+
+/// The whole program over a platform: its rooms from the ground up, each given what it needs.
+struct Program {
+  /// `own_place` names the program's own folder and file.
+  Program(const PlatformParts& parts, base::Settings own_place);
+  Program(const Program&) = delete;
+  Program& operator=(const Program&) = delete;
+
+  /// Hands over to the instance that runs already, or loads the window. Returns whether the program
+  /// is to run on.
+  bool Start();
+
+  /// Runs the program from its start to its end.
+  void Run();
+
+  PlatformParts platform;
+  base::Settings settings;
+  ErrorLogFile log;
+  view::ComponentPage page;
+
+  install::InstallSession session;
+  install::MainClient main_client;
+  install::PackageExpansion expansion;
+  install::SelfRegistration self_registration;
+  install::DatastoreRegistration datastore;
+  install::PackageInstallation installation;
+
+  update::UpdateExchange exchange;
+  install::UpdateFlows updates;
+  install::Removal removal;
+  ComponentCommands commands;
+  view::PageEvents page_events;
+
+  InstallationCheck installation_check;
+  ManagerRegistration manager_registration;
+  UpdateSourceForm preference_form;
+  MainForm form;
+  ProgramServices services;
+};
+
+}  // namespace kitbay::app

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "base/error_log.h"
+#include "base/settings.h"
+#include "platform/clock.h"
+#include "platform/desktop.h"
+#include "platform/files.h"
+#include "platform/main_window.h"
+#include "update/package_receiver.h"
+#include "update/pending_packages.h"
+#include "update/transfer_events.h"
+#include "update/update_driver.h"
+#include "update/update_requests.h"
+#include "update/update_source_file.h"
+#include "view/component_page.h"
+
+namespace kitbay::update {
+
+/// What the exchange with the update sources works with.
+struct ExchangeParts {
+  base::ErrorLog& log;
+  platform::Files& files;
+  const base::Settings& settings;
+  const platform::Clock& clock;
+  platform::Desktop& desktop;
+  platform::MainWindow& window;
+  view::ComponentPage& page;
+  PackageReceiver& packages;
+};
+
+/// The exchange with the update sources put together: what is asked, what the answers do to the
+/// page, and which packages are on their way.
+struct UpdateExchange {
+  explicit UpdateExchange(const ExchangeParts& parts);
+  UpdateExchange(const UpdateExchange&) = delete;
+  UpdateExchange& operator=(const UpdateExchange&) = delete;
+
+  PendingPackages pending_packages;
+  UpdateSourceFile source_file;
+  UpdateRequests requests;
+  TransferEvents transfer_events;
+  UpdateDriver driver;
+};
+
+}  // namespace kitbay::update

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "base/error_log.h"
+#include "base/settings.h"
+#include "catalog/available_updates.h"
+#include "catalog/file_version.h"
+#include "catalog/installed_components.h"
+#include "catalog/installed_rows.h"
+#include "catalog/installed_with_updates.h"
+#include "catalog/new_component_listing.h"
+#include "catalog/new_components.h"
+#include "catalog/registry_files.h"
+#include "catalog/update_source_list.h"
+#include "platform/files.h"
+#include "platform/main_window.h"
+#include "platform/version_resource.h"
+#include "view/page_buttons.h"
+#include "view/page_categories.h"
+#include "view/page_document.h"
+#include "view/page_rows.h"
+#include "view/page_tabs.h"
+#include "view/view_state.h"
+
+namespace kitbay::view {
+
+/// The page of components put together: its document and state, the lists of the catalog that fill
+/// it, and the procedures that switch it.
+struct ComponentPage {
+  ComponentPage(base::ErrorLog& log, const platform::Files& files, const base::Settings& settings,
+                const platform::VersionResource& version_resource, platform::MainWindow& window);
+  ComponentPage(const ComponentPage&) = delete;
+  ComponentPage& operator=(const ComponentPage&) = delete;
+
+  PageDocument document;
+  ViewState state;
+  PageRows rows;
+
+  catalog::RegistryFiles registry_files;
+  catalog::FileVersions versions;
+  catalog::UpdateSourceList sources;
+  catalog::InstalledRows shown;
+  catalog::NewComponents new_components;
+  catalog::InstalledComponents local;
+  catalog::AvailableUpdates available;
+  catalog::InstalledWithUpdates installed;
+  catalog::NewComponentListing new_listing;
+
+  PageButtons buttons;
+  PageTabs tabs;
+  PageCategories categories;
+};
+
+}  // namespace kitbay::view
