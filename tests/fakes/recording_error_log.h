@@ -46,15 +46,18 @@ class RecordingErrorLog : public base::ErrorLog {
     entries.push_back({time_text, procedure, number, description});
   }
 
-  /// The entry that `procedure` logs now for `number` and `description`.
-  static LogEntry Entry(const std::string& procedure, std::int32_t number,
-                        const std::string& description) {
-    return {kTimeText, procedure, number, description};
-  }
-
   std::vector<LogEntry> entries;
   std::exception_ptr failure;       ///< what `LogError` throws; empty to keep entries
   std::exception_ptr time_failure;  ///< what `TimeText` throws; empty for the fixed time
 };
+
+/// The entry that `procedure` makes in a `RecordingErrorLog` for `number` and `description`.
+inline LogEntry Entry(const std::string& procedure, std::int32_t number,
+                      const std::string& description) {
+  return {RecordingErrorLog::kTimeText, procedure, number, description};
+}
+
+/// The description of a failure for an element or object that is not there, number 91.
+inline constexpr const char* kNotSet = "Object variable or With block variable not set";
 
 }  // namespace kitbay::fakes

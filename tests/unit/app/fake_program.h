@@ -11,13 +11,13 @@
 #include "fakes/fake_com_server.h"
 #include "fakes/fake_suite_objects.h"
 #include "fakes/fake_version_resource.h"
+#include "fakes/recording_error_log.h"
 #include "fakes/recording_libraries.h"
 #include "journal_fakes.h"
 
 namespace kitbay::app {
 
-/// The description of a failure for an element or object that is not there, number 91.
-inline constexpr const char* kNotSet = "Object variable or With block variable not set";
+using fakes::kNotSet;
 
 inline constexpr const char* kFileSystemObject = "FileSystemLib.FileSystemObject";
 inline constexpr const char* kTransport = "XMLRPCTRANSPORT.xTransport";

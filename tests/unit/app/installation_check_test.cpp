@@ -100,16 +100,16 @@ TEST_F(InstallationCheckTest, InstallTxtWithOneLineEndsTheCheck) {
   EXPECT_THAT(CallsOf({"ShowMessage", "Unload"}), IsEmpty());
   EXPECT_EQ(settings.InstallFolder, "");
   EXPECT_EQ(settings.MainAppName, "Application");
-  EXPECT_THAT(entries_.entries, ElementsAre(fakes::RecordingErrorLog::Entry(
-                                    "Kitbay::CheckInstallation", 62, "Input past end of file")));
+  EXPECT_THAT(entries_.entries,
+              ElementsAre(fakes::Entry("Kitbay::CheckInstallation", 62, "Input past end of file")));
 }
 
 TEST_F(InstallationCheckTest, AnEmptyInstallTxtEndsTheCheck) {
   PutInstallTxt("");
   Check();
   EXPECT_THAT(KeysOpened(), IsEmpty());
-  EXPECT_THAT(entries_.entries, ElementsAre(fakes::RecordingErrorLog::Entry(
-                                    "Kitbay::CheckInstallation", 62, "Input past end of file")));
+  EXPECT_THAT(entries_.entries,
+              ElementsAre(fakes::Entry("Kitbay::CheckInstallation", 62, "Input past end of file")));
 }
 
 TEST_F(InstallationCheckTest, ABlankFirstLineOfInstallTxtLeavesTheUsualEntry) {

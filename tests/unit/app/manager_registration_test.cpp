@@ -103,8 +103,8 @@ TEST(ManagerRegistrationFailure, IsLoggedAsWindup) {
   bool gone = false;
   registration.Publish(std::make_unique<MortalManager>(gone));
   registration.Windup();
-  EXPECT_THAT(log.entries, ElementsAre(fakes::RecordingErrorLog::Entry(
-                               "Kitbay::Windup", -2147467259, "Unspecified error")));
+  EXPECT_THAT(log.entries,
+              ElementsAre(fakes::Entry("Kitbay::Windup", -2147467259, "Unspecified error")));
 }
 
 }  // namespace

@@ -11,6 +11,7 @@
 namespace kitbay::base {
 namespace {
 
+using fakes::Entry;
 using fakes::RecordingErrorLog;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -34,8 +35,7 @@ TEST_F(Guarded, BodyThatRunsToItsEndLogsNothing) {
 
 TEST_F(Guarded, FailureIsLoggedOnceUnderTheProceduresText) {
   EXPECT_FALSE(RunThrowing(Failure(RuntimeError::kPathNotFound)));
-  EXPECT_THAT(log_.entries,
-              ElementsAre(RecordingErrorLog::Entry("Kitbay::Procedure", 76, "Path not found")));
+  EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::Procedure", 76, "Path not found")));
 }
 
 TEST_F(Guarded, FailureEndsTheBodyWhereItHappened) {
@@ -49,31 +49,28 @@ TEST_F(Guarded, FailureEndsTheBodyWhereItHappened) {
 
 TEST_F(Guarded, TextOfTheProcedureIsKeptAsItIs) {
   guarded(log_, " Kitbay::odd ", [] { throw Failure(RuntimeError::kOverflow); });
-  EXPECT_THAT(log_.entries, ElementsAre(RecordingErrorLog::Entry(" Kitbay::odd ", 6, "Overflow")));
+  EXPECT_THAT(log_.entries, ElementsAre(Entry(" Kitbay::odd ", 6, "Overflow")));
 }
 
 TEST_F(Guarded, HresultIsLoggedAsANegativeNumber) {
   RunThrowing(Failure(static_cast<std::int32_t>(0x80004005), ""));
-  EXPECT_THAT(log_.entries,
-              ElementsAre(RecordingErrorLog::Entry("Kitbay::Procedure", -2147467259, "")));
+  EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::Procedure", -2147467259, "")));
 }
 
 TEST_F(Guarded, LackOfMemoryIsErrorSeven) {
   EXPECT_FALSE(RunThrowing(std::bad_alloc()));
-  EXPECT_THAT(log_.entries,
-              ElementsAre(RecordingErrorLog::Entry("Kitbay::Procedure", 7, "Out of memory")));
+  EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::Procedure", 7, "Out of memory")));
 }
 
 TEST_F(Guarded, OtherStandardExceptionIsErrorFiveInItsOwnWords) {
   EXPECT_FALSE(RunThrowing(std::out_of_range("index 3 of 2")));
-  EXPECT_THAT(log_.entries,
-              ElementsAre(RecordingErrorLog::Entry("Kitbay::Procedure", 5, "index 3 of 2")));
+  EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::Procedure", 5, "index 3 of 2")));
 }
 
 TEST_F(Guarded, ExceptionOfUnknownTypeIsErrorFive) {
   EXPECT_FALSE(RunThrowing(42));
-  EXPECT_THAT(log_.entries, ElementsAre(RecordingErrorLog::Entry(
-                                "Kitbay::Procedure", 5, "Invalid procedure call or argument")));
+  EXPECT_THAT(log_.entries,
+              ElementsAre(Entry("Kitbay::Procedure", 5, "Invalid procedure call or argument")));
 }
 
 TEST_F(Guarded, FailureOfAnInnerProcedureDoesNotEndTheOuterOne) {
@@ -83,7 +80,7 @@ TEST_F(Guarded, FailureOfAnInnerProcedureDoesNotEndTheOuterOne) {
     went_on = true;
   }));
   EXPECT_TRUE(went_on);
-  EXPECT_THAT(log_.entries, ElementsAre(RecordingErrorLog::Entry("Kitbay::Inner", 6, "Overflow")));
+  EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::Inner", 6, "Overflow")));
 }
 
 TEST_F(Guarded, WhatWasSetBeforeTheFailureStays) {
@@ -112,8 +109,7 @@ TEST_F(Guarded, LogTakesEntriesAgainOnceItCanBeWritten) {
   RunThrowing(Failure(RuntimeError::kOverflow));
   log_.failure = nullptr;
   RunThrowing(Failure(RuntimeError::kTypeMismatch));
-  EXPECT_THAT(log_.entries,
-              ElementsAre(RecordingErrorLog::Entry("Kitbay::Procedure", 13, "Type mismatch")));
+  EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::Procedure", 13, "Type mismatch")));
 }
 
 }  // namespace

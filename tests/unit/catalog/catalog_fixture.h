@@ -11,6 +11,9 @@
 
 namespace kitbay::catalog {
 
+using fakes::Entry;
+using fakes::kNotSet;
+
 inline constexpr std::int32_t kInvalidData = -2147024883;
 
 /// A suite in memory, installed in C:\Suite, its user's folder C:\User\CustomData.

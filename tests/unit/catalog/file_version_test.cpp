@@ -51,8 +51,7 @@ TEST_F(FileVersion, FailureToReadIsLoggedAndShowsNA) {
   const BrokenVersionResource broken;
   const FileVersions versions(log_, settings_, broken);
   EXPECT_EQ(versions.GetVersionInfo("C:\\Suite\\a.dll"), "N/A");
-  EXPECT_THAT(log_.entries, ElementsAre(fakes::RecordingErrorLog::Entry("Kitbay::GetVersionInfo",
-                                                                        70, "Permission denied")));
+  EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::GetVersionInfo", 70, "Permission denied")));
 }
 
 TEST_F(FileVersion, OfAnAddonIsThatOfTheLibraryInItsOwnFolder) {

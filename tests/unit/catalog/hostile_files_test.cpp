@@ -38,8 +38,8 @@ TEST_F(HostileDatastore, BillionLaughsExpandsNothing) {
   }
   List(types + "]>" + RegistryText(Addon("a", "&l9;", "a.dll"), "", ""));
   EXPECT_THAT(rows_.calls, IsEmpty());
-  EXPECT_THAT(log_.entries, ElementsAre(fakes::RecordingErrorLog::Entry(
-                                "Kitbay::InitialInstalledAddons", kInvalidData,
+  EXPECT_THAT(log_.entries,
+              ElementsAre(Entry("Kitbay::InitialInstalledAddons", kInvalidData,
                                 "C:\\Suite\\Datastore\\olregistry.xml is not a well-formed "
                                 "document: a document type declaration is not allowed")));
 }
@@ -93,8 +93,7 @@ TEST_F(HostileDatastore, FiftyMegabytesOfEntriesEndInAnOverflow) {
   }
   List(RegistryText(addons, "", ""));
   EXPECT_THAT(rows_.calls, SizeIs(1 + 32767));
-  EXPECT_THAT(log_.entries, ElementsAre(fakes::RecordingErrorLog::Entry(
-                                "Kitbay::InitialInstalledAddons", 6, "Overflow")));
+  EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::InitialInstalledAddons", 6, "Overflow")));
 }
 
 // Reading the text below an element used to recurse once per level and overran the stack.

@@ -6,7 +6,6 @@
 namespace kitbay::catalog {
 namespace {
 
-using fakes::RecordingErrorLog;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -145,18 +144,16 @@ TEST_F(InstalledListing, MissingChildTextIsLoggedAndRowsSoFarStay) {
                                       Addon("c", "C", "c.dll"),
                                   "", "")),
               ElementsAre(kAddonHeading, "fillDiv installedaddons|A|N/A|About A|1|-"));
-  EXPECT_THAT(log_.entries, ElementsAre(RecordingErrorLog::Entry(
-                                "Kitbay::InitialInstalledAddons", 91,
-                                "Object variable or With block variable not set")));
+  EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::InitialInstalledAddons", 91,
+                                              "Object variable or With block variable not set")));
 }
 
 class IncompleteEntry : public InstalledListing, public testing::WithParamInterface<const char*> {};
 
 TEST_P(IncompleteEntry, IsError91OfTheAddonListing) {
   EXPECT_THAT(Addons(RegistryText(GetParam(), "", "")), ElementsAre(kAddonHeading));
-  EXPECT_THAT(log_.entries, ElementsAre(RecordingErrorLog::Entry(
-                                "Kitbay::InitialInstalledAddons", 91,
-                                "Object variable or With block variable not set")));
+  EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::InitialInstalledAddons", 91,
+                                              "Object variable or With block variable not set")));
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -170,30 +167,29 @@ INSTANTIATE_TEST_SUITE_P(
 TEST_F(InstalledListing, IncompleteTransportIsError91UnderItsOwnProcedure) {
   EXPECT_THAT(Transports(RegistryText("", "<transport id='a' name='A'/>", "")),
               ElementsAre(kTransportHeading));
-  EXPECT_THAT(log_.entries, ElementsAre(RecordingErrorLog::Entry(
-                                "Kitbay::InitialInstalledTransports", 91,
-                                "Object variable or With block variable not set")));
+  EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::InitialInstalledTransports", 91,
+                                              "Object variable or With block variable not set")));
 }
 
 TEST_F(InstalledListing, MissingDatastoreIsLoggedByAddonsAndWritesNothing) {
   files_.AddFolder("C:\\Suite\\Datastore");
   installed_.InitialInstalledAddons();
   EXPECT_THAT(rows_.calls, IsEmpty());
-  EXPECT_THAT(log_.entries, ElementsAre(RecordingErrorLog::Entry("Kitbay::InitialInstalledAddons",
-                                                                 53, "File not found")));
+  EXPECT_THAT(log_.entries,
+              ElementsAre(Entry("Kitbay::InitialInstalledAddons", 53, "File not found")));
 }
 
 TEST_F(InstalledListing, MissingDatastoreFolderIsLoggedByTransportsAndWritesNothing) {
   installed_.InitialInstalledTransports();
   EXPECT_THAT(rows_.calls, IsEmpty());
-  EXPECT_THAT(log_.entries, ElementsAre(RecordingErrorLog::Entry(
-                                "Kitbay::InitialInstalledTransports", 76, "Path not found")));
+  EXPECT_THAT(log_.entries,
+              ElementsAre(Entry("Kitbay::InitialInstalledTransports", 76, "Path not found")));
 }
 
 TEST_F(InstalledListing, MalformedDatastoreIsLoggedWithThePlaceOfTheFault) {
   EXPECT_THAT(Addons("<root><addons></root>"), IsEmpty());
   EXPECT_THAT(log_.entries,
-              ElementsAre(RecordingErrorLog::Entry(
+              ElementsAre(Entry(
                   "Kitbay::InitialInstalledAddons", kInvalidData,
                   "C:\\Suite\\Datastore\\olregistry.xml is not a well-formed document: Start-end "
                   "tags mismatch at byte 16")));
@@ -207,8 +203,7 @@ TEST_F(InstalledListing, RowPast32767IsALoggedOverflow) {
   const auto calls = Addons(RegistryText(addons, "", ""));
   ASSERT_EQ(calls.size(), 1U + 32767U);
   EXPECT_EQ(calls.back(), "fillDiv installedaddons|A|N/A||32767|-");
-  EXPECT_THAT(log_.entries, ElementsAre(RecordingErrorLog::Entry("Kitbay::InitialInstalledAddons",
-                                                                 6, "Overflow")));
+  EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::InitialInstalledAddons", 6, "Overflow")));
 }
 
 TEST_F(InstalledListing, DatastoreIsReadAnewByEachListing) {
@@ -279,8 +274,8 @@ TEST_F(InstalledListing, MissingDatastoreLeavesTheTabBarAloneAndIsLoggedByChanne
   SetCustomRegistry(RegistryText("", "", Channel("b", "B", "2")));
   installed_.InitialInstalledChannels();
   EXPECT_THAT(rows_.calls, ElementsAre(kTabBarCall));
-  EXPECT_THAT(log_.entries, ElementsAre(RecordingErrorLog::Entry("Kitbay::InitialInstalledChannels",
-                                                                 53, "File not found")));
+  EXPECT_THAT(log_.entries,
+              ElementsAre(Entry("Kitbay::InitialInstalledChannels", 53, "File not found")));
 }
 
 TEST_F(InstalledListing, IncompleteDatastoreChannelIsLoggedAndCustomChannelsFollow) {
@@ -289,18 +284,16 @@ TEST_F(InstalledListing, IncompleteDatastoreChannelIsLoggedAndCustomChannelsFoll
                Channel("d", "D", "4")),
       ElementsAre(kTabBarCall, kChannelHeading, "fillDiv installedchannels|A|1|About A|1|-",
                   "fillDiv installedchannels|D|4|About D|2|-"));
-  EXPECT_THAT(log_.entries,
-              ElementsAre(RecordingErrorLog::Entry(
-                  "Kitbay::AddChannelList", 91, "Object variable or With block variable not set")));
+  EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::AddChannelList", 91,
+                                              "Object variable or With block variable not set")));
 }
 
 TEST_F(InstalledListing, IncompleteCustomChannelIsLoggedUnderItsOwnProcedure) {
   EXPECT_THAT(
       Channels("", Channel("a", "A", "1") + "<channel name='B' version='2'/>"),
       ElementsAre(kTabBarCall, kChannelHeading, "fillDiv installedchannels|A|1|About A|1|-"));
-  EXPECT_THAT(log_.entries, ElementsAre(RecordingErrorLog::Entry(
-                                "Kitbay::AddChannelListDirect", 91,
-                                "Object variable or With block variable not set")));
+  EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::AddChannelListDirect", 91,
+                                              "Object variable or With block variable not set")));
 }
 
 }  // namespace

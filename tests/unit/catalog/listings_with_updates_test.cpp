@@ -6,7 +6,6 @@
 namespace kitbay::catalog {
 namespace {
 
-using fakes::RecordingErrorLog;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -139,8 +138,8 @@ TEST_F(ListingWithUpdates, FailureOfACheckEndsTheListingAndIsLogged) {
   check_.fails = true;
   installed_.InstalledAddons();
   EXPECT_THAT(check_.calls, ElementsAre("AddAddonInfo components.xml [chat] 1"));
-  EXPECT_THAT(log_.entries, ElementsAre(RecordingErrorLog::Entry("Kitbay::InstalledAddons", 9,
-                                                                 "Subscript out of range")));
+  EXPECT_THAT(log_.entries,
+              ElementsAre(Entry("Kitbay::InstalledAddons", 9, "Subscript out of range")));
 }
 
 TEST_F(ListingWithUpdates, RowNumberPast32767OverflowsAcrossSources) {
@@ -152,8 +151,7 @@ TEST_F(ListingWithUpdates, RowNumberPast32767OverflowsAcrossSources) {
   installed_.InstalledTransports();
   EXPECT_EQ(check_.calls.size(), 1U);
   EXPECT_EQ(shown_.ids.size(), 32767U);
-  EXPECT_THAT(log_.entries,
-              ElementsAre(RecordingErrorLog::Entry("Kitbay::InstalledTransports", 6, "Overflow")));
+  EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::InstalledTransports", 6, "Overflow")));
 }
 
 TEST_F(ListingWithUpdates, ChannelsOfBothFilesAskEachSourceUnderOneHeading) {
@@ -231,9 +229,8 @@ TEST_F(ListingWithUpdates, IncompleteCustomChannelIsLoggedUnderItsOwnProcedure) 
   installed_.InstalledChannels();
   EXPECT_THAT(rows_.calls,
               ElementsAre(kChannelHeading, "fillDiv installedchannels|News|2|About News|1|-"));
-  EXPECT_THAT(log_.entries, ElementsAre(RecordingErrorLog::Entry(
-                                "Kitbay::ListCustomChannels", 91,
-                                "Object variable or With block variable not set")));
+  EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::ListCustomChannels", 91,
+                                              "Object variable or With block variable not set")));
 }
 
 TEST_F(ListingWithUpdates, LengthCountsTheSelectedNodes) {
@@ -258,8 +255,7 @@ TEST_F(ListingWithUpdates, LengthIsA16BitNumber) {
   EXPECT_THAT(log_.entries, IsEmpty());
   SetCustomRegistry(RegistryText("", "", channels + "<channel/>"));
   EXPECT_EQ(installed_.GetCustomAddonLength(kCustomRegistry, "root/channels//channel"), 0);
-  EXPECT_THAT(log_.entries,
-              ElementsAre(RecordingErrorLog::Entry("Kitbay::GetCustomAddonLength", 6, "Overflow")));
+  EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::GetCustomAddonLength", 6, "Overflow")));
 }
 
 }  // namespace

@@ -31,12 +31,6 @@ class ManifestTest : public CatalogTest {
     files_.AddFile("C:\\Suite\\Kitbay\\" + name, text);
   }
 
-  static fakes::LogEntry Entry(const std::string& procedure, int number,
-                               const std::string& description) {
-    return fakes::RecordingErrorLog::Entry(procedure, number, description);
-  }
-
-  static constexpr const char* kNotSet = "Object variable or With block variable not set";
   static constexpr const char* kSubscript = "Subscript out of range";
 
   fakes::FakeVersionResource resources_;

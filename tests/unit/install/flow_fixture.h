@@ -23,8 +23,8 @@
 
 namespace kitbay::install {
 
-/// The description of a failure for an element or object that is not there, number 91.
-inline constexpr const char* kNotSet = "Object variable or With block variable not set";
+using fakes::Entry;
+using fakes::kNotSet;
 
 /// How the main client's window is looked for.
 inline constexpr const char* kFindClient = "FindTopWindow [ThunderRT6FormDC] [OvlTessel]";
@@ -118,11 +118,6 @@ class FlowTest : public ::testing::Test {
 
   int RowCount(const std::string& container) const { return html_->ById(container)->ChildCount(); }
   std::string Status() { return window_.status_bar().PanelText(platform::kStatusPanel); }
-
-  static fakes::LogEntry Entry(const std::string& procedure, int number,
-                               const std::string& description) {
-    return fakes::RecordingErrorLog::Entry(procedure, number, description);
-  }
 
   static constexpr int kRemove = 0;
   static constexpr int kUpdate = 1;

@@ -52,8 +52,8 @@ TEST(ExpansionWithoutMemory, NamesTheLargestEntryAndWritesNothing) {
                               {"last.txt", "3"}}));
   std::string destination = "C:\\S";
   EXPECT_FALSE(PackageExpansion(log, files).ExpandZipFile(destination, "C:\\a.zip"));
-  EXPECT_THAT(log.entries, ElementsAre(fakes::RecordingErrorLog::Entry(
-                               "Kitbay...ExpandZipFile", 7, "Out of memory: bin\\large.bin")));
+  EXPECT_THAT(log.entries, ElementsAre(fakes::Entry("Kitbay...ExpandZipFile", 7,
+                                                    "Out of memory: bin\\large.bin")));
   EXPECT_THAT(files.Names("C:\\S"), IsEmpty());
 }
 

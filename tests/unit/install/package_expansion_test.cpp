@@ -47,7 +47,7 @@ class PackageExpansionTest : public testing::Test {
     return files_.Names("C:\\S\\addons\\skins" + folder);
   }
   static fakes::LogEntry Entry(int number, const std::string& description) {
-    return RecordingErrorLog::Entry(kProcedure, number, description);
+    return fakes::Entry(kProcedure, number, description);
   }
 
   fakes::MemoryFiles files_;

@@ -20,8 +20,8 @@
 
 namespace kitbay::install {
 
-/// The description of a failure for an object that is not there, number 91.
-inline constexpr const char* kNotSet = "Object variable or With block variable not set";
+using fakes::Entry;
+using fakes::kNotSet;
 
 /// A desktop on which a test can look around while a message is shown.
 class WatchedDesktop : public fakes::RecordingDesktop {
@@ -62,11 +62,6 @@ class RegistrationTest : public testing::Test {
 
   std::string Datastore() const { return files_.Bytes(kDatastore).value_or("(none)"); }
   std::string CustomRegistry() const { return files_.Bytes(kCustomRegistry).value_or("(none)"); }
-
-  static fakes::LogEntry Entry(const std::string& procedure, int number,
-                               const std::string& description) {
-    return fakes::RecordingErrorLog::Entry(procedure, number, description);
-  }
 
   std::string Status() { return window_.status_bar().PanelText(platform::kStatusPanel); }
   std::string Text(const std::string& id) const { return html_->ById(id)->InnerText(); }

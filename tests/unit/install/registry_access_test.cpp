@@ -209,12 +209,11 @@ TEST_F(RegistryAccess, EveryMemberLogsItsFailureAndReturnsItsDefault) {
     EXPECT_EQ(registry.GetAppDataPath(), "");
     registry.RegisterUrlHandler();
   }
-  using fakes::RecordingErrorLog;
-  EXPECT_THAT(log_.entries,
-              ElementsAre(RecordingErrorLog::Entry("Kitbay::Class_Initialize", 5, "broken"),
-                          RecordingErrorLog::Entry("Kitbay::GetAppDataPath", 5, "broken"),
-                          RecordingErrorLog::Entry("Kitbay::RegisterUrlHandler", 5, "broken"),
-                          RecordingErrorLog::Entry("Kitbay::Class_Terminate", 5, "broken")));
+  using fakes::Entry;
+  EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::Class_Initialize", 5, "broken"),
+                                        Entry("Kitbay::GetAppDataPath", 5, "broken"),
+                                        Entry("Kitbay::RegisterUrlHandler", 5, "broken"),
+                                        Entry("Kitbay::Class_Terminate", 5, "broken")));
 }
 
 }  // namespace

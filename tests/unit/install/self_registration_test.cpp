@@ -8,6 +8,7 @@
 namespace kitbay::install {
 namespace {
 
+using fakes::Entry;
 using fakes::RecordingErrorLog;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -66,23 +67,21 @@ TEST_F(SelfRegistrationTest, FailureCodeOfTheLibraryIsNotLookedAt) {
 TEST_F(SelfRegistrationTest, MissingLibraryGivesOneAndOneEntry) {
   EXPECT_EQ(Register(kSpell), 1);
   EXPECT_THAT(libraries_.calls(), ElementsAre("RunOnOwnThread", kLoadSpell, "Own thread ends"));
-  EXPECT_THAT(log_.entries, ElementsAre(RecordingErrorLog::Entry(
-                                " Kitbay::Loading of library failed", 126, "Module not found.")));
+  EXPECT_THAT(log_.entries,
+              ElementsAre(Entry(" Kitbay::Loading of library failed", 126, "Module not found.")));
 }
 
 TEST_F(SelfRegistrationTest, FileThatIsNoLibraryIsLoggedWithTheSystemsOwnNumber) {
   libraries_.AddUnloadable(kSpell, {193, "Not a valid Win32 application."});
   EXPECT_EQ(Register(kSpell), 1);
-  EXPECT_THAT(log_.entries,
-              ElementsAre(RecordingErrorLog::Entry(" Kitbay::Loading of library failed", 193,
-                                                   "Not a valid Win32 application.")));
+  EXPECT_THAT(log_.entries, ElementsAre(Entry(" Kitbay::Loading of library failed", 193,
+                                              "Not a valid Win32 application.")));
 }
 
 TEST_F(SelfRegistrationTest, PathThatIsNotFullIsNotLoaded) {
   EXPECT_EQ(Register("OvlSpell.dll"), 1);
-  EXPECT_THAT(log_.entries,
-              ElementsAre(RecordingErrorLog::Entry(" Kitbay::Loading of library failed", 75,
-                                                   "Path/File access error: OvlSpell.dll")));
+  EXPECT_THAT(log_.entries, ElementsAre(Entry(" Kitbay::Loading of library failed", 75,
+                                              "Path/File access error: OvlSpell.dll")));
 }
 
 TEST_F(SelfRegistrationTest, AddressOneGivesOneWithoutAThread) {
@@ -134,14 +133,13 @@ TEST_F(SelfRegistrationTest, LibraryThatTimedOutIsNotLoadedAgain) {
   EXPECT_EQ(libraries_.calls().size(), calls);
   EXPECT_THAT(
       log_.entries,
-      ElementsAre(RecordingErrorLog::Entry(
-                      "Kitbay::DLLRegisterService", 75,
-                      "Path/File access error: c:\\suite\\ADDONS\\spellcheck\\ovlspell.DLL did not "
-                      "return in time before"),
-                  RecordingErrorLog::Entry(
-                      "Kitbay::DLLRegisterService", 75,
-                      "Path/File access error: C:\\Suite\\addons\\spellcheck\\OvlSpell.dll did not "
-                      "return in time before")));
+      ElementsAre(
+          Entry("Kitbay::DLLRegisterService", 75,
+                "Path/File access error: c:\\suite\\ADDONS\\spellcheck\\ovlspell.DLL did not "
+                "return in time before"),
+          Entry("Kitbay::DLLRegisterService", 75,
+                "Path/File access error: C:\\Suite\\addons\\spellcheck\\OvlSpell.dll did not "
+                "return in time before")));
 }
 
 class OtherSpelling : public SelfRegistrationTest,
@@ -180,17 +178,15 @@ TEST_F(SelfRegistrationTest, LibraryThatCouldNotBeLoadedIsTriedAgain) {
 TEST_F(SelfRegistrationTest, RunTimeErrorIsLoggedAndGivesZero) {
   libraries_.Fail("RunOnOwnThread", base::Failure(base::RuntimeError::kOutOfMemory));
   EXPECT_EQ(Register(kSpell), 0);
-  EXPECT_THAT(log_.entries, ElementsAre(RecordingErrorLog::Entry("Kitbay::DLLRegisterService", 7,
-                                                                 "Out of memory")));
+  EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::DLLRegisterService", 7, "Out of memory")));
 }
 
 TEST_F(SelfRegistrationTest, RunTimeErrorOnTheOwnThreadIsLoggedAndGivesZero) {
   libraries_.Add(kSpell, {{"DllRegisterServer", {}}});
   libraries_.Fail("Wait", base::Failure(base::RuntimeError::kInvalidProcedureCall));
   EXPECT_EQ(Register(kSpell), 0);
-  EXPECT_THAT(log_.entries,
-              ElementsAre(RecordingErrorLog::Entry("Kitbay::DLLRegisterService", 5,
-                                                   "Invalid procedure call or argument")));
+  EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::DLLRegisterService", 5,
+                                              "Invalid procedure call or argument")));
 }
 
 TEST_F(SelfRegistrationTest, RunTimeErrorAfterTheTimeOutKeepsThree) {

@@ -18,7 +18,6 @@ using testing::IsEmpty;
 
 inline constexpr const char* kPath = "C:\\User\\Ovalink\\updatepreference.xml";
 inline constexpr const char* kPermissionDenied = "Permission denied";
-inline constexpr const char* kNotSet = "Object variable or With block variable not set";
 inline constexpr platform::WindowHandle kOwner{0x10042};
 
 /// The dialog over a file in memory, with a main window that counts how often it is told.
@@ -61,7 +60,7 @@ class DialogTest : public testing::Test, private SourceListUser {
 
   static fakes::LogEntry Entry(const std::string& procedure, base::RuntimeError error) {
     const base::Failure failure(error);
-    return fakes::RecordingErrorLog::Entry(procedure, failure.number(), failure.description());
+    return fakes::Entry(procedure, failure.number(), failure.description());
   }
 
   fakes::RecordingErrorLog log_;

@@ -20,8 +20,8 @@
 
 namespace kitbay::update {
 
-/// The description of a failure for an object that is not there, number 91.
-inline constexpr const char* kNotSet = "Object variable or With block variable not set";
+using fakes::Entry;
+using fakes::kNotSet;
 
 /// A download object that keeps the request documents it takes.
 class RecordingDownloads : public platform::TransportObject {
@@ -113,11 +113,6 @@ class ExchangeTest : public testing::Test {
   /// The request for the manifest of a source that is written as host and path.
   static std::string ManifestRequest(const std::string& host, const std::string& path) {
     return Request(host, path, "C:\\Suite\\Kitbay" + ("\\" + path.substr(path.rfind('/') + 1)));
-  }
-
-  static fakes::LogEntry Entry(const std::string& procedure, int number,
-                               const std::string& description) {
-    return fakes::RecordingErrorLog::Entry(procedure, number, description);
   }
 
   std::string Status() { return window_.status_bar().PanelText(platform::kStatusPanel); }

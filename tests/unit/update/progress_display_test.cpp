@@ -33,9 +33,8 @@ TEST_F(ProgressDisplay, FailureIsLoggedAndEndsTheSteps) {
   window_.calls().FailMember("Move", base::Failure(base::RuntimeError::kInvalidProcedureCall));
   ShowProgressInStatusBar(log_, window_, true);
   EXPECT_THAT(window_.calls().all(), ElementsAre("SetParent status bar", "Move 0 2 100 20"));
-  EXPECT_THAT(log_.entries,
-              ElementsAre(fakes::RecordingErrorLog::Entry("Kitbay::ShowProgressInStatusBar", 5,
-                                                          "Invalid procedure call or argument")));
+  EXPECT_THAT(log_.entries, ElementsAre(fakes::Entry("Kitbay::ShowProgressInStatusBar", 5,
+                                                     "Invalid procedure call or argument")));
 }
 
 }  // namespace

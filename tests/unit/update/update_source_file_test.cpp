@@ -8,6 +8,7 @@
 namespace kitbay::update {
 namespace {
 
+using fakes::Entry;
 using fakes::RecordingErrorLog;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -119,17 +120,15 @@ INSTANTIATE_TEST_SUITE_P(Kinds, UselessSeed,
 TEST_F(UpdateSources, SeedWithoutASourceIsLoggedAndLeavesTheFileAsItIs) {
   files_.AddFile(kSeed, "<root><preferences/></root>");
   EXPECT_EQ(Seeded(kInitial), kInitial);
-  EXPECT_THAT(log_.entries, ElementsAre(RecordingErrorLog::Entry(
-                                "Kitbay::MakeDirectoryPreferenceFile", 91,
-                                "Object variable or With block variable not set")));
+  EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::MakeDirectoryPreferenceFile", 91,
+                                              "Object variable or With block variable not set")));
 }
 
 TEST_F(UpdateSources, FileWithoutASourceIsLoggedAndStaysAsItIs) {
   SetSeed("one.example/a.xml");
   EXPECT_EQ(Seeded("<root><preferences/></root>"), "<root><preferences/></root>");
-  EXPECT_THAT(log_.entries, ElementsAre(RecordingErrorLog::Entry(
-                                "Kitbay::MakeDirectoryPreferenceFile", 91,
-                                "Object variable or With block variable not set")));
+  EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::MakeDirectoryPreferenceFile", 91,
+                                              "Object variable or With block variable not set")));
 }
 
 TEST_F(UpdateSources, MalformedFileStaysAsItIs) {
@@ -160,23 +159,22 @@ TEST_F(UpdateSources, UnwritableFileKeepsItsOldBytesAndIsLogged) {
   files_.SetReadOnly(kPath);
   sources_file_.MakeDirectoryPreferenceFile(&file_system_);
   EXPECT_EQ(File(), kInitial);
-  EXPECT_THAT(log_.entries, ElementsAre(RecordingErrorLog::Entry(
-                                "Kitbay::MakeDirectoryPreferenceFile", 70, "Permission denied")));
+  EXPECT_THAT(log_.entries,
+              ElementsAre(Entry("Kitbay::MakeDirectoryPreferenceFile", 70, "Permission denied")));
 }
 
 TEST_F(UpdateSources, MissingUserFolderIsLogged) {
   settings_.CustomDataFolder = "C:\\None\\Ovalink\\CustomData";
   sources_file_.MakeDirectoryPreferenceFile(&file_system_);
-  EXPECT_THAT(log_.entries, ElementsAre(RecordingErrorLog::Entry(
-                                "Kitbay::MakeDirectoryPreferenceFile", 76, "Path not found")));
+  EXPECT_THAT(log_.entries,
+              ElementsAre(Entry("Kitbay::MakeDirectoryPreferenceFile", 76, "Path not found")));
 }
 
 TEST_F(UpdateSources, MissingFileSystemObjectIsError91) {
   sources_file_.MakeDirectoryPreferenceFile(nullptr);
   EXPECT_EQ(File(), "(no file)");
-  EXPECT_THAT(log_.entries, ElementsAre(RecordingErrorLog::Entry(
-                                "Kitbay::MakeDirectoryPreferenceFile", 91,
-                                "Object variable or With block variable not set")));
+  EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::MakeDirectoryPreferenceFile", 91,
+                                              "Object variable or With block variable not set")));
 }
 
 TEST_F(UpdateSources, ReadingKeepsFileOrderAndDuplicates) {
@@ -239,9 +237,8 @@ TEST_F(UpdateSources, SourceWithoutAnAttributeIsLoggedAndThoseBeforeItStay) {
   sources_file_.GetPreferences();
   EXPECT_THAT(sources_.UpdateSources, ElementsAre("a"));
   EXPECT_THAT(sources_.PendingSources, ElementsAre("a"));
-  EXPECT_THAT(log_.entries,
-              ElementsAre(RecordingErrorLog::Entry(
-                  "Kitbay::GetPreferences", 91, "Object variable or With block variable not set")));
+  EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::GetPreferences", 91,
+                                              "Object variable or With block variable not set")));
 }
 
 }  // namespace

@@ -16,8 +16,8 @@
 
 namespace kitbay::view {
 
-/// The description of a failure for an element or object that is not there, number 91.
-inline constexpr const char* kNotSet = "Object variable or With block variable not set";
+using fakes::Entry;
+using fakes::kNotSet;
 
 /// A page in memory with the procedures that write it, on an installation without components.
 class PageTest : public ::testing::Test {
@@ -64,11 +64,6 @@ class PageTest : public ::testing::Test {
   /// A button of a row; heading and rows of a list count from 0, and so do the buttons.
   platform::HtmlNodeRef Button(const std::string& container, int row, int button = 0) const {
     return At(container)->Child(row)->Child(1)->Child(0)->Child(1)->Child(button);
-  }
-
-  static fakes::LogEntry Entry(const std::string& procedure, int number,
-                               const std::string& description) {
-    return fakes::RecordingErrorLog::Entry(procedure, number, description);
   }
 
   base::Settings settings_;
