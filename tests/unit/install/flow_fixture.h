@@ -13,6 +13,7 @@
 #include "fakes/fake_main_window.h"
 #include "fakes/memory_files.h"
 #include "fakes/recording_desktop.h"
+#include "fakes/recording_downloads.h"
 #include "fakes/recording_error_log.h"
 #include "install/install_session.h"
 #include "install/main_client.h"
@@ -26,30 +27,13 @@ namespace kitbay::install {
 using fakes::Entry;
 using fakes::kNotSet;
 
+inline constexpr const char* kDatastore = "C:\\Ovalink\\Datastore\\olregistry.xml";
+inline constexpr const char* kCustomRegistry = "C:\\Ana\\CustomData\\customregistry.xml";
+
 /// How the main client's window is looked for.
 inline constexpr const char* kFindClient = "FindTopWindow [ThunderRT6FormDC] [OvlTessel]";
 
-/// A download object that keeps the request documents it takes.
-class RecordingDownloads : public platform::TransportObject {
- public:
-  void SetUp(platform::OvTransportEvents& /*receiver*/) override {}
-  void Request(const std::string& document) override {
-    if (failure) {
-      throw base::Failure(*failure);
-    }
-    documents.push_back(document);
-    if (while_asked) {
-      while_asked();
-    }
-  }
-  void ShutDown() override {}
-
-  std::vector<std::string> documents;
-  std::function<void()> while_asked;     ///< what happens within every request
-  std::optional<base::Failure> failure;  ///< of every request
-};
-
-/// A desktop on which something happens while the user is asked.
+/// A desktop on which something happens while the user is told or asked.
 class BusyDesktop : public fakes::RecordingDesktop {
  public:
   int ShowMessage(const std::string& text, const std::string& title, int style) override {
@@ -126,7 +110,7 @@ class FlowTest : public ::testing::Test {
   fakes::MemoryFiles files_;
   BusyDesktop desktop_;
   fakes::FakeMainWindow window_{""};
-  RecordingDownloads downloads_;
+  fakes::RecordingDownloads downloads_;
   base::Settings settings_;
   std::shared_ptr<fakes::FakeHtmlDocument> html_ = std::make_shared<fakes::FakeHtmlDocument>(
       "<div id='installedaddons'></div><div id='installedtransports'></div>"

@@ -10,8 +10,6 @@
 
 namespace kitbay::install {
 
-inline constexpr const char* kDatastore = "C:\\Ovalink\\Datastore\\olregistry.xml";
-inline constexpr const char* kCustomRegistry = "C:\\Ana\\CustomData\\customregistry.xml";
 inline constexpr const char* kEmptyRegistry = "<root><addons/><transports/><channels/></root>";
 
 /// A suite without components, whose one update source offers "notes" as an addon, a transport and

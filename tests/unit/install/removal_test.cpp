@@ -10,9 +10,6 @@ using base::ComponentKind;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-constexpr const char* kDatastore = "C:\\Ovalink\\Datastore\\olregistry.xml";
-constexpr const char* kCustomRegistry = "C:\\Ana\\CustomData\\customregistry.xml";
-
 // What the page tells `RemoveAddon` for each kind, and what a registry file calls it.
 struct KindWords {
   const char* action;

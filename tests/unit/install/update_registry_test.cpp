@@ -135,10 +135,10 @@ TEST_F(UpdateRegistry, MissingCustomRegistryIsCreatedFromItsLiteralFirst) {
   registration_.updateRegistryForChannel();
   EXPECT_EQ(CustomRegistry(), "<root><transports/><addons/><channels>" + ChannelEntry("news") +
                                   "</channels></root> ");
-  EXPECT_THAT(files_.operations(), ElementsAre("Exists C:\\User\\CustomData\\customregistry.xml",
-                                               "Replace C:\\User\\CustomData\\customregistry.xml",
-                                               "Read C:\\User\\CustomData\\customregistry.xml",
-                                               "Replace C:\\User\\CustomData\\customregistry.xml"));
+  EXPECT_THAT(files_.operations(), ElementsAre("Exists C:\\Ana\\CustomData\\customregistry.xml",
+                                               "Replace C:\\Ana\\CustomData\\customregistry.xml",
+                                               "Read C:\\Ana\\CustomData\\customregistry.xml",
+                                               "Replace C:\\Ana\\CustomData\\customregistry.xml"));
   EXPECT_THAT(log_.entries, IsEmpty());
 }
 
@@ -265,18 +265,18 @@ TEST_F(UpdateRegistry, MessagesNameComponentKindAndMainClient) {
   registration_.updateRegistryForChannel();
   EXPECT_THAT(desktop_.calls(),
               ElementsAre("ShowMessage [Chess addon has been successfully installed. Please "
-                          "restart Tessel to view the new feature.] [Kitbay] 0",
+                          "restart Tessel Messenger to view the new feature.] [Kitbay] 0",
                           "ShowMessage [Relay messaging service has been successfully installed. "
-                          "Please restart Tessel to view the new feature.] [Kitbay] 0",
+                          "Please restart Tessel Messenger to view the new feature.] [Kitbay] 0",
                           "ShowMessage [News Channel has been successfully installed. Please "
-                          "restart Tessel to view the new feature.] [Kitbay] 0"));
+                          "restart Tessel Messenger to view the new feature.] [Kitbay] 0"));
 }
 
 TEST_F(UpdateRegistry, SavedThenStatusClearedThenToldThenTheRowTakenAway) {
   rows_.showUpdates("updatedaddons", "Chess", "1", "Plays", 7);
   TakeAddon();
   bool shown = false;
-  desktop_.when_shown = [&] {
+  desktop_.while_asking = [&] {
     shown = true;
     EXPECT_NE(Datastore().find(kAddonEntry), std::string::npos);
     EXPECT_EQ(Status(), "");
@@ -329,7 +329,7 @@ TEST_F(PresentComponent, AddonStaysAsItIsAndItsRowGetsTheRemoveButton) {
   session_.record[addon_slot::kOffline] = "off";
   registration_.updateRegistry();
   EXPECT_EQ(Datastore(), before);
-  EXPECT_THAT(files_.operations(), ElementsAre("Read C:\\Suite\\Datastore\\olregistry.xml"));
+  EXPECT_THAT(files_.operations(), ElementsAre("Read C:\\Ovalink\\Datastore\\olregistry.xml"));
   EXPECT_EQ(Version("installedaddons"), "Version off");
   EXPECT_THAT(Buttons("installedaddons"), testing::HasSubstr("Remove"));
   EXPECT_THAT(Buttons("installedaddons"), testing::Not(testing::HasSubstr("Update")));
@@ -419,7 +419,7 @@ TEST_F(FailingUpdate, DatastoreWithoutTheListIsNotSavedAndLoggedUnderEachName) {
   registration_.updateRegistryForTransport();
   TakeChannel("presence");
   registration_.updateRegistryForChannel();
-  const std::string why = std::string(kNotSet) + ": C:\\Suite\\Datastore\\olregistry.xml has no ";
+  const std::string why = std::string(kNotSet) + ": C:\\Ovalink\\Datastore\\olregistry.xml has no ";
   EXPECT_THAT(
       log_.entries,
       ElementsAre(Entry("Kitbay::updateRegistry ", 91, why + "root//addons"),
@@ -463,7 +463,7 @@ TEST_F(FailingUpdate, FailureAtAnyOperationOnTheCustomRegistryLeavesNoneOrTheEmp
   TakeChannel();
   for (std::size_t nth = 1; nth <= 4; ++nth) {
     fakes::MemoryFiles files;
-    files.AddFolder("C:\\User\\CustomData");
+    files.AddFolder("C:\\Ana\\CustomData");
     DatastoreRegistration registration(
         {log_, files, settings_, desktop_, rows_, buttons_, sources_, session_});
     files.FailAt(nth, RuntimeError::kDiskFull);

@@ -2,9 +2,7 @@
 
 #include <gmock/gmock.h>
 
-#include <functional>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -14,6 +12,7 @@
 #include "fakes/fake_version_resource.h"
 #include "fakes/memory_files.h"
 #include "fakes/recording_desktop.h"
+#include "fakes/recording_downloads.h"
 #include "fakes/recording_error_log.h"
 #include "update/update_exchange.h"
 #include "view/component_page.h"
@@ -22,26 +21,6 @@ namespace kitbay::update {
 
 using fakes::Entry;
 using fakes::kNotSet;
-
-/// A download object that keeps the request documents it takes.
-class RecordingDownloads : public platform::TransportObject {
- public:
-  void SetUp(platform::OvTransportEvents& /*receiver*/) override {}
-  void Request(const std::string& document) override {
-    if (failure) {
-      throw base::Failure(*failure);
-    }
-    documents.push_back(document);
-    if (while_asked) {
-      while_asked();
-    }
-  }
-  void ShutDown() override {}
-
-  std::vector<std::string> documents;
-  std::function<void()> while_asked;     ///< what happens within every request
-  std::optional<base::Failure> failure;  ///< of every request
-};
 
 /// Writes down what it is handed: "Unpack name C:\a.zip", "InstallProcess".
 class RecordingPackages : public PackageReceiver {
@@ -139,7 +118,7 @@ class ExchangeTest : public testing::Test {
   fakes::RecordingDesktop desktop_;
   fakes::FakeMainWindow window_{""};
   fakes::FakeVersionResource resources_;
-  RecordingDownloads downloads_;
+  fakes::RecordingDownloads downloads_;
   RecordingPackages packages_;
   base::Settings settings_;
   std::shared_ptr<fakes::FakeHtmlDocument> html_ = std::make_shared<fakes::FakeHtmlDocument>(kPage);

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "base/failure.h"
+#include "platform/suite_objects.h"
+
+namespace kitbay::fakes {
+
+/// A download object that keeps the request documents it takes.
+class RecordingDownloads : public platform::TransportObject {
+ public:
+  void SetUp(platform::OvTransportEvents& /*receiver*/) override {}
+  void Request(const std::string& document) override {
+    if (failure) {
+      throw base::Failure(*failure);
+    }
+    documents.push_back(document);
+    if (while_asked) {
+      while_asked();
+    }
+  }
+  void ShutDown() override {}
+
+  std::vector<std::string> documents;
+  std::function<void()> while_asked;     ///< what happens within every request
+  std::optional<base::Failure> failure;  ///< of every request
+};
+
+}  // namespace kitbay::fakes
