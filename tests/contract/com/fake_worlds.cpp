@@ -7,7 +7,7 @@
 #include "contract/com/com_server_contract.h"
 #include "contract/com/instance_mark_contract.h"
 #include "contract/com/suite_objects_contract.h"
-#include "contract/system/failure_number.h"
+#include "contract/failure_number.h"
 #include "fakes/fake_active_objects.h"
 #include "fakes/fake_com_server.h"
 #include "fakes/fake_suite_objects.h"

@@ -7,7 +7,7 @@
 
 #include "contract/com/recording_receiver.h"
 #include "contract/com/recording_services.h"
-#include "contract/system/failure_number.h"
+#include "contract/failure_number.h"
 #include "platform/suite_objects.h"
 
 namespace kitbay::contract {

@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "base/failure.h"
 #include "contract/dialog/preference_window_world.h"
+#include "contract/failure_number.h"
 
 namespace kitbay::contract {
 
@@ -36,16 +36,6 @@ class PreferenceWindowContract
       items.push_back(window().ItemText(position));
     }
     return items;
-  }
-
-  template <typename Call>
-  static std::int32_t NumberOfFailure(Call call) {
-    try {
-      call();
-    } catch (const base::Failure& failure) {
-      return failure.number();
-    }
-    return 0;
   }
 
   RecordingPreferenceEvents events_;
@@ -112,7 +102,7 @@ TEST_P(PreferenceWindowContract, EveryMemberFailsWith91WhileItIsNotLoaded) {
       [&] { window().AddItem("a"); },     [&] { window().RemoveItem(1); },
       [&] { window().SelectedItem(); },   [&] { window().SetStatusText("a"); }};
   for (std::size_t member = 0; member < members.size(); ++member) {
-    EXPECT_EQ(NumberOfFailure(members[member]), 91) << member;
+    EXPECT_EQ(FailureNumber(members[member]), 91) << member;
   }
   window().Unload();
   EXPECT_FALSE(window().IsLoaded());
@@ -135,10 +125,10 @@ TEST_P(PreferenceWindowContract, ThereIsRoomForManyItems) {
 
 TEST_P(PreferenceWindowContract, PositionsBeyondFailWith9) {
   Load({"one"});
-  EXPECT_EQ(NumberOfFailure([&] { window().ItemText(0); }), 9);
-  EXPECT_EQ(NumberOfFailure([&] { window().ItemText(2); }), 9);
-  EXPECT_EQ(NumberOfFailure([&] { window().RemoveItem(0); }), 9);
-  EXPECT_EQ(NumberOfFailure([&] { window().RemoveItem(2); }), 9);
+  EXPECT_EQ(FailureNumber([&] { window().ItemText(0); }), 9);
+  EXPECT_EQ(FailureNumber([&] { window().ItemText(2); }), 9);
+  EXPECT_EQ(FailureNumber([&] { window().RemoveItem(0); }), 9);
+  EXPECT_EQ(FailureNumber([&] { window().RemoveItem(2); }), 9);
   EXPECT_THAT(Items(), ElementsAre("one"));
 }
 

@@ -104,10 +104,10 @@ TEST_P(HtmlDocumentContract, HandlesOfAnEarlierPageAreDisconnected) {
   const auto earlier = document_;
   const auto list = earlier->AllItem("list");
   auto& now = Show("<div id='list'></div>");
-  EXPECT_EQ(NumberOfFailure([&] { earlier->AllItem("list"); }), kPageIsLeft);
-  EXPECT_EQ(NumberOfFailure([&] { earlier->BodyClientHeight(); }), kPageIsLeft);
-  EXPECT_EQ(NumberOfFailure([&] { list->Id(); }), kPageIsLeft);
-  EXPECT_EQ(NumberOfFailure([&] { list->SetInnerHtml("x"); }), kPageIsLeft);
+  EXPECT_EQ(FailureNumber([&] { earlier->AllItem("list"); }), kPageIsLeft);
+  EXPECT_EQ(FailureNumber([&] { earlier->BodyClientHeight(); }), kPageIsLeft);
+  EXPECT_EQ(FailureNumber([&] { list->Id(); }), kPageIsLeft);
+  EXPECT_EQ(FailureNumber([&] { list->SetInnerHtml("x"); }), kPageIsLeft);
   EXPECT_EQ(now.AllItem("list")->InnerHtml(), "");
 }
 

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "base/failure.h"
+#include "contract/failure_number.h"
 #include "platform/html_document.h"
 
 namespace kitbay::contract {
@@ -45,17 +46,6 @@ class NoEvents : public platform::HtmlDocumentEvents {
   }
 };
 
-/// The number with which `call` fails; 0 when it does not.
-template <typename Call>
-std::int32_t NumberOfFailure(Call call) {
-  try {
-    call();
-  } catch (const base::Failure& failure) {
-    return failure.number();
-  }
-  return 0;
-}
-
 /// The suite on what a document and its nodes do. The file that includes the tests instantiates it:
 ///   INSTANTIATE_TEST_SUITE_P(Fake, HtmlDocumentContract,
 ///       ::testing::Values(HtmlDocumentHostFactory{"Page", &MakeHost, kFails}), NameOfHost);
@@ -74,7 +64,7 @@ class HtmlDocumentContract : public ::testing::TestWithParam<HtmlDocumentHostFac
   /// Demands that `call` fails as the page refuses.
   template <typename Call>
   void ExpectRefusal(Call call) {
-    EXPECT_EQ(NumberOfFailure(call), GetParam().refusal);
+    EXPECT_EQ(FailureNumber(call), GetParam().refusal);
   }
 
   std::shared_ptr<platform::HtmlDocument> document_;

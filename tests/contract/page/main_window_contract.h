@@ -68,10 +68,10 @@ TEST_P(MainWindowContract, ThereAreTwoPanelsSideBySide) {
   EXPECT_GT(first.bottom - first.top, 10);
   EXPECT_GE(second.left, first.right);
   EXPECT_GT(second.right, second.left);
-  EXPECT_EQ(NumberOfFailure([&] { bar.PanelText(0); }), 9);
-  EXPECT_EQ(NumberOfFailure([&] { bar.PanelText(3); }), 9);
-  EXPECT_EQ(NumberOfFailure([&] { bar.SetPanelText(3, ""); }), 9);
-  EXPECT_EQ(NumberOfFailure([&] { bar.PanelRectangle(3); }), 9);
+  EXPECT_EQ(FailureNumber([&] { bar.PanelText(0); }), 9);
+  EXPECT_EQ(FailureNumber([&] { bar.PanelText(3); }), 9);
+  EXPECT_EQ(FailureNumber([&] { bar.SetPanelText(3, ""); }), 9);
+  EXPECT_EQ(FailureNumber([&] { bar.PanelRectangle(3); }), 9);
 }
 
 TEST_P(MainWindowContract, TheProgressBarMovesIntoTheStatusBarAndBack) {
@@ -105,7 +105,7 @@ TEST_P(MainWindowContract, ProgressIsCutToAHundredPercent) {
 
 TEST_P(MainWindowContract, WithoutAPageThereIsNoDocument) {
   NoEvents events;
-  EXPECT_EQ(NumberOfFailure([&] { window().ConnectDocument(events); }), 91);
+  EXPECT_EQ(FailureNumber([&] { window().ConnectDocument(events); }), 91);
   EXPECT_NO_THROW(window().DisconnectDocument());
 }
 
@@ -115,11 +115,11 @@ TEST_P(MainWindowContract, EachPageHasADocumentThatEndsWithIt) {
   const auto first = window().ConnectDocument(events);
   EXPECT_TRUE(first->AllItem("list"));
   world_->ShowPage();
-  EXPECT_EQ(NumberOfFailure([&] { first->AllItem("list"); }), kPageIsLeft);
+  EXPECT_EQ(FailureNumber([&] { first->AllItem("list"); }), kPageIsLeft);
   const auto second = window().ConnectDocument(events);
   EXPECT_TRUE(second->AllItem("list"));
   window().Unload();
-  EXPECT_EQ(NumberOfFailure([&] { second->AllItem("list"); }), kPageIsLeft);
+  EXPECT_EQ(FailureNumber([&] { second->AllItem("list"); }), kPageIsLeft);
 }
 
 TEST_P(MainWindowContract, UnloadTellsItsEventsOnceAndEndsTheWindow) {
@@ -144,13 +144,13 @@ TEST_P(MainWindowContract, AnUnloadedWindowHasNoPartsToUse) {
   NoEvents events;
   window().status_bar().SetPanelText(2, "earlier");
   window().Unload();
-  EXPECT_EQ(NumberOfFailure([&] { window().status_bar(); }), 91);
-  EXPECT_EQ(NumberOfFailure([&] { window().progress_bar(); }), 91);
-  EXPECT_EQ(NumberOfFailure([&] { window().Show(); }), 91);
-  EXPECT_EQ(NumberOfFailure([&] { window().FitBrowser(); }), 91);
-  EXPECT_EQ(NumberOfFailure([&] { window().Navigate("C:\\p.html"); }), 91);
-  EXPECT_EQ(NumberOfFailure([&] { window().ConnectDocument(events); }), 91);
-  EXPECT_EQ(NumberOfFailure([&] { window().SetHelpCursor("C:\\p.cur"); }), 91);
+  EXPECT_EQ(FailureNumber([&] { window().status_bar(); }), 91);
+  EXPECT_EQ(FailureNumber([&] { window().progress_bar(); }), 91);
+  EXPECT_EQ(FailureNumber([&] { window().Show(); }), 91);
+  EXPECT_EQ(FailureNumber([&] { window().FitBrowser(); }), 91);
+  EXPECT_EQ(FailureNumber([&] { window().Navigate("C:\\p.html"); }), 91);
+  EXPECT_EQ(FailureNumber([&] { window().ConnectDocument(events); }), 91);
+  EXPECT_EQ(FailureNumber([&] { window().SetHelpCursor("C:\\p.cur"); }), 91);
   EXPECT_NO_THROW(window().DisconnectDocument());
   window().Load(world_->events());
   EXPECT_NE(window().Handle(), platform::WindowHandle{});

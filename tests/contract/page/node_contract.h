@@ -120,21 +120,21 @@ TEST_P(HtmlDocumentContract, ATextBetweenElementsHasNoMembersOfElements) {
   auto& document = Show("<div id='list'>text</div>");
   const auto text = document.AllItem("list")->ChildNode(0);
   ASSERT_TRUE(text);
-  EXPECT_EQ(NumberOfFailure([&] { text->Id(); }), kNoSuchMember);
-  EXPECT_EQ(NumberOfFailure([&] { text->TagName(); }), kNoSuchMember);
-  EXPECT_EQ(NumberOfFailure([&] { text->Style("display"); }), kNoSuchMember);
-  EXPECT_EQ(NumberOfFailure([&] { text->SetStyle("display", "none"); }), kNoSuchMember);
-  EXPECT_EQ(NumberOfFailure([&] { text->ChildCount(); }), kNoSuchMember);
-  EXPECT_EQ(NumberOfFailure([&] { text->SetDisabled(true); }), kNoSuchMember);
-  EXPECT_EQ(NumberOfFailure([&] { text->InnerHtml(); }), kNoSuchMember);
-  EXPECT_EQ(NumberOfFailure([&] { text->InsertAdjacentHtml("beforeEnd", "x"); }), kNoSuchMember);
+  EXPECT_EQ(FailureNumber([&] { text->Id(); }), kNoSuchMember);
+  EXPECT_EQ(FailureNumber([&] { text->TagName(); }), kNoSuchMember);
+  EXPECT_EQ(FailureNumber([&] { text->Style("display"); }), kNoSuchMember);
+  EXPECT_EQ(FailureNumber([&] { text->SetStyle("display", "none"); }), kNoSuchMember);
+  EXPECT_EQ(FailureNumber([&] { text->ChildCount(); }), kNoSuchMember);
+  EXPECT_EQ(FailureNumber([&] { text->SetDisabled(true); }), kNoSuchMember);
+  EXPECT_EQ(FailureNumber([&] { text->InnerHtml(); }), kNoSuchMember);
+  EXPECT_EQ(FailureNumber([&] { text->InsertAdjacentHtml("beforeEnd", "x"); }), kNoSuchMember);
 }
 
 TEST_P(HtmlDocumentContract, OnlyInputsHaveAValueAndOnlyImagesASource) {
   auto& document = Show("<div id='list'></div>");
   const auto list = document.AllItem("list");
-  EXPECT_EQ(NumberOfFailure([&] { list->Value(); }), kNoSuchMember);
-  EXPECT_EQ(NumberOfFailure([&] { list->Src(); }), kNoSuchMember);
+  EXPECT_EQ(FailureNumber([&] { list->Value(); }), kNoSuchMember);
+  EXPECT_EQ(FailureNumber([&] { list->Src(); }), kNoSuchMember);
 }
 
 }  // namespace kitbay::contract

@@ -97,8 +97,8 @@ TEST_P(HtmlDocumentContract, ThePixelHeightIsThatOfTheOwnStyle) {
 TEST_P(HtmlDocumentContract, AnUnknownStyleIsNoMember) {
   auto& document = Show("<div id='row'></div>");
   const auto row = document.AllItem("row");
-  EXPECT_EQ(NumberOfFailure([&] { row->Style("noSuchStyle"); }), kNoSuchMember);
-  EXPECT_EQ(NumberOfFailure([&] { row->SetStyle("noSuchStyle", "1"); }), kNoSuchMember);
+  EXPECT_EQ(FailureNumber([&] { row->Style("noSuchStyle"); }), kNoSuchMember);
+  EXPECT_EQ(FailureNumber([&] { row->SetStyle("noSuchStyle", "1"); }), kNoSuchMember);
 }
 
 }  // namespace kitbay::contract

@@ -106,7 +106,7 @@ TEST_P(HtmlDocumentContract, AppendingALaterChildAgainPutsItLast) {
 TEST_P(HtmlDocumentContract, AppendingNothingOrAnAncestorFails) {
   auto& document = Show("<div id='list'><b id='7'></b></div>");
   const auto row = document.AllItem("7");
-  EXPECT_EQ(NumberOfFailure([&] { row->AppendChild(nullptr); }), 91);
+  EXPECT_EQ(FailureNumber([&] { row->AppendChild(nullptr); }), 91);
   ExpectRefusal([&] { row->AppendChild(document.AllItem("list")); });
   EXPECT_EQ(IdsOfChildren(*document.AllItem("list")), "7 ");
 }

@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "contract/system/failure_number.h"
+#include "contract/failure_number.h"
 #include "fakes/memory_files.h"
 #include "fakes/memory_registry.h"
 #include "fakes/recording_desktop.h"

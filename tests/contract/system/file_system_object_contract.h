@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-#include "contract/system/failure_number.h"
+#include "contract/failure_number.h"
 #include "platform/file_system_object.h"
 
 namespace kitbay::contract {

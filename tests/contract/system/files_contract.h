@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "contract/system/failure_number.h"
+#include "contract/failure_number.h"
 #include "platform/files.h"
 
 namespace kitbay::contract {

@@ -7,7 +7,7 @@
 #include <string>
 #include <thread>
 
-#include "contract/system/failure_number.h"
+#include "contract/failure_number.h"
 #include "platform/libraries.h"
 
 namespace kitbay::contract {

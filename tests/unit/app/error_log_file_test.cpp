@@ -6,6 +6,7 @@
 
 #include "base/failure.h"
 #include "base/guarded.h"
+#include "contract/failure_number.h"
 #include "fakes/fake_clock.h"
 #include "fakes/memory_files.h"
 
@@ -14,6 +15,7 @@ namespace {
 
 using base::Failure;
 using base::RuntimeError;
+using contract::FailureNumber;
 using ::testing::StartsWith;
 
 constexpr const char* kPath = "C:\\Ovalink\\KitbayLog.log";
@@ -31,16 +33,6 @@ class ErrorLogFileTest : public ::testing::Test {
   std::string Entries() const {
     const std::string bytes = Bytes();
     return bytes.substr(bytes.find("\r\n") + 2);
-  }
-
-  template <typename Body>
-  static int NumberOfFailure(const Body& body) {
-    try {
-      body();
-    } catch (const Failure& failure) {
-      return failure.number();
-    }
-    return 0;
   }
 
   fakes::FakeClock clock_{{2026, 11, 21, 10, 15, 30}};
@@ -168,9 +160,9 @@ TEST_F(ErrorLogFileTest, CloseClosesTheFile) {
 }
 
 TEST_F(ErrorLogFileTest, ALogThatCannotBeCreatedIsNotOpen) {
-  EXPECT_EQ(NumberOfFailure([&] { log_.Open(file_system_, "C:\\Gone\\KitbayLog.log"); }), 76);
+  EXPECT_EQ(FailureNumber([&] { log_.Open(file_system_, "C:\\Gone\\KitbayLog.log"); }), 76);
   files_.SetUnwritable("C:\\Ovalink");
-  EXPECT_EQ(NumberOfFailure([&] { log_.Open(file_system_, kPath); }), 70);
+  EXPECT_EQ(FailureNumber([&] { log_.Open(file_system_, kPath); }), 70);
   const std::size_t operations = files_.operation_count();
   log_.LogError("T", "P", 1, "D");
   EXPECT_EQ(files_.operation_count(), operations);
@@ -178,7 +170,7 @@ TEST_F(ErrorLogFileTest, ALogThatCannotBeCreatedIsNotOpen) {
 
 TEST_F(ErrorLogFileTest, ALogWithoutItsHeaderIsNotOpen) {
   files_.FailAt(2, RuntimeError::kDiskFull);
-  EXPECT_EQ(NumberOfFailure([&] { log_.Open(file_system_, kPath); }), 61);
+  EXPECT_EQ(FailureNumber([&] { log_.Open(file_system_, kPath); }), 61);
   log_.LogError("T", "P", 1, "D");
   EXPECT_EQ(Bytes(), "");
 }
@@ -186,7 +178,7 @@ TEST_F(ErrorLogFileTest, ALogWithoutItsHeaderIsNotOpen) {
 TEST_F(ErrorLogFileTest, AFailedWriteRaisesToTheCaller) {
   log_.Open(file_system_, kPath);
   files_.FailWritesTo(kPath, RuntimeError::kDiskFull);
-  EXPECT_EQ(NumberOfFailure([&] { log_.LogError("T", "P", 1, "D"); }), 61);
+  EXPECT_EQ(FailureNumber([&] { log_.LogError("T", "P", 1, "D"); }), 61);
 }
 
 TEST_F(ErrorLogFileTest, OnlyTheFirstErrorOfAProcedureIsLogged) {

@@ -3,11 +3,13 @@
 #include <limits>
 
 #include "catalog_fixture.h"
+#include "contract/failure_number.h"
 
 namespace kitbay::catalog {
 namespace {
 
 using base::Failure;
+using contract::FailureNumber;
 using testing::ElementsAre;
 
 constexpr const char* kPath = "C:\\Suite\\a.xml";
@@ -39,16 +41,6 @@ class XmlFile : public CatalogTest {
   std::string description_;
 };
 
-template <typename Step>
-std::int32_t NumberOf(Step step) {
-  try {
-    step();
-  } catch (const Failure& failure) {
-    return failure.number();
-  }
-  return 0;
-}
-
 TEST_F(XmlFile, LoadsOneDocumentElementAmongCommentsAndInstructions) {
   EXPECT_EQ(LoadNumber("<?xml version='1.0'?><!-- a --><?b c?><root id='1'/><!-- d -->\r\n"), 0);
   EXPECT_STREQ(document_.child("root").attribute("id").value(), "1");
@@ -56,14 +48,14 @@ TEST_F(XmlFile, LoadsOneDocumentElementAmongCommentsAndInstructions) {
 
 TEST_F(XmlFile, MissingFileIsItsOwnFailure) {
   files_.AddFolder("C:\\Suite");
-  EXPECT_EQ(NumberOf([&] { LoadXml(files_, kPath, document_); }), 53);
-  EXPECT_EQ(NumberOf([&] { LoadXml(files_, "C:\\None\\a.xml", document_); }), 76);
+  EXPECT_EQ(FailureNumber([&] { LoadXml(files_, kPath, document_); }), 53);
+  EXPECT_EQ(FailureNumber([&] { LoadXml(files_, "C:\\None\\a.xml", document_); }), 76);
 }
 
 TEST_F(XmlFile, FileInUseElsewhereIsDenied) {
   files_.AddFile(kPath, "<root/>");
   files_.SetInUse(kPath);
-  EXPECT_EQ(NumberOf([&] { LoadXml(files_, kPath, document_); }), 70);
+  EXPECT_EQ(FailureNumber([&] { LoadXml(files_, kPath, document_); }), 70);
 }
 
 TEST_F(XmlFile, TryingGivesFalseInsteadOfAFailure) {
@@ -238,7 +230,7 @@ TEST_F(XmlFile, SavingThatFailsLeavesTheOldFile) {
   ASSERT_EQ(LoadNumber("<root/>"), 0);
   document_.child("root").append_attribute("a").set_value("b");
   files_.FailWritesTo(kPath, base::RuntimeError::kDiskFull);
-  EXPECT_EQ(NumberOf([&] { SaveXml(files_, kPath, document_); }), 61);
+  EXPECT_EQ(FailureNumber([&] { SaveXml(files_, kPath, document_); }), 61);
   EXPECT_EQ(Saved(), "<root/>");
 }
 
@@ -263,11 +255,11 @@ TEST_F(XmlFile, ElementWithoutTextHasTheEmptyText) {
 TEST_F(XmlFile, TextOfWhatIsMissingIsError91) {
   ASSERT_EQ(LoadNumber("<r/>"), 0);
   const pugi::xml_node entry = document_.child("r");
-  EXPECT_EQ(NumberOf([&] { ElementText(pugi::xml_node()); }), 91);
-  EXPECT_EQ(NumberOf([&] { ChildText(entry, "description"); }), 91);
-  EXPECT_EQ(NumberOf([&] { AttributeText(entry, "id"); }), 91);
-  EXPECT_EQ(NumberOf([&] { FirstAttributeText(entry); }), 91);
-  EXPECT_EQ(NumberOf([&] { AttributeText(pugi::xml_node(), "id"); }), 91);
+  EXPECT_EQ(FailureNumber([&] { ElementText(pugi::xml_node()); }), 91);
+  EXPECT_EQ(FailureNumber([&] { ChildText(entry, "description"); }), 91);
+  EXPECT_EQ(FailureNumber([&] { AttributeText(entry, "id"); }), 91);
+  EXPECT_EQ(FailureNumber([&] { FirstAttributeText(entry); }), 91);
+  EXPECT_EQ(FailureNumber([&] { AttributeText(pugi::xml_node(), "id"); }), 91);
 }
 
 TEST_F(XmlFile, EmptyAttributeIsNotMissing) {

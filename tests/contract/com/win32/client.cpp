@@ -9,7 +9,7 @@
 #include <memory>
 #include <string>
 
-#include "contract/system/failure_number.h"
+#include "contract/failure_number.h"
 #include "kitbay.h"
 #include "platform/win32/com/automation.h"
 #include "platform/win32/com/bstr.h"

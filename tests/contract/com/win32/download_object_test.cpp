@@ -6,7 +6,7 @@
 
 #include "contract/com/recording_receiver.h"
 #include "contract/com/win32/registered_suite.h"
-#include "contract/system/failure_number.h"
+#include "contract/failure_number.h"
 #include "platform/win32/win32_platform.h"
 
 namespace kitbay::contract {

@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-#include "contract/system/failure_number.h"
+#include "contract/failure_number.h"
 #include "contract/system/file_system_object_contract.h"
 #include "contract/system/win32/scratch_folder.h"
 #include "platform/win32/com/bstr.h"

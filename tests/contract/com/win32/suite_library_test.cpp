@@ -12,7 +12,7 @@
 #include "contract/com/recording_receiver.h"
 #include "contract/com/win32/registered_suite.h"
 #include "contract/com/win32/scratch_user.h"
-#include "contract/system/failure_number.h"
+#include "contract/failure_number.h"
 #include "ov_transport_events.h"
 #include "platform/win32/com/adopt.h"
 #include "platform/win32/com/automation.h"

@@ -4,9 +4,8 @@
 #include <commctrl.h>
 #include <gmock/gmock.h>
 
-#include <array>
-
 #include "contract/dialog/windows/real_preference_window.h"
+#include "contract/windows/shift_held.h"
 
 namespace kitbay::contract {
 namespace {
@@ -30,23 +29,6 @@ class PreferenceKeys : public testing::Test {
 
   Win32PreferenceWindowWorld world_;
   RecordingPreferenceEvents events_;
-};
-
-/// Holds the Shift key down for this thread.
-class ShiftHeld {
- public:
-  ShiftHeld() { Set(0x80); }
-  ~ShiftHeld() { Set(0); }
-  ShiftHeld(const ShiftHeld&) = delete;
-  ShiftHeld& operator=(const ShiftHeld&) = delete;
-
- private:
-  static void Set(BYTE state) {
-    std::array<BYTE, 256> keys{};
-    GetKeyboardState(keys.data());
-    keys[VK_SHIFT] = state;
-    SetKeyboardState(keys.data());
-  }
 };
 
 TEST_F(PreferenceKeys, TabGoesThroughTheControlsAndRound) {

@@ -5,6 +5,7 @@
 #include <functional>
 #include <stdexcept>
 
+#include "contract/failure_number.h"
 #include "fakes/fake_html_document.h"
 
 namespace kitbay::fakes {
@@ -12,6 +13,7 @@ namespace {
 
 using base::Failure;
 using base::RuntimeError;
+using contract::FailureNumber;
 
 class RecordingEvents : public platform::HtmlDocumentEvents {
  public:
@@ -21,16 +23,6 @@ class RecordingEvents : public platform::HtmlDocumentEvents {
   std::function<void()> on_click = [] {};
   bool drag_goes_on = true;
 };
-
-template <typename Call>
-std::int32_t NumberOfFailure(Call call) {
-  try {
-    call();
-  } catch (const Failure& failure) {
-    return failure.number();
-  }
-  return 0;
-}
 
 TEST(FakeHtmlDocument, SourcesAreReadAgainstTheBase) {
   FakeHtmlDocument document("<img id='a' src='iaddons.gif'>");
@@ -105,10 +97,10 @@ TEST(FakeHtmlDocument, AStalePageFailsAsADisconnectedObject) {
   const auto list = document.GetElementsByName("7");
   document.MakeStale();
   const auto disconnected = static_cast<std::int32_t>(0x80010108);
-  EXPECT_EQ(NumberOfFailure([&] { document.AllItem("7"); }), disconnected);
-  EXPECT_EQ(NumberOfFailure([&] { node->Id(); }), disconnected);
-  EXPECT_EQ(NumberOfFailure([&] { list->Length(); }), disconnected);
-  EXPECT_EQ(NumberOfFailure([&] { list->Item(0); }), disconnected);
+  EXPECT_EQ(FailureNumber([&] { document.AllItem("7"); }), disconnected);
+  EXPECT_EQ(FailureNumber([&] { node->Id(); }), disconnected);
+  EXPECT_EQ(FailureNumber([&] { list->Length(); }), disconnected);
+  EXPECT_EQ(FailureNumber([&] { list->Item(0); }), disconnected);
 }
 
 TEST(FakeHtmlDocument, HandlesOutliveTheDocument) {
@@ -125,7 +117,7 @@ TEST(FakeHtmlDocument, TheNthCallFailsOnce) {
   FakeHtmlDocument document("<b id='7'></b>");
   document.FailCall(2, Failure(RuntimeError::kOutOfMemory));
   const auto node = document.AllItem("7");
-  EXPECT_EQ(NumberOfFailure([&] { node->Id(); }), 7);
+  EXPECT_EQ(FailureNumber([&] { node->Id(); }), 7);
   EXPECT_EQ(node->Id(), "7");
   EXPECT_EQ(document.calls(), 3);
 }
@@ -135,11 +127,11 @@ TEST(FakeHtmlDocument, AMemberFailsAlwaysOrAtItsNthCall) {
   const auto node = document.AllItem("7");
   document.FailMember("SetStyle", Failure(70, "Permission denied"), 2);
   node->SetStyle("color", "navy");
-  EXPECT_EQ(NumberOfFailure([&] { node->SetStyle("color", "red"); }), 70);
+  EXPECT_EQ(FailureNumber([&] { node->SetStyle("color", "red"); }), 70);
   EXPECT_EQ(node->Style("color"), "navy");
   document.FailMember("Id", Failure(70, "Permission denied"));
-  EXPECT_EQ(NumberOfFailure([&] { node->Id(); }), 70);
-  EXPECT_EQ(NumberOfFailure([&] { node->Id(); }), 70);
+  EXPECT_EQ(FailureNumber([&] { node->Id(); }), 70);
+  EXPECT_EQ(FailureNumber([&] { node->Id(); }), 70);
   document.FailNothing();
   EXPECT_EQ(node->Id(), "7");
 }

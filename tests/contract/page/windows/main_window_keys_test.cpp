@@ -3,10 +3,10 @@
 #include <commctrl.h>
 #include <gmock/gmock.h>
 
-#include <array>
 #include <string>
 
 #include "contract/page/windows/loaded_window.h"
+#include "contract/windows/shift_held.h"
 
 namespace kitbay::contract {
 namespace {
@@ -18,23 +18,6 @@ using ::testing::Not;
 constexpr const char* kTwoButtons =
     "<html><body><input type='button' id='first' value='1'><input type='button' id='last' "
     "value='2'></body></html>";
-
-/// Holds the Shift key down for this thread.
-class ShiftHeld {
- public:
-  ShiftHeld() { Set(0x80); }
-  ~ShiftHeld() { Set(0); }
-  ShiftHeld(const ShiftHeld&) = delete;
-  ShiftHeld& operator=(const ShiftHeld&) = delete;
-
- private:
-  static void Set(BYTE state) {
-    std::array<BYTE, 256> keys{};
-    GetKeyboardState(keys.data());
-    keys[VK_SHIFT] = state;
-    SetKeyboardState(keys.data());
-  }
-};
 
 class MainWindowKeys : public ::testing::Test {
  protected:

@@ -6,7 +6,7 @@
 #include <array>
 #include <string>
 
-#include "base/failure.h"
+#include "contract/failure_number.h"
 #include "contract/page/windows/loaded_window.h"
 
 namespace kitbay::contract {
@@ -16,16 +16,6 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
 constexpr UINT kDpiChanged = 0x02E0;  // WM_DPICHANGED, which older headers lack
-
-template <typename Call>
-std::int32_t NumberOfFailure(Call call) {
-  try {
-    call();
-  } catch (const base::Failure& failure) {
-    return failure.number();
-  }
-  return 0;
-}
 
 std::wstring CaptionOf(HWND window) {
   std::wstring caption(64, L'\0');
@@ -152,15 +142,15 @@ TEST(MainWindow, TheEndOfTheSessionUnloadsTheWindow) {
 
 TEST(MainWindow, AMissingCursorFileIsFileNotFound) {
   platform::MainWindow& window = SharedWindow().window();
-  EXPECT_EQ(NumberOfFailure([&] { window.SetHelpCursor("C:\\no such\\HAND-M.cur"); }), 53);
-  EXPECT_EQ(NumberOfFailure([&] { window.SetHelpCursor("C:\\windows"); }), 53);
-  EXPECT_EQ(NumberOfFailure([&] { window.SetHelpCursor(""); }), 53);
+  EXPECT_EQ(FailureNumber([&] { window.SetHelpCursor("C:\\no such\\HAND-M.cur"); }), 53);
+  EXPECT_EQ(FailureNumber([&] { window.SetHelpCursor("C:\\windows"); }), 53);
+  EXPECT_EQ(FailureNumber([&] { window.SetHelpCursor(""); }), 53);
 }
 
 TEST(MainWindow, AFileThatIsNoCursorIsAnInvalidPicture) {
   LoadedWindow& loaded = SharedWindow();
   const std::string file = loaded.files().WriteAs("HAND-M.cur", "no cursor at all");
-  EXPECT_EQ(NumberOfFailure([&] { loaded.window().SetHelpCursor(file); }), 481);
+  EXPECT_EQ(FailureNumber([&] { loaded.window().SetHelpCursor(file); }), 481);
 }
 
 TEST(MainWindow, ACursorFileIsShownOverTheLabel) {

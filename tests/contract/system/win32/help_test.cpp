@@ -6,7 +6,7 @@
 
 #include <string>
 
-#include "contract/system/failure_number.h"
+#include "contract/failure_number.h"
 #include "contract/system/win32/scratch_folder.h"
 #include "platform/win32/system/handles.h"
 #include "platform/win32/win32_platform.h"

@@ -6,7 +6,7 @@
 #include <string>
 #include <thread>
 
-#include "contract/system/failure_number.h"
+#include "contract/failure_number.h"
 #include "contract/system/win32/scratch_folder.h"
 #include "contract/system/win32/troubled_libraries.h"
 #include "platform/win32/system/handles.h"

@@ -5,7 +5,7 @@
 #include <string>
 #include <thread>
 
-#include "contract/system/failure_number.h"
+#include "contract/failure_number.h"
 #include "contract/system/win32/scratch_folder.h"
 #include "contract/system/win32/test_window.h"
 #include "platform/win32/system/handles.h"
