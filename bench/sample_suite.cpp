@@ -89,9 +89,6 @@ std::string DatastoreDisk::Read(const std::string& path) const {
 std::unique_ptr<platform::FileReader> DatastoreDisk::Open(const std::string& path) const {
   End("opened " + path);
 }
-void DatastoreDisk::Write(const std::string& path, std::string_view /*bytes*/) {
-  End("wrote " + path);
-}
 void DatastoreDisk::Create(const std::string& path, std::string_view /*bytes*/) {
   End("created " + path);
 }

@@ -40,9 +40,6 @@ class Files {
   /// Opens a file for reading.
   virtual std::unique_ptr<FileReader> Open(const std::string& path) const = 0;
 
-  /// Creates the file anew, replacing an existing one, and writes all of `bytes`.
-  virtual void Write(const std::string& path, std::string_view bytes) = 0;
-
   /// Creates the file anew in three calls of the system: created for reading and writing, others
   /// let read only, without any attribute; `bytes`, at most 2^31 - 1, written in one piece; closed.
   /// Fails with 70 when there is a file that is read-only, or marked as hidden or as the system's.

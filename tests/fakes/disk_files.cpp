@@ -109,8 +109,6 @@ std::unique_ptr<platform::FileReader> DiskFiles::Open(const std::string& path) c
   return std::make_unique<DiskFileReader>(Descriptor(Place(path), O_RDONLY));
 }
 
-void DiskFiles::Write(const std::string& path, std::string_view bytes) { Create(path, bytes); }
-
 void DiskFiles::Create(const std::string& path, std::string_view bytes) {
   const Descriptor file(Place(path), O_RDWR | O_CREAT | O_TRUNC);
   while (!bytes.empty()) {

@@ -16,7 +16,6 @@ class DiskFiles : public platform::Files {
   bool Exists(const std::string& path) const override;
   std::string Read(const std::string& path) const override;
   std::unique_ptr<platform::FileReader> Open(const std::string& path) const override;
-  void Write(const std::string& path, std::string_view bytes) override;
   void Create(const std::string& path, std::string_view bytes) override;
   void Replace(const std::string& path, std::string_view bytes) override;
   void SweepReplacements(const std::string& /*folder*/) override {}  // Replacements leave nothing.

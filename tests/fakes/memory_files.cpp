@@ -65,12 +65,6 @@ std::unique_ptr<platform::FileReader> MemoryFiles::Open(const std::string& path)
   return std::make_unique<MemoryFileReader>(*this, path, OpenForReading(path));
 }
 
-void MemoryFiles::Write(const std::string& path, std::string_view bytes) {
-  Record("Write " + path);
-  CheckWritable(path);
-  Put(path, bytes);
-}
-
 void MemoryFiles::Create(const std::string& path, std::string_view bytes) {
   Record("Create " + path);
   CheckWritable(path);

@@ -42,7 +42,7 @@ TEST(MemoryFiles, WritesToOneFileFailFromNowOn) {
   log->WriteLine("before");
   files.FailWritesTo("c:\\LOG.txt", RuntimeError::kDiskFull);
   EXPECT_EQ(FailureNumber([&] { log->WriteLine("after"); }), 61);
-  EXPECT_EQ(FailureNumber([&] { files.Write("C:\\log.txt", ""); }), 61);
+  EXPECT_EQ(FailureNumber([&] { files.Create("C:\\log.txt", ""); }), 61);
   EXPECT_EQ(files.Bytes("C:\\log.txt"), "before\r\n");
 }
 
@@ -51,13 +51,13 @@ TEST(MemoryFiles, NothingIsCreatedWrittenOrDeletedInAnUnwritableFolder) {
   MemoryFileSystemObject object(files);
   files.AddFile("C:\\suite\\Temp\\a.txt", "old");
   files.SetUnwritable("C:\\suite");
-  EXPECT_EQ(FailureNumber([&] { files.Write("C:\\suite\\b.txt", ""); }), 70);
+  EXPECT_EQ(FailureNumber([&] { files.Create("C:\\suite\\b.txt", ""); }), 70);
   EXPECT_EQ(FailureNumber([&] { files.Replace("C:\\suite\\b.txt", ""); }), 70);
   EXPECT_EQ(FailureNumber([&] { files.CreateFolder("C:\\suite\\sub"); }), 70);
   EXPECT_EQ(FailureNumber([&] { object.CreateFolder("C:\\suite\\sub"); }), 70);
   EXPECT_EQ(FailureNumber([&] { object.CreateTextFile("C:\\suite\\l.txt", true); }), 70);
   EXPECT_EQ(FailureNumber([&] { object.DeleteFolder("C:\\suite\\Temp", true); }), 70);
-  files.Write("C:\\suite\\Temp\\b.txt", "in the folder below");
+  files.Create("C:\\suite\\Temp\\b.txt", "in the folder below");
   EXPECT_THAT(files.Names("C:\\suite"), ElementsAre("Temp"));
 }
 

@@ -37,9 +37,6 @@ class FilesContract : public testing::TestWithParam<std::unique_ptr<FilesWorld> 
   int ReadFailure(const std::string& path) {
     return FailureNumber([&] { files().Read(path); });
   }
-  int WriteFailure(const std::string& path) {
-    return FailureNumber([&] { files().Write(path, "new"); });
-  }
   int CreateFailure(const std::string& path) {
     return FailureNumber([&] { files().Create(path, "new"); });
   }
@@ -62,49 +59,43 @@ inline std::string EveryByte() {
 }
 
 TEST_P(FilesContract, ReadGivesTheBytesThatWereWritten) {
-  files().Write(In("bytes.bin"), EveryByte());
+  files().Create(In("bytes.bin"), EveryByte());
   EXPECT_EQ(files().Read(In("bytes.bin")), EveryByte());
-  files().Write(In("empty.bin"), "");
+  files().Create(In("empty.bin"), "");
   EXPECT_EQ(files().Read(In("empty.bin")), "");
-}
-
-TEST_P(FilesContract, WriteLeavesNothingOfALongerFile) {
-  files().Write(In("a.txt"), std::string(100'000, 'x'));
-  files().Write(In("a.txt"), "short");
-  EXPECT_EQ(files().Read(In("a.txt")), "short");
 }
 
 TEST_P(FilesContract, LetterCaseOfNamesDoesNotMatter) {
   files().CreateFolder(In("Größe"));
-  files().Write(In("Größe\\Übersicht.XML"), "1");
+  files().Create(In("Größe\\Übersicht.XML"), "1");
   EXPECT_EQ(files().Read(In("GRÖßE\\übersicht.xml")), "1");
   EXPECT_TRUE(files().Exists(In("größe\\ÜBERSICHT.Xml")));
-  files().Write(In("größe\\übersicht.xml"), "2");
+  files().Create(In("größe\\übersicht.xml"), "2");
   EXPECT_EQ(world_->Names(In("Größe")), std::vector<std::string>{"Übersicht.XML"});
 }
 
 TEST_P(FilesContract, NamesOfOtherScriptsAreKept) {
-  files().Write(In("設定 данные.xml"), "x");
+  files().Create(In("設定 данные.xml"), "x");
   EXPECT_EQ(files().Read(In("設定 данные.xml")), "x");
   EXPECT_EQ(world_->Names(world_->folder()), std::vector<std::string>{"設定 данные.xml"});
 }
 
 TEST_P(FilesContract, BothSeparatorsAndDotPartsNameTheSameFile) {
   files().CreateFolder(world_->folder() + "/sub");
-  files().Write(In("sub\\a.txt"), "1");
+  files().Create(In("sub\\a.txt"), "1");
   EXPECT_EQ(files().Read(world_->folder() + "/sub/a.txt"), "1");
   EXPECT_EQ(files().Read(In(".\\sub\\.\\a.txt")), "1");
   EXPECT_EQ(files().Read(In("sub\\..\\sub\\\\a.txt")), "1");
 }
 
 TEST_P(FilesContract, ALeadingSeparatorStartsAtTheRootOfTheCurrentDrive) {
-  files().Write(In("a.txt"), "1");
+  files().Create(In("a.txt"), "1");
   EXPECT_EQ(files().Read(In("a.txt").substr(2)), "1");
 }
 
 TEST_P(FilesContract, ExistsFindsFilesFoldersAndRoots) {
   files().CreateFolder(In("sub"));
-  files().Write(In("a.txt"), "");
+  files().Create(In("a.txt"), "");
   EXPECT_TRUE(files().Exists(In("a.txt")));
   EXPECT_TRUE(files().Exists(In("sub")));
   EXPECT_TRUE(files().Exists(In("sub\\")));
@@ -113,7 +104,7 @@ TEST_P(FilesContract, ExistsFindsFilesFoldersAndRoots) {
 }
 
 TEST_P(FilesContract, ExistsFindsNothingElse) {
-  files().Write(In("a.txt"), "");
+  files().Create(In("a.txt"), "");
   EXPECT_FALSE(files().Exists(""));
   EXPECT_FALSE(files().Exists(In("b.txt")));
   EXPECT_FALSE(files().Exists(In("missing\\a.txt")));
@@ -123,14 +114,14 @@ TEST_P(FilesContract, ExistsFindsNothingElse) {
 }
 
 TEST_P(FilesContract, ExistsLooksForAPatternAsAListingDoes) {
-  files().Write(In("update-7.xml"), "");
+  files().Create(In("update-7.xml"), "");
   EXPECT_TRUE(files().Exists(In("update-?.xml")));
   EXPECT_TRUE(files().Exists(In("*.XML")));
   EXPECT_FALSE(files().Exists(In("*.zip")));
 }
 
 TEST_P(FilesContract, ReadTellsWhatIsMissing) {
-  files().Write(In("a.txt"), "");
+  files().Create(In("a.txt"), "");
   EXPECT_EQ(ReadFailure(In("missing.txt")), 53);
   EXPECT_EQ(ReadFailure(In("missing\\a.txt")), 76);
   EXPECT_EQ(ReadFailure(In("a.txt\\b.txt")), 76);
@@ -141,16 +132,14 @@ TEST_P(FilesContract, AFolderInPlaceOfAFileIsDenied) {
   files().CreateFolder(In("sub"));
   EXPECT_EQ(ReadFailure(In("sub")), 70);
   EXPECT_EQ(OpenFailure(In("sub")), 70);
-  EXPECT_EQ(WriteFailure(In("sub")), 70);
   EXPECT_EQ(CreateFailure(In("sub")), 70);
   EXPECT_EQ(ReplaceFailure(In("sub")), 70);
   EXPECT_EQ(world_->Names(world_->folder()), std::vector<std::string>{"sub"});
 }
 
 TEST_P(FilesContract, AReadOnlyFileIsReadButNotWritten) {
-  files().Write(In("a.txt"), "old");
+  files().Create(In("a.txt"), "old");
   world_->SetReadOnly(In("a.txt"));
-  EXPECT_EQ(WriteFailure(In("a.txt")), 70);
   EXPECT_EQ(CreateFailure(In("a.txt")), 70);
   EXPECT_EQ(ReplaceFailure(In("a.txt")), 70);
   EXPECT_EQ(files().Read(In("a.txt")), "old");
@@ -158,21 +147,17 @@ TEST_P(FilesContract, AReadOnlyFileIsReadButNotWritten) {
 }
 
 TEST_P(FilesContract, AFileThatAnotherProgramHoldsIsDenied) {
-  files().Write(In("a.txt"), "old");
+  files().Create(In("a.txt"), "old");
   world_->HoldOpen(In("a.txt"));
   EXPECT_EQ(ReadFailure(In("a.txt")), 70);
   EXPECT_EQ(OpenFailure(In("a.txt")), 70);
-  EXPECT_EQ(WriteFailure(In("a.txt")), 70);
   EXPECT_EQ(CreateFailure(In("a.txt")), 70);
   EXPECT_EQ(ReplaceFailure(In("a.txt")), 70);
   EXPECT_EQ(world_->Names(world_->folder()), std::vector<std::string>{"a.txt"});
 }
 
 TEST_P(FilesContract, WritingTellsThatTheFolderIsMissing) {
-  files().Write(In("a.txt"), "");
-  EXPECT_EQ(WriteFailure(In("missing\\a.txt")), 76);
-  EXPECT_EQ(WriteFailure(In("a.txt\\b.txt")), 76);
-  EXPECT_EQ(WriteFailure(""), 76);
+  files().Create(In("a.txt"), "");
   EXPECT_EQ(CreateFailure(In("missing\\a.txt")), 76);
   EXPECT_EQ(CreateFailure(In("a.txt\\b.txt")), 76);
   EXPECT_EQ(CreateFailure(""), 76);
@@ -184,7 +169,6 @@ TEST_P(FilesContract, WritingTellsThatTheFolderIsMissing) {
 TEST_P(FilesContract, ANameThatNoFileCanBearIsRefused) {
   using namespace std::string_literals;
   for (const std::string& name : {"a?.xml"s, "a*.xml"s, "a|b"s, "a<b>"s, "a\"b"s, "a\0b"s}) {
-    EXPECT_EQ(WriteFailure(In(name)), 75) << name;
     EXPECT_EQ(CreateFailure(In(name)), 75) << name;
     EXPECT_EQ(ReplaceFailure(In(name)), 75) << name;
     EXPECT_EQ(ReadFailure(In(name)), 75) << name;
@@ -193,7 +177,7 @@ TEST_P(FilesContract, ANameThatNoFileCanBearIsRefused) {
 }
 
 TEST_P(FilesContract, AnOpenFileIsReadAtAnyPlace) {
-  files().Write(In("bytes.bin"), EveryByte());
+  files().Create(In("bytes.bin"), EveryByte());
   const auto reader = files().Open(In("BYTES.bin"));
   EXPECT_EQ(reader->Size(), EveryByte().size());
   std::string bytes(5, '.');
@@ -204,7 +188,7 @@ TEST_P(FilesContract, AnOpenFileIsReadAtAnyPlace) {
 }
 
 TEST_P(FilesContract, ReadingEndsWithTheFile) {
-  files().Write(In("a.txt"), "12345");
+  files().Create(In("a.txt"), "12345");
   const auto reader = files().Open(In("a.txt"));
   std::string bytes(5, '.');
   EXPECT_EQ(reader->ReadAt(3, bytes.data(), 5), 2U);
@@ -215,7 +199,7 @@ TEST_P(FilesContract, ReadingEndsWithTheFile) {
 }
 
 TEST_P(FilesContract, OpenTellsWhatIsMissing) {
-  files().Write(In("a.txt"), "");
+  files().Create(In("a.txt"), "");
   EXPECT_EQ(OpenFailure(In("missing.txt")), 53);
   EXPECT_EQ(OpenFailure(In("missing\\a.txt")), 76);
   EXPECT_EQ(OpenFailure(In("a.txt\\b.txt")), 76);
@@ -223,15 +207,14 @@ TEST_P(FilesContract, OpenTellsWhatIsMissing) {
 }
 
 TEST_P(FilesContract, AFileThatIsOpenIsReadByOthersButNotWritten) {
-  files().Write(In("a.txt"), "old");
+  files().Create(In("a.txt"), "old");
   auto reader = files().Open(In("a.txt"));
   EXPECT_EQ(files().Read(In("a.txt")), "old");
   EXPECT_EQ(OpenFailure(In("a.txt")), 0);
-  EXPECT_EQ(WriteFailure(In("a.txt")), 70);
   EXPECT_EQ(CreateFailure(In("a.txt")), 70);
   EXPECT_EQ(ReplaceFailure(In("a.txt")), 70);
   reader.reset();
-  EXPECT_EQ(WriteFailure(In("a.txt")), 0);
+  EXPECT_EQ(CreateFailure(In("a.txt")), 0);
   EXPECT_EQ(files().Read(In("a.txt")), "new");
 }
 
@@ -244,7 +227,7 @@ TEST_P(FilesContract, CreateLeavesNothingOfALongerFile) {
 
 TEST_P(FilesContract, WhatIsNoLinkIsToldApart) {
   files().CreateFolder(In("sub"));
-  files().Write(In("a.txt"), "");
+  files().Create(In("a.txt"), "");
   EXPECT_FALSE(files().IsLink(In("sub")));
   EXPECT_FALSE(files().IsLink(In("a.txt")));
   EXPECT_FALSE(files().IsLink(In("missing")));
@@ -263,7 +246,7 @@ TEST_P(FilesContract, ALinkToAFolderIsALink) {
 }
 
 TEST_P(FilesContract, ReplacePutsTheNewBytesInPlace) {
-  files().Write(In("a.xml"), std::string(100'000, 'x'));
+  files().Create(In("a.xml"), std::string(100'000, 'x'));
   files().Replace(In("A.xml"), EveryByte());
   EXPECT_EQ(files().Read(In("a.xml")), EveryByte());
   EXPECT_EQ(world_->Names(world_->folder()).size(), 1U);
@@ -277,7 +260,7 @@ TEST_P(FilesContract, ReplaceCreatesAMissingFile) {
 
 TEST_P(FilesContract, SweepDeletesWhatReplacementsHaveLeft) {
   for (const char* name : {"~kb1-1.tmp", "~kb4294967295-1000.tmp", "a.xml"}) {
-    files().Write(In(name), "x");
+    files().Create(In(name), "x");
   }
   files().SweepReplacements(world_->folder());
   EXPECT_EQ(world_->Names(world_->folder()), std::vector<std::string>{"a.xml"});
@@ -288,11 +271,11 @@ TEST_P(FilesContract, SweepTouchesNoOtherFileAndNoFolder) {
       "~kb-1.tmp",  "~kb1-.tmp",    "~kb1.tmp",  "~kb1-1.tmp.x", "~kb1-1.tmpx", "~kb1-1a.tmp",
       "~kba-1.tmp", "~kb1-1-1.tmp", "kb1-1.tmp", "x~kb1-1.tmp",  "~kb 1-1.tmp"};
   for (const std::string& name : names) {
-    files().Write(In(name), "x");
+    files().Create(In(name), "x");
   }
   files().CreateFolder(In("~kb2-2.tmp"));
   files().CreateFolder(In("sub"));
-  files().Write(In("sub\\~kb1-1.tmp"), "x");
+  files().Create(In("sub\\~kb1-1.tmp"), "x");
   files().SweepReplacements(world_->folder());
   for (const std::string& name : names) {
     EXPECT_TRUE(files().Exists(In(name))) << name;
@@ -302,8 +285,8 @@ TEST_P(FilesContract, SweepTouchesNoOtherFileAndNoFolder) {
 }
 
 TEST_P(FilesContract, SweepPassesOverWhatIsInUseAndFoldersThatAreNotThere) {
-  files().Write(In("~kb1-1.tmp"), "x");
-  files().Write(In("~kb1-2.tmp"), "x");
+  files().Create(In("~kb1-1.tmp"), "x");
+  files().Create(In("~kb1-2.tmp"), "x");
   world_->HoldOpen(In("~kb1-1.tmp"));
   files().SweepReplacements(world_->folder());
   EXPECT_EQ(world_->Names(world_->folder()), std::vector<std::string>{"~kb1-1.tmp"});
@@ -315,13 +298,13 @@ TEST_P(FilesContract, SweepPassesOverWhatIsInUseAndFoldersThatAreNotThere) {
 
 TEST_P(FilesContract, CreateFolderMakesOneFolder) {
   files().CreateFolder(In("Ordner ä"));
-  files().Write(In("Ordner ä\\a.txt"), "1");
+  files().Create(In("Ordner ä\\a.txt"), "1");
   EXPECT_EQ(files().Read(In("Ordner ä\\a.txt")), "1");
 }
 
 TEST_P(FilesContract, CreateFolderTellsWhyItCannot) {
   files().CreateFolder(In("sub"));
-  files().Write(In("a.txt"), "");
+  files().Create(In("a.txt"), "");
   const auto failure = [&](const std::string& path) {
     return FailureNumber([&] { files().CreateFolder(path); });
   };
@@ -332,7 +315,7 @@ TEST_P(FilesContract, CreateFolderTellsWhyItCannot) {
 }
 
 TEST_P(FilesContract, LastModifiedIsLocalTimeInWinterAndSummer) {
-  files().Write(In("a.txt"), "");
+  files().Create(In("a.txt"), "");
   for (const platform::LocalTime& time :
        {platform::LocalTime{2026, 1, 15, 23, 59, 58}, platform::LocalTime{2026, 7, 15, 0, 0, 0},
         platform::LocalTime{1999, 12, 31, 12, 30, 1}}) {
@@ -357,7 +340,7 @@ TEST_P(FilesContract, PathsOfThreeHundredCharactersWork) {
     files().CreateFolder(folder);
   }
   const std::string path = folder + "/a.txt";
-  files().Write(path, "1");
+  files().Create(path, "1");
   files().Replace(path, "2");
   EXPECT_EQ(files().Read(path), "2");
   EXPECT_TRUE(files().Exists(path));

@@ -42,10 +42,6 @@ std::unique_ptr<platform::FileReader> StoppingFiles::Open(const std::string& pat
   return Between([&] { return files_.Open(path); });
 }
 
-void StoppingFiles::Write(const std::string& path, std::string_view bytes) {
-  Between([&] { files_.Write(path, bytes); });
-}
-
 void StoppingFiles::Create(const std::string& path, std::string_view bytes) {
   Between([&] { files_.Create(path, bytes); });
 }

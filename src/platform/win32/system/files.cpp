@@ -79,7 +79,6 @@ class Win32Files : public Files {
   bool Exists(const std::string& path) const override;
   std::string Read(const std::string& path) const override;
   std::unique_ptr<FileReader> Open(const std::string& path) const override;
-  void Write(const std::string& path, std::string_view bytes) override;
   void Create(const std::string& path, std::string_view bytes) override;
   void Replace(const std::string& path, std::string_view bytes) override;
   void SweepReplacements(const std::string& folder) override;
@@ -137,15 +136,6 @@ std::unique_ptr<FileReader> Win32Files::Open(const std::string& path) const {
                               OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
   DemandOpen(file, GetLastError());
   return std::make_unique<Win32FileReader>(std::move(file));
-}
-
-void Win32Files::Write(const std::string& path, std::string_view bytes) {
-  const std::wstring system_path = ToSystemPath(path);
-  const DWORD attributes = DemandOverwritable(system_path);
-  const UniqueFile file(CreateFileW(system_path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
-                                    CREATE_ALWAYS, attributes, nullptr));
-  DemandOpen(file, GetLastError());
-  WriteAll(file.get(), bytes);
 }
 
 void Win32Files::Create(const std::string& path, std::string_view bytes) {

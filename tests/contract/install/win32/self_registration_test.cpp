@@ -51,8 +51,8 @@ class RealSelfRegistration : public testing::Test {
   std::string CopyComponent(const std::string& name) {
     const auto files = platform::win32::MakeFiles();
     const std::string path = folder_.path() + "\\" + name;
-    files->Write(path, files->Read(platform::win32::FindProgramPlace().folder +
-                                   "\\registering\\OvlContract.dll"));
+    files->Create(path, files->Read(platform::win32::FindProgramPlace().folder +
+                                    "\\registering\\OvlContract.dll"));
     return path;
   }
 
@@ -115,7 +115,7 @@ TEST_F(RealSelfRegistration, LibraryThatCrashesHasRun) {
 
 TEST_F(RealSelfRegistration, WhatCannotBeLoadedIsLoggedWithTheSystemsNumber) {
   const std::string text = folder_.path() + "\\text.dll";
-  platform::win32::MakeFiles()->Write(text, "no library");
+  platform::win32::MakeFiles()->Create(text, "no library");
   EXPECT_EQ(Register(text), 1);
   EXPECT_EQ(Register(folder_.path() + "\\missing.dll"), 1);
   EXPECT_EQ(Register(Copy("OvlNeedy")), 1);

@@ -79,7 +79,7 @@ TEST(Win32Help, ATopicIsShownUntilAllHelpIsClosed) {
   const ScratchFolder folder;
   const auto files = MakeFiles();
   const std::string help_file = folder.path() + "\\Größe help.chm";
-  files->Write(help_file, files->Read(FindProgramPlace().folder + "\\kitbay_contract_help.chm"));
+  files->Create(help_file, files->Read(FindProgramPlace().folder + "\\kitbay_contract_help.chm"));
   const auto desktop = MakeDesktop();
   desktop->DisplayHelpTopic(help_file + "::/help_page.html");
   EXPECT_EQ(HelpWindows(), 1);
@@ -97,7 +97,7 @@ TEST(Win32Help, AMissingHelpFileIsReported) {
 
 TEST(Win32Help, AFileThatIsNoHelpFileIsReported) {
   const ScratchFolder folder;
-  MakeFiles()->Write(folder.path() + "\\tesselhelp.chm", "no help");
+  MakeFiles()->Create(folder.path() + "\\tesselhelp.chm", "no help");
   const auto desktop = MakeDesktop();
   const std::string topic = folder.path() + "\\tesselhelp.chm::/AddRemovefeatures.html";
   EXPECT_EQ(FailureNumber([&] { desktop->DisplayHelpTopic(topic); }), 75);

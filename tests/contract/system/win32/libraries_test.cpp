@@ -112,7 +112,7 @@ TEST_F(Win32LibrariesTest, LibraryOfAnotherProcessorIsRefused) {
   const auto machine = static_cast<std::size_t>(*reinterpret_cast<DWORD*>(&bytes[0x3c])) + 4;
   bytes[machine] = '\x64';
   bytes[machine + 1] = '\xaa';
-  files->Write(path, bytes);
+  files->Create(path, bytes);
   EXPECT_EQ(FailureNumber([&] { libraries_->Load(path, ""); }), 193);
 }
 

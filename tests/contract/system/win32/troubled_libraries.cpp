@@ -6,9 +6,9 @@ namespace kitbay::contract {
 
 void CopyTroubledLibrary(const std::string& name, const std::string& path) {
   const auto files = platform::win32::MakeFiles();
-  files->Write(path,
-               files->Read(platform::win32::FindProgramPlace().folder +
-                           "/" KITBAY_TROUBLED_LIBRARIES_FOLDER "/" + name + "/" + name + ".dll"));
+  files->Create(path,
+                files->Read(platform::win32::FindProgramPlace().folder +
+                            "/" KITBAY_TROUBLED_LIBRARIES_FOLDER "/" + name + "/" + name + ".dll"));
 }
 
 SlowLibrary::SlowLibrary() : may_return_(CreateEventW(nullptr, TRUE, FALSE, L"OvlSlow.Return")) {

@@ -92,7 +92,7 @@ TEST(Win32Desktop, AProgramIsStartedShownNormally) {
   const ScratchFolder folder;
   const auto files = MakeFiles();
   const std::string program = folder.path() + "\\Größe mit Blank.exe";
-  files->Write(program, files->Read(FindProgramPlace().folder + "\\kitbay_contract_started.exe"));
+  files->Create(program, files->Read(FindProgramPlace().folder + "\\kitbay_contract_started.exe"));
   const std::wstring name = L"Kitbay.Tests.Started." + std::to_wstring(GetCurrentProcessId());
   const UniqueKernelObject started(CreateEventW(nullptr, TRUE, FALSE, name.c_str()));
   SetEnvironmentVariableW(L"KITBAY_TESTS_EVENT", name.c_str());
@@ -102,7 +102,7 @@ TEST(Win32Desktop, AProgramIsStartedShownNormally) {
 
 TEST(Win32Desktop, AProgramThatCannotBeStartedIsReported) {
   const ScratchFolder folder;
-  MakeFiles()->Write(folder.path() + "\\text.exe", "no program");
+  MakeFiles()->Create(folder.path() + "\\text.exe", "no program");
   const auto failure = [&](const std::string& path) {
     return FailureNumber([&] { MakeDesktop()->StartProgram(path); });
   };
@@ -117,7 +117,7 @@ TEST(Win32Files, AReaderSeesTheOldFileOrTheNewOneWhole) {
   const std::string path = folder.path() + "\\olregistry.xml";
   const std::string old_bytes(70'000, 'o');
   const std::string new_bytes(90'000, 'n');
-  files->Write(path, old_bytes);
+  files->Create(path, old_bytes);
 
   std::atomic<bool> done = false;
   std::atomic<int> reads = 0;
@@ -149,7 +149,7 @@ TEST(Win32Files, ReplaceKeepsTheMarksOfTheFile) {
   const ScratchFolder folder;
   const auto files = MakeFiles();
   const std::string path = folder.path() + "\\a.xml";
-  files->Write(path, "old");
+  files->Create(path, "old");
   ASSERT_TRUE(SetFileAttributesW(ToUtf16(path).c_str(), FILE_ATTRIBUTE_HIDDEN));
   files->Replace(path, "new");
   EXPECT_EQ(files->Read(path), "new");
@@ -159,7 +159,7 @@ TEST(Win32Files, ReplaceKeepsTheMarksOfTheFile) {
 TEST(Win32Files, ADeviceIsNoFile) {
   const auto files = MakeFiles();
   EXPECT_EQ(FailureNumber([&] { files->Read("C:\\con"); }), 75);
-  EXPECT_EQ(FailureNumber([&] { files->Write("C:\\nul", "x"); }), 75);
+  EXPECT_EQ(FailureNumber([&] { files->Create("C:\\nul", "x"); }), 75);
   EXPECT_FALSE(files->Exists("C:\\con"));
 }
 

@@ -146,10 +146,10 @@ class Win32VersionResourceWorld : public VersionResourceWorld {
     const std::string built = platform::win32::FindProgramPlace().folder;
     const auto files = platform::win32::MakeFiles();
     const std::string versioned = files->Read(built + "\\kitbay_contract_versioned.dll");
-    files->Write(folder() + "\\Größe 1.dll", versioned);
-    files->Write(folder() + "\\cut.dll", versioned.substr(0, 1024));
-    files->Write(folder() + "\\plain.dll", files->Read(built + "\\kitbay_contract_plain.dll"));
-    files->Write(folder() + "\\text.dll", "no library");
+    files->Create(folder() + "\\Größe 1.dll", versioned);
+    files->Create(folder() + "\\cut.dll", versioned.substr(0, 1024));
+    files->Create(folder() + "\\plain.dll", files->Read(built + "\\kitbay_contract_plain.dll"));
+    files->Create(folder() + "\\text.dll", "no library");
   }
   const platform::VersionResource& versions() override { return *versions_; }
   std::string folder() const override { return folder_.path(); }
@@ -204,7 +204,7 @@ class Win32LibrariesWorld : public LibrariesWorld {
     CopyTroubledLibrary("OvlMute", folder() + "\\mute.dll");
     CopyTroubledLibrary("OvlNeedy", folder() + "\\needy.dll");
     CopyTroubledLibrary("OvlHelper", helpers() + "\\OvlHelper.dll");
-    platform::win32::MakeFiles()->Write(folder() + "\\text.dll", "no library");
+    platform::win32::MakeFiles()->Create(folder() + "\\text.dll", "no library");
   }
   platform::Libraries& libraries() override { return *libraries_; }
   std::string folder() const override { return folder_.path(); }
