@@ -19,8 +19,6 @@ class HtmlNode {
  public:
   virtual ~HtmlNode() = default;
 
-  virtual bool SameAs(const HtmlNode& other) const = 0;
-
   virtual std::string Id() const = 0;
   virtual std::string TagName() const = 0;
 

@@ -46,11 +46,6 @@ class FakeHtmlNode : public HtmlNode {
 
   DomNode& node() const { return node_; }
 
-  bool SameAs(const HtmlNode& other) const override {
-    page_->Enter("SameAs");
-    return NodeOf(&other) == &node_;
-  }
-
   std::string Id() const override { return Element("Id").GetAttribute("id").value_or(""); }
 
   std::string TagName() const override {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "contract/page/html_document_host.h"
+#include "contract/page/same_element.h"
 
 namespace kitbay::contract {
 
@@ -90,7 +91,7 @@ TEST_P(HtmlDocumentContract, ANewElementIsNotOnThePageUntilItIsAppended) {
   EXPECT_EQ(document.GetElementsByName("7")->Length(), 0);
   document.AllItem("list")->AppendChild(row);
   ASSERT_TRUE(document.AllItem("7"));
-  EXPECT_TRUE(document.AllItem("7")->SameAs(*row));
+  EXPECT_TRUE(AreSame(*document.AllItem("7"), *row));
 }
 
 TEST_P(HtmlDocumentContract, TheBodyHasAHeight) { EXPECT_GT(Show("").BodyClientHeight(), 0); }

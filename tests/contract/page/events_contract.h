@@ -3,6 +3,7 @@
 #include <functional>
 
 #include "contract/page/html_document_host.h"
+#include "contract/page/same_element.h"
 
 namespace kitbay::contract {
 
@@ -59,7 +60,7 @@ TEST_P(HtmlEventsContract, AClickHasTheClickedElementAsItsSource) {
   Click(name);
   ASSERT_EQ(clicks(), 1);
   ASSERT_TRUE(source);
-  EXPECT_TRUE(source->SameAs(*name));
+  EXPECT_TRUE(AreSame(*source, *name));
   EXPECT_EQ(source->ParentElement()->ParentElement()->Id(), "list");
 }
 

@@ -2,15 +2,16 @@
 
 #include "base/text.h"
 #include "contract/page/html_document_host.h"
+#include "contract/page/same_element.h"
 
 namespace kitbay::contract {
 
 TEST_P(HtmlDocumentContract, ANodeIsTheSameHoweverItWasReached) {
   auto& document = Show("<div id='list'><b id='7'></b><b id='8'></b></div>");
   const auto list = document.AllItem("list");
-  EXPECT_TRUE(list->Child(0)->SameAs(*document.AllItem("7")));
-  EXPECT_TRUE(list->Child(0)->ParentElement()->SameAs(*list));
-  EXPECT_FALSE(list->Child(0)->SameAs(*list->Child(1)));
+  EXPECT_TRUE(AreSame(*list->Child(0), *document.AllItem("7")));
+  EXPECT_TRUE(AreSame(*list->Child(0)->ParentElement(), *list));
+  EXPECT_FALSE(AreSame(*list->Child(0), *list->Child(1)));
 }
 
 TEST_P(HtmlDocumentContract, TagNamesAreCapitals) {

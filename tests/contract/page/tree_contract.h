@@ -1,6 +1,7 @@
 #pragma once
 
 #include "contract/page/html_document_host.h"
+#include "contract/page/same_element.h"
 
 namespace kitbay::contract {
 
@@ -93,7 +94,7 @@ TEST_P(HtmlDocumentContract, AppendingMovesANodeFromItsPlace) {
   const auto node = document.AllItem("7");
   document.AllItem("to")->AppendChild(node);
   EXPECT_EQ(document.AllItem("from")->ChildNodeCount(), 0);
-  EXPECT_TRUE(document.AllItem("to")->ChildNode(1)->SameAs(*node));
+  EXPECT_TRUE(AreSame(*document.AllItem("to")->ChildNode(1), *node));
   EXPECT_EQ(document.AllItem("in")->ParentElement()->ParentElement()->Id(), "to");
 }
 
@@ -137,9 +138,9 @@ TEST_P(HtmlDocumentContract, ARemovedNodeStaysUsableAndCanComeBack) {
   EXPECT_EQ(row->Id(), "7");
   EXPECT_FALSE(row->ParentElement());
   EXPECT_EQ(inner->InnerText(), "text");
-  EXPECT_TRUE(inner->ParentElement()->SameAs(*row));
+  EXPECT_TRUE(AreSame(*inner->ParentElement(), *row));
   document.AllItem("list")->AppendChild(row);
-  EXPECT_TRUE(document.AllItem("in")->SameAs(*inner));
+  EXPECT_TRUE(AreSame(*document.AllItem("in"), *inner));
 }
 
 TEST_P(HtmlDocumentContract, ANodeWhoseParentWasEmptiedStaysUsable) {

@@ -28,7 +28,6 @@ class RecordingElement : public platform::HtmlNode {
     Note("AppendChild " + dynamic_cast<const RecordingElement&>(*child).name());
   }
 
-  bool SameAs(const HtmlNode& /*other*/) const override { Unasked(); }
   std::string Id() const override { Unasked(); }
   std::string TagName() const override { Unasked(); }
   std::string Value() const override { Unasked(); }

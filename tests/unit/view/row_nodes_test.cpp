@@ -2,6 +2,7 @@
 #include "view/row_nodes.h"
 
 #include "base/failure.h"
+#include "contract/page/same_element.h"
 #include "page_fixture.h"
 
 namespace kitbay::view {
@@ -43,7 +44,7 @@ TEST_F(RowNodes, OfAHeadingOrNothingAreEmpty) {
 TEST_F(RowNodes, LeadFromAButtonToItsRow) {
   for (int button = 0; button < 2; ++button) {
     EXPECT_EQ(PanelOfButton(Button("list", 1, button))->Id(), "div7");
-    EXPECT_TRUE(RowOfButton(Button("list", 1, button))->SameAs(*Row()));
+    EXPECT_TRUE(contract::AreSame(*RowOfButton(Button("list", 1, button)), *Row()));
   }
   EXPECT_FALSE(RowOfButton(document_->CreateElement("<input>")));
   EXPECT_FALSE(RowOfButton(nullptr));

@@ -1,7 +1,6 @@
 #include "platform/win32/window/automation_node.h"
 
 #include "base/failure.h"
-#include "platform/win32/window/com_identity.h"
 
 namespace kitbay::platform::win32 {
 
@@ -26,11 +25,6 @@ HtmlNodeRef ItemOf(IDispatch& list, int index) {
     if (failure.number() == E_INVALIDARG) return nullptr;
     throw;
   }
-}
-
-bool AutomationNode::SameAs(const HtmlNode& other) const {
-  const auto* node = dynamic_cast<const AutomationNode*>(&other);
-  return node != nullptr && IsSameObject(node_.Get(), node->node_.Get());
 }
 
 std::string AutomationNode::Text(const char* member) const {

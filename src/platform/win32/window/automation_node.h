@@ -19,7 +19,6 @@ class AutomationNode final : public HtmlNode {
  public:
   explicit AutomationNode(Microsoft::WRL::ComPtr<IDispatch> node) : node_(std::move(node)) {}
 
-  bool SameAs(const HtmlNode& other) const override;
   std::string Id() const override;
   std::string TagName() const override;
   std::string Value() const override;

@@ -4,6 +4,7 @@
 
 #include <memory>
 
+#include "contract/page/same_element.h"
 #include "contract/page/windows/loaded_window.h"
 
 namespace kitbay::contract {
@@ -41,7 +42,7 @@ TEST_F(ProgramPage, TheUpdatesControlIsChildNodeThreeOfTheCategorySwitch) {
   const auto control = document_->AllItem("category")->ChildNode(3);
   ASSERT_TRUE(control);
   EXPECT_EQ(control->Id(), "update");
-  EXPECT_TRUE(control->SameAs(*document_->AllItem("update")));
+  EXPECT_TRUE(AreSame(*control, *document_->AllItem("update")));
   EXPECT_TRUE(control->Disabled());
 }
 
