@@ -90,7 +90,7 @@ void SelfRegistration::RunExport(const std::string& path, const char* name, std:
     result = kLibraryHasNoThread;
     return;
   }
-  if (libraries_.Wait(thread, kTimeLimitMs) != platform::kThreadEnded) {
+  if (!libraries_.Wait(thread, kTimeLimitMs)) {
     result = kLibraryTimedOut;
     libraries_.Free(library);
     libraries_.EndThread(libraries_.ExitCode(thread));

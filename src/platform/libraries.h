@@ -24,10 +24,6 @@ struct ThreadHandle {
   friend bool operator==(const ThreadHandle&, const ThreadHandle&) = default;
 };
 
-/// What `Wait` returns when the thread has ended, and when it has not ended in time.
-inline constexpr std::uint32_t kThreadEnded = 0;
-inline constexpr std::uint32_t kThreadStillRuns = 258;
-
 /// The exit code of a thread that has not ended.
 inline constexpr std::uint32_t kNoExitCode = 259;
 
@@ -54,8 +50,8 @@ class Libraries {
   virtual ThreadHandle StartThread(ExportAddress start) = 0;
 
   /// Waits until the thread has ended, but no longer than `milliseconds`, without letting the
-  /// calling thread's windows work.
-  virtual std::uint32_t Wait(ThreadHandle thread, std::uint32_t milliseconds) = 0;
+  /// calling thread's windows work. Returns whether it has ended.
+  virtual bool Wait(ThreadHandle thread, std::uint32_t milliseconds) = 0;
 
   /// The exit code of the thread.
   virtual std::uint32_t ExitCode(ThreadHandle thread) = 0;

@@ -90,10 +90,9 @@ ThreadHandle RecordingLibraries::StartThread(ExportAddress start) {
   return {next_thread_++};
 }
 
-std::uint32_t RecordingLibraries::Wait(ThreadHandle thread, std::uint32_t milliseconds) {
+bool RecordingLibraries::Wait(ThreadHandle thread, std::uint32_t milliseconds) {
   Record("Wait", Number(thread.value) + Number(milliseconds));
-  return threads_.at(thread.value).function.hangs ? platform::kThreadStillRuns
-                                                  : platform::kThreadEnded;
+  return !threads_.at(thread.value).function.hangs;
 }
 
 std::uint32_t RecordingLibraries::ExitCode(ThreadHandle thread) {

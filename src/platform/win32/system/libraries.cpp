@@ -130,8 +130,8 @@ class Win32Libraries : public Libraries {
         guard_.Start(reinterpret_cast<LPTHREAD_START_ROUTINE>(start.value)))};
   }
 
-  std::uint32_t Wait(ThreadHandle thread, std::uint32_t milliseconds) override {
-    return WaitForSingleObject(AsThread(thread), milliseconds);
+  bool Wait(ThreadHandle thread, std::uint32_t milliseconds) override {
+    return WaitForSingleObject(AsThread(thread), milliseconds) == WAIT_OBJECT_0;
   }
 
   std::uint32_t ExitCode(ThreadHandle thread) override {

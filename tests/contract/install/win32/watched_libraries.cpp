@@ -24,7 +24,7 @@ ThreadHandle WatchedLibraries::StartThread(ExportAddress start) {
   return last_thread_;
 }
 
-std::uint32_t WatchedLibraries::Wait(ThreadHandle thread, std::uint32_t milliseconds) {
+bool WatchedLibraries::Wait(ThreadHandle thread, std::uint32_t milliseconds) {
   limits_.push_back(milliseconds);
   return real_->Wait(thread, std::min(milliseconds, patience_));
 }

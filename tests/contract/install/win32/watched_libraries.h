@@ -26,7 +26,7 @@ class WatchedLibraries : public platform::Libraries {
   platform::ExportAddress FindExport(platform::LibraryHandle library,
                                      const std::string& name) override;
   platform::ThreadHandle StartThread(platform::ExportAddress start) override;
-  std::uint32_t Wait(platform::ThreadHandle thread, std::uint32_t milliseconds) override;
+  bool Wait(platform::ThreadHandle thread, std::uint32_t milliseconds) override;
   std::uint32_t ExitCode(platform::ThreadHandle thread) override;
   void Close(platform::ThreadHandle thread) override;
   [[noreturn]] void EndThread(std::uint32_t exit_code) override;
