@@ -5,7 +5,8 @@
 #include <string>
 
 #include "base/error_log.h"
-#include "platform/com_services.h"
+#include "platform/active_objects.h"
+#include "platform/services.h"
 
 namespace kitbay::app {
 

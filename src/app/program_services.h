@@ -5,8 +5,8 @@
 #include "app/main_form.h"
 #include "base/error_log.h"
 #include "base/settings.h"
-#include "platform/com_services.h"
 #include "platform/registry_keys.h"
+#include "platform/services.h"
 
 namespace kitbay::app {
 

@@ -3,8 +3,11 @@
 #include "app/main_form.h"
 #include "app/manager_registration.h"
 #include "base/error_log.h"
-#include "platform/com_services.h"
+#include "platform/active_objects.h"
+#include "platform/com_server.h"
 #include "platform/desktop.h"
+#include "platform/instance_mark.h"
+#include "platform/services.h"
 
 namespace kitbay::app {
 

@@ -7,7 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/com_services.h"
+#include "platform/active_objects.h"
+#include "platform/services.h"
 
 namespace kitbay::fakes {
 

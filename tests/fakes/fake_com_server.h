@@ -5,7 +5,9 @@
 #include <vector>
 
 #include "base/failure.h"
-#include "platform/com_services.h"
+#include "platform/com_server.h"
+#include "platform/instance_mark.h"
+#include "platform/services.h"
 
 namespace kitbay::fakes {
 

@@ -2,10 +2,12 @@
 
 #include <memory>
 
+#include "platform/active_objects.h"
 #include "platform/clock.h"
-#include "platform/com_services.h"
+#include "platform/com_server.h"
 #include "platform/desktop.h"
 #include "platform/files.h"
+#include "platform/instance_mark.h"
 #include "platform/libraries.h"
 #include "platform/main_window.h"
 #include "platform/preference_window.h"

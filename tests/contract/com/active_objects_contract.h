@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "contract/com/recording_services.h"
-#include "platform/com_services.h"
+#include "platform/active_objects.h"
 
 namespace kitbay::contract {
 

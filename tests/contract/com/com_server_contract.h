@@ -7,7 +7,7 @@
 #include <string>
 
 #include "contract/com/recording_services.h"
-#include "platform/com_services.h"
+#include "platform/com_server.h"
 
 namespace kitbay::contract {
 

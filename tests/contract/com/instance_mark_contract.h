@@ -4,7 +4,7 @@
 
 #include <memory>
 
-#include "platform/com_services.h"
+#include "platform/instance_mark.h"
 
 namespace kitbay::contract {
 

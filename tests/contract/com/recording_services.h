@@ -6,7 +6,7 @@
 #include <string>
 
 #include "base/failure.h"
-#include "platform/com_services.h"
+#include "platform/services.h"
 
 namespace kitbay::contract {
 

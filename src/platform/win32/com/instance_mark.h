@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "platform/com_services.h"
+#include "platform/instance_mark.h"
 #include "platform/win32/system/handles.h"
 
 namespace kitbay::platform::win32 {

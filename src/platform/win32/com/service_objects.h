@@ -8,7 +8,7 @@
 #include <utility>
 
 #include "kitbay.h"
-#include "platform/com_services.h"
+#include "platform/services.h"
 #include "platform/win32/com/dispatch_object.h"
 
 namespace kitbay::platform::win32 {
