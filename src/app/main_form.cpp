@@ -2,7 +2,7 @@
 
 #include "base/failure.h"
 #include "base/guarded.h"
-#include "install/registry_access.h"
+#include "install/registry.h"
 #include "update/progress_display.h"
 
 namespace kitbay::app {

@@ -1,7 +1,7 @@
 #include "app/program_services.h"
 
 #include "app/start_up.h"
-#include "install/registry_access.h"
+#include "install/registry.h"
 
 namespace kitbay::app {
 

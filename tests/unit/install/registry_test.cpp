@@ -1,4 +1,4 @@
-#include "install/registry_access.h"
+#include "install/registry.h"
 
 #include <gmock/gmock.h>
 
