@@ -76,7 +76,7 @@ TEST_P(HtmlDocumentContract, ANegativeHeightIsNotTaken) {
   auto& document = Show("<div id='list' style='height:22px; top:5px'></div>");
   const auto list = document.AllItem("list");
   // An engine may refuse it or leave it out.
-  NumberOfFailure([&] { list->SetStyle("height", "-33"); });
+  FailureNumber([&] { list->SetStyle("height", "-33"); });
   EXPECT_EQ(list->Style("height"), "22px");
   list->SetStyle("top", "-33");
   EXPECT_EQ(list->Style("top"), "-33px");
