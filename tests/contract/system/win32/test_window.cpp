@@ -12,7 +12,9 @@ constexpr const wchar_t* kClassName = L"Kitbay.Tests.\u00C4";
 }  // namespace
 
 TestWindow::TestWindow(const std::string& caption, OnClose on_close)
-    : on_close_(on_close), may_answer_(CreateEventW(nullptr, TRUE, FALSE, nullptr)) {
+    : on_close_(on_close),
+      may_answer_(CreateEventW(nullptr, TRUE, FALSE, nullptr)),
+      has_looked_(CreateEventW(nullptr, TRUE, FALSE, nullptr)) {
   std::promise<void> shown;
   thread_ = std::thread([&, wide_caption = platform::win32::ToUtf16(caption)] {
     WNDCLASSW window_class{};
@@ -51,7 +53,7 @@ LRESULT CALLBACK TestWindow::Handle(HWND window, UINT message, WPARAM wparam, LP
   if (message == WM_CLOSE && self != nullptr) {
     self->HoldAnswer();
     self->close_value_ = *reinterpret_cast<const std::int32_t*>(lparam);
-    self->close_value_.notify_all();
+    SetEvent(self->has_looked_.get());
     if (self->on_close_ == OnClose::kStays) {
       return 0;
     }
@@ -78,7 +80,7 @@ void TestWindow::HoldAnswer() const {
 void TestWindow::LetAnswer() const { SetEvent(may_answer_.get()); }
 
 std::int32_t TestWindow::AwaitCloseValue() const {
-  close_value_.wait(-1);
+  WaitForSingleObject(has_looked_.get(), INFINITE);
   return close_value_;
 }
 

@@ -41,6 +41,7 @@ class TestWindow {
 
   OnClose on_close_;
   platform::win32::UniqueKernelObject may_answer_;
+  platform::win32::UniqueKernelObject has_looked_;
   std::atomic<std::int32_t> close_value_ = -1;
   std::atomic<HWND> handle_ = nullptr;
   std::atomic<DWORD> thread_id_ = 0;
