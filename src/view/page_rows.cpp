@@ -177,8 +177,8 @@ HtmlNodeRef PageRows::FindCurrentRow(const std::string& container) const {
 }
 
 HtmlNodeRef PageRows::FindByName(const std::string& container) const {
-  const HtmlNodeRef list = page_.Element(container);
-  const int count = list->ChildCount();
+  const HtmlNodeRef list = page_.document().AllItem(container);
+  const int count = list ? list->ChildCount() : 0;
   for (int i = 0; i < count; ++i) {
     HtmlNodeRef row = Needed(list->Child(i));
     if (IsRow(row) && NameMarkup(row) == state_.current_row_name) {

@@ -206,6 +206,11 @@ TEST_F(FollowedRow, IsNoneWhenNoRowShowsItsName) {
   EXPECT_EQ(At("updatedaddons")->ChildNodeCount(), 2);
 }
 
+TEST_F(FollowedRow, IsNoneWhenThePageHasNoSuchList) {
+  rows_.FollowCurrentRow("elsewhere");
+  EXPECT_EQ(state_.current_row_id, "");
+}
+
 TEST_F(FollowedRow, IsKnownWhetherItIsOpenOrHidden) {
   state_.current_row_name = "My  <b>Notes</b>";
   AddNew("updatedaddons", 3, "My  <b>Notes</b>");
