@@ -119,6 +119,11 @@ void PageEvents::PressInstall(const std::string& container, const HtmlNodeRef& b
   }
 }
 
-bool PageEvents::doc_ondragstart() { return false; }
+// Guarded under its name as every handler is, though nothing stands in it.
+bool PageEvents::doc_ondragstart() {
+  constexpr bool kMayDrag = false;
+  base::guarded(log_, " Kitbay::doc_ondragstart", [] {});
+  return kMayDrag;
+}
 
 }  // namespace kitbay::view
