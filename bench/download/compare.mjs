@@ -76,7 +76,7 @@ for (const [name, all] of Object.entries(times)) {
   console.log(`${name}: ${Math.round(median(all))} ms (${least} to ${most}), ${Math.round(speed)} MB/s`);
 }
 const ratioTo = (name) => median(times[name]) / median(times['download object']);
-const ratio = ratioTo('the HTTP client alone');
-console.log(`throughput of the download object: ${ratio.toFixed(2)} of that of the system's HTTP client (at least ${kGoal})`);
-console.log(`and ${ratioTo('curl').toFixed(2)} of curl's`);
+const ratio = ratioTo('curl');
+console.log(`throughput of the download object: ${ratio.toFixed(2)} of curl's (goal: at least ${kGoal})`);
+console.log(`and ${ratioTo('the HTTP client alone').toFixed(2)} of that of the system's HTTP client, which writes no file`);
 process.exitCode = ratio >= kGoal ? 0 : 1;
