@@ -117,9 +117,9 @@ SampleSuite::SampleSuite(ComponentKind kind, std::size_t entries)
   settings_.CustomDataFolder = "C:\\Users\\Ada\\AppData\\Roaming\\Ovalink\\CustomData";
 }
 
-void SampleSuite::Load() const {
-  catalog::XmlDocument document;
-  registry_files_.LoadDatastore(document);
+void SampleSuite::Load() {
+  const catalog::CatalogFiles::Refresh refresh(catalog_files_);
+  catalog_files_.Datastore();
 }
 
 void SampleSuite::List() {

@@ -6,9 +6,9 @@
 #include "base/component_kind.h"
 #include "base/error_log.h"
 #include "base/settings.h"
+#include "catalog/catalog_files.h"
 #include "catalog/file_version.h"
 #include "catalog/installed_components.h"
-#include "catalog/registry_files.h"
 #include "catalog/row_writer.h"
 #include "platform/files.h"
 #include "platform/version_resource.h"
@@ -97,7 +97,7 @@ class SampleSuite {
   const CountedRows& rows() const { return rows_; }
 
   /// Loads the datastore as the program does, and does nothing with it.
-  void Load() const;
+  void Load();
 
   /// Writes the installed list of the suite's kind.
   void List();
@@ -109,9 +109,9 @@ class SampleSuite {
   StrictLog log_;
   OneVersion version_resource_;
   CountedRows rows_;
-  catalog::RegistryFiles registry_files_{disk_, settings_};
-  catalog::FileVersions versions_{log_, settings_, version_resource_};
-  catalog::InstalledComponents installed_{log_, registry_files_, versions_, rows_};
+  catalog::CatalogFiles catalog_files_{disk_, settings_};
+  catalog::FileVersions versions_{log_, settings_, version_resource_, catalog_files_};
+  catalog::InstalledComponents installed_{log_, catalog_files_, versions_, rows_};
 };
 
 }  // namespace kitbay::bench

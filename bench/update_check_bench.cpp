@@ -97,13 +97,12 @@ class ExchangeSuite {
   catalog::UpdateSourceList sources_;
   catalog::InstalledRows shown_;
   catalog::NewComponents found_;
-  catalog::RegistryFiles registry_files_{disk_, settings_};
-  catalog::FileVersions versions_{log_, settings_, version_resource_};
-  catalog::AvailableUpdates available_{log_, disk_, settings_, versions_, shown_, rows_};
-  catalog::InstalledWithUpdates installed_{log_,     disk_,      settings_, registry_files_,
-                                           sources_, available_, shown_,    rows_};
-  catalog::NewComponentListing listing_{log_,     disk_,  settings_, registry_files_,
-                                        sources_, found_, rows_};
+  catalog::CatalogFiles catalog_files_{disk_, settings_};
+  catalog::FileVersions versions_{log_, settings_, version_resource_, catalog_files_};
+  catalog::AvailableUpdates available_{log_, catalog_files_, versions_, shown_, rows_};
+  catalog::InstalledWithUpdates installed_{log_,       catalog_files_, settings_, sources_,
+                                           available_, shown_,         rows_};
+  catalog::NewComponentListing listing_{log_, catalog_files_, sources_, found_, rows_};
 };
 
 // The measure of the others: both files are read and parsed by the XML library, and that is all.

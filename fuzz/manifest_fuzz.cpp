@@ -64,15 +64,15 @@ void List(const std::string& manifest, const std::string& registry) {
   settings.CustomDataFolder = "C:\\U";
   const catalog::UpdateSourceList sources = {.UpdateSources = {"h/m.xml", "h/none.xml", "h/m.xml"},
                                              .PendingSources = {}};
-  const catalog::RegistryFiles registry_files(files, settings);
-  const catalog::FileVersions versions(log, settings, resources);
+  catalog::CatalogFiles catalog_files(files, settings);
+  const catalog::FileVersions versions(log, settings, resources, catalog_files);
   catalog::InstalledRows shown;
   catalog::NewComponents found;
   NumberedRows rows;
-  catalog::AvailableUpdates available(log, files, settings, versions, shown, rows);
-  catalog::InstalledWithUpdates installed(log, files, settings, registry_files, sources, available,
-                                          shown, rows);
-  catalog::NewComponentListing news(log, files, settings, registry_files, sources, found, rows);
+  catalog::AvailableUpdates available(log, catalog_files, versions, shown, rows);
+  catalog::InstalledWithUpdates installed(log, catalog_files, settings, sources, available, shown,
+                                          rows);
+  catalog::NewComponentListing news(log, catalog_files, sources, found, rows);
   for (const auto list : {&catalog::InstalledWithUpdates::InstalledAddons,
                           &catalog::InstalledWithUpdates::InstalledTransports,
                           &catalog::InstalledWithUpdates::InstalledChannels}) {

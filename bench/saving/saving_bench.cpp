@@ -75,9 +75,10 @@ class Installation {
   view::PageRows rows_{log_, page_, state_};
   view::PageButtons buttons_{log_, page_, state_, window_};
   catalog::UpdateSourceList sources_;
+  catalog::CatalogFiles catalog_files_{disk_, settings_};
   InstallSession session_;
   DatastoreRegistration registration_{
-      {log_, disk_, settings_, desktop_, rows_, buttons_, sources_, session_}};
+      {log_, disk_, catalog_files_, settings_, desktop_, rows_, buttons_, sources_, session_}};
 };
 
 // From the message that a package is there to the message that the component is installed.

@@ -5,7 +5,6 @@
 #include "base/failure.h"
 #include "base/guarded.h"
 #include "catalog/installed_tables.h"
-#include "catalog/manifest_file.h"
 #include "catalog/manifest_tables.h"
 #include "catalog/registry_files.h"
 #include "catalog/version_rule.h"
@@ -57,10 +56,6 @@ std::string VersionOfChannel(const pugi::xml_node& entry, const std::string& /*i
 
 }  // namespace
 
-std::string ManifestPath(const base::Settings& settings, const std::string& manifest) {
-  return settings.InstallFolder + "\\Kitbay\\" + manifest;
-}
-
 void AvailableUpdates::AddAddonInfo(const Entries& installed, const std::string& manifest,
                                     RowNumber& row) {
   guarded(log_, "Kitbay::AddAddonInfo", [&] {
@@ -103,9 +98,9 @@ void AvailableUpdates::CheckEntries(ComponentKind kind, const Entries& installed
                                     const std::string& manifest, const VersionOf& version_of,
                                     RowNumber& row) {
   const ManifestTable& offers = kManifestTables[kind];
-  XmlDocument document;
-  if (!TryLoadManifest(files_, settings_, manifest, document) ||
-      !document.select_node(offers.manifest_list) || installed.empty()) {
+  const CatalogFiles::Refresh refresh(files_);
+  const XmlDocument* document = files_.TryManifest(manifest);
+  if (document == nullptr || !document->select_node(offers.manifest_list) || installed.empty()) {
     return;
   }
   shown_.is_answered = true;
@@ -114,7 +109,7 @@ void AvailableUpdates::CheckEntries(ComponentKind kind, const Entries& installed
     const InstalledTable& table = kInstalledTables[kind];
     rows_.FillDivHeader(table.container, kInstalledBar, table.heading);
   }
-  const Offers offered(Entries(document, offers.entries));
+  const Offers offered(Entries(*document, offers.entries));
   for (const pugi::xml_node& entry : installed) {
     const std::string id = AttributeText(entry, "id");
     const std::string version = version_of(entry, id);

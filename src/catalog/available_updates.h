@@ -7,7 +7,7 @@
 
 #include "base/component_kind.h"
 #include "base/error_log.h"
-#include "base/settings.h"
+#include "catalog/catalog_files.h"
 #include "catalog/file_version.h"
 #include "catalog/installed_rows.h"
 #include "catalog/installed_with_updates.h"
@@ -23,15 +23,9 @@ namespace kitbay::catalog {
 /// installed one, or an entry without one of its texts, is logged and ends that manifest's rows.
 class AvailableUpdates : public UpdateCheck {
  public:
-  AvailableUpdates(base::ErrorLog& log, const platform::Files& files,
-                   const base::Settings& settings, const FileVersions& versions,
+  AvailableUpdates(base::ErrorLog& log, CatalogFiles& files, const FileVersions& versions,
                    InstalledRows& shown, RowWriter& rows)
-      : log_(log),
-        files_(files),
-        settings_(settings),
-        versions_(versions),
-        shown_(shown),
-        rows_(rows) {}
+      : log_(log), files_(files), versions_(versions), shown_(shown), rows_(rows) {}
 
   void AddAddonInfo(const Entries& installed, const std::string& manifest, RowNumber& row) override;
   void AddTransportInfo(const Entries& installed, const std::string& manifest,
@@ -50,14 +44,10 @@ class AvailableUpdates : public UpdateCheck {
               const std::string& version, bool has_update, RowNumber& row);
 
   base::ErrorLog& log_;
-  const platform::Files& files_;
-  const base::Settings& settings_;
+  CatalogFiles& files_;
   const FileVersions& versions_;
   InstalledRows& shown_;
   RowWriter& rows_;
 };
-
-/// The file that the manifest of that name is kept in.
-std::string ManifestPath(const base::Settings& settings, const std::string& manifest);
 
 }  // namespace kitbay::catalog

@@ -28,14 +28,23 @@ std::string FileVersions::GetVersionInfo(const std::string& path) const {
   return version;
 }
 
+std::string FileVersions::VersionInThisRefresh(const std::string& path) const {
+  const CatalogFiles::Refresh refresh(files_);
+  const auto known = files_.versions().find(path);
+  if (known != files_.versions().end()) {
+    return known->second;
+  }
+  return files_.versions().emplace(path, GetVersionInfo(path)).first->second;
+}
+
 std::string FileVersions::OfAddon(const std::string& id, const std::string& filename) const {
   const std::string version =
-      GetVersionInfo(settings_.InstallFolder + "\\addons\\" + id + "\\" + filename);
+      VersionInThisRefresh(settings_.InstallFolder + "\\addons\\" + id + "\\" + filename);
   return version == kNoVersion ? OfTransport(filename) : version;
 }
 
 std::string FileVersions::OfTransport(const std::string& filename) const {
-  return GetVersionInfo(settings_.InstallFolder + "\\" + filename);
+  return VersionInThisRefresh(settings_.InstallFolder + "\\" + filename);
 }
 
 }  // namespace kitbay::catalog

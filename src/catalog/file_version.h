@@ -4,6 +4,7 @@
 
 #include "base/error_log.h"
 #include "base/settings.h"
+#include "catalog/catalog_files.h"
 #include "platform/version_resource.h"
 
 namespace kitbay::catalog {
@@ -11,12 +12,13 @@ namespace kitbay::catalog {
 /// The version that stands for a library whose version cannot be read.
 inline constexpr const char* kNoVersion = "N/A";
 
-/// Reads the versions of installed components from their libraries.
+/// Reads the versions of installed components from their libraries, each library once in a refresh
+/// of the lists.
 class FileVersions {
  public:
   FileVersions(base::ErrorLog& log, const base::Settings& settings,
-               const platform::VersionResource& resources)
-      : log_(log), settings_(settings), resources_(resources) {}
+               const platform::VersionResource& resources, CatalogFiles& files)
+      : log_(log), settings_(settings), resources_(resources), files_(files) {}
 
   /// The file version of the library at `path`: four numbers joined by ".", each written as a
   /// signed 16-bit number; `kNoVersion` when it has none.
@@ -30,9 +32,12 @@ class FileVersions {
   std::string OfTransport(const std::string& filename) const;
 
  private:
+  std::string VersionInThisRefresh(const std::string& path) const;
+
   base::ErrorLog& log_;
   const base::Settings& settings_;
   const platform::VersionResource& resources_;
+  CatalogFiles& files_;
 };
 
 }  // namespace kitbay::catalog

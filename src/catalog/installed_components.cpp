@@ -3,6 +3,7 @@
 #include "base/guarded.h"
 #include "base/text.h"
 #include "catalog/entries.h"
+#include "catalog/registry_files.h"
 #include "catalog/xml_file.h"
 
 namespace kitbay::catalog {
@@ -27,8 +28,8 @@ void InstalledComponents::InitialInstalledTransports() {
 
 template <typename VersionOf>
 void InstalledComponents::ListLocalEntries(const InstalledTable& table, VersionOf version_of) {
-  XmlDocument datastore;
-  registry_files_.LoadDatastore(datastore);
+  const CatalogFiles::Refresh refresh(files_);
+  const XmlDocument& datastore = files_.Datastore();
   if (!datastore.select_node(table.registry_list)) {
     rows_.FillDivStatus(table.container, table.nothing_local);
     return;
@@ -52,15 +53,15 @@ void InstalledComponents::InitialInstalledChannels() {
   guarded(log_, "Kitbay::InitialInstalledChannels", [&] {
     const InstalledTable& table = kInstalledTables.channel;
     rows_.AddImageTab(kInstalledBarHolder, kInstalledBarMarkup);
-    XmlDocument custom;
-    registry_files_.TryLoadCustomRegistry(custom);
-    XmlDocument datastore;
-    registry_files_.LoadDatastore(datastore);
+    const CatalogFiles::Refresh refresh(files_);
+    const XmlDocument* custom = files_.TryCustomRegistry();
+    const XmlDocument& datastore = files_.Datastore();
     rows_.FillDivHeader(table.container, kInstalledBar, table.heading);
     std::unordered_set<std::string> shown;
     RowNumber row;
     const pugi::xpath_node_set channels = SelectNodes(datastore, "root/channels/channel");
-    const pugi::xpath_node_set custom_channels = SelectNodes(custom, table.custom_entries);
+    const pugi::xpath_node_set custom_channels =
+        custom == nullptr ? pugi::xpath_node_set() : SelectNodes(*custom, table.custom_entries);
     shown.reserve(channels.size() + custom_channels.size());
     AddChannelList(channels, shown, row);
     AddChannelListDirect(custom_channels, shown, row);

@@ -5,9 +5,9 @@
 #include <unordered_set>
 
 #include "base/error_log.h"
+#include "catalog/catalog_files.h"
 #include "catalog/file_version.h"
 #include "catalog/installed_tables.h"
-#include "catalog/registry_files.h"
 #include "catalog/row_number.h"
 #include "catalog/row_writer.h"
 
@@ -16,9 +16,9 @@ namespace kitbay::catalog {
 /// Lists what is installed from the local files alone.
 class InstalledComponents {
  public:
-  InstalledComponents(base::ErrorLog& log, const RegistryFiles& registry_files,
-                      const FileVersions& versions, RowWriter& rows)
-      : log_(log), registry_files_(registry_files), versions_(versions), rows_(rows) {}
+  InstalledComponents(base::ErrorLog& log, CatalogFiles& files, const FileVersions& versions,
+                      RowWriter& rows)
+      : log_(log), files_(files), versions_(versions), rows_(rows) {}
 
   /// Each fills its kind's installed list. A datastore that does not load is logged and leaves the
   /// page as it is; an entry without one of its texts is logged and ends the list there.
@@ -42,7 +42,7 @@ class InstalledComponents {
   void AddChannelRow(const pugi::xml_node& channel, RowNumber& row);
 
   base::ErrorLog& log_;
-  const RegistryFiles& registry_files_;
+  CatalogFiles& files_;
   const FileVersions& versions_;
   RowWriter& rows_;
 };

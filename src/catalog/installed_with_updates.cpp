@@ -6,6 +6,7 @@
 #include "base/failure.h"
 #include "base/guarded.h"
 #include "base/text.h"
+#include "catalog/registry_files.h"
 #include "catalog/xml_file.h"
 
 namespace kitbay::catalog {
@@ -34,18 +35,19 @@ bool InstalledWithUpdates::InstalledChannels() {
 }
 
 bool InstalledWithUpdates::ListEntries(const InstalledTable& table, CheckOfOneSource check) {
+  const CatalogFiles::Refresh refresh(files_);
   const int custom_entries = GetCustomAddonLength(
       settings_.CustomDataFolder + "\\CustomRegistry.xml", table.custom_entries);
-  XmlDocument datastore;
-  if (!registry_files_.TryLoadDatastore(datastore)) {
+  const XmlDocument* datastore = files_.TryDatastore();
+  if (datastore == nullptr) {
     return true;
   }
   shown_.ids.clear();
-  if (!datastore.select_node(table.registry_list)) {
+  if (!datastore->select_node(table.registry_list)) {
     rows_.FillDivStatus(table.container, table.nothing);
     return true;
   }
-  const Entries entries(datastore, table.entries);
+  const Entries entries(*datastore, table.entries);
   shown_.is_answered = false;
   if (!entries.empty() || custom_entries > 0) {
     RowNumber row;
@@ -56,25 +58,26 @@ bool InstalledWithUpdates::ListEntries(const InstalledTable& table, CheckOfOneSo
 
 bool InstalledWithUpdates::ListChannels() {
   const InstalledTable& table = kInstalledTables.channel;
+  const CatalogFiles::Refresh refresh(files_);
   const int custom_entries = GetCustomAddonLength(
       settings_.CustomDataFolder + "\\CustomRegistry.xml", table.custom_entries);
-  XmlDocument datastore;
-  if (!registry_files_.TryLoadDatastore(datastore)) {
+  const XmlDocument* datastore = files_.TryDatastore();
+  if (datastore == nullptr) {
     return true;
   }
   shown_.ids.clear();
   shown_.is_answered = false;
   RowNumber row;
-  const bool has_list = static_cast<bool>(datastore.select_node(table.registry_list));
-  const Entries channels(datastore, table.entries);
+  const bool has_list = static_cast<bool>(datastore->select_node(table.registry_list));
+  const Entries channels(*datastore, table.entries);
   if (has_list) {
     ListDatastoreChannels(channels, row);
   } else {
     rows_.FillDivStatus(table.container, table.nothing);
   }
-  XmlDocument custom;
-  if (custom_entries > 0 && registry_files_.TryLoadCustomRegistry(custom)) {
-    const Entries custom_channels(custom, table.custom_entries);
+  const XmlDocument* custom = files_.TryCustomRegistry();
+  if (custom_entries > 0 && custom != nullptr) {
+    const Entries custom_channels(*custom, table.custom_entries);
     CheckAllSources(&UpdateCheck::AddCustomInfo, custom_channels, row);
     ListCustomChannels(custom_channels, row);
   }
@@ -118,11 +121,12 @@ std::int16_t InstalledWithUpdates::GetCustomAddonLength(const std::string& path,
                                                         const std::string& selection) {
   std::int16_t length = 0;
   guarded(log_, "Kitbay::GetCustomAddonLength", [&] {
-    XmlDocument document;
-    if (!TryLoadXml(files_, path, document)) {
+    const CatalogFiles::Refresh refresh(files_);
+    const XmlDocument* document = files_.TryFile(path);
+    if (document == nullptr) {
       return;
     }
-    const std::size_t nodes = document.select_nodes(selection.c_str()).size();
+    const std::size_t nodes = document->select_nodes(selection.c_str()).size();
     if (nodes > static_cast<std::size_t>(std::numeric_limits<std::int16_t>::max())) {
       throw base::Failure(base::RuntimeError::kOverflow);
     }

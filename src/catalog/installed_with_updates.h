@@ -6,10 +6,10 @@
 
 #include "base/error_log.h"
 #include "base/settings.h"
+#include "catalog/catalog_files.h"
 #include "catalog/entries.h"
 #include "catalog/installed_rows.h"
 #include "catalog/installed_tables.h"
-#include "catalog/registry_files.h"
 #include "catalog/row_number.h"
 #include "catalog/row_writer.h"
 #include "catalog/update_source_list.h"
@@ -35,14 +35,12 @@ class UpdateCheck {
 /// Lists what is installed together with what the update sources offer for it.
 class InstalledWithUpdates {
  public:
-  InstalledWithUpdates(base::ErrorLog& log, const platform::Files& files,
-                       const base::Settings& settings, const RegistryFiles& registry_files,
+  InstalledWithUpdates(base::ErrorLog& log, CatalogFiles& files, const base::Settings& settings,
                        const UpdateSourceList& sources, UpdateCheck& check, InstalledRows& shown,
                        RowWriter& rows)
       : log_(log),
         files_(files),
         settings_(settings),
-        registry_files_(registry_files),
         sources_(sources),
         check_(check),
         shown_(shown),
@@ -70,9 +68,8 @@ class InstalledWithUpdates {
   void CheckAllSources(CheckOfOneSource check, const Entries& installed, RowNumber& row);
 
   base::ErrorLog& log_;
-  const platform::Files& files_;
+  CatalogFiles& files_;
   const base::Settings& settings_;
-  const RegistryFiles& registry_files_;
   const UpdateSourceList& sources_;
   UpdateCheck& check_;
   InstalledRows& shown_;

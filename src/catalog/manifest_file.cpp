@@ -2,8 +2,6 @@
 
 #include "base/file_name.h"
 #include "base/text.h"
-#include "catalog/available_updates.h"
-#include "catalog/xml_file.h"
 
 namespace kitbay::catalog {
 
@@ -15,9 +13,8 @@ bool IsManifestName(const std::string& name) {
          lower != "updatepreference.xml";
 }
 
-bool TryLoadManifest(const platform::Files& files, const base::Settings& settings,
-                     const std::string& name, XmlDocument& document) {
-  return IsManifestName(name) && TryLoadXml(files, ManifestPath(settings, name), document);
+std::string ManifestPath(const base::Settings& settings, const std::string& manifest) {
+  return settings.InstallFolder + "\\Kitbay\\" + manifest;
 }
 
 }  // namespace kitbay::catalog

@@ -3,8 +3,6 @@
 #include <string>
 
 #include "base/settings.h"
-#include "catalog/xml_document.h"
-#include "platform/files.h"
 
 namespace kitbay::catalog {
 
@@ -12,9 +10,7 @@ namespace kitbay::catalog {
 /// in ".xml" and can mean none of the program's own files there.
 bool IsManifestName(const std::string& name);
 
-/// Loads the manifest of that name, to be read. False when the name is none of a manifest, or the
-/// file does not load.
-bool TryLoadManifest(const platform::Files& files, const base::Settings& settings,
-                     const std::string& name, XmlDocument& document);
+/// The file that the manifest of that name is kept in.
+std::string ManifestPath(const base::Settings& settings, const std::string& manifest);
 
 }  // namespace kitbay::catalog

@@ -6,7 +6,6 @@
 #include "base/guarded.h"
 #include "base/text.h"
 #include "catalog/entries.h"
-#include "catalog/manifest_file.h"
 #include "catalog/manifest_tables.h"
 #include "catalog/xml_file.h"
 
@@ -43,6 +42,7 @@ void NewComponentListing::funcShowChannels() {
 }
 
 void NewComponentListing::ListNew(ComponentKind kind, const char* source_procedure) {
+  const CatalogFiles::Refresh refresh(files_);
   const ManifestTable& table = kManifestTables[kind];
   found_[kind].clear();
   const Ids installed = InstalledIds(kind);
@@ -59,15 +59,13 @@ void NewComponentListing::ListNew(ComponentKind kind, const char* source_procedu
   rows_.ShowTab(kUpdatesBar, table.tab, !is_empty);
 }
 
-NewComponentListing::Ids NewComponentListing::InstalledIds(ComponentKind kind) const {
+NewComponentListing::Ids NewComponentListing::InstalledIds(ComponentKind kind) {
   const char* path = kManifestTables[kind].installed;
   Ids ids;
-  XmlDocument document;
-  if (registry_files_.TryLoadCustomRegistry(document)) {
-    AddIds(document, path, ids);
-  }
-  if (registry_files_.TryLoadDatastore(document)) {
-    AddIds(document, path, ids);
+  for (const XmlDocument* document : {files_.TryCustomRegistry(), files_.TryDatastore()}) {
+    if (document != nullptr) {
+      AddIds(*document, path, ids);
+    }
   }
   return ids;
 }
@@ -75,11 +73,11 @@ NewComponentListing::Ids NewComponentListing::InstalledIds(ComponentKind kind) c
 void NewComponentListing::ListOffers(ComponentKind kind, const std::string& manifest_name,
                                      const Ids& installed, RowNumber& row) {
   const ManifestTable& table = kManifestTables[kind];
-  XmlDocument manifest;
-  if (!TryLoadManifest(files_, settings_, manifest_name, manifest)) {
+  const XmlDocument* manifest = files_.TryManifest(manifest_name);
+  if (manifest == nullptr) {
     return;
   }
-  for (const pugi::xml_node& entry : Entries(manifest, table.entries)) {
+  for (const pugi::xml_node& entry : Entries(*manifest, table.entries)) {
     if (installed.contains(base::ToLower(FirstAttributeText(entry)))) {
       continue;
     }

@@ -5,9 +5,8 @@
 
 #include "base/component_kind.h"
 #include "base/error_log.h"
-#include "base/settings.h"
+#include "catalog/catalog_files.h"
 #include "catalog/new_components.h"
-#include "catalog/registry_files.h"
 #include "catalog/row_number.h"
 #include "catalog/row_writer.h"
 #include "catalog/update_source_list.h"
@@ -18,16 +17,9 @@ namespace kitbay::catalog {
 /// sources that offer the same component each get a row.
 class NewComponentListing {
  public:
-  NewComponentListing(base::ErrorLog& log, const platform::Files& files,
-                      const base::Settings& settings, const RegistryFiles& registry_files,
-                      const UpdateSourceList& sources, NewComponents& found, RowWriter& rows)
-      : log_(log),
-        files_(files),
-        settings_(settings),
-        registry_files_(registry_files),
-        sources_(sources),
-        found_(found),
-        rows_(rows) {}
+  NewComponentListing(base::ErrorLog& log, CatalogFiles& files, const UpdateSourceList& sources,
+                      NewComponents& found, RowWriter& rows)
+      : log_(log), files_(files), sources_(sources), found_(found), rows_(rows) {}
 
   /// Each fills its kind's list of new components. A manifest that does not load is passed over; an
   /// entry without one of its texts is logged and ends that manifest's rows.
@@ -39,14 +31,12 @@ class NewComponentListing {
   using Ids = std::unordered_set<std::string>;
 
   void ListNew(base::ComponentKind kind, const char* source_procedure);
-  Ids InstalledIds(base::ComponentKind kind) const;
+  Ids InstalledIds(base::ComponentKind kind);
   void ListOffers(base::ComponentKind kind, const std::string& manifest_name, const Ids& installed,
                   RowNumber& row);
 
   base::ErrorLog& log_;
-  const platform::Files& files_;
-  const base::Settings& settings_;
-  const RegistryFiles& registry_files_;
+  CatalogFiles& files_;
   const UpdateSourceList& sources_;
   NewComponents& found_;
   RowWriter& rows_;

@@ -97,9 +97,9 @@ void DatastoreRegistration::Enter(ComponentKind kind) {
   InstallSession& session = parts_.session;
   session.record = {};
   session.libraries.clear();
-  catalog::XmlDocument manifest;
-  const pugi::xml_node entry = FindManifestEntry(parts_.files, parts_.settings, parts_.sources,
-                                                 kind, session.package_name, manifest);
+  const catalog::CatalogFiles::Refresh refresh(parts_.manifests);
+  const pugi::xml_node entry =
+      FindManifestEntry(parts_.manifests, parts_.sources, kind, session.package_name);
   ComponentRecord record = ReadRecord(kind, entry);
   session.libraries = ReadLibraryList(kind, entry);
   session.record = std::move(record);

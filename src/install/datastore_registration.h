@@ -6,6 +6,7 @@
 #include "base/component_kind.h"
 #include "base/error_log.h"
 #include "base/settings.h"
+#include "catalog/catalog_files.h"
 #include "catalog/update_source_list.h"
 #include "catalog/xml_document.h"
 #include "install/install_session.h"
@@ -20,6 +21,7 @@ namespace kitbay::install {
 struct RegistrationParts {
   base::ErrorLog& log;
   platform::Files& files;
+  catalog::CatalogFiles& manifests;
   const base::Settings& settings;
   platform::Desktop& desktop;
   view::PageRows& rows;

@@ -6,7 +6,6 @@
 
 #include "base/failure.h"
 #include "base/text.h"
-#include "catalog/manifest_file.h"
 #include "catalog/xml_file.h"
 
 namespace kitbay::install {
@@ -86,15 +85,16 @@ std::string LoginOf(const pugi::xml_node& entry) {
 
 }  // namespace
 
-pugi::xml_node FindManifestEntry(const platform::Files& files, const base::Settings& settings,
+pugi::xml_node FindManifestEntry(catalog::CatalogFiles& files,
                                  const catalog::UpdateSourceList& sources, ComponentKind kind,
-                                 const std::string& id, catalog::XmlDocument& manifest) {
+                                 const std::string& id) {
   const std::string wanted = base::ToLower(id);
   for (const std::string& source : sources.UpdateSources) {
-    if (!catalog::TryLoadManifest(files, settings, base::AfterLastSlash(source), manifest)) {
+    const catalog::XmlDocument* manifest = files.TryManifest(base::AfterLastSlash(source));
+    if (manifest == nullptr) {
       continue;
     }
-    for (const auto& entry : catalog::SelectNodes(manifest, kEntryTables[kind].entries)) {
+    for (const auto& entry : catalog::SelectNodes(*manifest, kEntryTables[kind].entries)) {
       const pugi::xml_attribute entry_id = entry.node().attribute("id");
       if (entry_id && base::ToLower(entry_id.value()) == wanted) {
         return entry.node();

@@ -7,7 +7,6 @@
 #include "base/file_name.h"
 #include "base/guarded.h"
 #include "base/text.h"
-#include "catalog/manifest_file.h"
 #include "catalog/manifest_tables.h"
 #include "catalog/xml_file.h"
 #include "update/source_address.h"
@@ -128,13 +127,14 @@ void UpdateFlows::GetChannelInfo(Offer& offer) {
 // texts is no offer.
 void UpdateFlows::ReadOffer(ComponentKind kind, Offer& offer) {
   const std::string manifest_name = base::AfterLastSlash(parts_.sources.UpdateSources.front());
-  catalog::XmlDocument manifest;
-  if (!catalog::TryLoadManifest(parts_.files, parts_.settings, manifest_name, manifest)) {
+  const catalog::CatalogFiles::Refresh refresh(parts_.manifests);
+  const catalog::XmlDocument* manifest = parts_.manifests.TryManifest(manifest_name);
+  if (manifest == nullptr) {
     return;
   }
   const std::string name = base::ToLower(parts_.session.component_name);
   for (const pugi::xpath_node& selected :
-       catalog::SelectNodes(manifest, catalog::kManifestTables[kind].entries)) {
+       catalog::SelectNodes(*manifest, catalog::kManifestTables[kind].entries)) {
     const pugi::xml_node entry = selected.node();
     const std::string id = catalog::AttributeText(entry, "id");
     if (base::ToLower(id) == name) {

@@ -5,11 +5,11 @@
 #include "base/component_kind.h"
 #include "base/error_log.h"
 #include "base/settings.h"
+#include "catalog/catalog_files.h"
 #include "catalog/update_source_list.h"
 #include "install/clicked_row.h"
 #include "install/install_session.h"
 #include "install/main_client.h"
-#include "platform/files.h"
 #include "platform/main_window.h"
 #include "update/pending_packages.h"
 #include "update/update_requests.h"
@@ -23,7 +23,7 @@ namespace kitbay::install {
 struct UpdateParts {
   base::ErrorLog& log;
   const base::Settings& settings;
-  const platform::Files& files;
+  catalog::CatalogFiles& manifests;
   platform::MainWindow& window;
   const view::PageDocument& page;
   view::ViewState& state;

@@ -6,7 +6,6 @@
 #include "base/failure.h"
 #include "base/guarded.h"
 #include "base/text.h"
-#include "catalog/available_updates.h"
 #include "catalog/installed_tables.h"
 #include "catalog/manifest_file.h"
 #include "update/source_address.h"

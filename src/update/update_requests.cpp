@@ -4,7 +4,6 @@
 #include "base/file_name.h"
 #include "base/guarded.h"
 #include "base/text.h"
-#include "catalog/available_updates.h"
 #include "catalog/manifest_file.h"
 #include "catalog/manifest_tables.h"
 #include "update/source_address.h"

@@ -7,14 +7,14 @@ ComponentPage::ComponentPage(base::ErrorLog& log, const platform::Files& files,
                              const platform::VersionResource& version_resource,
                              platform::MainWindow& window)
     : rows(log, document, state),
-      registry_files(files, settings),
-      versions(log, settings, version_resource),
-      local(log, registry_files, versions, rows),
-      available(log, files, settings, versions, shown, rows),
-      installed(log, files, settings, registry_files, sources, available, shown, rows),
-      new_listing(log, files, settings, registry_files, sources, new_components, rows),
+      catalog_files(files, settings),
+      versions(log, settings, version_resource, catalog_files),
+      local(log, catalog_files, versions, rows),
+      available(log, catalog_files, versions, shown, rows),
+      installed(log, catalog_files, settings, sources, available, shown, rows),
+      new_listing(log, catalog_files, sources, new_components, rows),
       buttons(log, document, state, window),
       tabs(log, document, state, local, buttons),
-      categories(log, document, state, local, installed, new_listing, buttons) {}
+      categories({log, document, state, catalog_files, local, installed, new_listing, buttons}) {}
 
 }  // namespace kitbay::view

@@ -3,13 +3,13 @@
 #include "base/error_log.h"
 #include "base/settings.h"
 #include "catalog/available_updates.h"
+#include "catalog/catalog_files.h"
 #include "catalog/file_version.h"
 #include "catalog/installed_components.h"
 #include "catalog/installed_rows.h"
 #include "catalog/installed_with_updates.h"
 #include "catalog/new_component_listing.h"
 #include "catalog/new_components.h"
-#include "catalog/registry_files.h"
 #include "catalog/update_source_list.h"
 #include "platform/files.h"
 #include "platform/main_window.h"
@@ -35,7 +35,7 @@ struct ComponentPage {
   ViewState state;
   PageRows rows;
 
-  catalog::RegistryFiles registry_files;
+  catalog::CatalogFiles catalog_files;
   catalog::FileVersions versions;
   catalog::UpdateSourceList sources;
   catalog::InstalledRows shown;

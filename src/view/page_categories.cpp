@@ -72,6 +72,7 @@ void PageCategories::CarrySelectedTab() {
 
 void PageCategories::ShowInstalledCategory() {
   guarded(log_, "Kitbay::ShowInstalledCategory", [&] {
+    const catalog::CatalogFiles::Refresh refresh(files_);
     const bool is_switch = HasUpdatesBar();
     if (is_switch) {
       CarrySelectedTab();
@@ -98,6 +99,7 @@ void PageCategories::ShowUpdatedCategory() {
     if (Needed(page_.Element(kCategory)->ChildNode(kUpdatesControl))->Disabled()) {
       return;
     }
+    const catalog::CatalogFiles::Refresh refresh(files_);
     new_components_.funcShowUpdates();
     new_components_.funcShowTransports();
     new_components_.funcShowChannels();
@@ -189,6 +191,7 @@ void PageCategories::PressCategory(bool updates) {
 
 void PageCategories::ShowDetails() {
   guarded(log_, "Kitbay::ShowDetails", [&] {
+    const catalog::CatalogFiles::Refresh refresh(files_);
     ListInstalledChannels();
     buttons_.DisableStatus();
     ListInstalledTransports();

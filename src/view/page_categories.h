@@ -3,6 +3,7 @@
 #include <string>
 
 #include "base/error_log.h"
+#include "catalog/catalog_files.h"
 #include "catalog/installed_components.h"
 #include "catalog/installed_with_updates.h"
 #include "catalog/new_component_listing.h"
@@ -13,21 +14,32 @@
 
 namespace kitbay::view {
 
+/// What the switch of categories works with.
+struct CategoryParts {
+  base::ErrorLog& log;
+  const PageDocument& page;
+  ViewState& state;
+  catalog::CatalogFiles& files;
+  catalog::InstalledComponents& local;
+  catalog::InstalledWithUpdates& installed;
+  catalog::NewComponentListing& new_components;
+  PageButtons& buttons;
+};
+
 /// Switches the page between what is installed and what can be installed, and fills it once the
 /// update sources have answered. Every procedure logs its failure and leaves what it has shown and
-/// hidden so far.
+/// hidden so far. Each that fills lists reads every file once for all of them.
 class PageCategories {
  public:
-  PageCategories(base::ErrorLog& log, const PageDocument& page, ViewState& state,
-                 catalog::InstalledComponents& local, catalog::InstalledWithUpdates& installed,
-                 catalog::NewComponentListing& new_components, PageButtons& buttons)
-      : log_(log),
-        page_(page),
-        state_(state),
-        local_(local),
-        installed_(installed),
-        new_components_(new_components),
-        buttons_(buttons) {}
+  explicit PageCategories(const CategoryParts& parts)
+      : log_(parts.log),
+        page_(parts.page),
+        state_(parts.state),
+        files_(parts.files),
+        local_(parts.local),
+        installed_(parts.installed),
+        new_components_(parts.new_components),
+        buttons_(parts.buttons) {}
 
   /// Gives each tab image of the bar in `target` the picture that the one at its place in `source`
   /// has.
@@ -59,6 +71,7 @@ class PageCategories {
   base::ErrorLog& log_;
   const PageDocument& page_;
   ViewState& state_;
+  catalog::CatalogFiles& files_;
   catalog::InstalledComponents& local_;
   catalog::InstalledWithUpdates& installed_;
   catalog::NewComponentListing& new_components_;

@@ -91,10 +91,11 @@ class Rooms {
   view::PageRows rows_{log_, page_, state_};
   view::PageButtons buttons_{log_, page_, state_, window_};
   catalog::UpdateSourceList sources_;
+  catalog::CatalogFiles catalog_files_{files_, settings_};
   install::InstallSession session_;
   install::MainClient main_client_{log_, settings_, desktop_};
   install::DatastoreRegistration registration_{
-      {log_, files_, settings_, desktop_, rows_, buttons_, sources_, session_}};
+      {log_, files_, catalog_files_, settings_, desktop_, rows_, buttons_, sources_, session_}};
   install::Removal removal_{
       {log_, settings_, files_, page_, state_, rows_, main_client_, session_}};
 };

@@ -20,9 +20,9 @@ class Updates : public ManifestTest {
  protected:
   Updates() { sources_.UpdateSources = {"one.example/a.xml"}; }
 
-  AvailableUpdates available_{log_, files_, settings_, versions_, shown_, rows_};
-  InstalledWithUpdates installed_{log_,     files_,     settings_, registry_files_,
-                                  sources_, available_, shown_,    rows_};
+  AvailableUpdates available_{log_, catalog_files_, versions_, shown_, rows_};
+  InstalledWithUpdates installed_{log_,       catalog_files_, settings_, sources_,
+                                  available_, shown_,         rows_};
 };
 
 TEST_F(Updates, NewerAddonGetsAnUpdateRow) {

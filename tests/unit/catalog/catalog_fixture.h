@@ -5,7 +5,7 @@
 #include <string>
 
 #include "base/settings.h"
-#include "catalog/registry_files.h"
+#include "catalog/catalog_files.h"
 #include "fakes/memory_files.h"
 #include "fakes/recording_error_log.h"
 
@@ -33,7 +33,7 @@ class CatalogTest : public testing::Test {
   fakes::RecordingErrorLog log_;
   fakes::MemoryFiles files_;
   base::Settings settings_;
-  RegistryFiles registry_files_{files_, settings_};
+  CatalogFiles catalog_files_{files_, settings_};
 };
 
 /// Entries with everything that the listings read.

@@ -41,9 +41,9 @@ class InstalledListing : public CatalogTest {
   }
 
   fakes::FakeVersionResource resources_;
-  FileVersions versions_{log_, settings_, resources_};
+  FileVersions versions_{log_, settings_, resources_, catalog_files_};
   RecordingRowWriter rows_;
-  InstalledComponents installed_{log_, registry_files_, versions_, rows_};
+  InstalledComponents installed_{log_, catalog_files_, versions_, rows_};
 };
 
 TEST_F(InstalledListing, AddonsStandInDocumentOrderWithTheirVersions) {

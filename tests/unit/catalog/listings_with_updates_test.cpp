@@ -23,8 +23,7 @@ class ListingWithUpdates : public CatalogTest {
   InstalledRows shown_;
   RecordingUpdateCheck check_{shown_};
   RecordingRowWriter rows_;
-  InstalledWithUpdates installed_{log_,     files_, settings_, registry_files_,
-                                  sources_, check_, shown_,    rows_};
+  InstalledWithUpdates installed_{log_, catalog_files_, settings_, sources_, check_, shown_, rows_};
 };
 
 TEST_F(ListingWithUpdates, AddonsAskEachSourceInOrderAndCarryTheRowNumberOn) {

@@ -121,7 +121,7 @@ class LookupComparison : public ManifestTest {
 };
 
 TEST_F(LookupComparison, UpdateCheckGivesWhatANestedWalkGives) {
-  AvailableUpdates available(log_, files_, settings_, versions_, shown_, rows_);
+  AvailableUpdates available(log_, catalog_files_, versions_, shown_, rows_);
   std::size_t updates = 0;
   std::size_t failures = 0;
   for (int round = 0; round < 2000; ++round) {
@@ -150,7 +150,7 @@ TEST_F(LookupComparison, UpdateCheckGivesWhatANestedWalkGives) {
 TEST_F(LookupComparison, NewComponentsAreThoseThatANestedWalkGives) {
   sources_.UpdateSources = {"h/m.xml"};
   NewComponents found;
-  NewComponentListing listing(log_, files_, settings_, registry_files_, sources_, found, rows_);
+  NewComponentListing listing(log_, catalog_files_, sources_, found, rows_);
   std::size_t new_ones = 0;
   std::size_t failures = 0;
   for (int round = 0; round < 2000; ++round) {

@@ -34,7 +34,7 @@ class ManifestTest : public CatalogTest {
   static constexpr const char* kSubscript = "Subscript out of range";
 
   fakes::FakeVersionResource resources_;
-  FileVersions versions_{log_, settings_, resources_};
+  FileVersions versions_{log_, settings_, resources_, catalog_files_};
   RecordingRowWriter rows_;
   UpdateSourceList sources_;
   InstalledRows shown_;

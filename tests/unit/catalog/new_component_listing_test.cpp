@@ -39,7 +39,7 @@ class New : public ManifestTest {
   }
 
   NewComponents found_;
-  NewComponentListing new_{log_, files_, settings_, registry_files_, sources_, found_, rows_};
+  NewComponentListing new_{log_, catalog_files_, sources_, found_, rows_};
 };
 
 TEST_F(New, WithoutSourcesOnlyHeadingAndEmptyMarkupAreWrittenAndTheTabIsHidden) {
@@ -125,9 +125,9 @@ TEST_F(New, InstalledIdsOfBothFilesAreNotNewInAnyLetterCase) {
 TEST_F(New, OfferInOtherLettersCountsAsInstalledHereButNotInTheUpdateCheck) {
   SetDatastore(RegistryText(Addon("Chat", "Chat", "c.dll"), "", ""));
   SetManifest("a.xml", ManifestText(Offer("addon", "chat", "Chat", "9"), "", ""));
-  AvailableUpdates available(log_, files_, settings_, versions_, shown_, rows_);
-  InstalledWithUpdates installed(log_, files_, settings_, registry_files_, sources_, available,
-                                 shown_, rows_);
+  AvailableUpdates available(log_, catalog_files_, versions_, shown_, rows_);
+  InstalledWithUpdates installed(log_, catalog_files_, settings_, sources_, available, shown_,
+                                 rows_);
   installed.InstalledAddons();
   new_.funcShowUpdates();
   EXPECT_THAT(rows_.calls,

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "catalog/catalog_files.h"
 #include "catalog/update_source_list.h"
 #include "fakes/fake_html_document.h"
 #include "fakes/fake_main_window.h"
@@ -112,6 +113,7 @@ class FlowTest : public ::testing::Test {
   fakes::FakeMainWindow window_{""};
   fakes::RecordingDownloads downloads_;
   base::Settings settings_;
+  catalog::CatalogFiles catalog_files_{files_, settings_};
   std::shared_ptr<fakes::FakeHtmlDocument> html_ = std::make_shared<fakes::FakeHtmlDocument>(
       "<div id='installedaddons'></div><div id='installedtransports'></div>"
       "<div id='installedchannels'></div><div id='updatedaddons'></div>"

@@ -118,7 +118,7 @@ class InstallationTest : public FlowTest {
   PackageExpansion expansion_{log_, files_};
   SelfRegistration self_registration_{log_, settings_, libraries_, session_};
   DatastoreRegistration datastore_{
-      {log_, files_, settings_, desktop_, rows_, buttons_, sources_, session_}};
+      {log_, files_, catalog_files_, settings_, desktop_, rows_, buttons_, sources_, session_}};
   PackageInstallation installation_{{log_, settings_, files_, desktop_, state_, buttons_,
                                      expansion_, self_registration_, datastore_, main_client_,
                                      session_}};

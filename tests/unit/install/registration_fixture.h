@@ -31,7 +31,7 @@ class RegistrationTest : public FlowTest {
   std::string Markup(const std::string& id) const { return html_->ById(id)->InnerHtml(); }
 
   DatastoreRegistration registration_{
-      {log_, files_, settings_, desktop_, rows_, buttons_, sources_, session_}};
+      {log_, files_, catalog_files_, settings_, desktop_, rows_, buttons_, sources_, session_}};
 };
 
 /// The texts of a manifest entry's child elements, in the order of their names.

@@ -73,7 +73,7 @@ class Update : public FlowTest {
   }
 
   platform::HtmlNodeRef clicked_;
-  UpdateFlows flows_{{log_, settings_, files_, window_, page_, state_, buttons_, sources_,
+  UpdateFlows flows_{{log_, settings_, catalog_files_, window_, page_, state_, buttons_, sources_,
                       requests_, pending_packages_, main_client_, session_}};
 };
 

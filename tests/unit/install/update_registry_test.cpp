@@ -465,7 +465,7 @@ TEST_F(FailingUpdate, FailureAtAnyOperationOnTheCustomRegistryLeavesNoneOrTheEmp
     fakes::MemoryFiles files;
     files.AddFolder("C:\\Ana\\CustomData");
     DatastoreRegistration registration(
-        {log_, files, settings_, desktop_, rows_, buttons_, sources_, session_});
+        {log_, files, catalog_files_, settings_, desktop_, rows_, buttons_, sources_, session_});
     files.FailAt(nth, RuntimeError::kDiskFull);
     registration.updateRegistryForChannel();
     EXPECT_EQ(files.Bytes(kCustomRegistry),

@@ -3,6 +3,7 @@
 #include "two_bars_page.h"
 #include "unit/catalog/recording_row_writer.h"
 #include "view/page_categories.h"
+#include "view/page_ids.h"
 
 namespace kitbay::view {
 namespace {
@@ -10,6 +11,7 @@ namespace {
 using ::testing::Each;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
+using ::testing::UnorderedElementsAreArray;
 
 /// Notes among the rows when its status bar is asked for.
 class NotingWindow : public fakes::FakeMainWindow {
@@ -54,22 +56,41 @@ class CategoryLists : public PageTest {
   }
 
   catalog::RecordingRowWriter noted_rows_;
-  catalog::InstalledComponents noted_local_{log_, components_.registry_files, components_.versions,
+  catalog::InstalledComponents noted_local_{log_, components_.catalog_files, components_.versions,
                                             noted_rows_};
-  catalog::AvailableUpdates noted_available_{
-      log_, files_, settings_, components_.versions, components_.shown, noted_rows_};
+  catalog::AvailableUpdates noted_available_{log_, components_.catalog_files, components_.versions,
+                                             components_.shown, noted_rows_};
   catalog::InstalledWithUpdates noted_installed_{
-      log_,     files_,           settings_,         components_.registry_files,
-      sources_, noted_available_, components_.shown, noted_rows_};
-  catalog::NewComponentListing noted_new_{log_,       files_,
-                                          settings_,  components_.registry_files,
-                                          sources_,   components_.new_components,
-                                          noted_rows_};
+      log_,       components_.catalog_files, settings_,
+      sources_,   noted_available_,          components_.shown,
+      noted_rows_};
+  catalog::NewComponentListing noted_new_{log_, components_.catalog_files, sources_,
+                                          components_.new_components, noted_rows_};
   NotingWindow noting_window_{noted_rows_.calls};
   PageButtons noted_buttons_{log_, page_, state_, noting_window_};
-  PageCategories noted_{log_,       page_,         state_, noted_local_, noted_installed_,
-                        noted_new_, noted_buttons_};
+  PageCategories noted_{{log_, page_, state_, components_.catalog_files, noted_local_,
+                         noted_installed_, noted_new_, noted_buttons_}};
 };
+
+TEST_F(CategoryLists, OneRefreshReadsEachFileOnce) {
+  for (const char* name : {"second.xml", "third.xml"}) {
+    sources_.UpdateSources.push_back(std::string("updates.example/") + name);
+    files_.AddFile(std::string("C:\\Ovalink\\Kitbay\\") + name, kSmallManifest);
+  }
+  const std::vector<std::string> once = {
+      "Read C:\\Ovalink\\Datastore\\olregistry.xml", "Read C:\\Ovalink\\Kitbay\\list.xml",
+      "Read C:\\Ovalink\\Kitbay\\second.xml", "Read C:\\Ovalink\\Kitbay\\third.xml",
+      "Read C:\\Users\\Ana\\Ovalink\\CustomData\\CustomRegistry.xml"};
+  categories_.ShowDetails();
+  EXPECT_THAT(files_.operations(), UnorderedElementsAreArray(once));
+  At(kCategory)->ChildNode(kUpdatesControl)->SetDisabled(false);
+  std::size_t before = files_.operation_count();
+  categories_.ShowInstalledCategory();
+  EXPECT_EQ(files_.operation_count() - before, once.size());
+  before = files_.operation_count();
+  categories_.ShowUpdatedCategory();
+  EXPECT_EQ(files_.operation_count() - before, once.size());
+}
 
 TEST_F(CategoryLists, WhileTheListsAreNotCurrentTheInstalledCategoryListsWhatIsLocal) {
   OfferManifest("");

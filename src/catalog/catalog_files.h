@@ -1,0 +1,65 @@
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+#include <unordered_map>
+
+#include "base/failure.h"
+#include "base/settings.h"
+#include "catalog/xml_document.h"
+#include "platform/files.h"
+
+namespace kitbay::catalog {
+
+/// The files that the lists are made from: the suite's two registry files and the manifests of the
+/// update sources. While a `Refresh` lasts each of them is read once, and what went wrong with one
+/// is kept as well, so that every listing that needs the file reports it. The documents live until
+/// the refresh ends; outside of one nothing may be asked.
+class CatalogFiles {
+ public:
+  CatalogFiles(const platform::Files& files, const base::Settings& settings)
+      : files_(files), settings_(settings) {}
+
+  /// One look at the files. Refreshes nest; what was read goes with the outermost.
+  class Refresh {
+   public:
+    explicit Refresh(CatalogFiles& files) : files_(files) { ++files_.refreshes_; }
+    ~Refresh();
+    Refresh(const Refresh&) = delete;
+    Refresh& operator=(const Refresh&) = delete;
+
+   private:
+    CatalogFiles& files_;
+  };
+
+  /// The datastore. Throws the `base::Failure` with which it did not load.
+  const XmlDocument& Datastore();
+
+  /// Each is null where the file does not load.
+  const XmlDocument* TryDatastore();
+  const XmlDocument* TryCustomRegistry();
+  const XmlDocument* TryFile(const std::string& path);
+
+  /// The manifest of that file name; null as well where a manifest may not have the name.
+  const XmlDocument* TryManifest(const std::string& name);
+
+  /// The versions of libraries that the refresh has read so far, by path.
+  std::unordered_map<std::string, std::string>& versions() { return versions_; }
+
+ private:
+  struct File {
+    XmlDocument document;
+    std::optional<base::Failure> failure;
+  };
+
+  const File& Load(const std::string& path);
+
+  const platform::Files& files_;
+  const base::Settings& settings_;
+  int refreshes_ = 0;
+  std::map<std::string, File> read_;  // by path in lower case
+  std::unordered_map<std::string, std::string> versions_;
+};
+
+}  // namespace kitbay::catalog
