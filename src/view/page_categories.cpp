@@ -185,7 +185,11 @@ void PageCategories::PressCategory(bool updates) {
   const HtmlNodeRef pressed = page_.Element(updates ? kUpdateControl : kInstalledControl);
   const HtmlNodeRef raised = page_.Element(updates ? kInstalledControl : kUpdateControl);
   pressed->SetStyle("border", "2px inset");
+  pressed->SetStyle("background", "Window");
+  pressed->SetStyle("fontWeight", "bold");
   raised->SetStyle("border", "2px outset");
+  raised->SetStyle("background", "");
+  raised->SetStyle("fontWeight", "");
   state_.updates_category = updates;
 }
 

@@ -2,11 +2,13 @@ import { EventEmitter } from 'node:events';
 import { contentSecurityPolicy, kDefaultFlags, mayRefresh, refusal, scriptsRun } from './download_control.mjs';
 import { DevToolsError } from './devtools_pipe.mjs';
 import { contentTypeOf, toUrl, toWindowsPath } from './local_files.mjs';
+import { quirksSheet } from './quirks_sheet.mjs';
 import { kBindingName, kWorldName, pageScript } from './page_script.mjs';
 
 const kDisconnected = JSON.stringify({ e: 0x80010108, d: 'The document is gone' });
 const kLoadLimitMs = 20000;
 const kFileMissing = 404;
+const kQuirksMode = 5;
 
 /**
  * The one page of the browser. Emits
@@ -189,15 +191,18 @@ export class BrowserPage extends EventEmitter {
   async #answerResource(requestId, url, resourceType) {
     const file = toWindowsPath(url);
     const reason = refusal(this.#flags, resourceType, file !== undefined);
-    if (reason === undefined) await this.#fulfil(requestId, url, file);
+    if (reason === undefined) await this.#fulfil(requestId, url, file, resourceType);
     else await this.#refuse(requestId, url, reason);
   }
 
-  async #fulfil(requestId, url, file) {
-    const content = await this.#files.read(file);
+  async #fulfil(requestId, url, file, resourceType) {
+    let content = await this.#files.read(file);
     if (content === undefined) {
       await this.#refuse(requestId, url, 'no such file');
       return false;
+    }
+    if (resourceType === 'Stylesheet' && (await this.evaluate('standin.documentMode()')) === kQuirksMode) {
+      content = Buffer.from(quirksSheet(content.toString('utf8')));
     }
     this.requests.push({ url, refused: false });
     await this.send('Fetch.fulfillRequest', {

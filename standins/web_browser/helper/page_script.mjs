@@ -1,6 +1,10 @@
 import fs from 'node:fs';
+import { createRequire } from 'node:module';
+import { kStandardColors } from './system_colors.mjs';
 
-const kParts = ['shims.js', 'events.js', 'dispatch.js', 'waiting.js'];
+const kParts = ['quirks_css.js', 'quirks_page.js', 'shims.js', 'events.js', 'dispatch.js', 'waiting.js'];
+const kParser = createRequire(import.meta.url).resolve('css-tree/dist/csstree');
+const read = (name) => fs.readFileSync(new URL(`page/${name}`, import.meta.url), 'utf8');
 
 /** Name of the isolated world in which the page side runs: page scripts neither see nor stop it. */
 export const kWorldName = 'webBrowserHost';
@@ -9,12 +13,14 @@ export const kBindingName = 'tellHost';
 
 /** The page side as one script for every new document; frames below the top stay without it. */
 export function pageScript() {
-  const parts = kParts.map((part) => fs.readFileSync(new URL(`page/${part}`, import.meta.url), 'utf8'));
+  const parts = [fs.readFileSync(kParser, 'utf8'), ...kParts.map(read)];
   return `(() => { 'use strict';
     if (window !== window.top) return;
+    const kEngineSheet = ${JSON.stringify(read('quirks.css'))};
+    const kStandardColors = ${JSON.stringify(kStandardColors)};
     ${parts.join('\n')}
     globalThis.standin = {
-      answer, leavesByTab, waitUntil, drawn, forget: (number) => events.forget(number),
+      answer, documentMode, leavesByTab, quirksSheet, quirksStyle, waitUntil, drawn, forget: (number) => events.forget(number),
     };
   })();`;
 }

@@ -27,6 +27,12 @@ class CategorySwitch : public PageTest {
 
   void ClickTab(const std::string& bar, int place) { document_->Click(At(bar)->Child(place)); }
 
+  /// What tells a pressed control from a raised one.
+  std::vector<std::string> Look(const std::string& control) const {
+    return {At(control)->Style("border"), At(control)->Style("background"),
+            At(control)->Style("fontWeight")};
+  }
+
   /// The display of a category's holder and of its bar.
   std::vector<std::string> BarDisplays(const std::string& holder, const std::string& bar) const {
     return {Display(holder), Display(bar)};
@@ -63,11 +69,11 @@ TEST_F(CategorySwitch, TheInstalledControlShowsTheInstalledAndTheirBarAlone) {
 
 TEST_F(CategorySwitch, TheControlOfTheShownCategoryIsPressedAndTheOtherRaised) {
   document_->Click(At("update"));
-  EXPECT_EQ(At("update")->Style("border"), "2px inset");
-  EXPECT_EQ(At("installed")->Style("border"), "2px outset");
+  EXPECT_THAT(Look("update"), ElementsAre("2px inset", "Window", "bold"));
+  EXPECT_THAT(Look("installed"), ElementsAre("2px outset", "", ""));
   document_->Click(At("installed"));
-  EXPECT_EQ(At("installed")->Style("border"), "2px inset");
-  EXPECT_EQ(At("update")->Style("border"), "2px outset");
+  EXPECT_THAT(Look("installed"), ElementsAre("2px inset", "Window", "bold"));
+  EXPECT_THAT(Look("update"), ElementsAre("2px outset", "", ""));
 }
 
 TEST_F(CategorySwitch, TheKindSelectedUnderInstalledIsTheOneThatUpdatesOpensOn) {
@@ -217,9 +223,10 @@ TEST_F(CategorySwitch, showInstalledSetsItsElementsInOrder) {
                                           "itabencloser",   "updatedaddons", "updatedtransports",
                                           "updatedchannels"};
   const std::vector<std::string> wanted = {"", "none", "none", "", "none", "none", "none"};
-  // Without a datastore no list is written; the two controls are set before.
+  // Without a datastore no list is written; three styles of each of the two controls are set
+  // before.
   files_ = fakes::MemoryFiles();
-  constexpr int kControls = 2;
+  constexpr int kControls = 6;
   for (std::size_t failing = 0; failing < order.size(); ++failing) {
     for (const std::string& id : order) At(id)->SetStyle("display", "block");
     log_.entries.clear();

@@ -40,9 +40,11 @@ class PageFile : public PageTest {
   PageEvents events_{log_, page_, state_, tabs_, categories_, buttons_, commands_};
 };
 
-TEST_F(PageFile, IsInQuirksModeAndHasNoScript) {
+// A mode from 9 on would make no element from a start tag.
+TEST_F(PageFile, NamesItsDocumentModeBeforeAllElseAndHasNoScript) {
   const std::string markup = base::ToLower(PageMarkup());
-  EXPECT_THAT(markup, StartsWith("<html>"));
+  EXPECT_THAT(markup, StartsWith("<html lang=\"en\">\n<head>\n"
+                                 "<meta http-equiv=\"x-ua-compatible\" content=\"ie=5\">\n"));
   EXPECT_THAT(markup, Not(HasSubstr("<!doctype")));
   EXPECT_THAT(markup, Not(HasSubstr("<script")));
 }

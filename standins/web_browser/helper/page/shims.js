@@ -41,12 +41,13 @@ function define(prototype, name, descriptor) {
   Object.defineProperty(prototype, name, { configurable: true, enumerable: true, ...descriptor });
 }
 
+const kModeOfTagNamesOnly = 9;
 const nativeCreateElement = Document.prototype.createElement;
 define(Document.prototype, 'createElement', {
-  /** Takes a tag name or a whole start tag with its attributes. */
+  /** Takes a tag name; before mode 9 also a whole start tag with its attributes. */
   value(tag) {
     const text = String(tag);
-    if (!text.trimStart().startsWith('<')) return nativeCreateElement.call(this, text);
+    if (this.documentMode >= kModeOfTagNamesOnly || !text.trimStart().startsWith('<')) return nativeCreateElement.call(this, text);
     // Parsed below an element of this document: a template's document would not be in quirks mode.
     const holder = nativeCreateElement.call(this, 'div');
     holder.innerHTML = text;
@@ -67,6 +68,8 @@ define(Document.prototype, 'getElementsByName', {
         (element) => element.id === wanted || element.getAttribute('name') === wanted));
   },
 });
+
+define(Document.prototype, 'documentMode', { get: documentMode });
 
 define(Document.prototype, 'parentWindow', {
   get() {

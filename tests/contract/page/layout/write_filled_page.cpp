@@ -1,0 +1,82 @@
+// Writes the body of the program's page to standard output, with rows in all six lists: short and
+// long names, versions and descriptions, with and without buttons.
+
+#include <cstdint>
+#include <cstdio>
+#include <fstream>
+#include <iterator>
+#include <memory>
+#include <string>
+
+#include "catalog/installed_tables.h"
+#include "catalog/manifest_tables.h"
+#include "fakes/fake_html_document.h"
+#include "fakes/fake_main_window.h"
+#include "fakes/fake_version_resource.h"
+#include "fakes/memory_files.h"
+#include "fakes/recording_error_log.h"
+#include "view/component_page.h"
+
+namespace {
+
+constexpr const char* kNames[] = {
+    "Notes",
+    "A name that goes on and on, longer than anybody would want to read in one row of a list",
+    "Donaudampfschifffahrtselektrizitaetenhauptbetriebswerkbauunterbeamtengesellschaft",
+    "Sternenhimmel \xC3\xBC"
+    "ber \xC3\x85lesund",
+};
+constexpr const char* kVersions[] = {"1.0", "N/A", "65535.65535.65535.65535", "1.2.-25536.0"};
+constexpr const char* kDescriptions[] = {
+    "",
+    "Keeps short notes.",
+    "Translates a message before you send it and shows answers in your own language beside the "
+    "original. Comes with dictionaries for English, German, French and Polish; further ones are "
+    "found "
+    "among the updates, where Rindfleischetikettierungsueberwachungsaufgabenuebertragungsgesetz is "
+    "one "
+    "of the words that they know.",
+};
+constexpr std::int16_t kRows = 8;
+
+void FillLists(kitbay::view::PageRows& rows) {
+  rows.AddImageTab("imgtab", kitbay::catalog::kInstalledBarMarkup);
+  rows.AddImageTab("imgtab1", kitbay::catalog::kUpdatesBarMarkup);
+  for (const char* list : {"installedaddons", "installedtransports", "installedchannels"}) {
+    rows.FillDivHeader(list, "itabencloser", "Currently Installed  Components");
+  }
+  for (const char* list : {"updatedaddons", "updatedtransports", "updatedchannels"}) {
+    rows.FillDivHeader(list, "tabencloser", "Components available right now");
+  }
+  for (std::int16_t row = 1; row <= kRows; ++row) {
+    const std::string name = kNames[row % std::size(kNames)];
+    const std::string version = kVersions[row / 2 % std::size(kVersions)];
+    const std::string text = kDescriptions[row % std::size(kDescriptions)];
+    rows.fillDivWithUpdates("installedaddons", name, version, text, row, row % 4 == 0, false);
+    rows.fillDivWithUpdates("installedtransports", name, version, text, row, false, row % 2 == 0);
+    rows.fillDiv("installedchannels", name, version, text, row, row % 3 == 0);
+    for (const char* list : {"updatedaddons", "updatedtransports", "updatedchannels"}) {
+      rows.showUpdates(list, name, version, text, row);
+    }
+  }
+}
+
+}  // namespace
+
+int main() {
+  std::ifstream file(KITBAY_PAGE_FILE, std::ios::binary);
+  const std::string markup{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+  const auto document = std::make_shared<kitbay::fakes::FakeHtmlDocument>(markup);
+
+  kitbay::fakes::RecordingErrorLog log;
+  const kitbay::fakes::MemoryFiles files;
+  const kitbay::base::Settings settings;
+  const kitbay::fakes::FakeVersionResource versions;
+  kitbay::fakes::FakeMainWindow window{""};
+  kitbay::view::ComponentPage page{log, files, settings, versions, window};
+  page.document.Connect(document);
+  FillLists(page.rows);
+
+  std::fputs(document->ById("category")->ParentElement()->InnerHtml().c_str(), stdout);
+  return log.entries.empty() ? 0 : 1;
+}
