@@ -11,21 +11,36 @@ release_tree() { exec 8>&-; }
 
 say() { echo "[kitbay] $*"; }
 
-# step NAME COMMAND...: runs a command with its output in build/log/, tells how long it took, and
-# shows what matters of the output where it failed.
+# Every step that ran: its name, the seconds that it took, and those of processor time.
+steps=build/log/steps.tsv
+: >"$steps"
+
+# step NAME COMMAND...: runs a program with its output in build/log/, tells how long it took on the
+# clock and in processor time, and shows what matters of the output where it failed.
 step() {
-  local name=$1 log=build/log/${1//[^a-zA-Z0-9_-]/_}.log start=$SECONDS code=0
+  local name=$1 log=build/log/${1//[^a-zA-Z0-9_-]/_}.log code=0 seconds cpu
   shift
-  "$@" >"$log" 2>&1 </dev/null 8>&- || code=$?
+  tools/measure "$name" "$log" "$@" 8>&- || code=$?
+  read -r seconds cpu <"$log.times"
+  printf '%s\t%s\t%s\n' "$name" "$seconds" "$cpu" >>"$steps"
   if [ $code -eq 0 ]; then
-    say "$name: $((SECONDS - start)) s"
+    say "$name: $seconds s (processor: $cpu s)"
   else
-    say "$name: FAILED after $((SECONDS - start)) s (exit code $code); from $log:"
+    say "$name: FAILED after $seconds s (exit code $code); from $log:"
     grep -E 'error:|CMake Error|undefined reference|^FAILED|\*\*\*' "$log" | cut -c 1-300 | head -n 40
     echo '…'
     tail -n 25 "$log" | cut -c 1-300
   fi
   return $code
+}
+
+# print_steps SECONDS: the steps as a table, with the sum of their processor time, and how long all of
+# it took.
+print_steps() {
+  awk -F '\t' -v seconds="$1" '
+    BEGIN { row = "%-40s %8s %14s\n"; printf row, "step", "seconds", "processor" }
+    { printf row, $1, $2, $3; cpu += $3 }
+    END { printf row, "in all", seconds, cpu }' "$steps"
 }
 
 # build_preset PRESET TARGET...: configures once and when the presets change; all other changes are
