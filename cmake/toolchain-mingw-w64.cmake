@@ -1,5 +1,8 @@
-# What both Windows toolchains share; each sets KITBAY_TRIPLET and CMAKE_SYSTEM_PROCESSOR first.
+# What both Windows toolchains share; each sets KITBAY_TRIPLET, CMAKE_SYSTEM_PROCESSOR and KITBAY_BITS
+# first.
 set(CMAKE_SYSTEM_NAME Windows)
+set(CMAKE_CROSSCOMPILING_EMULATOR env KITBAY_BITS=${KITBAY_BITS}
+                                  "${CMAKE_CURRENT_LIST_DIR}/../tools/wine_run")
 
 # The posix thread model is named: it is the one that has std::thread and std::mutex.
 set(CMAKE_C_COMPILER ${KITBAY_TRIPLET}-gcc-posix)

@@ -7,6 +7,7 @@ import path from 'node:path';
 import { createInterface } from 'node:readline';
 import { UpdateSource } from '../../standins/update_source/server.mjs';
 import { downloadClient, prefixFolder, root } from '../../tests/e2e/harness.mjs';
+import { windowsBuild } from '../../tools/windows_build.mjs';
 
 const kGoal = 0.9;
 const kBytes = 200 * 1000 * 1000;
@@ -28,7 +29,7 @@ const clients = {
   'the HTTP client alone': {
     file: null,
     command: path.join(root, 'tools/wine_run'),
-    words: [process.env.KITBAY_BARE_TRANSFER ?? path.join(root, 'build/win64/bench/download/bare_transfer.exe'),
+    words: [process.env.KITBAY_BARE_TRANSFER ?? path.join(windowsBuild, 'bench/download/bare_transfer.exe'),
       String(source.port), kFile],
     last: /done/,
   },

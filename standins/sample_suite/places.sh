@@ -3,13 +3,40 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 source "$root/tools/wine_environment.sh"
 
 drive_c=$WINEPREFIX/drive_c
-uninstall_key='SOFTWARE\Microsoft\Windows\CurrentVersion\Uninstall\Tessel'
+uninstall_key='Microsoft\Windows\CurrentVersion\Uninstall\Tessel'
 shell_folders_key='Software\Microsoft\Windows\CurrentVersion\Explorer\Shell Folders'
 # Names the installation folder below drive C that lay_out made, so that nothing else is ever removed.
 laid_out=$WINEPREFIX/.sample_suite
 
 # The Windows form of a folder below drive C.
 windows_path() { echo "C:\\${1//\//\\}"; }
+
+# program_bits PROGRAM: 32 or 64, by the machine that the header of a Windows program names.
+program_bits() {
+  local header machine
+  header=$(od -An -t u4 -j 60 -N 4 "$1")
+  machine=$(od -An -t x2 -j $((header + 4)) -N 2 "$1")
+  case $machine in
+  *014c) echo 32 ;;
+  *8664) echo 64 ;;
+  *) echo "$1 is for machine$machine" >&2 && return 1 ;;
+  esac
+}
+
+# uninstall_key_for BITS: where programs of that bitness find the uninstall entry. 32-bit ones have a view
+# of their own on a 64-bit Windows.
+uninstall_key_for() {
+  if [[ $1 == 32 && $KITBAY_BITS == 64 ]]; then
+    echo "SOFTWARE\\Wow6432Node\\$uninstall_key"
+  else
+    echo "SOFTWARE\\$uninstall_key"
+  fi
+}
+
+# Takes the uninstall entry back, wherever it is, as lines of a registry file.
+forget_uninstall_entry() {
+  printf '[-HKEY_LOCAL_MACHINE\\SOFTWARE\\%s]\n\n' "$uninstall_key" "Wow6432Node\\$uninstall_key"
+}
 
 # The user's application data folder as the registry has it; empty when it has none.
 registered_app_data() {

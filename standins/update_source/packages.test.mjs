@@ -1,4 +1,4 @@
-// Holds the manifests to the packages of the Windows build (build/win64, or KITBAY_UPDATE_PACKAGES).
+// Holds the manifests to the packages of the Windows build (that of KITBAY_BITS, or KITBAY_UPDATE_PACKAGES).
 import assert from 'node:assert/strict';
 import { after, before, test } from 'node:test';
 import { inflateRawSync } from 'node:zlib';

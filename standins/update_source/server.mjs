@@ -11,12 +11,13 @@ import path from 'node:path';
 import { fileURLToPath } from 'node:url';
 import { parseArgs } from 'node:util';
 import { Certificates } from './certificates.mjs';
+import { windowsBuild } from '../../tools/windows_build.mjs';
 import { misbehaviours } from './misbehaviours.mjs';
 
 const here = path.dirname(fileURLToPath(import.meta.url));
 const root = path.join(here, '../..');
 export const kPackageFolder =
-  process.env.KITBAY_UPDATE_PACKAGES ?? path.join(root, 'build/win64/standins/update_source/packages');
+  process.env.KITBAY_UPDATE_PACKAGES ?? path.join(windowsBuild, 'standins/update_source/packages');
 export const kCertificateFolder = path.join(root, 'build/update_source_certificates');
 
 const kLoopback = '127.0.0.1';

@@ -9,21 +9,19 @@ import { promisify } from 'node:util';
 import { fileURLToPath } from 'node:url';
 import { UpdateSource } from '../../standins/update_source/server.mjs';
 import { PageInspector } from '../../standins/web_browser/helper/inspect_client.mjs';
+import { windowsBuild, winePrefix } from '../../tools/windows_build.mjs';
 import { canonicalXml } from './xml.mjs';
 
 const run = promisify(execFile);
 export const root = fileURLToPath(new URL('../..', import.meta.url)).replace(/\/$/, '');
-export const buildFolder = path.join(root, 'build/win64');
+export const buildFolder = windowsBuild;
 const probeProgram = path.join(buildFolder, 'tests/e2e/probe/e2e_probe.exe');
-const prefix = process.env.WINEPREFIX?.startsWith(`${root}/build/`)
-  ? process.env.WINEPREFIX
-  : path.join(root, 'build/wine');
-const environment = { ...process.env, WINEPREFIX: prefix };
-export const prefixFolder = prefix;
+export const prefixFolder = winePrefix;
+const environment = { ...process.env, WINEPREFIX: prefixFolder };
 export const downloadClient =
   process.env.KITBAY_DOWNLOAD_CLIENT ?? path.join(buildFolder, 'tests/e2e/download_client/download_client.exe');
 
-const driveC = path.join(prefix, 'drive_c');
+const driveC = path.join(prefixFolder, 'drive_c');
 const suiteFolder = 'Program Files/Ovalink';
 const uninstallKey = 'HKLM\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall';
 

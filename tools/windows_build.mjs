@@ -1,0 +1,17 @@
+// Which Windows is under test: KITBAY_BITS says so, and WINEPREFIX, as in tools/wine_environment.sh.
+import path from 'node:path';
+import { fileURLToPath } from 'node:url';
+
+const build = fileURLToPath(new URL('../build', import.meta.url));
+
+/** "32" or "64". */
+export const bits = process.env.KITBAY_BITS ?? '64';
+if (!['32', '64'].includes(bits)) throw new Error(`KITBAY_BITS is ${bits}; it has to be 32 or 64`);
+
+/** What was built for it. */
+export const windowsBuild = path.join(build, `win${bits}`);
+
+/** The Wine prefix that its programs run in. */
+export const winePrefix = process.env.WINEPREFIX?.startsWith(`${build}/`)
+  ? process.env.WINEPREFIX
+  : path.join(build, bits === '32' ? 'wine32' : 'wine');
