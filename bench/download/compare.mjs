@@ -41,7 +41,7 @@ const clients = {
   },
 };
 
-/** Fetches the file anew and gives the milliseconds that it took. */
+/** Fetches the file again and returns how many milliseconds it took. */
 async function fetchOnce({ file, command, words, last }) {
   if (file) fs.rmSync(file, { force: true });
   source.requests.length = 0;

@@ -13,11 +13,11 @@ constexpr std::array<std::string_view, 6> kDevices = {"con", "prn",    "aux",
                                                       "nul", "conin$", "conout$"};
 constexpr std::array<std::string_view, 2> kNumberedDevices = {"com", "lpt"};
 
-// The digits that number a device; the raised ones count as well.
+// The digits that number a device; superscript ones count too.
 constexpr std::array<std::string_view, 13> kDigits = {
     "0", "1", "2", "3", "4", "5", "6", "7", "8", "9", "\u00B9", "\u00B2", "\u00B3"};
 
-// A device is meant whatever extension follows its name.
+// A device's name means the device whatever extension follows it.
 bool NamesDevice(const std::string& name) {
   const std::string stem = Trim(ToLower(name.substr(0, name.find('.'))));
   const auto is_first_part = [&](std::string_view device) { return stem.starts_with(device); };

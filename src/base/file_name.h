@@ -4,8 +4,8 @@
 
 namespace kitbay::base {
 
-/// Whether `name` names a file in a folder and can lead nowhere else: no separator, no drive or
-/// stream, no device, no control character, no blank or full stop at its end.
+/// Whether `name` can only name a file in the folder at hand: it has no separator, drive, stream,
+/// device or control character, and no blank or full stop at its end.
 bool IsPlainFileName(const std::string& name);
 
 }  // namespace kitbay::base

@@ -4,9 +4,9 @@
 
 namespace kitbay::base {
 
-/// What the whole program knows about the suite that it serves. Folders are UTF-8 and end without
-/// a separator, but for `InstallFolder` after a transport was installed; they are filled while the
-/// main window loads.
+/// What the whole program knows about the suite that it serves, filled in while the main window
+/// loads. Folders are UTF-8 and end without a separator, except `InstallFolder` after a transport
+/// was installed.
 struct Settings {
   std::string MainAppExe;        ///< file name of the main client's executable
   std::string MainAppName;       ///< display name of the main client

@@ -5,7 +5,7 @@
 namespace kitbay::base {
 namespace {
 
-/// How many bytes the character takes whose first byte is `first`; 0 for none.
+/// The length in bytes of a character that begins with `first`; 0 if none does.
 std::size_t CharacterLength(unsigned char first) {
   if (first < 0x80) {
     return 1;
@@ -16,7 +16,7 @@ std::size_t CharacterLength(unsigned char first) {
   return first < 0xE0 ? 2 : (first < 0xF0 ? 3 : 4);
 }
 
-/// Whether `character`, one byte that begins one and those that follow, is spelled as it must be.
+/// Whether `character`, a first byte and its continuation, is the one valid spelling.
 bool IsCharacter(std::string_view character) {
   const auto is_trail = [](char byte) {
     return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80;

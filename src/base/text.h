@@ -5,14 +5,13 @@
 
 namespace kitbay::base {
 
-/// `text` with the letters A to Z as small letters; other UTF-8 bytes stay.
+/// `text` with A to Z in lower case; all other bytes of the UTF-8 text stay.
 std::string ToLower(std::string_view text);
 
 /// `text` without blanks at either end. Only the blank itself counts, not tabs or line ends.
 std::string Trim(std::string_view text);
 
-/// Whether `text` is UTF-8: no byte out of place, no spelling longer than needed, no surrogate and
-/// nothing past U+10FFFF.
+/// Whether `text` is valid UTF-8: no stray byte, overlong form or surrogate, nothing past U+10FFFF.
 bool IsUtf8(std::string_view text);
 
 /// What follows the last "/" of `text`, or all of it when there is none.

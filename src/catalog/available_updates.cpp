@@ -104,7 +104,7 @@ void AvailableUpdates::CheckEntries(ComponentKind kind, const Entries& installed
     return;
   }
   shown_.is_answered = true;
-  // The heading of the channels stands above all sources' rows and is written once, by the caller.
+  // The channels' heading stands above the rows of all sources; the caller has written it.
   if (kind != ComponentKind::kChannel) {
     const InstalledTable& table = kInstalledTables[kind];
     rows_.FillDivHeader(table.container, kInstalledBar, table.heading);

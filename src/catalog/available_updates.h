@@ -17,9 +17,9 @@
 namespace kitbay::catalog {
 
 /// Writes the rows of installed components, with an Update button where a manifest offers a newer
-/// version. Ids are compared letter for letter; the first entry of an id in a manifest counts.
+/// version. Ids must be equal, letter case included; a manifest's first entry of an id counts.
 ///
-/// A manifest that does not load is passed over. An offered version with fewer parts than the
+/// A manifest that does not load is skipped. An offered version with fewer parts than the
 /// installed one, or an entry without one of its texts, is logged and ends that manifest's rows.
 class AvailableUpdates : public UpdateCheck {
  public:

@@ -13,15 +13,15 @@
 namespace kitbay::catalog {
 
 /// The files that the lists are made from: the suite's two registry files and the manifests of the
-/// update sources. While a `Refresh` lasts each of them is read once, and what went wrong with one
-/// is kept as well, so that every listing that needs the file reports it. The documents live until
-/// the refresh ends; outside of one nothing may be asked.
+/// update sources. During a `Refresh` each is read once. A failure to read one is kept too, so that
+/// every listing that needs the file reports it. Documents live until the refresh ends; all calls
+/// must be made within one.
 class CatalogFiles {
  public:
   CatalogFiles(const platform::Files& files, const base::Settings& settings)
       : files_(files), settings_(settings) {}
 
-  /// One look at the files. Refreshes nest; what was read goes with the outermost.
+  /// One look at the files. Refreshes nest; the outermost forgets what was read.
   class Refresh {
    public:
     explicit Refresh(CatalogFiles& files) : files_(files) { ++files_.refreshes_; }
@@ -41,7 +41,7 @@ class CatalogFiles {
   const XmlDocument* TryCustomRegistry();
   const XmlDocument* TryFile(const std::string& path);
 
-  /// The manifest of that file name; null as well where a manifest may not have the name.
+  /// The manifest of that file name; null too if no manifest may have the name.
   const XmlDocument* TryManifest(const std::string& name);
 
   /// The versions of libraries that the refresh has read so far, by path.

@@ -11,9 +11,8 @@ namespace kitbay::catalog {
 /// The elements that a path "list//name" selects from a document, in document order: those of that
 /// name at any depth below the elements of the list's path.
 ///
-/// They are found one after the other while they are walked through, so that each element and what
-/// stands in it is read while it is at hand; a set of all of them would have to be gone through
-/// again. The document must outlive the walk.
+/// The walk finds them one by one, so each is read while it is in the cache; collecting them first
+/// would take a second pass. The document must outlive the walk.
 class Entries {
  public:
   class Iterator {
@@ -49,8 +48,8 @@ class Entries {
   std::string name_;
 };
 
-/// The node after `node` in document order below `top`; none after the last. Nothing here is
-/// recursive: a file may nest as deep as it is long.
+/// The node after `node` in document order below `top`; none after the last. Not recursive: a file
+/// may nest as deep as it is long.
 pugi::xml_node NextBelow(const pugi::xml_node& top, pugi::xml_node node);
 
 }  // namespace kitbay::catalog

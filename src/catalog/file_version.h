@@ -9,7 +9,7 @@
 
 namespace kitbay::catalog {
 
-/// The version that stands for a library whose version cannot be read.
+/// Shown in place of a version that cannot be read.
 inline constexpr const char* kNoVersion = "N/A";
 
 /// Reads the versions of installed components from their libraries, each library once in a refresh

@@ -13,7 +13,7 @@
 
 namespace kitbay::catalog {
 
-/// Lists what is installed from the local files alone.
+/// Lists what is installed, from the local files only.
 class InstalledComponents {
  public:
   InstalledComponents(base::ErrorLog& log, CatalogFiles& files, const FileVersions& versions,
@@ -25,8 +25,8 @@ class InstalledComponents {
   void InitialInstalledAddons();
   void InitialInstalledTransports();
 
-  /// The datastore's channels, then those of the user's custom registry; each id once, in whatever
-  /// letter case it is written.
+  /// The datastore's channels, then those of the user's custom registry; each id once, whatever its
+  /// letter case.
   void InitialInstalledChannels();
 
  private:

@@ -5,7 +5,7 @@
 
 namespace kitbay::catalog {
 
-/// Which components the last listing with update status has rows of.
+/// The components for which the last listing with update status has rows.
 struct InstalledRows {
   std::vector<std::string> ids;  ///< in row order
 

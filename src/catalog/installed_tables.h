@@ -12,7 +12,7 @@ inline constexpr const char* kInstalledBarMarkup =
     "position:relative;'  id='itabencloser'><img src='ichannels.gif' id='channels' );'><img "
     "src='utrans.gif' id='trans' ><img src='uaddons.gif' id='addons' ></span>";
 
-/// What the installed listings of one kind differ by.
+/// What is specific to one kind in the installed listings.
 struct InstalledTable {
   const char* container;       ///< the element that the rows go into
   const char* heading;         ///< the list's heading
@@ -23,8 +23,8 @@ struct InstalledTable {
   const char* custom_entries;  ///< what counts as the custom registry's entries
 };
 
-// The custom registry's paths for addons and transports match nothing, and the two spellings of the
-// transports' status line differ; both are meant.
+// Deliberate: the custom registry's paths for addons and transports match nothing, and the
+// transports' two status lines are spelled differently.
 inline constexpr base::PerKind<InstalledTable> kInstalledTables = {
     .addon = {.container = "installedaddons",
               .heading = "Currently Installed  Addons",

@@ -6,8 +6,8 @@
 
 namespace kitbay::catalog {
 
-/// Whether a manifest of that name may lie in the folder of manifests: a plain file name that ends
-/// in ".xml" and can mean none of the program's own files there.
+/// Whether a manifest may be kept under that name: a plain file name that ends in ".xml" and cannot
+/// mean one of the program's own files in the same folder.
 bool IsManifestName(const std::string& name);
 
 /// The file that the manifest of that name is kept in.

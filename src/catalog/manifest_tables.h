@@ -12,12 +12,12 @@ inline constexpr const char* kUpdatesBarMarkup =
     "position:relative; display:none;' id='tabencloser'><img src='ichannels.gif' "
     "id='channels'><img src='utrans.gif' id='trans'><img src='uaddons.gif' id='addons' ></span>";
 
-/// What the lists of available components of one kind differ by.
+/// What is specific to one kind in the lists of new components.
 struct ManifestTable {
   const char* container;      ///< the element that new components go into
   const char* tab;            ///< the kind's image in the bar
   const char* heading;        ///< the new list's heading
-  const char* nothing;        ///< what stands in place of an empty new list
+  const char* nothing;        ///< shown in place of an empty new list
   const char* manifest_list;  ///< the element of a manifest that holds the kind's entries
   const char* entries;        ///< the kind's entries, at any depth of their element
   const char* installed;      ///< the entries of a registry file whose ids are installed

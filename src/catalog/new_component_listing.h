@@ -13,15 +13,15 @@
 
 namespace kitbay::catalog {
 
-/// Lists what the update sources offer and is not installed. Ids are compared in lower case. Two
-/// sources that offer the same component each get a row.
+/// Lists what the update sources offer beyond what is installed. Ids are compared in lower case.
+/// Two sources that offer the same component each get a row.
 class NewComponentListing {
  public:
   NewComponentListing(base::ErrorLog& log, CatalogFiles& files, const UpdateSourceList& sources,
                       NewComponents& found, RowWriter& rows)
       : log_(log), files_(files), sources_(sources), found_(found), rows_(rows) {}
 
-  /// Each fills its kind's list of new components. A manifest that does not load is passed over; an
+  /// Each fills its kind's list of new components. A manifest that does not load is skipped; an
   /// entry without one of its texts is logged and ends that manifest's rows.
   void funcShowUpdates();
   void funcShowTransports();

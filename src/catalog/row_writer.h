@@ -6,7 +6,7 @@
 namespace kitbay::catalog {
 
 /// Writes component rows, headings and status lines into the containers of the page. Nothing
-/// throws: a failure is logged and the row or line stays as far as it got.
+/// throws: a failure is logged and the row or line stays incomplete.
 class RowWriter {
  public:
   virtual ~RowWriter() = default;
@@ -17,7 +17,7 @@ class RowWriter {
   /// Shows the image of `tab` in a tab bar, or hides it.
   virtual void ShowTab(const std::string& tab_bar, const std::string& tab, bool shown) = 0;
 
-  /// Fits the container under the tab bar and starts it anew with `title`.
+  /// Fits the container under the tab bar, empties it and writes `title`.
   virtual void FillDivHeader(const std::string& container, const std::string& tab_bar,
                              const std::string& title) = 0;
 

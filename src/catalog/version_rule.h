@@ -10,7 +10,7 @@ namespace kitbay::catalog {
 double LeadingNumber(std::string_view part);
 
 /// Whether the version `offered` counts as newer than `installed`. Both are parts joined by ".";
-/// the comparison of the last installed part alone decides. Throws 9 (subscript out of range) when
+/// only the last installed part is compared. Throws 9 (subscript out of range) when
 /// `offered` has fewer parts than `installed`.
 bool IsNewer(const std::string& installed, const std::string& offered);
 

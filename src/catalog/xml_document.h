@@ -7,14 +7,14 @@
 
 namespace kitbay::catalog {
 
-/// An XML file that has been read: a tree over the file's own bytes, which it keeps.
+/// A parsed XML file: a tree over the file's own bytes, which it keeps.
 class XmlDocument : public pugi::xml_document {
  public:
   /// Parses `bytes` in place of what the document held, with the parser's `options`.
   pugi::xml_parse_result ParseInPlace(std::string bytes, unsigned options) {
     reset();
     bytes_ = std::move(bytes);
-    // Without the zero at the end the parser would overlook a last letter.
+    // Without the terminating zero the parser would drop the last character.
     return load_buffer_inplace(bytes_.data(), bytes_.size() + 1, options);
   }
 

@@ -17,20 +17,19 @@ using base::RuntimeError;
 // HRESULT_FROM_WIN32(ERROR_INVALID_DATA)
 constexpr std::int32_t kInvalidData = static_cast<std::int32_t>(0x8007000D);
 
-// As a fragment, so that what stands outside of the document element is seen.
+// As a fragment, so that text outside the document element is noticed.
 constexpr unsigned kWellFormed = pugi::parse_default | pugi::parse_doctype | pugi::parse_fragment;
 
-// Most elements hold one text: kept in the element itself it halves the tree.
+// Most elements hold one text; keeping it in the element itself halves the tree.
 constexpr unsigned kToRead = kWellFormed | pugi::parse_embed_pcdata;
 
-// Everything that a file may hold besides its elements and their texts, and its line ends as they
-// are.
+// Everything else that a file may hold, with line ends as they are.
 constexpr unsigned kToChange = (kWellFormed & ~pugi::parse_eol) | pugi::parse_comments |
                                pugi::parse_pi | pugi::parse_declaration | pugi::parse_ws_pcdata;
 
 constexpr const char* kWhiteSpace = " \t\r\n";
 
-// What a document is saved as: about as much as it was.
+// Collects a document's text as it is saved, about as long as it was.
 class TextSink : public pugi::xml_writer {
  public:
   explicit TextSink(std::size_t bytes_before) {
@@ -176,7 +175,7 @@ std::string ElementText(const pugi::xml_node& node) {
   if (!node) {
     throw Failure(RuntimeError::kObjectVariableNotSet);
   }
-  // An element's own value is the text that stands in it first, and mostly all of it.
+  // An element's own value is its first text, and usually all of it.
   if (!node.first_child()) {
     return std::string(Trimmed(node.value()));
   }

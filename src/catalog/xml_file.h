@@ -8,22 +8,22 @@
 
 namespace kitbay::catalog {
 
-/// Loads the XML file at `path` into `document`, to be read: elements, attributes and texts,
-/// without what a file may hold besides. The text that stands first in an element is the element's
-/// own value; `ElementText` gives an element's whole text. Throws `base::Failure` when the file
-/// cannot be read (53, 70, 75, 76), or with the system's "invalid data" HRESULT when it is not one
-/// well-formed document or carries a document type declaration; `document` is then empty.
+/// Loads the XML file at `path` into `document` for reading: elements, attributes and texts only.
+/// An element's first text is its own value; `ElementText` gives the whole text. Throws
+/// `base::Failure` when the file cannot be read (53, 70, 75, 76), or with the system's "invalid
+/// data" HRESULT when it is not one well-formed document or carries a document type declaration;
+/// `document` is then empty.
 ///
 /// A file is UTF-8, or UTF-16, UTF-32 or Latin-1 if it says so. Of one in another encoding the
 /// letters A to Z and their like can be read; its other bytes are no characters.
 void LoadXml(const platform::Files& files, const std::string& path, XmlDocument& document);
 
-/// As `LoadXml`, to be changed and saved: comments, instructions, the declaration and white space
-/// are kept, and every text is a node of its own. A file with other bytes than UTF-8 that declares
-/// an encoding which cannot be read is refused as invalid data.
+/// As `LoadXml`, but to be changed and saved: comments, instructions, the declaration and white
+/// space are kept, and every text is a node of its own. A file with other bytes than UTF-8 that
+/// declares an encoding which cannot be read is refused as invalid data.
 void LoadXmlToChange(const platform::Files& files, const std::string& path, XmlDocument& document);
 
-/// As the two above, but false is returned where those fail.
+/// As the two above, but return false where those throw.
 bool TryLoadXml(const platform::Files& files, const std::string& path, XmlDocument& document);
 bool TryLoadXmlToChange(const platform::Files& files, const std::string& path,
                         XmlDocument& document);

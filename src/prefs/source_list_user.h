@@ -7,7 +7,7 @@ class SourceListUser {
  public:
   virtual ~SourceListUser() = default;
 
-  /// Reads the update sources anew and asks them.
+  /// Reads the update sources again and asks them.
   virtual void GetDirectoryPreferenceFile() = 0;
 };
 

@@ -4,12 +4,11 @@
 
 namespace kitbay::prefs {
 
-/// What is kept of a URL that the user typed: without "http://" and all before it, and from the
-/// first "www" on where there is one.
+/// The part of a typed URL that is kept: what follows "http://", and from the first "www" on if
+/// there is one.
 std::string WithoutScheme(const std::string& url);
 
-/// Whether the text names an XML file and has one of the known domain endings, wherever it stands.
-/// Letter case counts.
+/// Whether the text contains ".xml" and one of the known domain endings, anywhere. Case-sensitive.
 bool ValidateUrl(const std::string& text);
 
 }  // namespace kitbay::prefs

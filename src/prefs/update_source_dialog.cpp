@@ -107,7 +107,7 @@ void UpdateSourceDialog::lstPrefURL_MouseUp() {
           [&] { window_.EnableRemoveButton(window_.SelectedItem() > kFirstPosition); });
 }
 
-// The keyboard's way to another item.
+// The keyboard moved the selection.
 void UpdateSourceDialog::lstPrefURL_SelectionChange() { lstPrefURL_MouseUp(); }
 
 void UpdateSourceDialog::cmdPrefClose_Click() {
@@ -154,8 +154,8 @@ bool UpdateSourceDialog::IsListed(const std::string& url) const {
   return position > 0;
 }
 
-// The search begins after the first source: one further down may name the same URL, and the first
-// one must stay. What was added since the dialog was opened is not in the file yet.
+// The search begins after the first source, which must stay even if another one has the same URL. A
+// source that was added since the dialog opened is not in the file yet.
 void UpdateSourceDialog::RemoveSource(int position) {
   window_.SetStatusText("");
   catalog::XmlDocument file;

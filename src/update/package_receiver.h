@@ -16,7 +16,7 @@ class PackageReceiver {
   virtual void UnpackTransport(const PendingPackage& package, const std::string& path) = 0;
   virtual void UnpackChannel(const PendingPackage& package, const std::string& path) = 0;
 
-  /// Ends the installation: the page's buttons are given back.
+  /// Ends the installation: switches the page's buttons on again.
   virtual void InstallProcess() = 0;
 };
 

@@ -6,8 +6,7 @@
 
 namespace kitbay::update {
 
-/// A component package whose download was asked for and has not been answered; all texts are empty
-/// where there is none.
+/// A package whose download was requested and has not ended; all texts are empty if there is none.
 struct PendingPackage {
   std::string file_path;      ///< the file path of the request
   std::string name;           ///< the package's name, without ".zip"

@@ -79,7 +79,7 @@ void TransferEvents::EndTransfer(const std::string& file_path) {
   parts_.requests.unanswered().ShowStatus();
 }
 
-// The entry is looked for once: two equal sources are two requests.
+// Only one entry is removed: two equal sources are two requests.
 bool TransferEvents::TakeManifest(const std::string& file_path) {
   std::vector<std::string>& pending = parts_.sources.PendingSources;
   const auto source = std::find_if(pending.begin(), pending.end(), [&](const std::string& entry) {
@@ -150,7 +150,7 @@ bool TransferEvents::DropFailedPackage(const std::string& file_path) {
   return was_pending;
 }
 
-// A failed source is not asked again in this run, though it may be pending more than once.
+// A failed source is not asked again in this run, even if it is pending more than once.
 void TransferEvents::DropFailedSource(const std::string& file_path) {
   std::vector<std::string>& pending = parts_.sources.PendingSources;
   if (pending.empty()) {
@@ -167,7 +167,7 @@ void TransferEvents::ShowAnswers() {
   const platform::HtmlNodeRef category = parts_.page.Element(view::kCategory);
   view::Needed(category->ChildNode(view::kUpdatesControl))->SetDisabled(false);
   parts_.categories.ShowDetails();
-  // A second package that was asked for now would take the place of the pending one.
+  // A second package requested now would replace the pending one.
   if (IsPackagePending()) {
     parts_.buttons.DisableOtherDownload();
     parts_.buttons.DisableOtherUpdatedDownload();

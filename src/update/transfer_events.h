@@ -16,7 +16,7 @@
 
 namespace kitbay::update {
 
-/// What the answers of transfers work with.
+/// What `TransferEvents` works with.
 struct TransferParts {
   base::ErrorLog& log;
   const base::Settings& settings;
@@ -31,7 +31,7 @@ struct TransferParts {
   PackageReceiver& packages;
 };
 
-/// Shows the progress of transfers and moves the update exchange on when one has ended.
+/// Shows the progress of transfers and continues the update exchange when one ends.
 class TransferEvents : public platform::OvTransportEvents {
  public:
   explicit TransferEvents(const TransferParts& parts) : parts_(parts) {}

@@ -7,29 +7,26 @@
 
 namespace kitbay::update {
 
-/// The requests that were handed over and have not been answered, each with the status text that
-/// was set for it. They are transferred one after the other, in the order in which they were asked.
-/// File paths are compared without letter case.
+/// The requests that await an answer, each with its status text. They are transferred one after the
+/// other, in the order of the requests. File paths are compared without regard to case.
 class UnansweredRequests {
  public:
   explicit UnansweredRequests(platform::MainWindow& window) : window_(window) {}
 
-  /// Adds a request, with the status text that is shown now.
+  /// Adds a request with the present status text.
   void Add(const std::string& file_path);
 
-  /// Forgets the request for that path that was added last: it was refused.
+  /// Forgets the latest request for that path, which was refused.
   void TakeBack(const std::string& file_path);
 
-  /// Shows the text of a request whose transfer has begun; what the bar shows is its own from now
-  /// on.
+  /// Shows the text of a request whose transfer has begun; the progress bar is its own from now on.
   void Begin(const std::string& file_path);
 
   void End(const std::string& file_path);
   void Clear() { requests_.clear(); }
   bool Contains(const std::string& file_path) const;
 
-  /// Shows the text and the bar of the transfer under way again, where something else has changed
-  /// them.
+  /// Restores the text and the bar of the current transfer after something else changed them.
   void ShowStatus();
 
  private:

@@ -56,7 +56,7 @@ void UpdateDriver::ShowWithCachedManifests() {
   }
 }
 
-// Of equal pending entries, one goes for each source of the list.
+// Each source of the list removes one of its pending entries.
 void UpdateDriver::DropFreshSources() {
   std::vector<std::string>& pending = parts_.sources.PendingSources;
   for (const std::string& source : parts_.sources.UpdateSources) {
@@ -74,7 +74,7 @@ void UpdateDriver::DropFreshSources() {
   }
 }
 
-// Any other name could find anything.
+// Any other name could match other files.
 bool UpdateDriver::IsCached(const std::string& manifest) const {
   return catalog::IsManifestName(manifest) &&
          parts_.files.Exists(catalog::ManifestPath(parts_.settings, manifest));

@@ -16,7 +16,7 @@
 
 namespace kitbay::update {
 
-/// What the driver works with.
+/// What `UpdateDriver` works with.
 struct DriverParts {
   base::ErrorLog& log;
   const base::Settings& settings;
@@ -31,14 +31,14 @@ struct DriverParts {
   UpdateRequests& requests;
 };
 
-/// Decides, once the page has loaded, whether it shows only what is installed or whether the update
-/// sources are asked.
+/// Decides, once the page has loaded, whether to show only what is installed or to ask the update
+/// sources.
 class UpdateDriver {
  public:
   explicit UpdateDriver(const DriverParts& parts) : parts_(parts) {}
 
   /// Reads the update sources, shows what is known and asks the sources whose manifest was not
-  /// fetched today. A list without a first source is logged and leaves the page as it is.
+  /// fetched today. An empty list is logged and leaves the page as it is.
   void GetDirectoryPreferenceFile();
 
  private:

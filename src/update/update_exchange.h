@@ -16,7 +16,7 @@
 
 namespace kitbay::update {
 
-/// What the exchange with the update sources works with.
+/// What `UpdateExchange` works with.
 struct ExchangeParts {
   base::ErrorLog& log;
   platform::Files& files;
@@ -28,8 +28,8 @@ struct ExchangeParts {
   PackageReceiver& packages;
 };
 
-/// The exchange with the update sources put together: what is asked, what the answers do to the
-/// page, and which packages are on their way.
+/// The exchange with the update sources, assembled: requests, what their answers do to the page,
+/// and the packages on their way.
 struct UpdateExchange {
   explicit UpdateExchange(const ExchangeParts& parts);
   UpdateExchange(const UpdateExchange&) = delete;

@@ -16,7 +16,7 @@ using base::Failure;
 using base::guarded;
 using base::RuntimeError;
 
-// What follows the display text while a package is downloaded.
+// Follows the display text while a package is downloaded.
 constexpr base::PerKind<const char*> kLabels = {
     .addon = "Addon", .transport = "", .channel = "Channel"};
 
@@ -77,8 +77,8 @@ bool UpdateRequests::IsManifestAwaited() const {
   return asked_manifest_ && unanswered_.Contains(*asked_manifest_);
 }
 
-// A source whose manifest cannot be kept under its name is passed over, so that those after it are
-// still asked.
+// A source whose manifest cannot be kept under its name is skipped, so that the next ones are
+// asked.
 void UpdateRequests::DropUnusableSources() {
   std::vector<std::string>& pending = sources_.PendingSources;
   while (!pending.empty()) {
@@ -104,8 +104,8 @@ bool UpdateRequests::InstallNewAddons(const std::string& container, const std::s
   return is_sent;
 }
 
-// The package is remembered before it is asked for: the answer may arrive within the request, and
-// the lists may be made anew by it.
+// The package is noted before it is requested: the answer may arrive during the request and fill
+// the lists again.
 bool UpdateRequests::DownloadFirst(ComponentKind kind, const std::string& lower_name,
                                    const std::string& row_id, const std::string& row_name) {
   for (const catalog::NewComponent& listed : new_components_[kind]) {

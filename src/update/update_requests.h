@@ -31,17 +31,17 @@ class UpdateRequests {
         unanswered_(window) {}
 
   /// The object that transfers; null while there is none, and every request then fails with 91.
-  /// What another object was asked is forgotten.
+  /// Requests to another object are forgotten.
   void SetDownloadObject(platform::TransportObject* object);
 
-  /// Asks `server` for `file_path`, to be stored as the file `destination`. Returns whether the
-  /// request was handed over.
+  /// Requests `file_path` from `server`, to be stored as the file `destination`. Returns whether
+  /// the object took the request.
   bool Updates(const std::string& server, const std::string& file_path,
                const std::string& destination);
 
-  /// Asks the next pending update source for its manifest, unless another one's answer is still
-  /// awaited. True when none is left to ask. A source whose manifest has no usable file name is
-  /// logged and dropped.
+  /// Requests the manifest of the next pending update source, unless an answer is still awaited.
+  /// True when none is left to ask. A source whose manifest has no usable file name is logged and
+  /// dropped.
   bool CheckPreferences();
 
   /// Downloads the package of the new component of that display name, listed in `container`, whose

@@ -22,7 +22,8 @@ class UpdateSourceFile {
   /// logged.
   void MakeDirectoryPreferenceFile(platform::FileSystemObject* file_system);
 
-  /// Reads the file into the source list: `UpdateSources` anew, `PendingSources` appended to. A
+  /// Reads the file into the source list: replaces `UpdateSources`, appends to
+  /// `PendingSources`. A
   /// missing or unreadable file leaves no `UpdateSources`.
   void GetPreferences();
 

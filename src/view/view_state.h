@@ -22,7 +22,7 @@ struct ViewState {
   /// that row is gone.
   std::string current_row_id;
 
-  /// What that row shows as its name, as `NameMarkup` gives it: when its list is filled anew, rows
+  /// What that row shows as its name, as `NameMarkup` gives it: when its list is filled again, rows
   /// get other numbers.
   std::string current_row_name;
 };

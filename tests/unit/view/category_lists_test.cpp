@@ -1,4 +1,4 @@
-// Which lists a category writes anew, and in which order; the filling of the page at the end.
+// Which lists a category fills again, and in which order; the filling of the page at the end.
 #include "page_fixture.h"
 #include "two_bars_page.h"
 #include "unit/catalog/recording_row_writer.h"

@@ -166,7 +166,7 @@ TEST_F(CurrentRow, WithoutANumberThereIsNone) {
   EXPECT_THAT(log_.entries, IsEmpty());
 }
 
-/// Row 7 of Notes was clicked among the new addons; then the list was filled anew.
+/// Row 7 of Notes was clicked among the new addons; then the list was filled again.
 class FollowedRow : public CurrentRow {
  protected:
   FollowedRow() {
