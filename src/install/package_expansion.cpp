@@ -41,6 +41,21 @@ class Buffer {
   std::unique_ptr<char[]> bytes_;  // NOLINT(modernize-avoid-c-arrays): memory that is not cleared
 };
 
+/// Throws with the entry's name when its bytes cannot be had: the library would give none, or
+/// others, and call it success.
+void DemandReadable(const ZipEntry& entry) {
+  const auto refuse = [&](const std::string& why) {
+    throw Failure(RuntimeError::kInvalidProcedureCall, Printable(entry.name) + why);
+  };
+  if (entry.has_unread_sizes) {
+    refuse(" has its sizes in a zip64 field that cannot be read");
+  }
+  if (entry.method != kStored && entry.method != kDeflated) {
+    refuse(" is compressed by method " + std::to_string(entry.method) +
+           ", and only stored (0) and deflated (8) entries can be expanded");
+  }
+}
+
 /// Judges all entries of the archive, and returns the largest of them.
 ZipEntry Judge(ZipArchive& archive, EntryNames names) {
   ZipEntry largest;
@@ -48,6 +63,7 @@ ZipEntry Judge(ZipArchive& archive, EntryNames names) {
     ZipEntry entry = archive.Entry();
     EntryNames::DemandPlain(entry.name, entry.size == 0);
     if (entry.size > 0) {
+      DemandReadable(entry);
       names.DemandNoLink(entry.name);
     }
     if (entry.size > largest.size) {

@@ -20,10 +20,10 @@ class PackageExpansion {
   /// folders are left out. Returns whether the archive was opened and walked to its end; an archive
   /// that is missing is told by the result alone.
   ///
-  /// Nothing is ever written outside of the destination: an entry whose name could lead there, or
-  /// that this machine has no memory for, is logged, and nothing at all is written then. A file
-  /// that cannot be written is logged and the walk goes on; damage within an entry is not looked
-  /// for.
+  /// Nothing is ever written outside of the destination: an entry whose name could lead there, that
+  /// is neither stored nor deflated, or that this machine has no memory for, is logged, and nothing
+  /// at all is written then. A file that cannot be written is logged and the walk goes on; damage
+  /// within an entry is not looked for.
   bool ExpandZipFile(std::string& destination, const std::string& archive_path);
 
  private:

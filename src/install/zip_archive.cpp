@@ -18,6 +18,10 @@ namespace {
 // How much of a name is read.
 constexpr std::size_t kNameLength = 260;
 
+// Stands for a size that the directory has in a zip64 field instead. Where the library's long
+// integers have 64 bits, it takes the mark for the size.
+constexpr std::uint64_t kSizeIsElsewhere = 0xFFFFFFFF;
+
 }  // namespace
 
 /// The archive's file as the zip library reads it. The library takes its directory byte by byte and
@@ -162,7 +166,11 @@ ZipEntry ZipArchive::Entry() const {
   }
   name.resize(end);
   std::replace(name.begin(), name.end(), '/', '\\');
-  return {std::move(name), info.uncompressed_size};
+  return {.name = std::move(name),
+          .size = info.uncompressed_size,
+          .method = static_cast<std::uint32_t>(info.compression_method),
+          .has_unread_sizes = info.uncompressed_size == kSizeIsElsewhere ||
+                              info.compressed_size == kSizeIsElsewhere};
 }
 
 void ZipArchive::Read(std::span<char> bytes) {

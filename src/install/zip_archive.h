@@ -13,7 +13,15 @@ namespace kitbay::install {
 struct ZipEntry {
   std::string name;  ///< with "\" between its parts
   std::uint64_t size = 0;
+  std::uint32_t method = 0;  ///< of its compression, by the format's own number
+
+  /// Whether its sizes stand in a zip64 field that the library has not read; `size` is then a mark.
+  bool has_unread_sizes = false;
 };
+
+/// The methods that an entry can be read by.
+inline constexpr std::uint32_t kStored = 0;
+inline constexpr std::uint32_t kDeflated = 8;
 
 /// A zip archive that is read entry by entry. Damage goes unnoticed; but when the file itself can
 /// no longer be read, every operation throws what reading it failed with.

@@ -4,6 +4,8 @@ import { deflateRawSync } from 'node:zlib';
 const kUtf8Flag = 0x0800;
 const kVersion = 20;
 const kDeflated = 8;
+const kBzip2 = 12;
+const kSizeIsElsewhere = 0xffffffff;
 
 const kSums = Uint32Array.from({ length: 256 }, (_, byte) => {
   for (let bit = 0; bit < 8; bit++) byte = byte & 1 ? (byte >>> 1) ^ 0xedb88320 : byte >>> 1;
@@ -20,24 +22,28 @@ function fields(...numbers) {
 }
 
 /**
- * The bytes of an archive of {name, bytes, deflated, sum, size}; `sum` and `size` are what the archive
- * claims instead of the truth.
+ * The bytes of an archive of {name, bytes, deflated, sum, size, method, zip64}; `sum`, `size` and
+ * `method` are what the archive claims instead of the truth, and with `zip64` the sizes stand in the
+ * entry's zip64 field.
  */
 export function zipOf(files) {
   const parts = [];
   const directory = [];
   let place = 0;
-  for (const { name, bytes = '', deflated = false, sum, size } of files) {
+  for (const { name, bytes = '', deflated = false, sum, size, method, zip64 = false } of files) {
     const content = Buffer.from(bytes);
     const data = deflated ? deflateRawSync(content) : content;
     const nameBytes = Buffer.from(name);
+    const sizes = [data.length, size ?? content.length];
+    const extra = zip64 ? fields([2, 1], [2, 16], [4, sizes[1]], [4, 0], [4, sizes[0]], [4, 0]) : Buffer.alloc(0);
     const shared = fields(
-      [2, kVersion], [2, kUtf8Flag], [2, deflated ? kDeflated : 0], [4, 0x5b756e2a], [4, sum ?? sumOf(content)],
-      [4, data.length], [4, size ?? content.length], [2, nameBytes.length],
+      [2, kVersion], [2, kUtf8Flag], [2, method ?? (deflated ? kDeflated : 0)], [4, 0x5b756e2a],
+      [4, sum ?? sumOf(content)], ...sizes.map((number) => [4, zip64 ? kSizeIsElsewhere : number]),
+      [2, nameBytes.length], [2, extra.length],
     );
-    const local = Buffer.concat([Buffer.from('PK\x03\x04'), shared, fields([2, 0]), nameBytes, data]);
-    const rest = fields([2, 0], [2, 0], [2, 0], [2, 0], [4, 0], [4, place]);
-    directory.push(Buffer.from('PK\x01\x02'), fields([2, kVersion]), shared, rest, nameBytes);
+    const local = Buffer.concat([Buffer.from('PK\x03\x04'), shared, nameBytes, extra, data]);
+    const rest = fields([2, 0], [2, 0], [2, 0], [4, 0], [4, place]);
+    directory.push(Buffer.from('PK\x01\x02'), fields([2, kVersion]), shared, rest, nameBytes, extra);
     parts.push(local);
     place += local.length;
   }
@@ -72,6 +78,9 @@ export const hostilePackages = {
           entry: [5, `Invalid procedure call or argument: ${kLongName}`] },
   huge: { bytes: zipOf([kFirst, { name: 'huge.bin', bytes: 'x', size: 0x80000000 }]),
           entry: [7, 'Out of memory: huge.bin'] },
+  bzip2: { bytes: zipOf([kFirst, { name: 'bin/a.txt', bytes: 'x', method: kBzip2 }]),
+           entry: [5, 'Invalid procedure call or argument: bin\\a.txt is compressed by method 12, ' +
+                      'and only stored (0) and deflated (8) entries can be expanded'] },
   nozip: { bytes: Buffer.from('<!DOCTYPE html><p>Please log in.'), entry: [0, 'Source file is currept'] },
   cutshort: { bytes: kWhole.subarray(0, kWhole.length / 2), entry: [0, 'Source file is currept'] },
 };

@@ -23,8 +23,9 @@ const link = { bytes: zipOf([{ name: 'first.txt', bytes: '1' }, { name: 'bin/lin
 const kText = 'As it was delivered.\r\n';
 const badSum = { bytes: zipOf([{ name: 'readme.txt', bytes: kText, sum: 1 }]) };
 const short = { bytes: zipOf([{ name: 'short.txt', bytes: '12345', size: 9 }]) };
+const zip64 = { bytes: zipOf([{ name: 'zip64.txt', bytes: kText, deflated: true, zip64: true }]) };
 
-const addons = { ...hostilePackages, link, badsum: badSum, short };
+const addons = { ...hostilePackages, link, badsum: badSum, short, zip64 };
 const kinds = {
   addon: { packages: addons, container: 'updatedaddons', tab: 'addons' },
   transport: { packages: { eviltransport: evil }, container: 'updatedtransports', tab: 'trans' },
@@ -127,10 +128,11 @@ test("a channel's package is refused and leaves nothing behind", async () => {
 });
 
 for (const [what, id, name, bytes] of [
-  ['a wrong sum', 'badsum', 'readme.txt', kText],
-  ['an entry cut short', 'short', 'short.txt', '12345\0\0\0\0'],
+  ['a wrong sum is not noticed', 'badsum', 'readme.txt', kText],
+  ['an entry cut short is not noticed', 'short', 'short.txt', '12345\0\0\0\0'],
+  ['sizes in a zip64 field are read', 'zip64', 'zip64.txt', kText],
 ]) {
-  test(`${what} is not noticed`, async () => {
+  test(what, async () => {
     await kitbay.show('update', 'addons');
     const { text, before } = await install('addon', id);
     assert.equal(

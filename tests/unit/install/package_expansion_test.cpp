@@ -196,12 +196,49 @@ TEST_F(PackageExpansionTest, ADamagedEntryHasTheBytesUpToItsDamage) {
 
 TEST_F(PackageExpansionTest, AnEntryThatCannotBeOpenedIsZeroThroughout) {
   EXPECT_TRUE(Expand(ZipOf({{"first.txt", std::string(50, '#')},
-                            {.name = "a.txt", .bytes = "12345", .declared_method = 99},
                             {.name = "b.txt", .bytes = "123", .local_name = "other name"},
                             {"c.txt", "c"}})));
-  EXPECT_EQ(Bytes("a.txt"), std::string(5, '\0'));
   EXPECT_EQ(Bytes("b.txt"), std::string(3, '\0'));
   EXPECT_EQ(Bytes("c.txt"), "c");
+}
+
+TEST_F(PackageExpansionTest, AMethodOtherThanStoredAndDeflatedIsRefusedBeforeTheFirstByte) {
+  constexpr std::uint16_t kDeflated64 = 9;
+  constexpr std::uint16_t kBzip2 = 12;
+  constexpr std::uint16_t kEncrypted = 99;
+  for (const std::uint16_t method : {kDeflated64, kBzip2, kEncrypted, std::uint16_t{65535}}) {
+    log_.entries.clear();
+    EXPECT_FALSE(Expand(ZipOf({{"first.txt", "1"},
+                               {.name = "bin/a.txt", .bytes = "12345", .declared_method = method},
+                               {"last.txt", "3"}})));
+    EXPECT_THAT(log_.entries,
+                ElementsAre(Entry(
+                    5, "Invalid procedure call or argument: bin\\a.txt is compressed by method " +
+                           std::to_string(method) +
+                           ", and only stored (0) and deflated (8) entries can be expanded")));
+    EXPECT_THAT(Names(), IsEmpty());
+  }
+}
+
+TEST_F(PackageExpansionTest, TheMethodOfAnEntryWithoutBytesDoesNotMatter) {
+  EXPECT_TRUE(Expand(ZipOf({{.name = "folder/", .declared_method = 12},
+                            {.name = "empty.txt", .declared_method = 99},
+                            {"a.txt", "a"}})));
+  EXPECT_THAT(Names(), ElementsAre("a.txt"));
+  EXPECT_THAT(log_.entries, IsEmpty());
+}
+
+TEST_F(PackageExpansionTest, SizesThatTheLibraryLeavesInTheirZip64FieldAreSaidToBe) {
+  constexpr std::uint32_t kElsewhere = 0xFFFFFFFF;
+  EXPECT_FALSE(Expand(
+      ZipOf({{"first.txt", "1"}, {.name = "a.txt", .bytes = "12", .declared_size = kElsewhere}})));
+  EXPECT_FALSE(Expand(
+      ZipOf({{.name = "bin/b.txt", .bytes = "12", .declared_compressed_size = kElsewhere}})));
+  constexpr const char* kStart = "Invalid procedure call or argument: ";
+  constexpr const char* kReason = " has its sizes in a zip64 field that cannot be read";
+  EXPECT_THAT(log_.entries, ElementsAre(Entry(5, kStart + "a.txt"s + kReason),
+                                        Entry(5, kStart + "bin\\b.txt"s + kReason)));
+  EXPECT_THAT(Names(), IsEmpty());
 }
 
 TEST_F(PackageExpansionTest, ASizeThatNoPieceCanHaveIsOutOfMemory) {
