@@ -72,25 +72,33 @@ bool DatastoreRegistration::enterChannel() {
   return guarded(parts_.log, "Kitbay::enterChannel", [&] { Enter(ComponentKind::kChannel); });
 }
 
-void DatastoreRegistration::updateRegistry() {
-  guarded(parts_.log, "Kitbay::updateRegistry ",
-          [&] { Update(ComponentKind::kAddon, catalog::DatastorePath(parts_.settings)); });
+bool DatastoreRegistration::updateRegistry() {
+  bool is_done = false;
+  guarded(parts_.log, "Kitbay::updateRegistry ", [&] {
+    is_done = Update(ComponentKind::kAddon, catalog::DatastorePath(parts_.settings));
+  });
+  return is_done;
 }
 
-void DatastoreRegistration::updateRegistryForTransport() {
-  guarded(parts_.log, " Kitbay::updateRegistryForTransport",
-          [&] { Update(ComponentKind::kTransport, catalog::DatastorePath(parts_.settings)); });
+bool DatastoreRegistration::updateRegistryForTransport() {
+  bool is_done = false;
+  guarded(parts_.log, " Kitbay::updateRegistryForTransport", [&] {
+    is_done = Update(ComponentKind::kTransport, catalog::DatastorePath(parts_.settings));
+  });
+  return is_done;
 }
 
-void DatastoreRegistration::updateRegistryForChannel() {
+bool DatastoreRegistration::updateRegistryForChannel() {
+  bool is_done = false;
   guarded(parts_.log, "Kitbay::updateRegistryForChannel", [&] {
     if (base::ToLower(parts_.session.record[kIdSlot]) == "presence") {
-      Update(ComponentKind::kChannel, catalog::DatastorePath(parts_.settings));
+      is_done = Update(ComponentKind::kChannel, catalog::DatastorePath(parts_.settings));
       return;
     }
     CreateCustomRegistry();
-    Update(ComponentKind::kChannel, catalog::CustomRegistryPath(parts_.settings));
+    is_done = Update(ComponentKind::kChannel, catalog::CustomRegistryPath(parts_.settings));
   });
+  return is_done;
 }
 
 void DatastoreRegistration::Enter(ComponentKind kind) {
@@ -105,7 +113,7 @@ void DatastoreRegistration::Enter(ComponentKind kind) {
   session.record = std::move(record);
 }
 
-void DatastoreRegistration::Update(ComponentKind kind, const std::string& path) {
+bool DatastoreRegistration::Update(ComponentKind kind, const std::string& path) {
   const EntryUpdate& table = kEntryUpdates[kind];
   const ComponentRecord& record = parts_.session.record;
   if (record[kIdSlot].empty()) {
@@ -119,11 +127,10 @@ void DatastoreRegistration::Update(ComponentKind kind, const std::string& path) 
   }
   if (const pugi::xml_node present = FindEntry(list, record[kIdSlot])) {
     if (kind == ComponentKind::kChannel) {
-      CheckNode(path, document, present);
-    } else {
-      ShowUpdated(kind);
+      return CheckNode(path, document, present);
     }
-    return;
+    ShowUpdated(kind);
+    return true;
   }
   AppendRegistryEntry(kind, record, list);
   catalog::SaveXml(parts_.files, path, document);
@@ -134,6 +141,7 @@ void DatastoreRegistration::Update(ComponentKind kind, const std::string& path) 
                              platform::kMessageTitle, platform::kOkOnly);
   parts_.rows.FollowCurrentRow(view::kUpdatedContainers[kind]);
   parts_.rows.RemoveDiv(view::kUpdatedContainers[kind]);
+  return true;
 }
 
 void DatastoreRegistration::ShowUpdated(ComponentKind kind) {
@@ -146,9 +154,9 @@ void DatastoreRegistration::ShowUpdated(ComponentKind kind) {
 
 // A channel has no library to read its version from: what its entry says is what is listed, and
 // what the next offer is compared with.
-void DatastoreRegistration::CheckNode(const std::string& path, const catalog::XmlDocument& document,
+bool DatastoreRegistration::CheckNode(const std::string& path, const catalog::XmlDocument& document,
                                       pugi::xml_node present) {
-  guarded(parts_.log, "Kitbay::CheckNode", [&] {
+  return guarded(parts_.log, "Kitbay::CheckNode", [&] {
     const std::string& version = parts_.session.record[channel_slot::kVersion];
     if (!catalog::IsXmlText(version)) {
       throw base::Failure(base::RuntimeError::kInvalidProcedureCall, "the version is no text");

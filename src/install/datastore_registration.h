@@ -38,7 +38,8 @@ struct RegistrationParts {
 /// are empty, and nothing may be entered.
 ///
 /// The update procedures write the record into its registry file, change the page and tell the
-/// user. A failure while writing leaves the file as it was, and the page too.
+/// user, and return whether they got that far. A failure while writing leaves the file as it was,
+/// and page and status bar too.
 class DatastoreRegistration {
  public:
   explicit DatastoreRegistration(const RegistrationParts& parts) : parts_(parts) {}
@@ -47,15 +48,15 @@ class DatastoreRegistration {
   bool enterTransport();
   bool enterChannel();
 
-  void updateRegistry();
-  void updateRegistryForTransport();
-  void updateRegistryForChannel();
+  bool updateRegistry();
+  bool updateRegistryForTransport();
+  bool updateRegistryForChannel();
 
  private:
   void Enter(base::ComponentKind kind);
-  void Update(base::ComponentKind kind, const std::string& path);
+  bool Update(base::ComponentKind kind, const std::string& path);
   void ShowUpdated(base::ComponentKind kind);
-  void CheckNode(const std::string& path, const catalog::XmlDocument& document,
+  bool CheckNode(const std::string& path, const catalog::XmlDocument& document,
                  pugi::xml_node present);
   void CreateCustomRegistry();
 

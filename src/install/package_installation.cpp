@@ -21,7 +21,7 @@ struct UnpackTable {
   const char* corrupt_ending;
   std::size_t own_library_slot;  // of the component's own library in its record
   bool (DatastoreRegistration::*enter)();
-  void (DatastoreRegistration::*update)();
+  bool (DatastoreRegistration::*update)();
 };
 constexpr base::PerKind<UnpackTable> kUnpackTables = {
     .addon = {.procedure = "Kitbay::Unpack",
@@ -170,9 +170,8 @@ std::string PackageInstallation::ChannelFolder() {
 // `folder` ends in "\", as expansion leaves it.
 void PackageInstallation::EnterComponent(ComponentKind kind, const std::string& folder) {
   const UnpackTable& table = kUnpackTables[kind];
-  if (std::invoke(table.enter, parts_.datastore) && RegisterLibraries(kind, folder)) {
-    std::invoke(table.update, parts_.datastore);
-  } else {
+  if (!std::invoke(table.enter, parts_.datastore) || !RegisterLibraries(kind, folder) ||
+      !std::invoke(table.update, parts_.datastore)) {
     parts_.buttons.DisableStatus();
   }
 }

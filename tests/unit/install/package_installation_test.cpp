@@ -100,6 +100,19 @@ TEST_P(InstallationOfEachKind, ACorruptArchiveIsToldAndNothingIsEntered) {
   EXPECT_THAT(Loaded(), IsEmpty());
 }
 
+TEST_P(InstallationOfEachKind, ARegistryFileThatCannotBeWrittenClearsTheStatusBar) {
+  const std::string path = GetParam() == ComponentKind::kChannel ? kCustomRegistry : kDatastore;
+  files_.AddFile(path, kEmptyRegistry);
+  files_.FailWritesTo(path, base::RuntimeError::kDiskFull);
+  AddLibrary(Folder() + "\\own.dll");
+  AddLibrary(Folder() + "\\notes.dll");
+  Install(GetParam());
+  ASSERT_EQ(log_.entries.size(), 1U);
+  EXPECT_EQ(log_.entries[0].number, 61);
+  EXPECT_EQ(RegistryFile(), kEmptyRegistry);
+  EXPECT_TRUE(StatusIsClear());
+}
+
 TEST_P(InstallationOfEachKind, AComponentThatNoManifestListsIsNotRegisteredOrEntered) {
   constexpr base::PerKind<const char*> kProcedures = {.addon = "Kitbay::enterAddon",
                                                       .transport = "Kitbay::enterTransport",

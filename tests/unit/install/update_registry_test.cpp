@@ -87,13 +87,12 @@ class UpdateRegistry : public RegistrationTest {
   void ExpectNothingShown(const std::string& page) {
     EXPECT_THAT(desktop_.calls(), IsEmpty());
     EXPECT_EQ(html_->TreeText(), page);
-    EXPECT_EQ(Status(), "Downloading");
   }
 };
 
 TEST_F(UpdateRegistry, NewAddonIsTheLastOfItsListAndNothingElseChanges) {
   TakeAddon();
-  registration_.updateRegistry();
+  EXPECT_TRUE(registration_.updateRegistry());
   EXPECT_EQ(Datastore(),
             Registry(std::string(kOldAddon) + kAddonEntry, kOldTransport, kOldChannel));
   EXPECT_THAT(log_.entries, IsEmpty());
@@ -101,7 +100,7 @@ TEST_F(UpdateRegistry, NewAddonIsTheLastOfItsListAndNothingElseChanges) {
 
 TEST_F(UpdateRegistry, NewTransportIsTheLastOfItsListAndNothingElseChanges) {
   TakeTransport();
-  registration_.updateRegistryForTransport();
+  EXPECT_TRUE(registration_.updateRegistryForTransport());
   EXPECT_EQ(Datastore(),
             Registry(kOldAddon, std::string(kOldTransport) + kTransportEntry, kOldChannel));
   EXPECT_THAT(log_.entries, IsEmpty());
@@ -378,7 +377,7 @@ TEST_F(PresentComponent, ChannelThatCannotBeSavedIsLoggedByItsOwnProcedureAndSho
   const std::string page = html_->TreeText();
   TakeChannel("presence");
   files_.FailWritesTo(kDatastore, RuntimeError::kDiskFull);
-  registration_.updateRegistryForChannel();
+  EXPECT_FALSE(registration_.updateRegistryForChannel());
   EXPECT_EQ(Datastore(), before);
   EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::CheckNode", 61, "Disk full")));
   ExpectNothingShown(page);
@@ -446,7 +445,7 @@ TEST_F(FailingUpdate, FailureAtAnyFileOperationLeavesOldBytesAndTheUserUntold) {
   TakeAddon();
   for (std::size_t nth = 1; nth <= 2; ++nth) {
     files_.FailAt(nth, RuntimeError::kDiskFull);
-    registration_.updateRegistry();
+    EXPECT_FALSE(registration_.updateRegistry());
     EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::updateRegistry ", 61, "Disk full")));
     log_.entries.clear();
     EXPECT_EQ(Datastore(), before);
