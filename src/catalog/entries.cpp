@@ -1,6 +1,6 @@
 #include "catalog/entries.h"
 
-#include <cstring>
+#include <utility>
 
 namespace kitbay::catalog {
 namespace {
@@ -9,7 +9,8 @@ constexpr std::string_view kAnyDepth = "//";
 
 }  // namespace
 
-Entries::Entries(const pugi::xml_document& document, std::string_view path) {
+Entries::Entries(const pugi::xml_document& document, std::string_view path, LeavesOut leaves_out)
+    : leaves_out_(std::move(leaves_out)) {
   const std::size_t cut = path.find(kAnyDepth);
   lists_ = document.select_nodes(std::string(path.substr(0, cut)).c_str());
   lists_.sort();
@@ -32,8 +33,12 @@ Entries::Iterator& Entries::Iterator::operator++() {
       top_ = list_->node();
       node_ = top_.first_child();
     }
-  } while (node_ && std::strcmp(node_.name(), entries_->name_.c_str()) != 0);
+  } while (node_ && !entries_->Holds(node_));
   return *this;
+}
+
+bool Entries::Holds(const pugi::xml_node& node) const {
+  return node.name() == name_ && !(leaves_out_ && leaves_out_(node));
 }
 
 pugi::xml_node NextBelow(const pugi::xml_node& top, pugi::xml_node node) {

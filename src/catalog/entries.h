@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <iterator>
 #include <pugixml.hpp>
 #include <string>
@@ -37,15 +38,22 @@ class Entries {
     pugi::xml_node node_;
   };
 
-  Entries(const pugi::xml_document& document, std::string_view path);
+  using LeavesOut = std::function<bool(const pugi::xml_node&)>;
+
+  /// Entries that `leaves_out` is true of are passed over.
+  Entries(const pugi::xml_document& document, std::string_view path,
+          LeavesOut leaves_out = nullptr);
 
   Iterator begin() const { return {*this, lists_.begin()}; }
   Iterator end() const { return {}; }
   bool empty() const { return begin() == end(); }
 
  private:
+  bool Holds(const pugi::xml_node& node) const;
+
   pugi::xpath_node_set lists_;
   std::string name_;
+  LeavesOut leaves_out_;
 };
 
 /// The node after `node` in document order below `top`; none after the last. Not recursive: a file

@@ -1,7 +1,6 @@
 #include "catalog/installed_with_updates.h"
 
 #include <limits>
-#include <unordered_set>
 
 #include "base/failure.h"
 #include "base/guarded.h"
@@ -77,7 +76,11 @@ bool InstalledWithUpdates::ListChannels() {
   }
   const XmlDocument* custom = files_.TryCustomRegistry();
   if (custom_entries > 0 && custom != nullptr) {
-    const Entries custom_channels(*custom, table.custom_entries);
+    // A channel of both files is listed as the datastore has it.
+    const Entries custom_channels(
+        *custom, table.custom_entries, [shown = ShownIds()](const pugi::xml_node& channel) {
+          return shown.contains(base::ToLower(channel.attribute("id").value()));
+        });
     CheckAllSources(&UpdateCheck::AddCustomInfo, custom_channels, row);
     ListCustomChannels(custom_channels, row);
   }
@@ -90,12 +93,17 @@ void InstalledWithUpdates::ListDatastoreChannels(const Entries& channels, RowNum
   CheckAllSources(&UpdateCheck::AddInfo, channels, row);
 }
 
+std::unordered_set<std::string> InstalledWithUpdates::ShownIds() const {
+  std::unordered_set<std::string> shown;
+  for (const std::string& id : shown_.ids) {
+    shown.insert(base::ToLower(id));
+  }
+  return shown;
+}
+
 void InstalledWithUpdates::ListCustomChannels(const Entries& channels, RowNumber& row) {
   guarded(log_, "Kitbay::ListCustomChannels", [&] {
-    std::unordered_set<std::string> shown;
-    for (const std::string& id : shown_.ids) {
-      shown.insert(base::ToLower(id));
-    }
+    std::unordered_set<std::string> shown = ShownIds();
     for (const pugi::xml_node& channel : channels) {
       if (shown.insert(base::ToLower(AttributeText(channel, "id"))).second) {
         const std::string name = AttributeText(channel, "name");

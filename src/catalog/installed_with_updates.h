@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <pugixml.hpp>
 #include <string>
+#include <unordered_set>
 
 #include "base/error_log.h"
 #include "base/settings.h"
@@ -64,6 +65,7 @@ class InstalledWithUpdates {
 
   bool ListChannels();
   void ListDatastoreChannels(const Entries& channels, RowNumber& row);
+  std::unordered_set<std::string> ShownIds() const;
   void ListCustomChannels(const Entries& channels, RowNumber& row);
   void CheckAllSources(CheckOfOneSource check, const Entries& installed, RowNumber& row);
 

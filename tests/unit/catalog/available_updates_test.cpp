@@ -282,6 +282,29 @@ TEST_F(Updates, CustomChannelOfADatastoreChannelInOtherLettersIsNotListedAfterAl
   EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::AddCustomInfo", 9, kSubscript)));
 }
 
+TEST_F(Updates, ChannelOfBothFilesIsListedOnceAsTheDatastoreHasIt) {
+  SetDatastore(RegistryText("", "", Channel("News", "News", "1")));
+  SetCustomRegistry(
+      RegistryText("", "", Channel("NEWS", "Other News", "2") + Channel("sky", "Sky", "3")));
+  SetManifest("a.xml", ManifestText("", "", Offer("channel", "sky", "Sky", "3")));
+  installed_.InstalledChannels();
+  EXPECT_THAT(rows_.calls,
+              ElementsAre(kChannelHeading, "fillDiv installedchannels|News|1|About News|1|-",
+                          "fillDiv installedchannels|Sky|3|About Sky|2|-"));
+  EXPECT_THAT(log_.entries, IsEmpty());
+}
+
+TEST_F(Updates, CustomChannelStaysWhereTheDatastoresOneCouldNotBeListed) {
+  SetDatastore(RegistryText("", "", Channel("sky", "Sky", "1.0") + Channel("news", "News", "1")));
+  SetCustomRegistry(RegistryText("", "", Channel("news", "Own News", "2")));
+  // The offer ends the check of the datastore's channels before its first row.
+  SetManifest("a.xml", ManifestText("", "", Offer("channel", "sky", "Sky", "2")));
+  installed_.InstalledChannels();
+  EXPECT_THAT(rows_.calls, ElementsAre(kChannelHeading,
+                                       "fillDiv installedchannels|Own News|2|About Own News|1|-"));
+  EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::AddInfo", 9, kSubscript)));
+}
+
 TEST_F(Updates, CustomChannelsThatNoSourceShowedHaveOneRowEachWithoutLetterCase) {
   sources_.UpdateSources.clear();
   SetDatastore(RegistryText("", "", ""));
