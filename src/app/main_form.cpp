@@ -98,8 +98,20 @@ void MainForm::Form_KeyDown(int key_code) {
 }
 
 void MainForm::lblHelp_Click() {
-  guarded(parts_.log, "Kitbay::lblHelp_Click",
-          [&] { parts_.desktop.DisplayHelpTopic(HelpTopic()); });
+  guarded(parts_.log, "Kitbay::lblHelp_Click", [&] {
+    try {
+      parts_.desktop.DisplayHelpTopic(HelpTopic());
+    } catch (const base::Failure&) {
+      TellMissingHelp();
+      throw;
+    }
+  });
+}
+
+void MainForm::TellMissingHelp() {
+  const std::string topic = HelpTopic();
+  parts_.desktop.ShowMessage("Cannot open the help file " + topic.substr(0, topic.find("::")) + ".",
+                             platform::kMessageTitle, platform::kOkOnly);
 }
 
 void MainForm::lblHelp_MouseMove() {
@@ -161,24 +173,31 @@ void MainForm::Form_Unload() {
     ShutDownTransfers();
     ObjSetToNothing();
     DeleteWorkingFolder();
-    parts_.page.document.Drop();
-    parts_.window.DisconnectDocument();
+    DropPage();
     parts_.desktop.CloseAllHelp();
     file_system_.reset();
     parts_.log.Close();
   });
+  // The page goes whatever step failed: a dialog that closes with this window would otherwise have
+  // the driver work on it.
+  if (parts_.page.document.IsConnected()) {
+    guarded(parts_.log, "Kitbay::Form_Unload", [&] { DropPage(); });
+  }
   parts_.loop.Quit();
+}
+
+void MainForm::DropPage() {
+  parts_.page.document.Drop();
+  parts_.window.DisconnectDocument();
 }
 
 void MainForm::ShutDownTransfers() {
   parts_.exchange.requests.SetDownloadObject(nullptr);
-  if (download_) {
-    guarded(parts_.log, "Kitbay::Form_Unload", [&] { download_->ShutDown(); });
-    download_.reset();
-  }
-  if (transport_) {
-    guarded(parts_.log, "Kitbay::Form_Unload", [&] { transport_->ShutDown(); });
-    transport_.reset();
+  for (auto* const object : {&download_, &transport_}) {
+    if (*object) {
+      (*object)->ShutDown();
+      object->reset();
+    }
   }
 }
 

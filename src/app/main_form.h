@@ -69,9 +69,11 @@ class MainForm : public platform::MainWindowEvents {
   void ConnectPage();
   void SweepReplacements();
   void ShutDownTransfers();
+  void DropPage();
   void DeleteWorkingFolder();
   void ObjSetToNothing();
   std::string HelpTopic() const;
+  void TellMissingHelp();
 
   FormParts parts_;
   bool loaded_ = false;

@@ -52,10 +52,13 @@ TEST_F(MainFormInput, HelpShowsItsTopic) {
   EXPECT_EQ(Log(), Header());
 }
 
-TEST_F(MainFormInput, HelpThatCannotBeShownIsLogged) {
-  desktop.FailHelp(base::Failure(-2147467259, "Unspecified error"));
+TEST_F(MainFormInput, HelpThatCannotBeShownIsToldAndLogged) {
+  desktop.FailHelp(base::Failure(base::RuntimeError::kFileNotFound));
   window.events()->lblHelp_Click();
-  EXPECT_EQ(Log(), Header() + Entry("Kitbay::lblHelp_Click", "-2147467259", "Unspecified error"));
+  EXPECT_EQ(Log(), Header() + Entry("Kitbay::lblHelp_Click", "53", "File not found"));
+  EXPECT_EQ(Count("ShowMessage [Cannot open the help file C:\\Ovalink\\help\\tesselhelp.chm.] "
+                  "[Kitbay] 0"),
+            1);
 }
 
 TEST_F(MainFormInput, TheHelpCursorIsLoadedAnewOnEveryMove) {

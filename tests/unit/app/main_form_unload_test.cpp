@@ -93,6 +93,17 @@ TEST_F(MainFormUnload, AReadOnlyFileStopsTheDeletionWhichIsLoggedAndTheProgramEn
   EXPECT_EQ(window.Handle(), platform::WindowHandle{});
 }
 
+TEST_F(MainFormUnload, PageAndDocumentAreDroppedAlsoWhenAStepBeforeFails) {
+  files.AddFile("C:\\Ovalink\\Temp\\kept.zip", "PK");
+  files.SetReadOnly("C:\\Ovalink\\Temp\\kept.zip");
+  const auto document = window.document();
+  window.Unload();
+  EXPECT_FALSE(page.document.IsConnected());
+  EXPECT_FALSE(document->Click(document->Body()));
+  EXPECT_EQ(Count("DisconnectDocument"), 1);
+  EXPECT_EQ(Count("CloseAllHelp"), 0);
+}
+
 TEST_F(MainFormUnload, WithoutAnInstallationFolderNoFolderIsDeleted) {
   files.AddFile("C:\\Temp\\others.txt", "theirs");
   settings.InstallFolder.clear();
@@ -160,6 +171,20 @@ TEST_F(ShutDown, ComesBeforeTheListsAreEmptied) {
   page.sources.UpdateSources = {"updates.example/list.xml"};
   window.Unload();
   EXPECT_THAT(noted, ElementsAre(1U, 1U));
+}
+
+TEST_F(ShutDown, ThatFailsIsLoggedAndEndsTheSequence) {
+  page.sources.UpdateSources = {"updates.example/list.xml"};
+  suite_objects.on_shut_down = [] { throw base::Failure(-2147467259, "Unspecified error"); };
+  journal.Clear();
+  window.Unload();
+  EXPECT_EQ(Log(), Header() + Entry("Kitbay::Form_Unload", "-2147467259", "Unspecified error"));
+  EXPECT_THAT(CallsOf({"ShutDown", "fso.DeleteFolder", "Disconnect", "CloseAllHelp", "Quit"}),
+              ElementsAre("DisconnectObject", "ShutDown URLDownloadLib.URLDownload",
+                          "DisconnectDocument", "Quit"));
+  EXPECT_THAT(page.sources.UpdateSources, ElementsAre("updates.example/list.xml"));
+  EXPECT_FALSE(page.document.IsConnected());
+  EXPECT_FALSE(program.exchange.requests.Updates("updates.example", "/a", "C:\\a"));
 }
 
 TEST_F(ShutDown, ComesAfterTheLastRequest) {
