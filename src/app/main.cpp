@@ -58,6 +58,7 @@ base::Settings OwnPlace() {
 }  // namespace kitbay::app
 
 int main() {
+  kitbay::platform::win32::DisableGhostWindows();
   const kitbay::app::Windows windows;
   kitbay::app::Program(windows.parts(), kitbay::app::OwnPlace()).Run();
   return 0;

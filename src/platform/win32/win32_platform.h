@@ -39,6 +39,11 @@ std::unique_ptr<ComServer> MakeComServer();
 std::unique_ptr<InstanceMark> MakeInstanceMark();
 std::unique_ptr<SuiteObjects> MakeSuiteObjects();
 
+/// Tells the system, for the rest of the process, not to put ghosts in the place of windows that do
+/// not answer for some seconds, as while a library registers itself: a ghost's close button ends
+/// the program in the middle of its work.
+void DisableGhostWindows();
+
 std::unique_ptr<MessageLoop> MakeMessageLoop();
 
 /// A main window whose keys `loop` passes on: to the window first, then to its browser control.

@@ -33,6 +33,8 @@ bool Win32MessageLoop::IsHandledAsKey(MSG& message) {
   });
 }
 
+void DisableGhostWindows() { DisableProcessWindowsGhosting(); }
+
 std::unique_ptr<MessageLoop> MakeMessageLoop() { return std::make_unique<Win32MessageLoop>(); }
 
 }  // namespace kitbay::platform::win32

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/win32/system/utf.h"
+#include "platform/win32/win32_platform.h"
 
 // What Kitbay.exe, named on the command line, tells about itself.
 namespace kitbay::contract {
@@ -121,6 +122,13 @@ TEST_F(ProgramFile, TellsWindowsHowItWantsToBeRun) {
                               "{8e0f7a12-bfb3-4fe8-b9a5-48fd50a15a9a}"}) {  // 10 and 11
     EXPECT_THAT(manifest, HasSubstr(std::string("<supportedOS Id=\"") + windows));
   }
+}
+
+// Nothing shows here whether the system obeys: under Wine no window is ever a ghost.
+TEST_F(ProgramFile, CanTellWindowsNotToShowGhosts) {
+  const std::string bytes =
+      platform::win32::MakeFiles()->Read(platform::win32::ToUtf8(ProgramPath()));
+  EXPECT_THAT(bytes, HasSubstr("DisableProcessWindowsGhosting"));
 }
 
 }  // namespace
