@@ -7,7 +7,7 @@ function(kitbay_library name)
     add_library(${name} STATIC ${arg_SOURCES})
     set(scope PUBLIC)
     if(KITBAY_CLANG_TIDY)
-      find_program(KITBAY_CLANG_TIDY_PROGRAM clang-tidy REQUIRED)
+      find_program(KITBAY_CLANG_TIDY_PROGRAM clang-tidy-19 REQUIRED)
       set_target_properties(${name} PROPERTIES CXX_CLANG_TIDY
         "${KITBAY_CLANG_TIDY_PROGRAM};--quiet")
     endif()

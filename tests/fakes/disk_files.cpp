@@ -60,7 +60,7 @@ class Descriptor {
 class DiskFileReader : public platform::FileReader {
  public:
   explicit DiskFileReader(Descriptor file) : file_(std::move(file)) {
-    struct stat info {};
+    struct stat info = {};
     if (fstat(file_.number(), &info) != 0 || S_ISDIR(info.st_mode)) {
       throw Failure(RuntimeError::kPermissionDenied);
     }
@@ -94,7 +94,7 @@ class DiskFileReader : public platform::FileReader {
 DiskFiles::DiskFiles(std::string drive) : drive_(std::move(drive)) {}
 
 bool DiskFiles::Exists(const std::string& path) const {
-  struct stat info {};
+  struct stat info = {};
   return stat(Place(path).c_str(), &info) == 0;
 }
 
@@ -136,12 +136,12 @@ void DiskFiles::CreateFolder(const std::string& path) {
 }
 
 bool DiskFiles::IsLink(const std::string& path) const {
-  struct stat info {};
+  struct stat info = {};
   return lstat(Place(path).c_str(), &info) == 0 && S_ISLNK(info.st_mode);
 }
 
 platform::LocalTime DiskFiles::LastModified(const std::string& path) const {
-  struct stat info {};
+  struct stat info = {};
   if (stat(Place(path).c_str(), &info) != 0) {
     throw SystemFailure(errno);
   }

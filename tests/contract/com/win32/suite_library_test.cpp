@@ -73,10 +73,8 @@ TEST(Automation, ArgumentsThatAreLeftOutHaveTheirDefaults) {
 
 TEST(Automation, AnArgumentOfAnotherTypeIs13) {
   const auto object = Create(L"FileSystemLib.FileSystemObject");
-  EXPECT_EQ(FailureNumber([&] {
-              CallMethod(*object.Get(), "DeleteFolder", {"C:\\missing", "maybe"});
-            }),
-            13);
+  const auto call = [&] { CallMethod(*object.Get(), "DeleteFolder", {"C:\\missing", "maybe"}); };
+  EXPECT_EQ(FailureNumber(call), 13);
 }
 
 TEST(Automation, ValuesAreConverted) {
