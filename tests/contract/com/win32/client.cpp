@@ -41,6 +41,7 @@ class Client {
       return Number([&] { Demand(manager_).BringToFront(); });
     }
     if (command == "create") return Create(argument);
+    if (command == "hold") return Hold(argument);
     if (command == "call") return Call(argument);
     if (command == "early") return CallEarly();
     if (command == "let") {
@@ -67,6 +68,16 @@ class Client {
           FAILED(CoCreateInstance(id, nullptr, CLSCTX_LOCAL_SERVER, IID_PPV_ARGS(&created_)))) {
         throw base::Failure(base::RuntimeError::kCannotCreateObject);
       }
+    });
+  }
+
+  std::string Hold(const std::string& prog_id) {
+    return Number([&] {
+      CLSID id;
+      ComPtr<IUnknown> running;
+      win32::Check(CLSIDFromProgID(win32::ToUtf16(prog_id).c_str(), &id));
+      win32::Check(GetActiveObject(id, nullptr, &running));
+      win32::Check(running.As(&created_));
     });
   }
 

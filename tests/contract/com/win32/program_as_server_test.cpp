@@ -7,6 +7,7 @@
 #include "contract/com/recording_services.h"
 #include "contract/com/win32/client_process.h"
 #include "contract/com/win32/registered_program.h"
+#include "contract/windows/replaced_import.h"
 #include "platform/win32/com/instance_mark.h"
 #include "platform/win32/com/own_type_library.h"
 #include "platform/win32/system/handles.h"
@@ -38,6 +39,11 @@ std::string TextAt(const std::wstring& key, const wchar_t* name = nullptr) {
       RegGetValueW(HKEY_CURRENT_USER, (std::wstring(kClasses) + L"\\" + key).c_str(), name,
                    RRF_RT_REG_SZ, nullptr, text, &size);
   return status == ERROR_SUCCESS ? ToUtf8(text) : "(missing)";
+}
+
+HANDLE WINAPI DenyMutex(LPSECURITY_ATTRIBUTES, WINBOOL, LPCWSTR) {
+  SetLastError(ERROR_ACCESS_DENIED);
+  return nullptr;
 }
 
 TEST(Registration, EntersClassesTypeLibraryAndInterfacesForTheUser) {
@@ -113,6 +119,24 @@ TEST(ProgramAsServer, ClientsMayUseTheInterfaceInsteadOfNames) {
   EXPECT_EQ(client.Ask("early"), "C:\\users\\Zoë\\数据");
 }
 
+TEST(ProgramAsServer, ADisconnectedManagerIsOutOfReachAndNotMerelySilent) {
+  const RegisteredProgram program;
+  CountingManager manager;
+  ClientProcess client;
+  const auto objects = platform::win32::MakeActiveObjects();
+  const auto class_id = objects->ClassIdFromProgId("Kitbay.Manager");
+  ASSERT_TRUE(class_id.has_value());
+  const auto cookie = objects->RegisterActiveObject(manager, *class_id);
+  ASSERT_TRUE(cookie.has_value());
+  ASSERT_EQ(client.Ask("hold Kitbay.Manager"), "0");
+  EXPECT_EQ(client.Ask("call NoSuchMember"), "failure 438");
+  EXPECT_EQ(objects->RevokeActiveObject(*cookie), 0);
+  objects->DisconnectObject(manager);
+  // Asked for its members, too, it answers no more: the system has let the object go.
+  const std::string answer = client.Ask("call NoSuchMember");
+  EXPECT_TRUE(answer.starts_with("failure -")) << answer;
+}
+
 TEST(ProgramAsServer, TheTableDoesNotKeepTheManagerAlive) {
   const RegisteredProgram program;
   CountingManager manager;
@@ -141,6 +165,19 @@ TEST(InstanceMark, IsSeenByTheNextProcessForAsLongAsItLives) {
     EXPECT_FALSE(mark.PreviousInstanceExists()) << "the first answer stands";
   }
   EXPECT_EQ(client.Ask("mark " + ToUtf8(name)), "0");
+}
+
+TEST(InstanceMark, OfTheProgramIsTheSessionsAndNotTheMachines) {
+  const auto mark = platform::win32::MakeInstanceMark();
+  ASSERT_FALSE(mark->PreviousInstanceExists());
+  EXPECT_TRUE(UniqueKernelObject(OpenMutexW(SYNCHRONIZE, FALSE, L"Local\\Kitbay.Manager")));
+  EXPECT_FALSE(UniqueKernelObject(OpenMutexW(SYNCHRONIZE, FALSE, L"Global\\Kitbay.Manager")));
+}
+
+TEST(InstanceMark, ThatMayNotBeOpenedIsAnotherInstancesAllTheSame) {
+  // What Windows says of a mutex that an administrator's instance has made; Wine denies none.
+  const ReplacedImport denied("CreateMutexW", reinterpret_cast<void*>(&DenyMutex));
+  EXPECT_TRUE(platform::win32::MutexMark(L"Local\\Kitbay.Tests denied").PreviousInstanceExists());
 }
 
 }  // namespace

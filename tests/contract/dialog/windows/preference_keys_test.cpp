@@ -5,7 +5,7 @@
 #include <gmock/gmock.h>
 
 #include "contract/dialog/windows/real_preference_window.h"
-#include "contract/windows/shift_held.h"
+#include "contract/windows/key_held.h"
 
 namespace kitbay::contract {
 namespace {
@@ -39,7 +39,7 @@ TEST_F(PreferenceKeys, TabGoesThroughTheControlsAndRound) {
 }
 
 TEST_F(PreferenceKeys, ShiftTabGoesTheOtherWay) {
-  const ShiftHeld shift;
+  const KeyHeld shift(VK_SHIFT);
   for (const char* next : {"cmdPrefClose", "Command1", "lstPrefURL", "cmdPrefOk", "txtPrefUrl"}) {
     world_.PressKey(VK_TAB);
     EXPECT_EQ(world_.Focus(), next);

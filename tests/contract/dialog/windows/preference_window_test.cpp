@@ -4,9 +4,8 @@
 #include <commctrl.h>
 #include <gmock/gmock.h>
 
-#include <array>
-
 #include "contract/dialog/windows/real_preference_window.h"
+#include "contract/windows/key_held.h"
 
 namespace kitbay::contract {
 namespace {
@@ -125,13 +124,10 @@ TEST_F(RealPreferenceWindow, AClickBelowTheItemsSelectsNone) {
 
 TEST_F(RealPreferenceWindow, OnlyOneItemIsSelectedAtATime) {
   world_.Click(2);
-  std::array<BYTE, 256> keys{};
-  GetKeyboardState(keys.data());
-  keys[VK_CONTROL] = 0x80;
-  SetKeyboardState(keys.data());
-  world_.Click(3);
-  keys[VK_CONTROL] = 0;
-  SetKeyboardState(keys.data());
+  {
+    const KeyHeld control(VK_CONTROL);
+    world_.Click(3);
+  }
   EXPECT_EQ(SendMessageW(world_.Control("lstPrefURL"), LVM_GETSELECTEDCOUNT, 0, 0), 1);
   EXPECT_EQ(world_.window().SelectedItem(), 3);
 }

@@ -7,12 +7,14 @@
 //
 #include <mshtmdid.h>
 
+#include "contract/windows/key_held.h"
 #include "platform/win32/com/automation.h"
 #include "platform/win32/window/com_identity.h"
 
 namespace kitbay::platform::win32 {
 namespace {
 
+using contract::KeyHeld;
 using Microsoft::WRL::ComPtr;
 
 class RecordingOwner : public BrowserOwner {
@@ -37,6 +39,13 @@ class SiteOfControl : public ::testing::Test {
     message.message = WM_KEYDOWN;
     message.wParam = key;
     return message;
+  }
+
+  /// Whether the page is given the key that goes down.
+  bool ReachesThePage(WPARAM key, UINT kind = WM_KEYDOWN) {
+    MSG message = KeyDown(key);
+    message.message = kind;
+    return As<IDocHostUIHandler>()->TranslateAccelerator(&message, nullptr, 0) == S_FALSE;
   }
 
   RecordingOwner owner_;
@@ -83,9 +92,32 @@ TEST_F(SiteOfControl, RefusesNewWindows) {
 TEST_F(SiteOfControl, RefusesDrops) {
   ComPtr<IDropTarget> target;
   ASSERT_EQ(As<IDocHostUIHandler>()->GetDropTarget(nullptr, &target), S_OK);
+  for (const auto step : {&IDropTarget::DragEnter, &IDropTarget::Drop}) {
+    DWORD effect = DROPEFFECT_COPY;
+    EXPECT_EQ((target.Get()->*step)(nullptr, 0, {}, &effect), S_OK);
+    EXPECT_EQ(effect, static_cast<DWORD>(DROPEFFECT_NONE));
+  }
   DWORD effect = DROPEFFECT_COPY;
-  EXPECT_EQ(target->DragEnter(nullptr, 0, {}, &effect), S_OK);
+  EXPECT_EQ(target->DragOver(0, {}, &effect), S_OK);
   EXPECT_EQ(effect, static_cast<DWORD>(DROPEFFECT_NONE));
+}
+
+TEST_F(SiteOfControl, IsThemedScalesAndKeepsToTheRulesOfAWebPage) {
+  DOCHOSTUIINFO info{};
+  ASSERT_EQ(As<IDocHostUIHandler>()->GetHostInfo(&info), S_OK);
+  for (const DWORD flag :
+       {DOCHOSTUIFLAG_NO3DBORDER, DOCHOSTUIFLAG_NO3DOUTERBORDER, DOCHOSTUIFLAG_THEME,
+        DOCHOSTUIFLAG_DISABLE_HELP_MENU, DOCHOSTUIFLAG_DISABLE_SCRIPT_INACTIVE,
+        DOCHOSTUIFLAG_LOCAL_MACHINE_ACCESS_CHECK, DOCHOSTUIFLAG_DISABLE_UNTRUSTEDPROTOCOL,
+        DOCHOSTUIFLAG_DPI_AWARE}) {
+    EXPECT_TRUE(info.dwFlags & flag) << std::hex << flag;
+  }
+  EXPECT_EQ(info.dwDoubleClick, static_cast<DWORD>(DOCHOSTUIDBLCLK_DEFAULT));
+}
+
+TEST_F(SiteOfControl, IsInUseAndNotBeingDesigned) {
+  EXPECT_TRUE(
+      Invoke(*As<IDispatch>().Get(), DISPID_AMBIENT_USERMODE, DISPATCH_PROPERTYGET).ToBoolean());
 }
 
 TEST_F(SiteOfControl, ShowsNoMenuOfTheControl) {
@@ -97,26 +129,46 @@ TEST_F(SiteOfControl, ShowsNoMenuOfTheControl) {
 }
 
 TEST_F(SiteOfControl, KeepsTheKeysOfABrowserFromThePage) {
-  const ComPtr<IDocHostUIHandler> handler = As<IDocHostUIHandler>();
-  for (const WPARAM key : {VK_F5, VK_F11, VK_BACK}) {
-    MSG message = KeyDown(key);
-    EXPECT_EQ(handler->TranslateAccelerator(&message, nullptr, 0), S_OK) << key;
+  for (const WPARAM key : {VK_F1, VK_F5, VK_F11, VK_F24, VK_BACK}) {
+    EXPECT_FALSE(ReachesThePage(key)) << key;
   }
   for (const WPARAM key : {VK_TAB, VK_DOWN, VK_NEXT, VK_RETURN, VK_SPACE, VK_ESCAPE}) {
-    MSG message = KeyDown(key);
-    EXPECT_EQ(handler->TranslateAccelerator(&message, nullptr, 0), S_FALSE) << key;
+    EXPECT_TRUE(ReachesThePage(key)) << key;
   }
 }
+
+TEST_F(SiteOfControl, LeavesThePageTheKeysThatCopyAndSelect) {
+  const KeyHeld control(VK_CONTROL);
+  for (const WPARAM key : {WPARAM{'C'}, WPARAM{'A'}, WPARAM{VK_INSERT}}) {
+    EXPECT_TRUE(ReachesThePage(key)) << key;
+  }
+  for (const WPARAM key : {WPARAM{'F'}, WPARAM{'N'}, WPARAM{'O'}, WPARAM{'P'}, WPARAM{'V'},
+                           WPARAM{VK_TAB}, WPARAM{VK_BACK}}) {
+    EXPECT_FALSE(ReachesThePage(key)) << key;
+  }
+}
+
+TEST_F(SiteOfControl, KeepsKeysWithAltFromThePage) {
+  const KeyHeld alt(VK_MENU);
+  for (const UINT kind : {WM_KEYDOWN, WM_SYSKEYDOWN}) {
+    EXPECT_FALSE(ReachesThePage(VK_LEFT, kind));
+    EXPECT_FALSE(ReachesThePage(VK_HOME, kind));
+  }
+}
+
+TEST_F(SiteOfControl, HoldsBackNoKeyThatIsLetGo) { EXPECT_TRUE(ReachesThePage(VK_F5, WM_KEYUP)); }
 
 TEST_F(SiteOfControl, HandsTheFocusOnAtTheEndOfThePage) {
   constexpr DWORD kShift = 1;
   constexpr DWORD kControl = 2;
+  constexpr DWORD kAlt = 4;
   state_->owner = &owner_;
   const ComPtr<IOleControlSite> site = As<IOleControlSite>();
   MSG tab = KeyDown(VK_TAB);
   EXPECT_EQ(site->TranslateAccelerator(&tab, 0), S_OK);
   EXPECT_EQ(site->TranslateAccelerator(&tab, kShift), S_OK);
   EXPECT_EQ(site->TranslateAccelerator(&tab, kControl), S_FALSE);
+  EXPECT_EQ(site->TranslateAccelerator(&tab, kAlt), S_FALSE);
   MSG letter = KeyDown('A');
   EXPECT_EQ(site->TranslateAccelerator(&letter, 0), S_FALSE);
   EXPECT_EQ(owner_.left_forwards, 1);

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "contract/page/windows/loaded_window.h"
-#include "contract/windows/shift_held.h"
+#include "contract/windows/key_held.h"
 
 namespace kitbay::contract {
 namespace {
@@ -124,7 +124,7 @@ TEST_F(MainWindowKeys, TabGoesThroughThePageAndTheButtonsAndRound) {
 TEST_F(MainWindowKeys, ShiftTabGoesTheOtherWay) {
   ASSERT_TRUE(loaded_.ShowMarkup(kTwoButtons));
   SetFocus(close());
-  const ShiftHeld shift;
+  const KeyHeld shift(VK_SHIFT);
   loaded_.PressKey(VK_TAB);
   EXPECT_EQ(GetFocus(), directories());
   loaded_.PressKey(VK_TAB);

@@ -98,6 +98,19 @@ TEST(MainWindow, TheBrowserFollowsTheWindowsSize) {
   }
 }
 
+TEST(MainWindow, AMinimisedWindowLeavesItsPageAsItIs) {
+  LoadedWindow loaded;
+  loaded.window().Show();
+  const HWND browser = loaded.Browser();
+  const RECT shown = PlaceIn(loaded.handle(), browser);
+  ShowWindow(loaded.handle(), SW_MINIMIZE);
+  ASSERT_TRUE(IsIconic(loaded.handle()));
+  const RECT minimised = PlaceIn(loaded.handle(), browser);
+  EXPECT_EQ(minimised.right - minimised.left, shown.right - shown.left);
+  EXPECT_EQ(minimised.bottom - minimised.top, shown.bottom - shown.top);
+  EXPECT_GT(shown.bottom - shown.top, 0);
+}
+
 TEST(MainWindow, AnotherResolutionScalesItsControls) {
   LoadedWindow& loaded = SharedWindow();
   const HWND button = loaded.Control(WC_BUTTONW, L"&Close");
