@@ -110,6 +110,7 @@ bool UpdateRequests::DownloadFirst(ComponentKind kind, const std::string& lower_
                                    const std::string& row_id, const std::string& row_name) {
   for (const catalog::NewComponent& listed : new_components_[kind]) {
     if (base::ToLower(listed.name) == lower_name) {
+      // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): the list may be filled again
       const catalog::NewComponent component = listed;
       pending_[kind] = {.file_path = SplitSource(component.url).file_path,
                         .name = component.id,
