@@ -1,9 +1,11 @@
-; The installer of Kitbay for one user, without an administrator. ./package makes it; it passes on
-;   STAGE    the folder with the files as they are to lie beside the program
+; The installer of Kitbay for one user, without an administrator. It holds the program for 32-bit and for
+; 64-bit suites and installs the one that fits the suite that it finds. ./package makes it; it passes on
+;   STAGE    the folder with the files as they are to lie beside the program; those of one bitness only
+;            lie in its folders "32" and "64"
 ;   OUTPUT   the installer's path
 ;   VERSION  as "1.2.3"
 ;   ICON     the program's icon
-;   SIZE     of all files, in KB
+;   SIZE     of all files that are installed, in KB
 ; With /S nothing is asked and nothing is shown. It fails with 2 while Kitbay runs.
 
 !define UNINSTALLS "Software\Microsoft\Windows\CurrentVersion\Uninstall"
@@ -13,6 +15,8 @@
 !define I_MANAGER "{0A31275D-7C6C-49EC-BCF6-9F429F461F38}"
 !define I_REGISTRY "{40D822C5-F70C-4C29-981D-8BDAFB9F0135}"
 !define TYPE_LIBRARY "{997F378A-6AD5-4C37-8B7C-27DA8AC64210}"
+
+Var Bits ; of the program to install: 32 or 64
 
 Name "Kitbay"
 BrandingText "Kitbay ${VERSION}"
@@ -49,18 +53,79 @@ UninstPage instfiles
   ${EndIf}
 !macroend
 !include LogicLib.nsh
+!include x64.nsh
+
+; Only a program of the suite's own bitness can load the suite's libraries. LookForSuite sets $Bits and
+; $R0, where they are empty, to what a view of the registry says: $Bits to the view's own bitness where it
+; has the main client's uninstall entry, $R0 to that of the client's executable where it can be read.
+!macro LookForSuite VIEW
+  SetRegView ${VIEW}
+  ReadRegStr $0 HKLM "${UNINSTALLS}\Tessel" "InstallLocation"
+  ReadRegStr $1 HKLM "${UNINSTALLS}\Tessel" "ApplicationEXE"
+  ${If} $0 != ""
+    ${If} $1 == ""
+      StrCpy $1 "Tessel.exe"
+    ${EndIf}
+    ${If} $Bits == ""
+      StrCpy $Bits ${VIEW}
+    ${EndIf}
+    System::Call 'kernel32::GetBinaryTypeW(w "$0\$1", *i .r2) i .r3'
+    ${If} $R0 == ""
+    ${AndIf} $3 <> 0
+      ${Select} $2
+      ${Case} 0
+        StrCpy $R0 32
+      ${Case} 6
+        StrCpy $R0 64
+      ${EndSelect}
+    ${EndIf}
+  ${EndIf}
+!macroend
+
+; An entry may lie in the wrong view, for an installer of 32 bits may have brought a suite of 64; the
+; executable is what it is.
+Function ChooseBits
+  StrCpy $Bits ""
+  StrCpy $R0 ""
+  ${If} ${RunningX64}
+    !insertmacro LookForSuite 32
+    !insertmacro LookForSuite 64
+    SetRegView 32
+    ${If} $R0 != ""
+      StrCpy $Bits $R0
+    ${EndIf}
+  ${EndIf}
+  ${If} $Bits == ""
+    StrCpy $Bits 32
+  ${EndIf}
+FunctionEnd
 
 Function .onInit
   !insertmacro DemandThatKitbayIsClosed
+  Call ChooseBits
 FunctionEnd
 
 Function un.onInit
   !insertmacro DemandThatKitbayIsClosed
 FunctionEnd
 
+; Without the redirection a 32-bit installer, too, finds the 64-bit registrar. Its exit code is in $2.
+!macro RegisterSuiteObjects OPTION
+  ${If} $Bits == 64
+    ${DisableX64FSRedirection}
+  ${EndIf}
+  ExecWait '"$SYSDIR\regsvr32.exe" /s ${OPTION} "$INSTDIR\OvalinkSuite.dll"' $2
+  ${EnableX64FSRedirection}
+!macroend
+
 Section
   SetOutPath "$INSTDIR"
   File "${STAGE}\*.*"
+  ${If} $Bits == 64
+    File "${STAGE}\64\*.*"
+  ${Else}
+    File "${STAGE}\32\*.*"
+  ${EndIf}
   WriteUninstaller "$INSTDIR\Uninstall.exe"
   CreateShortcut "$SMPROGRAMS\Kitbay.lnk" "$INSTDIR\Kitbay.exe"
 
@@ -69,7 +134,7 @@ Section
   ReadRegStr $1 HKCU "${UNINSTALL}" "SuiteObjects"
   ${If} $0 == ""
   ${OrIf} $1 == "registered"
-    ExecWait '"$SYSDIR\regsvr32.exe" /s "$INSTDIR\OvalinkSuite.dll"' $2
+    !insertmacro RegisterSuiteObjects ""
     ${If} $2 <> 0
       MessageBox MB_OK|MB_ICONEXCLAMATION "The objects of the suite could not be registered." /SD IDOK
       SetErrorLevel 3
@@ -85,17 +150,15 @@ Section
   WriteRegStr HKCU "${UNINSTALL}" "UninstallString" '"$INSTDIR\Uninstall.exe"'
   WriteRegStr HKCU "${UNINSTALL}" "QuietUninstallString" '"$INSTDIR\Uninstall.exe" /S'
   WriteRegDWORD HKCU "${UNINSTALL}" "EstimatedSize" ${SIZE}
+  WriteRegDWORD HKCU "${UNINSTALL}" "Bits" $Bits
   WriteRegDWORD HKCU "${UNINSTALL}" "NoModify" 1
   WriteRegDWORD HKCU "${UNINSTALL}" "NoRepair" 1
 SectionEnd
 
-Section "un."
-  ReadRegStr $0 HKCU "${UNINSTALL}" "SuiteObjects"
-  ${If} $0 == "registered"
-    ExecWait '"$SYSDIR\regsvr32.exe" /s /u "$INSTDIR\OvalinkSuite.dll"'
-  ${EndIf}
-
-  ; What Kitbay entered for itself when it was started, unless another Kitbay has its place by now.
+; What Kitbay entered for itself when it was started, in the view of the registry that it sees, unless
+; another Kitbay has its place by now.
+!macro DeleteOwnClasses VIEW
+  SetRegView ${VIEW}
   ReadRegStr $0 HKCU "Software\Classes\CLSID\${MANAGER}\LocalServer32" ""
   ${If} $0 == '"$INSTDIR\Kitbay.exe"'
     DeleteRegKey HKCU "Software\Classes\Kitbay.Manager"
@@ -106,6 +169,17 @@ Section "un."
     DeleteRegKey HKCU "Software\Classes\Interface\${I_REGISTRY}"
     DeleteRegKey HKCU "Software\Classes\TypeLib\${TYPE_LIBRARY}"
   ${EndIf}
+!macroend
+
+Section "un."
+  ReadRegStr $0 HKCU "${UNINSTALL}" "SuiteObjects"
+  ${If} $0 == "registered"
+    ReadRegDWORD $Bits HKCU "${UNINSTALL}" "Bits"
+    !insertmacro RegisterSuiteObjects "/u"
+  ${EndIf}
+
+  !insertmacro DeleteOwnClasses 64
+  !insertmacro DeleteOwnClasses 32
   DeleteRegKey HKCU "${UNINSTALL}"
   DeleteRegKey /ifempty HKCU "${UNINSTALLS}"
 

@@ -1,14 +1,15 @@
 # Sourced by the scripts that use Wine, with $root set to the top of the tree: which Wine runs, and
 # the prefix that it runs in. KITBAY_BITS says whether that is a 32-bit or a 64-bit Windows, and so
-# which build runs there, $windows_build; without it, it is 64. A WINEPREFIX below build/ is taken as it
-# is; any other is the user's own and is left alone.
+# which build runs there, $windows_build; without it, it is 64. With KITBAY_WOW64, a 64-bit Windows runs
+# 32-bit programs as well, as far as Wine does. A WINEPREFIX below build/ is taken as it is; any other is
+# the user's own and is left alone.
 export KITBAY_BITS=${KITBAY_BITS:-64}
 wine=
 wineserver=
+wine32=$root/build/deps/wine32
 case $KITBAY_BITS in
 32)
   own_prefix=$root/build/wine32
-  wine32=$root/build/deps/wine32
   if [ -f "$wine32/.stamp" ]; then
     wine=$wine32/usr/lib/wine/wine
     wineserver=$wine32/usr/lib/wine/wineserver32
@@ -19,6 +20,7 @@ case $KITBAY_BITS in
   ;;
 64)
   own_prefix=$root/build/wine
+  if [ -n "${KITBAY_WOW64:-}" ]; then export WINEDLLPATH=$wine32/usr/lib/i386-linux-gnu/wine; fi
   for candidate in /usr/lib/wine/wine64 wine64 wine; do
     if command -v "$candidate" >/dev/null; then wine=$candidate && break; fi
   done

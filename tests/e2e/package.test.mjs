@@ -1,5 +1,5 @@
-// The installer, in a Wine prefix that has never seen Kitbay: silent installation, the program started
-// from its shortcut, silent removal, and what is left of it all.
+// The installer, in a Wine prefix that has never seen Kitbay: which of its two programs it installs; silent
+// installation, the program started from its shortcut, silent removal, and what is left of it all.
 import assert from 'node:assert/strict';
 import { execFile } from 'node:child_process';
 import fs from 'node:fs';
@@ -9,12 +9,18 @@ import { promisify } from 'node:util';
 import { fileURLToPath } from 'node:url';
 
 const root = fileURLToPath(new URL('../..', import.meta.url)).replace(/\/$/, '');
-const prefix = path.join(root, 'build/wine-package');
+const bits = process.env.KITBAY_BITS ?? '64';
+const prefix = path.join(root, `build/wine-package-${bits}`);
 process.env.WINEPREFIX = prefix;
-const { buildFolder, eventually, isKitbay, Program, rowsOf, Suite, windows, windowsPath, wine } = await import('./harness.mjs');
+// The installer is a 32-bit program.
+process.env.KITBAY_WOW64 = bits === '64' ? 'yes' : '';
+const skip = !fs.existsSync(path.join(root, 'build/deps/wine32')) && 'there is no 32-bit Wine on this machine';
+const { buildFolder, eventually, isKitbay, Program, rowsOf, Suite, windows, windowsPath, wine } = await import(
+  './harness.mjs'
+);
 
 const run = promisify(execFile);
-const installer = path.join(root, 'build/package/KitbaySetup-x64.exe');
+const installer = path.join(root, 'build/package/KitbaySetup.exe');
 const driveC = path.join(prefix, 'drive_c');
 const uninstallKey = 'HKCU\\Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\Kitbay';
 const files = [
@@ -66,28 +72,80 @@ async function values(key) {
   );
 }
 
+/** 32 or 64, by the machine that a program's header names. */
+function bitsOf(program) {
+  const bytes = fs.readFileSync(program);
+  return { 0x14c: 32, 0x8664: 64 }[bytes.readUInt16LE(bytes.readUInt32LE(0x3c) + 4)];
+}
+
+async function remove() {
+  await wine(path.join(folder, 'Uninstall.exe'), '/S');
+  await eventually('the end of the folder', () => !fs.existsSync(folder));
+}
+
 before(async () => {
+  if (skip) return;
   await run(path.join(root, 'tools/wine_prefix'), ['--stop'], { env: process.env });
   fs.rmSync(prefix, { recursive: true, force: true });
-  await run(path.join(root, 'tools/make_installer'), ['x64']);
+  await run(path.join(root, 'tools/make_installer'));
   await run(path.join(root, 'tools/wine_prefix'), [], { env: process.env });
-  // The prefix of the tests has the objects of the build; the installer is to bring its own.
-  await wine('regsvr32', '/s', '/u', path.join(buildFolder, 'suite/OvalinkSuite.dll'));
-  await Suite.layOut();
   const users = path.join(driveC, 'users');
   user = path.join(users, fs.readdirSync(users).find((name) => name !== 'Public'));
   folder = path.join(user, 'AppData/Local/Programs/Kitbay');
   startMenu = path.join(user, 'AppData/Roaming/Microsoft/Windows/Start Menu/Programs');
-  filesBefore = filesOfDrive();
-  keysBefore = await keysOfUser();
 });
 after(async () => {
+  if (skip) return;
   await kitbay?.dispose();
   await run(path.join(root, 'tools/wine_prefix'), ['--stop'], { env: process.env });
 });
 
-test('a silent installation puts the program where the user may write, and enters it', async () => {
+const kEntry = 'Microsoft\\Windows\\CurrentVersion\\Uninstall\\Tessel';
+
+/** Enters a suite with the main client of a build into a view of the registry. */
+async function enterSuite(build, view) {
+  const place = path.join(driveC, 'suite');
+  fs.mkdirSync(place, { recursive: true });
+  const client = 'standins/main_client/Tessel.exe';
+  if (build) fs.copyFileSync(path.join(root, 'build', build, client), path.join(place, 'Tessel.exe'));
+  await wine('reg', 'add', `HKLM\\SOFTWARE\\${view}${kEntry}`, '/v', 'InstallLocation', '/d', 'C:\\suite', '/f');
+  return async () => {
+    await wine('reg', 'delete', `HKLM\\SOFTWARE\\${view}${kEntry}`, '/f');
+    fs.rmSync(place, { recursive: true });
+  };
+}
+
+const kView32 = 'Wow6432Node\\';
+for (const { what, build, view, expected, on } of [
+  { what: 'no suite', expected: 32, on: ['32', '64'] },
+  { what: 'a suite of 32 bits', build: 'win32', view: kView32, expected: 32, on: ['64'] },
+  { what: 'a suite of 64 bits', build: 'win64', view: '', expected: 64, on: ['64'] },
+  { what: 'a suite of 64 bits that was entered as one of 32', build: 'win64', view: kView32, expected: 64, on: ['64'] },
+  { what: 'an entry of 32 bits without a main client', view: kView32, expected: 32, on: ['64'] },
+  { what: 'an entry of 64 bits without a main client', view: '', expected: 64, on: ['64'] },
+]) {
+  if (!on.includes(bits)) continue;
+  test(`for ${what} the program of ${expected} bits is installed`, { skip }, async () => {
+    const takeBack = view === undefined ? () => {} : await enterSuite(build, view);
+    try {
+      await wine(installer, '/S');
+      assert.equal(bitsOf(path.join(folder, 'Kitbay.exe')), expected);
+      assert.equal(bitsOf(path.join(folder, 'OvalinkSuite.dll')), expected);
+    } finally {
+      await remove();
+      await takeBack();
+    }
+  });
+}
+
+test('a silent installation puts the program where the user may write, and enters it', { skip }, async () => {
+  // The prefix of the tests has the objects of the build; the installer is to bring its own.
+  await wine('regsvr32', '/s', '/u', path.join(buildFolder, 'suite/OvalinkSuite.dll'));
+  await Suite.layOut();
+  filesBefore = filesOfDrive();
+  keysBefore = await keysOfUser();
   await wine(installer, '/S');
+  assert.equal(bitsOf(path.join(folder, 'Kitbay.exe')), Number(bits));
   assert.deepEqual(fs.readdirSync(folder).sort(), [...files].sort());
   const entry = await values(uninstallKey);
   const place = windowsPath(folder);
@@ -97,7 +155,7 @@ test('a silent installation puts the program where the user may write, and enter
   assert.equal(entry.QuietUninstallString, `"${place}\\Uninstall.exe" /S`);
 });
 
-test('the program that the shortcut names lists what is installed', async () => {
+test('the program that the shortcut names lists what is installed', { skip }, async () => {
   const link = fs.readFileSync(path.join(startMenu, 'Kitbay.lnk'));
   const target = link.toString('latin1').match(/C:\\[ -~]*?Kitbay\.exe/)[0];
   kitbay = Program.start(path.join(driveC, ...target.slice(3).split('\\')));
@@ -107,7 +165,7 @@ test('the program that the shortcut names lists what is installed', async () => 
   assert.equal(rows[4].name, 'Recipe of the Day');
 });
 
-test('nothing is removed while the program runs', async () => {
+test('nothing is removed while the program runs', { skip }, async () => {
   // Told its place, it works there instead of starting a copy of itself, and gives its exit code.
   await assert.rejects(wine(path.join(folder, 'Uninstall.exe'), '/S', `_?=${windowsPath(folder)}`), { code: 2 });
   assert.deepEqual(fs.readdirSync(folder).sort(), [...files].sort());
@@ -115,9 +173,8 @@ test('nothing is removed while the program runs', async () => {
   await eventually('the end of the window', async () => !(await windows()).some(isKitbay));
 });
 
-test('a silent removal leaves the files and keys of before', async () => {
-  await wine(path.join(folder, 'Uninstall.exe'), '/S');
-  await eventually('the end of the folder', () => !fs.existsSync(folder));
+test('a silent removal leaves the files and keys of before', { skip }, async () => {
+  await remove();
   const programs = path.dirname(folder);
   assert.deepEqual(
     filesOfDrive().filter((name) => path.join(driveC, name) !== programs),
@@ -126,7 +183,7 @@ test('a silent removal leaves the files and keys of before', async () => {
   assert.deepEqual(await keysOfUser(), keysBefore);
 });
 
-test("a file of the user's in the program's folder stays", async () => {
+test("a file of the user's in the program's folder stays", { skip }, async () => {
   await wine(installer, '/S');
   fs.writeFileSync(path.join(folder, 'install.txt'), 'my own\r\n');
   await wine(path.join(folder, 'Uninstall.exe'), '/S');
