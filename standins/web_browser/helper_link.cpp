@@ -7,8 +7,9 @@
 namespace kitbay::web_browser {
 namespace {
 
-constexpr int kStartLimitMs = 20000;
-constexpr int kCallLimitMs = 15000;
+// A helper that does not start tells nobody. One that has started is waited for however busy it is:
+// when it ends, so do its connections.
+constexpr int kStartLimitMs = 120000;
 
 std::string RandomToken() {
   constexpr char kDigits[] = "0123456789abcdef";
@@ -40,7 +41,7 @@ Json HelperLink::Call(Json::Object request) {
     if (answer.At("i").Integer() != last_call_) throw LinkLost("An answer to another call");
     return answer;
   } catch (const std::exception&) {
-    // A late answer would be taken for the next call's.
+    // What comes now would be taken for the answer to the next call.
     lost_ = true;
     throw;
   }
@@ -62,7 +63,6 @@ void HelperLink::Connect() {
   calls_ = AcceptAs("calls");
   notices_ = AcceptAs("notices");
   listener_ = Socket();
-  calls_.LimitWaiting(kCallLimitMs);
   reader_ = std::thread([this] { ReadNotices(); });
   connected_ = true;
   lost_ = false;

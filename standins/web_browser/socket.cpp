@@ -67,11 +67,6 @@ Socket Socket::Accept(int limit_ms) const {
   return connection;
 }
 
-void Socket::LimitWaiting(int limit_ms) {
-  const DWORD limit = static_cast<DWORD>(limit_ms);
-  setsockopt(socket_, SOL_SOCKET, SO_RCVTIMEO, reinterpret_cast<const char*>(&limit), sizeof limit);
-}
-
 void Socket::SendLine(std::string line) {
   line += '\n';
   for (std::string_view rest = line; !rest.empty();) {

@@ -38,8 +38,6 @@ class Socket {
   /** The next connection within the time. */
   Socket Accept(int limit_ms) const;
 
-  /** From now on a line that does not come within the time is a failure. */
-  void LimitWaiting(int limit_ms);
   void SendLine(std::string line);
   /** Waits for the next line. */
   std::string ReadLine();

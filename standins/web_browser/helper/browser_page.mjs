@@ -6,7 +6,7 @@ import { quirksSheet } from './quirks_sheet.mjs';
 import { kBindingName, kWorldName, pageScript } from './page_script.mjs';
 
 const kDisconnected = JSON.stringify({ e: 0x80010108, d: 'The document is gone' });
-const kLoadLimitMs = 20000;
+const kLoadLimitMs = 120000;
 const kFileMissing = 404;
 const kQuirksMode = 5;
 

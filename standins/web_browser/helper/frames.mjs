@@ -1,4 +1,4 @@
-import { EventEmitter } from 'node:events';
+import { EventEmitter, once } from 'node:events';
 
 /** Pictures of the page as it changes. Emits 'frame' {n, data}: a number and a PNG in base64. */
 export class Frames extends EventEmitter {
@@ -6,6 +6,7 @@ export class Frames extends EventEmitter {
   #last = 0;
   #size = { width: 800, height: 600 };
   #running = false;
+  #turn = Promise.resolve();
 
   constructor(page) {
     super();
@@ -18,18 +19,15 @@ export class Frames extends EventEmitter {
     });
   }
 
-  /** The number of the newest picture. */
-  get last() {
-    return this.#last;
-  }
-
   /** Gives the page another size in pixels. */
   async resize(width, height) {
     if (width < 1 || height < 1) return;
     this.#size = { width, height };
     await this.#page.send('Emulation.setDeviceMetricsOverride',
       { width, height, deviceScaleFactor: 1, mobile: false });
-    if (this.#running) await this.restart();
+    if (!this.#running) return;
+    await this.#page.send('Page.stopScreencast');
+    await this.start();
   }
 
   /** Begins; a fresh picture comes first, whether or not the page changes. */
@@ -40,14 +38,19 @@ export class Frames extends EventEmitter {
     });
   }
 
-  /** Asks for a fresh picture of the page as it is now. */
-  async restart() {
-    await this.#page.send('Page.stopScreencast');
-    await this.start();
+  /** Resolves with the number of a picture of the page as it is now, or later. */
+  fresh() {
+    const number = this.#turn.then(() => this.#takeAnother());
+    this.#turn = number.catch(() => {});
+    return number;
   }
 
-  /** Resolves with the number of the first picture after the present one. */
-  next() {
-    return new Promise((resolve) => this.once('frame', ({ n }) => resolve(n)));
+  /** After the stop no picture of before is on its way any more. */
+  async #takeAnother() {
+    await this.#page.send('Page.stopScreencast');
+    const frame = once(this, 'frame');
+    await this.start();
+    const [{ n }] = await frame;
+    return n;
   }
 }

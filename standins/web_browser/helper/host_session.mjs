@@ -12,7 +12,8 @@ export class HostSession extends EventEmitter {
   #frames;
   #input;
   #unhandled = new Set();
-  #lastPainted = 0;
+  #callCount = 0;
+  #lastPainted = { number: 0, callCount: 0 };
 
   constructor({ calls, notices, page, frames, input }) {
     super();
@@ -31,6 +32,12 @@ export class HostSession extends EventEmitter {
     calls.on('message', (message) => this.#handle(message));
   }
 
+  /** How many calls the host has made so far. */
+  get callCount() {
+    return this.#callCount;
+  }
+
+  /** The newest picture that the host has painted, {number, callCount}, with the calls made before. */
   get lastPainted() {
     return this.#lastPainted;
   }
@@ -56,6 +63,7 @@ export class HostSession extends EventEmitter {
   }
 
   #handle(message) {
+    if (message.i !== undefined) this.#callCount += 1;
     switch (message.op) {
       case 'invoke': return this.#invoke(message);
       case 'document': return this.#reply(message.i, { v: { h: 1 }, g: this.#page.generation });
@@ -100,7 +108,7 @@ export class HostSession extends EventEmitter {
   }
 
   #painted(number) {
-    this.#lastPainted = Math.max(this.#lastPainted, number);
+    this.#lastPainted = { number: Math.max(this.#lastPainted.number, number), callCount: this.#callCount };
     this.emit('painted');
   }
 }

@@ -1,3 +1,5 @@
+import { EventEmitter } from 'node:events';
+
 // Names of the keys that do something else than write a character, by virtual key code.
 const kKeyNames = {
   8: 'Backspace', 9: 'Tab', 13: 'Enter', 16: 'Shift', 17: 'Control', 18: 'Alt', 27: 'Escape',
@@ -7,14 +9,26 @@ const kKeyNames = {
 const kSpaceKey = 32;
 const kLeftButton = 1;
 
-/** Hands the host's mouse and keyboard to the page, in the order in which they come. */
-export class Input {
+/**
+ * Hands the host's mouse and keyboard to the page, in the order in which they come. Emits 'taken' each
+ * time the page has dealt with one.
+ */
+export class Input extends EventEmitter {
   #page;
+  #releases = 0;
+  #keys = 0;
   #isMoving = false;
   #heldMove;
 
   constructor(page) {
+    super();
+    this.setMaxListeners(0);
     this.#page = page;
+  }
+
+  /** How much the page has dealt with: {releases, keys}, of mouse buttons and of keys that went up. */
+  get taken() {
+    return { releases: this.#releases, keys: this.#keys };
   }
 
   /** `message` is {type, x, y, button, buttons, count, mods, dx, dy} in page pixels. */
@@ -32,10 +46,11 @@ export class Input {
   /** `message` is {type: 'rawKeyDown' | 'keyUp' | 'char', vk, text, mods}. */
   key({ type, vk, text, mods }) {
     const name = kKeyNames[vk] ?? (vk === kSpaceKey ? ' ' : text);
-    this.#send('Input.dispatchKeyEvent', {
+    const sent = this.#send('Input.dispatchKeyEvent', {
       type, modifiers: mods, key: name, code: kKeyNames[vk] ?? (vk === kSpaceKey ? 'Space' : ''),
       ...(type === 'char' ? { text } : { windowsVirtualKeyCode: vk }),
     });
+    if (type === 'keyUp') this.#count(sent, () => (this.#keys += 1));
   }
 
   /** Of the moves that come while one is on its way only the newest counts. */
@@ -53,7 +68,14 @@ export class Input {
 
   #dispatchMouse(event) {
     this.#heldMove = undefined;
-    this.#send('Input.dispatchMouseEvent', event);
+    const sent = this.#send('Input.dispatchMouseEvent', event);
+    if (event.type === 'mouseReleased') this.#count(sent, () => (this.#releases += 1));
+  }
+
+  async #count(sent, add) {
+    await sent;
+    add();
+    this.emit('taken');
   }
 
   /** Input that the page can no longer take is lost, as on any closing window. */

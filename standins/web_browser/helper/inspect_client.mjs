@@ -5,48 +5,59 @@ import { once } from 'node:events';
 import { LineConnection } from './wire.mjs';
 
 /** Resolves with the content of a file as soon as it is there. */
-async function appearing(file, timeoutMs) {
-  const limit = AbortSignal.timeout(timeoutMs);
-  const watcher = fs.watch(path.dirname(file));
+async function appearing(file, signal) {
+  const watcher = fs.watch(path.dirname(file), { persistent: false });
   try {
-    while (!fs.existsSync(file)) await once(watcher, 'change', { signal: limit });
+    while (!fs.existsSync(file)) await once(watcher, 'change', { signal });
     return fs.readFileSync(file, 'utf8');
   } finally {
     watcher.close();
   }
 }
 
+const kLimitMs = 120000;
+
 /**
  * A look at the page of a running host that was started with WEB_BROWSER_STANDIN_INSPECT set to
- * the name of a file that does not exist yet. Every question rejects with the page's own words
- * where it fails.
+ * the name of a file that does not exist yet. Every question is answered as the page is while the host
+ * waits for messages, never in the middle of its work. It rejects with the page's own words where it
+ * fails, and with "Not in time" where there is no answer within the limit.
  */
 export class PageInspector {
   #connection;
   #token;
+  #limit;
   #lastId = 0;
+  #hasEnded = false;
   #waiting = new Map();
 
-  /** Waits for the host to name its port in `file`, then connects. */
-  static async connect(file, timeoutMs = 30000) {
-    const { port, token } = JSON.parse(await appearing(file, timeoutMs));
+  /**
+   * Waits for the host to name its port in `file`, then connects. `limit` gives how many milliseconds
+   * the next question may take.
+   */
+  static async connect(file, limit = () => kLimitMs) {
+    const text = await appearing(file, AbortSignal.timeout(limit())).catch((error) => {
+      throw error.name === 'AbortError' ? new Error('Not in time: the page of a host') : error;
+    });
+    const { port, token } = JSON.parse(text);
     const socket = net.connect(port, '127.0.0.1');
     await once(socket, 'connect');
-    return new PageInspector(new LineConnection(socket), token);
+    return new PageInspector(new LineConnection(socket), token, limit);
   }
 
-  constructor(connection, token) {
+  constructor(connection, token, limit) {
     this.#connection = connection;
     this.#token = token;
+    this.#limit = limit;
     connection.on('message', ({ id, value, error }) => {
-      const { resolve, reject } = this.#waiting.get(id);
-      this.#waiting.delete(id);
+      // Who asked may have given up by now.
+      const { resolve, reject } = this.#waiting.get(id) ?? { resolve() {}, reject() {} };
       if (error === undefined) resolve(value);
       else reject(new Error(error));
     });
     connection.on('end', () => {
+      this.#hasEnded = true;
       for (const { reject } of this.#waiting.values()) reject(new Error('The host has ended'));
-      this.#waiting.clear();
     });
   }
 
@@ -63,13 +74,12 @@ export class PageInspector {
   /** The middle of an element in screen pixels. */
   async middle(selector, index = 0) {
     const { x, y, width, height, origin } = await this.rect(selector, index);
-    if (origin === null) throw new Error('The host does not say where its window is');
     return { x: Math.round(origin.x + x + width / 2), y: Math.round(origin.y + y + height / 2) };
   }
 
   /** The first true value of an expression; survives navigations. */
-  waitFor(expression, timeoutMs = 10000) {
-    return this.#ask('waitFor', { expression, timeoutMs });
+  waitFor(expression) {
+    return this.#ask('waitFor', { expression });
   }
 
   /** Every URL that the page asked for: {url, refused, reason}. */
@@ -87,15 +97,34 @@ export class PageInspector {
     return this.#ask('settled');
   }
 
+  /** How much of the user's input the page has dealt with: {releases, keys}, of buttons and of keys. */
+  taken() {
+    return this.#ask('taken');
+  }
+
+  /** Resolves when the page has dealt with so much input altogether. */
+  hasTaken(count) {
+    return this.#ask('taken', count);
+  }
+
   close() {
     this.#connection.close();
   }
 
-  #ask(op, details = {}) {
-    return new Promise((resolve, reject) => {
-      const id = ++this.#lastId;
-      this.#waiting.set(id, { resolve, reject });
-      this.#connection.send({ token: this.#token, id, op, ...details });
-    });
+  async #ask(op, details = {}) {
+    if (this.#hasEnded) throw new Error('The host has ended');
+    const id = ++this.#lastId;
+    const what = details.expression ?? details.selector ?? op;
+    let limit;
+    try {
+      return await new Promise((resolve, reject) => {
+        this.#waiting.set(id, { resolve, reject });
+        this.#connection.send({ token: this.#token, id, op, ...details });
+        limit = setTimeout(() => reject(new Error(`Not in time: ${what}`)), this.#limit());
+      });
+    } finally {
+      clearTimeout(limit);
+      this.#waiting.delete(id);
+    }
   }
 }

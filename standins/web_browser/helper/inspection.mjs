@@ -1,39 +1,40 @@
 import crypto from 'node:crypto';
 import fs from 'node:fs';
 import net from 'node:net';
+import { once } from 'node:events';
 import { DevToolsError } from './devtools_pipe.mjs';
 import { LineConnection } from './wire.mjs';
 
-const kWhereaboutsLimitMs = 2000;
-const kSettleLimitMs = 10000;
-
-/** Resolves when `holds` does, looked at again at each of the emitter's events; rejects in time. */
-function until(emitter, events, holds, limitMs, what) {
+/** Resolves when `holds` does, looked at again at each of the emitter's events. */
+function until(emitter, event, holds) {
   if (holds()) return Promise.resolve();
-  return new Promise((resolve, reject) => {
-    const check = () => holds() && finish(resolve);
-    const limit = setTimeout(() => finish(() => reject(new Error(`Not in time: ${what}`))), limitMs);
-    function finish(settle) {
-      clearTimeout(limit);
-      for (const event of events) emitter.off(event, check);
-      settle();
-    }
-    for (const event of events) emitter.on(event, check);
+  return new Promise((resolve) => {
+    const check = () => {
+      if (!holds()) return;
+      emitter.off(event, check);
+      resolve();
+    };
+    emitter.on(event, check);
   });
 }
 
-/** The door through which end-to-end tests look at the page; on loopback, with a token. */
+/**
+ * The door through which end-to-end tests look at the page; on loopback, with a token. Whoever asks
+ * decides how long to wait for the answer.
+ */
 export class Inspection {
   #page;
   #frames;
   #session;
+  #input;
   #server;
   #token = crypto.randomBytes(16).toString('hex');
 
-  constructor({ page, frames, session }) {
+  constructor({ page, frames, session, input }) {
     this.#page = page;
     this.#frames = frames;
     this.#session = session;
+    this.#input = input;
   }
 
   /** Listens and writes {port, token} to a file, whole. */
@@ -62,18 +63,40 @@ export class Inspection {
 
   #answer(request) {
     switch (request.op) {
-      case 'eval': return this.#page.evaluate(`(${request.expression})`);
+      case 'eval': return this.#read(request.expression);
       case 'rect': return this.#rect(request);
       case 'waitFor': return this.#waitFor(request);
       case 'requests': return this.#page.requests;
       case 'screenshot': return this.#screenshot();
       case 'settled': return this.#settled();
+      case 'taken': return this.#taken(request);
       default: throw new Error(`Unknown operation ${request.op}`);
     }
   }
 
+  /**
+   * The value of an expression as the page is while the host waits for messages: it has painted the
+   * page as it is, which the system has it do only when no message is left, and calls nothing until
+   * the value is there.
+   */
+  async #read(expression) {
+    for (;;) {
+      const callCount = await this.#idle();
+      const value = await this.#page.evaluate(`(${expression})`);
+      if (this.#session.callCount === callCount) return value;
+    }
+  }
+
+  /** Resolves when the host waits for messages, with the number of calls that it had made by then. */
+  async #idle() {
+    await this.#page.evaluate('standin.drawn()');
+    const number = await this.#frames.fresh();
+    await until(this.#session, 'painted', () => this.#session.lastPainted.number >= number);
+    return this.#session.lastPainted.callCount;
+  }
+
   async #rect({ selector, index = 0 }) {
-    const rect = await this.#page.evaluate(`(() => {
+    const rect = await this.#read(`(() => {
       const element = document.querySelectorAll(${JSON.stringify(selector)})[${Number(index)}];
       if (!element) throw new Error('No element ' + ${JSON.stringify(`${selector} [${index}]`)});
       const { x, y, width, height } = element.getBoundingClientRect();
@@ -82,32 +105,25 @@ export class Inspection {
     return { ...rect, origin: await this.#origin() };
   }
 
-  /** The screen position of the page's top left corner; null where the host does not say. */
-  #origin() {
-    return new Promise((resolve) => {
-      const limit = setTimeout(() => resolve(null), kWhereaboutsLimitMs);
-      this.#session.once('whereabouts', ({ x, y, w, h }) => {
-        clearTimeout(limit);
-        resolve({ x, y, width: w, height: h });
-      });
-      this.#session.askWhereabouts();
-    });
+  /** The screen position of the page's top left corner. */
+  async #origin() {
+    const told = once(this.#session, 'whereabouts');
+    this.#session.askWhereabouts();
+    const [{ x, y, w, h }] = await told;
+    return { x, y, width: w, height: h };
   }
 
-  /** A new document ends the wait on the old one; it goes on there with the time that is left. */
-  async #waitFor({ expression, timeoutMs = 10000 }) {
-    const deadline = Date.now() + timeoutMs;
+  /** The first true value that is read. A new document ends the wait on the old one; it goes on there. */
+  async #waitFor({ expression }) {
     for (;;) {
       const generation = this.#page.generation;
-      const left = Math.max(0, deadline - Date.now());
       try {
-        const value = await this.#page.evaluate(`standin.waitUntil(() => (${expression}), ${left})`);
-        if (value !== undefined) return value;
-        throw new Error(`Not in time: ${expression}`);
+        await this.#page.evaluate(`standin.waitUntil(() => (${expression}))`);
+        const value = await this.#read(expression);
+        if (value) return value;
       } catch (error) {
         if (!(error instanceof DevToolsError)) throw error;
-        await until(this.#page, ['document'], () => this.#page.generation !== generation, left,
-          expression);
+        await until(this.#page, 'document', () => this.#page.generation !== generation);
       }
     }
   }
@@ -119,14 +135,17 @@ export class Inspection {
 
   /** Resolves when the host has dealt with all events and its window shows the page as it is. */
   async #settled() {
-    await until(this.#session, ['handled'], () => !this.#session.hasUnhandledEvents, kSettleLimitMs,
-      'the host deals with the page\'s events');
-    await this.#page.evaluate('standin.drawn()');
-    const fresh = this.#frames.next();
-    await this.#frames.restart();
-    const number = await fresh;
-    await until(this.#session, ['painted'], () => this.#session.lastPainted >= number, kSettleLimitMs,
-      'the host paints the page');
-    return true;
+    do {
+      await this.#idle();
+      await until(this.#session, 'handled', () => !this.#session.hasUnhandledEvents);
+      await this.#idle();
+    } while (this.#session.hasUnhandledEvents);
+  }
+
+  /** What the page has taken of the user's input, once it is as much as is asked for. */
+  async #taken({ releases = 0, keys = 0 }) {
+    const input = this.#input;
+    await until(input, 'taken', () => input.taken.releases >= releases && input.taken.keys >= keys);
+    return input.taken;
   }
 }

@@ -47,10 +47,11 @@ async function main([port, token]) {
   const calls = await dial(port, { token, role: 'calls' });
   const notices = await dial(port, { token, role: 'notices' });
   for (const connection of [calls, notices]) connection.on('end', end);
-  const session = new HostSession({ calls, notices, page, frames, input: new Input(page) });
+  const input = new Input(page);
+  const session = new HostSession({ calls, notices, page, frames, input });
   await frames.start();
   const inspectionFile = process.env.WEB_BROWSER_STANDIN_INSPECT;
-  if (inspectionFile) await new Inspection({ page, frames, session }).open(inspectionFile);
+  if (inspectionFile) await new Inspection({ page, frames, session, input }).open(inspectionFile);
 }
 
 main(process.argv.slice(2)).catch((error) => {

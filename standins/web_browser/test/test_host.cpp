@@ -16,7 +16,7 @@ using Microsoft::WRL::ComPtr;
 
 namespace {
 
-constexpr ULONGLONG kLimitMs = 20000;
+constexpr ULONGLONG kLimitMs = 120000;
 
 void Check(HRESULT result, const char* what) {
   if (FAILED(result)) throw std::runtime_error(what);

@@ -1,9 +1,8 @@
 // Waiting for a state of the page, for its inspection.
 
-/** The first true value of `probe`, or undefined where there is none within the time. */
-function waitUntil(probe, timeoutMs) {
+/** The first true value of `probe`. */
+function waitUntil(probe) {
   return new Promise((resolve, reject) => {
-    const deadline = performance.now() + timeoutMs;
     const observer = new MutationObserver(check);
     let settled = false;
     function settle(how, value) {
@@ -16,7 +15,6 @@ function waitUntil(probe, timeoutMs) {
       try {
         const value = probe();
         if (value) settle(resolve, value);
-        else if (performance.now() > deadline) settle(resolve, undefined);
       } catch (error) {
         settle(reject, error);
       }

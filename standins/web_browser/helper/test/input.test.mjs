@@ -25,7 +25,7 @@ function press(vk, text = '', mods = 0) {
   input.key({ type: 'keyUp', vk, text: '', mods });
 }
 
-const until = (expression) => browser.page.evaluate(`standin.waitUntil(() => (${expression}), 5000)`);
+const until = (expression) => browser.page.evaluate(`standin.waitUntil(() => (${expression}))`);
 const focus = (id) => browser.page.evaluate(`document.getElementById("${id}").focus()`);
 
 for (const [name, vk, text] of [['Enter', kEnter, '\r'], ['Space', kSpace, ' ']]) {

@@ -65,7 +65,7 @@ test('markup runs nothing and opens no frame when the host has switched that off
 
 test('the same markup runs when the host lets it', async () => {
   await browser.load(kHostile, 0x10);
-  await browser.page.evaluate('standin.waitUntil(() => document.title === "ran", 5000)');
+  await browser.page.evaluate('standin.waitUntil(() => document.title === "ran")');
   assert.equal(await browser.page.evaluate('document.title'), 'ran');
   const answered = browser.page.requests.filter(({ refused }) => !refused).map(({ url }) => url);
   assert.ok(answered.includes('file:///C:/frame.html'));
@@ -104,7 +104,7 @@ test('a navigation that the host cancels leaves the page as it is', async () => 
   await browser.page.evaluate('void (location.href = "frame.html")');
   const [{ url }] = await asked;
   assert.equal(url, 'file:///C:/frame.html');
-  await browser.page.evaluate('standin.waitUntil(() => document.getElementById("other"), 5000)');
+  await browser.page.evaluate('standin.waitUntil(() => document.getElementById("other"))');
   await browser.page.evaluate('standin.drawn()');
   assert.equal(await browser.page.evaluate('location.pathname'), '/C:/other.html');
   assert.deepEqual(browser.page.requests.at(-1), { url, refused: true, reason: 'cancelled by the host' });

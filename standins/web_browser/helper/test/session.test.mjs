@@ -7,12 +7,14 @@ import path from 'node:path';
 import { after, before } from 'node:test';
 import { PageInspector } from '../inspect_client.mjs';
 import { LineConnection } from '../wire.mjs';
-import { kGet, kMarkupOnly, kMethod, makePrefix, test } from './support.mjs';
+import { kGet, kMarkupOnly, kMethod, kPut, makePrefix, test } from './support.mjs';
 
 /** Plays the host: accepts the helper's two connections, calls, and collects the notices. */
 class FakeHost {
   notices = [];
   #lastCall = 0;
+  #paints = true;
+  #unpainted = 0;
 
   static async start(files) {
     const host = new FakeHost();
@@ -49,12 +51,21 @@ class FakeHost {
   #notice(notice) {
     this.notices.push(notice);
     if (notice.t === 'beforeNavigate') this.calls.send({ op: 'decide', n: notice.n, cancel: false });
-    if (notice.t === 'frame' && this.paints) this.calls.send({ op: 'painted', n: notice.n });
+    if (notice.t === 'frame') this.#frame(notice.n);
     if (notice.t === 'whereabouts') this.calls.send({ op: 'whereabouts', x: 100, y: 200, w: 800, h: 600 });
     this.events.emit(notice.t, notice);
   }
 
-  paints = true;
+  #frame(n) {
+    this.#unpainted = n;
+    if (this.#paints) this.calls.send({ op: 'painted', n });
+  }
+
+  /** Whether the host paints what it gets; it catches up when it begins to. */
+  set paints(paints) {
+    this.#paints = paints;
+    if (paints && this.#unpainted) this.calls.send({ op: 'painted', n: this.#unpainted });
+  }
 
   async call(op, details) {
     const i = ++this.#lastCall;
@@ -100,17 +111,85 @@ test('a host loads a page and calls its document', async () => {
   assert.equal(gone.e, 0x80010108);
 });
 
-test('the page is settled when the host has painted it', async () => {
+/** Many calls of the host, within which the helper has time for all that it does not wait with. */
+async function busy() {
+  for (let i = 0; i < 200; i += 1) await host.call('invoke', { ...(await documentOf()), n: 'title', k: kGet, a: [] });
+}
+
+async function documentOf() {
+  const { v, g } = await host.call('document');
+  return { ...v, g };
+}
+
+/** Holds the host's painting up, asks, and demands that there is no answer before the host has painted. */
+async function isAnsweredAfterPainting(ask) {
   host.paints = false;
-  const settled = host.inspector.settled();
-  let painted = false;
-  const [{ n, data }] = await once(host.events, 'frame');
+  let isAnswered = false;
+  const answer = ask().then((value) => {
+    isAnswered = true;
+    return value;
+  });
+  const [{ data }] = await once(host.events, 'frame');
   assert.ok(Buffer.from(data, 'base64').subarray(1, 4).equals(Buffer.from('PNG')));
-  host.calls.send({ op: 'painted', n });
-  painted = true;
+  // Time for all that does not wait for the host.
+  for (let i = 0; i < 5; i += 1) await host.inspector.screenshot();
+  assert.equal(isAnswered, false);
   host.paints = true;
-  await settled;
-  assert.ok(painted);
+  return answer;
+}
+
+test('the page is settled when the host has painted it', () =>
+  isAnsweredAfterPainting(() => host.inspector.settled()));
+
+test('the page is read when the host has painted it', async () => {
+  const text = await isAnsweredAfterPainting(() => host.inspector.eval('document.body.innerText'));
+  assert.equal(text, '\u00e4');
+});
+
+test('the page is not settled while the host deals with an event of it', async () => {
+  const reported = once(host.events, 'event');
+  await host.inspector.eval('document.getElementById("d").click()');
+  const [{ g, n }] = await reported;
+  let isSettled = false;
+  const settling = host.inspector.settled().then(() => (isSettled = true));
+  await busy();
+  assert.equal(isSettled, false);
+  host.calls.send({ op: 'handled', g, n });
+  await settling;
+});
+
+test('what is read while the host calls is read again', async () => {
+  host.paints = false;
+  const reading = host.inspector.eval('(globalThis.readings = (globalThis.readings ?? 0) + 1)');
+  await once(host.events, 'frame');
+  host.paints = true;
+  // Right behind the painting, before the page can have been read.
+  await host.call('document');
+  assert.equal(await reading, 2);
+  assert.equal(await host.inspector.eval('readings'), 2);
+});
+
+test('a wait goes on where the host changes the page back before it waits for messages', async () => {
+  const setTitle = async (value) => host.call('invoke', { ...(await documentOf()), n: 'title', k: kPut, a: [value] });
+  host.paints = false;
+  const waiting = host.inspector.waitFor('document.title !== "busy" && document.title');
+  await setTitle('busy');
+  await setTitle('half');
+  await busy();
+  await setTitle('done');
+  host.paints = true;
+  assert.equal(await waiting, 'done');
+});
+
+test('it is told how much input the page has taken', async () => {
+  assert.deepEqual(await host.inspector.taken(), { releases: 0, keys: 0 });
+  const mouse = { op: 'mouse', x: 10, y: 10, button: 'left', count: 1, mods: 0 };
+  host.calls.send({ ...mouse, type: 'mousePressed', buttons: 1 });
+  host.calls.send({ ...mouse, type: 'mouseReleased', buttons: 0 });
+  await host.inspector.hasTaken({ releases: 1 });
+  for (const type of ['rawKeyDown', 'keyUp']) host.calls.send({ op: 'key', type, vk: 65, text: '', mods: 0 });
+  await host.inspector.hasTaken({ keys: 1 });
+  assert.deepEqual(await host.inspector.taken(), { releases: 1, keys: 1 });
 });
 
 test('a rectangle comes with the screen position of the page', async () => {
@@ -127,8 +206,14 @@ test('a wait ends with the change it waits for, also on the next page', async ()
   const next = host.inspector.waitFor('document.getElementById("d").title === "" && 7');
   await host.load('page.html');
   assert.equal(await next, 7);
-  await assert.rejects(host.inspector.waitFor('false', 50), /Not in time: false/);
   await assert.rejects(host.inspector.waitFor('nonsense'), /nonsense is not defined/);
+});
+
+test('a question is given up where there is no answer within the limit', async () => {
+  const hasty = await PageInspector.connect(host.inspectionFile, () => 50);
+  await assert.rejects(hasty.waitFor('false'), /^Error: Not in time: false$/);
+  hasty.close();
+  await assert.rejects(PageInspector.connect(`${host.inspectionFile}.none`, () => 50), /^Error: Not in time: /);
 });
 
 test('requests and pictures can be inspected', async () => {

@@ -8,7 +8,7 @@ import { Chromium } from '../chromium.mjs';
 import { LocalFiles } from '../local_files.mjs';
 
 /** A test that fails where it waits for what does not come. */
-export const test = (name, body) => nodeTest(name, { timeout: 20000 }, body);
+export const test = (name, body) => nodeTest(name, { timeout: 120000 }, body);
 
 export const kMethod = 1;
 export const kGet = 2;
