@@ -1,18 +1,23 @@
 // Drives the real program as its user does: under Wine, in a window, with the mouse and the keyboard.
+//
+// Nothing here depends on how soon a busy program answers. A step waits for the state that it needs, a
+// question to a window until it is answered, and the page is read while the program waits for messages;
+// all of that shares the one limit that each test has. What the programs say goes into the report.
 import assert from 'node:assert/strict';
 import { execFile, spawn } from 'node:child_process';
 import fs from 'node:fs';
 import os from 'node:os';
 import path from 'node:path';
 import { once } from 'node:events';
+import { beforeEach } from 'node:test';
 import { promisify } from 'node:util';
 import { fileURLToPath } from 'node:url';
 import { UpdateSource } from '../../standins/update_source/server.mjs';
 import { PageInspector } from '../../standins/web_browser/helper/inspect_client.mjs';
 import { windowsBuild, winePrefix } from '../../tools/windows_build.mjs';
+import { Patience } from './patience.mjs';
 import { canonicalXml } from './xml.mjs';
 
-const run = promisify(execFile);
 export const root = fileURLToPath(new URL('../..', import.meta.url)).replace(/\/$/, '');
 export const buildFolder = windowsBuild;
 const probeProgram = path.join(buildFolder, 'tests/e2e/probe/e2e_probe.exe');
@@ -25,33 +30,45 @@ const driveC = path.join(prefixFolder, 'drive_c');
 const suiteFolder = 'Program Files/Ovalink';
 const uninstallKey = 'HKLM\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall';
 
+export const patience = new Patience();
+// The story of ./demo is no test; it begins its parts by itself.
+if (process.argv[1]?.endsWith('.test.mjs')) beforeEach(() => patience.begin());
+
 /** What `look` gives as soon as it is true; asks again and again, since Windows tells nobody here. */
-export async function eventually(what, look, timeoutMs = 20000) {
-  const limit = Date.now() + timeoutMs;
-  for (;;) {
-    const found = await look();
-    if (found) return found;
-    if (Date.now() > limit) throw new Error(`Not in time: ${what}`);
-    await new Promise((resolve) => setTimeout(resolve, 50));
+export const eventually = (what, look) => patience.until(what, look);
+
+/** An error with what a program has said. */
+const saying = (what, ...said) =>
+  new Error([what, ...said.map((text) => String(text).trim()).filter(Boolean)].join('\n'));
+
+/** Runs a program of this system, and gives its standard output; what it said is told where it fails. */
+export async function run(program, words = [], options = {}) {
+  try {
+    return (await promisify(execFile)(program, words, options)).stdout;
+  } catch ({ code, stdout, stderr }) {
+    throw saying(`${[program, ...words].join(' ')} ended with ${code}`, stdout, stderr);
   }
 }
 
 /** Runs a Windows program of Wine's own or of the build, and gives what it printed. */
-export async function wine(...words) {
+export const wine = (...words) => wineWithin(patience, words);
+
+async function wineWithin(limit, words) {
   // Through files, not pipes: the first program also starts Wine's server, which holds what it was
   // given open for as long as any program runs.
   const folder = fs.mkdtempSync(path.join(os.tmpdir(), 'kitbay-wine-'));
   const [output, errors] = ['output', 'errors'].map((name) => path.join(folder, name));
+  const said = () => [output, errors].map((file) => fs.readFileSync(file, 'utf8'));
   const stdio = ['ignore', fs.openSync(output, 'w'), fs.openSync(errors, 'w')];
+  const child = spawn(path.join(root, 'tools/wine_run'), words, { env: environment, stdio });
   try {
-    const child = spawn(path.join(root, 'tools/wine_run'), words, { env: environment, stdio });
-    const [code] = await once(child, 'exit');
-    if (code !== 0) {
-      const why = `${words.join(' ')} ended with ${code}: ${fs.readFileSync(errors, 'utf8')}`;
-      throw Object.assign(new Error(why), { code });
-    }
-    return fs.readFileSync(output, 'utf8');
+    const [code] = await limit.awaited(words.join(' '), once(child, 'exit')).catch((error) => {
+      throw saying(error.message, ...said());
+    });
+    if (code !== 0) throw Object.assign(saying(`${words.join(' ')} ended with ${code}`, ...said()), { code });
+    return said()[0];
   } finally {
+    child.kill();
     stdio.slice(1).forEach((file) => fs.closeSync(file));
     fs.rmSync(folder, { recursive: true });
   }
@@ -252,12 +269,9 @@ export async function registeredLibrary(progId) {
   }
 }
 
-/** How many clicks the page has seen since this was asked for the first time. */
-const kClicksSeen = `(globalThis.clicksSeen ??= (() => {
-  const seen = { count: 0 };
-  addEventListener('click', () => (seen.count += 1), true);
-  return seen;
-})()).count`;
+// Longer than a file of tests takes: they keep one program for all of them, and end it themselves.
+const kProgramLimitSeconds = 3600;
+const kFarewellMs = 30000;
 
 /** One running instance of a Windows program. */
 export class Program {
@@ -273,25 +287,33 @@ export class Program {
 
   constructor(file) {
     this.#name = path.basename(file);
+    const output = fs.openSync(this.#file('output'), 'a');
     this.#process = spawn(path.join(root, 'tools/wine_run'), [file], {
-      env: { ...environment, WEB_BROWSER_STANDIN_INSPECT: path.join(this.#scratch, 'inspect.json') },
-      stdio: 'ignore',
+      env: {
+        ...environment,
+        KITBAY_TIME_LIMIT: kProgramLimitSeconds,
+        WEB_BROWSER_STANDIN_INSPECT: this.#file('inspect.json'),
+        WEB_BROWSER_STANDIN_LOG: this.#file('browser'),
+      },
+      stdio: ['ignore', output, output],
     });
+    fs.closeSync(output);
     this.#ended = once(this.#process, 'exit').then(([code]) => code);
   }
 
+  #file(name) {
+    return path.join(this.#scratch, name);
+  }
+
+  /** What the program, and the browser of its page, have said. */
+  #said() {
+    return ['output', 'browser'].map((name) =>
+      fs.existsSync(this.#file(name)) ? fs.readFileSync(this.#file(name), 'utf8') : '');
+  }
+
   /** The exit code, when the program has ended. */
-  async ended(timeoutMs = 20000) {
-    const limit = new AbortController();
-    const late = new Promise((_, reject) => {
-      const timer = setTimeout(() => reject(new Error('The program did not end')), timeoutMs);
-      limit.signal.addEventListener('abort', () => clearTimeout(timer));
-    });
-    try {
-      return await Promise.race([this.#ended, late]);
-    } finally {
-      limit.abort();
-    }
+  async ended() {
+    return patience.awaited(`the end of ${this.#name}`, this.#ended);
   }
 
   get isRunning() {
@@ -300,7 +322,12 @@ export class Program {
 
   /** Has the Windows process killed, wherever it stands, and nothing else. */
   kill() {
-    process.kill(this.#windowsProcess(), 'SIGKILL');
+    this.signal('SIGKILL');
+  }
+
+  /** Sends the Windows process a signal of this system's. */
+  signal(name) {
+    process.kill(this.#windowsProcess(), name);
   }
 
   // Below the one that waits for it.
@@ -315,7 +342,14 @@ export class Program {
 
   /** The page of the program's browser control. */
   async page() {
-    this.#inspector ??= await PageInspector.connect(path.join(this.#scratch, 'inspect.json'));
+    this.#inspector ??= await Promise.race([
+      PageInspector.connect(this.#file('inspect.json'), () => patience.left).catch((error) => {
+        throw saying(error.message, ...this.#said());
+      }),
+      this.#ended.then((code) => {
+        throw saying(`${this.#name} has ended with ${code}`, ...this.#said());
+      }),
+    ]);
     return this.#inspector;
   }
 
@@ -325,16 +359,24 @@ export class Program {
     await (await this.page()).settled();
   }
 
+  /** The same without the wait for the program, which may ask its user something. */
   async #clickOnly(selector, index = 0) {
     const page = await this.page();
     await page.settled();
     const { x, y } = await page.middle(selector, index);
-    const isOff = await page.eval(`document.querySelectorAll(${JSON.stringify(selector)})[${index}].disabled === true`);
-    const before = await page.eval(kClicksSeen);
+    const { releases } = await page.taken();
     await run('xdotool', ['mousemove', String(x), String(y), 'click', '1']);
-    // On a busy machine the click takes its time through the window system. A button that is switched
-    // off tells of none.
-    if (!isOff) await page.waitFor(`${kClicksSeen} > ${before}`);
+    // On a busy machine the click takes its time through the window system.
+    await page.hasTaken({ releases: releases + 1 });
+  }
+
+  /** A key goes down and up in the page, which has the focus; waits until that is dealt with. */
+  async key(code) {
+    const page = await this.page();
+    const { keys } = await page.taken();
+    await probe('key', 'Kitbay', code);
+    await page.hasTaken({ keys: keys + 1 });
+    await page.settled();
   }
 
   /**
@@ -348,8 +390,9 @@ export class Program {
     if (place < 0) throw new Error(`No row of ${name} in ${container}`);
     const row = `#${container} > div:nth-child(${place + 1})`;
     const panel = `document.querySelector(${JSON.stringify(row)}).children[1]`;
-    await page.eval(`document.querySelector(${JSON.stringify(row)}).scrollIntoView({ block: 'nearest' })`);
-    if ((await page.eval(`${panel}.style.display`)) === 'none') await this.click(`${row} > span > font`);
+    const isClosed = `(document.querySelector(${JSON.stringify(row)}).scrollIntoView({ block: 'nearest' }),
+      ${panel}.style.display === 'none')`;
+    if (await page.eval(isClosed)) await this.click(`${row} > span > font`);
     await page.eval(`${panel}.scrollIntoView({ block: 'nearest' })`);
     await this.#clickOnly(`${row} input[value=${button}]`);
   }
@@ -369,17 +412,22 @@ export class Program {
     return this.ended();
   }
 
-  /** Ends the program if a failed test left it running, and tidies up. */
+  /** Ends the program if a failed test left it running, tells what it said, and tidies up. */
   async dispose() {
     this.#inspector?.close();
     // A program that is killed takes no leave of COM, and Wine then offers its dead class objects.
     if (this.isRunning && this.#name === 'Kitbay.exe') {
-      await probe('press', 'Kitbay', '&Close').then(() => this.ended(5000)).catch(() => {});
+      const farewell = new Patience(kFarewellMs);
+      await wineWithin(farewell, [probeProgram, 'press', 'Kitbay', '&Close'])
+        .then(() => farewell.awaited('the end of Kitbay', this.#ended))
+        .catch(() => {});
     }
     if (this.isRunning) {
       this.#process.kill('SIGTERM');
       await this.#ended;
     }
+    const said = this.#said().join('').trim();
+    if (said !== '') console.error(`${this.#name} said: ${said}`);
     fs.rmSync(this.#scratch, { recursive: true, force: true });
   }
 }

@@ -117,7 +117,7 @@ test('markup in names appears, but runs nothing and fetches nothing', async () =
       )
       .join('')}</channels></root>`,
   );
-  const page = await startedOn(suite, `${channelsShown} === ${hostile.length + 2}`);
+  const page = await startedOn(suite, `${channelsShown} === ${hostile.length + 3}`);
   const rows = await page.eval(rowsOf('installedchannels'));
   assert.deepEqual(
     rows.slice(0, hostile.length).map((row) => row.name.trim()),

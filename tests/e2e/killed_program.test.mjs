@@ -2,11 +2,9 @@
 // as soon as something has happened that can be seen from outside: the registry files are whole then
 // and hold the old or the new state, and the next start tidies up and works.
 import assert from 'node:assert/strict';
-import { execFile } from 'node:child_process';
 import fs from 'node:fs';
 import path from 'node:path';
 import { after, before, test as nodeTest } from 'node:test';
-import { promisify } from 'node:util';
 import { UpdateSource } from '../../standins/update_source/server.mjs';
 import {
   allButtonsOn,
@@ -18,6 +16,7 @@ import {
   probe,
   root,
   rowsOf,
+  run,
   sourcesAnswered,
   Suite,
 } from './harness.mjs';
@@ -53,7 +52,7 @@ function restore() {
 async function start() {
   kitbay = suite.start();
   page = await kitbay.page();
-  await page.waitFor(sourcesAnswered, 30000);
+  await page.waitFor(sourcesAnswered);
   await page.settled();
   assert.deepEqual(leftOvers(), []);
 }
@@ -125,9 +124,7 @@ after(async () => {
   await client.close();
   await source.close();
   // Kitbay has taken no leave of COM, and Wine would offer its dead class objects to other tests.
-  await promisify(execFile)(path.join(root, 'tools/wine_prefix'), ['--stop'], {
-    env: { ...process.env, WINEPREFIX: prefixFolder },
-  });
+  await run(path.join(root, 'tools/wine_prefix'), ['--stop'], { env: { ...process.env, WINEPREFIX: prefixFolder } });
 });
 
 /** Calls `kill` as soon as something happens to the file in `folder` whose name fits. */
@@ -217,11 +214,13 @@ async function killDuring(operation, arm) {
     isKilled = true;
   });
   // What was asked of a program that is gone by then fails.
+  const ended = kitbay.ended();
   const user = kitbay
     .press(...operation.press)
     .then(() => operation.isAsked && arm !== messageIsOpen && agree())
     .catch((error) => isKilled || Promise.reject(error));
-  const [code] = await Promise.all([kitbay.ended(60000), user]);
+  await Promise.race([ended, user.then(() => ended)]);
+  const code = await ended;
   assert.ok(isKilled);
   assert.notEqual(code, 0);
 }

@@ -1,11 +1,9 @@
 // The installer, in a Wine prefix that has never seen Kitbay: which of its two programs it installs; silent
 // installation, the program started from its shortcut, silent removal, and what is left of it all.
 import assert from 'node:assert/strict';
-import { execFile } from 'node:child_process';
 import fs from 'node:fs';
 import path from 'node:path';
 import { after, before, test } from 'node:test';
-import { promisify } from 'node:util';
 import { fileURLToPath } from 'node:url';
 
 const root = fileURLToPath(new URL('../..', import.meta.url)).replace(/\/$/, '');
@@ -15,11 +13,10 @@ process.env.WINEPREFIX = prefix;
 // The installer is a 32-bit program.
 process.env.KITBAY_WOW64 = bits === '64' ? 'yes' : '';
 const skip = !fs.existsSync(path.join(root, 'build/deps/wine32')) && 'there is no 32-bit Wine on this machine';
-const { buildFolder, eventually, isKitbay, Program, rowsOf, Suite, windows, windowsPath, wine } = await import(
+const { buildFolder, eventually, isKitbay, Program, rowsOf, run, Suite, windows, windowsPath, wine } = await import(
   './harness.mjs'
 );
 
-const run = promisify(execFile);
 const installer = path.join(root, 'build/package/KitbaySetup.exe');
 const driveC = path.join(prefix, 'drive_c');
 const uninstallKey = 'HKCU\\Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\Kitbay';

@@ -14,7 +14,6 @@ import {
 } from './harness.mjs';
 
 const kExpansion = 'Kitbay...ExpandZipFile';
-const kPatience = 60000;
 
 const evil = { bytes: zipOf([{ name: '../../evil.txt', bytes: 'evil' }]),
                entry: [75, 'Path/File access error: ..\\..\\evil.txt'] };
@@ -58,7 +57,7 @@ before(async () => {
   suite = await Suite.layOut({ KITBAY_UPDATE_SOURCE: `${source.host}/hostile.xml` });
   kitbay = suite.start();
   page = await kitbay.page();
-  await page.waitFor(sourcesAnswered, kPatience);
+  await page.waitFor(sourcesAnswered);
   await kitbay.show('update', 'addons');
 });
 after(async () => {
@@ -71,7 +70,7 @@ async function install(kind, id) {
   const before = await everything(suite, page);
   await kitbay.press(kinds[kind].container, nameOf(id), 'Install');
   const text = await confirmMessage();
-  await page.waitFor(allButtonsOn, kPatience);
+  await page.waitFor(allButtonsOn);
   return { text, before };
 }
 

@@ -11,8 +11,10 @@ import {
   isKitbay,
   MainClient,
   messages,
+  patience,
   picture,
   probe,
+  sourcesAnswered,
   Suite,
   windows,
   windowWhere,
@@ -31,6 +33,7 @@ let page;
 
 let count = 0;
 const show = async (what) => {
+  await page.eval('true'); // The window shows the page as it is then, under whatever is open.
   const name = `${String((count += 1)).padStart(2, '0')}-${what.replaceAll(' ', '-')}`;
   console.log(await picture(name, folder));
 };
@@ -56,7 +59,7 @@ async function sourceThatFails() {
   await manifest.rest();
   await showMessage('a source that fails');
   await confirmMessage();
-  await page.waitFor(`!document.getElementById('update').disabled`);
+  await page.waitFor(sourcesAnswered);
 }
 
 async function updateSources() {
@@ -79,7 +82,7 @@ async function update() {
   // Progress shows after some more bytes, and the last of the 84 kB have to wait for the picture.
   const hasProgress = async () => (await windows()).find(isKitbay).controls.some(({ value }) => value > 30);
   await held.next(40 * 1024);
-  for (let i = 0; i < 20 && !(await hasProgress()); i += 1) await held.next(2 * 1024);
+  await eventually('progress', async () => (await hasProgress()) || (await held.next(1024)));
   await show('a download while the main client is closed');
   await held.rest();
   await client.event(3, 'the restart of the main client');
@@ -116,12 +119,10 @@ async function removal() {
 
 try {
   page = await kitbay.page();
-  await installed();
-  await sourceThatFails();
-  await updateSources();
-  await update();
-  await installation();
-  await removal();
+  for (const part of [installed, sourceThatFails, updateSources, update, installation, removal]) {
+    patience.begin();
+    await part();
+  }
   await kitbay.close();
   const log = path.join(folder, 'KitbayLog.log');
   fs.copyFileSync(suite.log, log);

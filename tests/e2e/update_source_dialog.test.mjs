@@ -1,14 +1,21 @@
 // The dialog of update sources, driven with the keyboard and the mouse.
 import assert from 'node:assert/strict';
-import { execFile } from 'node:child_process';
 import fs from 'node:fs';
 import path from 'node:path';
 import { afterEach, beforeEach, test } from 'node:test';
-import { promisify } from 'node:util';
 import { UpdateSource } from '../../standins/update_source/server.mjs';
-import { eventually, isKitbay, picture, root, Suite, windows, windowWhere } from './harness.mjs';
+import {
+  eventually,
+  isKitbay,
+  picture,
+  root,
+  run,
+  sourcesAnswered,
+  Suite,
+  windows,
+  windowWhere,
+} from './harness.mjs';
 
-const run = promisify(execFile);
 const isDialog = (window) => window.class === 'KitbayPreferenceWindow';
 const added = 'The URL is saved. You will start getting updates from this location.';
 const manifest = fs.readFileSync(path.join(root, 'standins/update_source/data/partners.xml'));
@@ -29,7 +36,7 @@ beforeEach(async () => {
   sourceFile = path.join(suite.userFolder, 'updatepreference.xml');
   kitbay = suite.start();
   page = await kitbay.page();
-  await page.waitFor(`document.getElementById('category')?.childNodes[3]?.disabled === false`);
+  await page.waitFor(sourcesAnswered);
 });
 afterEach(async () => {
   await kitbay?.dispose();

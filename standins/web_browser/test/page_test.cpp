@@ -6,7 +6,6 @@
 
 #include <mshtmdid.h>
 
-
 #include "page_calls.h"
 #include "test_host.h"
 

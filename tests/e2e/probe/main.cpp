@@ -2,7 +2,9 @@
 // of its own, and prints one line of JSON.
 //
 //   windows                  the visible top-level windows from the top of the screen down
-//   press CAPTION BUTTON     presses a button of the top-level window of that caption
+//   press CAPTION BUTTON     presses a button of a top-level window of that caption, as soon as
+//   there
+//                            is one that is switched on
 //   close CLASS CAPTION      sends the close message to the top-level window of that class
 //                            and caption
 //   minimize CAPTION         minimises the top-level window of that caption
@@ -11,7 +13,9 @@
 //   registry                 creates Kitbay.Registry, calls its members in the interface's order
 //   manager                  creates Kitbay.Manager and calls BringToFront
 //
-// It exits with 1, and prints {"error":...}, when that cannot be done.
+// What a window is asked it waits for, however long the window is busy: whoever runs the probe ends
+// it when that takes too long. It exits with 1, and prints {"error":...}, when something cannot be
+// done.
 #include <windows.h>
 // After windows.h, which they need.
 #include <commctrl.h>
@@ -68,13 +72,10 @@ std::wstring Caption(HWND window) {
 
 // The text of a control of another process, which GetWindowText does not ask for.
 std::wstring ControlText(HWND control) {
-  DWORD_PTR length = 0;
-  SendMessageTimeoutW(control, WM_GETTEXTLENGTH, 0, 0, SMTO_ABORTIFHUNG, 5000, &length);
-  std::wstring text(length + 1, L'\0');
-  DWORD_PTR copied = 0;
-  SendMessageTimeoutW(control, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()),
-                      SMTO_ABORTIFHUNG, 5000, &copied);
-  text.resize(copied);
+  const LRESULT length = SendMessageW(control, WM_GETTEXTLENGTH, 0, 0);
+  std::wstring text(static_cast<std::size_t>(length) + 1, L'\0');
+  text.resize(static_cast<std::size_t>(
+      SendMessageW(control, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()))));
   return text;
 }
 
@@ -111,9 +112,7 @@ std::string ProgressOf(HWND control) {
   if (ClassName(control) != PROGRESS_CLASSW) {
     return "null";
   }
-  DWORD_PTR position = 0;
-  SendMessageTimeoutW(control, PBM_GETPOS, 0, 0, SMTO_ABORTIFHUNG, 5000, &position);
-  return std::to_string(static_cast<int>(position));
+  return std::to_string(SendMessageW(control, PBM_GETPOS, 0, 0));
 }
 
 // Memory within another process, which a message to one of its windows can point at.
@@ -148,19 +147,12 @@ class MemoryThere {
   void* address_ = nullptr;
 };
 
-DWORD_PTR Ask(HWND control, UINT message, WPARAM wparam, const void* argument = nullptr) {
-  DWORD_PTR answer = 0;
-  SendMessageTimeoutW(control, message, wparam, reinterpret_cast<LPARAM>(argument),
-                      SMTO_ABORTIFHUNG, 5000, &answer);
-  return answer;
+LRESULT Ask(HWND control, UINT message, WPARAM wparam, const void* argument = nullptr) {
+  return SendMessageW(control, message, wparam, reinterpret_cast<LPARAM>(argument));
 }
 
-// The items of a list view as {text, selected, place}, the place in pixels of the screen; null for
-// other controls.
-std::string ItemsOf(HWND control) {
-  if (ClassName(control) != WC_LISTVIEWW) {
-    return "null";
-  }
+// The items of a list view as {text, selected, place}, the place in pixels of the screen.
+std::string ItemsOfList(HWND control) {
   constexpr std::size_t kLongest = 1024;
   const MemoryThere memory(control, sizeof(LVITEMW) + kLongest * sizeof(wchar_t));
   std::string json = "[";
@@ -186,6 +178,21 @@ std::string ItemsOf(HWND control) {
             "}";
   }
   return json + "]";
+}
+
+// The items of a list view; null for other controls, and for one that has gone by now.
+std::string ItemsOf(HWND control) {
+  if (ClassName(control) != WC_LISTVIEWW) {
+    return "null";
+  }
+  try {
+    return ItemsOfList(control);
+  } catch (const std::runtime_error&) {
+    if (IsWindow(control)) {
+      throw;
+    }
+    return "null";
+  }
 }
 
 HWND FocusOf(HWND window) {
@@ -242,17 +249,28 @@ HWND Needed(const std::wstring& caption) {
   return window;
 }
 
-std::string Press(const std::wstring& caption, const std::wstring& button) {
+// A button of a top-level window, switched on; null when there is none.
+HWND ButtonOf(const std::wstring& caption, const std::wstring& button) {
   for (HWND window = FindWindowW(nullptr, caption.c_str()); window != nullptr;
        window = FindWindowExW(nullptr, window, nullptr, caption.c_str())) {
     for (const HWND child : Children(window)) {
-      if (ClassName(child) == L"Button" && ControlText(child) == button) {
-        PostMessageW(child, BM_CLICK, 0, 0);
-        return "true";
+      if (ClassName(child) == L"Button" && IsWindowEnabled(child) && ControlText(child) == button) {
+        return child;
       }
     }
   }
-  throw std::runtime_error("no button " + Utf8(button));
+  return nullptr;
+}
+
+// Windows tells nobody of the windows of others.
+std::string Press(const std::wstring& caption, const std::wstring& button) {
+  constexpr DWORD kPauseMs = 50;
+  HWND found = ButtonOf(caption, button);
+  for (; found == nullptr; found = ButtonOf(caption, button)) {
+    Sleep(kPauseMs);
+  }
+  PostMessageW(found, BM_CLICK, 0, 0);
+  return "true";
 }
 
 std::string Close(const std::wstring& window_class, const std::wstring& caption) {

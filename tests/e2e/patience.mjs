@@ -1,0 +1,49 @@
+// How long a test waits for what it needs.
+import { setTimeout as delay } from 'node:timers/promises';
+
+/** For all that one test, or one of its hooks, waits for: enough on a machine that is kept busy. */
+const kLimitMs = 5 * 60 * 1000;
+const kPauseMs = 50;
+
+export class Patience {
+  #limitMs;
+  #end;
+
+  constructor(limitMs = kLimitMs) {
+    this.#limitMs = limitMs;
+    this.begin();
+  }
+
+  /** From now on there is the whole time again. */
+  begin() {
+    this.#end = Date.now() + this.#limitMs;
+  }
+
+  /** The milliseconds that are left. */
+  get left() {
+    return Math.max(0, this.#end - Date.now());
+  }
+
+  /** What `look` gives as soon as it is true; asks again and again, for where nobody is told. */
+  async until(what, look) {
+    for (;;) {
+      const found = await look();
+      if (found) return found;
+      if (this.left === 0) throw new Error(`Not in time: ${what}`);
+      await delay(kPauseMs);
+    }
+  }
+
+  /** What `promise` gives, if that is in time. */
+  async awaited(what, promise) {
+    let timer;
+    const late = new Promise((_, reject) => {
+      timer = setTimeout(() => reject(new Error(`Not in time: ${what}`)), this.left);
+    });
+    try {
+      return await Promise.race([promise, late]);
+    } finally {
+      clearTimeout(timer);
+    }
+  }
+}
