@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace kitbay::platform {
 
@@ -40,6 +41,11 @@ class HtmlNode {
   virtual std::string Style(const std::string& property) const = 0;
   virtual void SetStyle(const std::string& property, const std::string& value) = 0;
 
+  /// Another property by its script name, as text: "className", "tabIndex", "alt", "role",
+  /// "ariaExpanded" and the like. Unset is empty.
+  virtual std::string Property(const std::string& name) const = 0;
+  virtual void SetProperty(const std::string& name, const std::string& value) = 0;
+
   /// The height in pixels that the element's own style sets; 0 when it sets none.
   virtual int StylePixelHeight() const = 0;
 
@@ -52,9 +58,18 @@ class HtmlNode {
   virtual int ChildNodeCount() const = 0;
   virtual HtmlNodeRef ChildNode(int index) const = 0;
 
+  /// All child elements, and all elements of that tag below this one, in document order: for long
+  /// lists, which would take a call for each index.
+  virtual std::vector<HtmlNodeRef> Children() const = 0;
+  virtual std::vector<HtmlNodeRef> ElementsByTag(const std::string& tag) const = 0;
+
   /// `where` is "beforeBegin", "afterBegin", "beforeEnd" or "afterEnd".
   virtual void InsertAdjacentHtml(const std::string& where, const std::string& markup) = 0;
   virtual void AppendChild(const HtmlNodeRef& child) = 0;
+
+  /// Gives this element the attributes of `source` besides its own, in place of those of the same
+  /// name; all but id and name.
+  virtual void MergeAttributes(const HtmlNodeRef& source) = 0;
 
   /// Takes the node off the page; with its subtree when `deep`, else its children take its place.
   virtual void RemoveNode(bool deep) = 0;

@@ -1,9 +1,10 @@
 #include "view/page_buttons.h"
 
+#include <vector>
+
 #include "base/guarded.h"
-#include "base/text.h"
 #include "view/page_ids.h"
-#include "view/row_nodes.h"
+#include "view/row_markup.h"
 
 namespace kitbay::view {
 namespace {
@@ -11,37 +12,9 @@ namespace {
 using base::guarded;
 using platform::HtmlNodeRef;
 
-bool IsButton(const HtmlNodeRef& node) { return base::ToLower(node->TagName()) == "input"; }
-
-template <typename Visit>
-void ForEachButtonCell(const HtmlNodeRef& container, Visit visit) {
-  const int count = container->ChildCount();
-  for (int i = 0; i < count; ++i) {
-    if (const HtmlNodeRef cell = ButtonCellOf(container->Child(i))) {
-      visit(cell);
-    }
-  }
-}
-
-void SwitchFirst(const HtmlNodeRef& cell, bool off) {
-  const int count = cell->ChildCount();
-  for (int i = 0; i < count; ++i) {
-    const HtmlNodeRef child = Needed(cell->Child(i));
-    if (IsButton(child)) {
-      child->SetDisabled(off);
-      return;
-    }
-  }
-}
-
-void SwitchAll(const HtmlNodeRef& cell, bool off) {
-  const int count = cell->ChildCount();
-  for (int i = 0; i < count; ++i) {
-    const HtmlNodeRef child = Needed(cell->Child(i));
-    if (IsButton(child)) {
-      child->SetDisabled(off);
-    }
-  }
+// A row's button cell lies four elements deep: the buttons of a whole list are fetched at once.
+std::vector<HtmlNodeRef> ButtonsOf(const HtmlNodeRef& container) {
+  return container->ElementsByTag("input");
 }
 
 }  // namespace
@@ -65,16 +38,20 @@ void PageButtons::EnableOtherUpdatedDownload() {
 void PageButtons::SwitchNewComponents(bool off) {
   state_.download_in_progress = off;
   for (const base::ComponentKind kind : base::kComponentKinds) {
-    ForEachButtonCell(page_.Element(kUpdatedContainers[kind]),
-                      [&](const HtmlNodeRef& cell) { SwitchFirst(cell, off); });
+    for (const HtmlNodeRef& button : ButtonsOf(page_.Element(kUpdatedContainers[kind]))) {
+      if (button->Id() == kActionButton) {
+        button->SetDisabled(off);
+      }
+    }
   }
 }
 
 void PageButtons::SwitchInstalled(bool off) {
   state_.download_in_progress = off;
   for (const base::ComponentKind kind : base::kComponentKinds) {
-    ForEachButtonCell(page_.Element(kInstalledContainers[kind]),
-                      [&](const HtmlNodeRef& cell) { SwitchAll(cell, off); });
+    for (const HtmlNodeRef& button : ButtonsOf(page_.Element(kInstalledContainers[kind]))) {
+      button->SetDisabled(off);
+    }
   }
 }
 

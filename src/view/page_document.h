@@ -19,9 +19,13 @@ class PageDocument {
  public:
   void Connect(std::shared_ptr<platform::HtmlDocument> document) {
     document_ = std::move(document);
+    ++number_;
   }
   void Drop() { document_.reset(); }
   bool IsConnected() const { return document_ != nullptr; }
+
+  /// The how manieth page this is: nodes of an earlier one are of no use any more.
+  int Number() const { return number_; }
 
   platform::HtmlDocument& document() const;
 
@@ -33,6 +37,7 @@ class PageDocument {
 
  private:
   std::shared_ptr<platform::HtmlDocument> document_;
+  int number_ = 0;
 };
 
 }  // namespace kitbay::view

@@ -39,7 +39,7 @@ void PageRows::ShowTab(const std::string& tab_bar, const std::string& tab, bool 
 void PageRows::FillDivHeader(const std::string& container, const std::string& tab_bar,
                              const std::string& title) {
   guarded(log_, "Kitbay::FillDivHeader", [&] {
-    const HtmlNodeRef list = page_.Element(container);
+    const HtmlNodeRef list = state_.lists.Begin(page_, container);
     const HtmlNodeRef bar = page_.Element(tab_bar);
     list->SetStyle("top", bar->Style("height"));
     // There is no negative height, however little of the page is shown.
@@ -52,12 +52,13 @@ void PageRows::FillDivHeader(const std::string& container, const std::string& ta
 
 void PageRows::FillEmptyDivHeader(const std::string& container, const std::string& markup) {
   guarded(log_, "Kitbay::FillEmptyDivHeader",
-          [&] { page_.Element(container)->SetInnerHtml(markup); });
+          [&] { state_.lists.Begin(page_, container)->SetInnerHtml(markup); });
 }
 
 void PageRows::FillDivStatus(const std::string& container, const std::string& message) {
-  guarded(log_, "Kitbay::FillDivStatus",
-          [&] { page_.Element(container)->SetInnerHtml(message + "<hr style='height:1pt; '>"); });
+  guarded(log_, "Kitbay::FillDivStatus", [&] {
+    state_.lists.Begin(page_, container)->SetInnerHtml(message + "<hr style='height:1pt; '>");
+  });
 }
 
 std::string PageRows::MakeAddonNameStr(const std::string& name, std::int16_t row,
@@ -78,7 +79,8 @@ void PageRows::fillDiv(const std::string& container, const std::string& name,
                        bool is_core) {
   guarded(log_, "Kitbay::fillDiv", [&] {
     const HtmlNodeRef element = NewRow(RowStartTag(row), MakeAddonNameStr(name, row, version));
-    FinishRow(element, InstalledPanel(MakeAddonDescStr(description, row), is_core), container);
+    FinishRow(element, InstalledPanel(MakeAddonDescStr(description, row), is_core), container,
+              RowAttributes(name, version, false));
   });
 }
 
@@ -91,7 +93,7 @@ void PageRows::fillDivWithUpdates(const std::string& container, const std::strin
     FinishRow(
         element,
         PanelWithUpdates(description, row, is_core, not_installed, state_.download_in_progress),
-        container);
+        container, RowAttributes(name, version, !not_installed));
   });
 }
 
@@ -100,7 +102,8 @@ void PageRows::showUpdates(const std::string& container, const std::string& name
                            std::int16_t row) {
   guarded(log_, "Kitbay::showUpdates", [&] {
     const HtmlNodeRef element = NewRow(RowStartTag(row), MakeAddonNameStr(name, row, version));
-    FinishRow(element, NewComponentPanel(description, row, state_.download_in_progress), container);
+    FinishRow(element, NewComponentPanel(description, row, state_.download_in_progress), container,
+              RowAttributes(name, version, false));
   });
 }
 
@@ -110,10 +113,18 @@ HtmlNodeRef PageRows::NewRow(const std::string& start_tag, const std::string& na
   return row;
 }
 
+// Each line is one call into the document. A list may have thousands of rows, so that every further
+// one would be felt.
 void PageRows::FinishRow(const HtmlNodeRef& row, const std::string& panel,
-                         const std::string& container) {
+                         const std::string& container, const std::string& attributes) {
   row->InsertAdjacentHtml("beforeEnd", panel);
-  page_.Element(container)->AppendChild(row);
+  PageList& list = state_.lists.Of(page_, container);
+  if (!list.element) {
+    list.element = page_.Element(container);
+  }
+  list.element->AppendChild(row);
+  list.is_coloured = false;
+  row->MergeAttributes(Needed(page_.document().CreateElement(attributes)));
 }
 
 void PageRows::FollowCurrentRow(const std::string& container) {
@@ -138,6 +149,9 @@ void PageRows::ModifyDiv(const std::string& container, const std::string& versio
     const HtmlNodeRef button_cell = Needed(ButtonCellOf(row));
     button_cell->SetInnerHtml("");
     button_cell->SetInnerHtml(buttons);
+    row->SetProperty("className", "");
+    row->MergeAttributes(
+        Needed(page_.document().CreateElement(RowLabel(NameMarkup(row), version))));
   });
 }
 
@@ -178,9 +192,10 @@ HtmlNodeRef PageRows::FindCurrentRow(const std::string& container) const {
 
 HtmlNodeRef PageRows::FindByName(const std::string& container) const {
   const HtmlNodeRef list = page_.document().AllItem(container);
-  const int count = list ? list->ChildCount() : 0;
-  for (int i = 0; i < count; ++i) {
-    HtmlNodeRef row = Needed(list->Child(i));
+  if (!list) {
+    return nullptr;
+  }
+  for (const HtmlNodeRef& row : list->Children()) {
     if (IsRow(row) && NameMarkup(row) == state_.current_row_name) {
       return row;
     }

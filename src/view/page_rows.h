@@ -54,7 +54,7 @@ class PageRows : public catalog::RowWriter {
 
   platform::HtmlNodeRef NewRow(const std::string& start_tag, const std::string& name_line);
   void FinishRow(const platform::HtmlNodeRef& row, const std::string& panel,
-                 const std::string& container);
+                 const std::string& container, const std::string& attributes);
   void RemoveCurrentRow(const std::string& container);
   platform::HtmlNodeRef FindCurrentRow(const std::string& container) const;
   platform::HtmlNodeRef FindByName(const std::string& container) const;

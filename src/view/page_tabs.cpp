@@ -1,5 +1,7 @@
 #include "view/page_tabs.h"
 
+#include <utility>
+
 #include "base/guarded.h"
 #include "catalog/installed_tables.h"
 #include "catalog/manifest_tables.h"
@@ -12,18 +14,32 @@ namespace {
 using base::guarded;
 using platform::HtmlNodeRef;
 
-void CloseRow(const HtmlNodeRef& row) {
-  row->SetStyle("background", "white");
-  Needed(NameOf(row))->SetStyle("fontWeight", "");
-  row->SetStyle("color", "black");
-  Needed(PanelOf(row))->SetStyle("display", "none");
+void Colour(const HtmlNodeRef& row, const char* background, const char* text) {
+  row->SetStyle("background", background);
+  row->SetStyle("color", text);
 }
 
 void OpenRow(const HtmlNodeRef& row) {
-  row->SetStyle("background", "navy");
+  Colour(row, "navy", "white");
   Needed(NameOf(row))->SetStyle("fontWeight", "800");
-  row->SetStyle("color", "white");
   Needed(PanelOf(row))->SetStyle("display", "");
+  row->SetProperty("ariaExpanded", "true");
+}
+
+void CloseRow(const HtmlNodeRef& row) {
+  Colour(row, "white", "black");
+  Needed(NameOf(row))->SetStyle("fontWeight", "");
+  Needed(PanelOf(row))->SetStyle("display", "none");
+  row->SetProperty("ariaExpanded", "false");
+}
+
+// Gives the rows as they were made the colours of closed rows: closed they are already.
+void ColourClosedRows(const HtmlNodeRef& container, const std::string& open_row) {
+  for (const HtmlNodeRef& row : container->Children()) {
+    if (row->Id() != open_row && IsRow(row)) {
+      Colour(row, "white", "black");
+    }
+  }
 }
 
 }  // namespace
@@ -146,19 +162,22 @@ void PageTabs::RebuildInstalledKind(const std::string& tab) {
   buttons_.DisableRelisted();
 }
 
+// The clicked row first, for the user to see it. The others have been closed since they were made,
+// but for the one that was opened last: a long list is walked through once only.
 void PageTabs::HideOthers(const HtmlNodeRef& name_line) {
   guarded(log_, "Kitbay::HideOthers", [&] {
     const HtmlNodeRef clicked = Needed(Needed(name_line)->ParentElement());
     const std::string clicked_id = clicked->Id();
     const HtmlNodeRef container = Needed(clicked->ParentElement());
-    const int count = container->ChildCount();
-    for (int i = 0; i < count; ++i) {
-      const HtmlNodeRef row = Needed(container->Child(i));
-      if (row->Id() == clicked_id) {
-        OpenRow(clicked);
-      } else if (IsRow(row)) {
-        CloseRow(row);
-      }
+    PageList& list = state_.lists.Of(page_, container->Id());
+    OpenRow(clicked);
+    const HtmlNodeRef before = std::exchange(list.open_row, clicked);
+    if (before && before->Id() != clicked_id) {
+      CloseRow(before);
+    }
+    if (!list.is_coloured) {
+      ColourClosedRows(container, clicked_id);
+      list.is_coloured = true;
     }
   });
 }

@@ -1,5 +1,8 @@
 #include "view/row_markup.h"
 
+#include <algorithm>
+#include <cctype>
+
 namespace kitbay::view {
 namespace {
 
@@ -36,7 +39,44 @@ const char* ButtonCell(bool is_core, bool not_installed, bool download_in_progre
   return download_in_progress ? kRemoveAndUpdateCellOff : kRemoveAndUpdateCell;
 }
 
+bool OpensTag(char after) {
+  return std::isalpha(static_cast<unsigned char>(after)) != 0 || after == '/' || after == '!' ||
+         after == '?';
+}
+
+// The text of a piece of markup, for the value of an attribute in single quotes; what stands for a
+// character there stands for the same one here.
+std::string TextForAttribute(const std::string& markup) {
+  std::string text;
+  for (std::size_t i = 0; i < markup.size(); ++i) {
+    if (markup[i] == '<' && i + 1 < markup.size() && OpensTag(markup[i + 1])) {
+      i = std::min(markup.find('>', i), markup.size());
+    } else if (markup[i] == '\'') {
+      text += "&#39;";
+    } else {
+      text += markup[i];
+    }
+  }
+  return text;
+}
+
+std::string LabelAttribute(const std::string& name, const std::string& version,
+                           const char* status) {
+  return "aria-label='" + TextForAttribute(name) + ", Version " + TextForAttribute(version) +
+         status + "'";
+}
+
 }  // namespace
+
+std::string RowAttributes(const std::string& name, const std::string& version, bool has_update) {
+  return "<div role='treeitem' aria-expanded='false' " +
+         LabelAttribute(name, version, has_update ? ", update available" : "") +
+         (has_update ? " class='hasupdate'>" : ">");
+}
+
+std::string RowLabel(const std::string& name, const std::string& version) {
+  return "<div " + LabelAttribute(name, version, "") + ">";
+}
 
 std::string NameLine(const std::string& name, std::int16_t row, const std::string& version) {
   return "<span id =" + std::to_string(row) +

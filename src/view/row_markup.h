@@ -19,6 +19,16 @@ std::string DescriptionOpening(const std::string& description, std::int16_t row)
 std::string RowStartTag(std::int16_t row);
 std::string RowWithUpdatesStartTag(std::int16_t row);
 
+/// The start tag of an element whose attributes a finished row takes over: what a screen reader
+/// says of it, closed as it is, and the mark of a row whose component has an update.
+std::string RowAttributes(const std::string& name, const std::string& version, bool has_update);
+
+/// The same of a row whose version has changed: what is said of it, open or closed.
+std::string RowLabel(const std::string& name, const std::string& version);
+
+/// The id of a row's action button; a second button has another.
+inline constexpr const char* kActionButton = "btninstalled";
+
 /// The button that removes an installed component.
 inline constexpr const char* kRemoveButton =
     "<input type='button' id='btninstalled' value='Remove' style='width:70; height:22; "

@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include "view/page_lists.h"
+
 namespace kitbay::view {
 
 /// What the procedures of the page share.
@@ -25,6 +27,8 @@ struct ViewState {
   /// What that row shows as its name, as `NameMarkup` gives it: when its list is filled again, rows
   /// get other numbers.
   std::string current_row_name;
+
+  PageLists lists;
 };
 
 }  // namespace kitbay::view

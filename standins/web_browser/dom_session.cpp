@@ -11,6 +11,8 @@
 #include <limits>
 #include <utility>
 
+#include "dom_enumerator.h"
+
 namespace kitbay::web_browser {
 
 using Microsoft::WRL::ComPtr;
@@ -64,6 +66,7 @@ ComPtr<IDispatch> DomSession::Document() {
 
 HRESULT DomSession::Invoke(DomReference object, DISPID id, WORD flags, const DISPPARAMS& parameters,
                            VARIANT* result, EXCEPINFO* exception) {
+  if (id == DISPID_NEWENUM) return Enumerate(object, result);
   const std::wstring* name = names_.NameOf(id);
   if (!name) return DISP_E_MEMBERNOTFOUND;
   const bool is_put = (flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0;
@@ -83,6 +86,33 @@ HRESULT DomSession::Invoke(DomReference object, DISPID id, WORD flags, const DIS
     return result ? FromJson(answer.At("v"), object.generation, result) : S_OK;
   } catch (const TypeMismatch&) {
     return DISP_E_TYPEMISMATCH;
+  } catch (const LinkLost&) {
+    return RPC_E_DISCONNECTED;
+  }
+}
+
+HRESULT DomSession::Enumerate(DomReference collection, VARIANT* result) {
+  if (!result) return E_POINTER;
+  VariantInit(result);
+  result->punkVal = new DomEnumerator(shared_from_this(), ObjectFor(collection));
+  result->vt = VT_UNKNOWN;
+  return S_OK;
+}
+
+HRESULT DomSession::Members(DomReference collection, ULONG position, ULONG count, VARIANT* members,
+                            ULONG& got) {
+  try {
+    const Json answer = Call(collection, L"[members]", DISPATCH_PROPERTYGET,
+                             {static_cast<double>(position), static_cast<double>(count)});
+    if (const Json* error = answer.Find("e")) {
+      return static_cast<HRESULT>(static_cast<std::uint32_t>(error->Number()));
+    }
+    for (const Json& member : answer.At("v").At("l").Items()) {
+      const HRESULT result = FromJson(member, collection.generation, members + got);
+      if (FAILED(result)) return result;
+      ++got;
+    }
+    return S_OK;
   } catch (const LinkLost&) {
     return RPC_E_DISCONNECTED;
   }
@@ -130,7 +160,7 @@ DomObject* DomSession::FindLive(DomReference reference) const {
   return found == live_.end() ? nullptr : found->second;
 }
 
-ComPtr<IDispatch> DomSession::ObjectFor(DomReference reference) {
+ComPtr<DomObject> DomSession::ObjectFor(DomReference reference) {
   if (DomObject* live = FindLive(reference)) return live;
   ComPtr<DomObject> object;
   object.Attach(new DomObject(shared_from_this(), reference));

@@ -31,6 +31,13 @@ class DomSession : public std::enable_shared_from_this<DomSession> {
                  VARIANT* result, EXCEPINFO* exception);
 
   /**
+   * Some members of a collection, from the one at `position` on; `got` is how many there were, at
+   * most `count`.
+   */
+  HRESULT Members(DomReference collection, ULONG position, ULONG count, VARIANT* members,
+                  ULONG& got);
+
+  /**
    * Tells the host of a numbered event of a document; while it handles that, the number names the
    * event of the page's window. Whether the host cancels it.
    */
@@ -41,7 +48,8 @@ class DomSession : public std::enable_shared_from_this<DomSession> {
 
  private:
   Json Call(DomReference object, const std::wstring& name, int flags, Json::Array arguments);
-  Microsoft::WRL::ComPtr<IDispatch> ObjectFor(DomReference reference);
+  Microsoft::WRL::ComPtr<DomObject> ObjectFor(DomReference reference);
+  HRESULT Enumerate(DomReference collection, VARIANT* result);
   DomObject* FindLive(DomReference reference) const;
   Json ToJson(const VARIANT& value, int generation) const;
   HRESULT FromJson(const Json& value, int generation, VARIANT* result);

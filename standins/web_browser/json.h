@@ -47,6 +47,7 @@ class Json {
   double Number() const { return Get<double>(); }
   int Integer() const { return static_cast<int>(Get<double>()); }
   const std::wstring& Text() const { return Get<std::wstring>(); }
+  const Array& Items() const { return Get<Array>(); }
 
   /** A member of an object; nullptr where there is none. */
   const Json* Find(std::string_view name) const;

@@ -340,6 +340,22 @@ export class Program {
     return windowsProcess;
   }
 
+  /** The processor time of the program and of the browser behind its page so far. */
+  processorSeconds() {
+    const kTicksPerSecond = 100;
+    let ticks = 0;
+    for (const pid of fs.readdirSync('/proc').filter((name) => /^\d+$/.test(name))) {
+      try {
+        if (!fs.readFileSync(`/proc/${pid}/environ`, 'latin1').includes(this.#scratch)) continue;
+        const fields = fs.readFileSync(`/proc/${pid}/stat`, 'latin1').replace(/^.*\) /s, '').split(' ');
+        ticks += Number(fields[11]) + Number(fields[12]);  // utime, stime
+      } catch {
+        // The process has ended, or is another user's.
+      }
+    }
+    return ticks / kTicksPerSecond;
+  }
+
   /** The page of the program's browser control. */
   async page() {
     this.#inspector ??= await Promise.race([

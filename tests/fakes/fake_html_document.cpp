@@ -65,8 +65,8 @@ DomNode& EventElement(const FakePage& page, const HtmlNodeRef& node) {
 
 }  // namespace
 
-void FakePage::Enter(const char* member) {
-  ++calls;
+void FakePage::Enter(const char* member, int cost) {
+  calls += cost;
   if (stale) {
     throw Failure(static_cast<std::int32_t>(0x80010108),
                   "The object invoked has disconnected from its clients.");
@@ -88,7 +88,7 @@ FakeHtmlDocument::FakeHtmlDocument(const std::string& page_markup, std::string b
 }
 
 HtmlNodeRef FakeHtmlDocument::AllItem(const std::string& id) const {
-  page_->Enter("AllItem");
+  page_->Enter("AllItem", 2);
   return ById(id);
 }
 
@@ -109,12 +109,12 @@ HtmlNodeRef FakeHtmlDocument::CreateElement(const std::string& start_tag) {
 }
 
 int FakeHtmlDocument::BodyClientHeight() const {
-  page_->Enter("BodyClientHeight");
+  page_->Enter("BodyClientHeight", 2);
   return page_->body_client_height;
 }
 
 HtmlNodeRef FakeHtmlDocument::EventSource() const {
-  page_->Enter("EventSource");
+  page_->Enter("EventSource", 3);
   return MakeHandle(page_, page_->event_source);
 }
 

@@ -44,7 +44,7 @@ class FakeHtmlDocument : public platform::HtmlDocument {
   /// From now on every call fails as for a page that the browser has left.
   void MakeStale();
 
-  /// How many calls of the interfaces the document and its nodes have received.
+  /// How many late-bound calls the document and its nodes would have received, were they real ones.
   int calls() const;
 
   /// The n-th call from now on fails, counted from 1 over all members.

@@ -39,6 +39,16 @@ DomNode* AtOrNull(const std::vector<DomNode*>& nodes, int index) {
   return index >= 0 && place < nodes.size() ? nodes[place] : nullptr;
 }
 
+/// The attribute behind a property: "tabindex" for "tabIndex", "aria-expanded" for "ariaExpanded".
+std::string AttributeOf(const std::string& property) {
+  constexpr std::array<std::string_view, 4> kPlain = {"tabIndex", "alt", "title", "role"};
+  constexpr std::string_view kAria = "aria";
+  if (property == "className") return "class";
+  if (IsOneOf(kPlain, property)) return base::ToLower(property);
+  if (!property.starts_with(kAria)) throw Failure(RuntimeError::kMemberNotFound);
+  return "aria-" + base::ToLower(property.substr(kAria.size()));
+}
+
 class FakeHtmlNode : public HtmlNode {
  public:
   FakeHtmlNode(std::shared_ptr<FakePage> page, DomNode& node)
@@ -107,7 +117,7 @@ class FakeHtmlNode : public HtmlNode {
   }
 
   std::string Style(const std::string& property) const override {
-    const DomNode& element = Element("Style");
+    const DomNode& element = Element("Style", 2);
     if (base::ToLower(property) == "pixelheight") {
       return std::to_string(StyleOf(element).Pixels("height"));
     }
@@ -115,7 +125,7 @@ class FakeHtmlNode : public HtmlNode {
   }
 
   void SetStyle(const std::string& property, const std::string& value) override {
-    DomNode& element = Element("SetStyle");
+    DomNode& element = Element("SetStyle", 2);
     FakeStyle style = StyleOf(element);
     const std::string name =
         base::ToLower(property) == "pixelheight" ? "height" : StyleName(property);
@@ -123,8 +133,16 @@ class FakeHtmlNode : public HtmlNode {
     element.SetAttribute("style", style.Text());
   }
 
+  std::string Property(const std::string& name) const override {
+    return Element("Property").GetAttribute(AttributeOf(name)).value_or("");
+  }
+
+  void SetProperty(const std::string& name, const std::string& value) override {
+    Element("SetProperty").SetAttribute(AttributeOf(name), value);
+  }
+
   int StylePixelHeight() const override {
-    return StyleOf(Element("StylePixelHeight")).Pixels("height");
+    return StyleOf(Element("StylePixelHeight", 2)).Pixels("height");
   }
 
   HtmlNodeRef ParentElement() const override {
@@ -134,21 +152,31 @@ class FakeHtmlNode : public HtmlNode {
   }
 
   int ChildCount() const override {
-    return static_cast<int>(Element("ChildCount").child_elements().size());
+    return static_cast<int>(Element("ChildCount", 2).child_elements().size());
   }
 
   HtmlNodeRef Child(int index) const override {
-    return MakeHandle(page_, AtOrNull(Element("Child").child_elements(), index));
+    return MakeHandle(page_, AtOrNull(Element("Child", 2).child_elements(), index));
   }
 
   int ChildNodeCount() const override {
-    page_->Enter("ChildNodeCount");
+    page_->Enter("ChildNodeCount", 2);
     return static_cast<int>(node_.child_nodes().size());
   }
 
   HtmlNodeRef ChildNode(int index) const override {
-    page_->Enter("ChildNode");
+    page_->Enter("ChildNode", 2);
     return MakeHandle(page_, AtOrNull(node_.child_nodes(), index));
+  }
+
+  std::vector<HtmlNodeRef> Children() const override {
+    return Handles("Children", Element("Children", 2).child_elements());
+  }
+
+  std::vector<HtmlNodeRef> ElementsByTag(const std::string& tag) const override {
+    std::vector<DomNode*> found;
+    CollectByTag(Element("ElementsByTag", 2), base::ToLower(tag), found);
+    return Handles("ElementsByTag", found);
   }
 
   void InsertAdjacentHtml(const std::string& where, const std::string& markup) override {
@@ -174,6 +202,16 @@ class FakeHtmlNode : public HtmlNode {
     page_->tree.Append(element, *moved);
   }
 
+  void MergeAttributes(const HtmlNodeRef& source) override {
+    DomNode& element = Element("MergeAttributes");
+    const DomNode* from = NodeOf(source.get());
+    if (from == nullptr) throw Failure(RuntimeError::kObjectVariableNotSet);
+    for (const Attribute& attribute : from->attributes) {
+      if (attribute.name == "id" || attribute.name == "name") continue;
+      element.SetAttribute(attribute.name, attribute.value);
+    }
+  }
+
   void RemoveNode(bool deep) override {
     page_->Enter("RemoveNode");
     DomNode* parent = node_.parent();
@@ -188,8 +226,8 @@ class FakeHtmlNode : public HtmlNode {
 
  private:
   /// Enters `member`, which only elements have.
-  DomNode& Element(const char* member) const {
-    page_->Enter(member);
+  DomNode& Element(const char* member, int cost = 1) const {
+    page_->Enter(member, cost);
     if (node_.kind != NodeKind::kElement) throw Failure(RuntimeError::kMemberNotFound);
     return node_;
   }
@@ -200,6 +238,23 @@ class FakeHtmlNode : public HtmlNode {
     DomNode& element = Element(member);
     if (!IsOneOf(tags, element.tag)) throw Failure(RuntimeError::kMemberNotFound);
     return element;
+  }
+
+  /// Handles to a list's members, which the real one hands over some dozens at a time.
+  std::vector<HtmlNodeRef> Handles(const char* member, const std::vector<DomNode*>& nodes) const {
+    constexpr std::size_t kBatch = 64;
+    page_->Enter(member, static_cast<int>(nodes.size() / kBatch) + 1);
+    std::vector<HtmlNodeRef> handles;
+    for (DomNode* node : nodes) handles.push_back(MakeHandle(page_, node));
+    return handles;
+  }
+
+  static void CollectByTag(const DomNode& below, const std::string& tag,
+                           std::vector<DomNode*>& found) {
+    for (DomNode* child : below.child_elements()) {
+      if (child->tag == tag) found.push_back(child);
+      CollectByTag(*child, tag, found);
+    }
   }
 
   static FakeStyle StyleOf(const DomNode& element) {

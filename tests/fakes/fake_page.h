@@ -18,9 +18,10 @@ struct FakePage {
     base::Failure failure;
   };
 
-  /// Every member's first step: counts the call, and throws when the page is stale or a test has
-  /// ordered this call to fail.
-  void Enter(const char* member);
+  /// Every member's first step: counts what it costs in late-bound calls of the real document
+  /// (`Child` is `children`, then `item`), and throws when the page is stale or a test has ordered
+  /// this call to fail.
+  void Enter(const char* member, int cost = 1);
 
   DomTree tree;
   std::string base_url;

@@ -13,6 +13,7 @@ export class HostSession extends EventEmitter {
   #input;
   #unhandled = new Set();
   #callCount = 0;
+  #callsOf = new Map();
   #lastPainted = { number: 0, callCount: 0 };
 
   constructor({ calls, notices, page, frames, input }) {
@@ -44,6 +45,12 @@ export class HostSession extends EventEmitter {
 
   get hasUnhandledEvents() {
     return this.#unhandled.size > 0;
+  }
+
+  /** How many late-bound calls the host has made so far: {total, members: {name: number}}. */
+  get calls() {
+    const members = Object.fromEntries(this.#callsOf);
+    return { total: [...this.#callsOf.values()].reduce((sum, count) => sum + count, 0), members };
   }
 
   /** Asks the host where its window is; it answers with 'whereabouts'. */
@@ -86,6 +93,7 @@ export class HostSession extends EventEmitter {
 
   async #invoke({ i, g, r, ...request }) {
     const released = (r ?? []).filter(([generation]) => generation === this.#page.generation);
+    this.#callsOf.set(request.n, (this.#callsOf.get(request.n) ?? 0) + 1);
     request.r = released.map(([, handle]) => handle);
     const answer = await this.#page.answer(g, request);
     this.#calls.sendJson(`{"i":${i},${answer.slice(1)}`);

@@ -87,6 +87,11 @@ export class PageInspector {
     return this.#ask('requests');
   }
 
+  /** The late-bound calls that the host has made so far: {total, members: {name: number}}. */
+  calls() {
+    return this.#ask('calls');
+  }
+
   /** The page as a PNG, in a Buffer. */
   async screenshot() {
     return Buffer.from(await this.#ask('screenshot'), 'base64');

@@ -67,6 +67,7 @@ export class Inspection {
       case 'rect': return this.#rect(request);
       case 'waitFor': return this.#waitFor(request);
       case 'requests': return this.#page.requests;
+      case 'calls': return this.#session.calls;
       case 'screenshot': return this.#screenshot();
       case 'settled': return this.#settled();
       case 'taken': return this.#taken(request);

@@ -4,6 +4,7 @@
 #include <mshtml.h>
 #include <olectl.h>
 
+#include <cguid.h>
 #include <mshtmdid.h>
 
 #include "page_calls.h"
@@ -107,6 +108,30 @@ TEST_F(Page, RowsAreFilledAndReadBack) {
   EXPECT_EQ(Get(named.Get(), L"length").Number(), 2);
   Call(row.Get(), L"removeNode", {true});
   EXPECT_EQ(Get(list.Get(), L"innerHTML").Text(), L"");
+}
+
+TEST_F(Page, ACollectionIsEnumerated) {
+  host_->Load("<html><body><div id=list><b></b><i></i><u></u></div></body></html>");
+  const ComPtr<IDispatch> children =
+      GetObject(ById(host_->Document().Get(), L"list").Get(), L"children");
+  DISPPARAMS none = {};
+  Value result;
+  ASSERT_EQ(children->Invoke(DISPID_NEWENUM, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET,
+                             &none, result.Receive(), nullptr, nullptr),
+            S_OK);
+  ComPtr<IEnumVARIANT> members;
+  ASSERT_EQ(result.get().punkVal->QueryInterface(IID_IEnumVARIANT,
+                                                 reinterpret_cast<void**>(members.GetAddressOf())),
+            S_OK);
+  Value two[2];
+  ULONG fetched = 0;
+  ASSERT_EQ(members->Next(2, two[0].Receive(), &fetched), S_OK);
+  EXPECT_EQ(fetched, 2U);
+  EXPECT_EQ(Get(two[1].Object().Get(), L"tagName").Text(), L"I");
+  Value rest[2];
+  ASSERT_EQ(members->Next(2, rest[0].Receive(), &fetched), S_FALSE);
+  EXPECT_EQ(fetched, 1U);
+  EXPECT_EQ(Get(rest[0].Object().Get(), L"tagName").Text(), L"U");
 }
 
 TEST_F(Page, BodyMeasuresTheControl) {

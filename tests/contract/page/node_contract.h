@@ -131,6 +131,54 @@ TEST_P(HtmlDocumentContract, ATextBetweenElementsHasNoMembersOfElements) {
   EXPECT_EQ(FailureNumber([&] { text->InsertAdjacentHtml("beforeEnd", "x"); }), kNoSuchMember);
 }
 
+TEST_P(HtmlDocumentContract, AllChildElementsComeAtOnceHoweverManyThereAre) {
+  std::string rows;
+  for (int i = 0; i < 150; ++i) rows += "<b id='" + std::to_string(i) + "'><i></i></b> text ";
+  auto& document = Show("<div id='list'>" + rows + "</div><div id='empty'>text</div>");
+  const auto children = document.AllItem("list")->Children();
+  ASSERT_EQ(children.size(), 150U);
+  for (int i = 0; i < 150; ++i) {
+    EXPECT_EQ(children[static_cast<std::size_t>(i)]->Id(), std::to_string(i));
+  }
+  EXPECT_TRUE(document.AllItem("empty")->Children().empty());
+}
+
+TEST_P(HtmlDocumentContract, ElementsOfATagAreFoundAtAnyDepthInTheirOrder) {
+  auto& document = Show(
+      "<div id='list'><input id='1'><p><b><input id='2'></b></p><input id='3'></div>"
+      "<input id='4'>");
+  const auto list = document.AllItem("list");
+  std::string ids;
+  for (const auto& input : list->ElementsByTag("input")) ids += input->Id();
+  EXPECT_EQ(ids, "123");
+  EXPECT_TRUE(list->ElementsByTag("img").empty());
+}
+
+TEST_P(HtmlDocumentContract, AnElementTakesOverTheAttributesOfAnotherButNotItsId) {
+  auto& document = Show("<div id='7' title='old' style='padding-top:5pt;'></div>");
+  const auto row = document.AllItem("7");
+  row->MergeAttributes(
+      document.CreateElement("<div id='8' title='new' role='treeitem' class='marked'>"));
+  EXPECT_EQ(row->Id(), "7");
+  EXPECT_EQ(row->Property("title"), "new");
+  EXPECT_EQ(row->Property("role"), "treeitem");
+  EXPECT_EQ(row->Property("className"), "marked");
+  EXPECT_EQ(row->Style("paddingTop"), "5pt");
+}
+
+TEST_P(HtmlDocumentContract, PropertiesAreReadAndWrittenAsText) {
+  auto& document = Show("<div id='row' class='list'></div>");
+  const auto row = document.AllItem("row");
+  EXPECT_EQ(row->Property("className"), "list");
+  for (const char* name : {"className", "title", "role", "ariaExpanded"}) {
+    row->SetProperty(name, "marked");
+    EXPECT_EQ(row->Property(name), "marked") << name;
+  }
+  row->SetProperty("tabIndex", "0");
+  EXPECT_EQ(row->Property("tabIndex"), "0");
+  EXPECT_EQ(FailureNumber([&] { row->Property("noSuchThing"); }), kNoSuchMember);
+}
+
 TEST_P(HtmlDocumentContract, OnlyInputsHaveAValueAndOnlyImagesASource) {
   auto& document = Show("<div id='list'></div>");
   const auto list = document.AllItem("list");

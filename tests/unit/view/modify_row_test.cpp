@@ -49,6 +49,14 @@ TEST_F(CurrentRow, ModifyDivWritesTheVersionAndTheButtonCell) {
   EXPECT_THAT(log_.entries, IsEmpty());
 }
 
+TEST_F(CurrentRow, ModifyDivTakesTheMarkOfAnUpdateAwayAndSaysTheNewVersion) {
+  AddInstalled("installedaddons", 7);
+  ASSERT_EQ(Row("installedaddons")->Property("className"), "hasupdate");
+  rows_.ModifyDiv("installedaddons", "2.1.0.0", kRemove);
+  EXPECT_EQ(Row("installedaddons")->Property("className"), "");
+  EXPECT_EQ(Row("installedaddons")->Property("ariaLabel"), "Notes, Version 2.1.0.0");
+}
+
 TEST_F(CurrentRow, ModifyDivWritesTheVersionAsTextAndTheButtonsAsMarkup) {
   AddInstalled("installedaddons", 7);
   rows_.ModifyDiv("installedaddons", "<b>2</b>", "<b>none</b>");

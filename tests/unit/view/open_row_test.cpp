@@ -57,6 +57,35 @@ TEST_F(OpenRow, AClickOnTheOpenRowLeavesItOpen) {
   EXPECT_THAT(Styles(Addon(1)), ElementsAre("navy", "white", "800", ""));
 }
 
+TEST_F(OpenRow, ARowSaysWhetherItIsOpen) {
+  EXPECT_EQ(Addon(2)->Property("ariaExpanded"), "false");
+  ClickAddon(2);
+  EXPECT_EQ(Addon(2)->Property("ariaExpanded"), "true");
+  ClickAddon(3);
+  EXPECT_EQ(Addon(2)->Property("ariaExpanded"), "false");
+  EXPECT_EQ(Addon(3)->Property("ariaExpanded"), "true");
+}
+
+TEST_F(OpenRow, TheMarkOfAnUpdateStaysWhenItsRowOpensAndCloses) {
+  rows_.fillDivWithUpdates("installedaddons", "Chess", "1", "", 4, false, false);
+  for (const int number : {4, 1}) {
+    ClickAddon(number);
+    EXPECT_EQ(Addon(4)->Property("className"), "hasupdate") << number;
+  }
+}
+
+TEST_F(OpenRow, ALongListIsWalkedThroughOnce) {
+  rows_.FillDivHeader("installedaddons", "itabencloser", "Currently Installed  Addons");
+  for (std::int16_t row = 1; row <= 1000; ++row) {
+    rows_.fillDiv("installedaddons", "Notes", "1", "Keeps notes.", row, false);
+  }
+  ClickAddon(500);
+  const int before = document_->calls();
+  ClickAddon(700);
+  EXPECT_LT(document_->calls() - before, 60);
+  EXPECT_THAT(Styles(Addon(500)), ElementsAre("white", "black", "", "none"));
+}
+
 TEST_F(OpenRow, TheHeadingIsSpared) {
   const auto heading = Addon(0);
   const std::string before = fakes::FakeHtmlDocument::Outer(heading);
@@ -89,8 +118,8 @@ TEST_F(OpenRow, AHalfBuiltRowIsSparedLikeAHeading) {
 TEST_F(OpenRow, AFailureIsLoggedAndWhatWasSetStays) {
   document_->FailMember("SetStyle", base::Failure(-2147467259, "Unspecified error"), 6);
   ClickAddon(2);
-  EXPECT_THAT(Styles(Addon(1)), ElementsAre("white", "black", "", "none"));
-  EXPECT_THAT(Styles(Addon(2)), ElementsAre("navy", "", "", "none"));
+  EXPECT_THAT(Styles(Addon(1)), ElementsAre("white", "", "", "none"));
+  EXPECT_THAT(Styles(Addon(2)), ElementsAre("navy", "white", "800", ""));
   EXPECT_THAT(log_.entries,
               ElementsAre(Entry("Kitbay::HideOthers", -2147467259, "Unspecified error")));
 }

@@ -28,6 +28,10 @@ class RecordingElement : public platform::HtmlNode {
     Note("AppendChild " + dynamic_cast<const RecordingElement&>(*child).name());
   }
 
+  void MergeAttributes(const platform::HtmlNodeRef& source) override {
+    Note("MergeAttributes " + dynamic_cast<const RecordingElement&>(*source).name());
+  }
+
   std::string Id() const override { Unasked(); }
   std::string TagName() const override { Unasked(); }
   std::string Value() const override { Unasked(); }
@@ -42,12 +46,20 @@ class RecordingElement : public platform::HtmlNode {
   void SetStyle(const std::string& /*property*/, const std::string& /*value*/) override {
     Unasked();
   }
+  std::string Property(const std::string& /*name*/) const override { Unasked(); }
+  void SetProperty(const std::string& name, const std::string& value) override {
+    Note("SetProperty " + name + " " + value);
+  }
   int StylePixelHeight() const override { Unasked(); }
   platform::HtmlNodeRef ParentElement() const override { Unasked(); }
   int ChildCount() const override { Unasked(); }
   platform::HtmlNodeRef Child(int /*index*/) const override { Unasked(); }
   int ChildNodeCount() const override { Unasked(); }
   platform::HtmlNodeRef ChildNode(int /*index*/) const override { Unasked(); }
+  std::vector<platform::HtmlNodeRef> Children() const override { Unasked(); }
+  std::vector<platform::HtmlNodeRef> ElementsByTag(const std::string& /*tag*/) const override {
+    Unasked();
+  }
   void RemoveNode(bool /*deep*/) override { Unasked(); }
 
  private:

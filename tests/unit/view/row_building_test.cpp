@@ -19,6 +19,12 @@ class RowBuilding : public ::testing::Test {
   PageRows rows_{log_, page_, state_};
 };
 
+/// What stands for keyboard and screen reader is set on the row when it is complete.
+constexpr const char* kAttributes =
+    "CreateElement <div role='treeitem' aria-expanded='false' "
+    "aria-label='Notes, Version 1.2.0.5'>";
+constexpr const char* kTakeOver = "new: MergeAttributes new";
+
 constexpr const char* kNameLine =
     "new: InsertAdjacentHtml afterBegin "
     "<span id =7  style='margin-right:4pt; margin-left:4pt; width:100%; cursor:default;'>"
@@ -40,7 +46,7 @@ TEST_F(RowBuilding, fillDivWritesNameLineThenPanelThenAppendsTheRow) {
                   "<font style='font-family:verdana; width:30%; text-align:right;'>"
                   "<input type='button' id='btninstalled' value='Remove' style='width:70; "
                   "height:22; font-family:verdana; font-size:11;'></font></span></div>",
-                  "installedaddons: AppendChild new"));
+                  "installedaddons: AppendChild new", kAttributes, kTakeOver));
   EXPECT_THAT(log_.entries, IsEmpty());
 }
 
@@ -57,7 +63,7 @@ TEST_F(RowBuilding, fillDivOfACoreComponentWritesNoButton) {
                   "&nbsp;&nbsp;&nbsp;</font>"
                   "<font style='font-family:verdana; width:30%; text-align:right;'>"
                   "</font></span></div>",
-                  "installedchannels: AppendChild new"));
+                  "installedchannels: AppendChild new", kAttributes, kTakeOver));
 }
 
 TEST_F(RowBuilding, TheRemoveButtonOfAnInstalledRowIsNeverOff) {
@@ -85,7 +91,10 @@ TEST_F(RowBuilding, fillDivWithUpdatesBuildsItsOwnPanel) {
                   "<font style='font-family:verdana; text-align:right; width:70%; '>"
                   "<input type='button' id='btninstalled' value='Update' style='width:70; "
                   "height:22; font-family:verdana; font-size:11;'></font></span></div>",
-                  "installedaddons: AppendChild new"));
+                  "installedaddons: AppendChild new",
+                  "CreateElement <div role='treeitem' aria-expanded='false' "
+                  "aria-label='Notes, Version 1.2.0.5, update available' class='hasupdate'>",
+                  kTakeOver));
   EXPECT_THAT(log_.entries, IsEmpty());
 }
 
@@ -116,7 +125,7 @@ TEST_F(RowBuilding, showUpdatesOffersTheComponentForInstallation) {
                   "<font style='font-family:verdana; text-align:right; width:50%;'>"
                   "<input type='button' id='btninstalled' value='Install' style='width:70; "
                   "height:22; font-family:verdana; font-size:11;'></font></span></div>",
-                  "updatedtransports: AppendChild new"));
+                  "updatedtransports: AppendChild new", kAttributes, kTakeOver));
   EXPECT_THAT(log_.entries, IsEmpty());
 }
 

@@ -147,5 +147,19 @@ TEST(RowMarkup, TheInstallButtonOfANewComponentIsOffWhileDownloading) {
             "height:22; font-family:verdana; font-size:11;'></font></span></div>");
 }
 
+TEST(RowMarkup, ARowsLabelSaysNameAndVersionAndWhetherThereIsAnUpdate) {
+  EXPECT_EQ(RowAttributes("Notes", "1.2", false),
+            "<div role='treeitem' aria-expanded='false' aria-label='Notes, Version 1.2'>");
+  EXPECT_EQ(RowAttributes("Notes", "1.2", true),
+            "<div role='treeitem' aria-expanded='false' "
+            "aria-label='Notes, Version 1.2, update available' class='hasupdate'>");
+}
+
+TEST(RowMarkup, ALabelIsTheTextOfANameThatIsMarkup) {
+  EXPECT_EQ(RowLabel("<b>O'Neill</b> &amp; <i class='x'>Söhne</i> 1 < 2 <", "N/A"),
+            "<div aria-label='O&#39;Neill &amp; Söhne 1 < 2 <, Version N/A'>");
+  EXPECT_EQ(RowLabel("cut <b", "1"), "<div aria-label='cut , Version 1'>");
+}
+
 }  // namespace
 }  // namespace kitbay::view

@@ -1,5 +1,7 @@
 #include "platform/win32/com/automation.h"
 
+#include <array>
+
 #include "platform/win32/com/bstr.h"
 #include "platform/win32/com/com_failure.h"
 
@@ -34,7 +36,33 @@ class FailureRecord {
   EXCEPINFO record_{};
 };
 
+Microsoft::WRL::ComPtr<IEnumVARIANT> EnumeratorOf(IDispatch& collection) {
+  const Variant value = Invoke(collection, DISPID_NEWENUM, DISPATCH_PROPERTYGET | DISPATCH_METHOD);
+  const VARIANT& enumerator = value.get();
+  const bool is_object = enumerator.vt == VT_UNKNOWN || enumerator.vt == VT_DISPATCH;
+  Microsoft::WRL::ComPtr<IEnumVARIANT> members;
+  if (!is_object || enumerator.punkVal == nullptr ||
+      FAILED(enumerator.punkVal->QueryInterface(IID_PPV_ARGS(&members)))) {
+    throw FailureOf(DISP_E_TYPEMISMATCH);
+  }
+  return members;
+}
+
 }  // namespace
+
+std::vector<Variant> MembersOf(IDispatch& collection) {
+  constexpr ULONG kBatch = 64;
+  const auto enumerator = EnumeratorOf(collection);
+  std::vector<Variant> members;
+  ULONG fetched = kBatch;
+  while (fetched == kBatch) {
+    std::array<VARIANT, kBatch> batch{};
+    members.reserve(members.size() + kBatch);
+    Check(enumerator->Next(kBatch, batch.data(), &fetched));
+    for (ULONG i = 0; i < fetched; ++i) *members.emplace_back().receive() = batch[i];
+  }
+  return members;
+}
 
 DISPID FindMember(IDispatch& object, const std::string& name) {
   std::wstring wide = ToUtf16(name);

@@ -21,6 +21,9 @@ void PutProperty(IDispatch& object, const std::string& name, const Variant& valu
 Variant CallMethod(IDispatch& object, const std::string& name,
                    const std::vector<Variant>& arguments = {});
 
+/// The members of a collection, fetched many at a time. Throws 13 where it cannot enumerate them.
+std::vector<Variant> MembersOf(IDispatch& collection);
+
 /// The number of a member. Throws 438 when there is none.
 DISPID FindMember(IDispatch& object, const std::string& name);
 

@@ -27,8 +27,20 @@ HtmlNodeRef ItemOf(IDispatch& list, int index) {
   }
 }
 
+std::vector<HtmlNodeRef> AllOf(IDispatch& list) {
+  std::vector<HtmlNodeRef> nodes;
+  for (const Variant& member : MembersOf(list)) nodes.push_back(ToNode(member));
+  return nodes;
+}
+
 std::string AutomationNode::Text(const char* member) const {
   return GetProperty(*node_.Get(), member).ToText();
+}
+
+IDispatch* AutomationNode::ObjectOf(const HtmlNodeRef& node) {
+  const auto* automation = dynamic_cast<const AutomationNode*>(node.get());
+  if (automation == nullptr) throw base::Failure(base::RuntimeError::kObjectVariableNotSet);
+  return automation->node_.Get();
 }
 
 void AutomationNode::Put(const char* member, const Variant& value) {
@@ -55,6 +67,14 @@ void AutomationNode::SetStyle(const std::string& property, const std::string& va
   PutProperty(*RequireObject(*node_.Get(), "style").Get(), property, value);
 }
 
+std::string AutomationNode::Property(const std::string& name) const {
+  return GetProperty(*node_.Get(), name).ToText();
+}
+
+void AutomationNode::SetProperty(const std::string& name, const std::string& value) {
+  PutProperty(*node_.Get(), name, value);
+}
+
 int AutomationNode::StylePixelHeight() const {
   return GetProperty(*RequireObject(*node_.Get(), "style").Get(), "pixelHeight").ToInteger();
 }
@@ -79,14 +99,26 @@ HtmlNodeRef AutomationNode::ChildNode(int index) const {
   return ItemOf(*RequireObject(*node_.Get(), "childNodes").Get(), index);
 }
 
+std::vector<HtmlNodeRef> AutomationNode::Children() const {
+  return AllOf(*RequireObject(*node_.Get(), "children").Get());
+}
+
+std::vector<HtmlNodeRef> AutomationNode::ElementsByTag(const std::string& tag) const {
+  const ComPtr<IDispatch> list = CallMethod(*node_.Get(), "getElementsByTagName", {tag}).ToObject();
+  if (list == nullptr) throw base::Failure(base::RuntimeError::kObjectVariableNotSet);
+  return AllOf(*list.Get());
+}
+
 void AutomationNode::InsertAdjacentHtml(const std::string& where, const std::string& markup) {
   CallMethod(*node_.Get(), "insertAdjacentHTML", {where, markup});
 }
 
 void AutomationNode::AppendChild(const HtmlNodeRef& child) {
-  const auto* node = dynamic_cast<const AutomationNode*>(child.get());
-  if (node == nullptr) throw base::Failure(base::RuntimeError::kObjectVariableNotSet);
-  CallMethod(*node_.Get(), "appendChild", {node->node_.Get()});
+  CallMethod(*node_.Get(), "appendChild", {ObjectOf(child)});
+}
+
+void AutomationNode::MergeAttributes(const HtmlNodeRef& source) {
+  CallMethod(*node_.Get(), "mergeAttributes", {ObjectOf(source)});
 }
 
 void AutomationNode::RemoveNode(bool deep) { CallMethod(*node_.Get(), "removeNode", {deep}); }

@@ -8,6 +8,7 @@
 #include <memory>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "platform/html_document.h"
 #include "platform/win32/com/automation.h"
@@ -32,19 +33,27 @@ class AutomationNode final : public HtmlNode {
   void SetInnerHtml(const std::string& markup) override;
   std::string Style(const std::string& property) const override;
   void SetStyle(const std::string& property, const std::string& value) override;
+  std::string Property(const std::string& name) const override;
+  void SetProperty(const std::string& name, const std::string& value) override;
   int StylePixelHeight() const override;
   HtmlNodeRef ParentElement() const override;
   int ChildCount() const override;
   HtmlNodeRef Child(int index) const override;
   int ChildNodeCount() const override;
   HtmlNodeRef ChildNode(int index) const override;
+  std::vector<HtmlNodeRef> Children() const override;
+  std::vector<HtmlNodeRef> ElementsByTag(const std::string& tag) const override;
   void InsertAdjacentHtml(const std::string& where, const std::string& markup) override;
   void AppendChild(const HtmlNodeRef& child) override;
+  void MergeAttributes(const HtmlNodeRef& source) override;
   void RemoveNode(bool deep) override;
 
  private:
   std::string Text(const char* member) const;
   void Put(const char* member, const Variant& value);
+
+  /// The object behind a handle. Fails with 91 for an empty handle and those of other documents.
+  static IDispatch* ObjectOf(const HtmlNodeRef& node);
 
   Microsoft::WRL::ComPtr<IDispatch> node_;
 };
@@ -57,5 +66,9 @@ Microsoft::WRL::ComPtr<IDispatch> RequireObject(IDispatch& object, const char* m
 
 /// The member at `index` of a list of nodes; an empty handle past its end.
 HtmlNodeRef ItemOf(IDispatch& list, int index);
+
+/// All members of a list of nodes, fetched many at a time through its enumerator. Fails with 13
+/// when it has none.
+std::vector<HtmlNodeRef> AllOf(IDispatch& list);
 
 }  // namespace kitbay::platform::win32

@@ -1,7 +1,8 @@
 // Late-bound calls of the host: objects are handles, members are found without regard to case.
 // A request is {h: handle, n: member name, k: DISPATCH_ flags, a: arguments, e: current event,
 // r: handles that the host released}. An answer is {v: value} or {e: HRESULT, d: description}.
-// Values are JSON, with {h: handle} for an object, {h: 0} for an absent one and {u: 1} for none.
+// Values are JSON, with {h: handle} for an object, {h: 0} for an absent one, {u: 1} for none and
+// {l: values} for a piece of a collection.
 
 const kMethod = 1;
 const kPropertyGet = 2;
@@ -11,6 +12,7 @@ const kBadParameterCount = 0x8002000e;
 const kUnspecified = 0x80004005;
 const kDisconnected = 0x80010108;
 const kDocumentHandle = 1;
+const kMembers = '[members]';
 
 const objects = new Map();
 const handles = new WeakMap();
@@ -122,6 +124,13 @@ function defaultValue(object, args) {
   return object.item(...args);
 }
 
+/** Some members of a collection, for its enumerator. */
+function membersOf(object, [from, count]) {
+  if (!(typeof object.item === 'function')) throw new DispatchFailure(kMemberNotFound, 'No collection');
+  const all = object instanceof ElementCollection ? object.members_() : object;
+  return { l: Array.prototype.slice.call(all, from, from + count).map(encode) };
+}
+
 function put(object, name, args) {
   if (args.length !== 1) throw new DispatchFailure(kBadParameterCount, `${name} takes one value`);
   if (object instanceof CSSStyleDeclaration) setStyle(object, name, args[0]);
@@ -133,6 +142,7 @@ function invoke({ h, n, k, a }) {
   const object = objectOf(h);
   const args = a.map(decode);
   if (n === '') return encode(defaultValue(object, args));
+  if (n === kMembers) return membersOf(object, args);
   const special = hostMember(object, n.toLowerCase());
   const name = special ? n : spellingOf(object, n);
   if (name === undefined) throw new DispatchFailure(kMemberNotFound, `No member ${n}`);

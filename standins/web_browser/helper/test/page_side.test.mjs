@@ -174,3 +174,33 @@ test('a handle of an earlier document names nothing', async () => {
   const answer = JSON.parse(await browser.page.answer(generation, { h, n: 'id', k: kGet, a: [] }));
   assert.equal(answer.e, 0x80010108);
 });
+
+test('the members of a collection come in pieces', async () => {
+  await browser.load('<div id=list><b></b> <i></i><u></u></div>');
+  const list = await browser.byId('list');
+  for (const collection of [
+    await browser.get(list, 'children'),
+    await browser.invoke(list, 'getElementsByTagName', '*'),
+  ]) {
+    const tags = async (from, count) => {
+      const { l } = await browser.get(collection, '[members]', from, count);
+      return Promise.all(l.map((member) => browser.get(member, 'tagName')));
+    };
+    assert.deepEqual(await tags(0, 2), ['B', 'I']);
+    assert.deepEqual(await tags(2, 2), ['U']);
+    assert.deepEqual(await tags(3, 2), []);
+  }
+  assert.equal((await browser.call(list, '[members]', kGet, 0, 1)).e, kMemberNotFound);
+});
+
+test('an element takes over the attributes of another, but not its id and name', async () => {
+  await browser.load("<a id=7 name=n title=old style='color: red'>x</a><a id=8 name=m title=new role=row class=c></a>");
+  const row = await browser.byId('7');
+  const other = await browser.byId('8');
+  await browser.invoke(row, 'mergeAttributes', other);
+  const markup = () => browser.get(row, 'outerHTML');
+  assert.equal(await markup(),
+    '<a id="7" name="n" title="new" style="color: red" role="row" class="c">x</a>');
+  await browser.invoke(row, 'mergeAttributes', other, false);
+  assert.match(await markup(), /^<a id="8" name="m"/);
+});

@@ -119,7 +119,18 @@ TEST(FakeHtmlDocument, TheNthCallFailsOnce) {
   const auto node = document.AllItem("7");
   EXPECT_EQ(FailureNumber([&] { node->Id(); }), 7);
   EXPECT_EQ(node->Id(), "7");
+}
+
+TEST(FakeHtmlDocument, CountsTheLateBoundCallsThatTheRealDocumentWouldTake) {
+  FakeHtmlDocument document("<div id='list'><b></b><b></b></div>");
+  const auto list = document.AllItem("list");
+  EXPECT_EQ(document.calls(), 2);  // all, item
+  list->Id();
   EXPECT_EQ(document.calls(), 3);
+  list->SetStyle("color", "navy");
+  EXPECT_EQ(document.calls(), 5);  // style, color
+  list->Children();
+  EXPECT_EQ(document.calls(), 8);  // children, its enumerator, a batch
 }
 
 TEST(FakeHtmlDocument, AMemberFailsAlwaysOrAtItsNthCall) {
