@@ -1,7 +1,8 @@
 #include "platform/libraries.h"
 
 #include <windows.h>
-// <psapi.h> needs the former.
+// These need the former.
+#include <objbase.h>
 #include <psapi.h>
 
 #include <cstring>
@@ -78,8 +79,26 @@ struct Errand {
   std::exception_ptr failure;
 };
 
+/// Keeps COM's multithreaded apartment alive. Threads that have joined none, as those of a
+/// library's function, are in it meanwhile.
+class SharedApartment {
+ public:
+  SharedApartment() : joined_(SUCCEEDED(CoInitializeEx(nullptr, COINIT_MULTITHREADED))) {}
+  ~SharedApartment() {
+    if (joined_) {
+      CoUninitialize();
+    }
+  }
+  SharedApartment(const SharedApartment&) = delete;
+  SharedApartment& operator=(const SharedApartment&) = delete;
+
+ private:
+  bool joined_;
+};
+
 DWORD WINAPI RunErrand(void* argument) {
   auto& errand = *static_cast<Errand*>(argument);
+  const SharedApartment apartment;
   try {
     errand.body();
   } catch (...) {
@@ -97,6 +116,7 @@ class Win32Libraries : public Libraries {
     const std::wstring system_path = ToSystemPath(path);
     const HelperFolder helper_folder(helpers);
     const QuietLoading quiet;
+    guard_.NoteThreads();
     const HMODULE module =
         LoadLibraryExW(system_path.c_str(), nullptr,
                        LOAD_LIBRARY_SEARCH_DLL_LOAD_DIR | LOAD_LIBRARY_SEARCH_DEFAULT_DIRS);
@@ -109,7 +129,8 @@ class Win32Libraries : public Libraries {
 
   void Free(LibraryHandle library) override {
     const HMODULE module = AsModule(library);
-    if (!guard_.AbandonRunning()) {
+    const bool has_running_thread = guard_.AbandonRunning();
+    if (!has_running_thread && !guard_.HasNewThreads()) {
       FreeLibrary(module);
       return;
     }

@@ -1,7 +1,12 @@
 #include "platform/win32/system/thread_guard.h"
 
+// Needs <windows.h>, which the former includes.
+#include <tlhelp32.h>
+
 #include <algorithm>
 #include <array>
+
+#include "platform/win32/system/handles.h"
 
 namespace kitbay::platform::win32 {
 namespace {
@@ -68,16 +73,6 @@ bool IsWithoutCode(const EXCEPTION_RECORD& exception) {
              reinterpret_cast<ULONG_PTR>(exception.ExceptionAddress);
 }
 
-// Without the library's code there is no way back along the thread's stack, and the system would
-// end the process before it asks the filter below.
-LONG CALLBACK EndLostThread(EXCEPTION_POINTERS* exception) {
-  const EXCEPTION_RECORD& record = *exception->ExceptionRecord;
-  if (IsWithoutCode(record) && HasLostItsCode(record.ExceptionInformation[1])) {
-    ExitThread(record.ExceptionCode);
-  }
-  return EXCEPTION_CONTINUE_SEARCH;
-}
-
 LONG WINAPI EndFaultedThread(EXCEPTION_POINTERS* exception) {
   if (CurrentThread().handle != nullptr) {
     ExitThread(exception->ExceptionRecord->ExceptionCode);
@@ -85,8 +80,37 @@ LONG WINAPI EndFaultedThread(EXCEPTION_POINTERS* exception) {
   return g_previous_filter != nullptr ? g_previous_filter(exception) : EXCEPTION_CONTINUE_SEARCH;
 }
 
+// Without the library's code there is no way back along the thread's stack, and the system would
+// end the process before it asks the filter below.
+LONG CALLBACK EndLostThread(EXCEPTION_POINTERS* exception) {
+  const EXCEPTION_RECORD& record = *exception->ExceptionRecord;
+  // The library's run-time may have put its own filter in the place of this one's, even just now.
+  if (CurrentThread().handle != nullptr) {
+    SetUnhandledExceptionFilter(&EndFaultedThread);
+  }
+  if (IsWithoutCode(record) && HasLostItsCode(record.ExceptionInformation[1])) {
+    ExitThread(record.ExceptionCode);
+  }
+  return EXCEPTION_CONTINUE_SEARCH;
+}
+
 bool HasEnded(const WatchedThread& thread) {
   return WaitForSingleObject(thread.handle, 0) == WAIT_OBJECT_0;
+}
+
+/// The threads of this process.
+std::set<DWORD> OwnThreads() {
+  std::set<DWORD> threads;
+  const UniqueFile snapshot(CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0));
+  THREADENTRY32 entry{};
+  entry.dwSize = sizeof(entry);
+  for (BOOL there = snapshot ? Thread32First(snapshot.get(), &entry) : FALSE; there;
+       there = Thread32Next(snapshot.get(), &entry)) {
+    if (entry.th32OwnerProcessID == GetCurrentProcessId()) {
+      threads.insert(entry.th32ThreadID);
+    }
+  }
+  return threads;
 }
 
 }  // namespace
@@ -138,6 +162,13 @@ bool ThreadGuard::AbandonRunning() {
   return any;
 }
 
+void ThreadGuard::NoteThreads() { noted_threads_ = OwnThreads(); }
+
+bool ThreadGuard::HasNewThreads() const {
+  return std::ranges::any_of(OwnThreads(),
+                             [&](DWORD thread) { return !noted_threads_.contains(thread); });
+}
+
 void ThreadGuard::ExpectEmpty(const void* place, SIZE_T size) {
   const ExclusiveLock lock;
   auto* const entry =
@@ -154,6 +185,8 @@ void ThreadGuard::Close(HANDLE thread) {
   if (place != g_threads.end()) {
     *place = {};
   }
+  // One that the library has set for the process goes with the library.
+  SetUnhandledExceptionFilter(&EndFaultedThread);
   CloseHandle(thread);
 }
 

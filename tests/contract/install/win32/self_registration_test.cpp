@@ -2,7 +2,10 @@
 
 #include <gmock/gmock.h>
 #include <windows.h>
+// <tlhelp32.h> needs the former.
+#include <tlhelp32.h>
 
+#include <set>
 #include <string>
 #include <vector>
 
@@ -10,6 +13,7 @@
 #include "contract/system/win32/scratch_folder.h"
 #include "contract/system/win32/troubled_libraries.h"
 #include "fakes/recording_error_log.h"
+#include "platform/win32/system/handles.h"
 #include "platform/win32/system/utf.h"
 
 namespace kitbay::contract {
@@ -31,6 +35,40 @@ std::string TextOf(const std::wstring& key) {
   RegGetValueW(HKEY_CURRENT_USER, key.c_str(), nullptr, RRF_RT_REG_SZ, nullptr, text, &size);
   return platform::win32::ToUtf8(text);
 }
+
+/// The threads that the process had when this was made.
+class ThreadsOfThisProcess {
+ public:
+  ThreadsOfThisProcess() : threads_(Now()) {}
+
+  /// Those that it has got since then.
+  std::vector<platform::win32::UniqueKernelObject> Newer() const {
+    std::vector<platform::win32::UniqueKernelObject> newer;
+    for (const DWORD thread : Now()) {
+      if (!threads_.contains(thread)) {
+        newer.emplace_back(OpenThread(SYNCHRONIZE | THREAD_QUERY_INFORMATION, FALSE, thread));
+      }
+    }
+    return newer;
+  }
+
+ private:
+  static std::set<DWORD> Now() {
+    std::set<DWORD> threads;
+    const platform::win32::UniqueFile snapshot(CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0));
+    THREADENTRY32 entry{};
+    entry.dwSize = sizeof(entry);
+    for (BOOL there = Thread32First(snapshot.get(), &entry); there;
+         there = Thread32Next(snapshot.get(), &entry)) {
+      if (entry.th32OwnerProcessID == GetCurrentProcessId()) {
+        threads.insert(entry.th32ThreadID);
+      }
+    }
+    return threads;
+  }
+
+  std::set<DWORD> threads_;
+};
 
 class RealSelfRegistration : public testing::Test {
  protected:
@@ -111,6 +149,32 @@ TEST_F(RealSelfRegistration, LibraryThatCrashesHasRun) {
   EXPECT_EQ(Register(Copy("OvlCrashing")), 0);
   EXPECT_EQ(Register(Copy("OvlThrowing")), 0);
   EXPECT_THAT(log_.entries, IsEmpty());
+}
+
+TEST_F(RealSelfRegistration, LibraryThatUsesComIsInAnApartment) {
+  EXPECT_EQ(Register(Copy("OvlComUser")), 0);
+  EXPECT_EQ(libraries_.exit_codes(), std::vector<std::uint32_t>{0});
+}
+
+TEST_F(RealSelfRegistration, LibraryThatSetsAFilterOfItsOwnAndCrashesHasRun) {
+  EXPECT_EQ(Register(Copy("OvlFiltering")), 0);
+  EXPECT_EQ(libraries_.exit_codes(), std::vector<std::uint32_t>{0xC0000005U});
+  EXPECT_EQ(Register(Copy("OvlCrashing")), 0);
+  EXPECT_THAT(log_.entries, IsEmpty());
+}
+
+TEST_F(RealSelfRegistration, ProgramOutlivesAThreadThatALibraryLeftInItsCode) {
+  const SlowLibrary may_return;
+  const ThreadsOfThisProcess before;
+  EXPECT_EQ(Register(Copy("OvlLingering")), 0);
+  EXPECT_EQ(GetModuleHandleW(L"OvlLingering.dll"), nullptr);
+  const std::vector<platform::win32::UniqueKernelObject> left = before.Newer();
+  ASSERT_EQ(left.size(), 1U);
+  may_return.LetReturn();
+  EXPECT_EQ(WaitForSingleObject(left[0].get(), kLong), WAIT_OBJECT_0);
+  DWORD code = 0;
+  GetExitCodeThread(left[0].get(), &code);
+  EXPECT_EQ(code, 0xC0000005U);
 }
 
 TEST_F(RealSelfRegistration, WhatCannotBeLoadedIsLoggedWithTheSystemsNumber) {

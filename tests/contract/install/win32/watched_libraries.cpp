@@ -26,7 +26,11 @@ ThreadHandle WatchedLibraries::StartThread(ExportAddress start) {
 
 bool WatchedLibraries::Wait(ThreadHandle thread, std::uint32_t milliseconds) {
   limits_.push_back(milliseconds);
-  return real_->Wait(thread, std::min(milliseconds, patience_));
+  const bool has_ended = real_->Wait(thread, std::min(milliseconds, patience_));
+  if (has_ended) {
+    exit_codes_.push_back(real_->ExitCode(thread));
+  }
+  return has_ended;
 }
 
 std::uint32_t WatchedLibraries::ExitCode(ThreadHandle thread) { return real_->ExitCode(thread); }

@@ -18,6 +18,9 @@ class WatchedLibraries : public platform::Libraries {
   /// How long was waited for each thread, had the patience not been set.
   const std::vector<std::uint32_t>& limits() const { return limits_; }
 
+  /// What the threads that have ended in time returned.
+  const std::vector<std::uint32_t>& exit_codes() const { return exit_codes_; }
+
   /// The thread that was started last.
   platform::ThreadHandle last_thread() const { return last_thread_; }
 
@@ -36,6 +39,7 @@ class WatchedLibraries : public platform::Libraries {
   std::unique_ptr<platform::Libraries> real_ = platform::win32::MakeLibraries();
   std::uint32_t patience_ = UINT32_MAX;
   std::vector<std::uint32_t> limits_;
+  std::vector<std::uint32_t> exit_codes_;
   platform::ThreadHandle last_thread_;
 };
 

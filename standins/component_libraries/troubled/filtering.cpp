@@ -1,0 +1,18 @@
+// Sets a filter of its own for what nobody handles, as the run-times of some compilers do, and then
+// writes where nothing is.
+#include <windows.h>
+
+namespace {
+
+LONG WINAPI EndProgram(EXCEPTION_POINTERS* exception) {
+  ExitProcess(exception->ExceptionRecord->ExceptionCode);
+}
+
+}  // namespace
+
+extern "C" __declspec(dllexport) HRESULT WINAPI DllRegisterServer() {
+  SetUnhandledExceptionFilter(&EndProgram);
+  volatile int* volatile nowhere = nullptr;
+  *nowhere = 1;
+  return S_OK;
+}
