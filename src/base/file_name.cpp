@@ -39,4 +39,8 @@ bool IsPlainFileName(const std::string& name) {
          std::none_of(name.begin(), name.end(), IsForbidden) && !NamesDevice(name);
 }
 
+bool IsPlainLongName(const std::string& name) {
+  return IsPlainFileName(name) && name.find('~') == std::string::npos;
+}
+
 }  // namespace kitbay::base

@@ -8,4 +8,7 @@ namespace kitbay::base {
 /// device or control character, and no blank or full stop at its end.
 bool IsPlainFileName(const std::string& name);
 
+/// Whether, besides, `name` has no "~": it cannot be the short name of another file or folder.
+bool IsPlainLongName(const std::string& name);
+
 }  // namespace kitbay::base

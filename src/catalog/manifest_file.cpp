@@ -5,12 +5,10 @@
 
 namespace kitbay::catalog {
 
-// A name with "~" may be the short name of another file.
 bool IsManifestName(const std::string& name) {
   const std::string lower = base::ToLower(name);
-  return base::IsPlainFileName(name) && lower.ends_with(".xml") &&
-         name.find('~') == std::string::npos && lower != "directorypreference.xml" &&
-         lower != "updatepreference.xml";
+  return base::IsPlainLongName(name) && lower.ends_with(".xml") &&
+         lower != "directorypreference.xml" && lower != "updatepreference.xml";
 }
 
 std::string ManifestPath(const base::Settings& settings, const std::string& manifest) {

@@ -151,7 +151,7 @@ void UpdateFlows::ReadOffer(ComponentKind kind, Offer& offer) {
 }
 
 bool UpdateFlows::RequestPackage(ComponentKind kind, const Offer& offer, const ClickedRow& row) {
-  if (!base::IsPlainFileName(offer.id)) {
+  if (!base::IsPlainLongName(offer.id)) {
     throw Failure(RuntimeError::kPathFileAccessError, offer.id);
   }
   const update::Address address = SplitUrl(offer.url);

@@ -131,7 +131,7 @@ bool UpdateRequests::DownloadAddon(const std::string& url, const std::string& na
                                    const std::string& display_text, const std::string& label) {
   bool is_sent = false;
   guarded(log_, "Kitbay::DownloadAddon", [&] {
-    Demand(base::IsPlainFileName(name), name);
+    Demand(base::IsPlainLongName(name), name);
     const Address address = SplitSource(url);
     SetStatus("Downloading " + display_text + (label.empty() ? "" : " " + label) + ".");
     is_sent = Updates(address.server, address.file_path,

@@ -55,6 +55,13 @@ INSTANTIATE_TEST_SUITE_P(ConsoleAndSuperscriptDevices, FileNames,
                                          Name{"com\xC2\xB3.a", false}, Name{"con$", true},
                                          Name{"com\xC2\xBD", true}));
 
+TEST(FileNames, ANameThatMayBeAShortOneIsNotLong) {
+  EXPECT_TRUE(IsPlainLongName("chess"));
+  EXPECT_FALSE(IsPlainLongName("CHESS~1"));
+  EXPECT_FALSE(IsPlainLongName("chess~"));
+  EXPECT_FALSE(IsPlainLongName("nul"));
+}
+
 TEST(FileNames, NulByteIsNotPlain) { EXPECT_FALSE(IsPlainFileName(std::string("a\0b", 3))); }
 
 }  // namespace
