@@ -34,6 +34,9 @@ inline constexpr int kPlatformNt = 2;
 /// How long a window has for the close message before the caller goes on.
 inline constexpr unsigned kClosePatienceMs = 3000;
 
+/// How long a program whose window has closed has for its end.
+inline constexpr unsigned kEndPatienceMs = 10000;
+
 /// What Kitbay asks of the desktop and of other programs.
 class Desktop {
  public:
@@ -62,7 +65,9 @@ class Desktop {
                                      const std::string& caption) = 0;
 
   /// Sends the close message and waits until the window has handled it, but no longer than
-  /// `kClosePatienceMs`: a window may hang, or ask its user first.
+  /// `kClosePatienceMs`: a window may hang, or ask its user first. When it is no longer to be seen
+  /// then, and is another program's, waits until that has ended, but no longer than
+  /// `kEndPatienceMs`.
   virtual void SendClose(WindowHandle window) = 0;
 
   /// Starts a program, shown normally and with focus, without waiting. Throws `base::Failure` (53

@@ -33,6 +33,28 @@ Failure StartFailure(DWORD error) {
   }
 }
 
+/// The process of a window of another program.
+UniqueKernelObject OtherProcessOf(HWND window) {
+  DWORD id = 0;
+  GetWindowThreadProcessId(window, &id);
+  return UniqueKernelObject(
+      id != 0 && id != GetCurrentProcessId() ? OpenProcess(SYNCHRONIZE, FALSE, id) : nullptr);
+}
+
+/// Waits for the end of a process, but no longer than `kEndPatienceMs`. What it sends to windows of
+/// this thread is answered, for it may be waiting for that; no other message is looked at.
+void AwaitEnd(HANDLE process) {
+  const ULONGLONG limit = GetTickCount64() + kEndPatienceMs;
+  for (ULONGLONG now = GetTickCount64(); now < limit; now = GetTickCount64()) {
+    const auto left = static_cast<DWORD>(limit - now);
+    if (MsgWaitForMultipleObjects(1, &process, FALSE, left, QS_SENDMESSAGE) != WAIT_OBJECT_0 + 1) {
+      return;
+    }
+    MSG message{};
+    PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE | PM_QS_SENDMESSAGE);
+  }
+}
+
 class Win32Desktop : public Desktop {
  public:
   int PlatformId() const override {
@@ -76,8 +98,12 @@ class Win32Desktop : public Desktop {
     static std::int32_t zero;
     zero = 0;
     DWORD_PTR ignored = 0;
+    const UniqueKernelObject process = OtherProcessOf(ToSystem(window));
     SendMessageTimeoutW(ToSystem(window), WM_CLOSE, 0, reinterpret_cast<LPARAM>(&zero),
                         SMTO_ABORTIFHUNG, kClosePatienceMs, &ignored);
+    if (process && !IsWindowVisible(ToSystem(window))) {
+      AwaitEnd(process.get());
+    }
   }
 
   void StartProgram(const std::string& path) override {
