@@ -34,6 +34,15 @@ class DatastoreDisk : public platform::Files {
   std::unique_ptr<platform::FileReader> Open(const std::string& path) const override;
   void Create(const std::string& path, std::string_view bytes) override;
   void Replace(const std::string& path, std::string_view bytes) override;
+  bool ReplaceUnchanged(const std::string& path, std::string_view /*before*/,
+                        std::string_view bytes) override {
+    Replace(path, bytes);
+    return true;
+  }
+  void ReplaceInUse(const std::string& path, std::string_view bytes) override {
+    Replace(path, bytes);
+  }
+  void WaitForOthers(unsigned /*milliseconds*/) const override {}
   void SweepReplacements(const std::string& /*folder*/) override {}
   void CreateFolder(const std::string& path) override;
   bool IsLink(const std::string& /*path*/) const override { return false; }

@@ -9,8 +9,10 @@
 #include "answer_rules.h"
 #include "base/failure.h"
 #include "http_exchange.h"
+#include "platform/patience.h"
 #include "platform/win32/system/replacement_file.h"
 #include "platform/win32/system/system_path.h"
+#include "platform/win32/win32_platform.h"
 #include "transfer_address.h"
 #include "transfer_failure.h"
 #include "transfer_settings.h"
@@ -49,7 +51,7 @@ class TransferRun {
     if (announced_) Send("Total-Length", std::to_string(*announced_));
     const auto file = OnFile([&] { return std::make_unique<win32::ReplacementFile>(destination); });
     Receive(*answer, *file);
-    OnFile([&] { file->PutInPlace(); });
+    OnFile([&] { kitbay::platform::WithPatience(*files_, [&] { file->PutInPlace(); }); });
   }
 
  private:
@@ -119,6 +121,7 @@ class TransferRun {
   const SendEvent& send_;
   std::optional<std::uint64_t> announced_;
   std::uint64_t received_ = 0;
+  std::unique_ptr<kitbay::platform::Files> files_ = win32::MakeFiles();
 };
 
 }  // namespace

@@ -157,10 +157,8 @@ void MainForm::SweepReplacements() {
   guarded(parts_.log, "Kitbay::SweepReplacements", [&] {
     const base::Settings& settings = parts_.settings;
     if (!settings.InstallFolder.empty()) {
-      parts_.files.SweepReplacements(settings.InstallFolder + "\\Datastore");
-      parts_.files.SweepReplacements(settings.InstallFolder + "\\Kitbay");
+      parts_.files.SweepReplacements(settings.InstallFolder);
     }
-    parts_.files.SweepReplacements(settings.CustomDataFolder);
     parts_.files.SweepReplacements(settings.CustomDataFolder + "\\..");
   });
 }

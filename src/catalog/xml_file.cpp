@@ -39,7 +39,7 @@ class TextSink : public pugi::xml_writer {
   void write(const void* data, std::size_t size) override {
     text_.append(static_cast<const char*>(data), size);
   }
-  const std::string& text() const { return text_; }
+  std::string TakeText() { return std::move(text_); }
 
  private:
   std::string text_;
@@ -132,9 +132,8 @@ void LoadXml(const platform::Files& files, const std::string& path, XmlDocument&
 // In memory, and so also when it is saved, the document is UTF-8. Of the other encodings the parser
 // converts UTF-16, UTF-32 and Latin-1; bytes in any other would stay as they are beside those that
 // are added.
-void LoadXmlToChange(const platform::Files& files, const std::string& path, XmlDocument& document) {
+void ParseXmlToChange(std::string bytes, const std::string& path, XmlDocument& document) {
   document.reset();
-  std::string bytes = files.Read(path);
   const bool is_utf8 = base::IsUtf8(bytes);
   const bool is_converted =
       Parse(std::move(bytes), path, kToChange, document) != pugi::encoding_utf8;
@@ -150,19 +149,23 @@ void LoadXmlToChange(const platform::Files& files, const std::string& path, XmlD
   declared.set_value("UTF-8");
 }
 
+void LoadXmlToChange(const platform::Files& files, const std::string& path, XmlDocument& document) {
+  document.reset();
+  ParseXmlToChange(files.Read(path), path, document);
+}
+
 bool TryLoadXml(const platform::Files& files, const std::string& path, XmlDocument& document) {
   return Succeeds([&] { LoadXml(files, path, document); });
 }
 
-bool TryLoadXmlToChange(const platform::Files& files, const std::string& path,
-                        XmlDocument& document) {
-  return Succeeds([&] { LoadXmlToChange(files, path, document); });
+std::string XmlBytes(const XmlDocument& document) {
+  TextSink sink(document.byte_count());
+  document.save(sink, "", pugi::format_raw | pugi::format_no_declaration, pugi::encoding_utf8);
+  return sink.TakeText();
 }
 
 void SaveXml(platform::Files& files, const std::string& path, const XmlDocument& document) {
-  TextSink sink(document.byte_count());
-  document.save(sink, "", pugi::format_raw | pugi::format_no_declaration, pugi::encoding_utf8);
-  files.Replace(path, sink.text());
+  files.Replace(path, XmlBytes(document));
 }
 
 pugi::xml_node FirstElement(const pugi::xml_node& parent) {

@@ -23,10 +23,14 @@ void LoadXml(const platform::Files& files, const std::string& path, XmlDocument&
 /// declares an encoding which cannot be read is refused as invalid data.
 void LoadXmlToChange(const platform::Files& files, const std::string& path, XmlDocument& document);
 
-/// As the two above, but return false where those throw.
+/// As `LoadXmlToChange`, of the file's `bytes`.
+void ParseXmlToChange(std::string bytes, const std::string& path, XmlDocument& document);
+
+/// As `LoadXml`, but returns false where that throws.
 bool TryLoadXml(const platform::Files& files, const std::string& path, XmlDocument& document);
-bool TryLoadXmlToChange(const platform::Files& files, const std::string& path,
-                        XmlDocument& document);
+
+/// The bytes of the file that `document` is saved as.
+std::string XmlBytes(const XmlDocument& document);
 
 /// Puts `document` in the place of the file at `path`, whole or not at all. Throws `base::Failure`
 /// when it cannot be written.

@@ -1,15 +1,17 @@
 #include "install/datastore_registration.h"
 
 #include <cstddef>
+#include <exception>
 #include <utility>
 
 #include "base/failure.h"
 #include "base/guarded.h"
 #include "base/text.h"
 #include "catalog/registry_files.h"
+#include "catalog/xml_change.h"
 #include "catalog/xml_characters.h"
-#include "catalog/xml_file.h"
 #include "install/manifest_entry.h"
+#include "install/refusal.h"
 #include "install/registry_entry.h"
 #include "view/page_ids.h"
 #include "view/row_markup.h"
@@ -119,21 +121,26 @@ bool DatastoreRegistration::Update(ComponentKind kind, const std::string& path) 
   if (record[kIdSlot].empty()) {
     throw base::Failure(base::RuntimeError::kInvalidProcedureCall, "there is no component's id");
   }
-  catalog::XmlDocument document;
-  catalog::LoadXmlToChange(parts_.files, path, document);
-  const pugi::xml_node list = document.select_node(table.list).node();
-  if (!list) {
-    throw base::Failure(base::RuntimeError::kObjectVariableNotSet, path + " has no " + table.list);
-  }
-  if (const pugi::xml_node present = FindEntry(list, record[kIdSlot])) {
-    if (kind == ComponentKind::kChannel) {
-      return CheckNode(path, document, present);
+  bool is_present = false;
+  try {
+    catalog::ChangeXml(parts_.files, path, [&](catalog::XmlDocument& document) {
+      return EnterRecord(kind, path, document, is_present);
+    });
+  } catch (const base::Failure& failure) {
+    parts_.buttons.DisableStatus();
+    TellRefusal(parts_.desktop,
+                record[table.name_slot] + table.message + " could not be entered into", path,
+                failure);
+    if (!is_present) {
+      throw;
     }
+    base::LogFailure(parts_.log, "Kitbay::CheckNode", std::current_exception());
+    return false;
+  }
+  if (is_present) {
     ShowUpdated(kind);
     return true;
   }
-  AppendRegistryEntry(kind, record, list);
-  catalog::SaveXml(parts_.files, path, document);
   parts_.buttons.DisableStatus();
   parts_.desktop.ShowMessage(record[table.name_slot] + table.message +
                                  " has been successfully installed. Please restart " +
@@ -152,23 +159,40 @@ void DatastoreRegistration::ShowUpdated(ComponentKind kind) {
                         view::kRemoveButton);
 }
 
+// Returns whether there is anything to save.
+bool DatastoreRegistration::EnterRecord(ComponentKind kind, const std::string& path,
+                                        const catalog::XmlDocument& document, bool& is_present) {
+  const ComponentRecord& record = parts_.session.record;
+  const char* const list_path = kEntryUpdates[kind].list;
+  const pugi::xml_node list = document.select_node(list_path).node();
+  if (!list) {
+    throw base::Failure(base::RuntimeError::kObjectVariableNotSet, path + " has no " + list_path);
+  }
+  const pugi::xml_node present = FindEntry(list, record[kIdSlot]);
+  is_present = static_cast<bool>(present);
+  if (!is_present) {
+    AppendRegistryEntry(kind, record, list);
+    return true;
+  }
+  if (kind != ComponentKind::kChannel) {
+    return false;
+  }
+  CheckNode(present);
+  return true;
+}
+
 // A channel has no library to read its version from: what its entry says is what is listed, and
 // what the next offer is compared with.
-bool DatastoreRegistration::CheckNode(const std::string& path, const catalog::XmlDocument& document,
-                                      pugi::xml_node present) {
-  return guarded(parts_.log, "Kitbay::CheckNode", [&] {
-    const std::string& version = parts_.session.record[channel_slot::kVersion];
-    if (!catalog::IsXmlText(version)) {
-      throw base::Failure(base::RuntimeError::kInvalidProcedureCall, "the version is no text");
-    }
-    pugi::xml_attribute attribute = present.attribute("version");
-    if (!attribute) {
-      attribute = present.append_attribute("version");
-    }
-    attribute.set_value(version.c_str());
-    catalog::SaveXml(parts_.files, path, document);
-    ShowUpdated(ComponentKind::kChannel);
-  });
+void DatastoreRegistration::CheckNode(pugi::xml_node present) const {
+  const std::string& version = parts_.session.record[channel_slot::kVersion];
+  if (!catalog::IsXmlText(version)) {
+    throw base::Failure(base::RuntimeError::kInvalidProcedureCall, "the version is no text");
+  }
+  pugi::xml_attribute attribute = present.attribute("version");
+  if (!attribute) {
+    attribute = present.append_attribute("version");
+  }
+  attribute.set_value(version.c_str());
 }
 
 void DatastoreRegistration::CreateCustomRegistry() {

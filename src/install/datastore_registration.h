@@ -39,7 +39,7 @@ struct RegistrationParts {
 ///
 /// The update procedures write the record into its registry file, change the page and tell the
 /// user, and return whether they got that far. A failure while writing leaves the file as it was,
-/// and page and status bar too.
+/// and the page too, and clears the status bar; the user is told when the system refused it.
 class DatastoreRegistration {
  public:
   explicit DatastoreRegistration(const RegistrationParts& parts) : parts_(parts) {}
@@ -56,8 +56,9 @@ class DatastoreRegistration {
   void Enter(base::ComponentKind kind);
   bool Update(base::ComponentKind kind, const std::string& path);
   void ShowUpdated(base::ComponentKind kind);
-  bool CheckNode(const std::string& path, const catalog::XmlDocument& document,
-                 pugi::xml_node present);
+  bool EnterRecord(base::ComponentKind kind, const std::string& path,
+                   const catalog::XmlDocument& document, bool& is_present);
+  void CheckNode(pugi::xml_node present) const;
   void CreateCustomRegistry();
 
   RegistrationParts parts_;

@@ -9,6 +9,7 @@
 #include "base/guarded.h"
 #include "install/entry_names.h"
 #include "install/zip_archive.h"
+#include "platform/patience.h"
 
 namespace kitbay::install {
 namespace {
@@ -77,6 +78,7 @@ ZipEntry Judge(ZipArchive& archive, EntryNames names) {
 
 bool PackageExpansion::ExpandZipFile(std::string& destination, const std::string& archive_path) {
   bool expanded = false;
+  unwritten_.clear();
   guarded(log_, kProcedure, [&] {
     if (!destination.ends_with('\\')) {
       destination += '\\';
@@ -113,12 +115,23 @@ void PackageExpansion::ExpandEntry(ZipArchive& archive, const std::string& desti
   archive.Read(bytes);
   guarded(log_, kProcedure, [&] {
     try {
-      files_.Create(destination + entry.name, {bytes.data(), bytes.size()});
+      Write(destination + entry.name, {bytes.data(), bytes.size()});
     } catch (const Failure& failure) {
+      unwritten_.push_back(entry.name);
       throw Failure(failure.number(), failure.description() + ": " + entry.name);
     }
   });
   archive.CloseEntry();
+}
+
+void PackageExpansion::Write(const std::string& path, std::string_view bytes) {
+  platform::WithPatience(files_, [&] {
+    try {
+      files_.Create(path, bytes);
+    } catch (const platform::FileInUse&) {
+      files_.ReplaceInUse(path, bytes);
+    }
+  });
 }
 
 void PackageExpansion::MakeFolders(const std::string& destination, const std::string& name) {

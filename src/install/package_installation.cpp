@@ -1,6 +1,8 @@
 #include "install/package_installation.h"
 
 #include <functional>
+#include <string>
+#include <vector>
 
 #include "base/failure.h"
 #include "base/guarded.h"
@@ -112,8 +114,30 @@ void PackageInstallation::UnpackFrom(ComponentKind kind, const std::string& path
     TellCorrupt(kind);
     return;
   }
+  TellUnwritten();
   EnterComponent(kind, folder);
   Restart();
+}
+
+// The rest of the package is there, and is entered: the files may be the same as before.
+void PackageInstallation::TellUnwritten() {
+  const std::vector<std::string>& names = parts_.expansion.unwritten();
+  if (names.empty()) {
+    return;
+  }
+  constexpr std::size_t kMostNames = 10;
+  std::string list;
+  for (std::size_t i = 0; i < names.size() && i < kMostNames; ++i) {
+    list += "\r\n" + names[i];
+  }
+  if (names.size() > kMostNames) {
+    list += "\r\nand " + std::to_string(names.size() - kMostNames) + " more";
+  }
+  parts_.desktop.ShowMessage(
+      "These files of " + parts_.session.package_name +
+          " could not be written, because they are in use or must not be changed:\r\n" + list +
+          "\r\n\r\nClose the programs that use them and try again.",
+      platform::kMessageTitle, platform::kOkOnly);
 }
 
 void PackageInstallation::TellMissing(ComponentKind kind) {

@@ -65,6 +65,7 @@ class PackageInstallation : public update::PackageReceiver {
   void InstallNow(const Arrival& arrival);
   void UnpackFrom(base::ComponentKind kind, const std::string& path);
   void TellMissing(base::ComponentKind kind);
+  void TellUnwritten();
   void TellCorrupt(base::ComponentKind kind);
   std::string AddonFolder();
   std::string ChannelFolder();

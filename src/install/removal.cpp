@@ -8,8 +8,10 @@
 #include "base/text.h"
 #include "catalog/installed_tables.h"
 #include "catalog/registry_files.h"
+#include "catalog/xml_change.h"
 #include "catalog/xml_file.h"
 #include "install/clicked_row.h"
+#include "install/refusal.h"
 #include "view/page_ids.h"
 
 namespace kitbay::install {
@@ -122,13 +124,16 @@ void Removal::uninstall(const std::string& path, ComponentKind kind, bool& is_mi
       is_missing = true;
       return;
     }
-    catalog::XmlDocument document;
-    catalog::LoadXmlToChange(parts_.files, path, document);
-    pugi::xml_node entry = FindEntry(document, kind, ToLower(parts_.session.component_name));
-    is_missing = !entry;
-    if (entry) {
-      entry.parent().remove_child(entry);
-      catalog::SaveXml(parts_.files, path, document);
+    try {
+      catalog::ChangeXml(parts_.files, path, [&](catalog::XmlDocument& document) {
+        pugi::xml_node entry = FindEntry(document, kind, ToLower(parts_.session.component_name));
+        is_missing = !entry;
+        return entry && entry.parent().remove_child(entry);
+      });
+    } catch (const base::Failure& failure) {
+      TellRefusal(parts_.desktop, parts_.session.component_name + " could not be removed from",
+                  path, failure);
+      throw;
     }
   });
 }

@@ -7,6 +7,7 @@
 #include "base/settings.h"
 #include "install/install_session.h"
 #include "install/main_client.h"
+#include "platform/desktop.h"
 #include "platform/files.h"
 #include "view/page_document.h"
 #include "view/page_rows.h"
@@ -19,6 +20,7 @@ struct RemovalParts {
   base::ErrorLog& log;
   const base::Settings& settings;
   platform::Files& files;
+  platform::Desktop& desktop;
   const view::PageDocument& page;
   view::ViewState& state;
   view::PageRows& rows;

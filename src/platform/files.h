@@ -6,11 +6,20 @@
 #include <string>
 #include <string_view>
 
+#include "base/failure.h"
 #include "platform/clock.h"
 
 namespace kitbay::platform {
 
-/// A file that is open for reading at any place. Until it is closed nobody can write or delete it.
+/// The failure (70) of an operation on a file that another program holds in a way that forbids it.
+/// The program may let go of it in a moment.
+class FileInUse : public base::Failure {
+ public:
+  FileInUse() : base::Failure(base::RuntimeError::kPermissionDenied) {}
+};
+
+/// A file that is open for reading at any place. Until it is closed nobody can write or delete it,
+/// except who had it open for writing before.
 class FileReader {
  public:
   virtual ~FileReader() = default;
@@ -25,8 +34,8 @@ class FileReader {
 
 /// The file system. Paths are UTF-8 with "\" or "/" between parts; letter case does not matter.
 ///
-/// Failures are `base::Failure`: 53 no such file, 76 no such folder on the way, 70 access denied or
-/// in use, 61 disk full, 75 anything else.
+/// Failures are `base::Failure`: 53 no such file, 76 no such folder on the way, 70 access denied,
+/// or in use (`FileInUse`), 61 disk full, 75 anything else.
 class Files {
  public:
   virtual ~Files() = default;
@@ -49,8 +58,22 @@ class Files {
   /// the old file or the new one, whole. Creates the file when it is missing.
   virtual void Replace(const std::string& path, std::string_view bytes) = 0;
 
-  /// Deletes what replacements that never ended, in this process or another, have left in `folder`.
-  /// No other file is touched. A folder that is not there and what is still in use are passed over.
+  /// As `Replace`, but only while the file holds `before`, which is looked at last of all. Returns
+  /// whether it did; otherwise nothing is changed.
+  virtual bool ReplaceUnchanged(const std::string& path, std::string_view before,
+                                std::string_view bytes) = 0;
+
+  /// Puts `bytes` in the place of the file `path`, which is in use. The old file gets another name,
+  /// where `SweepReplacements` finds it once nobody uses it. Fails with `FileInUse` when it cannot
+  /// be renamed; a loaded library can.
+  virtual void ReplaceInUse(const std::string& path, std::string_view bytes) = 0;
+
+  /// Waits a moment, in which other programs may let go of a file.
+  virtual void WaitForOthers(unsigned milliseconds) const = 0;
+
+  /// Deletes what replacements, in this process or another, have left in `folder` and in the
+  /// folders below it; links are not followed. No other file is touched. A folder that is not there
+  /// and what is still in use are passed over.
   virtual void SweepReplacements(const std::string& folder) = 0;
 
   /// Creates one folder. Fails with 75 when it exists, with 76 when its parent does not.

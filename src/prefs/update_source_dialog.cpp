@@ -5,6 +5,7 @@
 #include "base/failure.h"
 #include "base/guarded.h"
 #include "base/text.h"
+#include "catalog/xml_change.h"
 #include "catalog/xml_file.h"
 #include "prefs/source_url.h"
 
@@ -40,6 +41,15 @@ pugi::xml_node FindSource(pugi::xml_node source, const std::string& url) {
     source = catalog::NextElement(source);
   }
   return source;
+}
+
+// Returns whether the file lacked the source.
+bool AddSource(pugi::xml_node preferences, const std::string& url) {
+  if (FindSource(FirstSource(preferences), url)) {
+    return false;
+  }
+  preferences.append_child("preference").append_attribute("url") = url.c_str();
+  return true;
 }
 
 }  // namespace
@@ -158,31 +168,30 @@ bool UpdateSourceDialog::IsListed(const std::string& url) const {
 // source that was added since the dialog opened is not in the file yet.
 void UpdateSourceDialog::RemoveSource(int position) {
   window_.SetStatusText("");
-  catalog::XmlDocument file;
-  catalog::LoadXmlToChange(files_, source_file_.Path(), file);
-  pugi::xml_node preferences = PreferencesOf(file);
-  const pugi::xml_node source =
-      FindSource(catalog::NextElement(FirstSource(preferences)), window_.ItemText(position));
-  if (preferences.remove_child(source)) {
-    catalog::SaveXml(files_, source_file_.Path(), file);
-  }
+  catalog::ChangeXml(files_, source_file_.Path(), [&](catalog::XmlDocument& file) {
+    pugi::xml_node preferences = PreferencesOf(file);
+    const pugi::xml_node source =
+        FindSource(catalog::NextElement(FirstSource(preferences)), window_.ItemText(position));
+    return preferences.remove_child(source);
+  });
   window_.RemoveItem(position);
 }
 
 void UpdateSourceDialog::SavePreference(bool& changed) {
   guarded(log_, "Kitbay::SavePreference", [&] {
-    catalog::XmlDocument file;
-    if (!catalog::TryLoadXmlToChange(files_, source_file_.Path(), file)) {
-      return;
-    }
-    pugi::xml_node preferences = PreferencesOf(file);
+    // A file that cannot be loaded in the first place is no failure.
     for (int position = 1; position <= window_.ItemCount(); ++position) {
-      const std::string url = window_.ItemText(position);
-      if (!FindSource(FirstSource(preferences), url)) {
-        preferences.append_child("preference").append_attribute("url") = url.c_str();
-        catalog::SaveXml(files_, source_file_.Path(), file);
-        changed = true;
+      bool is_new = false;
+      const auto add = [&](catalog::XmlDocument& file) {
+        is_new = AddSource(PreferencesOf(file), window_.ItemText(position));
+        return is_new;
+      };
+      if (position > 1) {
+        catalog::ChangeXml(files_, source_file_.Path(), add);
+      } else if (!catalog::TryChangeXml(files_, source_file_.Path(), add)) {
+        return;
       }
+      changed = changed || is_new;
     }
   });
 }

@@ -2,6 +2,7 @@
 
 #include "base/failure.h"
 #include "base/guarded.h"
+#include "catalog/xml_change.h"
 #include "catalog/xml_document.h"
 #include "catalog/xml_file.h"
 
@@ -42,20 +43,19 @@ void UpdateSourceFile::MakeDirectoryPreferenceFile(platform::FileSystemObject* f
     if (!file_system->FileExists(Path())) {
       CreateWithOneSource(*file_system);
     }
-    catalog::XmlDocument document;
-    catalog::XmlDocument seed;
-    if (!catalog::TryLoadXmlToChange(files_, Path(), document) ||
-        !catalog::TryLoadXml(files_, settings_.InstallFolder + "\\Kitbay\\DirectoryPreference.xml",
-                             seed)) {
-      return;
-    }
-    const pugi::xml_node seed_preferences = seed.select_node("/root/preferences").node();
-    const pugi::xml_node preferences = document.select_node("/root/preferences").node();
-    if (!seed_preferences || !preferences) {
-      return;
-    }
-    FirstSourceUrl(preferences).set_value(FirstSourceUrl(seed_preferences).value());
-    catalog::SaveXml(files_, Path(), document);
+    catalog::TryChangeXml(files_, Path(), [&](catalog::XmlDocument& document) {
+      catalog::XmlDocument seed;
+      if (!catalog::TryLoadXml(
+              files_, settings_.InstallFolder + "\\Kitbay\\DirectoryPreference.xml", seed)) {
+        return false;
+      }
+      const pugi::xml_node seed_preferences = seed.select_node("/root/preferences").node();
+      const pugi::xml_node preferences = document.select_node("/root/preferences").node();
+      if (!seed_preferences || !preferences) {
+        return false;
+      }
+      return FirstSourceUrl(preferences).set_value(FirstSourceUrl(seed_preferences).value());
+    });
   });
 }
 

@@ -129,6 +129,15 @@ void DiskFiles::Replace(const std::string& path, std::string_view bytes) {
   }
 }
 
+bool DiskFiles::ReplaceUnchanged(const std::string& path, std::string_view before,
+                                 std::string_view bytes) {
+  if (Read(path) != before) {
+    return false;
+  }
+  Replace(path, bytes);
+  return true;
+}
+
 void DiskFiles::CreateFolder(const std::string& path) {
   if (mkdir(Place(path).c_str(), 0777) != 0) {
     throw errno == ENOENT ? Failure(RuntimeError::kPathNotFound) : SystemFailure(errno);

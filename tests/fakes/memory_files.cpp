@@ -77,19 +77,68 @@ void MemoryFiles::Replace(const std::string& path, std::string_view bytes) {
   Put(path, bytes);
 }
 
+bool MemoryFiles::ReplaceUnchanged(const std::string& path, std::string_view before,
+                                   std::string_view bytes) {
+  Record("Replace " + path);
+  if (before_replacing) {
+    before_replacing();
+  }
+  CheckWritable(path);
+  if (OpenForReading(path).bytes != before) {
+    return false;
+  }
+  Put(path, bytes);
+  return true;
+}
+
+void MemoryFiles::ReplaceInUse(const std::string& path, std::string_view bytes) {
+  Record("ReplaceInUse " + path);
+  const WindowsPath parsed = CheckPlace(path);
+  const Entry* entry = Find(parsed);
+  if (entry == nullptr || entry->hold != Hold::kLoaded || entry->in_use || entry->readers > 0) {
+    CheckWritable(path);
+  }
+  if (entry != nullptr) {
+    WindowsPath aside = parsed;
+    for (int number = 1; number == 1 || Find(aside) != nullptr; ++number) {
+      aside.parts.back() = "~kb1-" + std::to_string(number) + ".tmp";
+    }
+    Entry moved = *entry;
+    moved.name = aside.parts.back();
+    entries_.erase(parsed.Key());
+    entries_.insert_or_assign(aside.Key(), moved);
+  }
+  Put(path, bytes);
+}
+
+void MemoryFiles::WaitForOthers(unsigned milliseconds) const {
+  waited_ += milliseconds;
+  if (while_waiting) {
+    while_waiting();
+  }
+}
+
 void MemoryFiles::SweepReplacements(const std::string& folder) {
   Record("SweepReplacements " + folder);
   const WindowsPath parsed = ParsePath(folder);
-  if (folder.empty() || Find(parsed) == nullptr || Find(parsed)->unwritable) {
-    return;
+  if (!folder.empty() && Find(parsed) != nullptr && Find(parsed)->is_folder) {
+    SweepBelow(parsed);
   }
+}
+
+void MemoryFiles::SweepBelow(const WindowsPath& folder) {
   static const std::regex kLeftOver("~kb[0-9]+-[0-9]+\\.tmp");
-  for (const std::string& name : Names(folder)) {
-    const auto at = entries_.find(parsed.Key() + "\\" + FoldCase(name));
-    const Entry& entry = at->second;
-    if (std::regex_match(name, kLeftOver) && !entry.is_folder && !entry.in_use &&
-        !entry.read_only) {
-      entries_.erase(at);
+  for (const std::string& name : Names(folder.Key())) {
+    WindowsPath path = folder;
+    path.parts.push_back(name);
+    const Entry& entry = *Find(path);
+    if (entry.is_folder) {
+      if (!entry.is_link) {
+        SweepBelow(path);
+      }
+    } else if (std::regex_match(name, kLeftOver) && !IsHeld(entry) && !entry.read_only &&
+               !Find(folder)->unwritable) {
+      entries_.erase(path.Key());
     }
   }
 }
@@ -154,6 +203,8 @@ void MemoryFiles::SetUnwritable(const std::string& folder, bool unwritable) {
 }
 
 void MemoryFiles::SetInUse(const std::string& path, bool in_use) { Demand(path).in_use = in_use; }
+
+void MemoryFiles::SetHeld(const std::string& path, Hold hold) { Demand(path).hold = hold; }
 
 void MemoryFiles::SetLastModified(const std::string& path, const LocalTime& time) {
   Demand(path).last_modified = time;
@@ -226,19 +277,28 @@ const MemoryFiles::Entry& MemoryFiles::OpenForReading(const std::string& path) c
   if (entry == nullptr) {
     throw Failure(RuntimeError::kFileNotFound);
   }
-  if (entry->is_folder || entry->in_use) {
+  if (entry->is_folder) {
     throw Failure(RuntimeError::kPermissionDenied);
   }
+  if (entry->in_use) {
+    throw platform::FileInUse();
+  }
   return *entry;
+}
+
+bool MemoryFiles::IsHeld(const Entry& entry) {
+  return entry.in_use || entry.readers > 0 || entry.hold != Hold::kNone;
 }
 
 void MemoryFiles::CheckWritable(const std::string& path) const {
   const WindowsPath parsed = CheckPlace(path);
   const Entry* entry = Find(parsed);
   if (Find(parsed.Parent())->unwritable ||
-      (entry != nullptr &&
-       (entry->is_folder || entry->read_only || entry->in_use || entry->readers > 0))) {
+      (entry != nullptr && (entry->is_folder || entry->read_only))) {
     throw Failure(RuntimeError::kPermissionDenied);
+  }
+  if (entry != nullptr && IsHeld(*entry)) {
+    throw platform::FileInUse();
   }
   const auto failing = failing_writes_.find(parsed.Key());
   if (failing != failing_writes_.end()) {
@@ -285,7 +345,7 @@ void MemoryFiles::Delete(const WindowsPath& path, bool force) {
     }
   }
   const Entry& entry = *Find(path);
-  const bool kept = entry.in_use || entry.readers > 0 || (entry.read_only && !force);
+  const bool kept = IsHeld(entry) || (entry.read_only && !force);
   if (kept || path.parts.empty() || Find(path.Parent())->unwritable) {
     throw Failure(RuntimeError::kPermissionDenied);
   }

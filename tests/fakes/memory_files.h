@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -28,6 +29,10 @@ class MemoryFiles : public platform::Files {
   std::unique_ptr<platform::FileReader> Open(const std::string& path) const override;
   void Create(const std::string& path, std::string_view bytes) override;
   void Replace(const std::string& path, std::string_view bytes) override;
+  bool ReplaceUnchanged(const std::string& path, std::string_view before,
+                        std::string_view bytes) override;
+  void ReplaceInUse(const std::string& path, std::string_view bytes) override;
+  void WaitForOthers(unsigned milliseconds) const override;
   void SweepReplacements(const std::string& folder) override;
   void CreateFolder(const std::string& path) override;
   bool IsLink(const std::string& path) const override;
@@ -52,6 +57,20 @@ class MemoryFiles : public platform::Files {
 
   /// The file is open elsewhere for that program alone.
   void SetInUse(const std::string& path, bool in_use = true);
+
+  /// Another program holds the file so: it reads it, and lets others do so; it writes it, and lets
+  /// others read and write; it has it loaded as a library.
+  enum class Hold { kNone, kReading, kWriting, kLoaded };
+  void SetHeld(const std::string& path, Hold hold);
+
+  /// What other programs do while somebody waits for them; none at first.
+  std::function<void()> while_waiting;
+
+  /// What other programs do just before a file is looked at for the last time and replaced.
+  std::function<void()> before_replacing;
+
+  /// How long was waited for other programs in all, in milliseconds.
+  unsigned waited() const { return waited_; }
 
   void SetLastModified(const std::string& path, const platform::LocalTime& time);
 
@@ -92,6 +111,7 @@ class MemoryFiles : public platform::Files {
     bool read_only = false;
     bool unwritable = false;
     bool in_use = false;
+    Hold hold = Hold::kNone;
     bool is_link = false;
     mutable int readers = 0;
     platform::LocalTime last_modified = {};
@@ -108,9 +128,13 @@ class MemoryFiles : public platform::Files {
   /// Fails as creating or overwriting the file at `path` does.
   void CheckWritable(const std::string& path) const;
 
+  /// Whether anybody has the file open.
+  static bool IsHeld(const Entry& entry);
+
   /// Takes `path` apart; fails unless the folder that it lies in exists and its own name is one.
   WindowsPath CheckPlace(const std::string& path) const;
   void Put(const std::string& path, std::string_view bytes);
+  void SweepBelow(const WindowsPath& folder);
   void MakeFolder(const WindowsPath& path);
   void Delete(const WindowsPath& path, bool force);
 
@@ -118,6 +142,7 @@ class MemoryFiles : public platform::Files {
   std::map<std::string, base::RuntimeError> failing_writes_;
   platform::LocalTime now_{2026, 11, 21, 10, 15, 30};
   mutable std::vector<std::string> operations_;
+  mutable unsigned waited_ = 0;
   std::map<std::size_t, base::RuntimeError> faults_;  ///< by the number of the operation
 };
 

@@ -30,6 +30,18 @@ class MemoryFilesWorld : public FilesWorld {
     files_.SetLastModified(path, time);
   }
   void HoldOpen(const std::string& path) override { files_.SetInUse(path); }
+  void Hold(const std::string& path, Held how) override {
+    using Hold = fakes::MemoryFiles::Hold;
+    files_.SetHeld(path, how == Held::kReading   ? Hold::kReading
+                         : how == Held::kWriting ? Hold::kWriting
+                                                 : Hold::kLoaded);
+  }
+  void LetGo() override {
+    for (const std::string& name : files_.Names(kFolder)) {
+      files_.SetHeld(std::string(kFolder) + "\\" + name, fakes::MemoryFiles::Hold::kNone);
+    }
+  }
+  void AddLibrary(const std::string& path) override { files_.AddFile(path, "a library"); }
   bool MakeLink(const std::string& path, const std::string& /*target*/) override {
     files_.AddFolder(path);
     files_.SetLink(path);

@@ -11,6 +11,10 @@
 
 namespace kitbay::contract {
 
+/// How another program holds a file: it reads it and lets others read, it writes it and lets others
+/// read and write, or it has it loaded as a library.
+enum class Held { kReading, kWriting, kLoaded };
+
 /// A file system to test, and what else happens in it.
 class FilesWorld {
  public:
@@ -24,6 +28,13 @@ class FilesWorld {
 
   /// Has another program open the file for itself alone, until the end of the test.
   virtual void HoldOpen(const std::string& path) = 0;
+
+  /// Has another program hold the file until `LetGo`.
+  virtual void Hold(const std::string& path, Held how) = 0;
+  virtual void LetGo() = 0;
+
+  /// Puts a library at `path`.
+  virtual void AddLibrary(const std::string& path) = 0;
 
   /// Makes `path` a link to the folder `target`, and says whether this system can.
   virtual bool MakeLink(const std::string& path, const std::string& target) = 0;
@@ -45,6 +56,18 @@ class FilesContract : public testing::TestWithParam<std::unique_ptr<FilesWorld> 
   }
   int ReplaceFailure(const std::string& path) {
     return FailureNumber([&] { files().Replace(path, "new"); });
+  }
+
+  template <typename Operation>
+  static bool FindsItInUse(Operation operation) {
+    try {
+      operation();
+    } catch (const platform::FileInUse& failure) {
+      return failure.number() == 70;
+    } catch (const base::Failure&) {
+      return false;
+    }
+    return false;
   }
 
   std::unique_ptr<FilesWorld> world_ = GetParam()();
@@ -154,6 +177,79 @@ TEST_P(FilesContract, AFileThatAnotherProgramHoldsIsDenied) {
   EXPECT_EQ(CreateFailure(In("a.txt")), 70);
   EXPECT_EQ(ReplaceFailure(In("a.txt")), 70);
   EXPECT_EQ(world_->Names(world_->folder()), std::vector<std::string>{"a.txt"});
+}
+
+TEST_P(FilesContract, AFileThatAnotherProgramHoldsIsInUseUntilItLetsGo) {
+  for (const Held how : {Held::kReading, Held::kWriting, Held::kLoaded}) {
+    const std::string path = In(std::to_string(static_cast<int>(how)) + ".dll");
+    world_->AddLibrary(path);
+    const std::string bytes = files().Read(path);
+    world_->Hold(path, how);
+    EXPECT_EQ(files().Read(path), bytes);
+    EXPECT_EQ(files().Open(path)->Size(), bytes.size());
+    EXPECT_TRUE(FindsItInUse([&] { files().Create(path, "new"); })) << path;
+    EXPECT_TRUE(FindsItInUse([&] { files().Replace(path, "new"); })) << path;
+    EXPECT_TRUE(FindsItInUse([&] { files().ReplaceUnchanged(path, bytes, "new"); })) << path;
+    EXPECT_EQ(files().Read(path), bytes);
+    world_->LetGo();
+    files().Replace(path, "new");
+    EXPECT_EQ(files().Read(path), "new");
+  }
+  EXPECT_EQ(world_->Names(world_->folder()).size(), 3U);
+}
+
+TEST_P(FilesContract, WhatMustNotBeWrittenIsNotInUse) {
+  files().Create(In("a.txt"), "old");
+  world_->SetReadOnly(In("a.txt"));
+  files().CreateFolder(In("sub"));
+  for (const char* name : {"a.txt", "sub"}) {
+    EXPECT_FALSE(FindsItInUse([&] { files().Create(In(name), "new"); })) << name;
+    EXPECT_FALSE(FindsItInUse([&] { files().Replace(In(name), "new"); })) << name;
+  }
+}
+
+TEST_P(FilesContract, ALoadedLibraryIsSetAsideForItsUsers) {
+  const std::string path = In("a.dll");
+  world_->AddLibrary(path);
+  const std::string bytes = files().Read(path);
+  world_->Hold(path, Held::kLoaded);
+  files().ReplaceInUse(path, "new");
+  EXPECT_EQ(files().Read(path), "new");
+  files().SweepReplacements(world_->folder());
+  const std::vector<std::string> names = world_->Names(world_->folder());
+  ASSERT_EQ(names.size(), 2U);
+  const std::string aside = names[0] == "a.dll" ? names[1] : names[0];
+  EXPECT_EQ(files().Read(In(aside)), bytes);
+  world_->LetGo();
+  files().SweepReplacements(world_->folder());
+  EXPECT_EQ(world_->Names(world_->folder()), std::vector<std::string>{"a.dll"});
+}
+
+TEST_P(FilesContract, AFileThatCannotBeSetAsideStays) {
+  for (const Held how : {Held::kReading, Held::kWriting}) {
+    files().Create(In("a.txt"), "old");
+    world_->Hold(In("a.txt"), how);
+    EXPECT_TRUE(FindsItInUse([&] { files().ReplaceInUse(In("a.txt"), "new"); }));
+    EXPECT_EQ(files().Read(In("a.txt")), "old");
+    EXPECT_EQ(world_->Names(world_->folder()), std::vector<std::string>{"a.txt"});
+    world_->LetGo();
+  }
+}
+
+TEST_P(FilesContract, AnUnchangedFileIsReplaced) {
+  files().Create(In("a.xml"), EveryByte());
+  EXPECT_TRUE(files().ReplaceUnchanged(In("A.xml"), EveryByte(), "new"));
+  EXPECT_EQ(files().Read(In("a.xml")), "new");
+  EXPECT_EQ(world_->Names(world_->folder()).size(), 1U);
+}
+
+TEST_P(FilesContract, AFileThatChangedIsNotReplaced) {
+  files().Create(In("a.xml"), "theirs");
+  EXPECT_FALSE(files().ReplaceUnchanged(In("a.xml"), "old", "new"));
+  EXPECT_FALSE(files().ReplaceUnchanged(In("a.xml"), "", "new"));
+  EXPECT_EQ(files().Read(In("a.xml")), "theirs");
+  EXPECT_EQ(FailureNumber([&] { files().ReplaceUnchanged(In("missing.xml"), "", "new"); }), 53);
+  EXPECT_EQ(world_->Names(world_->folder()), std::vector<std::string>{"a.xml"});
 }
 
 TEST_P(FilesContract, WritingTellsThatTheFolderIsMissing) {
@@ -274,14 +370,33 @@ TEST_P(FilesContract, SweepTouchesNoOtherFileAndNoFolder) {
     files().Create(In(name), "x");
   }
   files().CreateFolder(In("~kb2-2.tmp"));
-  files().CreateFolder(In("sub"));
-  files().Create(In("sub\\~kb1-1.tmp"), "x");
   files().SweepReplacements(world_->folder());
   for (const std::string& name : names) {
     EXPECT_TRUE(files().Exists(In(name))) << name;
   }
   EXPECT_TRUE(files().Exists(In("~kb2-2.tmp")));
-  EXPECT_TRUE(files().Exists(In("sub\\~kb1-1.tmp")));
+}
+
+TEST_P(FilesContract, SweepGoesThroughTheFoldersBelow) {
+  files().CreateFolder(In("sub"));
+  files().CreateFolder(In("sub\\deep"));
+  for (const char* name : {"sub\\~kb1-1.tmp", "sub\\deep\\~kb1-1.tmp", "sub\\deep\\a.dll"}) {
+    files().Create(In(name), "x");
+  }
+  files().SweepReplacements(world_->folder());
+  EXPECT_EQ(world_->Names(In("sub")), std::vector<std::string>{"deep"});
+  EXPECT_EQ(world_->Names(In("sub\\deep")), std::vector<std::string>{"a.dll"});
+}
+
+TEST_P(FilesContract, SweepFollowsNoLink) {
+  files().CreateFolder(In("target"));
+  files().CreateFolder(In("swept"));
+  if (!world_->MakeLink(In("swept\\link"), In("target"))) {
+    GTEST_SKIP() << "this system makes no links";
+  }
+  files().Create(In("swept\\link\\~kb1-1.tmp"), "x");
+  files().SweepReplacements(In("swept"));
+  EXPECT_TRUE(files().Exists(In("swept\\link\\~kb1-1.tmp")));
 }
 
 TEST_P(FilesContract, SweepPassesOverWhatIsInUseAndFoldersThatAreNotThere) {

@@ -97,7 +97,7 @@ class Rooms {
   install::DatastoreRegistration registration_{
       {log_, files_, catalog_files_, settings_, desktop_, rows_, buttons_, sources_, session_}};
   install::Removal removal_{
-      {log_, settings_, files_, page_, state_, rows_, main_client_, session_}};
+      {log_, settings_, files_, desktop_, page_, state_, rows_, main_client_, session_}};
 };
 
 int Run(const std::vector<std::string>& words) {

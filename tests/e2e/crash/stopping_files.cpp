@@ -50,6 +50,19 @@ void StoppingFiles::Replace(const std::string& path, std::string_view bytes) {
   Between([&] { files_.Replace(path, bytes); });
 }
 
+bool StoppingFiles::ReplaceUnchanged(const std::string& path, std::string_view before,
+                                     std::string_view bytes) {
+  return Between([&] { return files_.ReplaceUnchanged(path, before, bytes); });
+}
+
+void StoppingFiles::ReplaceInUse(const std::string& path, std::string_view bytes) {
+  Between([&] { files_.ReplaceInUse(path, bytes); });
+}
+
+void StoppingFiles::WaitForOthers(unsigned milliseconds) const {
+  files_.WaitForOthers(milliseconds);
+}
+
 void StoppingFiles::SweepReplacements(const std::string& folder) {
   Between([&] { files_.SweepReplacements(folder); });
 }

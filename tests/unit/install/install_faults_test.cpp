@@ -88,7 +88,8 @@ class Machine : public InstallationTest {
   std::size_t log_size() const { return log_.entries.size(); }
 
  private:
-  Removal removal_{{log_, settings_, files_, page_, state_, rows_, main_client_, session_}};
+  Removal removal_{
+      {log_, settings_, files_, desktop_, page_, state_, rows_, main_client_, session_}};
 };
 
 struct Scenario {

@@ -347,6 +347,7 @@ TEST_F(PackageExpansionTest, AFolderThatCannotBeMadeEndsTheExpansion) {
 TEST_F(PackageExpansionTest, AFileThatCannotBeWrittenIsLoggedAndTheWalkGoesOn) {
   files_.AddFile("C:\\S\\addons\\skins\\b.txt", "in use");
   files_.SetInUse("C:\\S\\addons\\skins\\b.txt");
+  EXPECT_EQ(files_.waited(), 0U);
   files_.FailWritesTo("C:\\S\\addons\\skins\\bin\\c.txt", RuntimeError::kDiskFull);
   EXPECT_TRUE(Expand(ZipOf({{"a.txt", "a"}, {"b.txt", "b"}, {"bin/c.txt", "c"}, {"d.txt", "d"}})));
   EXPECT_THAT(log_.entries, ElementsAre(Entry(70, "Permission denied: b.txt"),
@@ -354,6 +355,57 @@ TEST_F(PackageExpansionTest, AFileThatCannotBeWrittenIsLoggedAndTheWalkGoesOn) {
   EXPECT_EQ(Bytes("a.txt"), "a");
   EXPECT_EQ(Bytes("b.txt"), "in use");
   EXPECT_EQ(Bytes("d.txt"), "d");
+  EXPECT_EQ(files_.waited(), 1000U);
+}
+
+TEST_F(PackageExpansionTest, TheFilesThatCouldNotBeWrittenAreNamed) {
+  files_.AddFile("C:\\S\\addons\\skins\\bin\\b.txt", "in use");
+  files_.SetHeld("C:\\S\\addons\\skins\\bin\\b.txt", fakes::MemoryFiles::Hold::kReading);
+  files_.AddFile(kArchive, ZipOf({{"a.txt", "a"}, {"bin/b.txt", "b"}}));
+  PackageExpansion expansion(log_, files_);
+  EXPECT_TRUE(expansion.ExpandZipFile(destination_, kArchive));
+  EXPECT_THAT(expansion.unwritten(), ElementsAre("bin\\b.txt"));
+  files_.SetHeld("C:\\S\\addons\\skins\\bin\\b.txt", fakes::MemoryFiles::Hold::kNone);
+  EXPECT_TRUE(expansion.ExpandZipFile(destination_, kArchive));
+  EXPECT_THAT(expansion.unwritten(), IsEmpty());
+  EXPECT_EQ(Bytes("bin\\b.txt"), "b");
+}
+
+TEST_F(PackageExpansionTest, AFileThatIsHeldForAMomentIsTriedAgain) {
+  const std::string path = "C:\\S\\addons\\skins\\a.txt";
+  files_.AddFile(path, "old");
+  files_.SetHeld(path, fakes::MemoryFiles::Hold::kReading);
+  files_.while_waiting = [&] {
+    if (files_.waited() == 300) {
+      files_.SetHeld(path, fakes::MemoryFiles::Hold::kNone);
+    }
+  };
+  EXPECT_TRUE(Expand(ZipOf({{"a.txt", "new"}})));
+  EXPECT_EQ(Bytes("a.txt"), "new");
+  EXPECT_EQ(files_.waited(), 300U);
+  EXPECT_THAT(log_.entries, IsEmpty());
+}
+
+TEST_F(PackageExpansionTest, ALibraryThatIsLoadedIsSetAsideAndSweptOnceItIsNot) {
+  files_.AddFile("C:\\S\\addons\\skins\\bin\\a.dll", "old");
+  files_.SetHeld("C:\\S\\addons\\skins\\bin\\a.dll", fakes::MemoryFiles::Hold::kLoaded);
+  EXPECT_TRUE(Expand(ZipOf({{"bin/a.dll", "new"}})));
+  EXPECT_EQ(Bytes("bin\\a.dll"), "new");
+  EXPECT_EQ(Bytes("bin\\~kb1-1.tmp"), "old");
+  EXPECT_EQ(files_.waited(), 0U);
+  EXPECT_THAT(log_.entries, IsEmpty());
+  files_.SweepReplacements("C:\\S");
+  EXPECT_EQ(Bytes("bin\\~kb1-1.tmp"), "old");
+  files_.SetHeld("C:\\S\\addons\\skins\\bin\\~kb1-1.tmp", fakes::MemoryFiles::Hold::kNone);
+  files_.SweepReplacements("C:\\S");
+  EXPECT_THAT(Names("\\bin"), ElementsAre("a.dll"));
+}
+
+TEST_F(PackageExpansionTest, AnArchiveThatTheDownloadObjectStillHoldsIsRead) {
+  files_.AddFile(kArchive, ZipOf({{"a.txt", "a"}}));
+  files_.SetHeld(kArchive, fakes::MemoryFiles::Hold::kWriting);
+  EXPECT_TRUE(ExpandZipFile());
+  EXPECT_EQ(Bytes("a.txt"), "a");
 }
 
 TEST_F(PackageExpansionTest, AFileWhereAFolderShouldBeIsNoFolder) {

@@ -113,6 +113,19 @@ TEST_P(InstallationOfEachKind, ARegistryFileThatCannotBeWrittenClearsTheStatusBa
   EXPECT_TRUE(StatusIsClear());
 }
 
+TEST_P(InstallationOfEachKind, AFileThatCouldNotBeWrittenIsToldBeforeTheRest) {
+  files_.AddFile(Folder() + "\\data\\notes.txt", "old");
+  files_.SetInUse(Folder() + "\\data\\notes.txt");
+  AddLibrary(Folder() + "\\own.dll");
+  AddLibrary(Folder() + "\\notes.dll");
+  Install(GetParam());
+  EXPECT_THAT(Messages(),
+              ElementsAre("These files of notes could not be written, because they are in use or "
+                          "must not be changed:\r\n\r\ndata\\notes.txt\r\n\r\nClose the programs "
+                          "that use them and try again.",
+                          HasSubstr(" has been successfully installed.")));
+}
+
 TEST_P(InstallationOfEachKind, AComponentThatNoManifestListsIsNotRegisteredOrEntered) {
   constexpr base::PerKind<const char*> kProcedures = {.addon = "Kitbay::enterAddon",
                                                       .transport = "Kitbay::enterTransport",

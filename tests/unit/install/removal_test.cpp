@@ -72,7 +72,8 @@ class Remove : public FlowTest {
     return writes;
   }
 
-  Removal removal_{{log_, settings_, files_, page_, state_, rows_, main_client_, session_}};
+  Removal removal_{
+      {log_, settings_, files_, desktop_, page_, state_, rows_, main_client_, session_}};
 };
 
 class RemoveEachKind : public Remove, public ::testing::WithParamInterface<ComponentKind> {};

@@ -88,6 +88,11 @@ class UpdateRegistry : public RegistrationTest {
     EXPECT_THAT(desktop_.calls(), IsEmpty());
     EXPECT_EQ(html_->TreeText(), page);
   }
+  void ExpectRefusalTold(const std::string& text, const std::string& page) {
+    EXPECT_EQ(desktop_.calls().back(), "ShowMessage [" + text + "] [Kitbay] 0");
+    EXPECT_EQ(html_->TreeText(), page);
+    EXPECT_EQ(Status(), "");
+  }
 };
 
 TEST_F(UpdateRegistry, NewAddonIsTheLastOfItsListAndNothingElseChanges) {
@@ -380,7 +385,8 @@ TEST_F(PresentComponent, ChannelThatCannotBeSavedIsLoggedByItsOwnProcedureAndSho
   EXPECT_FALSE(registration_.updateRegistryForChannel());
   EXPECT_EQ(Datastore(), before);
   EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::CheckNode", 61, "Disk full")));
-  ExpectNothingShown(page);
+  ExpectRefusalTold(
+      std::string("News Channel could not be entered into ") + kDatastore + ": Disk full.", page);
 }
 
 TEST_F(PresentComponent, IdIsComparedLetterForLetter) {
@@ -439,7 +445,7 @@ TEST_F(FailingUpdate, NothingIsEnteredWithoutAComponent) {
   EXPECT_THAT(desktop_.calls(), IsEmpty());
 }
 
-TEST_F(FailingUpdate, FailureAtAnyFileOperationLeavesOldBytesAndTheUserUntold) {
+TEST_F(FailingUpdate, FailureAtAnyFileOperationLeavesOldBytesAndIsTold) {
   const std::string before = Datastore();
   const std::string page = html_->TreeText();
   TakeAddon();
@@ -449,11 +455,29 @@ TEST_F(FailingUpdate, FailureAtAnyFileOperationLeavesOldBytesAndTheUserUntold) {
     EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::updateRegistry ", 61, "Disk full")));
     log_.entries.clear();
     EXPECT_EQ(Datastore(), before);
-    ExpectNothingShown(page);
+    ExpectRefusalTold(
+        std::string("Chess addon could not be entered into ") + kDatastore + ": Disk full.", page);
   }
   registration_.updateRegistry();
   EXPECT_EQ(Datastore(),
             Registry(std::string(kOldAddon) + kAddonEntry, kOldTransport, kOldChannel));
+}
+
+TEST_F(FailingUpdate, WhatTheMainClientChangedInTheMeantimeIsKept) {
+  TakeAddon();
+  const std::string theirs =
+      Registry(std::string(kOldAddon) + "<addon id=\"theirs\"/>", kOldTransport, kOldChannel);
+  int changes = 0;
+  files_.before_replacing = [&] {
+    if (++changes == 1) {
+      files_.AddFile(kDatastore, theirs);
+    }
+  };
+  EXPECT_TRUE(registration_.updateRegistry());
+  EXPECT_EQ(Datastore(), Registry(std::string(kOldAddon) + "<addon id=\"theirs\"/>" + kAddonEntry,
+                                  kOldTransport, kOldChannel));
+  EXPECT_EQ(changes, 2);
+  EXPECT_THAT(log_.entries, IsEmpty());
 }
 
 TEST_F(FailingUpdate, FailureAtAnyOperationOnTheCustomRegistryLeavesNoneOrTheEmptyOneOrTheNewOne) {

@@ -131,8 +131,8 @@ TEST_F(ClosingTheDialog, AFaultAfterTheFirstAdditionKeepsThatOneAndTells) {
   OpenWith({"own"});
   Add(kOne);
   Add(kTwo);
-  // Read, first replacement, second replacement.
-  files_.FailAt(3, base::RuntimeError::kDiskFull);
+  // Three readings, and the replacement after the second; then the second replacement.
+  files_.FailAt(5, base::RuntimeError::kDiskFull);
   Close();
   EXPECT_EQ(File(), FileOf({"own", kOne}));
   EXPECT_THAT(told_, ElementsAre(FileOf({"own", kOne})));
@@ -143,7 +143,7 @@ TEST_F(ClosingTheDialog, AFaultAfterTheFirstAdditionKeepsThatOneAndTells) {
 // Each step on the file fails in turn; whatever comes, the file is one of those that lie on the
 // way.
 TEST_F(ClosingTheDialog, AFaultAtAnyStepLeavesAWholeFile) {
-  for (std::size_t step = 1; step <= 3; ++step) {
+  for (std::size_t step = 1; step <= 5; ++step) {
     OpenWith({"own"});
     Add(kOne);
     Add(kTwo);

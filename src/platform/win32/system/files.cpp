@@ -34,7 +34,7 @@ constexpr std::size_t kMostAtOnce = std::numeric_limits<DWORD>::max();
 /// Fails as opening a file does when `file` is none; `error` is what the system said then.
 void DemandOpen(const UniqueFile& file, DWORD error) {
   if (!file) {
-    throw FileFailure(error);
+    RaiseFileFailure(error);
   }
 }
 
@@ -81,6 +81,10 @@ class Win32Files : public Files {
   std::unique_ptr<FileReader> Open(const std::string& path) const override;
   void Create(const std::string& path, std::string_view bytes) override;
   void Replace(const std::string& path, std::string_view bytes) override;
+  bool ReplaceUnchanged(const std::string& path, std::string_view before,
+                        std::string_view bytes) override;
+  void ReplaceInUse(const std::string& path, std::string_view bytes) override;
+  void WaitForOthers(unsigned milliseconds) const override { Sleep(milliseconds); }
   void SweepReplacements(const std::string& folder) override;
   void CreateFolder(const std::string& path) override;
   bool IsLink(const std::string& path) const override;
@@ -132,9 +136,19 @@ std::string Win32Files::Read(const std::string& path) const {
 }
 
 std::unique_ptr<FileReader> Win32Files::Open(const std::string& path) const {
-  UniqueFile file(CreateFileW(ToSystemPath(path).c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
-                              OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
-  DemandOpen(file, GetLastError());
+  const std::wstring system_path = ToSystemPath(path);
+  const auto open = [&](DWORD sharing) {
+    return CreateFileW(system_path.c_str(), GENERIC_READ, sharing, nullptr, OPEN_EXISTING,
+                       FILE_ATTRIBUTE_NORMAL, nullptr);
+  };
+  UniqueFile file(open(FILE_SHARE_READ));
+  DWORD error = GetLastError();
+  if (!file && error == ERROR_SHARING_VIOLATION) {
+    // Who has it open for writing already has to be put up with.
+    file.reset(open(kShareAll));
+    error = GetLastError();
+  }
+  DemandOpen(file, error);
   return std::make_unique<Win32FileReader>(std::move(file));
 }
 
@@ -153,6 +167,27 @@ void Win32Files::Replace(const std::string& path, std::string_view bytes) {
   replacement.Append(bytes);
   replacement.Flush();
   replacement.PutInPlace();
+}
+
+bool Win32Files::ReplaceUnchanged(const std::string& path, std::string_view before,
+                                  std::string_view bytes) {
+  const std::wstring target = ToSystemPath(path);
+  ReplacementFile replacement(target);
+  replacement.Append(bytes);
+  replacement.Flush();
+  // After the flush, which takes its time.
+  if (Read(path) != before) {
+    return false;
+  }
+  replacement.PutInPlace();
+  return true;
+}
+
+void Win32Files::ReplaceInUse(const std::string& path, std::string_view bytes) {
+  const std::wstring target = ToSystemPath(path);
+  ReplacementFile replacement(target);
+  replacement.Append(bytes);
+  replacement.PutInPlaceOfUsed();
 }
 
 void Win32Files::SweepReplacements(const std::string& folder) {

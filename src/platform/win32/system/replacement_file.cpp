@@ -3,7 +3,9 @@
 #include <cstddef>
 #include <string_view>
 #include <utility>
+#include <vector>
 
+#include "platform/files.h"
 #include "platform/win32/system/overwriting.h"
 #include "platform/win32/system/system_failure.h"
 
@@ -24,6 +26,30 @@ std::wstring TemporaryName(const std::wstring& target, int number) {
 
 bool IsNumber(std::wstring_view text) {
   return !text.empty() && text.find_first_not_of(L"0123456789") == std::wstring_view::npos;
+}
+
+/// Whether the file is there and nobody forbids to delete it, or somebody does who has it open. The
+/// system calls both an access that is denied when it is to be replaced.
+bool IsHeld(const std::wstring& path) {
+  const UniqueFile file(CreateFileW(path.c_str(), DELETE,
+                                    FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                    OPEN_EXISTING, 0, nullptr));
+  const DWORD error = GetLastError();
+  return file || error == ERROR_SHARING_VIOLATION;
+}
+
+/// Renames the file to the name of a left-over beside it, and returns that name.
+std::wstring SetAside(const std::wstring& path) {
+  for (int number = 1;; ++number) {
+    std::wstring aside = TemporaryName(path, number);
+    if (MoveFileExW(path.c_str(), aside.c_str(), 0)) {
+      return aside;
+    }
+    const DWORD error = GetLastError();
+    if ((error != ERROR_ALREADY_EXISTS && error != ERROR_FILE_EXISTS) || number == kMostNames) {
+      RaiseFileFailure(error);
+    }
+  }
 }
 
 bool IsTemporaryName(std::wstring_view name) {
@@ -48,7 +74,7 @@ ReplacementFile::ReplacementFile(std::wstring target) : target_(std::move(target
         CreateFileW(path_.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, attributes, nullptr));
     const DWORD error = GetLastError();
     if (!file_ && (error != ERROR_FILE_EXISTS || number == kMostNames)) {
-      throw FileFailure(error);
+      RaiseFileFailure(error);
     }
   }
 }
@@ -74,24 +100,45 @@ void ReplacementFile::PutInPlace() {
   // One rename over the target: unlike ReplaceFile it leaves no moment without a file of that name.
   if (!MoveFileExW(path_.c_str(), target_.c_str(),
                    MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
-    throw FileFailure(GetLastError());
+    const DWORD error = GetLastError();
+    if (error == ERROR_ACCESS_DENIED && IsHeld(target_)) {
+      throw FileInUse();
+    }
+    RaiseFileFailure(error);
+  }
+  path_.clear();
+}
+
+void ReplacementFile::PutInPlaceOfUsed() {
+  file_.reset();
+  const std::wstring aside = SetAside(target_);
+  if (!MoveFileExW(path_.c_str(), target_.c_str(), 0)) {
+    const DWORD error = GetLastError();
+    MoveFileExW(aside.c_str(), target_.c_str(), 0);
+    RaiseFileFailure(error);
   }
   path_.clear();
 }
 
 void DeleteLeftOvers(const std::wstring& folder) {
-  WIN32_FIND_DATAW found{};
-  const std::wstring pattern = (folder + L"\\").append(kNameStart).append(L"*").append(kNameEnd);
-  const UniqueFind listing(FindFirstFileW(pattern.c_str(), &found));
-  if (!listing) {
-    return;
-  }
-  do {
-    // One that is being written is open for its writer alone and cannot be deleted.
-    if (IsTemporaryName(found.cFileName)) {
-      DeleteFileW((folder + L"\\" + found.cFileName).c_str());
+  std::vector<std::wstring> folders = {folder};
+  while (!folders.empty()) {
+    const std::wstring path = folders.back() + L"\\";
+    folders.pop_back();
+    WIN32_FIND_DATAW found{};
+    const UniqueFind listing(FindFirstFileW((path + L"*").c_str(), &found));
+    for (BOOL there = listing ? TRUE : FALSE; there; there = FindNextFileW(listing.get(), &found)) {
+      const std::wstring_view name = found.cFileName;
+      const DWORD kind =
+          found.dwFileAttributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT);
+      if (kind == FILE_ATTRIBUTE_DIRECTORY && name != L"." && name != L"..") {
+        folders.push_back(path + found.cFileName);
+      } else if (IsTemporaryName(name)) {
+        // One that is being written is open for its writer alone and cannot be deleted.
+        DeleteFileW((path + found.cFileName).c_str());
+      }
     }
-  } while (FindNextFileW(listing.get(), &found));
+  }
 }
 
 }  // namespace kitbay::platform::win32

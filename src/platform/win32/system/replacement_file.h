@@ -25,8 +25,12 @@ class ReplacementFile {
   /// leave a target that lacks them.
   void Flush();
 
-  /// Gives the file the target's name, in place of the target.
+  /// Gives the file the target's name, in place of the target. Fails with `FileInUse` while another
+  /// program has either file open; it can then be tried again.
   void PutInPlace();
+
+  /// As `PutInPlace`, for a target that is in use: that one gets the name of a left-over first.
+  void PutInPlaceOfUsed();
 
  private:
   std::wstring target_;
@@ -34,8 +38,9 @@ class ReplacementFile {
   UniqueFile file_;
 };
 
-/// Deletes the temporary files in `folder`, a path as `ToSystemPath` returns it, that replacements
-/// have left there because their process ended. What cannot be deleted is passed over.
+/// Deletes the temporary files in `folder`, a path as `ToSystemPath` returns it, and in the folders
+/// below it, that replacements have left there because their process ended or the file was in use.
+/// What cannot be deleted is passed over.
 void DeleteLeftOvers(const std::wstring& folder);
 
 }  // namespace kitbay::platform::win32

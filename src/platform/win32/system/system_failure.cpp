@@ -5,6 +5,7 @@
 #include <array>
 #include <string_view>
 
+#include "platform/files.h"
 #include "platform/win32/system/utf.h"
 
 namespace kitbay::platform::win32 {
@@ -34,6 +35,14 @@ Failure FileFailure(std::uint32_t error) {
     default:
       return Failure(RuntimeError::kPathFileAccessError);
   }
+}
+
+void RaiseFileFailure(std::uint32_t error) {
+  if (error == ERROR_SHARING_VIOLATION || error == ERROR_LOCK_VIOLATION ||
+      error == ERROR_USER_MAPPED_FILE) {
+    throw FileInUse();
+  }
+  throw FileFailure(error);
 }
 
 Failure SystemFailure(std::uint32_t error, const std::string& subject) {

@@ -60,6 +60,27 @@ class Win32FilesWorld : public FilesWorld {
                                    OPEN_EXISTING, 0, nullptr));
     ASSERT_TRUE(held_.back());
   }
+  void Hold(const std::string& path, Held how) override {
+    const std::wstring system_path = ToSystemPath(path);
+    if (how == Held::kLoaded) {
+      loaded_.emplace_back(LoadLibraryW(system_path.c_str()));
+      ASSERT_TRUE(loaded_.back());
+      return;
+    }
+    const bool writes = how == Held::kWriting;
+    held_.emplace_back(CreateFileW(system_path.c_str(), writes ? GENERIC_WRITE : GENERIC_READ,
+                                   FILE_SHARE_READ | (writes ? FILE_SHARE_WRITE : 0), nullptr,
+                                   OPEN_EXISTING, 0, nullptr));
+    ASSERT_TRUE(held_.back());
+  }
+  void LetGo() override {
+    held_.clear();
+    loaded_.clear();
+  }
+  void AddLibrary(const std::string& path) override {
+    files_->Create(path, files_->Read(platform::win32::FindProgramPlace().folder +
+                                      "\\kitbay_contract_plain.dll"));
+  }
   bool MakeLink(const std::string& path, const std::string& target) override {
     return MakeFolderLink(ToUtf16(path), ToUtf16(target));
   }
@@ -80,6 +101,7 @@ class Win32FilesWorld : public FilesWorld {
   ScratchFolder folder_;
   std::unique_ptr<platform::Files> files_ = platform::win32::MakeFiles();
   std::vector<UniqueFile> held_;
+  std::vector<platform::win32::UniqueModule> loaded_;
 };
 
 class Win32RegistryWorld : public RegistryWorld {
