@@ -13,10 +13,13 @@ void InstallationCheck::CheckInstallation(platform::FileSystemObject* file_syste
       settings_.IsNotNT = true;
     }
     const std::string key_name = ApplicationKeyName(file_system);
-    const auto opened =
-        keys_.Open(platform::kLocalMachine,
-                   R"(SOFTWARE\Microsoft\Windows\CurrentVersion\Uninstall\)" + key_name,
-                   platform::kKeyReadWrite);
+    const bool is_64 = settings_.program_bits == 64;
+    auto opened = OpenEntry(key_name, 0);
+    entry_bits_ = settings_.program_bits;
+    if (opened.code == platform::kRegistryFileNotFound) {
+      opened = OpenEntry(key_name, is_64 ? platform::kView32 : platform::kView64);
+      entry_bits_ = is_64 ? 32 : 64;
+    }
     if (opened.code == platform::kRegistrySuccess) {
       ReadEntry(opened.key, key_name);
       return;
@@ -26,6 +29,30 @@ void InstallationCheck::CheckInstallation(platform::FileSystemObject* file_syste
                              " has not been installed properly. Please reinstall " + client + ".",
                          platform::kMessageTitle, platform::kOkOnly);
     window_.Unload();
+  });
+}
+
+platform::RegistryKeys::KeyResult InstallationCheck::OpenEntry(const std::string& key_name,
+                                                               std::uint32_t view) {
+  return keys_.Open(platform::kLocalMachine,
+                    R"(SOFTWARE\Microsoft\Windows\CurrentVersion\Uninstall\)" + key_name,
+                    platform::kKeyReadWrite | view);
+}
+
+// The executable tells more than the entry: an installer of 32 bits may bring a suite of 64.
+void InstallationCheck::TellOtherBitness() {
+  guarded(log_, "Kitbay::CheckInstallation", [&] {
+    const std::string client = settings_.InstallFolder + "\\" + settings_.MainAppExe;
+    const int suite_bits = desktop_.ProgramBits(client).value_or(entry_bits_);
+    if (suite_bits == settings_.program_bits) {
+      return;
+    }
+    const std::string fitting = std::to_string(suite_bits) + "-bit";
+    desktop_.ShowMessage(settings_.MainAppName + " is a " + fitting + " program, but this is the " +
+                             std::to_string(settings_.program_bits) +
+                             "-bit Kitbay. It cannot register the libraries of components; the " +
+                             fitting + " Kitbay can. To get it, run Kitbay's installer again.",
+                         platform::kMessageTitle, platform::kOkOnly);
   });
 }
 

@@ -23,8 +23,13 @@ class InstallationCheck {
   /// window is unloaded. `file_system` may be empty; then no `install.txt` is looked for.
   void CheckInstallation(platform::FileSystemObject* file_system);
 
+  /// Tells the user where the suite that was found is of another bitness than Kitbay, which then
+  /// cannot load the suite's libraries.
+  void TellOtherBitness();
+
  private:
   std::string ApplicationKeyName(platform::FileSystemObject* file_system) const;
+  platform::RegistryKeys::KeyResult OpenEntry(const std::string& key_name, std::uint32_t view);
   void ReadEntry(platform::RegistryKey key, const std::string& key_name);
   std::int32_t ReadRegistryValue(platform::RegistryKey key, const std::string& name,
                                  std::string& text);
@@ -36,6 +41,7 @@ class InstallationCheck {
   platform::RegistryKeys& keys_;
   platform::MainWindow& window_;
   base::Settings& settings_;
+  int entry_bits_ = 0;  ///< of the programs that see the uninstall entry; 0 before it was found
 };
 
 }  // namespace kitbay::app

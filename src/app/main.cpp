@@ -51,6 +51,7 @@ base::Settings OwnPlace() {
   base::Settings settings;
   settings.program_folder = place.folder;
   settings.program_name = place.name;
+  settings.program_bits = 8 * sizeof(void*);
   return settings;
 }
 

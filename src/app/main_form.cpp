@@ -32,6 +32,7 @@ void MainForm::Load() {
   if (!loaded_) {
     return;
   }
+  parts_.installation_check.TellOtherBitness();
   guarded(parts_.log, "Kitbay::Form_Load", [&] { PrepareWorkingFiles(); });
   guarded(parts_.log, "Kitbay::Form_Load", [&] { ShowPage(); });
 }

@@ -16,6 +16,7 @@ struct Settings {
 
   std::string program_folder;  ///< the folder of the running executable
   std::string program_name;    ///< the executable's file name without ".exe"
+  int program_bits = 64;       ///< how many bits the program itself is of
 };
 
 }  // namespace kitbay::base

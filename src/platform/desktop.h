@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 namespace kitbay::platform {
@@ -69,6 +70,9 @@ class Desktop {
   /// then, and is another program's, waits until that has ended, but no longer than
   /// `kEndPatienceMs`.
   virtual void SendClose(WindowHandle window) = 0;
+
+  /// How many bits the program at `path` is of: 32 or 64; none where there is no such program.
+  virtual std::optional<int> ProgramBits(const std::string& path) const = 0;
 
   /// Starts a program, shown normally and with focus, without waiting. Throws `base::Failure` (53
   /// when there is no such file) when it cannot be started.

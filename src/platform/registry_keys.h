@@ -20,6 +20,11 @@ inline constexpr RegistryKey kLocalMachine{0x80000002U};
 inline constexpr std::uint32_t kKeyQueryValue = 0x0001;
 inline constexpr std::uint32_t kKeyReadWrite = 0x003F;
 
+/// Added to a mask, they open the key in the view of 64-bit or of 32-bit programs, where the system
+/// has two; without them it is the program's own.
+inline constexpr std::uint32_t kView64 = 0x0100;
+inline constexpr std::uint32_t kView32 = 0x0200;
+
 /// Result codes of the registry calls that Kitbay tells apart.
 inline constexpr std::int32_t kRegistrySuccess = 0;
 inline constexpr std::int32_t kRegistryFileNotFound = 2;

@@ -12,11 +12,13 @@ import {
   confirmMessage,
   MainClient,
   registeredLibrary,
+  root,
   rowsOf,
   sourcesAnswered,
   Suite,
   windowsPath,
 } from './harness.mjs';
+import { bits } from '../../tools/windows_build.mjs';
 import { canonicalXml } from './xml.mjs';
 
 /** The files that a package holds. */
@@ -112,4 +114,22 @@ test('the end leaves an empty log and no working folder', async () => {
   assert.equal(await kitbay.close(), 0);
   assert.deepEqual(suite.logEntries(), []);
   assert.equal(fs.existsSync(suite.workingFolder), false);
+});
+
+test('a suite of the other bitness is told at the start, and its components are listed', async () => {
+  const other = bits === '32' ? '64' : '32';
+  const exe = 'standins/main_client/Tessel.exe';
+  fs.copyFileSync(path.join(root, `build/win${other}`, exe), path.join(suite.folder, 'Tessel.exe'));
+  kitbay = suite.start();
+  assert.equal(
+    await confirmMessage(),
+    `Tessel is a ${other}-bit program, but this is the ${bits}-bit Kitbay. It cannot register the libraries of ` +
+      `components; the ${other}-bit Kitbay can. To get it, run Kitbay's installer again.`,
+  );
+  page = await kitbay.page();
+  await page.waitFor(sourcesAnswered);
+  await page.settled();
+  assert.equal((await rowIn('installedaddons', 'Chess')).version, 'Version 1.2.0.71');
+  assert.equal(await kitbay.close(), 0);
+  assert.deepEqual(suite.logEntries(), []);
 });

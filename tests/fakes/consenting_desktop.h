@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "platform/desktop.h"
@@ -27,6 +28,7 @@ class ConsentingDesktop : public platform::Desktop {
     return {};
   }
   void SendClose(platform::WindowHandle /*window*/) override {}
+  std::optional<int> ProgramBits(const std::string& /*path*/) const override { return {}; }
   void StartProgram(const std::string& /*path*/) override {}
 };
 

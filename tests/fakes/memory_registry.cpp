@@ -23,6 +23,14 @@ std::string Hex(std::uint32_t value) {
   return text.str();
 }
 
+/// Where a 64-bit program finds the key that it opens in the view of 32-bit ones.
+std::string InView(const std::string& path, std::uint32_t access) {
+  const std::string hive = "HKEY_LOCAL_MACHINE\\SOFTWARE";
+  const bool is_other =
+      (access & platform::kView32) != 0 && FoldCase(path.substr(0, hive.size())) == FoldCase(hive);
+  return is_other ? hive + "\\Wow6432Node" + path.substr(hive.size()) : path;
+}
+
 std::string Join(const std::string& parent, const std::string& name) {
   return name.empty() ? parent : parent + "\\" + name;
 }
@@ -46,7 +54,7 @@ MemoryRegistry::KeyResult MemoryRegistry::Open(RegistryKey parent, const std::st
   if (!handles_.contains(parent.handle)) {
     return {kRegistryInvalidHandle, {}};
   }
-  return OpenPath(path, access);
+  return OpenPath(InView(path, access), access);
 }
 
 MemoryRegistry::KeyResult MemoryRegistry::Create(RegistryKey parent, const std::string& name,

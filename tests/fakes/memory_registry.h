@@ -23,7 +23,8 @@ inline constexpr std::int32_t kRegistryAccessDenied = 5;
 inline constexpr std::int32_t kRegistryInvalidHandle = 6;
 
 /// A registry in memory. Keys and value names keep their letter case and are compared without it.
-/// Keys are named by their full path from the hive on: "HKEY_CURRENT_USER\Software\Ovalink".
+/// Keys are named by their full path from the hive on: "HKEY_CURRENT_USER\Software\Ovalink". It is
+/// what a 64-bit program sees: the machine's keys of 32-bit ones lie below "SOFTWARE\Wow6432Node".
 class MemoryRegistry : public platform::RegistryKeys {
  public:
   MemoryRegistry();

@@ -76,6 +76,11 @@ void RecordingDesktop::SendClose(WindowHandle window) {
   }
 }
 
+std::optional<int> RecordingDesktop::ProgramBits(const std::string& path) const {
+  const auto program = programs_.find(path);
+  return program == programs_.end() ? std::nullopt : std::optional(program->second);
+}
+
 void RecordingDesktop::StartProgram(const std::string& path) {
   calls_.push_back("StartProgram" + Quoted(path));
   if (start_failure_) {

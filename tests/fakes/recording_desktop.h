@@ -29,11 +29,15 @@ class RecordingDesktop : public platform::Desktop {
   platform::WindowHandle FindTopWindow(const std::string& window_class,
                                        const std::string& caption) override;
   void SendClose(platform::WindowHandle window) override;
+  std::optional<int> ProgramBits(const std::string& path) const override;
   void StartProgram(const std::string& path) override;
 
   // What tests arrange.
 
   void SetPlatformId(int platform_id) { platform_id_ = platform_id; }
+
+  /// The program at `path` is of that many bits; at other paths is none. To ask is not recorded.
+  void AddProgram(const std::string& path, int bits) { programs_[path] = bits; }
 
   /// The answer to the next message box that has none yet; without one the user presses OK.
   void AddAnswer(int answer) { answers_.push_back(answer); }
@@ -65,6 +69,7 @@ class RecordingDesktop : public platform::Desktop {
   };
 
   int platform_id_ = platform::kPlatformNt;
+  std::map<std::string, int> programs_;  ///< their bits by path
   std::deque<int> answers_;
   std::map<std::uintptr_t, Window> windows_;
   std::uintptr_t next_window_ = 0x10001;

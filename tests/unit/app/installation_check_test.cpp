@@ -68,6 +68,79 @@ TEST_F(InstallationCheckTest, WithoutTheEntryTheUserIsToldAboutApplicationTwice)
   EXPECT_THAT(entries_.entries, IsEmpty());
 }
 
+TEST_F(InstallationCheckTest, AnEntryOfTheOtherViewIsFound) {
+  PutInstallTxt("custom\r\nTesselPro\r\n");
+  keys.AddText(
+      "HKEY_LOCAL_MACHINE\\SOFTWARE\\Wow6432Node\\Microsoft\\Windows\\CurrentVersion\\"
+      "Uninstall\\TesselPro",
+      "InstallLocation", "D:\\Pro");
+  Check();
+  EXPECT_EQ(settings.InstallFolder, "D:\\Pro");
+  const std::string opened = "Open " + EntryOf("TesselPro");
+  EXPECT_THAT(KeysOpened(), ElementsAre(opened + " 0x3f", opened + " 0x23f"));
+}
+
+TEST_F(InstallationCheckTest, AProgramOf32BitsLooksInTheViewOf64) {
+  settings.program_bits = 32;
+  PutInstallTxt("custom\r\nTesselPro\r\n");
+  Check();
+  const std::string opened = "Open " + EntryOf("TesselPro");
+  EXPECT_THAT(KeysOpened(), ElementsAre(opened + " 0x3f", opened + " 0x13f"));
+}
+
+/// The message at the start for a suite of the other bitness.
+std::string OtherBitness(const std::string& suite, const std::string& program) {
+  return "ShowMessage [Tessel Messenger is a " + suite + "-bit program, but this is the " +
+         program + "-bit Kitbay. It cannot register the libraries of components; the " + suite +
+         "-bit Kitbay can. To get it, run Kitbay's installer again.] [Kitbay] 0";
+}
+
+TEST_F(InstallationCheckTest, ASuiteOfTheSameBitnessNeedsNoWords) {
+  desktop.AddProgram("C:\\Ovalink\\TesselMain.exe", 64);
+  Check();
+  check_.TellOtherBitness();
+  EXPECT_THAT(CallsOf({"ShowMessage"}), IsEmpty());
+}
+
+TEST_F(InstallationCheckTest, AMainClientOfTheOtherBitnessIsTold) {
+  desktop.AddProgram("C:\\Ovalink\\TesselMain.exe", 32);
+  Check();
+  check_.TellOtherBitness();
+  EXPECT_THAT(CallsOf({"ShowMessage"}), ElementsAre(OtherBitness("32", "64")));
+}
+
+TEST_F(InstallationCheckTest, ThePeerOf32BitsTellsThatOf64) {
+  settings.program_bits = 32;
+  desktop.AddProgram("C:\\Ovalink\\TesselMain.exe", 64);
+  Check();
+  check_.TellOtherBitness();
+  EXPECT_THAT(CallsOf({"ShowMessage"}), ElementsAre(OtherBitness("64", "32")));
+}
+
+TEST_F(InstallationCheckTest, WithoutAReadableMainClientTheViewOfTheEntryCounts) {
+  PutInstallTxt("custom\r\nTesselPro\r\n");
+  const std::string entry =
+      "HKEY_LOCAL_"
+      "MACHINE\\SOFTWARE\\Wow6432Node\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\TesselPro";
+  keys.AddText(entry, "InstallLocation", "D:\\Pro");
+  keys.AddText(entry, "Displayname", "Tessel Messenger");
+  Check();
+  check_.TellOtherBitness();
+  EXPECT_THAT(CallsOf({"ShowMessage"}), ElementsAre(OtherBitness("32", "64")));
+}
+
+TEST_F(InstallationCheckTest, AnEntryInTheWrongViewIsNoMatterWhereTheMainClientFits) {
+  PutInstallTxt("custom\r\nTesselPro\r\n");
+  keys.AddText(
+      "HKEY_LOCAL_MACHINE\\SOFTWARE\\Wow6432Node\\Microsoft\\Windows\\CurrentVersion\\"
+      "Uninstall\\TesselPro",
+      "InstallLocation", "D:\\Pro");
+  desktop.AddProgram("D:\\Pro\\Tessel.exe", 64);
+  Check();
+  check_.TellOtherBitness();
+  EXPECT_THAT(CallsOf({"ShowMessage"}), IsEmpty());
+}
+
 TEST_F(InstallationCheckTest, AnotherPlatformThanNtIsRemembered) {
   desktop.SetPlatformId(1);
   Check();

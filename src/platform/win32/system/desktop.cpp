@@ -106,6 +106,21 @@ class Win32Desktop : public Desktop {
     }
   }
 
+  std::optional<int> ProgramBits(const std::string& path) const override {
+    DWORD type = 0;
+    if (!GetBinaryTypeW(ToSystemPath(path).c_str(), &type)) {
+      return std::nullopt;
+    }
+    switch (type) {
+      case SCS_32BIT_BINARY:
+        return 32;
+      case SCS_64BIT_BINARY:
+        return 64;
+      default:
+        return std::nullopt;
+    }
+  }
+
   void StartProgram(const std::string& path) override {
     const std::wstring program = ToSystemPath(path);
     std::wstring command_line = L"\"" + program + L"\"";

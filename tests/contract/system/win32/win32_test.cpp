@@ -100,6 +100,18 @@ TEST(Win32Desktop, AProgramIsStartedShownNormally) {
   EXPECT_EQ(WaitForSingleObject(started.get(), 60'000), WAIT_OBJECT_0);
 }
 
+TEST(Win32Desktop, TheBitsOfAProgramAreThoseThatItsHeaderTells) {
+  const ScratchFolder folder;
+  MakeFiles()->Create(folder.path() + "\\text.exe", "no program");
+  const auto desktop = MakeDesktop();
+  constexpr int kOwnBits = 8 * sizeof(void*);
+  EXPECT_EQ(desktop->ProgramBits(FindProgramPlace().folder + "\\kitbay_contract_started.exe"),
+            kOwnBits);
+  EXPECT_EQ(desktop->ProgramBits(folder.path() + "\\text.exe"), std::nullopt);
+  EXPECT_EQ(desktop->ProgramBits(folder.path() + "\\missing.exe"), std::nullopt);
+  EXPECT_EQ(desktop->ProgramBits(""), std::nullopt);
+}
+
 TEST(Win32Desktop, AProgramThatCannotBeStartedIsReported) {
   const ScratchFolder folder;
   MakeFiles()->Create(folder.path() + "\\text.exe", "no program");
