@@ -46,6 +46,20 @@ class HtmlNode {
   virtual std::string Property(const std::string& name) const = 0;
   virtual void SetProperty(const std::string& name, const std::string& value) = 0;
 
+  /// How many pixels of the element's content are scrolled out at its top.
+  virtual int ScrollTop() const = 0;
+  virtual void SetScrollTop(int pixels) = 0;
+
+  /// Gives the focus to the element and scrolls to it. An element that is hidden, off or has no
+  /// "tabIndex" may refuse it, or stay without.
+  virtual void Focus() = 0;
+
+  /// Lets the element be the one that has the focus whenever the page has it; does not scroll.
+  virtual void SetActive() = 0;
+
+  /// Raises the event of a click on the element, as the mouse does.
+  virtual void Click() = 0;
+
   /// The height in pixels that the element's own style sets; 0 when it sets none.
   virtual int StylePixelHeight() const = 0;
 
@@ -83,6 +97,14 @@ class HtmlNodeList {
   virtual HtmlNodeRef Item(int index) const = 0;
 };
 
+/// A key that went down on the page: its virtual key code, and what was held down with it.
+struct KeyPress {
+  int code = 0;
+  bool shift = false;
+  bool control = false;
+  bool alt = false;
+};
+
 /// The document of the page in the browser control. Failures are as for `HtmlNode`.
 class HtmlDocument {
  public:
@@ -101,11 +123,17 @@ class HtmlDocument {
   /// The height in pixels of the part of the page that the window shows.
   virtual int BodyClientHeight() const = 0;
 
+  /// The element that has the focus when the page has it; the body, or empty, when none has.
+  virtual HtmlNodeRef ActiveElement() const = 0;
+
   /// The element at which the event being handled arose; empty when no event is being handled.
   virtual HtmlNodeRef EventSource() const = 0;
+
+  /// The key of the event being handled; key 0 when no event is being handled.
+  virtual KeyPress EventKey() const = 0;
 };
 
-/// Receives the events of the page's document, on the user-interface thread.
+/// Receives the events of the page's document and its window, on the user-interface thread.
 class HtmlDocumentEvents {
  public:
   virtual ~HtmlDocumentEvents() = default;
@@ -113,6 +141,12 @@ class HtmlDocumentEvents {
 
   /// Whether the drag may go on.
   virtual bool doc_ondragstart() = 0;
+
+  /// A key went down on the page; whether the page may do what the key does there.
+  virtual bool doc_onkeydown() { return true; }
+
+  /// The page is shown in another size, or at another zoom.
+  virtual void window_onresize() {}
 };
 
 }  // namespace kitbay::platform

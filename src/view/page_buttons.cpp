@@ -4,6 +4,7 @@
 
 #include "base/guarded.h"
 #include "view/page_ids.h"
+#include "view/row_focus.h"
 #include "view/row_markup.h"
 
 namespace kitbay::view {
@@ -37,6 +38,9 @@ void PageButtons::EnableOtherUpdatedDownload() {
 
 void PageButtons::SwitchNewComponents(bool off) {
   state_.download_in_progress = off;
+  if (off) {
+    RowFocus(page_, state_.lists).TakeFromButton();
+  }
   for (const base::ComponentKind kind : base::kComponentKinds) {
     for (const HtmlNodeRef& button : ButtonsOf(page_.Element(kUpdatedContainers[kind]))) {
       if (button->Id() == kActionButton) {
@@ -48,6 +52,9 @@ void PageButtons::SwitchNewComponents(bool off) {
 
 void PageButtons::SwitchInstalled(bool off) {
   state_.download_in_progress = off;
+  if (off) {
+    RowFocus(page_, state_.lists).TakeFromButton();
+  }
   for (const base::ComponentKind kind : base::kComponentKinds) {
     for (const HtmlNodeRef& button : ButtonsOf(page_.Element(kInstalledContainers[kind]))) {
       button->SetDisabled(off);

@@ -5,6 +5,8 @@
 #include "catalog/installed_tables.h"
 #include "catalog/manifest_tables.h"
 #include "view/page_ids.h"
+#include "view/page_place.h"
+#include "view/tab_description.h"
 
 namespace kitbay::view {
 namespace {
@@ -30,7 +32,10 @@ void PageCategories::ChangeImages(const std::string& source, const std::string& 
     const HtmlNodeRef to = Needed(page_.Element(target)->ChildNode(0));
     const int count = from->ChildNodeCount();
     for (int i = 0; i < count; ++i) {
-      Needed(to->ChildNode(i))->SetSrc(Needed(from->ChildNode(i))->Src());
+      const std::string src = Needed(from->ChildNode(i))->Src();
+      const HtmlNodeRef tab = Needed(to->ChildNode(i));
+      tab->SetSrc(src);
+      SaySelected(tab, ShowsSelected(src));
     }
   });
 }
@@ -73,6 +78,7 @@ void PageCategories::CarrySelectedTab() {
 void PageCategories::ShowInstalledCategory() {
   guarded(log_, "Kitbay::ShowInstalledCategory", [&] {
     const catalog::CatalogFiles::Refresh refresh(files_);
+    PagePlace place(log_, page_, state_);
     const bool is_switch = HasUpdatesBar();
     if (is_switch) {
       CarrySelectedTab();
@@ -91,6 +97,7 @@ void PageCategories::ShowInstalledCategory() {
     if (is_switch) {
       showInstalled();
     }
+    place.Restore();
   });
 }
 
@@ -100,6 +107,7 @@ void PageCategories::ShowUpdatedCategory() {
       return;
     }
     const catalog::CatalogFiles::Refresh refresh(files_);
+    PagePlace place(log_, page_, state_);
     new_components_.funcShowUpdates();
     new_components_.funcShowTransports();
     new_components_.funcShowChannels();
@@ -107,6 +115,7 @@ void PageCategories::ShowUpdatedCategory() {
     CarrySelectedTab();
     PressCategory(true);
     showUpdate();
+    place.Restore();
   });
 }
 
@@ -190,12 +199,15 @@ void PageCategories::PressCategory(bool updates) {
   raised->SetStyle("border", "2px outset");
   raised->SetStyle("background", "");
   raised->SetStyle("fontWeight", "");
+  pressed->SetProperty("ariaPressed", "true");
+  raised->SetProperty("ariaPressed", "false");
   state_.updates_category = updates;
 }
 
 void PageCategories::ShowDetails() {
   guarded(log_, "Kitbay::ShowDetails", [&] {
     const catalog::CatalogFiles::Refresh refresh(files_);
+    PagePlace place(log_, page_, state_);
     ListInstalledChannels();
     buttons_.DisableStatus();
     ListInstalledTransports();
@@ -210,6 +222,7 @@ void PageCategories::ShowDetails() {
       CarrySelectedTab();
       showUpdate();
     }
+    place.Restore();
   });
 }
 

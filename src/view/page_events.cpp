@@ -7,6 +7,8 @@
 #include "catalog/installed_tables.h"
 #include "catalog/manifest_tables.h"
 #include "view/page_ids.h"
+#include "view/page_keys.h"
+#include "view/row_focus.h"
 #include "view/row_nodes.h"
 
 namespace kitbay::view {
@@ -78,6 +80,10 @@ bool PageEvents::OpenRow(const HtmlNodeRef& source) {
     return false;
   }
   tabs_.HideOthers(name_line);
+  const RowFocus focus(page_, state_.lists);
+  if (const auto row = focus.Around(name_line)) {
+    focus.MakeTabStop(*row);
+  }
   return true;
 }
 
@@ -118,6 +124,20 @@ void PageEvents::PressInstall(const std::string& container, const HtmlNodeRef& b
     }
   }
 }
+
+bool PageEvents::doc_onkeydown() {
+  bool is_handled = false;
+  base::guarded(log_, "Kitbay::doc_onkeydown", [&] {
+    const HtmlNodeRef source = page_.document().EventSource();
+    const platform::KeyPress key = page_.document().EventKey();
+    if (source && !key.control && !key.alt && !key.shift) {
+      is_handled = PageKeys(page_, state_.lists).Press(source, key.code);
+    }
+  });
+  return !is_handled;
+}
+
+void PageEvents::window_onresize() { tabs_.FitLists(); }
 
 // Guarded under its name as every handler is, though nothing stands in it.
 bool PageEvents::doc_ondragstart() {

@@ -31,6 +31,12 @@ class PageEvents : public platform::HtmlDocumentEvents {
   /// False: nothing of the page can be dragged.
   bool doc_ondragstart() override;
 
+  /// Enter and Space click on a tab or a row; arrows, Home and End move the focus. False when the
+  /// key was for that.
+  bool doc_onkeydown() override;
+
+  void window_onresize() override;
+
  private:
   void Dispatch(const platform::HtmlNodeRef& source);
   bool SwitchCategory(const std::string& id);

@@ -1,21 +1,42 @@
 #pragma once
 
+#include <cstddef>
 #include <map>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "platform/html_document.h"
 #include "view/page_document.h"
 
 namespace kitbay::view {
 
+/// A row that was written: its id, the name that it shows, as markup, and its element.
+struct ListedRow {
+  std::string id;
+  std::string name;
+  platform::HtmlNodeRef node;
+};
+
 /// What is remembered of a list since it was last filled, so that nobody has to walk through its
 /// rows for it.
 struct PageList {
+  /// Which of the rows has that id.
+  std::optional<std::size_t> IndexOf(const std::string& id) const;
+
   /// The list's element, looked up once for a listing.
   platform::HtmlNodeRef element;
 
+  /// The tab bar that the list was fitted under; empty while it was not.
+  std::string tab_bar;
+
+  std::vector<ListedRow> rows;
+
   /// The row that is open; empty while all are closed.
   platform::HtmlNodeRef open_row;
+
+  /// The row that Tab reaches; empty while there is none.
+  platform::HtmlNodeRef tab_stop;
 
   /// Whether the closed rows have the colours of closed rows. As they are made they have none.
   bool is_coloured = false;
@@ -26,6 +47,9 @@ class PageLists {
  public:
   /// The list with that id, as it stands.
   PageList& Of(const PageDocument& page, const std::string& container);
+
+  /// All lists that were asked for, by their ids.
+  std::map<std::string, PageList>& All(const PageDocument& page);
 
   /// The list with that id, about to be filled again: its element, looked up on the page. Fails
   /// with 91 when the page has none.

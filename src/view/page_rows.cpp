@@ -1,13 +1,15 @@
 #include "view/page_rows.h"
 
-#include <algorithm>
 #include <limits>
 #include <memory>
 
 #include "base/failure.h"
 #include "base/guarded.h"
+#include "view/list_height.h"
+#include "view/row_focus.h"
 #include "view/row_markup.h"
 #include "view/row_nodes.h"
+#include "view/tab_description.h"
 
 namespace kitbay::view {
 
@@ -19,6 +21,7 @@ void PageRows::AddImageTab(const std::string& holder, const std::string& markup)
     const HtmlNodeRef element = page_.Element(holder);
     if (element->InnerHtml().empty()) {
       element->SetInnerHtml(markup);
+      DescribeTabs(Needed(element->Child(0)));
     }
   });
 }
@@ -42,9 +45,8 @@ void PageRows::FillDivHeader(const std::string& container, const std::string& ta
     const HtmlNodeRef list = state_.lists.Begin(page_, container);
     const HtmlNodeRef bar = page_.Element(tab_bar);
     list->SetStyle("top", bar->Style("height"));
-    // There is no negative height, however little of the page is shown.
-    const int height = page_.document().BodyClientHeight() - bar->StylePixelHeight();
-    list->SetStyle("height", std::to_string(std::max(0, height)));
+    FitUnderBar(page_, list, bar);
+    state_.lists.Of(page_, container).tab_bar = tab_bar;
     list->SetInnerHtml("<font style='font-size:11; font-family:verdana; '>" + title +
                        "<hr style='height:1pt;'></font>");
   });
@@ -79,7 +81,8 @@ void PageRows::fillDiv(const std::string& container, const std::string& name,
                        bool is_core) {
   guarded(log_, "Kitbay::fillDiv", [&] {
     const HtmlNodeRef element = NewRow(RowStartTag(row), MakeAddonNameStr(name, row, version));
-    FinishRow(element, InstalledPanel(MakeAddonDescStr(description, row), is_core), container,
+    FinishRow({std::to_string(row), name, element}, container,
+              InstalledPanel(MakeAddonDescStr(description, row), is_core),
               RowAttributes(name, version, false));
   });
 }
@@ -91,9 +94,9 @@ void PageRows::fillDivWithUpdates(const std::string& container, const std::strin
     const HtmlNodeRef element =
         NewRow(RowWithUpdatesStartTag(row), MakeAddonNameStr(name, row, version));
     FinishRow(
-        element,
+        {std::to_string(row), name, element}, container,
         PanelWithUpdates(description, row, is_core, not_installed, state_.download_in_progress),
-        container, RowAttributes(name, version, !not_installed));
+        RowAttributes(name, version, !not_installed));
   });
 }
 
@@ -102,7 +105,8 @@ void PageRows::showUpdates(const std::string& container, const std::string& name
                            std::int16_t row) {
   guarded(log_, "Kitbay::showUpdates", [&] {
     const HtmlNodeRef element = NewRow(RowStartTag(row), MakeAddonNameStr(name, row, version));
-    FinishRow(element, NewComponentPanel(description, row, state_.download_in_progress), container,
+    FinishRow({std::to_string(row), name, element}, container,
+              NewComponentPanel(description, row, state_.download_in_progress),
               RowAttributes(name, version, false));
   });
 }
@@ -113,18 +117,21 @@ HtmlNodeRef PageRows::NewRow(const std::string& start_tag, const std::string& na
   return row;
 }
 
-// Each line is one call into the document. A list may have thousands of rows, so that every further
-// one would be felt.
-void PageRows::FinishRow(const HtmlNodeRef& row, const std::string& panel,
-                         const std::string& container, const std::string& attributes) {
-  row->InsertAdjacentHtml("beforeEnd", panel);
+// Few calls into the document: a list may have thousands of rows, and each call is felt.
+void PageRows::FinishRow(const ListedRow& row, const std::string& container,
+                         const std::string& panel, const std::string& attributes) {
+  row.node->InsertAdjacentHtml("beforeEnd", panel);
   PageList& list = state_.lists.Of(page_, container);
   if (!list.element) {
     list.element = page_.Element(container);
   }
-  list.element->AppendChild(row);
+  list.element->AppendChild(row.node);
+  list.rows.push_back(row);
   list.is_coloured = false;
-  row->MergeAttributes(Needed(page_.document().CreateElement(attributes)));
+  row.node->MergeAttributes(Needed(page_.document().CreateElement(attributes)));
+  if (list.rows.size() == 1) {
+    RowFocus(page_, state_.lists).MakeTabStop({container, 0});
+  }
 }
 
 void PageRows::FollowCurrentRow(const std::string& container) {
@@ -164,7 +171,14 @@ void PageRows::RemoveNode(const std::string& container) {
 }
 
 void PageRows::RemoveCurrentRow(const std::string& container) {
-  if (const HtmlNodeRef row = FindCurrentRow(container)) {
+  const HtmlNodeRef row = FindCurrentRow(container);
+  if (!row) {
+    return;
+  }
+  const auto index = state_.lists.Of(page_, container).IndexOf(state_.current_row_id);
+  if (index) {
+    RowFocus(page_, state_.lists).RemoveRow({container, *index});
+  } else {
     row->RemoveNode(true);
   }
 }

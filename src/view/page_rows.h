@@ -6,6 +6,7 @@
 #include "base/error_log.h"
 #include "catalog/row_writer.h"
 #include "view/page_document.h"
+#include "view/page_lists.h"
 #include "view/view_state.h"
 
 namespace kitbay::view {
@@ -53,8 +54,8 @@ class PageRows : public catalog::RowWriter {
   std::string MakeAddonDescStr(const std::string& description, std::int16_t row);
 
   platform::HtmlNodeRef NewRow(const std::string& start_tag, const std::string& name_line);
-  void FinishRow(const platform::HtmlNodeRef& row, const std::string& panel,
-                 const std::string& container, const std::string& attributes);
+  void FinishRow(const ListedRow& row, const std::string& container, const std::string& panel,
+                 const std::string& attributes);
   void RemoveCurrentRow(const std::string& container);
   platform::HtmlNodeRef FindCurrentRow(const std::string& container) const;
   platform::HtmlNodeRef FindByName(const std::string& container) const;

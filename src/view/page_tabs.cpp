@@ -5,8 +5,11 @@
 #include "base/guarded.h"
 #include "catalog/installed_tables.h"
 #include "catalog/manifest_tables.h"
+#include "view/list_height.h"
 #include "view/page_ids.h"
+#include "view/page_place.h"
 #include "view/row_nodes.h"
+#include "view/tab_description.h"
 
 namespace kitbay::view {
 namespace {
@@ -34,10 +37,10 @@ void CloseRow(const HtmlNodeRef& row) {
 }
 
 // Gives the rows as they were made the colours of closed rows: closed they are already.
-void ColourClosedRows(const HtmlNodeRef& container, const std::string& open_row) {
-  for (const HtmlNodeRef& row : container->Children()) {
-    if (row->Id() != open_row && IsRow(row)) {
-      Colour(row, "white", "black");
+void ColourClosedRows(const PageList& list, const std::string& open_row) {
+  for (const ListedRow& row : list.rows) {
+    if (row.id != open_row && IsRow(row.node)) {
+      Colour(row.node, "white", "black");
     }
   }
 }
@@ -51,6 +54,7 @@ void PageTabs::showImage(const std::string& tab, const HtmlNodeRef& bar) {
       const HtmlNodeRef image = Needed(bar->Child(i));
       const std::string id = image->Id();
       image->SetSrc((id == tab ? "i" : "u") + id + ".gif");
+      SaySelected(image, id == tab);
     }
   });
 }
@@ -152,6 +156,7 @@ void PageTabs::ShowKind(const std::string& tab, const base::PerKind<const char*>
 }
 
 void PageTabs::RebuildInstalledKind(const std::string& tab) {
+  PagePlace place(log_, page_, state_);
   if (tab == kTabs.addon) {
     installed_.InitialInstalledAddons();
   } else if (tab == kTabs.transport) {
@@ -160,6 +165,7 @@ void PageTabs::RebuildInstalledKind(const std::string& tab) {
     installed_.InitialInstalledChannels();
   }
   buttons_.DisableRelisted();
+  place.Restore();
 }
 
 // The clicked row first, for the user to see it. The others have been closed since they were made,
@@ -176,8 +182,18 @@ void PageTabs::HideOthers(const HtmlNodeRef& name_line) {
       CloseRow(before);
     }
     if (!list.is_coloured) {
-      ColourClosedRows(container, clicked_id);
+      ColourClosedRows(list, clicked_id);
       list.is_coloured = true;
+    }
+  });
+}
+
+void PageTabs::FitLists() {
+  guarded(log_, "Kitbay::FitLists", [&] {
+    for (const auto& [container, list] : state_.lists.All(page_)) {
+      if (!list.tab_bar.empty()) {
+        FitUnderBar(page_, list.element, page_.Element(list.tab_bar));
+      }
     }
   });
 }
@@ -186,8 +202,10 @@ void PageTabs::ShowLocalData() {
   guarded(log_, "Kitbay::ShowLocalData", [&] {
     Needed(page_.Element(kCategory)->ChildNode(kUpdatesControl))->SetDisabled(true);
     state_.installed_lists_current = false;
+    PagePlace place(log_, page_, state_);
     installed_.InitialInstalledChannels();
     buttons_.DisableRelisted();
+    place.Restore();
   });
 }
 

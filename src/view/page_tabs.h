@@ -44,6 +44,9 @@ class PageTabs {
   /// Opens the row of the clicked name line and closes the other rows of its container.
   void HideOthers(const platform::HtmlNodeRef& name_line);
 
+  /// Fits the lists under their bars again: the page is shown in another size.
+  void FitLists();
+
   /// Fills the page when no update source can be asked; what is installed is then shown without
   /// update status.
   void ShowLocalData();

@@ -69,7 +69,7 @@ std::string LabelAttribute(const std::string& name, const std::string& version,
 }  // namespace
 
 std::string RowAttributes(const std::string& name, const std::string& version, bool has_update) {
-  return "<div role='treeitem' aria-expanded='false' " +
+  return "<div role='treeitem' aria-expanded='false' tabindex='-1' " +
          LabelAttribute(name, version, has_update ? ", update available" : "") +
          (has_update ? " class='hasupdate'>" : ">");
 }

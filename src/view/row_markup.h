@@ -20,7 +20,7 @@ std::string RowStartTag(std::int16_t row);
 std::string RowWithUpdatesStartTag(std::int16_t row);
 
 /// The start tag of an element whose attributes a finished row takes over: what a screen reader
-/// says of it, closed as it is, and the mark of a row whose component has an update.
+/// says of it, closed as it is, its place in the keyboard's way, and the mark of an update.
 std::string RowAttributes(const std::string& name, const std::string& version, bool has_update);
 
 /// The same of a row whose version has changed: what is said of it, open or closed.

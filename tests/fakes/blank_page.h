@@ -18,7 +18,9 @@ class BlankDocument : public platform::HtmlDocument {
   }
   platform::HtmlNodeRef CreateElement(const std::string& /*start_tag*/) override { return nullptr; }
   int BodyClientHeight() const override { return 0; }
+  platform::HtmlNodeRef ActiveElement() const override { return nullptr; }
   platform::HtmlNodeRef EventSource() const override { return nullptr; }
+  platform::KeyPress EventKey() const override { return {}; }
 
  private:
   class NoNodes : public platform::HtmlNodeList {

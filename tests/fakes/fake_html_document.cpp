@@ -1,5 +1,7 @@
 #include "fakes/fake_html_document.h"
 
+#include <algorithm>
+#include <iterator>
 #include <stdexcept>
 #include <utility>
 #include <vector>
@@ -7,6 +9,7 @@
 #include "fakes/fake_html_parser.h"
 #include "fakes/fake_html_text.h"
 #include "fakes/fake_page.h"
+#include "fakes/fake_style.h"
 
 namespace kitbay::fakes {
 namespace {
@@ -35,23 +38,51 @@ class FakeHtmlNodeList : public platform::HtmlNodeList {
   std::vector<DomNode*> nodes_;
 };
 
-/// Makes an element the event's source and puts back what was the source before.
+/// Makes an element and a key the event's and puts back what was the event's before.
 class EventAt {
  public:
-  EventAt(FakePage& page, DomNode* source)
-      : page_(page), before_(std::exchange(page.event_source, source)) {}
-  ~EventAt() { page_.event_source = before_; }
+  EventAt(FakePage& page, DomNode* source, const platform::KeyPress& key = {})
+      : page_(page),
+        before_(std::exchange(page.event_source, source)),
+        key_before_(std::exchange(page.event_key, key)) {}
+  ~EventAt() {
+    page_.event_source = before_;
+    page_.event_key = key_before_;
+  }
   EventAt(const EventAt&) = delete;
   EventAt& operator=(const EventAt&) = delete;
 
  private:
   FakePage& page_;
   DomNode* before_;
+  platform::KeyPress key_before_;
 };
 
 DomNode* FirstWithIdOrName(const FakePage& page, const std::string& id) {
   const std::vector<DomNode*> found = page.tree.WithIdOrName(id);
   return found.empty() ? nullptr : found.front();
+}
+
+bool IsHidden(const DomNode& node) {
+  return FakeStyle(node.GetAttribute("style").value_or("")).Get("display") == "none";
+}
+
+bool IsTabStop(const DomNode& node) {
+  const std::string index =
+      node.GetAttribute("tabindex").value_or(node.tag == "input" ? "0" : "-1");
+  return index != "-1" && !node.GetAttribute("disabled");
+}
+
+/// The elements at and below `node` that Tab reaches, in its order.
+std::vector<DomNode*> TabStops(DomNode& node) {
+  if (IsHidden(node)) return {};
+  std::vector<DomNode*> stops;
+  if (IsTabStop(node)) stops.push_back(&node);
+  for (DomNode* child : node.child_elements()) {
+    const std::vector<DomNode*> below = TabStops(*child);
+    stops.insert(stops.end(), below.begin(), below.end());
+  }
+  return stops;
 }
 
 /// The element at which an event on `node` arises.
@@ -79,6 +110,18 @@ void FakePage::Enter(const char* member, int cost) {
     failures.erase(failures.begin() + (&ordered - failures.data()));
     throw Failure(failure);
   }
+}
+
+DomNode* FakePage::Active() const {
+  const bool is_there = focused != nullptr && tree.OnPage(*focused);
+  return is_there && !focused->GetAttribute("disabled") ? focused : nullptr;
+}
+
+bool FakePage::RaiseClick(DomNode& source) {
+  if (events == nullptr || source.GetAttribute("disabled")) return false;
+  const EventAt event(*this, &source);
+  events->doc_onclick();
+  return true;
 }
 
 FakeHtmlDocument::FakeHtmlDocument(const std::string& page_markup, std::string base_url)
@@ -118,6 +161,17 @@ HtmlNodeRef FakeHtmlDocument::EventSource() const {
   return MakeHandle(page_, page_->event_source);
 }
 
+HtmlNodeRef FakeHtmlDocument::ActiveElement() const {
+  page_->Enter("ActiveElement");
+  DomNode* active = page_->Active();
+  return MakeHandle(page_, active != nullptr ? active : page_->tree.Body());
+}
+
+platform::KeyPress FakeHtmlDocument::EventKey() const {
+  page_->Enter("EventKey", 6);
+  return page_->event_key;
+}
+
 void FakeHtmlDocument::set_body_client_height(int pixels) { page_->body_client_height = pixels; }
 
 void FakeHtmlDocument::set_event_source(const HtmlNodeRef& source) {
@@ -127,11 +181,37 @@ void FakeHtmlDocument::set_event_source(const HtmlNodeRef& source) {
 void FakeHtmlDocument::SetEvents(platform::HtmlDocumentEvents* events) { page_->events = events; }
 
 bool FakeHtmlDocument::Click(const HtmlNodeRef& node) {
-  DomNode& source = EventElement(*page_, node);
-  if (page_->events == nullptr || source.GetAttribute("disabled")) return false;
-  const EventAt event(*page_, &source);
-  page_->events->doc_onclick();
-  return true;
+  return page_->RaiseClick(EventElement(*page_, node));
+}
+
+bool FakeHtmlDocument::Press(const platform::KeyPress& key) {
+  constexpr int kEnter = 13;
+  constexpr int kSpace = 32;
+  DomNode* active = page_->Active();
+  DomNode& source = active != nullptr ? *active : *page_->tree.Body();
+  bool go_on = true;
+  if (page_->events != nullptr) {
+    const EventAt event(*page_, &source, key);
+    go_on = page_->events->doc_onkeydown();
+  }
+  if (go_on && source.tag == "input" && (key.code == kEnter || key.code == kSpace)) {
+    page_->RaiseClick(source);
+  }
+  return go_on;
+}
+
+HtmlNodeRef FakeHtmlDocument::PressTab(bool backwards) {
+  std::vector<DomNode*> stops = TabStops(*page_->tree.Body());
+  if (backwards) std::reverse(stops.begin(), stops.end());
+  const auto at = std::find(stops.begin(), stops.end(), page_->Active());
+  const auto next = at == stops.end() ? stops.begin() : std::next(at);
+  page_->focused = next == stops.end() ? nullptr : *next;
+  return MakeHandle(page_, page_->focused);
+}
+
+void FakeHtmlDocument::Resize(int height) {
+  page_->body_client_height = height;
+  if (page_->events != nullptr) page_->events->window_onresize();
 }
 
 bool FakeHtmlDocument::StartDrag(const HtmlNodeRef& node) {

@@ -23,7 +23,9 @@ class FakeHtmlDocument : public platform::HtmlDocument {
   std::unique_ptr<platform::HtmlNodeList> GetElementsByName(const std::string& name) const override;
   platform::HtmlNodeRef CreateElement(const std::string& start_tag) override;
   int BodyClientHeight() const override;
+  platform::HtmlNodeRef ActiveElement() const override;
   platform::HtmlNodeRef EventSource() const override;
+  platform::KeyPress EventKey() const override;
 
   void set_body_client_height(int pixels);
 
@@ -40,6 +42,17 @@ class FakeHtmlDocument : public platform::HtmlDocument {
 
   /// Begins to drag a node of the page; returns whether the drag may go on.
   bool StartDrag(const platform::HtmlNodeRef& node);
+
+  /// Presses a key on the element that has the focus, as a user does. Where the page may, Enter and
+  /// Space press a button; returns whether it might do what the key does there.
+  bool Press(const platform::KeyPress& key);
+
+  /// Moves the focus to the next element on the way of Tab, or to the one before; past the last it
+  /// leaves the page. Returns the element; empty when there is none.
+  platform::HtmlNodeRef PressTab(bool backwards = false);
+
+  /// Shows the page in another height, in pixels.
+  void Resize(int height);
 
   /// From now on every call fails as for a page that the browser has left.
   void MakeStale();

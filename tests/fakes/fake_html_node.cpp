@@ -112,6 +112,7 @@ class FakeHtmlNode : public HtmlNode {
 
   void SetInnerHtml(const std::string& markup) override {
     DomNode& element = Element("SetInnerHtml");
+    page_->scrolled.erase(&node_);
     page_->tree.DetachChildren(element);
     InsertAll(element, 0, ParseFragment(page_->tree, element.tag, markup));
   }
@@ -140,6 +141,21 @@ class FakeHtmlNode : public HtmlNode {
   void SetProperty(const std::string& name, const std::string& value) override {
     Element("SetProperty").SetAttribute(AttributeOf(name), value);
   }
+
+  int ScrollTop() const override {
+    Element("ScrollTop");
+    const auto scrolled = page_->scrolled.find(&node_);
+    return scrolled == page_->scrolled.end() ? 0 : scrolled->second;
+  }
+
+  void SetScrollTop(int pixels) override {
+    Element("SetScrollTop");
+    page_->scrolled[&node_] = pixels;
+  }
+
+  void Focus() override { TakeFocus(Element("Focus")); }
+  void SetActive() override { TakeFocus(Element("SetActive")); }
+  void Click() override { page_->RaiseClick(Element("Click")); }
 
   int StylePixelHeight() const override {
     return StyleOf(Element("StylePixelHeight", 2)).Pixels("height");
@@ -238,6 +254,16 @@ class FakeHtmlNode : public HtmlNode {
     DomNode& element = Element(member);
     if (!IsOneOf(tags, element.tag)) throw Failure(RuntimeError::kMemberNotFound);
     return element;
+  }
+
+  void TakeFocus(DomNode& element) {
+    if (element.GetAttribute("disabled") ||
+        (element.tag != "input" && !element.GetAttribute("tabindex"))) {
+      throw Failure(static_cast<std::int32_t>(0x800A083E),
+                    "Can't move focus to the control because it is invisible, not enabled, or of a "
+                    "type that does not accept the focus.");
+    }
+    page_->focused = &element;
   }
 
   /// Handles to a list's members, which the real one hands over some dozens at a time.

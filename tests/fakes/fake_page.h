@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -23,6 +24,12 @@ struct FakePage {
   /// this call to fail.
   void Enter(const char* member, int cost = 1);
 
+  /// The element that has the focus; null when it has gone, or was switched off, or there is none.
+  DomNode* Active() const;
+
+  /// Raises the event of a click on an element; whether there was one.
+  bool RaiseClick(DomNode& source);
+
   DomTree tree;
   std::string base_url;
   int body_client_height = 400;
@@ -30,6 +37,13 @@ struct FakePage {
   int calls = 0;
   std::vector<OrderedFailure> failures;
   DomNode* event_source = nullptr;
+  platform::KeyPress event_key;
+
+  /// How far elements are scrolled, in pixels; what is filled again begins at its top.
+  std::map<const DomNode*, int> scrolled;
+
+  /// The element that was given the focus last; null for none.
+  DomNode* focused = nullptr;
   platform::HtmlDocumentEvents* events = nullptr;
 };
 

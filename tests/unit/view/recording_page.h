@@ -50,6 +50,11 @@ class RecordingElement : public platform::HtmlNode {
   void SetProperty(const std::string& name, const std::string& value) override {
     Note("SetProperty " + name + " " + value);
   }
+  int ScrollTop() const override { Unasked(); }
+  void SetScrollTop(int /*pixels*/) override { Unasked(); }
+  void Focus() override { Unasked(); }
+  void SetActive() override { Unasked(); }
+  void Click() override { Unasked(); }
   int StylePixelHeight() const override { Unasked(); }
   platform::HtmlNodeRef ParentElement() const override { Unasked(); }
   int ChildCount() const override { Unasked(); }
@@ -86,7 +91,9 @@ class RecordingPage : public platform::HtmlDocument {
     throw std::logic_error("not for building a row");
   }
   int BodyClientHeight() const override { throw std::logic_error("not for building a row"); }
+  platform::HtmlNodeRef ActiveElement() const override { return nullptr; }
   platform::HtmlNodeRef EventSource() const override { return nullptr; }
+  platform::KeyPress EventKey() const override { return {}; }
 
   const PageCalls& calls() const { return calls_; }
 

@@ -21,9 +21,12 @@ class RowBuilding : public ::testing::Test {
 
 /// What stands for keyboard and screen reader is set on the row when it is complete.
 constexpr const char* kAttributes =
-    "CreateElement <div role='treeitem' aria-expanded='false' "
+    "CreateElement <div role='treeitem' aria-expanded='false' tabindex='-1' "
     "aria-label='Notes, Version 1.2.0.5'>";
 constexpr const char* kTakeOver = "new: MergeAttributes new";
+
+/// Tab reaches the first row of a list.
+constexpr const char* kTabStop = "new: SetProperty tabIndex 0";
 
 constexpr const char* kNameLine =
     "new: InsertAdjacentHtml afterBegin "
@@ -46,7 +49,7 @@ TEST_F(RowBuilding, fillDivWritesNameLineThenPanelThenAppendsTheRow) {
                   "<font style='font-family:verdana; width:30%; text-align:right;'>"
                   "<input type='button' id='btninstalled' value='Remove' style='width:70; "
                   "height:22; font-family:verdana; font-size:11;'></font></span></div>",
-                  "installedaddons: AppendChild new", kAttributes, kTakeOver));
+                  "installedaddons: AppendChild new", kAttributes, kTakeOver, kTabStop));
   EXPECT_THAT(log_.entries, IsEmpty());
 }
 
@@ -63,7 +66,7 @@ TEST_F(RowBuilding, fillDivOfACoreComponentWritesNoButton) {
                   "&nbsp;&nbsp;&nbsp;</font>"
                   "<font style='font-family:verdana; width:30%; text-align:right;'>"
                   "</font></span></div>",
-                  "installedchannels: AppendChild new", kAttributes, kTakeOver));
+                  "installedchannels: AppendChild new", kAttributes, kTakeOver, kTabStop));
 }
 
 TEST_F(RowBuilding, TheRemoveButtonOfAnInstalledRowIsNeverOff) {
@@ -92,9 +95,9 @@ TEST_F(RowBuilding, fillDivWithUpdatesBuildsItsOwnPanel) {
                   "<input type='button' id='btninstalled' value='Update' style='width:70; "
                   "height:22; font-family:verdana; font-size:11;'></font></span></div>",
                   "installedaddons: AppendChild new",
-                  "CreateElement <div role='treeitem' aria-expanded='false' "
+                  "CreateElement <div role='treeitem' aria-expanded='false' tabindex='-1' "
                   "aria-label='Notes, Version 1.2.0.5, update available' class='hasupdate'>",
-                  kTakeOver));
+                  kTakeOver, kTabStop));
   EXPECT_THAT(log_.entries, IsEmpty());
 }
 
@@ -125,7 +128,7 @@ TEST_F(RowBuilding, showUpdatesOffersTheComponentForInstallation) {
                   "<font style='font-family:verdana; text-align:right; width:50%;'>"
                   "<input type='button' id='btninstalled' value='Install' style='width:70; "
                   "height:22; font-family:verdana; font-size:11;'></font></span></div>",
-                  "updatedtransports: AppendChild new", kAttributes, kTakeOver));
+                  "updatedtransports: AppendChild new", kAttributes, kTakeOver, kTabStop));
   EXPECT_THAT(log_.entries, IsEmpty());
 }
 

@@ -148,10 +148,11 @@ TEST(RowMarkup, TheInstallButtonOfANewComponentIsOffWhileDownloading) {
 }
 
 TEST(RowMarkup, ARowsLabelSaysNameAndVersionAndWhetherThereIsAnUpdate) {
-  EXPECT_EQ(RowAttributes("Notes", "1.2", false),
-            "<div role='treeitem' aria-expanded='false' aria-label='Notes, Version 1.2'>");
+  EXPECT_EQ(
+      RowAttributes("Notes", "1.2", false),
+      "<div role='treeitem' aria-expanded='false' tabindex='-1' aria-label='Notes, Version 1.2'>");
   EXPECT_EQ(RowAttributes("Notes", "1.2", true),
-            "<div role='treeitem' aria-expanded='false' "
+            "<div role='treeitem' aria-expanded='false' tabindex='-1' "
             "aria-label='Notes, Version 1.2, update available' class='hasupdate'>");
 }
 

@@ -45,9 +45,27 @@ int AutomationDocument::BodyClientHeight() const {
   return GetProperty(*RequireObject(*document_.Get(), "body").Get(), "clientHeight").ToInteger();
 }
 
-HtmlNodeRef AutomationDocument::EventSource() const {
+HtmlNodeRef AutomationDocument::ActiveElement() const {
+  return ToNode(GetProperty(*document_.Get(), "activeElement"));
+}
+
+ComPtr<IDispatch> AutomationDocument::Event() const {
   const ComPtr<IDispatch> window = RequireObject(*document_.Get(), "parentWindow");
-  const ComPtr<IDispatch> event = GetProperty(*window.Get(), "event").ToObject();
+  return GetProperty(*window.Get(), "event").ToObject();
+}
+
+KeyPress AutomationDocument::EventKey() const {
+  const ComPtr<IDispatch> event = Event();
+  if (event == nullptr) return {};
+  const auto is_held = [&](const char* key) { return GetProperty(*event.Get(), key).ToBoolean(); };
+  return {.code = GetProperty(*event.Get(), "keyCode").ToInteger(),
+          .shift = is_held("shiftKey"),
+          .control = is_held("ctrlKey"),
+          .alt = is_held("altKey")};
+}
+
+HtmlNodeRef AutomationDocument::EventSource() const {
+  const ComPtr<IDispatch> event = Event();
   return event == nullptr ? nullptr : ToNode(GetProperty(*event.Get(), "srcElement"));
 }
 

@@ -23,9 +23,14 @@ class AutomationDocument final : public HtmlDocument {
   std::unique_ptr<HtmlNodeList> GetElementsByName(const std::string& name) const override;
   HtmlNodeRef CreateElement(const std::string& start_tag) override;
   int BodyClientHeight() const override;
+  HtmlNodeRef ActiveElement() const override;
   HtmlNodeRef EventSource() const override;
+  KeyPress EventKey() const override;
 
  private:
+  /// The event being handled; null when none is.
+  Microsoft::WRL::ComPtr<IDispatch> Event() const;
+
   Microsoft::WRL::ComPtr<IDispatch> document_;
 };
 

@@ -75,6 +75,12 @@ void AutomationNode::SetProperty(const std::string& name, const std::string& val
   PutProperty(*node_.Get(), name, value);
 }
 
+int AutomationNode::ScrollTop() const { return GetProperty(*node_.Get(), "scrollTop").ToInteger(); }
+void AutomationNode::SetScrollTop(int pixels) { Put("scrollTop", pixels); }
+void AutomationNode::Focus() { CallMethod(*node_.Get(), "focus"); }
+void AutomationNode::SetActive() { CallMethod(*node_.Get(), "setActive"); }
+void AutomationNode::Click() { CallMethod(*node_.Get(), "click"); }
+
 int AutomationNode::StylePixelHeight() const {
   return GetProperty(*RequireObject(*node_.Get(), "style").Get(), "pixelHeight").ToInteger();
 }

@@ -35,6 +35,11 @@ class AutomationNode final : public HtmlNode {
   void SetStyle(const std::string& property, const std::string& value) override;
   std::string Property(const std::string& name) const override;
   void SetProperty(const std::string& name, const std::string& value) override;
+  int ScrollTop() const override;
+  void SetScrollTop(int pixels) override;
+  void Focus() override;
+  void SetActive() override;
+  void Click() override;
   int StylePixelHeight() const override;
   HtmlNodeRef ParentElement() const override;
   int ChildCount() const override;

@@ -5,13 +5,17 @@
 #include <mshtmdid.h>
 #include <mshtml.h>
 
+#include "base/failure.h"
 #include "platform/win32/com/com_failure.h"
+#include "platform/win32/window/automation_node.h"
 #include "platform/win32/window/com_parts.h"
 
 namespace kitbay::platform::win32 {
 namespace {
 
 constexpr DISPID kOnClick = DISPID_HTMLDOCUMENTEVENTS_ONCLICK;
+constexpr DISPID kOnKeyDown = DISPID_HTMLDOCUMENTEVENTS_ONKEYDOWN;
+constexpr DISPID kOnResize = DISPID_EVMETH_ONRESIZE;
 constexpr auto kOnDragStart = static_cast<DISPID>(DISPID_HTMLDOCUMENTEVENTS_ONDRAGSTART);
 
 }  // namespace
@@ -33,6 +37,8 @@ class DocumentEventSinkPart : public EventPart<HTMLDocumentEvents> {
           return Answer(true, result);
         case kOnDragStart:
           return Answer(receiver_->doc_ondragstart(), result);
+        case kOnKeyDown:
+          return Answer(receiver_->doc_onkeydown(), result);
         default:
           return DISP_E_MEMBERNOTFOUND;
       }
@@ -53,6 +59,33 @@ class DocumentEventSinkPart : public EventPart<HTMLDocumentEvents> {
   HtmlDocumentEvents* receiver_;
 };
 
+class WindowEventSinkPart : public EventPart<HTMLWindowEvents> {
+ public:
+  explicit WindowEventSinkPart(HtmlDocumentEvents* receiver) : receiver_(receiver) {}
+
+  /// The window may hold this sink longer than the receiver lives.
+  void Silence() { receiver_ = nullptr; }
+
+  HRESULT STDMETHODCALLTYPE Invoke(DISPID event, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*,
+                                   EXCEPINFO*, UINT*) override {
+    if (receiver_ == nullptr || event != kOnResize) return S_OK;
+    try {
+      receiver_->window_onresize();
+      return S_OK;
+    } catch (...) {
+      return ReportCurrentException();
+    }
+  }
+
+ private:
+  HtmlDocumentEvents* receiver_;
+};
+
+class WindowEventSink final : public ObjectOfParts<WindowEventSinkPart> {
+ public:
+  explicit WindowEventSink(HtmlDocumentEvents* receiver) : ObjectOfParts(receiver) {}
+};
+
 class DocumentEventSink final : public ObjectOfParts<DocumentEventSinkPart> {
  public:
   explicit DocumentEventSink(HtmlDocumentEvents* receiver) : ObjectOfParts(receiver) {}
@@ -60,8 +93,19 @@ class DocumentEventSink final : public ObjectOfParts<DocumentEventSinkPart> {
 
 DocumentEvents::DocumentEvents(IDispatch& document, HtmlDocumentEvents& events)
     : sink_(MakeComObject<DocumentEventSink>(&events)),
-      connection_(document, __uuidof(HTMLDocumentEvents), *sink_.Get()) {}
+      window_sink_(MakeComObject<WindowEventSink>(&events)),
+      connection_(document, __uuidof(HTMLDocumentEvents), *sink_.Get()) {
+  try {
+    window_connection_ = Connection(*RequireObject(document, "parentWindow").Get(),
+                                    __uuidof(HTMLWindowEvents), *window_sink_.Get());
+  } catch (const base::Failure&) {
+    // A window that tells nothing of its size: the lists keep the height they were filled at.
+  }
+}
 
-DocumentEvents::~DocumentEvents() { sink_->Silence(); }
+DocumentEvents::~DocumentEvents() {
+  sink_->Silence();
+  window_sink_->Silence();
+}
 
 }  // namespace kitbay::platform::win32

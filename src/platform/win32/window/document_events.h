@@ -11,11 +11,12 @@
 namespace kitbay::platform::win32 {
 
 class DocumentEventSink;
+class WindowEventSink;
 
-/// Passes a document's events on for as long as it lives.
+/// Passes the events of a document and its window on for as long as it lives.
 class DocumentEvents {
  public:
-  /// Throws `base::Failure` with the HRESULT when the document's events cannot be had.
+  /// Throws `base::Failure` with the HRESULT when the events cannot be had.
   DocumentEvents(IDispatch& document, HtmlDocumentEvents& events);
   ~DocumentEvents();
   DocumentEvents(const DocumentEvents&) = delete;
@@ -23,7 +24,9 @@ class DocumentEvents {
 
  private:
   Microsoft::WRL::ComPtr<DocumentEventSink> sink_;
+  Microsoft::WRL::ComPtr<WindowEventSink> window_sink_;
   Connection connection_;
+  Connection window_connection_;
 };
 
 }  // namespace kitbay::platform::win32

@@ -8,3 +8,10 @@ define(Element.prototype, 'mergeAttributes', {
     }
   },
 });
+
+define(HTMLElement.prototype, 'setActive', {
+  /** Gives the focus to the element where it is: the page does not scroll to it. */
+  value() {
+    this.focus({ preventScroll: true });
+  },
+});

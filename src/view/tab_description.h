@@ -1,0 +1,19 @@
+#pragma once
+
+#include "platform/html_document.h"
+
+namespace kitbay::view {
+
+/// Gives a bar of tab images what keyboard and screen reader need: a role and a text for each
+/// image, a place on the way of Tab, and whether it is selected. Failures are as for the page's
+/// members.
+void DescribeTabs(const platform::HtmlNodeRef& bar);
+
+/// Says of a tab image whether it is the selected one.
+void SaySelected(const platform::HtmlNodeRef& tab, bool is_selected);
+
+/// Whether a tab image of that source is the selected one of its bar: its file's name begins with
+/// "i".
+bool ShowsSelected(const std::string& src);
+
+}  // namespace kitbay::view
