@@ -1,6 +1,8 @@
 // What the program does about the state of the suite's installation.
 import assert from 'node:assert/strict';
+import { once } from 'node:events';
 import fs from 'node:fs';
+import net from 'node:net';
 import path from 'node:path';
 import { afterEach, test } from 'node:test';
 import { isKitbay, probe, rowsOf, Suite, windows, windowWhere } from './harness.mjs';
@@ -96,13 +98,19 @@ test('a datastore that is cut off is logged and leaves an empty list', async () 
   assert.match(description, /olregistry\.xml/);
 });
 
-test('markup in names appears, but runs nothing and fetches nothing', async () => {
+test('markup in names appears, but runs nothing and fetches nothing', async (t) => {
   const suite = await Suite.layOut();
+  let connections = 0;
+  const server = net.createServer(() => (connections += 1));
+  server.listen(0, '127.0.0.1');
+  await once(server, 'listening');
+  t.after(() => server.close());
+  const elsewhere = `http://127.0.0.1:${server.address().port}`;
   const hostile = [
     '<b>bold</b>',
     '<script>document.title="run"</script>script',
-    '<iframe src="http://127.0.0.1:9/frame"></iframe>frame',
-    '<img src="http://127.0.0.1:9/image.gif" onerror="document.title=\'run\'">image',
+    `<iframe src="${elsewhere}/frame"></iframe>frame`,
+    `<img src="${elsewhere}/image.gif" onerror="document.title='run'">image`,
     '<a href="javascript:document.title=\'run\'">link</a>',
   ];
   const escaped = hostile.map((name) =>
@@ -125,10 +133,15 @@ test('markup in names appears, but runs nothing and fetches nothing', async () =
   );
   assert.equal(await page.eval(`document.querySelectorAll('#installedchannels b').length`), 2);
   await kitbay.click('#installedchannels a');
-  await page.settled();
+  // An image that the test adds fails after those of the page, whose handlers have had their turn then.
+  const failed = `new Promise((resolve) => {
+    const image = new Image();
+    image.addEventListener('error', () => resolve(image.complete));
+    image.src = '${elsewhere}/last.gif';
+  })`;
+  assert.equal(await page.eval(failed), true);
   assert.equal(await page.eval('document.title'), 'Kitbay');
-  const fetched = (await page.requests()).filter(({ refused }) => !refused).map(({ url }) => url);
-  for (const url of fetched) assert.match(url, /^file:\/\/\/.*\/(AddonUpdates\.html|[iu]\w+\.gif)$/);
+  assert.equal(connections, 0);
   await closed();
   assert.deepEqual(suite.logEntries(), []);
 });

@@ -267,6 +267,9 @@ TEST_F(Page, MarkupRunsNothingAndOpensNoFrame) {
   host_->Click(ById(document.Get(), L"b").Get());
   TestHost::Until([&] { return sink->HasHeard(kClick); });
   TestHost::Until([&] { return Get(ById(document.Get(), L"i").Get(), L"complete").Flag(); });
+  // One more image fails after the first, whose handler has had its turn then.
+  Put(ById(document.Get(), L"b").Get(), L"innerHTML", L"<img id=last src=none2.gif>");
+  TestHost::Until([&] { return Get(ById(document.Get(), L"last").Get(), L"complete").Flag(); });
   EXPECT_EQ(Get(document.Get(), L"title").Text(), L"");
 }
 
