@@ -24,12 +24,18 @@ class DownloadObject : public testing::Test {
     return platform::win32::MakeSuiteObjects()->CreateTransportObject(prog_id);
   }
 
-  /// Handles messages until the receiver has been told of something.
+  /// Handles messages until the receiver has been told of something, or has had time enough for
+  /// that.
   void AwaitEvent() {
+    constexpr UINT kLimitMs = 120'000;
+    bool is_late = false;
+    const UINT_PTR limit = SetTimer(nullptr, 0, kLimitMs, nullptr);
     MSG message;
-    while (receiver_.events.empty() && GetMessageW(&message, nullptr, 0, 0) > 0) {
+    while (receiver_.events.empty() && !is_late && GetMessageW(&message, nullptr, 0, 0) > 0) {
+      is_late = message.hwnd == nullptr && message.message == WM_TIMER && message.wParam == limit;
       DispatchMessageW(&message);
     }
+    KillTimer(nullptr, limit);
   }
 
   RecordingReceiver receiver_;

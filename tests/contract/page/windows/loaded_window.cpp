@@ -7,7 +7,7 @@
 namespace kitbay::contract {
 namespace {
 
-constexpr ULONGLONG kTimeLimitMs = 30'000;
+constexpr ULONGLONG kTimeLimitMs = 120'000;
 constexpr DWORD kTurnMs = 20;
 
 void CALLBACK LeaveLoop(HWND, UINT, UINT_PTR, DWORD) { PostQuitMessage(0); }
