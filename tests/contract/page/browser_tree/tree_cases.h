@@ -32,7 +32,7 @@ std::vector<TreeCase> TreeCases();
 
 TreeResult Replay(const TreeCase& tree_case);
 
-/// All cases with their results as JSON: what trees.json holds.
+/// All cases with their results as JSON, for the comparison with a browser.
 std::string TreeCasesAsJson();
 
 }  // namespace kitbay::contract

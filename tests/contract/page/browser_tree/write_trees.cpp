@@ -1,5 +1,5 @@
-// Writes the cases and the trees that the page in memory makes of them to standard output; its
-// output is kept as trees.json.
+// Writes the cases and the trees that the page in memory makes of them to standard output; the
+// browser's trees are compared with them.
 
 #include <cstdio>
 
