@@ -24,7 +24,7 @@ void ParseOnly(benchmark::State& state, ComponentKind kind) {
 }
 
 void Load(benchmark::State& state, ComponentKind kind) {
-  const SampleSuite suite(kind, static_cast<std::size_t>(state.range(0)));
+  SampleSuite suite(kind, static_cast<std::size_t>(state.range(0)));
   for (auto _ : state) {
     suite.Load();
   }

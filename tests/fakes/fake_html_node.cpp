@@ -9,6 +9,7 @@
 #include "fakes/fake_html_text.h"
 #include "fakes/fake_page.h"
 #include "fakes/fake_style.h"
+#include "fakes/is_one_of.h"
 
 namespace kitbay::fakes {
 namespace {
@@ -24,11 +25,6 @@ constexpr std::array<std::string_view, 6> kWithValue = {"input",    "button", "s
                                                         "textarea", "option", "li"};
 constexpr std::array<std::string_view, 6> kWithSource = {"img",    "input", "iframe",
                                                          "script", "embed", "frame"};
-
-template <typename Range>
-bool IsOneOf(const Range& range, std::string_view text) {
-  return std::find(range.begin(), range.end(), text) != range.end();
-}
 
 Failure InvalidArgument() {
   return Failure(static_cast<std::int32_t>(0x80070057), "Invalid argument.");

@@ -1,10 +1,10 @@
 #include "fakes/fake_html_text.h"
 
-#include <algorithm>
 #include <array>
 #include <string_view>
 
 #include "fakes/fake_style.h"
+#include "fakes/is_one_of.h"
 
 namespace kitbay::fakes {
 namespace {
@@ -21,11 +21,6 @@ constexpr std::array<std::string_view, 13> kBlocks = {"div", "p",  "ul", "ol", "
 constexpr std::array<std::string_view, 2> kCells = {"td", "th"};
 constexpr std::array<std::string_view, 6> kNeverShown = {"script", "style",  "head",
                                                          "title",  "iframe", "textarea"};
-
-template <typename Range>
-bool IsOneOf(const Range& range, std::string_view text) {
-  return std::find(range.begin(), range.end(), text) != range.end();
-}
 
 std::string Escaped(std::string_view text, bool in_attribute) {
   std::string result;

@@ -6,6 +6,7 @@
 #include <cstdlib>
 
 #include "base/text.h"
+#include "fakes/is_one_of.h"
 
 namespace kitbay::fakes {
 namespace {
@@ -71,11 +72,6 @@ constexpr std::array<std::string_view, 5> kPositions = {"static", "relative", "a
                                                         "inherit"};
 constexpr std::array<std::string_view, 4> kVisibilities = {"visible", "hidden", "collapse",
                                                            "inherit"};
-
-template <typename Range>
-bool IsOneOf(const Range& range, std::string_view text) {
-  return std::find(range.begin(), range.end(), text) != range.end();
-}
 
 std::string TrimWhiteSpace(std::string_view text) {
   const std::size_t first = text.find_first_not_of(" \t\r\n\f");

@@ -1,5 +1,6 @@
 #include "fakes/recording_desktop.h"
 
+#include "fakes/call_text.h"
 #include "fakes/windows_path.h"
 
 namespace kitbay::fakes {
@@ -7,8 +8,6 @@ namespace kitbay::fakes {
 using platform::WindowHandle;
 
 namespace {
-
-std::string Quoted(const std::string& text) { return " [" + text + "]"; }
 
 template <typename Number>
 std::string Spaced(Number number) {
@@ -23,7 +22,7 @@ int RecordingDesktop::PlatformId() const {
 }
 
 int RecordingDesktop::ShowMessage(const std::string& text, const std::string& title, int style) {
-  calls_.push_back("ShowMessage" + Quoted(text) + Quoted(title) + Spaced(style));
+  calls_.push_back("ShowMessage" + Bracketed(text) + Bracketed(title) + Spaced(style));
   if (answers_.empty()) {
     return platform::kAnswerOk;
   }
@@ -33,7 +32,7 @@ int RecordingDesktop::ShowMessage(const std::string& text, const std::string& ti
 }
 
 void RecordingDesktop::DisplayHelpTopic(const std::string& topic) {
-  calls_.push_back("DisplayHelpTopic" + Quoted(topic));
+  calls_.push_back("DisplayHelpTopic" + Bracketed(topic));
   if (help_failure_) {
     throw *help_failure_;
   }
@@ -58,7 +57,7 @@ void RecordingDesktop::SetActiveWindow(WindowHandle window) {
 
 WindowHandle RecordingDesktop::FindTopWindow(const std::string& window_class,
                                              const std::string& caption) {
-  calls_.push_back("FindTopWindow" + Quoted(window_class) + Quoted(caption));
+  calls_.push_back("FindTopWindow" + Bracketed(window_class) + Bracketed(caption));
   for (const auto& [handle, window] : windows_) {
     if (FoldCase(window.window_class) == FoldCase(window_class) &&
         FoldCase(window.caption) == FoldCase(caption)) {
@@ -82,7 +81,7 @@ std::optional<int> RecordingDesktop::ProgramBits(const std::string& path) const 
 }
 
 void RecordingDesktop::StartProgram(const std::string& path) {
-  calls_.push_back("StartProgram" + Quoted(path));
+  calls_.push_back("StartProgram" + Bracketed(path));
   if (start_failure_) {
     throw *start_failure_;
   }

@@ -4,6 +4,7 @@
 #include <thread>
 #include <utility>
 
+#include "fakes/call_text.h"
 #include "fakes/windows_path.h"
 
 namespace kitbay::fakes {
@@ -32,13 +33,12 @@ bool IsFullPathOfFile(const std::string& path) {
   return has_drive || (IsSeparator(path[0]) && IsSeparator(path[1]));
 }
 
-std::string Quoted(const std::string& text) { return " [" + text + "]"; }
 std::string Number(std::uintptr_t number) { return " " + std::to_string(number); }
 
 }  // namespace
 
 LibraryHandle RecordingLibraries::Load(const std::string& path, const std::string& helpers) {
-  Record("Load", Quoted(path) + Quoted(helpers));
+  Record("Load", Bracketed(path) + Bracketed(helpers));
   if (!IsFullPathOfFile(path)) {
     throw Failure(base::RuntimeError::kPathFileAccessError, path);
   }
@@ -65,7 +65,7 @@ void RecordingLibraries::Free(LibraryHandle library) {
 }
 
 ExportAddress RecordingLibraries::FindExport(LibraryHandle library, const std::string& name) {
-  Record("FindExport", Number(library.value) + Quoted(name));
+  Record("FindExport", Number(library.value) + Bracketed(name));
   const auto& addresses = loaded_.at(library.value)->addresses;
   const auto address = addresses.find(name);
   return {address == addresses.end() ? 0 : address->second};

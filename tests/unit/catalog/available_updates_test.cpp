@@ -1,5 +1,6 @@
 #include "catalog/available_updates.h"
 
+#include "installed_headings.h"
 #include "manifest_fixture.h"
 
 namespace kitbay::catalog {
@@ -7,13 +8,6 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-constexpr const char* kAddonHeading =
-    "FillDivHeader installedaddons|itabencloser|Currently Installed  Addons";
-constexpr const char* kTransportHeading =
-    "FillDivHeader installedtransports|itabencloser|Currently Installed  Messaging Services";
-constexpr const char* kChannelHeading =
-    "FillDivHeader installedchannels|itabencloser|Currently Installed Channels";
 
 /// The installed lists as the program writes them, through the listing that asks each source.
 class Updates : public ManifestTest {
@@ -34,10 +28,10 @@ TEST_F(Updates, NewerAddonGetsAnUpdateRow) {
                                         Offer("addon", "dice", "Dice", "1.0.1.0"),
                                     "", ""));
   installed_.InstalledAddons();
-  EXPECT_THAT(
-      rows_.calls,
-      ElementsAre(kAddonHeading, "fillDivWithUpdates installedaddons|Chat|1.0.0.9|About Chat|1|-|-",
-                  "fillDiv installedaddons|Dice|1.0.0.9|About Dice|2|-"));
+  EXPECT_THAT(rows_.calls,
+              ElementsAre(kInstalledAddonHeading,
+                          "fillDivWithUpdates installedaddons|Chat|1.0.0.9|About Chat|1|-|-",
+                          "fillDiv installedaddons|Dice|1.0.0.9|About Dice|2|-"));
   EXPECT_THAT(log_.entries, IsEmpty());
 }
 
@@ -47,7 +41,7 @@ TEST_F(Updates, NewerTransportGetsAnUpdateRow) {
   SetManifest("a.xml", ManifestText("", Offer("transport", "mail", "Mail", "1.0.0.1"), ""));
   installed_.InstalledTransports();
   EXPECT_THAT(rows_.calls,
-              ElementsAre(kTransportHeading,
+              ElementsAre(kInstalledTransportHeading,
                           "fillDivWithUpdates installedtransports|Mail|2.0.0.0|About Mail|1|-|-"));
 }
 
@@ -59,7 +53,7 @@ TEST_F(Updates, ChannelsCompareTheVersionOfTheirEntry) {
                                         Offer("channel", "sky", "Sky", "3")));
   installed_.InstalledChannels();
   EXPECT_THAT(rows_.calls,
-              ElementsAre(kChannelHeading,
+              ElementsAre(kInstalledChannelHeading,
                           "fillDivWithUpdates installedchannels|News|1.0.0.9|About News|1|-|-",
                           "fillDiv installedchannels|Sky|3|About Sky|2|-"));
   EXPECT_THAT(log_.entries, IsEmpty());
@@ -70,9 +64,9 @@ TEST_F(Updates, CustomChannelWithANewerOfferGetsAnUpdateRow) {
   SetCustomRegistry(RegistryText("", "", Channel("sky", "Sky", "3")));
   SetManifest("a.xml", ManifestText("", "", Offer("channel", "sky", "Sky", "4")));
   installed_.InstalledChannels();
-  EXPECT_THAT(
-      rows_.calls,
-      ElementsAre(kChannelHeading, "fillDivWithUpdates installedchannels|Sky|3|About Sky|1|-|-"));
+  EXPECT_THAT(rows_.calls,
+              ElementsAre(kInstalledChannelHeading,
+                          "fillDivWithUpdates installedchannels|Sky|3|About Sky|1|-|-"));
 }
 
 TEST_F(Updates, CoreComponentWithAnUpdateHasTheUpdateButtonAlone) {
@@ -85,7 +79,7 @@ TEST_F(Updates, CoreComponentWithAnUpdateHasTheUpdateButtonAlone) {
                                         Offer("channel", "old", "Old", "2")));
   installed_.InstalledChannels();
   EXPECT_THAT(rows_.calls,
-              ElementsAre(kChannelHeading,
+              ElementsAre(kInstalledChannelHeading,
                           "fillDivWithUpdates installedchannels|News|1|About News|1|core|-",
                           "fillDivWithUpdates installedchannels|Sky|1|About Sky|2|-|-",
                           "fillDiv installedchannels|Old|9|About Old|3|core"));
@@ -99,18 +93,18 @@ TEST_F(Updates, FirstEntryOfAnIdInDocumentOrderCounts) {
                                "<group>" + Offer("channel", "b", "B", "4") + "</group>" +
                                Offer("channel", "b", "B", "6")));
   installed_.InstalledChannels();
-  EXPECT_THAT(rows_.calls,
-              ElementsAre(kChannelHeading, "fillDivWithUpdates installedchannels|A|5|About A|1|-|-",
-                          "fillDiv installedchannels|B|5|About B|2|-"));
+  EXPECT_THAT(rows_.calls, ElementsAre(kInstalledChannelHeading,
+                                       "fillDivWithUpdates installedchannels|A|5|About A|1|-|-",
+                                       "fillDiv installedchannels|B|5|About B|2|-"));
 }
 
 TEST_F(Updates, IdsAreComparedLetterForLetter) {
   SetDatastore(RegistryText("", "", Channel("Chat", "Chat", "1") + Channel("Chat ", "Blank", "1")));
   SetManifest("a.xml", ManifestText("", "", Offer("channel", "chat", "chat", "2")));
   installed_.InstalledChannels();
-  EXPECT_THAT(rows_.calls,
-              ElementsAre(kChannelHeading, "fillDiv installedchannels|Chat|1|About Chat|1|-",
-                          "fillDiv installedchannels|Blank|1|About Blank|2|-"));
+  EXPECT_THAT(rows_.calls, ElementsAre(kInstalledChannelHeading,
+                                       "fillDiv installedchannels|Chat|1|About Chat|1|-",
+                                       "fillDiv installedchannels|Blank|1|About Blank|2|-"));
 }
 
 TEST_F(Updates, FewerOfferedPartsEndTheRowsOfThatSource) {
@@ -120,10 +114,11 @@ TEST_F(Updates, FewerOfferedPartsEndTheRowsOfThatSource) {
   SetManifest("a.xml", ManifestText("", "", Offer("channel", "b", "B", "1.1")));
   SetManifest("b.xml", ManifestText("", "", ""));
   installed_.InstalledChannels();
-  EXPECT_THAT(rows_.calls, ElementsAre(kChannelHeading, "fillDiv installedchannels|A|1|About A|1|-",
-                                       "fillDiv installedchannels|A|1|About A|2|-",
-                                       "fillDiv installedchannels|B|1.0.0.0|About B|3|-",
-                                       "fillDiv installedchannels|C|1|About C|4|-"));
+  EXPECT_THAT(rows_.calls,
+              ElementsAre(kInstalledChannelHeading, "fillDiv installedchannels|A|1|About A|1|-",
+                          "fillDiv installedchannels|A|1|About A|2|-",
+                          "fillDiv installedchannels|B|1.0.0.0|About B|3|-",
+                          "fillDiv installedchannels|C|1|About C|4|-"));
   EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::AddInfo", 9, kSubscript)));
 }
 
@@ -151,9 +146,9 @@ TEST_F(Updates, UnreadableVersionComparesTheFirstOfferedPartWithZero) {
                                         Offer("addon", "b", "B", "0.9.9.9"),
                                     "", ""));
   installed_.InstalledAddons();
-  EXPECT_THAT(rows_.calls,
-              ElementsAre(kAddonHeading, "fillDivWithUpdates installedaddons|A|N/A|About A|1|-|-",
-                          "fillDiv installedaddons|B|N/A|About B|2|-"));
+  EXPECT_THAT(rows_.calls, ElementsAre(kInstalledAddonHeading,
+                                       "fillDivWithUpdates installedaddons|A|N/A|About A|1|-|-",
+                                       "fillDiv installedaddons|B|N/A|About B|2|-"));
 }
 
 TEST_F(Updates, EachSourceWritesTheHeadingOfAddonsAndTransportsAnew) {
@@ -165,9 +160,10 @@ TEST_F(Updates, EachSourceWritesTheHeadingOfAddonsAndTransportsAnew) {
   installed_.InstalledTransports();
   EXPECT_THAT(
       rows_.calls,
-      ElementsAre(kAddonHeading, "fillDivWithUpdates installedaddons|A|N/A|About A|1|-|-",
-                  kAddonHeading, "fillDiv installedaddons|A|N/A|About A|2|-", kTransportHeading,
-                  "fillDiv installedtransports|T|N/A|About T|1|-", kTransportHeading,
+      ElementsAre(kInstalledAddonHeading, "fillDivWithUpdates installedaddons|A|N/A|About A|1|-|-",
+                  kInstalledAddonHeading, "fillDiv installedaddons|A|N/A|About A|2|-",
+                  kInstalledTransportHeading, "fillDiv installedtransports|T|N/A|About T|1|-",
+                  kInstalledTransportHeading,
                   "fillDivWithUpdates installedtransports|T|N/A|About T|2|-|-"));
 }
 
@@ -177,8 +173,9 @@ TEST_F(Updates, RowsOfChannelsAreAddedOncePerSourceUnderOneHeading) {
   SetManifest("a.xml", ManifestText("", "", ""));
   SetManifest("b.xml", ManifestText("", "", Offer("channel", "c", "C", "2")));
   installed_.InstalledChannels();
-  EXPECT_THAT(rows_.calls, ElementsAre(kChannelHeading, "fillDiv installedchannels|C|1|About C|1|-",
-                                       "fillDivWithUpdates installedchannels|C|1|About C|2|-|-"));
+  EXPECT_THAT(rows_.calls,
+              ElementsAre(kInstalledChannelHeading, "fillDiv installedchannels|C|1|About C|1|-",
+                          "fillDivWithUpdates installedchannels|C|1|About C|2|-|-"));
 }
 
 class NoList : public Updates, public testing::WithParamInterface<const char*> {};
@@ -191,8 +188,8 @@ TEST_P(NoList, ManifestOfThatKindIsPassedOver) {
   installed_.InstalledAddons();
   installed_.InstalledChannels();
   EXPECT_THAT(rows_.calls,
-              ElementsAre(kAddonHeading, "fillDiv installedaddons|A|N/A|About A|1|-",
-                          kChannelHeading, "fillDiv installedchannels|C|1|About C|1|-"));
+              ElementsAre(kInstalledAddonHeading, "fillDiv installedaddons|A|N/A|About A|1|-",
+                          kInstalledChannelHeading, "fillDiv installedchannels|C|1|About C|1|-"));
   EXPECT_THAT(log_.entries, IsEmpty());
 }
 
@@ -214,7 +211,7 @@ TEST_F(Updates, MissingVersionOfAMatchedOfferIsLoggedAndEndsTheRows) {
   SetManifest("a.xml", ManifestText("", "", "<channel id='b'><name>B</name></channel>"));
   installed_.InstalledChannels();
   EXPECT_THAT(rows_.calls,
-              ElementsAre(kChannelHeading, "fillDiv installedchannels|A|1|About A|1|-"));
+              ElementsAre(kInstalledChannelHeading, "fillDiv installedchannels|A|1|About A|1|-"));
   // After it, the datastore's channels are done; nothing else fails.
   EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::AddInfo", 91, kNotSet)));
 }
@@ -224,7 +221,7 @@ TEST_F(Updates, MissingVersionOfAnOfferThatNobodyHasHarmsNothing) {
   SetManifest("a.xml", ManifestText("", "", "<channel id='zzz'/>"));
   installed_.InstalledChannels();
   EXPECT_THAT(rows_.calls,
-              ElementsAre(kChannelHeading, "fillDiv installedchannels|A|1|About A|1|-"));
+              ElementsAre(kInstalledChannelHeading, "fillDiv installedchannels|A|1|About A|1|-"));
   EXPECT_THAT(log_.entries, IsEmpty());
 }
 
@@ -236,7 +233,7 @@ TEST_F(Updates, MissingTextOfAnInstalledEntryIsLoggedAndEndsTheRows) {
   SetManifest("a.xml", ManifestText("", "", ""));
   installed_.InstalledChannels();
   EXPECT_THAT(rows_.calls,
-              ElementsAre(kChannelHeading, "fillDiv installedchannels|A|1|About A|1|-"));
+              ElementsAre(kInstalledChannelHeading, "fillDiv installedchannels|A|1|About A|1|-"));
   EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::AddInfo", 91, kNotSet)));
 }
 
@@ -246,7 +243,7 @@ TEST_F(Updates, OfferWithoutAnIdEndsTheWalkOnlyOfThoseThatReachIt) {
                                     Offer("channel", "a", "A", "2") + "<channel/>" +
                                         Offer("channel", "b", "B", "2")));
   installed_.InstalledChannels();
-  EXPECT_THAT(rows_.calls, ElementsAre(kChannelHeading,
+  EXPECT_THAT(rows_.calls, ElementsAre(kInstalledChannelHeading,
                                        "fillDivWithUpdates installedchannels|A|1|About A|1|-|-"));
   EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::AddInfo", 91, kNotSet)));
 }
@@ -265,7 +262,7 @@ TEST_F(Updates, EntriesAtAnyDepthOfTheirContainerAreOffers) {
   SetManifest("a.xml",
               ManifestText("", "", "<x><y>" + Offer("channel", "a", "A", "2") + "</y></x>"));
   installed_.InstalledChannels();
-  EXPECT_THAT(rows_.calls, ElementsAre(kChannelHeading,
+  EXPECT_THAT(rows_.calls, ElementsAre(kInstalledChannelHeading,
                                        "fillDivWithUpdates installedchannels|A|1|About A|1|-|-"));
 }
 
@@ -276,9 +273,9 @@ TEST_F(Updates, CustomChannelOfADatastoreChannelInOtherLettersIsNotListedAfterAl
   // The offer ends the check of the custom channels before its first row.
   SetManifest("a.xml", ManifestText("", "", Offer("channel", "sky", "Sky", "2")));
   installed_.InstalledChannels();
-  EXPECT_THAT(rows_.calls,
-              ElementsAre(kChannelHeading, "fillDiv installedchannels|News|1|About News|1|-",
-                          "fillDiv installedchannels|Sky|1.0|About Sky|2|-"));
+  EXPECT_THAT(rows_.calls, ElementsAre(kInstalledChannelHeading,
+                                       "fillDiv installedchannels|News|1|About News|1|-",
+                                       "fillDiv installedchannels|Sky|1.0|About Sky|2|-"));
   EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::AddCustomInfo", 9, kSubscript)));
 }
 
@@ -288,9 +285,9 @@ TEST_F(Updates, ChannelOfBothFilesIsListedOnceAsTheDatastoreHasIt) {
       RegistryText("", "", Channel("NEWS", "Other News", "2") + Channel("sky", "Sky", "3")));
   SetManifest("a.xml", ManifestText("", "", Offer("channel", "sky", "Sky", "3")));
   installed_.InstalledChannels();
-  EXPECT_THAT(rows_.calls,
-              ElementsAre(kChannelHeading, "fillDiv installedchannels|News|1|About News|1|-",
-                          "fillDiv installedchannels|Sky|3|About Sky|2|-"));
+  EXPECT_THAT(rows_.calls, ElementsAre(kInstalledChannelHeading,
+                                       "fillDiv installedchannels|News|1|About News|1|-",
+                                       "fillDiv installedchannels|Sky|3|About Sky|2|-"));
   EXPECT_THAT(log_.entries, IsEmpty());
 }
 
@@ -300,7 +297,7 @@ TEST_F(Updates, CustomChannelStaysWhereTheDatastoresOneCouldNotBeListed) {
   // The offer ends the check of the datastore's channels before its first row.
   SetManifest("a.xml", ManifestText("", "", Offer("channel", "sky", "Sky", "2")));
   installed_.InstalledChannels();
-  EXPECT_THAT(rows_.calls, ElementsAre(kChannelHeading,
+  EXPECT_THAT(rows_.calls, ElementsAre(kInstalledChannelHeading,
                                        "fillDiv installedchannels|Own News|2|About Own News|1|-"));
   EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::AddInfo", 9, kSubscript)));
 }
@@ -313,7 +310,7 @@ TEST_F(Updates, CustomChannelsThatNoSourceShowedHaveOneRowEachWithoutLetterCase)
                                      Channel("sea", "Sea", "3") + Channel("sky", "Sky 3", "4")));
   installed_.InstalledChannels();
   EXPECT_THAT(rows_.calls,
-              ElementsAre(kChannelHeading, "fillDiv installedchannels|Sky|1|About Sky|1|-",
+              ElementsAre(kInstalledChannelHeading, "fillDiv installedchannels|Sky|1|About Sky|1|-",
                           "fillDiv installedchannels|Sea|3|About Sea|2|-"));
 }
 

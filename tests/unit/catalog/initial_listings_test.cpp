@@ -1,6 +1,7 @@
 #include "catalog/installed_components.h"
 #include "catalog_fixture.h"
 #include "fakes/fake_version_resource.h"
+#include "installed_headings.h"
 #include "recording_row_writer.h"
 
 namespace kitbay::catalog {
@@ -13,12 +14,6 @@ constexpr const char* kTabBarCall =
     "AddImageTab imgtab|<span class='styleclass' style='background:gray;  width:100%; height:33px; "
     "position:relative;'  id='itabencloser'><img src='ichannels.gif' id='channels' );'><img "
     "src='utrans.gif' id='trans' ><img src='uaddons.gif' id='addons' ></span>";
-constexpr const char* kAddonHeading =
-    "FillDivHeader installedaddons|itabencloser|Currently Installed  Addons";
-constexpr const char* kTransportHeading =
-    "FillDivHeader installedtransports|itabencloser|Currently Installed  Messaging Services";
-constexpr const char* kChannelHeading =
-    "FillDivHeader installedchannels|itabencloser|Currently Installed Channels";
 
 class InstalledListing : public CatalogTest {
  protected:
@@ -49,38 +44,41 @@ class InstalledListing : public CatalogTest {
 TEST_F(InstalledListing, AddonsStandInDocumentOrderWithTheirVersions) {
   resources_.Add("C:\\Suite\\addons\\dice\\dice.dll", 1, 0, 4, 2);
   resources_.Add("C:\\Suite\\addons\\chat\\chat.dll", 3, 1, 0, 7);
-  EXPECT_THAT(Addons(RegistryText(Addon("dice", "Dice", "dice.dll") +
-                                      Addon("chat", "Chat", "chat.dll", "1") +
-                                      Addon("b\u00FCcher", "B\u00FCcher", "buch.dll"),
-                                  Transport("mail", "Mail", "mail.dll"), "")),
-              ElementsAre(kAddonHeading, "fillDiv installedaddons|Dice|1.0.4.2|About Dice|1|-",
-                          "fillDiv installedaddons|Chat|3.1.0.7|About Chat|2|core",
-                          "fillDiv installedaddons|B\u00FCcher|N/A|About B\u00FCcher|3|-"));
+  EXPECT_THAT(
+      Addons(RegistryText(Addon("dice", "Dice", "dice.dll") +
+                              Addon("chat", "Chat", "chat.dll", "1") +
+                              Addon("b\u00FCcher", "B\u00FCcher", "buch.dll"),
+                          Transport("mail", "Mail", "mail.dll"), "")),
+      ElementsAre(kInstalledAddonHeading, "fillDiv installedaddons|Dice|1.0.4.2|About Dice|1|-",
+                  "fillDiv installedaddons|Chat|3.1.0.7|About Chat|2|core",
+                  "fillDiv installedaddons|B\u00FCcher|N/A|About B\u00FCcher|3|-"));
   EXPECT_THAT(log_.entries, IsEmpty());
 }
 
 TEST_F(InstalledListing, LibraryInInstallationFolderStillShowsItsVersion) {
   resources_.Add("C:\\Suite\\dice.dll", 2, 5, 0, 1);
-  EXPECT_THAT(Addons(RegistryText(Addon("dice", "Dice", "dice.dll"), "", "")),
-              ElementsAre(kAddonHeading, "fillDiv installedaddons|Dice|2.5.0.1|About Dice|1|-"));
+  EXPECT_THAT(
+      Addons(RegistryText(Addon("dice", "Dice", "dice.dll"), "", "")),
+      ElementsAre(kInstalledAddonHeading, "fillDiv installedaddons|Dice|2.5.0.1|About Dice|1|-"));
 }
 
 TEST_F(InstalledListing, VersionPartFrom32768IsShownAsANegativeNumber) {
   resources_.Add("C:\\Suite\\mail.dll", 1, 2, 40000, 0);
   EXPECT_THAT(Transports(RegistryText("", Transport("mail", "Mail", "mail.dll"), "")),
-              ElementsAre(kTransportHeading,
+              ElementsAre(kInstalledTransportHeading,
                           "fillDiv installedtransports|Mail|1.2.-25536.0|About Mail|1|-"));
 }
 
 TEST_F(InstalledListing, TransportsReadTheInstallationFolderOnly) {
   resources_.Add("C:\\Suite\\addons\\mail\\mail.dll", 9, 9, 9, 9);
   resources_.Add("C:\\Suite\\pager.dll", 1, 0, 0, 0);
-  EXPECT_THAT(Transports(RegistryText("",
-                                      Transport("mail", "Mail", "mail.dll") +
-                                          Transport("pager", "Pager", "pager.dll", "true"),
-                                      "")),
-              ElementsAre(kTransportHeading, "fillDiv installedtransports|Mail|N/A|About Mail|1|-",
-                          "fillDiv installedtransports|Pager|1.0.0.0|About Pager|2|core"));
+  EXPECT_THAT(
+      Transports(RegistryText(
+          "",
+          Transport("mail", "Mail", "mail.dll") + Transport("pager", "Pager", "pager.dll", "true"),
+          "")),
+      ElementsAre(kInstalledTransportHeading, "fillDiv installedtransports|Mail|N/A|About Mail|1|-",
+                  "fillDiv installedtransports|Pager|1.0.0.0|About Pager|2|core"));
 }
 
 TEST_F(InstalledListing, CoreTextsDecideAboutTheRemoveButton) {
@@ -89,7 +87,7 @@ TEST_F(InstalledListing, CoreTextsDecideAboutTheRemoveButton) {
                               Addon("c", "C", "c.dll", "true") + Addon("d", "D", "d.dll", "0") +
                               Addon("e", "E", "e.dll", "01") + Addon("f", "F", "f.dll", ""),
                           "", "")),
-      ElementsAre(kAddonHeading, "fillDiv installedaddons|A|N/A|About A|1|core",
+      ElementsAre(kInstalledAddonHeading, "fillDiv installedaddons|A|N/A|About A|1|core",
                   "fillDiv installedaddons|B|N/A|About B|2|core",
                   "fillDiv installedaddons|C|N/A|About C|3|core",
                   "fillDiv installedaddons|D|N/A|About D|4|-",
@@ -100,7 +98,7 @@ TEST_F(InstalledListing, CoreTextsDecideAboutTheRemoveButton) {
 TEST_F(InstalledListing, EntriesAreFoundAtAnyDepthOfTheirContainer) {
   EXPECT_THAT(Addons("<root><addons><group>" + Addon("a", "A", "a.dll") + "</group>" +
                      Addon("b", "B", "b.dll") + "</addons></root>"),
-              ElementsAre(kAddonHeading, "fillDiv installedaddons|A|N/A|About A|1|-",
+              ElementsAre(kInstalledAddonHeading, "fillDiv installedaddons|A|N/A|About A|1|-",
                           "fillDiv installedaddons|B|N/A|About B|2|-"));
 }
 
@@ -111,7 +109,7 @@ TEST_F(InstalledListing, NamesAreHandedOnAsTheyAreWritten) {
           "<description><![CDATA[<iframe src='a'></iframe>]]> &amp; more</description>"
           "<core>0</core></addon>",
           "", "")),
-      ElementsAre(kAddonHeading,
+      ElementsAre(kInstalledAddonHeading,
                   "fillDiv installedaddons|<script>alert(1)</script>|N/A|"
                   "<iframe src='a'></iframe> & more|1|-"));
 }
@@ -143,7 +141,7 @@ TEST_F(InstalledListing, MissingChildTextIsLoggedAndRowsSoFarStay) {
                                       "<core>0</core></addon>" +
                                       Addon("c", "C", "c.dll"),
                                   "", "")),
-              ElementsAre(kAddonHeading, "fillDiv installedaddons|A|N/A|About A|1|-"));
+              ElementsAre(kInstalledAddonHeading, "fillDiv installedaddons|A|N/A|About A|1|-"));
   EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::InitialInstalledAddons", 91,
                                               "Object variable or With block variable not set")));
 }
@@ -151,7 +149,7 @@ TEST_F(InstalledListing, MissingChildTextIsLoggedAndRowsSoFarStay) {
 class IncompleteEntry : public InstalledListing, public testing::WithParamInterface<const char*> {};
 
 TEST_P(IncompleteEntry, IsError91OfTheAddonListing) {
-  EXPECT_THAT(Addons(RegistryText(GetParam(), "", "")), ElementsAre(kAddonHeading));
+  EXPECT_THAT(Addons(RegistryText(GetParam(), "", "")), ElementsAre(kInstalledAddonHeading));
   EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::InitialInstalledAddons", 91,
                                               "Object variable or With block variable not set")));
 }
@@ -166,7 +164,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST_F(InstalledListing, IncompleteTransportIsError91UnderItsOwnProcedure) {
   EXPECT_THAT(Transports(RegistryText("", "<transport id='a' name='A'/>", "")),
-              ElementsAre(kTransportHeading));
+              ElementsAre(kInstalledTransportHeading));
   EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::InitialInstalledTransports", 91,
                                               "Object variable or With block variable not set")));
 }
@@ -210,13 +208,13 @@ TEST_F(InstalledListing, DatastoreIsReadAnewByEachListing) {
   Addons(RegistryText(Addon("a", "A", "a.dll"), "", ""));
   rows_.calls.clear();
   EXPECT_THAT(Addons(RegistryText(Addon("b", "B", "b.dll"), "", "")),
-              ElementsAre(kAddonHeading, "fillDiv installedaddons|B|N/A|About B|1|-"));
+              ElementsAre(kInstalledAddonHeading, "fillDiv installedaddons|B|N/A|About B|1|-"));
 }
 
 TEST_F(InstalledListing, ChannelsOfTheDatastoreStandBeforeThoseOfTheCustomRegistry) {
   EXPECT_THAT(Channels(Channel("presence", "Presence", "1.2", "1"),
                        Channel("weather", "Weather", "4") + Channel("news", "News", "0.9")),
-              ElementsAre(kTabBarCall, kChannelHeading,
+              ElementsAre(kTabBarCall, kInstalledChannelHeading,
                           "fillDiv installedchannels|Presence|1.2|About Presence|1|core",
                           "fillDiv installedchannels|Weather|4|About Weather|2|-",
                           "fillDiv installedchannels|News|0.9|About News|3|-"));
@@ -226,27 +224,27 @@ TEST_F(InstalledListing, ChannelsOfTheDatastoreStandBeforeThoseOfTheCustomRegist
 TEST_F(InstalledListing, ChannelOfBothFilesAppearsOnceInWhateverCaseItsIdIsWritten) {
   EXPECT_THAT(Channels(Channel("Presence", "Presence", "1"),
                        Channel("pRESENCE", "Other", "2") + Channel("presence2", "Second", "3")),
-              ElementsAre(kTabBarCall, kChannelHeading,
+              ElementsAre(kTabBarCall, kInstalledChannelHeading,
                           "fillDiv installedchannels|Presence|1|About Presence|1|-",
                           "fillDiv installedchannels|Second|3|About Second|2|-"));
 }
 
 TEST_F(InstalledListing, ChannelTwiceInOneFileAppearsOnce) {
-  EXPECT_THAT(
-      Channels(Channel("a", "First", "1") + Channel("A", "Second", "2"),
-               Channel("b", "Third", "3") + Channel("b", "Fourth", "4")),
-      ElementsAre(kTabBarCall, kChannelHeading, "fillDiv installedchannels|First|1|About First|1|-",
-                  "fillDiv installedchannels|Third|3|About Third|2|-"));
+  EXPECT_THAT(Channels(Channel("a", "First", "1") + Channel("A", "Second", "2"),
+                       Channel("b", "Third", "3") + Channel("b", "Fourth", "4")),
+              ElementsAre(kTabBarCall, kInstalledChannelHeading,
+                          "fillDiv installedchannels|First|1|About First|1|-",
+                          "fillDiv installedchannels|Third|3|About Third|2|-"));
 }
 
 TEST_F(InstalledListing, NoChannelsLeaveTheHeadingAlone) {
-  EXPECT_THAT(Channels("", ""), ElementsAre(kTabBarCall, kChannelHeading));
+  EXPECT_THAT(Channels("", ""), ElementsAre(kTabBarCall, kInstalledChannelHeading));
 }
 
 TEST_F(InstalledListing, MissingCustomRegistryIsNoFailure) {
   SetDatastore(RegistryText("", "", Channel("a", "A", "1")));
   installed_.InitialInstalledChannels();
-  EXPECT_THAT(rows_.calls, ElementsAre(kTabBarCall, kChannelHeading,
+  EXPECT_THAT(rows_.calls, ElementsAre(kTabBarCall, kInstalledChannelHeading,
                                        "fillDiv installedchannels|A|1|About A|1|-"));
   EXPECT_THAT(log_.entries, IsEmpty());
 }
@@ -255,7 +253,7 @@ TEST_F(InstalledListing, MalformedCustomRegistryIsNoFailure) {
   SetDatastore(RegistryText("", "", Channel("a", "A", "1")));
   SetCustomRegistry("<root><channels><channel id='b'");
   installed_.InitialInstalledChannels();
-  EXPECT_THAT(rows_.calls, ElementsAre(kTabBarCall, kChannelHeading,
+  EXPECT_THAT(rows_.calls, ElementsAre(kTabBarCall, kInstalledChannelHeading,
                                        "fillDiv installedchannels|A|1|About A|1|-"));
   EXPECT_THAT(log_.entries, IsEmpty());
 }
@@ -265,7 +263,7 @@ TEST_F(InstalledListing, CustomRegistryIsTheSameFileInEitherSpelling) {
   files_.AddFile("C:\\User\\CustomData\\CustomRegistry.xml",
                  RegistryText("", "", Channel("b", "B", "2")) + " ");
   installed_.InitialInstalledChannels();
-  EXPECT_THAT(rows_.calls, ElementsAre(kTabBarCall, kChannelHeading,
+  EXPECT_THAT(rows_.calls, ElementsAre(kTabBarCall, kInstalledChannelHeading,
                                        "fillDiv installedchannels|B|2|About B|1|-"));
 }
 
@@ -282,16 +280,17 @@ TEST_F(InstalledListing, IncompleteDatastoreChannelIsLoggedAndCustomChannelsFoll
   EXPECT_THAT(
       Channels(Channel("a", "A", "1") + "<channel id='b' name='B'/>" + Channel("c", "C", "3"),
                Channel("d", "D", "4")),
-      ElementsAre(kTabBarCall, kChannelHeading, "fillDiv installedchannels|A|1|About A|1|-",
+      ElementsAre(kTabBarCall, kInstalledChannelHeading,
+                  "fillDiv installedchannels|A|1|About A|1|-",
                   "fillDiv installedchannels|D|4|About D|2|-"));
   EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::AddChannelList", 91,
                                               "Object variable or With block variable not set")));
 }
 
 TEST_F(InstalledListing, IncompleteCustomChannelIsLoggedUnderItsOwnProcedure) {
-  EXPECT_THAT(
-      Channels("", Channel("a", "A", "1") + "<channel name='B' version='2'/>"),
-      ElementsAre(kTabBarCall, kChannelHeading, "fillDiv installedchannels|A|1|About A|1|-"));
+  EXPECT_THAT(Channels("", Channel("a", "A", "1") + "<channel name='B' version='2'/>"),
+              ElementsAre(kTabBarCall, kInstalledChannelHeading,
+                          "fillDiv installedchannels|A|1|About A|1|-"));
   EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::AddChannelListDirect", 91,
                                               "Object variable or With block variable not set")));
 }

@@ -1,5 +1,6 @@
 #include "catalog/installed_with_updates.h"
 #include "catalog_fixture.h"
+#include "installed_headings.h"
 #include "recording_row_writer.h"
 #include "recording_update_check.h"
 
@@ -8,9 +9,6 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-constexpr const char* kChannelHeading =
-    "FillDivHeader installedchannels|itabencloser|Currently Installed Channels";
 
 class ListingWithUpdates : public CatalogTest {
  protected:
@@ -158,7 +156,7 @@ TEST_F(ListingWithUpdates, ChannelsOfBothFilesAskEachSourceUnderOneHeading) {
   SetCustomRegistry(
       RegistryText("", "", Channel("news", "News", "2") + Channel("weather", "Weather", "3")));
   installed_.InstalledChannels();
-  EXPECT_THAT(rows_.calls, ElementsAre(kChannelHeading));
+  EXPECT_THAT(rows_.calls, ElementsAre(kInstalledChannelHeading));
   EXPECT_THAT(check_.calls,
               ElementsAre("AddInfo components.xml [presence] 1", "AddInfo news.xml [presence] 2",
                           "AddCustomInfo components.xml [news weather] 3 4",
@@ -172,8 +170,8 @@ TEST_F(ListingWithUpdates, CustomChannelThatNoSourceShowedIsListedAfterAll) {
   SetCustomRegistry(RegistryText("", "", Channel("news", "News", "2")));
   check_.notes_ids = false;
   installed_.InstalledChannels();
-  EXPECT_THAT(rows_.calls,
-              ElementsAre(kChannelHeading, "fillDiv installedchannels|News|2|About News|5|-"));
+  EXPECT_THAT(rows_.calls, ElementsAre(kInstalledChannelHeading,
+                                       "fillDiv installedchannels|News|2|About News|5|-"));
 }
 
 TEST_F(ListingWithUpdates, CustomChannelIsACoreOneOnlyWhenItsEntrySaysSo) {
@@ -184,9 +182,9 @@ TEST_F(ListingWithUpdates, CustomChannelIsACoreOneOnlyWhenItsEntrySaysSo) {
                                      "<channel id='sky' name='Sky' version='3'>"
                                      "<description>About Sky</description></channel>"));
   installed_.InstalledChannels();
-  EXPECT_THAT(rows_.calls,
-              ElementsAre(kChannelHeading, "fillDiv installedchannels|News|2|About News|1|core",
-                          "fillDiv installedchannels|Sky|3|About Sky|2|-"));
+  EXPECT_THAT(rows_.calls, ElementsAre(kInstalledChannelHeading,
+                                       "fillDiv installedchannels|News|2|About News|1|core",
+                                       "fillDiv installedchannels|Sky|3|About Sky|2|-"));
   EXPECT_THAT(log_.entries, IsEmpty());
 }
 
@@ -196,9 +194,9 @@ TEST_F(ListingWithUpdates, CustomChannelsAreListedWhenThereIsNoSource) {
   SetCustomRegistry(
       RegistryText("", "", Channel("news", "News", "2") + Channel("weather", "Weather", "3")));
   installed_.InstalledChannels();
-  EXPECT_THAT(rows_.calls,
-              ElementsAre(kChannelHeading, "fillDiv installedchannels|News|2|About News|1|-",
-                          "fillDiv installedchannels|Weather|3|About Weather|2|-"));
+  EXPECT_THAT(rows_.calls, ElementsAre(kInstalledChannelHeading,
+                                       "fillDiv installedchannels|News|2|About News|1|-",
+                                       "fillDiv installedchannels|Weather|3|About Weather|2|-"));
 }
 
 TEST_F(ListingWithUpdates, CustomChannelsFollowTheStatusLineOfAMissingContainer) {
@@ -226,8 +224,8 @@ TEST_F(ListingWithUpdates, IncompleteCustomChannelIsLoggedUnderItsOwnProcedure) 
   SetCustomRegistry(
       RegistryText("", "", Channel("news", "News", "2") + "<channel id='x' name='X'/>"));
   installed_.InstalledChannels();
-  EXPECT_THAT(rows_.calls,
-              ElementsAre(kChannelHeading, "fillDiv installedchannels|News|2|About News|1|-"));
+  EXPECT_THAT(rows_.calls, ElementsAre(kInstalledChannelHeading,
+                                       "fillDiv installedchannels|News|2|About News|1|-"));
   EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::ListCustomChannels", 91,
                                               "Object variable or With block variable not set")));
 }

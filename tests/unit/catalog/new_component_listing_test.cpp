@@ -13,11 +13,11 @@ constexpr const char* kBar =
     "AddImageTab imgtab1|<span class='styleclass' style='background:gray; width:100%; height:33px; "
     "position:relative; display:none;' id='tabencloser'><img src='ichannels.gif' "
     "id='channels'><img src='utrans.gif' id='trans'><img src='uaddons.gif' id='addons' ></span>";
-constexpr const char* kAddonHeading =
+constexpr const char* kNewAddonHeading =
     "FillDivHeader updatedaddons|tabencloser|New Addons Available:";
-constexpr const char* kTransportHeading =
+constexpr const char* kNewTransportHeading =
     "FillDivHeader updatedtransports|tabencloser|New Messaging Services Available:";
-constexpr const char* kChannelHeading =
+constexpr const char* kNewChannelHeading =
     "FillDivHeader updatedchannels|tabencloser|New Channels Available:";
 constexpr const char* kNoAddons =
     "FillEmptyDivHeader updatedaddons|<font style='font-family:verdana; font-size:11;  "
@@ -48,9 +48,9 @@ TEST_F(New, WithoutSourcesOnlyHeadingAndEmptyMarkupAreWrittenAndTheTabIsHidden) 
   new_.funcShowTransports();
   new_.funcShowChannels();
   EXPECT_THAT(rows_.calls,
-              ElementsAre(kBar, kAddonHeading, kNoAddons, "ShowTab tabencloser|addons|-",
-                          kTransportHeading, kNoTransports, "ShowTab tabencloser|trans|-",
-                          kChannelHeading, kNoChannels, "ShowTab tabencloser|channels|-"));
+              ElementsAre(kBar, kNewAddonHeading, kNoAddons, "ShowTab tabencloser|addons|-",
+                          kNewTransportHeading, kNoTransports, "ShowTab tabencloser|trans|-",
+                          kNewChannelHeading, kNoChannels, "ShowTab tabencloser|channels|-"));
   EXPECT_THAT(log_.entries, IsEmpty());
 }
 
@@ -61,12 +61,13 @@ TEST_F(New, EachKindListsItsOwnOffers) {
   new_.funcShowUpdates();
   new_.funcShowTransports();
   new_.funcShowChannels();
-  EXPECT_THAT(rows_.calls, ElementsAre(kBar, kAddonHeading, "showUpdates updatedaddons|A|1|New A|1",
-                                       "ShowTab tabencloser|addons|shown", kTransportHeading,
-                                       "showUpdates updatedtransports|T|2|New T|1",
-                                       "ShowTab tabencloser|trans|shown", kChannelHeading,
-                                       "showUpdates updatedchannels|C|3|New C|1",
-                                       "ShowTab tabencloser|channels|shown"));
+  EXPECT_THAT(
+      rows_.calls,
+      ElementsAre(kBar, kNewAddonHeading, "showUpdates updatedaddons|A|1|New A|1",
+                  "ShowTab tabencloser|addons|shown", kNewTransportHeading,
+                  "showUpdates updatedtransports|T|2|New T|1", "ShowTab tabencloser|trans|shown",
+                  kNewChannelHeading, "showUpdates updatedchannels|C|3|New C|1",
+                  "ShowTab tabencloser|channels|shown"));
   EXPECT_THAT(log_.entries, IsEmpty());
 }
 
@@ -100,10 +101,10 @@ TEST_F(New, HiddenTabIsShownAgainWhenThereIsAnOffer) {
   new_.funcShowChannels();
   SetManifest("a.xml", ManifestText("", "", Offer("channel", "c", "C", "3")));
   new_.funcShowChannels();
-  EXPECT_THAT(
-      rows_.calls,
-      ElementsAre(kChannelHeading, kNoChannels, "ShowTab tabencloser|channels|-", kChannelHeading,
-                  "showUpdates updatedchannels|C|3|New C|1", "ShowTab tabencloser|channels|shown"));
+  EXPECT_THAT(rows_.calls,
+              ElementsAre(kNewChannelHeading, kNoChannels, "ShowTab tabencloser|channels|-",
+                          kNewChannelHeading, "showUpdates updatedchannels|C|3|New C|1",
+                          "ShowTab tabencloser|channels|shown"));
 }
 
 TEST_F(New, InstalledIdsOfBothFilesAreNotNewInAnyLetterCase) {
@@ -117,8 +118,8 @@ TEST_F(New, InstalledIdsOfBothFilesAreNotNewInAnyLetterCase) {
   new_.funcShowUpdates();
   new_.funcShowChannels();
   EXPECT_THAT(rows_.calls,
-              ElementsAre(kBar, kAddonHeading, "showUpdates updatedaddons|Cards|9|New Cards|1",
-                          "ShowTab tabencloser|addons|shown", kChannelHeading, kNoChannels,
+              ElementsAre(kBar, kNewAddonHeading, "showUpdates updatedaddons|Cards|9|New Cards|1",
+                          "ShowTab tabencloser|addons|shown", kNewChannelHeading, kNoChannels,
                           "ShowTab tabencloser|channels|-"));
 }
 
@@ -132,7 +133,7 @@ TEST_F(New, OfferInOtherLettersCountsAsInstalledHereButNotInTheUpdateCheck) {
   new_.funcShowUpdates();
   EXPECT_THAT(rows_.calls,
               ElementsAre("FillDivHeader installedaddons|itabencloser|Currently Installed  Addons",
-                          "fillDiv installedaddons|Chat|N/A|About Chat|1|-", kBar, kAddonHeading,
+                          "fillDiv installedaddons|Chat|N/A|About Chat|1|-", kBar, kNewAddonHeading,
                           kNoAddons, "ShowTab tabencloser|addons|-"));
 }
 
@@ -150,7 +151,7 @@ TEST_F(New, InstalledIdIsTheFirstAttributeWhateverItsName) {
                                         Offer("channel", "other", "Other", "1")));
   new_.funcShowChannels();
   EXPECT_THAT(rows_.calls,
-              ElementsAre(kChannelHeading, "showUpdates updatedchannels|Other|1|New Other|1",
+              ElementsAre(kNewChannelHeading, "showUpdates updatedchannels|Other|1|New Other|1",
                           "ShowTab tabencloser|channels|shown"));
 }
 
@@ -169,9 +170,10 @@ TEST_F(New, OffersStandAtAnyDepthOfTheirContainer) {
                                     "<x>" + Offer("channel", "a", "A", "1") + "</x>" +
                                         Offer("channel", "b", "B", "1")));
   new_.funcShowChannels();
-  EXPECT_THAT(rows_.calls, ElementsAre(kChannelHeading, "showUpdates updatedchannels|A|1|New A|1",
-                                       "showUpdates updatedchannels|B|1|New B|2",
-                                       "ShowTab tabencloser|channels|shown"));
+  EXPECT_THAT(
+      rows_.calls,
+      ElementsAre(kNewChannelHeading, "showUpdates updatedchannels|A|1|New A|1",
+                  "showUpdates updatedchannels|B|1|New B|2", "ShowTab tabencloser|channels|shown"));
 }
 
 TEST_F(New, ComponentOfTwoSourcesHasARowForEachAndTheNumbersGoOn) {
@@ -181,10 +183,11 @@ TEST_F(New, ComponentOfTwoSourcesHasARowForEachAndTheNumbersGoOn) {
       "b.xml",
       ManifestText("", "", Offer("channel", "c", "C", "2") + Offer("channel", "c", "C", "3")));
   new_.funcShowChannels();
-  EXPECT_THAT(rows_.calls, ElementsAre(kChannelHeading, "showUpdates updatedchannels|C|1|New C|1",
-                                       "showUpdates updatedchannels|C|2|New C|2",
-                                       "showUpdates updatedchannels|C|3|New C|3",
-                                       "ShowTab tabencloser|channels|shown"));
+  EXPECT_THAT(
+      rows_.calls,
+      ElementsAre(kNewChannelHeading, "showUpdates updatedchannels|C|1|New C|1",
+                  "showUpdates updatedchannels|C|2|New C|2",
+                  "showUpdates updatedchannels|C|3|New C|3", "ShowTab tabencloser|channels|shown"));
 }
 
 TEST_F(New, MissingTextIsLoggedAndEndsTheRowsOfThatSource) {
@@ -195,9 +198,10 @@ TEST_F(New, MissingTextIsLoggedAndEndsTheRowsOfThatSource) {
                                         Offer("channel", "b", "B", "1")));
   SetManifest("b.xml", ManifestText("", "", Offer("channel", "c", "C", "1")));
   new_.funcShowChannels();
-  EXPECT_THAT(rows_.calls, ElementsAre(kChannelHeading, "showUpdates updatedchannels|A|1|New A|1",
-                                       "showUpdates updatedchannels|C|1|New C|2",
-                                       "ShowTab tabencloser|channels|shown"));
+  EXPECT_THAT(
+      rows_.calls,
+      ElementsAre(kNewChannelHeading, "showUpdates updatedchannels|A|1|New A|1",
+                  "showUpdates updatedchannels|C|1|New C|2", "ShowTab tabencloser|channels|shown"));
   EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::UpdatesInfo", 91, kNotSet)));
   EXPECT_THAT(found_.channel, testing::SizeIs(2));
 }
@@ -215,7 +219,7 @@ TEST_F(New, EveryTextOfAnOfferIsNeeded) {
     EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::UpdatesAddonInfo", 91, kNotSet))) << text;
     EXPECT_THAT(found_.addon, IsEmpty()) << text;
     EXPECT_THAT(rows_.calls,
-                ElementsAre(kBar, kAddonHeading, kNoAddons, "ShowTab tabencloser|addons|-"))
+                ElementsAre(kBar, kNewAddonHeading, kNoAddons, "ShowTab tabencloser|addons|-"))
         << text;
   }
 }
@@ -225,7 +229,7 @@ TEST_F(New, FailureOfATransportManifestHasItsOwnProcedure) {
   new_.funcShowTransports();
   EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::UpdatesTransportInfo", 91, kNotSet)));
   EXPECT_THAT(rows_.calls,
-              ElementsAre(kTransportHeading, kNoTransports, "ShowTab tabencloser|trans|-"));
+              ElementsAre(kNewTransportHeading, kNoTransports, "ShowTab tabencloser|trans|-"));
 }
 
 TEST_F(New, InstalledEntryWithoutAnyAttributeIsLoggedAndNothingIsWritten) {
@@ -248,8 +252,9 @@ TEST_P(UselessManifest, IsPassedOver) {
   SetManifest("a.xml", GetParam());
   SetManifest("b.xml", ManifestText("", "", Offer("channel", "c", "C", "1")));
   new_.funcShowChannels();
-  EXPECT_THAT(rows_.calls, ElementsAre(kChannelHeading, "showUpdates updatedchannels|C|1|New C|1",
-                                       "ShowTab tabencloser|channels|shown"));
+  EXPECT_THAT(rows_.calls,
+              ElementsAre(kNewChannelHeading, "showUpdates updatedchannels|C|1|New C|1",
+                          "ShowTab tabencloser|channels|shown"));
   EXPECT_THAT(log_.entries, IsEmpty());
 }
 

@@ -14,23 +14,23 @@ namespace {
 using contract::FailureNumber;
 using fakes::MemoryFiles;
 
-constexpr const char* kPath = "C:\\S\\a.xml";
+constexpr const char* kChanged = "C:\\S\\a.xml";
 
 class XmlChanges : public testing::Test {
  protected:
-  XmlChanges() { files_.AddFile(kPath, "<root><a/></root>"); }
+  XmlChanges() { files_.AddFile(kChanged, "<root><a/></root>"); }
 
   /// Appends an element to the file's root.
   int Append(const char* name) {
     return FailureNumber([&] {
-      ChangeXml(files_, kPath, [&](XmlDocument& document) {
+      ChangeXml(files_, kChanged, [&](XmlDocument& document) {
         ++calls_;
         document.child("root").append_child(name);
         return true;
       });
     });
   }
-  std::string File() const { return files_.Bytes(kPath).value_or("(none)"); }
+  std::string File() const { return files_.Bytes(kChanged).value_or("(none)"); }
 
   MemoryFiles files_;
   int calls_ = 0;
@@ -43,15 +43,15 @@ TEST_F(XmlChanges, AreSaved) {
 }
 
 TEST_F(XmlChanges, ThatChangeNothingAreNotSaved) {
-  files_.SetReadOnly(kPath);
-  ChangeXml(files_, kPath, [](XmlDocument& /*document*/) { return false; });
+  files_.SetReadOnly(kChanged);
+  ChangeXml(files_, kChanged, [](XmlDocument& /*document*/) { return false; });
   EXPECT_EQ(File(), "<root><a/></root>");
 }
 
 TEST_F(XmlChanges, KeepWhatAnotherProgramChangedInTheMeantime) {
   files_.before_replacing = [&] {
     if (calls_ < 3) {
-      files_.AddFile(kPath, "<root><theirs n='" + std::to_string(calls_) + "'/></root>");
+      files_.AddFile(kChanged, "<root><theirs n='" + std::to_string(calls_) + "'/></root>");
     }
   };
   EXPECT_EQ(Append("b"), 0);
@@ -61,7 +61,7 @@ TEST_F(XmlChanges, KeepWhatAnotherProgramChangedInTheMeantime) {
 
 TEST_F(XmlChanges, EndAfterTheThirdTimeWithTheOthersFile) {
   files_.before_replacing = [&] {
-    files_.AddFile(kPath, "<root><theirs n='" + std::to_string(calls_) + "'/></root>");
+    files_.AddFile(kChanged, "<root><theirs n='" + std::to_string(calls_) + "'/></root>");
   };
   EXPECT_EQ(Append("b"), 70);
   EXPECT_EQ(File(), "<root><theirs n='3'/></root>");
@@ -69,11 +69,11 @@ TEST_F(XmlChanges, EndAfterTheThirdTimeWithTheOthersFile) {
 }
 
 TEST_F(XmlChanges, WaitForWhoHoldsTheFileAndMakeTheChangeToWhatTheyLeft) {
-  files_.SetHeld(kPath, MemoryFiles::Hold::kWriting);
+  files_.SetHeld(kChanged, MemoryFiles::Hold::kWriting);
   files_.while_waiting = [&] {
     if (files_.waited() == 500) {
-      files_.AddFile(kPath, "<root><theirs/></root>");
-      files_.SetHeld(kPath, MemoryFiles::Hold::kNone);
+      files_.AddFile(kChanged, "<root><theirs/></root>");
+      files_.SetHeld(kChanged, MemoryFiles::Hold::kNone);
     }
   };
   EXPECT_EQ(Append("b"), 0);
@@ -82,14 +82,14 @@ TEST_F(XmlChanges, WaitForWhoHoldsTheFileAndMakeTheChangeToWhatTheyLeft) {
 }
 
 TEST_F(XmlChanges, WaitForASecondAndNoLonger) {
-  files_.SetInUse(kPath);
+  files_.SetInUse(kChanged);
   EXPECT_EQ(Append("b"), 70);
   EXPECT_EQ(files_.waited(), 1000U);
   EXPECT_EQ(calls_, 0);
 }
 
 TEST_F(XmlChanges, DoNotWaitWhereWritingIsForbidden) {
-  files_.SetReadOnly(kPath);
+  files_.SetReadOnly(kChanged);
   EXPECT_EQ(Append("b"), 70);
   EXPECT_EQ(files_.waited(), 0U);
 }
@@ -99,10 +99,10 @@ TEST_F(XmlChanges, AreTriedOnlyOnAFileThatLoads) {
     document.child("root").append_child("b");
     return true;
   };
-  EXPECT_TRUE(TryChangeXml(files_, kPath, change));
+  EXPECT_TRUE(TryChangeXml(files_, kChanged, change));
   EXPECT_FALSE(TryChangeXml(files_, "C:\\S\\missing.xml", change));
-  files_.FailWritesTo(kPath, base::RuntimeError::kDiskFull);
-  EXPECT_EQ(FailureNumber([&] { TryChangeXml(files_, kPath, change); }), 61);
+  files_.FailWritesTo(kChanged, base::RuntimeError::kDiskFull);
+  EXPECT_EQ(FailureNumber([&] { TryChangeXml(files_, kChanged, change); }), 61);
 }
 
 }  // namespace

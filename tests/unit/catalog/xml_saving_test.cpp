@@ -6,17 +6,17 @@
 namespace kitbay::catalog {
 namespace {
 
-constexpr const char* kPath = "C:\\Suite\\a.xml";
+constexpr const char* kSavedPath = "C:\\Suite\\a.xml";
 
 class XmlSaving : public CatalogTest {
  protected:
   /// The bytes of a file of these bytes when it was loaded and saved again.
   std::string SavedAgain(const std::string& bytes) {
-    files_.AddFile(kPath, bytes);
+    files_.AddFile(kSavedPath, bytes);
     XmlDocument document;
-    LoadXmlToChange(files_, kPath, document);
-    SaveXml(files_, kPath, document);
-    return files_.Bytes(kPath).value_or("(none)");
+    LoadXmlToChange(files_, kSavedPath, document);
+    SaveXml(files_, kSavedPath, document);
+    return files_.Bytes(kSavedPath).value_or("(none)");
   }
 };
 

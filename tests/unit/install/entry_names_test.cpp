@@ -48,15 +48,15 @@ TEST(EntryNames, TheNameOfAFolderMayEndInASeparator) {
   EXPECT_EQ(Refusal([] { EntryNames::DemandPlain("", true); }), "75 Path/File access error: ");
 }
 
-struct Hostile {
+struct HostileName {
   const char* what;
   std::string name;
   std::string logged = name;
 };
 
-void PrintTo(const Hostile& hostile, std::ostream* out) { *out << hostile.what; }
+void PrintTo(const HostileName& hostile, std::ostream* out) { *out << hostile.what; }
 
-class HostileNames : public testing::TestWithParam<Hostile> {};
+class HostileNames : public testing::TestWithParam<HostileName> {};
 
 TEST_P(HostileNames, AreRefusedByName) {
   EXPECT_EQ(JudgedAsFile(GetParam().name), "75 Path/File access error: " + GetParam().logged);
@@ -65,39 +65,41 @@ TEST_P(HostileNames, AreRefusedByName) {
 INSTANTIATE_TEST_SUITE_P(
     All, HostileNames,
     testing::Values(
-        Hostile{"parent", ".."}, Hostile{"parent first", "..\\a.txt"},
-        Hostile{"parent inside", "bin\\..\\..\\a.txt"}, Hostile{"parent last", "bin\\.."},
-        Hostile{"this folder", ".\\a.txt"}, Hostile{"drive", "C:\\Windows\\a.txt"},
-        Hostile{"drive without folder", "C:a.txt"}, Hostile{"rooted", "\\Windows\\a.txt"},
-        Hostile{"UNC", "\\\\server\\share\\a.txt"}, Hostile{"long path", "\\\\?\\C:\\a.txt"},
-        Hostile{"device path", "\\\\.\\C:\\a.txt"}, Hostile{"stream", "a.txt:stream"},
-        Hostile{"data stream", "bin\\a.txt::$DATA"}, Hostile{"device", "con"},
-        Hostile{"device with ending", "bin\\NUL.txt"}, Hostile{"device as folder", "aux\\a.txt"},
-        Hostile{"numbered device", "com1"}, Hostile{"raised digit", "lpt\xC2\xB9.txt"},
-        Hostile{"console", "CONIN$"}, Hostile{"line end", "a\r\nb.txt", "a??b.txt"},
-        Hostile{"tabulator", "a\tb", "a?b"}, Hostile{"escape", "\x1B[2J", "?[2J"},
-        Hostile{"full stop last", "a.txt."}, Hostile{"folder with full stop", "bin.\\a.txt"},
-        Hostile{"blank last", "a.txt "}, Hostile{"folder with blank", "bin \\a.txt"},
-        Hostile{"three dots", "...\\a.txt"}, Hostile{"empty part", "bin\\\\a.txt"},
-        Hostile{"empty name", ""}, Hostile{"pattern", "*.dll"}, Hostile{"question mark", "a?.txt"},
-        Hostile{"quote", "a\".txt"}, Hostile{"pipe", "a|b"}, Hostile{"angle", "<a>"},
-        Hostile{"slash", "bin/a.txt"}));
+        HostileName{"parent", ".."}, HostileName{"parent first", "..\\a.txt"},
+        HostileName{"parent inside", "bin\\..\\..\\a.txt"}, HostileName{"parent last", "bin\\.."},
+        HostileName{"this folder", ".\\a.txt"}, HostileName{"drive", "C:\\Windows\\a.txt"},
+        HostileName{"drive without folder", "C:a.txt"}, HostileName{"rooted", "\\Windows\\a.txt"},
+        HostileName{"UNC", "\\\\server\\share\\a.txt"},
+        HostileName{"long path", "\\\\?\\C:\\a.txt"},
+        HostileName{"device path", "\\\\.\\C:\\a.txt"}, HostileName{"stream", "a.txt:stream"},
+        HostileName{"data stream", "bin\\a.txt::$DATA"}, HostileName{"device", "con"},
+        HostileName{"device with ending", "bin\\NUL.txt"},
+        HostileName{"device as folder", "aux\\a.txt"}, HostileName{"numbered device", "com1"},
+        HostileName{"raised digit", "lpt\xC2\xB9.txt"}, HostileName{"console", "CONIN$"},
+        HostileName{"line end", "a\r\nb.txt", "a??b.txt"}, HostileName{"tabulator", "a\tb", "a?b"},
+        HostileName{"escape", "\x1B[2J", "?[2J"}, HostileName{"full stop last", "a.txt."},
+        HostileName{"folder with full stop", "bin.\\a.txt"}, HostileName{"blank last", "a.txt "},
+        HostileName{"folder with blank", "bin \\a.txt"}, HostileName{"three dots", "...\\a.txt"},
+        HostileName{"empty part", "bin\\\\a.txt"}, HostileName{"empty name", ""},
+        HostileName{"pattern", "*.dll"}, HostileName{"question mark", "a?.txt"},
+        HostileName{"quote", "a\".txt"}, HostileName{"pipe", "a|b"}, HostileName{"angle", "<a>"},
+        HostileName{"slash", "bin/a.txt"}));
 
 INSTANTIATE_TEST_SUITE_P(NotUtf8, HostileNames,
-                         testing::Values(Hostile{"code page letter",
-                                                 "Gr\xF6\xDF"
-                                                 "e.txt",
-                                                 "Gr??e.txt"},
-                                         Hostile{"long spelling of a full stop",
-                                                 "\xC0\xAE\xC0\xAE\\a", "????\\a"},
-                                         Hostile{"long spelling of a slash",
-                                                 "..\xE0\x80\xAF"
-                                                 "a",
-                                                 "..???a"},
-                                         Hostile{"surrogate", "\xED\xA0\x80", "???"},
-                                         Hostile{"past the end", "\xF4\x90\x80\x80", "????"},
-                                         Hostile{"cut short", "a\xE8\xA8", "a??"},
-                                         Hostile{"trail byte alone", "a\x80", "a?"}));
+                         testing::Values(HostileName{"code page letter",
+                                                     "Gr\xF6\xDF"
+                                                     "e.txt",
+                                                     "Gr??e.txt"},
+                                         HostileName{"long spelling of a full stop",
+                                                     "\xC0\xAE\xC0\xAE\\a", "????\\a"},
+                                         HostileName{"long spelling of a slash",
+                                                     "..\xE0\x80\xAF"
+                                                     "a",
+                                                     "..???a"},
+                                         HostileName{"surrogate", "\xED\xA0\x80", "???"},
+                                         HostileName{"past the end", "\xF4\x90\x80\x80", "????"},
+                                         HostileName{"cut short", "a\xE8\xA8", "a??"},
+                                         HostileName{"trail byte alone", "a\x80", "a?"}));
 
 TEST(EntryNames, AZeroByteIsRefused) {
   EXPECT_EQ(JudgedAsFile("a\0b"s), "75 Path/File access error: a?b");

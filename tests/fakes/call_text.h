@@ -1,0 +1,10 @@
+#pragma once
+
+#include <string>
+
+namespace kitbay::fakes {
+
+/// A text as an argument in the record of a call.
+inline std::string Bracketed(const std::string& text) { return " [" + text + "]"; }
+
+}  // namespace kitbay::fakes
