@@ -47,18 +47,29 @@ print_steps() {
 }
 
 # build_preset PRESET TARGET...: configures once and when the presets change; all other changes are
-# noticed by the build itself.
+# noticed by the build itself. With with_tests=false a build folder that is new gets no tests; they
+# join it once they are wanted.
+with_tests=true
 build_preset() {
-  local preset=$1
+  local preset=$1 cache=build/$1/CMakeCache.txt options=()
   shift
-  if [ ! "build/$preset/build.ninja" -nt CMakePresets.json ]; then
-    step "$preset: configure" cmake --preset "$preset" || return
+  if $with_tests; then
+    ! grep -qs '^KITBAY_TESTS:BOOL=OFF' "$cache" || options=(-DKITBAY_TESTS=ON)
+  elif [ ! -f "$cache" ]; then
+    options=(-DKITBAY_TESTS=OFF)
+  fi
+  if [ ! "build/$preset/build.ninja" -nt CMakePresets.json ] || [ ${#options[@]} -gt 0 ]; then
+    step "$preset: configure" cmake --preset "$preset" "${options[@]}" || return
   fi
   step "$preset: build" cmake --build --preset "$preset" -j "$(nproc)" --target "$@" \
     -- -k 0
 }
 
-# build_windows TRIPLET PRESET
+# build_windows TRIPLET PRESET TARGET...
 build_windows() {
-  step "$2: libraries" tools/build_windows_dependencies "$1" && build_preset "$2" all
+  local triplet=$1 preset=$2 options=()
+  shift 2
+  $with_tests || options=(--without-tests)
+  step "$preset: libraries" tools/build_windows_dependencies "$triplet" "${options[@]}" &&
+    build_preset "$preset" "$@"
 }

@@ -1,0 +1,50 @@
+# Sourced by ./test, with $root set to the top of the tree: which groups of tests run, and which were
+# green before and are kept, since nothing that they depend on has changed. Each group has a folder
+# below $results:
+#   expected   the reports that it has to leave in its folder, one a line
+#   code       the exit code of its runner where that failed
+#   key        what it depends on, as one sum
+#   green      the day of its last run without a failure or a skip, entered by tools/tally
+#   kept       there where that run stands for this one
+# $results/groups has the groups of this run, one a line.
+
+# tree_key EXCLUDED...: a sum of all files of the tree but documents and what is below these folders.
+tree_key() {
+  local folder excluded=(':!docs' ':!*.md' ':!LICENSE')
+  for folder in "$@"; do excluded+=(":!$folder"); done
+  git ls-files -z --cached --others --exclude-standard -- . "${excluded[@]}" |
+    LC_ALL=C sort -zu | xargs -0 sha256sum 2>/dev/null | sha256sum
+}
+
+# machine_key: the versions of what the tests run on, and the settings that they read.
+machine_key() {
+  dpkg-query -W -f '${Package} ${Version} ${Architecture}\n'
+  node --version 2>/dev/null
+  cat "$root/build/deps/wine32/.stamp" 2>/dev/null
+  env | grep '^KITBAY_' | LC_ALL=C sort
+}
+
+# programs_key FOLDER...: size and time of everything below that runs.
+programs_key() {
+  find "$@" -type f \( -perm -u+x -o -name '*.dll' -o -name '*.zip' \) -printf '%p %s %T@\n' 2>/dev/null |
+    LC_ALL=C sort
+}
+
+# begin_group GROUP KEY REPORT...: makes the group's folder ready for these reports; fails where the
+# last run's stand for this one.
+begin_group() {
+  local group=$1 folder=$results/$1 key
+  key=$(sha256sum <<<"$2")
+  shift 2
+  echo "$group" >>"$results/groups"
+  if ! $again && [ -f "$folder/green" ] && [ "$(cat "$folder/key")" = "$key" ] &&
+    [ "$(cat "$folder/expected")" = "$(printf '%s\n' "$@")" ]; then
+    touch "$folder/kept"
+    say "$group: unchanged since $(cat "$folder/green"), not run again"
+    return 1
+  fi
+  rm -rf "$folder"
+  mkdir -p "$folder"
+  echo "$key" >"$folder/key"
+  printf '%s\n' "$@" >"$folder/expected"
+}
