@@ -43,7 +43,7 @@ print_steps() {
   awk -F '\t' -v seconds="$1" '
     BEGIN { row = "%-40s %8s %14s\n"; printf row, "step", "seconds", "processor" }
     { printf row, $1, $2, $3; cpu += $3 }
-    END { printf row, "in all", seconds, cpu }' "$steps"
+    END { printf row, "in all", seconds, cpu + 0 }' "$steps"
 }
 
 # build_preset PRESET TARGET...: configures once and when the presets change; all other changes are
