@@ -91,6 +91,16 @@ bool BrowserEvents::BeforeNavigate(const std::wstring& url) {
   return is_cancelled != VARIANT_FALSE;
 }
 
+bool BrowserEvents::FileDownload(bool is_document) {
+  VARIANT document;
+  VariantInit(&document);
+  document.vt = VT_BOOL;
+  document.boolVal = is_document ? VARIANT_TRUE : VARIANT_FALSE;
+  VARIANT_BOOL is_cancelled = VARIANT_FALSE;
+  point_.Fire(DISPID_FILEDOWNLOAD, {document, Reference(is_cancelled)});
+  return is_cancelled != VARIANT_FALSE;
+}
+
 void BrowserEvents::NavigateComplete(const std::wstring& url) {
   FireWithUrl(DISPID_NAVIGATECOMPLETE2, url);
 }
@@ -99,13 +109,14 @@ void BrowserEvents::DocumentComplete(const std::wstring& url) {
   FireWithUrl(DISPID_DOCUMENTCOMPLETE, url);
 }
 
-void BrowserEvents::NavigateError(const std::wstring& url, int status) {
+bool BrowserEvents::NavigateError(const std::wstring& url, int status) {
   Text target(Told(url));
   Text frame(L"");
   VARIANT code = Long(status);
   VARIANT_BOOL is_cancelled = VARIANT_FALSE;
   point_.Fire(DISPID_NAVIGATEERROR, {Object(browser_), target.Reference(), frame.Reference(),
                                      Reference(code), Reference(is_cancelled)});
+  return is_cancelled != VARIANT_FALSE;
 }
 
 void BrowserEvents::NewWindow(const std::wstring& url, const std::wstring& from_url) {

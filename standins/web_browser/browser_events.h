@@ -16,9 +16,15 @@ class BrowserEvents {
 
   /** Whether a sink cancels the navigation. */
   bool BeforeNavigate(const std::wstring& url);
+
+  /** Announces what is about to be loaded, a document or a file to keep; whether the host cancels.
+   */
+  bool FileDownload(bool is_document);
+
   void NavigateComplete(const std::wstring& url);
   void DocumentComplete(const std::wstring& url);
-  void NavigateError(const std::wstring& url, int status);
+  /** Whether a sink keeps the error page away. */
+  bool NavigateError(const std::wstring& url, int status);
   void NewWindow(const std::wstring& url, const std::wstring& from_url);
 
  private:

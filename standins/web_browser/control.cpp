@@ -26,10 +26,7 @@ void Control::HandleNotice(const Json& notice) {
   } else if (kind == L"whereabouts") {
     TellWhereabouts();
   } else if (kind == L"beforeNavigate") {
-    ready_state_ = READYSTATE_LOADING;
-    const bool is_cancelled = events_.BeforeNavigate(notice.At("url").Text());
-    link_.Tell({{"op", "decide"}, {"n", notice.At("n")}, {"cancel", is_cancelled}});
-    if (is_cancelled) ready_state_ = READYSTATE_COMPLETE;
+    HandleNavigation(notice);
   } else if (kind == L"navigated") {
     location_ = notice.At("url").Text();
     ready_state_ = READYSTATE_INTERACTIVE;
@@ -39,15 +36,44 @@ void Control::HandleNotice(const Json& notice) {
     events_.DocumentComplete(notice.At("url").Text());
   } else if (kind == L"failed") {
     ready_state_ = READYSTATE_COMPLETE;
-    events_.NavigateError(notice.At("url").Text(), notice.At("status").Integer());
+    const Json& url = notice.At("url");
+    if (!events_.NavigateError(url.Text(), notice.At("status").Integer())) {
+      link_.Tell({{"op", "errorPage"}, {"url", url}});
+    }
   }
+}
+
+void Control::HandleNavigation(const Json& notice) {
+  ready_state_ = READYSTATE_LOADING;
+  const bool is_document = notice.At("document").Boolean();
+  // Each answer counts, also where the other one has cancelled already.
+  const bool is_left = events_.BeforeNavigate(notice.At("url").Text());
+  const bool is_cancelled = is_left || events_.FileDownload(is_document) || !is_document;
+  link_.Tell({{"op", "decide"}, {"n", notice.At("n")}, {"cancel", is_cancelled}});
+  if (is_cancelled) ready_state_ = READYSTATE_COMPLETE;
 }
 
 void Control::HandlePageEvent(const Json& notice) {
   const bool is_cancelled = session_->FireDocumentEvent(
       notice.At("g").Integer(), notice.At("n").Integer(), notice.At("type").Text());
+  const Json* menu = notice.Find("menu");
+  if (menu && !is_cancelled) ShowMenu(*menu);
   const Json* follow = notice.Find("follow");
   if (follow && !is_cancelled) Follow(follow->At("url").Text(), follow->At("target").Text());
+}
+
+void Control::ShowMenu(const Json& menu) {
+  if (!window_) return;
+  POINT place = {menu.At("x").Integer(), menu.At("y").Integer()};
+  ClientToScreen(window_->handle(), &place);
+  if (site_.ReplacesMenu(menu.At("kind").Integer(), place)) return;
+  constexpr UINT_PTR kRefresh = 1;
+  const HMENU own = CreatePopupMenu();
+  AppendMenuW(own, MF_STRING, kRefresh, L"&Refresh");
+  const BOOL chosen =
+      TrackPopupMenu(own, TPM_RETURNCMD, place.x, place.y, 0, window_->handle(), nullptr);
+  DestroyMenu(own);
+  if (chosen == static_cast<BOOL>(kRefresh)) NavigateTo(location_);
 }
 
 void Control::Follow(const std::wstring& url, const std::wstring& target) {
@@ -56,7 +82,7 @@ void Control::Follow(const std::wstring& url, const std::wstring& target) {
   if (is_here) {
     NavigateTo(url);
   } else {
-    events_.NewWindow(url, location_);
+    if (site_.AllowsWindow(url, location_)) events_.NewWindow(url, location_);
   }
 }
 

@@ -132,7 +132,9 @@ class Control final
   ~Control() override;
 
   void HandleNotice(const Json& notice);
+  void HandleNavigation(const Json& notice);
   void HandlePageEvent(const Json& notice);
+  void ShowMenu(const Json& menu);
   void Follow(const std::wstring& url, const std::wstring& target);
   void ShowPicture(const Json& notice);
   void TellWhereabouts();

@@ -181,6 +181,8 @@ STDMETHODIMP Control::TranslateAccelerator(LPMSG message) {
     return S_FALSE;
   }
   return Guarded([&]() -> HRESULT {
+    if (site_.HoldsBack(*message)) return S_OK;
+    if (message->wParam == VK_F5) return NavigateTo(location_);
     if (message->wParam == VK_TAB && link_.IsConnected()) {
       const bool is_back = GetKeyState(VK_SHIFT) < 0;
       const bool leaves = link_.Call({{"op", "leavesByTab"}, {"back", is_back}}).At("v").Boolean();

@@ -2,7 +2,10 @@
 
 #include <cguid.h>
 #include <mshtmdid.h>
+#include <mshtmhst.h>
 #include <ocidl.h>
+#include <servprov.h>
+#include <shlobj.h>
 
 namespace kitbay::web_browser {
 
@@ -28,6 +31,28 @@ bool HostSite::TakesKey(MSG& message) const {
                           (GetKeyState(VK_CONTROL) < 0 ? 2u : 0u) |
                           (GetKeyState(VK_MENU) < 0 ? 4u : 0u);
   return site && site->TranslateAccelerator(&message, modifiers) == S_OK;
+}
+
+bool HostSite::ReplacesMenu(int kind, POINT place) const {
+  const ComPtr<IDocHostUIHandler> handler = As<IDocHostUIHandler>(IID_IDocHostUIHandler);
+  return handler &&
+         handler->ShowContextMenu(static_cast<DWORD>(kind), &place, nullptr, nullptr) == S_OK;
+}
+
+bool HostSite::HoldsBack(MSG& message) const {
+  const ComPtr<IDocHostUIHandler> handler = As<IDocHostUIHandler>(IID_IDocHostUIHandler);
+  return handler && handler->TranslateAccelerator(&message, nullptr, 0) == S_OK;
+}
+
+bool HostSite::AllowsWindow(const std::wstring& url, const std::wstring& from_url) const {
+  const ComPtr<IServiceProvider> services = As<IServiceProvider>(IID_IServiceProvider);
+  ComPtr<INewWindowManager> windows;
+  if (!services || FAILED(services->QueryService(__uuidof(INewWindowManager),
+                                                 IID_PPV_ARGS(windows.GetAddressOf())))) {
+    return true;
+  }
+  return SUCCEEDED(
+      windows->EvaluateNewWindow(url.c_str(), L"", from_url.c_str(), L"", FALSE, 0, 0));
 }
 
 void HostSite::FocusChanged(bool has_focus) const {

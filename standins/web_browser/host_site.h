@@ -4,6 +4,7 @@
 #include <wrl/client.h>
 
 #include <optional>
+#include <string>
 
 namespace kitbay::web_browser {
 
@@ -20,6 +21,15 @@ class HostSite {
   bool TakesKey(MSG& message) const;
 
   void FocusChanged(bool has_focus) const;
+
+  /** Offers the host a menu of that CONTEXT_MENU_ kind; whether it keeps the control's own away. */
+  bool ReplacesMenu(int kind, POINT place) const;
+
+  /** Whether the host keeps a key from the page and from the control itself. */
+  bool HoldsBack(MSG& message) const;
+
+  /** Whether a page may open a window, as far as the host's window manager says. */
+  bool AllowsWindow(const std::wstring& url, const std::wstring& from_url) const;
 
  private:
   template <typename Interface>

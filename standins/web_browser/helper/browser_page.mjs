@@ -1,18 +1,21 @@
 import { EventEmitter } from 'node:events';
 import { contentSecurityPolicy, kDefaultFlags, mayRefresh, refusal, scriptsRun } from './download_control.mjs';
 import { DevToolsError } from './devtools_pipe.mjs';
-import { contentTypeOf, toUrl, toWindowsPath } from './local_files.mjs';
+import { contentTypeOf, isDocument, toUrl, toWindowsPath } from './local_files.mjs';
 import { quirksSheet } from './quirks_sheet.mjs';
 import { kBindingName, kWorldName, pageScript } from './page_script.mjs';
 
 const kDisconnected = JSON.stringify({ e: 0x80010108, d: 'The document is gone' });
 const kLoadLimitMs = 120000;
 const kFileMissing = 404;
+const kErrorPage = '<html><head><title>Cannot be displayed</title></head>' +
+  '<body id="error">This page cannot be displayed.</body></html>';
 const kQuirksMode = 5;
 
 /**
  * The one page of the browser. Emits
- *   'beforeNavigate' {n, url}: whoever listens answers with decide(n, cancel);
+ *   'beforeNavigate' {n, url, document}: whoever listens answers with decide(n, cancel); `document` is
+ *     false for a file that no page can show;
  *   'navigated' {url}, 'complete' {url}, 'failed' {url, status};
  *   'document' when a new document can be called;
  *   'report' (text) for what the page side tells the host.
@@ -28,6 +31,7 @@ export class BrowserPage extends EventEmitter {
   #questions = new Map();
   #lastQuestion = 0;
   #approved;
+  #failedUrl;
   #loadLimit;
 
   /** Every URL that was asked for, with the reason of its refusal where there was one. */
@@ -94,6 +98,13 @@ export class BrowserPage extends EventEmitter {
     if (result.errorText) clearTimeout(this.#loadLimit);
   }
 
+  /** Loads the error page of a navigation that has failed, under the URL that could not be had. */
+  async showError(url) {
+    this.#approved = url;
+    this.#failedUrl = url;
+    await this.send('Page.navigate', { url });
+  }
+
   /** The host's answer to a 'beforeNavigate'. */
   decide(number, cancel) {
     this.#questions.get(number)?.(cancel);
@@ -128,7 +139,7 @@ export class BrowserPage extends EventEmitter {
     return new Promise((resolve) => {
       const n = ++this.#lastQuestion;
       this.#questions.set(n, resolve);
-      this.emit('beforeNavigate', { n, url });
+      this.emit('beforeNavigate', { n, url, document: isDocument(url) });
     });
   }
 
@@ -171,6 +182,11 @@ export class BrowserPage extends EventEmitter {
   async #answerPage(requestId, url) {
     const isApproved = url.split('#')[0] === this.#approved?.split('#')[0];
     this.#approved = undefined;
+    if (isApproved && url === this.#failedUrl) {
+      this.#failedUrl = undefined;
+      await this.#send(requestId, 'text/html', Buffer.from(kErrorPage));
+      return;
+    }
     if (!isApproved && !scriptsRun(this.#flags) && !mayRefresh(this.#flags)) {
       await this.#refuse(requestId, url, 'refreshes are off');
       return;
@@ -205,16 +221,20 @@ export class BrowserPage extends EventEmitter {
       content = Buffer.from(quirksSheet(content.toString('utf8')));
     }
     this.requests.push({ url, refused: false });
-    await this.send('Fetch.fulfillRequest', {
+    await this.#send(requestId, contentTypeOf(file), content);
+    return true;
+  }
+
+  #send(requestId, contentType, content) {
+    return this.send('Fetch.fulfillRequest', {
       requestId,
       responseCode: 200,
       responseHeaders: [
-        { name: 'Content-Type', value: contentTypeOf(file) },
+        { name: 'Content-Type', value: contentType },
         { name: 'Content-Security-Policy', value: contentSecurityPolicy(this.#flags) },
       ],
       body: content.toString('base64'),
     });
-    return true;
   }
 
   /** A refused page leaves the present one as it is. */

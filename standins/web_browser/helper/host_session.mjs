@@ -76,6 +76,7 @@ export class HostSession extends EventEmitter {
       case 'document': return this.#reply(message.i, { v: { h: 1 }, g: this.#page.generation });
       case 'navigate': return this.#navigate(message);
       case 'leavesByTab': return this.#leavesByTab(message);
+      case 'errorPage': return this.#page.showError(message.url).catch(() => {});
       case 'decide': return this.#page.decide(message.n, message.cancel);
       case 'size': return this.#frames.resize(message.w, message.h).catch(() => {});
       case 'mouse': return this.#input.mouse(message);

@@ -13,6 +13,12 @@ export function contentTypeOf(file) {
   return kContentTypes[path.extname(file).toLowerCase()] ?? 'application/octet-stream';
 }
 
+/** Whether a URL names what a page can show, as its file name tells. */
+export function isDocument(url) {
+  const file = toWindowsPath(url);
+  return file === undefined || path.extname(file) === '' || contentTypeOf(file) !== 'application/octet-stream';
+}
+
 /** "C:\a b\c.html" as "file:///C:/a%20b/c.html"; any other text unchanged. */
 export function toUrl(target) {
   if (!/^[a-z]:[\\/]/i.test(target)) return target;

@@ -65,10 +65,12 @@ TEST_F(Page, NavigationIsToldInItsOrderWithThePath) {
   std::vector<DISPID> ids;
   for (const EventSink::Heard& event : sink->heard()) {
     ids.push_back(event.id);
-    EXPECT_THAT(event.url, EndsWith(L"\\page.html"));
+    if (event.id != DISPID_FILEDOWNLOAD) {
+      EXPECT_THAT(event.url, EndsWith(L"\\page.html"));
+    }
   }
-  EXPECT_THAT(
-      ids, ElementsAre(DISPID_BEFORENAVIGATE2, DISPID_NAVIGATECOMPLETE2, DISPID_DOCUMENTCOMPLETE));
+  EXPECT_THAT(ids, ElementsAre(DISPID_BEFORENAVIGATE2, DISPID_FILEDOWNLOAD,
+                               DISPID_NAVIGATECOMPLETE2, DISPID_DOCUMENTCOMPLETE));
   BSTR url = nullptr;
   ASSERT_EQ(host_->browser()->get_LocationURL(&url), S_OK);
   EXPECT_THAT(std::wstring(url), EndsWith(L"/page.html"));
@@ -253,6 +255,43 @@ TEST_F(Page, LinkIsFollowedUnlessItsClickOrItsNavigationIsCancelled) {
   host_->Click(ById(document.Get(), L"link").Get());
   TestHost::Until([&] { return sink->HasHeard(DISPID_DOCUMENTCOMPLETE); });
   EXPECT_NE(ById(host_->Document().Get(), L"next"), nullptr);
+}
+
+TEST_F(Page, NavigationThatFailsShowsAnErrorPage) {
+  host_->Load(kList);
+  const Listening sink(host_->browser(), DIID_DWebBrowserEvents2);
+  const Value missing(L"C:\\missing.html");
+  host_->browser()->Navigate(missing.get().bstrVal, nullptr, nullptr, nullptr, nullptr);
+  TestHost::Until([&] { return sink->HasHeard(DISPID_DOCUMENTCOMPLETE); });
+  EXPECT_TRUE(sink->HasHeard(DISPID_NAVIGATEERROR));
+  EXPECT_NE(ById(host_->Document().Get(), L"error"), nullptr);
+}
+
+TEST_F(Page, FileThatNoPageCanShowIsOfferedAsADownload) {
+  host_->Write(L"package.zip", "PK");
+  host_->Load("<body style='margin:0'><a id=link href='package.zip'>get</a>");
+  std::vector<VARIANT_BOOL> announced;
+  const Listening sink(host_->browser(), DIID_DWebBrowserEvents2,
+                       [&](DISPID id, DISPPARAMS* parameters) {
+                         if (id == DISPID_FILEDOWNLOAD) {
+                           announced.push_back(parameters->rgvarg[1].boolVal);
+                         }
+                         return true;
+                       });
+  host_->Click(ById(host_->Document().Get(), L"link").Get());
+  TestHost::Until([&] { return sink->HasHeard(DISPID_FILEDOWNLOAD); });
+  host_->Load(kList);
+  EXPECT_EQ(announced, (std::vector<VARIANT_BOOL>{VARIANT_FALSE, VARIANT_TRUE}));
+}
+
+TEST_F(Page, HostThatHoldsNoKeyBackHasThePageRefreshed) {
+  host_->Load(kList);
+  const Listening sink(host_->browser(), DIID_DWebBrowserEvents2);
+  ComPtr<IOleInPlaceActiveObject> active;
+  ASSERT_EQ(host_->browser()->QueryInterface(IID_PPV_ARGS(active.GetAddressOf())), S_OK);
+  MSG refresh = {host_->control_window(), WM_KEYDOWN, VK_F5, 0, 0, {}};
+  EXPECT_EQ(active->TranslateAccelerator(&refresh), S_OK);
+  EXPECT_NO_THROW(TestHost::Until([&] { return sink->HasHeard(DISPID_DOCUMENTCOMPLETE); }));
 }
 
 TEST_F(Page, MarkupRunsNothingAndOpensNoFrame) {

@@ -57,12 +57,25 @@ class PageEvents {
       return;  // Pressed on one element and released on another: the engine names their ancestor.
     }
     const follow = event.type === 'click' ? this.followLink_(event) : undefined;
-    this.report_(new EventSnapshot(event), follow);
+    const menu = event.type === 'contextmenu' ? this.menuOf_(event) : undefined;
+    if (menu) event.preventDefault();
+    this.report_(new EventSnapshot(event), { follow, menu });
   }
 
-  report_(snapshot, follow) {
+  report_(snapshot, what) {
     this.snapshots_.set(++this.last_, snapshot);
-    tellHost(JSON.stringify({ t: 'event', n: this.last_, type: snapshot.type, follow }));
+    tellHost(JSON.stringify({ t: 'event', n: this.last_, type: snapshot.type, ...what }));
+  }
+
+  /** The menu that belongs to what was clicked, by its CONTEXT_MENU_ number, and its place. */
+  menuOf_({ target, clientX, clientY }) {
+    const isField = target.matches('textarea, input:not([type=button], [type=submit], [type=reset])');
+    let kind = 0;
+    if (target.tagName === 'IMG') kind = 1;
+    else if (isField) kind = 2;
+    else if (target.closest('a[href]')) kind = 5;
+    else if (!getSelection().isCollapsed) kind = 4;
+    return { kind, x: Math.round(clientX), y: Math.round(clientY) };
   }
 
   /** The host may cancel a click, so a link is followed only when it has answered. */
@@ -78,7 +91,7 @@ class PageEvents {
     const form = event.target;
     const url = new URL(form.action, document.baseURI);
     url.search = new URLSearchParams(new FormData(form)).toString();
-    this.report_(new EventSnapshot(event), { url: url.href, target: form.target });
+    this.report_(new EventSnapshot(event), { follow: { url: url.href, target: form.target } });
   }
 }
 

@@ -134,6 +134,24 @@ test('a page that is not there fails and leaves the present one', async () => {
   assert.equal(await browser.page.evaluate('document.getElementById("other") !== null'), true);
 });
 
+test('the error page of a failed navigation stands under the URL that could not be had', async () => {
+  await browser.load('other.html');
+  const complete = once(browser.page, 'complete');
+  await browser.page.showError('file:///C:/missing.html');
+  assert.deepEqual(await complete, [{ url: 'file:///C:/missing.html' }]);
+  assert.equal(await browser.page.evaluate('document.body.innerText'), 'This page cannot be displayed.');
+});
+
+test('a navigation says whether it leads to a document', async () => {
+  const asked = [];
+  const listen = ({ url, document }) => asked.push([url.split('/').pop(), document]);
+  browser.page.on('beforeNavigate', listen);
+  browser.cancels = () => true;
+  for (const name of ['other.html', 'package.zip']) await browser.page.navigate(`C:\\${name}`, kMarkupOnly);
+  browser.page.off('beforeNavigate', listen);
+  assert.deepEqual(asked, [['other.html', true], ['package.zip', false]]);
+});
+
 test('an empty page can be loaded', async () => {
   const complete = once(browser.page, 'complete');
   browser.page.navigate('about:blank', kMarkupOnly);
