@@ -1,9 +1,12 @@
 #include "app/main_form.h"
 
+#include <utility>
+
 #include "base/failure.h"
 #include "base/guarded.h"
 #include "install/registry.h"
 #include "update/progress_display.h"
+#include "view/page_ids.h"
 
 namespace kitbay::app {
 namespace {
@@ -11,6 +14,14 @@ namespace {
 using base::guarded;
 
 constexpr int kEscape = 27;
+constexpr int kDocumentMode = 5;
+constexpr const char* kPageLoaded = " Kitbay::WebBrowser1_DocumentComplete";
+constexpr const char* kNoSuiteObjects =
+    "Nothing can be listed: an object of the suite is missing or does not start. The error log "
+    "tells "
+    "which.";
+constexpr const char* kNoDatastore =
+    "What is installed cannot be read from the suite's datastore. The error log tells why.";
 constexpr const char* kPageFile = "\\AddonUpdates.html";
 
 }  // namespace
@@ -122,28 +133,59 @@ void MainForm::lblHelp_MouseMove() {
 }
 
 void MainForm::WebBrowser1_DocumentComplete() {
-  constexpr const char* kName = " Kitbay::WebBrowser1_DocumentComplete";
-  platform::SuiteObjects& suite = parts_.suite_objects;
-  const bool connected =
-      guarded(parts_.log, kName, [&] { ConnectPage(); }) &&
-      guarded(parts_.log, "Kitbay::XMLRPCTRANSPORT.xTransport create object failed",
-              [&] {
-                transport_ = suite.CreateTransportObject("XMLRPCTRANSPORT.xTransport");
-                transport_->SetUp(parts_.exchange.transfer_events);
-              }) &&
-      guarded(parts_.log, "Kitbay::OvGlobals.URLDownLoadProgID create object failed", [&] {
-        parts_.exchange.requests.SetDownloadObject(nullptr);
-        download_ = suite.CreateTransportObject("URLDownloadLib.URLDownload");
-        download_->SetUp(parts_.exchange.transfer_events);
-        parts_.exchange.requests.SetDownloadObject(download_.get());
-      });
-  if (connected) {
+  const bool is_connected = guarded(parts_.log, kPageLoaded, [&] { ConnectPage(); });
+  if (is_connected) {
+    CheckDocumentMode();
+  }
+  const bool has_suite_objects = is_connected && CreateSuiteObjects();
+  if (has_suite_objects) {
     SweepReplacements();
-    guarded(parts_.log, kName, [&] {
+    guarded(parts_.log, kPageLoaded, [&] {
       parts_.exchange.source_file.MakeDirectoryPreferenceFile(file_system_.get());
       parts_.exchange.driver.GetDirectoryPreferenceFile();
     });
   }
+  if (parts_.page.document.IsConnected()) {
+    ExplainEmptyLists(has_suite_objects);
+  }
+}
+
+bool MainForm::CreateSuiteObjects() {
+  platform::SuiteObjects& suite = parts_.suite_objects;
+  return guarded(parts_.log, "Kitbay::XMLRPCTRANSPORT.xTransport create object failed",
+                 [&] {
+                   transport_ = suite.CreateTransportObject("XMLRPCTRANSPORT.xTransport");
+                   transport_->SetUp(parts_.exchange.transfer_events);
+                 }) &&
+         guarded(parts_.log, "Kitbay::OvGlobals.URLDownLoadProgID create object failed", [&] {
+           parts_.exchange.requests.SetDownloadObject(nullptr);
+           download_ = suite.CreateTransportObject("URLDownloadLib.URLDownload");
+           download_->SetUp(parts_.exchange.transfer_events);
+           parts_.exchange.requests.SetDownloadObject(download_.get());
+         });
+}
+
+// Later modes make no element from a start tag, and other ones lay the page out otherwise.
+void MainForm::CheckDocumentMode() {
+  if (std::exchange(is_mode_checked_, true)) {
+    return;
+  }
+  guarded(parts_.log, "Kitbay::CheckDocumentMode", [&] {
+    const int mode = parts_.page.document.document().DocumentMode();
+    if (mode != kDocumentMode) {
+      throw base::Failure(base::RuntimeError::kInvalidProcedureCall,
+                          "the page is shown in document mode " + std::to_string(mode));
+    }
+  });
+}
+
+// Behind the lists, and so seen only where they are empty.
+void MainForm::ExplainEmptyLists(bool has_suite_objects) {
+  guarded(parts_.log, kPageLoaded, [&] {
+    const view::PageDocument& page = parts_.page.document;
+    const bool is_listed = page.Element(view::kInstalledContainers.channel)->ChildCount() > 0;
+    page.SetNotice(!has_suite_objects ? kNoSuiteObjects : (is_listed ? "" : kNoDatastore));
+  });
 }
 
 void MainForm::ConnectPage() {

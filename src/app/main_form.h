@@ -67,6 +67,9 @@ class MainForm : public platform::MainWindowEvents {
   void PrepareWorkingFiles();
   void ShowPage();
   void ConnectPage();
+  bool CreateSuiteObjects();
+  void CheckDocumentMode();
+  void ExplainEmptyLists(bool has_suite_objects);
   void SweepReplacements();
   void ShutDownTransfers();
   void DropPage();
@@ -77,6 +80,7 @@ class MainForm : public platform::MainWindowEvents {
 
   FormParts parts_;
   bool loaded_ = false;
+  bool is_mode_checked_ = false;
   std::unique_ptr<platform::FileSystemObject> file_system_;
   std::unique_ptr<platform::TransportObject> transport_;
   std::unique_ptr<platform::TransportObject> download_;

@@ -120,6 +120,9 @@ class HtmlDocument {
   /// A new element, outside the page as yet, made from its start tag.
   virtual HtmlNodeRef CreateElement(const std::string& start_tag) = 0;
 
+  /// The number of the document mode in which the control shows the page.
+  virtual int DocumentMode() const = 0;
+
   /// The height in pixels of the part of the page that the window shows.
   virtual int BodyClientHeight() const = 0;
 

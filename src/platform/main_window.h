@@ -33,6 +33,13 @@ class StatusBar {
   virtual Rectangle PanelRectangle(int panel) const = 0;
 };
 
+/// Where the progress bar lies on its panel of the status bar: a slim bar in the middle, which at
+/// rest is a groove and no empty box.
+inline Rectangle ProgressBarPlace(const Rectangle& panel) {
+  const int room = (panel.bottom - panel.top) / 3;
+  return {panel.left + room, panel.top + room, panel.right - room, panel.bottom - room};
+}
+
 /// The main window's progress bar.
 class ProgressBar {
  public:

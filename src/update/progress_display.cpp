@@ -8,10 +8,10 @@ void ShowProgressInStatusBar(base::ErrorLog& log, platform::MainWindow& window, 
   base::guarded(log, "Kitbay::ShowProgressInStatusBar", [&] {
     platform::ProgressBar& bar = window.progress_bar();
     if (show) {
-      const platform::Rectangle place =
+      const platform::Rectangle panel =
           window.status_bar().PanelRectangle(platform::kProgressPanel);
       bar.SetParent(true);
-      bar.Move(place);
+      bar.Move(platform::ProgressBarPlace(panel));
       bar.SetVisible(true);
       bar.SetValue(0);
     } else {

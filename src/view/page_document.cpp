@@ -1,6 +1,7 @@
 #include "view/page_document.h"
 
 #include "base/failure.h"
+#include "view/page_ids.h"
 
 namespace kitbay::view {
 
@@ -31,6 +32,12 @@ platform::HtmlNodeRef PageDocument::Element(const std::string& id) const {
 
 void PageDocument::SetShown(const std::string& id, bool shown) const {
   Element(id)->SetStyle("display", shown ? "" : "none");
+}
+
+void PageDocument::SetNotice(const std::string& text) const {
+  if (const platform::HtmlNodeRef notice = document().AllItem(kNotice)) {
+    notice->SetInnerText(text);
+  }
 }
 
 }  // namespace kitbay::view

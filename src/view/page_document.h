@@ -35,6 +35,10 @@ class PageDocument {
   /// Shows the element of that id, or hides it; fails with 91 when the page has none.
   void SetShown(const std::string& id, bool shown) const;
 
+  /// Says `text` behind the lists, where it is seen while they are empty; a page may have no place
+  /// for it.
+  void SetNotice(const std::string& text) const;
+
  private:
   std::shared_ptr<platform::HtmlDocument> document_;
   int number_ = 0;

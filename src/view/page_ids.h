@@ -16,6 +16,9 @@ inline constexpr int kUpdatesControl = 3;
 inline constexpr const char* kInstalledControl = "installed";
 inline constexpr const char* kUpdateControl = "update";
 
+/// What is said while there is nothing to show.
+inline constexpr const char* kNotice = "notice";
+
 /// The tab images, which both bars have.
 inline constexpr base::PerKind<const char*> kTabs = {
     .addon = catalog::kManifestTables.addon.tab,

@@ -17,6 +17,7 @@ class BlankDocument : public platform::HtmlDocument {
     return std::make_unique<NoNodes>();
   }
   platform::HtmlNodeRef CreateElement(const std::string& /*start_tag*/) override { return nullptr; }
+  int DocumentMode() const override { return 5; }
   int BodyClientHeight() const override { return 0; }
   platform::HtmlNodeRef ActiveElement() const override { return nullptr; }
   platform::HtmlNodeRef EventSource() const override { return nullptr; }

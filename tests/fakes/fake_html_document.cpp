@@ -151,6 +151,11 @@ HtmlNodeRef FakeHtmlDocument::CreateElement(const std::string& start_tag) {
   return MakeHandle(page_, nodes.front());
 }
 
+int FakeHtmlDocument::DocumentMode() const {
+  page_->Enter("DocumentMode");
+  return page_->document_mode;
+}
+
 int FakeHtmlDocument::BodyClientHeight() const {
   page_->Enter("BodyClientHeight", 2);
   return page_->body_client_height;
@@ -171,6 +176,8 @@ platform::KeyPress FakeHtmlDocument::EventKey() const {
   page_->Enter("EventKey", 6);
   return page_->event_key;
 }
+
+void FakeHtmlDocument::set_document_mode(int mode) { page_->document_mode = mode; }
 
 void FakeHtmlDocument::set_body_client_height(int pixels) { page_->body_client_height = pixels; }
 

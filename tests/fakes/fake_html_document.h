@@ -22,11 +22,13 @@ class FakeHtmlDocument : public platform::HtmlDocument {
   platform::HtmlNodeRef AllItem(const std::string& id) const override;
   std::unique_ptr<platform::HtmlNodeList> GetElementsByName(const std::string& name) const override;
   platform::HtmlNodeRef CreateElement(const std::string& start_tag) override;
+  int DocumentMode() const override;
   int BodyClientHeight() const override;
   platform::HtmlNodeRef ActiveElement() const override;
   platform::HtmlNodeRef EventSource() const override;
   platform::KeyPress EventKey() const override;
 
+  void set_document_mode(int mode);
   void set_body_client_height(int pixels);
 
   /// Sets the element at which the event being handled arose; empty for none.

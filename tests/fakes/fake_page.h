@@ -32,6 +32,7 @@ struct FakePage {
 
   DomTree tree;
   std::string base_url;
+  int document_mode = 5;
   int body_client_height = 400;
   bool stale = false;
   int calls = 0;

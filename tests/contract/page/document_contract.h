@@ -94,6 +94,10 @@ TEST_P(HtmlDocumentContract, ANewElementIsNotOnThePageUntilItIsAppended) {
   EXPECT_TRUE(AreSame(*document.AllItem("7"), *row));
 }
 
+TEST_P(HtmlDocumentContract, APageWithoutADoctypeIsShownInModeFive) {
+  EXPECT_EQ(Show("<p>x</p>").DocumentMode(), 5);
+}
+
 TEST_P(HtmlDocumentContract, TheBodyHasAHeight) { EXPECT_GT(Show("").BodyClientHeight(), 0); }
 
 TEST_P(HtmlDocumentContract, OutsideAnEventThereIsNoSource) {

@@ -25,7 +25,7 @@ TEST_F(MainFormLoad, GoesThroughItsStepsInOrder) {
                   "fso.CreateTextFile C:\\Ovalink\\KitbayLog.log",
                   "fso.WriteLine C:\\Ovalink\\KitbayLog.log", "Show",
                   "Navigate C:\\Ovalink\\Kitbay\\AddonUpdates.html", "SetParent status bar",
-                  "Move 0 2 100 20", "SetVisible true", "SetValue 0",
+                  "Move 6 8 94 14", "SetVisible true", "SetValue 0",
                   "SetHelpFile C:\\Ovalink\\help\\tesselhelp.chm::/AddRemovefeatures.html"));
   EXPECT_TRUE(form.IsLoaded());
   EXPECT_TRUE(window.shown());

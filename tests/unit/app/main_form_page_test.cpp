@@ -83,6 +83,23 @@ TEST_F(PageLoaded, TheInstalledChannelsAreShownAndTheUpdatesAreOff) {
   EXPECT_THAT(page.sources.UpdateSources, ElementsAre("updates.example/list.xml"));
 }
 
+TEST_F(PageLoaded, NothingIsSaidBehindListsThatShowSomething) {
+  ASSERT_TRUE(Start());
+  EXPECT_EQ(At("notice")->InnerText(), "Reading what is installed.");
+  window.events()->WebBrowser1_DocumentComplete();
+  EXPECT_EQ(At("notice")->InnerText(), "");
+}
+
+TEST_F(PageLoaded, AnotherDocumentModeIsLoggedOnce) {
+  ASSERT_TRUE(Start());
+  window.document()->set_document_mode(9);
+  window.events()->WebBrowser1_DocumentComplete();
+  window.events()->WebBrowser1_DocumentComplete();
+  EXPECT_EQ(Log(), Header() + Entry("Kitbay::CheckDocumentMode", "5",
+                                    "Invalid procedure call or argument: the page is shown in "
+                                    "document mode 9"));
+}
+
 TEST_F(PageLoaded, TheSuitesObjectsReportToTheTransferEvents) {
   LoadPage();
   EXPECT_EQ(suite_objects.Find(kTransport)->receiver, &program.exchange.transfer_events);
@@ -177,6 +194,19 @@ TEST_F(PageLoaded, WithoutTheTransportObjectNeitherTheDownloadObjectNorTheListsF
                   "fso.WriteLine C:\\Ovalink\\KitbayLog.log"));
   EXPECT_EQ(At("installedchannels")->InnerHtml(), "");
   EXPECT_EQ(At("imgtab")->InnerHtml(), "");
+  EXPECT_EQ(At("notice")->InnerText(),
+            "Nothing can be listed: an object of the suite is missing or does not start. The error "
+            "log tells which.");
+}
+
+TEST_F(PageLoaded, WithoutADatastoreThePageSaysSo) {
+  ASSERT_TRUE(Start());
+  files.AddFile("C:\\Ovalink\\Datastore\\olregistry.xml", "no list");
+  window.events()->WebBrowser1_DocumentComplete();
+  EXPECT_EQ(At("installedchannels")->InnerHtml(), "");
+  EXPECT_EQ(
+      At("notice")->InnerText(),
+      "What is installed cannot be read from the suite's datastore. The error log tells why.");
 }
 
 TEST_F(PageLoaded, ATransportObjectThatCannotBeSetUpEndsTheSequence) {

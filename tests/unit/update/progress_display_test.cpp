@@ -19,7 +19,7 @@ class ProgressDisplay : public testing::Test {
 
 TEST_F(ProgressDisplay, ShowingPutsTheEmptyBarOntoTheFirstPanel) {
   ShowProgressInStatusBar(log_, window_, true);
-  EXPECT_THAT(window_.calls().all(), ElementsAre("SetParent status bar", "Move 0 2 100 20",
+  EXPECT_THAT(window_.calls().all(), ElementsAre("SetParent status bar", "Move 6 8 94 14",
                                                  "SetVisible true", "SetValue 0"));
   EXPECT_THAT(log_.entries, IsEmpty());
 }
@@ -32,7 +32,7 @@ TEST_F(ProgressDisplay, HidingGivesTheBarBackToTheWindow) {
 TEST_F(ProgressDisplay, FailureIsLoggedAndEndsTheSteps) {
   window_.calls().FailMember("Move", base::Failure(base::RuntimeError::kInvalidProcedureCall));
   ShowProgressInStatusBar(log_, window_, true);
-  EXPECT_THAT(window_.calls().all(), ElementsAre("SetParent status bar", "Move 0 2 100 20"));
+  EXPECT_THAT(window_.calls().all(), ElementsAre("SetParent status bar", "Move 6 8 94 14"));
   EXPECT_THAT(log_.entries, ElementsAre(fakes::Entry("Kitbay::ShowProgressInStatusBar", 5,
                                                      "Invalid procedure call or argument")));
 }

@@ -90,6 +90,7 @@ class RecordingPage : public platform::HtmlDocument {
       const std::string& /*name*/) const override {
     throw std::logic_error("not for building a row");
   }
+  int DocumentMode() const override { throw std::logic_error("not for building a row"); }
   int BodyClientHeight() const override { throw std::logic_error("not for building a row"); }
   platform::HtmlNodeRef ActiveElement() const override { return nullptr; }
   platform::HtmlNodeRef EventSource() const override { return nullptr; }

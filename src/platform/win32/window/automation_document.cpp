@@ -41,6 +41,10 @@ HtmlNodeRef AutomationDocument::CreateElement(const std::string& start_tag) {
   return ToNode(CallMethod(*document_.Get(), "createElement", {start_tag}));
 }
 
+int AutomationDocument::DocumentMode() const {
+  return GetProperty(*document_.Get(), "documentMode").ToInteger();
+}
+
 int AutomationDocument::BodyClientHeight() const {
   return GetProperty(*RequireObject(*document_.Get(), "body").Get(), "clientHeight").ToInteger();
 }

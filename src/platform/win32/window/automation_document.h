@@ -22,6 +22,7 @@ class AutomationDocument final : public HtmlDocument {
   HtmlNodeRef AllItem(const std::string& id) const override;
   std::unique_ptr<HtmlNodeList> GetElementsByName(const std::string& name) const override;
   HtmlNodeRef CreateElement(const std::string& start_tag) override;
+  int DocumentMode() const override;
   int BodyClientHeight() const override;
   HtmlNodeRef ActiveElement() const override;
   HtmlNodeRef EventSource() const override;

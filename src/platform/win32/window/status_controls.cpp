@@ -77,10 +77,13 @@ CommonProgressBar::CommonProgressBar(HWND form, int id, const CommonStatusBar& s
                                 {.window_class = PROGRESS_CLASSW, .style = PBS_SMOOTH, .id = id})) {
   constexpr int kWhole = 100;
   SendMessageW(window_, PBM_SETRANGE32, 0, kWhole);
+  // At rest it is a groove, not an empty box.
+  SendMessageW(window_, PBM_SETBKCOLOR, 0, static_cast<LPARAM>(GetSysColor(COLOR_SCROLLBAR)));
 }
 
 void CommonProgressBar::FollowStatusBar() {
-  if (GetParent(window_) == status_bar_.window()) Move(status_bar_.PanelRectangle(1));
+  if (GetParent(window_) != status_bar_.window()) return;
+  Move(ProgressBarPlace(status_bar_.PanelRectangle(kProgressPanel)));
 }
 
 void CommonProgressBar::SetParent(bool status_bar) {

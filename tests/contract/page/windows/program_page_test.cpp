@@ -38,6 +38,11 @@ TEST_F(ProgramPage, HasEveryElementThatTheProgramAddresses) {
   }
 }
 
+// What the program checks when the page has loaded.
+TEST_F(ProgramPage, IsShownInTheDocumentModeThatItNames) {
+  EXPECT_EQ(document_->DocumentMode(), 5);
+}
+
 TEST_F(ProgramPage, TheUpdatesControlIsChildNodeThreeOfTheCategorySwitch) {
   const auto control = document_->AllItem("category")->ChildNode(3);
   ASSERT_TRUE(control);
