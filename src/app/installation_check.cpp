@@ -32,11 +32,14 @@ void InstallationCheck::CheckInstallation(platform::FileSystemObject* file_syste
   });
 }
 
+// Standard users may read the machine's keys but not write them, and the check only reads.
 platform::RegistryKeys::KeyResult InstallationCheck::OpenEntry(const std::string& key_name,
                                                                std::uint32_t view) {
-  return keys_.Open(platform::kLocalMachine,
-                    R"(SOFTWARE\Microsoft\Windows\CurrentVersion\Uninstall\)" + key_name,
-                    platform::kKeyReadWrite | view);
+  const std::string path = R"(SOFTWARE\Microsoft\Windows\CurrentVersion\Uninstall\)" + key_name;
+  const auto opened = keys_.Open(platform::kLocalMachine, path, platform::kKeyReadWrite | view);
+  return opened.code == platform::kRegistryAccessDenied
+             ? keys_.Open(platform::kLocalMachine, path, platform::kKeyQueryValue | view)
+             : opened;
 }
 
 // The executable tells more than the entry: an installer of 32 bits may bring a suite of 64.

@@ -11,6 +11,9 @@ using platform::RegistryKey;
 
 constexpr const char* kProtocolKey = "ovl";
 
+// Below the current user's hive: the user's own part of HKEY_CLASSES_ROOT.
+constexpr const char* kUserClasses = "Software\\Classes\\";
+
 }  // namespace
 
 Registry::Registry(base::ErrorLog& log, platform::RegistryKeys& keys,
@@ -60,27 +63,45 @@ std::int32_t Registry::ROOT_REGISTRY_KEY() {
 void Registry::RegisterUrlHandler() {
   guarded(log_, "Kitbay::RegisterUrlHandler", [&] {
     const std::string executable = settings_.program_name + ".exe";
-    SetDefaultValue(platform::kClassesRoot, kProtocolKey, "URL:ovl Protocol");
-    SetDefaultValue(platform::kClassesRoot, "ovl\\DefaultIcon", executable);
-    SetDefaultValue(platform::kClassesRoot, R"(ovl\shell\open\command)",
-                    "\"" + settings_.program_folder + "\\" + executable + "\" %1");
-    const RegistryKey key =
-        keys_.Open(platform::kClassesRoot, kProtocolKey, platform::kKeyReadWrite).key;
+    SetClassText(kProtocolKey, "URL:ovl Protocol");
+    SetClassText("ovl\\DefaultIcon", executable);
+    SetClassText(R"(ovl\shell\open\command)",
+                 "\"" + settings_.program_folder + "\\" + executable + "\" %1");
+    const RegistryKey key = OpenProtocolKey();
     keys_.SetText(key, "URL Protocol", "");
     keys_.Close(key);
   });
 }
 
-// The handle that is closed is the hive's, as clients of the class have always seen it.
-void Registry::SetDefaultValue(RegistryKey hive, const std::string& name, const std::string& data) {
-  if (name.empty()) {
-    return;
+void Registry::SetClassText(const std::string& name, const std::string& data) {
+  if (SetDefaultValue(platform::kClassesRoot, name, data) == platform::kRegistryAccessDenied) {
+    SetDefaultValue(platform::kCurrentUser, kUserClasses + name, data);
   }
-  const RegistryKey key = keys_.Create(hive, name, platform::kKeyReadWrite).key;
+}
+
+RegistryKey Registry::OpenProtocolKey() {
+  const auto opened = keys_.Open(platform::kClassesRoot, kProtocolKey, platform::kKeyReadWrite);
+  if (opened.code != platform::kRegistryAccessDenied) {
+    return opened.key;
+  }
+  return keys_
+      .Open(platform::kCurrentUser, std::string(kUserClasses) + kProtocolKey,
+            platform::kKeyReadWrite)
+      .key;
+}
+
+// The handle that is closed is the hive's, as clients of the class have always seen it.
+std::int32_t Registry::SetDefaultValue(RegistryKey hive, const std::string& name,
+                                       const std::string& data) {
+  if (name.empty()) {
+    return platform::kRegistrySuccess;
+  }
+  const auto created = keys_.Create(hive, name, platform::kKeyReadWrite);
   if (!data.empty()) {
-    keys_.SetText(key, "", data);
+    keys_.SetText(created.key, "", data);
   }
   keys_.Close(hive);
+  return created.code;
 }
 
 }  // namespace kitbay::install

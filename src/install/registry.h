@@ -22,7 +22,8 @@ class Registry : public platform::RegistryService {
   Registry(Registry&&) = delete;
   Registry& operator=(Registry&&) = delete;
 
-  /// Registers the protocol "ovl" to open with this program. Results are not checked.
+  /// Registers the protocol "ovl" to open with this program: for the machine, or where that is
+  /// refused for the user. What fails in another way is not told.
   void RegisterUrlHandler() override;
 
   /// The user's application data folder; empty when it cannot be read.
@@ -33,8 +34,10 @@ class Registry : public platform::RegistryService {
 
  private:
   void OpenRootKey();
-  void SetDefaultValue(platform::RegistryKey hive, const std::string& name,
-                       const std::string& data);
+  void SetClassText(const std::string& name, const std::string& data);
+  platform::RegistryKey OpenProtocolKey();
+  std::int32_t SetDefaultValue(platform::RegistryKey hive, const std::string& name,
+                               const std::string& data);
 
   base::ErrorLog& log_;
   platform::RegistryKeys& keys_;

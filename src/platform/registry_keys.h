@@ -28,6 +28,7 @@ inline constexpr std::uint32_t kView32 = 0x0200;
 /// Result codes of the registry calls that Kitbay tells apart.
 inline constexpr std::int32_t kRegistrySuccess = 0;
 inline constexpr std::int32_t kRegistryFileNotFound = 2;
+inline constexpr std::int32_t kRegistryAccessDenied = 5;
 inline constexpr std::int32_t kRegistryMoreData = 234;
 
 /// The system's registry, call for call. Nothing throws: every call returns its result code, 0 for

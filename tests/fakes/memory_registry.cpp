@@ -6,6 +6,7 @@
 
 namespace kitbay::fakes {
 
+using platform::kRegistryAccessDenied;
 using platform::kRegistryFileNotFound;
 using platform::kRegistryMoreData;
 using platform::kRegistrySuccess;
@@ -15,6 +16,10 @@ namespace {
 
 constexpr std::uint32_t kAllRights = 0xFFFFFFFF;
 constexpr std::uint32_t kSetValueRight = 0x0002;
+constexpr std::uint32_t kWritingRights = 0x0026;  // values, keys below, links
+constexpr const char* kAllClasses = "HKEY_CLASSES_ROOT";
+constexpr const char* kUserClasses = "HKEY_CURRENT_USER\\Software\\Classes";
+constexpr const char* kMachineClasses = "HKEY_LOCAL_MACHINE\\Software\\Classes";
 constexpr const char* kInvalid = "(invalid)";
 
 std::string Hex(std::uint32_t value) {
@@ -40,11 +45,11 @@ std::string Join(const std::string& parent, const std::string& name) {
 MemoryRegistry::MemoryRegistry() {
   const auto add_hive = [this](RegistryKey hive, const char* name) {
     AddKey(name);
-    handles_[hive.handle] = {name, kAllRights};
+    handles_[hive.handle] = {name, FoldCase(PlaceOf(name)), kAllRights};
   };
-  add_hive(platform::kClassesRoot, "HKEY_CLASSES_ROOT");
   add_hive(platform::kCurrentUser, "HKEY_CURRENT_USER");
   add_hive(platform::kLocalMachine, "HKEY_LOCAL_MACHINE");
+  add_hive(platform::kClassesRoot, kAllClasses);
 }
 
 MemoryRegistry::KeyResult MemoryRegistry::Open(RegistryKey parent, const std::string& name,
@@ -64,9 +69,10 @@ MemoryRegistry::KeyResult MemoryRegistry::Create(RegistryKey parent, const std::
   if (!handles_.contains(parent.handle)) {
     return {kRegistryInvalidHandle, {}};
   }
-  if (!denied_.contains(FoldCase(path))) {
-    AddKey(path);
+  if (!MayOpen(PlaceOf(path), access)) {
+    return {kRegistryAccessDenied, {}};
   }
+  AddKey(path);
   return OpenPath(path, access);
 }
 
@@ -77,7 +83,7 @@ MemoryRegistry::ValueResult MemoryRegistry::Query(RegistryKey key, const std::st
   if (handle == handles_.end()) {
     return {kRegistryInvalidHandle, "", 0};
   }
-  const auto& values = keys_.at(FoldCase(handle->second.path)).values;
+  const auto& values = keys_.at(handle->second.place).values;
   const auto value = values.find(FoldCase(name));
   if (value == values.end() ||
       (value->second.type != kTextType && value->second.type != kExpandableTextType)) {
@@ -105,7 +111,7 @@ std::int32_t MemoryRegistry::SetText(RegistryKey key, const std::string& name,
   if ((handle->second.access & kSetValueRight) == 0) {
     return kRegistryAccessDenied;
   }
-  keys_.at(FoldCase(handle->second.path)).values[FoldCase(name)] = {kTextType, std::string(data)};
+  keys_.at(handle->second.place).values[FoldCase(name)] = {kTextType, std::string(data)};
   return kRegistrySuccess;
 }
 
@@ -123,8 +129,9 @@ std::int32_t MemoryRegistry::Close(RegistryKey key) {
 }
 
 void MemoryRegistry::AddKey(const std::string& path) {
-  for (auto end = path.find('\\');; end = path.find('\\', end + 1)) {
-    const std::string ancestor = path.substr(0, end);
+  const std::string place = PlaceOf(path);
+  for (auto end = place.find('\\');; end = place.find('\\', end + 1)) {
+    const std::string ancestor = place.substr(0, end);
     keys_.try_emplace(FoldCase(ancestor), Key{ancestor, {}});
     if (end == std::string::npos) {
       return;
@@ -140,18 +147,20 @@ void MemoryRegistry::AddText(const std::string& path, const std::string& name,
 void MemoryRegistry::AddValue(const std::string& path, const std::string& name,
                               const std::string& bytes, std::uint32_t type) {
   AddKey(path);
-  keys_.at(FoldCase(path)).values[FoldCase(name)] = {type, bytes};
+  keys_.at(FoldCase(PlaceOf(path))).values[FoldCase(name)] = {type, bytes};
 }
 
-void MemoryRegistry::DenyAccess(const std::string& path) { denied_.insert(FoldCase(path)); }
+void MemoryRegistry::DenyAccess(const std::string& path) {
+  denied_.insert(FoldCase(PlaceOf(path)));
+}
 
 bool MemoryRegistry::HasKey(const std::string& path) const {
-  return keys_.contains(FoldCase(path));
+  return keys_.contains(FoldCase(PlaceOf(path)));
 }
 
 std::optional<std::string> MemoryRegistry::Bytes(const std::string& path,
                                                  const std::string& name) const {
-  const auto key = keys_.find(FoldCase(path));
+  const auto key = keys_.find(FoldCase(PlaceOf(path)));
   if (key == keys_.end() || !key->second.values.contains(FoldCase(name))) {
     return std::nullopt;
   }
@@ -173,16 +182,32 @@ std::string MemoryRegistry::PathOf(RegistryKey key) const {
   return handle == handles_.end() ? kInvalid : handle->second.path;
 }
 
-MemoryRegistry::KeyResult MemoryRegistry::OpenPath(const std::string& path, std::uint32_t access) {
-  if (denied_.contains(FoldCase(path))) {
-    return {kRegistryAccessDenied, {}};
+std::string MemoryRegistry::PlaceOf(const std::string& path) const {
+  if (path != kAllClasses && !path.starts_with(std::string(kAllClasses) + "\\")) {
+    return path;
   }
-  if (!HasKey(path)) {
+  const std::string below = path.substr(std::string(kAllClasses).size());
+  return keys_.contains(FoldCase(kUserClasses + below)) ? kUserClasses + below
+                                                        : kMachineClasses + below;
+}
+
+bool MemoryRegistry::MayOpen(const std::string& place, std::uint32_t access) const {
+  const bool is_machines = FoldCase(place).starts_with(FoldCase("HKEY_LOCAL_MACHINE"));
+  return !denied_.contains(FoldCase(place)) &&
+         (user_ == User::kAdministrator || !is_machines || (access & kWritingRights) == 0);
+}
+
+MemoryRegistry::KeyResult MemoryRegistry::OpenPath(const std::string& path, std::uint32_t access) {
+  const std::string place = PlaceOf(path);
+  if (!HasKey(path) && !denied_.contains(FoldCase(place))) {
     return {kRegistryFileNotFound, {}};
+  }
+  if (!MayOpen(place, access)) {
+    return {kRegistryAccessDenied, {}};
   }
   const RegistryKey key{next_handle_};
   next_handle_ += 4;
-  handles_[key.handle] = {path, access};
+  handles_[key.handle] = {path, FoldCase(place), access};
   return {kRegistrySuccess, key};
 }
 

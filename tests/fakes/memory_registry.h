@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "fakes/user.h"
 #include "platform/registry_keys.h"
 
 namespace kitbay::fakes {
@@ -19,12 +20,14 @@ inline constexpr std::uint32_t kBinaryType = 3;
 inline constexpr std::uint32_t kNumberType = 4;
 
 /// Result codes beyond those that Kitbay tells apart.
-inline constexpr std::int32_t kRegistryAccessDenied = 5;
 inline constexpr std::int32_t kRegistryInvalidHandle = 6;
 
 /// A registry in memory. Keys and value names keep their letter case and are compared without it.
 /// Keys are named by their full path from the hive on: "HKEY_CURRENT_USER\Software\Ovalink". It is
 /// what a 64-bit program sees: the machine's keys of 32-bit ones lie below "SOFTWARE\Wow6432Node".
+///
+/// A standard user reads the machine's keys and cannot write them. HKEY_CLASSES_ROOT is what it is on
+/// Windows: a key of the user's classes where there is one, else the machine's, where new ones go.
 class MemoryRegistry : public platform::RegistryKeys {
  public:
   MemoryRegistry();
@@ -50,7 +53,9 @@ class MemoryRegistry : public platform::RegistryKeys {
   void AddValue(const std::string& path, const std::string& name, const std::string& bytes,
                 std::uint32_t type);
 
-  /// Opening or creating the key returns "access denied" from now on.
+  void SetUser(User user) { user_ = user; }
+
+  /// Opening or creating the key returns "access denied" from now on, whoever the user is.
   void DenyAccess(const std::string& path);
 
   // What tests look at.
@@ -80,14 +85,20 @@ class MemoryRegistry : public platform::RegistryKeys {
   };
   struct Handle {
     std::string path;
+    std::string place;  ///< the folded path of the key that `path` led to
     std::uint32_t access = 0;
   };
 
   std::string PathOf(platform::RegistryKey key) const;
+
+  /// The path of the key that `path` leads to: below HKEY_CLASSES_ROOT, the user's or the machine's.
+  std::string PlaceOf(const std::string& path) const;
+  bool MayOpen(const std::string& place, std::uint32_t access) const;
   KeyResult OpenPath(const std::string& path, std::uint32_t access);
 
   std::map<std::string, Key> keys_;  ///< by folded path
   std::set<std::string> denied_;     ///< folded paths
+  User user_ = User::kStandard;
   std::map<std::uintptr_t, Handle> handles_;
   std::uintptr_t next_handle_ = 0x100;
   std::vector<std::string> calls_;

@@ -66,14 +66,41 @@ TEST(MemoryRegistry, AccessIsDeniedWhereATestSaysSo) {
   registry.AddKey("HKEY_CURRENT_USER\\Software\\Ovalink");
   registry.DenyAccess("HKEY_CURRENT_USER\\software\\ovalink");
   EXPECT_EQ(registry.Open(platform::kCurrentUser, "Software\\Ovalink", 1).code,
-            kRegistryAccessDenied);
+            platform::kRegistryAccessDenied);
   EXPECT_EQ(registry.Create(platform::kCurrentUser, "Software\\Ovalink", 1).code,
-            kRegistryAccessDenied);
+            platform::kRegistryAccessDenied);
   EXPECT_EQ(registry.Open(platform::kCurrentUser, "Software", 1).code, 0);
+}
+
+TEST(MemoryRegistry, AStandardUserCreatesNoKeyOfTheMachine) {
+  MemoryRegistry registry;
+  for (const platform::RegistryKey hive : {platform::kLocalMachine, platform::kClassesRoot}) {
+    EXPECT_EQ(registry.Create(hive, "new", platform::kKeyReadWrite).code,
+              platform::kRegistryAccessDenied);
+    EXPECT_EQ(registry.Open(hive, "new", platform::kKeyQueryValue).code,
+              platform::kRegistryFileNotFound);
+  }
+  registry.SetUser(User::kAdministrator);
+  EXPECT_EQ(registry.Create(platform::kClassesRoot, "new", platform::kKeyReadWrite).code, 0);
+  EXPECT_TRUE(registry.HasKey("HKEY_LOCAL_MACHINE\\Software\\Classes\\new"));
+}
+
+TEST(MemoryRegistry, TheUsersClassesComeBeforeTheMachines) {
+  MemoryRegistry registry;
+  registry.AddText("HKEY_LOCAL_MACHINE\\Software\\Classes\\ovl", "", "machine");
+  EXPECT_EQ(registry.Bytes("HKEY_CLASSES_ROOT\\ovl", ""), std::string("machine\0", 8));
+  registry.AddText("HKEY_CURRENT_USER\\Software\\Classes\\ovl", "", "user");
+  const auto opened = registry.Open(platform::kClassesRoot, "OVL", platform::kKeyReadWrite);
+  EXPECT_EQ(registry.Query(opened.key, "", 100).bytes, std::string("user\0", 5));
+  EXPECT_EQ(registry.SetText(opened.key, "", "new"), 0);
+  EXPECT_EQ(registry.Bytes("HKEY_CURRENT_USER\\Software\\Classes\\ovl", ""), "new");
+  EXPECT_EQ(registry.Bytes("HKEY_LOCAL_MACHINE\\Software\\Classes\\ovl", ""),
+            std::string("machine\0", 8));
 }
 
 TEST(MemoryRegistry, CallsAndOpenKeysAreTold) {
   MemoryRegistry registry;
+  registry.SetUser(User::kAdministrator);
   const auto key = registry.Create(platform::kClassesRoot, "ovl", platform::kKeyReadWrite).key;
   registry.SetText(key, "", "x");
   registry.Query(key, "Name", 100);

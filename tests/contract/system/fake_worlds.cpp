@@ -80,6 +80,10 @@ class MemoryRegistryWorld : public RegistryWorld {
   MemoryRegistryWorld() { registry_.AddKey(kPath); }
   platform::RegistryKeys& keys() override { return registry_; }
   std::string scratch() const override { return "Software\\Kitbay.Tests"; }
+  std::string ReadOnlyMachineKey() override {
+    registry_.AddKey("HKEY_LOCAL_MACHINE\\Software\\Kitbay.Tests");
+    return "Software\\Kitbay.Tests";
+  }
   void AddText(const std::string& name, const std::string& text) override {
     registry_.AddText(kPath, name, text);
   }

@@ -19,6 +19,9 @@ class RegistryWorld {
   /// The name below the current user's hive of an empty key for the test.
   virtual std::string scratch() const = 0;
 
+  /// The name below the machine's hive of a key that everybody may read and nobody may write.
+  virtual std::string ReadOnlyMachineKey() = 0;
+
   // Values of the scratch key as other programs write them.
   virtual void AddText(const std::string& name, const std::string& text) = 0;
   virtual void AddExpandableText(const std::string& name, const std::string& text) = 0;
@@ -50,7 +53,6 @@ class RegistryContract : public testing::TestWithParam<std::unique_ptr<RegistryW
   platform::RegistryKey key_;
 };
 
-inline constexpr std::int32_t kAccessDenied = 5;
 inline constexpr std::int32_t kInvalidHandle = 6;
 
 TEST_P(RegistryContract, AMissingKeyIsNotFound) {
@@ -154,9 +156,22 @@ TEST_P(RegistryContract, AKeyOpenedForReadingIsNotWritten) {
   const auto reading =
       keys().Open(platform::kCurrentUser, world_->scratch(), platform::kKeyQueryValue);
   ASSERT_EQ(reading.code, 0);
-  EXPECT_EQ(keys().SetText(reading.key, "a", "1"), kAccessDenied);
+  EXPECT_EQ(keys().SetText(reading.key, "a", "1"), platform::kRegistryAccessDenied);
   ExpectQuery("a", 100, platform::kRegistryFileNotFound, "", 0);
   EXPECT_EQ(keys().Close(reading.key), 0);
+}
+
+TEST_P(RegistryContract, AKeyThatIsNotTheUsersIsReadAndNotWritten) {
+  const std::string name = world_->ReadOnlyMachineKey();
+  const auto written = keys().Open(platform::kLocalMachine, name, platform::kKeyReadWrite);
+  EXPECT_EQ(written.code, platform::kRegistryAccessDenied);
+  EXPECT_EQ(written.key, platform::RegistryKey{});
+  EXPECT_EQ(keys().Create(platform::kLocalMachine, name, platform::kKeyReadWrite).code,
+            platform::kRegistryAccessDenied);
+  const auto read = keys().Open(platform::kLocalMachine, name, platform::kKeyQueryValue);
+  ASSERT_EQ(read.code, 0);
+  EXPECT_EQ(keys().SetText(read.key, "a", "1"), platform::kRegistryAccessDenied);
+  EXPECT_EQ(keys().Close(read.key), 0);
 }
 
 TEST_P(RegistryContract, AClosedKeyIsNoKey) {

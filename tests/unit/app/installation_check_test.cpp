@@ -29,7 +29,8 @@ class InstallationCheckTest : public FakeProgram {
   InstallationCheck check_{entries_, desktop, keys, window, settings};
 };
 
-const std::string kTesselOpened = std::string("Open ") + kUninstallKey + "Tessel 0x3f";
+const std::string kTesselTried = std::string("Open ") + kUninstallKey + "Tessel 0x3f";
+const std::string kTesselOpened = std::string("Open ") + kUninstallKey + "Tessel 0x1";
 
 TEST_F(InstallationCheckTest, FillsTheSettingsFromTheUninstallEntry) {
   Check();
@@ -45,20 +46,39 @@ TEST_F(InstallationCheckTest, ReadsItsThreeValuesInOrderAndClosesTheKey) {
   const std::string key = EntryOf("Tessel");
   EXPECT_THAT(journal.calls(),
               ElementsAre("PlatformId", "fso.FileExists C:\\Ovalink\\Kitbay\\install.txt",
-                          "Open " + key + " 0x3f", "Query " + key + " [InstallLocation] 100",
+                          "Open " + key + " 0x3f", "Open " + key + " 0x1",
+                          "Query " + key + " [InstallLocation] 100",
                           "Query " + key + " [Displayname] 100",
                           "Query " + key + " [ApplicationEXE] 100", "Close " + key));
   EXPECT_THAT(keys.OpenKeys(), IsEmpty());
 }
 
-TEST_F(InstallationCheckTest, WithoutTheEntryTheUserIsToldAboutApplicationTwice) {
+TEST_F(InstallationCheckTest, OpensTheEntryOnceWhereTheUserMayWriteIt) {
+  keys.SetUser(fakes::User::kAdministrator);
+  Check();
+  EXPECT_THAT(KeysOpened(), ElementsAre(kTesselTried));
+  EXPECT_EQ(settings.InstallFolder, "C:\\Ovalink");
+}
+
+TEST_F(InstallationCheckTest, AMissingEntryIsLookedForOnce) {
+  PutInstallTxt("custom\r\nTesselPro\r\n");
+  window.Load(form);
+  journal.Clear();
+  Check();
+  EXPECT_THAT(KeysOpened(), ElementsAre(std::string("Open ") + kUninstallKey + "TesselPro 0x3f"));
+  EXPECT_EQ(CallsOf({"ShowMessage"}).size(), 1U);
+  EXPECT_FALSE(form.IsLoaded());
+}
+
+TEST_F(InstallationCheckTest, WithoutAnEntryThatCanBeReadTheUserIsToldAboutApplicationTwice) {
   settings.program_folder = "C:\\Elsewhere";
   keys.DenyAccess(EntryOf("Tessel"));
   window.Load(form);
   journal.Clear();
   Check();
   EXPECT_THAT(journal.calls(),
-              ElementsAre("PlatformId", "fso.FileExists C:\\Elsewhere\\install.txt", kTesselOpened,
+              ElementsAre("PlatformId", "fso.FileExists C:\\Elsewhere\\install.txt", kTesselTried,
+                          kTesselOpened,
                           "ShowMessage [Kitbay has detected that Application has not been "
                           "installed properly. Please reinstall Application.] [Kitbay] 0",
                           "Unload", "SetParent window", "SetVisible false", "RevokeActiveObject 0",
@@ -188,24 +208,24 @@ TEST_F(InstallationCheckTest, AnEmptyInstallTxtEndsTheCheck) {
 TEST_F(InstallationCheckTest, ABlankFirstLineOfInstallTxtLeavesTheUsualEntry) {
   PutInstallTxt("  \r\nTesselPro\r\n");
   Check();
-  EXPECT_THAT(KeysOpened(), ElementsAre(kTesselOpened));
+  EXPECT_THAT(KeysOpened(), ElementsAre(kTesselTried, kTesselOpened));
 }
 
 TEST_F(InstallationCheckTest, TheFirstLineOfInstallTxtOnlyDecidesWhetherTheFileIsUsed) {
   PutInstallTxt("TesselPro\r\nTessel\r\n");
   Check();
-  EXPECT_THAT(KeysOpened(), ElementsAre(kTesselOpened));
+  EXPECT_THAT(KeysOpened(), ElementsAre(kTesselTried, kTesselOpened));
 }
 
 TEST_F(InstallationCheckTest, WithoutInstallTxtTheEntryIsTheUsualOne) {
   Check();
-  EXPECT_THAT(KeysOpened(), ElementsAre(kTesselOpened));
+  EXPECT_THAT(KeysOpened(), ElementsAre(kTesselTried, kTesselOpened));
 }
 
 TEST_F(InstallationCheckTest, WithoutAFileSystemObjectInstallTxtIsNotLookedFor) {
   PutInstallTxt("custom\r\nTesselPro\r\n");
   check_.CheckInstallation(nullptr);
-  EXPECT_THAT(KeysOpened(), ElementsAre(kTesselOpened));
+  EXPECT_THAT(KeysOpened(), ElementsAre(kTesselTried, kTesselOpened));
   EXPECT_EQ(settings.InstallFolder, "C:\\Ovalink");
 }
 

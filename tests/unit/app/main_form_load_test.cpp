@@ -18,6 +18,7 @@ TEST_F(MainFormLoad, GoesThroughItsStepsInOrder) {
       journal.calls(),
       ElementsAre("Load", "Create FileSystemLib.FileSystemObject", "PlatformId",
                   "fso.FileExists C:\\Ovalink\\Kitbay\\install.txt", "Open " + kTesselKey + " 0x3f",
+                  "Open " + kTesselKey + " 0x1",
                   "Query " + kTesselKey + " [InstallLocation] 100",
                   "Query " + kTesselKey + " [Displayname] 100",
                   "Query " + kTesselKey + " [ApplicationEXE] 100", "Close " + kTesselKey,

@@ -23,6 +23,7 @@ class RegistryAccess : public testing::Test {
   RegistryAccess() {
     settings_.program_folder = "C:\\Program Files\\Kitbay";
     settings_.program_name = "Kitbay";
+    keys_.SetUser(fakes::User::kAdministrator);
   }
 
   Registry& Make() { return registry_.emplace(log_, keys_, settings_); }
@@ -176,14 +177,43 @@ TEST_F(RegistryAccess, ProtocolIsWrittenAnewOverAnEarlierOne) {
   EXPECT_EQ(keys_.Bytes("HKEY_CLASSES_ROOT\\ovl\\DefaultIcon", ""), "Kitbay.exe");
 }
 
-TEST_F(RegistryAccess, RefusedKeyDoesNotStopTheOthers) {
-  keys_.DenyAccess("HKEY_CLASSES_ROOT\\ovl\\DefaultIcon");
+TEST_F(RegistryAccess, RefusedKeyGoesToTheUsersClassesAndDoesNotStopTheOthers) {
+  keys_.DenyAccess("HKEY_LOCAL_MACHINE\\Software\\Classes\\ovl\\DefaultIcon");
   Make().RegisterUrlHandler();
-  EXPECT_FALSE(keys_.HasKey("HKEY_CLASSES_ROOT\\ovl\\DefaultIcon"));
+  EXPECT_EQ(keys_.Bytes("HKEY_CURRENT_USER\\Software\\Classes\\ovl\\DefaultIcon", ""), "Kitbay.exe");
   EXPECT_EQ(keys_.Bytes("HKEY_CLASSES_ROOT\\ovl\\shell\\open\\command", ""),
             "\"C:\\Program Files\\Kitbay\\Kitbay.exe\" %1");
   EXPECT_EQ(keys_.Bytes("HKEY_CLASSES_ROOT\\ovl", "URL Protocol"), "");
   EXPECT_THAT(log_.entries, IsEmpty());
+}
+
+TEST_F(RegistryAccess, AStandardUsersProtocolGoesToTheUsersClasses) {
+  keys_.SetUser(fakes::User::kStandard);
+  Make().RegisterUrlHandler();
+  const std::string key = "HKEY_CURRENT_USER\\Software\\Classes\\ovl";
+  EXPECT_EQ(keys_.Bytes(key, ""), "URL:ovl Protocol");
+  EXPECT_EQ(keys_.Bytes(key, "URL Protocol"), "");
+  EXPECT_EQ(keys_.Bytes(key + "\\DefaultIcon", ""), "Kitbay.exe");
+  EXPECT_EQ(keys_.Bytes(key + "\\shell\\open\\command", ""),
+            "\"C:\\Program Files\\Kitbay\\Kitbay.exe\" %1");
+  EXPECT_FALSE(keys_.HasKey("HKEY_LOCAL_MACHINE\\Software\\Classes\\ovl"));
+  EXPECT_THAT(log_.entries, IsEmpty());
+}
+
+TEST_F(RegistryAccess, AStandardUsersProtocolLeavesTheMachinesAsItIs) {
+  keys_.SetUser(fakes::User::kStandard);
+  const std::string machines = "HKEY_LOCAL_MACHINE\\Software\\Classes\\ovl";
+  keys_.AddText(machines, "", "URL:Other");
+  Make().RegisterUrlHandler();
+  EXPECT_EQ(keys_.Bytes(machines, ""), std::string("URL:Other\0", 10));
+  EXPECT_EQ(keys_.Bytes("HKEY_CLASSES_ROOT\\ovl", ""), "URL:ovl Protocol");
+  EXPECT_EQ(keys_.Bytes("HKEY_CLASSES_ROOT\\ovl", "URL Protocol"), "");
+}
+
+TEST_F(RegistryAccess, TheProtocolGoesToTheMachineWhereTheUserMayWriteThere) {
+  Make().RegisterUrlHandler();
+  EXPECT_TRUE(keys_.HasKey("HKEY_LOCAL_MACHINE\\Software\\Classes\\ovl\\DefaultIcon"));
+  EXPECT_FALSE(keys_.HasKey("HKEY_CURRENT_USER\\Software\\Classes\\ovl"));
 }
 
 /// A registry whose every call throws.

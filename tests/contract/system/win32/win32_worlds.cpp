@@ -1,4 +1,6 @@
 #include <windows.h>
+// After windows.h, which it needs.
+#include <sddl.h>
 
 #include <memory>
 #include <string>
@@ -113,10 +115,24 @@ class Win32RegistryWorld : public RegistryWorld {
   ~Win32RegistryWorld() override {
     key_.reset();
     RegDeleteTreeW(HKEY_CURRENT_USER, ToUtf16(scratch()).c_str());
+    RegDeleteTreeW(HKEY_LOCAL_MACHINE, ToUtf16(scratch()).c_str());
   }
   platform::RegistryKeys& keys() override { return *keys_; }
   std::string scratch() const override {
     return "Software\\Kitbay.Tests\\" + std::to_string(GetCurrentProcessId());
+  }
+  std::string ReadOnlyMachineKey() override {
+    UniqueRegistryKey key;
+    PSECURITY_DESCRIPTOR descriptor = nullptr;
+    // Everybody may read, and the owner, whoever that is, delete the key again.
+    EXPECT_TRUE(ConvertStringSecurityDescriptorToSecurityDescriptorW(
+        L"D:P(A;;KR;;;WD)(A;;SD;;;WD)", SDDL_REVISION_1, &descriptor, nullptr));
+    EXPECT_EQ(RegCreateKeyExW(HKEY_LOCAL_MACHINE, ToUtf16(scratch()).c_str(), 0, nullptr,
+                              REG_OPTION_NON_VOLATILE, KEY_ALL_ACCESS, nullptr, key.put(), nullptr),
+              ERROR_SUCCESS);
+    EXPECT_EQ(RegSetKeySecurity(key.get(), DACL_SECURITY_INFORMATION, descriptor), ERROR_SUCCESS);
+    LocalFree(descriptor);
+    return scratch();
   }
   void AddText(const std::string& name, const std::string& text) override {
     Add(name, REG_SZ, ToUtf16(text));
