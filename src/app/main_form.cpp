@@ -192,7 +192,23 @@ void MainForm::ConnectPage() {
   parts_.window.FitBrowser();
   parts_.page.document.Connect(parts_.window.ConnectDocument(parts_.page_events));
   install::Registry registry(parts_.log, parts_.keys, parts_.settings);
-  parts_.settings.CustomDataFolder = registry.GetAppDataPath() + "\\Ovalink\\CustomData";
+  const std::string user_data = registry.GetAppDataPath();
+  parts_.settings.CustomDataFolder = user_data + "\\Ovalink\\CustomData";
+  if (!user_data.empty()) {
+    MakeUserFolders();
+  }
+}
+
+// A user who has never started the main client has none.
+void MainForm::MakeUserFolders() {
+  guarded(parts_.log, "Kitbay::MakeUserFolders", [&] {
+    const std::string& custom_data = parts_.settings.CustomDataFolder;
+    for (const std::string& folder : {custom_data.substr(0, custom_data.rfind('\\')), custom_data}) {
+      if (!parts_.files.Exists(folder)) {
+        parts_.files.CreateFolder(folder);
+      }
+    }
+  });
 }
 
 // Where files are replaced, an earlier run may have been ended in the middle of it.

@@ -78,6 +78,7 @@ class MainForm : public platform::MainWindowEvents {
   std::string HelpTopic() const;
   void TellMissingHelp();
 
+  void MakeUserFolders();
   FormParts parts_;
   bool loaded_ = false;
   bool is_mode_checked_ = false;

@@ -30,6 +30,7 @@ void UpdateDriver::GetDirectoryPreferenceFile() {
     const std::string manifest = base::AfterLastSlash(parts_.sources.UpdateSources.front());
     if (manifest.empty()) {
       parts_.tabs.ShowLocalData();
+      parts_.tabs.ShowLocalData();
     } else if (!IsCached(manifest)) {
       ShowLocalDataAndAsk();
     } else {

@@ -50,6 +50,32 @@ TEST_F(PageLoaded, TheUsersDataLieInTheApplicationDataFolder) {
   EXPECT_THAT(keys.OpenKeys(), IsEmpty());
 }
 
+TEST_F(PageLoaded, AUserWithoutFoldersOfTheSuiteGetsThemAndSeesTheLists) {
+  fakes::MemoryFileSystemObject(files).DeleteFolder("C:\\Ana\\Ovalink", true);
+  LoadPage();
+  EXPECT_TRUE(files.IsFolder("C:\\Ana\\Ovalink\\CustomData"));
+  EXPECT_TRUE(files.IsFile("C:\\Ana\\Ovalink\\updatepreference.xml"));
+  EXPECT_EQ(At("installedchannels")->ChildNodeCount(), 2);
+  EXPECT_EQ(Log(), Header());
+}
+
+TEST_F(PageLoaded, FoldersThatCannotBeMadeLeaveTheInstalledComponentsShown) {
+  fakes::MemoryFileSystemObject(files).DeleteFolder("C:\\Ana\\Ovalink", true);
+  files.SetUnwritable("C:\\Ana");
+  LoadPage();
+  EXPECT_EQ(At("installedchannels")->ChildNodeCount(), 2);
+  EXPECT_EQ(Log(), Header() + Entry("Kitbay::MakeUserFolders", "70", "Permission denied") +
+                       Entry("Kitbay::MakeDirectoryPreferenceFile", "76", "Path not found") +
+                       Entry("Kitbay::GetDirectoryPreferenceFile", "9", "Subscript out of range"));
+}
+
+TEST_F(PageLoaded, WithoutAnApplicationDataFolderNoFolderIsMadeOnTheDrive) {
+  keys.AddText(kFolders, "AppData", "");
+  LoadPage();
+  EXPECT_FALSE(files.IsFolder("C:\\Ovalink\\CustomData"));
+  EXPECT_EQ(At("installedchannels")->ChildNodeCount(), 2);
+}
+
 TEST_F(PageLoaded, LeftOversOfInterruptedSavesAreSweptFromWhereFilesAreReplaced) {
   const std::vector<std::string> folders = {"C:\\Ovalink\\Datastore", "C:\\Ovalink\\Kitbay",
                                             "C:\\Ana\\Ovalink\\CustomData", "C:\\Ana\\Ovalink"};
