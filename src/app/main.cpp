@@ -39,7 +39,8 @@ class Windows {
   std::unique_ptr<platform::ActiveObjects> active_objects_ = win32::MakeActiveObjects();
   std::unique_ptr<platform::ComServer> com_server_ = win32::MakeComServer();
   std::unique_ptr<platform::InstanceMark> instance_mark_ = win32::MakeInstanceMark();
-  std::unique_ptr<platform::SuiteObjects> suite_objects_ = win32::MakeSuiteObjects();
+  std::unique_ptr<platform::SuiteObjects> suite_objects_ =
+      win32::MakeSuiteObjects(win32::FindProgramPlace().folder);
   std::unique_ptr<platform::MessageLoop> loop_ = win32::MakeMessageLoop();
   std::unique_ptr<platform::MainWindow> window_ = win32::MakeMainWindow(*loop_);
   std::unique_ptr<platform::PreferenceWindow> preference_window_ =

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 
 #include "platform/active_objects.h"
 #include "platform/clock.h"
@@ -37,7 +38,10 @@ class ComApartment {
 std::unique_ptr<ActiveObjects> MakeActiveObjects();
 std::unique_ptr<ComServer> MakeComServer();
 std::unique_ptr<InstanceMark> MakeInstanceMark();
-std::unique_ptr<SuiteObjects> MakeSuiteObjects();
+
+/// The suite's objects: those that are registered, and for want of them the ones in `folder`, as the
+/// side-by-side manifest there names them. UTF-8.
+std::unique_ptr<SuiteObjects> MakeSuiteObjects(const std::string& folder);
 
 /// Tells the system, for the rest of the process, not to put ghosts in the place of windows that do
 /// not answer for some seconds, as while a library registers itself: a ghost's close button ends

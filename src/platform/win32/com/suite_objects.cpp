@@ -7,9 +7,11 @@
 #include <utility>
 
 #include "base/failure.h"
+#include "platform/win32/com/activation_context.h"
 #include "platform/win32/com/adopt.h"
 #include "platform/win32/com/automation.h"
 #include "platform/win32/com/transport_event_sink.h"
+#include "platform/win32/system/system_path.h"
 #include "platform/win32/system/utf.h"
 #include "platform/win32/win32_platform.h"
 
@@ -18,14 +20,12 @@ namespace {
 
 using Microsoft::WRL::ComPtr;
 
-ComPtr<IDispatch> CreateObject(const std::string& prog_id) {
+// Reports REGDB_E_CLASSNOTREG where the ProgID names nothing that this process could create.
+HRESULT Create(const std::string& prog_id, ComPtr<IDispatch>& object) {
   CLSID id;
-  ComPtr<IDispatch> object;
-  if (FAILED(CLSIDFromProgID(ToUtf16(prog_id).c_str(), &id)) ||
-      FAILED(CoCreateInstance(id, nullptr, CLSCTX_SERVER, IID_PPV_ARGS(&object)))) {
-    throw base::Failure(base::RuntimeError::kCannotCreateObject);
-  }
-  return object;
+  return FAILED(CLSIDFromProgID(ToUtf16(prog_id).c_str(), &id))
+             ? REGDB_E_CLASSNOTREG
+             : CoCreateInstance(id, nullptr, CLSCTX_SERVER, IID_PPV_ARGS(&object));
 }
 
 class SuiteTextStream : public TextStream {
@@ -115,16 +115,36 @@ class SuiteTransportObject : public TransportObject {
 
 class ComSuiteObjects : public SuiteObjects {
  public:
+  explicit ComSuiteObjects(const std::string& folder)
+      : beside_(ToSystemPath(folder + "\\OvalinkSuite.manifest")) {}
+
   std::unique_ptr<FileSystemObject> CreateFileSystemObject(const std::string& prog_id) override {
     return std::make_unique<SuiteFileSystemObject>(CreateObject(prog_id));
   }
   std::unique_ptr<TransportObject> CreateTransportObject(const std::string& prog_id) override {
     return std::make_unique<SuiteTransportObject>(CreateObject(prog_id));
   }
+
+ private:
+  // What a suite has registered comes first.
+  ComPtr<IDispatch> CreateObject(const std::string& prog_id) const {
+    ComPtr<IDispatch> object;
+    HRESULT result = Create(prog_id, object);
+    if (result == REGDB_E_CLASSNOTREG) {
+      const ActivationContext::Active active(beside_);
+      result = Create(prog_id, object);
+    }
+    if (FAILED(result)) throw base::Failure(base::RuntimeError::kCannotCreateObject);
+    return object;
+  }
+
+  ActivationContext beside_;
 };
 
 }  // namespace
 
-std::unique_ptr<SuiteObjects> MakeSuiteObjects() { return std::make_unique<ComSuiteObjects>(); }
+std::unique_ptr<SuiteObjects> MakeSuiteObjects(const std::string& folder) {
+  return std::make_unique<ComSuiteObjects>(folder);
+}
 
 }  // namespace kitbay::platform::win32

@@ -21,7 +21,7 @@ std::string Document(const std::string& destination) {
 class DownloadObject : public testing::Test {
  protected:
   std::unique_ptr<platform::TransportObject> Create(const char* prog_id) {
-    return platform::win32::MakeSuiteObjects()->CreateTransportObject(prog_id);
+    return platform::win32::MakeSuiteObjects(SuiteFolder())->CreateTransportObject(prog_id);
   }
 
   /// Handles messages until the receiver has been told of something, or has had time enough for

@@ -14,6 +14,7 @@
 #include "platform/win32/system/handles.h"
 #include "platform/win32/system/overwriting.h"
 #include "platform/win32/system/system_path.h"
+#include "contract/com/win32/registered_suite.h"
 #include "platform/win32/win32_platform.h"
 #include "suite.h"
 
@@ -62,7 +63,7 @@ class SuiteFileSystemObjectWorld : public FileSystemObjectWorld {
  private:
   ScratchFolder folder_;
   std::unique_ptr<platform::FileSystemObject> object_ =
-      platform::win32::MakeSuiteObjects()->CreateFileSystemObject("FileSystemLib.FileSystemObject");
+      platform::win32::MakeSuiteObjects(SuiteFolder())->CreateFileSystemObject("FileSystemLib.FileSystemObject");
 };
 
 std::unique_ptr<FileSystemObjectWorld> MakeWorld() {
@@ -115,7 +116,7 @@ class SuiteFileSystemObject : public testing::Test {
 
   ScratchFolder folder_;
   std::unique_ptr<platform::FileSystemObject> object_ =
-      platform::win32::MakeSuiteObjects()->CreateFileSystemObject("FileSystemLib.FileSystemObject");
+      platform::win32::MakeSuiteObjects(SuiteFolder())->CreateFileSystemObject("FileSystemLib.FileSystemObject");
   ComPtr<::IFileSystemObject> early_;
 };
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <gtest/gtest.h>
 #include <windows.h>
 
 #include <stdexcept>
@@ -7,6 +8,7 @@
 
 #include "platform/win32/system/handles.h"
 #include "platform/win32/system/system_path.h"
+#include "platform/win32/system/utf.h"
 
 namespace kitbay::contract {
 
@@ -16,6 +18,23 @@ inline HRESULT CallSuite(const char* name) {
   if (address == nullptr) return E_NOTIMPL;
   return reinterpret_cast<HRESULT(STDAPICALLTYPE*)()>(reinterpret_cast<void*>(address))();
 }
+
+/// The folder of the suite's library, with its side-by-side manifest.
+inline std::string SuiteFolder() {
+  wchar_t path[1024] = L"";
+  GetModuleFileNameW(GetModuleHandleW(L"OvalinkSuite.dll"), path, 1024);
+  const std::string library = platform::win32::ToUtf8(path);
+  return library.substr(0, library.rfind('\\'));
+}
+
+/// For as long as it lives the suite's classes are not registered.
+class UnregisteredSuite {
+ public:
+  UnregisteredSuite() { EXPECT_EQ(CallSuite("DllUnregisterServer"), S_OK); }
+  ~UnregisteredSuite() { EXPECT_EQ(CallSuite("DllRegisterServer"), S_OK); }
+  UnregisteredSuite(const UnregisteredSuite&) = delete;
+  UnregisteredSuite& operator=(const UnregisteredSuite&) = delete;
+};
 
 /// The suite's library at `path`, loaded and registered by itself.
 class RegisteredSuite {

@@ -10,6 +10,8 @@
 #include "contract/com/suite_objects_contract.h"
 #include "contract/com/win32/client_process.h"
 #include "contract/com/win32/registered_program.h"
+#include "contract/com/win32/registered_suite.h"
+#include "contract/failure_number.h"
 #include "platform/win32/com/instance_mark.h"
 #include "platform/win32/win32_platform.h"
 
@@ -63,6 +65,24 @@ class Win32InstanceMarkWorld : public InstanceMarkWorld {
   std::optional<platform::win32::MutexMark> other_;
 };
 
+/// The suite's objects as they lie in a folder, with nothing registered.
+class SuiteBeside : public platform::SuiteObjects {
+ public:
+  std::unique_ptr<platform::FileSystemObject> CreateFileSystemObject(
+      const std::string& prog_id) override {
+    return objects_->CreateFileSystemObject(prog_id);
+  }
+  std::unique_ptr<platform::TransportObject> CreateTransportObject(
+      const std::string& prog_id) override {
+    return objects_->CreateTransportObject(prog_id);
+  }
+
+ private:
+  UnregisteredSuite unregistered_;
+  std::unique_ptr<platform::SuiteObjects> objects_ =
+      platform::win32::MakeSuiteObjects(SuiteFolder());
+};
+
 std::unique_ptr<InstanceMarkWorld> MakeInstanceMarkWorld() {
   return std::make_unique<Win32InstanceMarkWorld>();
 }
@@ -78,8 +98,22 @@ std::unique_ptr<ComServerWorld> MakeComServerWorld() {
 INSTANTIATE_TEST_SUITE_P(Win32, ActiveObjectsContract, testing::Values(&MakeActiveObjectsWorld));
 INSTANTIATE_TEST_SUITE_P(Win32, ComServerContract, testing::Values(&MakeComServerWorld));
 INSTANTIATE_TEST_SUITE_P(Win32, InstanceMarkContract, testing::Values(&MakeInstanceMarkWorld));
-INSTANTIATE_TEST_SUITE_P(Win32, SuiteObjectsContract,
-                         testing::Values(&platform::win32::MakeSuiteObjects));
+std::unique_ptr<platform::SuiteObjects> MakeRegisteredSuite() {
+  return platform::win32::MakeSuiteObjects("C:\\nowhere");
+}
+
+std::unique_ptr<platform::SuiteObjects> MakeSuiteBeside() { return std::make_unique<SuiteBeside>(); }
+
+INSTANTIATE_TEST_SUITE_P(Win32, SuiteObjectsContract, testing::Values(&MakeRegisteredSuite));
+INSTANTIATE_TEST_SUITE_P(Win32Beside, SuiteObjectsContract, testing::Values(&MakeSuiteBeside));
+
+TEST(Win32SuiteObjects, NeitherRegisteredNorBesideAreNotCreated) {
+  const UnregisteredSuite unregistered;
+  for (const char* prog_id : {"XMLRPCTRANSPORT.xTransport", "URLDownloadLib.URLDownload"}) {
+    EXPECT_EQ(FailureNumber([&] { MakeRegisteredSuite()->CreateTransportObject(prog_id); }),
+              kCannotCreateObject);
+  }
+}
 
 }  // namespace
 }  // namespace kitbay::contract

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+namespace kitbay::platform::win32 {
+
+/// The classes that a side-by-side manifest names, which need not be registered.
+class ActivationContext {
+ public:
+  /// Of the manifest at `path`; of none when that cannot be read.
+  explicit ActivationContext(const std::wstring& path);
+  ~ActivationContext();
+  ActivationContext(const ActivationContext&) = delete;
+  ActivationContext& operator=(const ActivationContext&) = delete;
+
+  /// While it lives, its thread finds the classes of the context first.
+  class Active {
+   public:
+    explicit Active(const ActivationContext& context);
+    ~Active();
+    Active(const Active&) = delete;
+    Active& operator=(const Active&) = delete;
+
+   private:
+    bool is_active_;
+    ULONG_PTR cookie_ = 0;
+  };
+
+ private:
+  HANDLE context_;
+};
+
+}  // namespace kitbay::platform::win32
