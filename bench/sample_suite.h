@@ -45,6 +45,7 @@ class DatastoreDisk : public platform::Files {
   void WaitForOthers(unsigned /*milliseconds*/) const override {}
   void SweepReplacements(const std::string& /*folder*/) override {}
   void CreateFolder(const std::string& path) override;
+  bool RefusesFiles(const std::string& /*folder*/) override { return false; }
   bool IsLink(const std::string& /*path*/) const override { return false; }
   platform::LocalTime LastModified(const std::string& path) const override;
 

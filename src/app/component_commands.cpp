@@ -2,7 +2,34 @@
 
 namespace kitbay::app {
 
+void ComponentCommands::UpdateInstalledAddon() {
+  if (rights_.DemandChange()) {
+    updates_.UpdateInstalledAddon();
+  }
+}
+
+void ComponentCommands::UpdateInstalledTransport() {
+  if (rights_.DemandChange()) {
+    updates_.UpdateInstalledTransport();
+  }
+}
+
+void ComponentCommands::UpdateInstalledChannel() {
+  if (rights_.DemandChange()) {
+    updates_.UpdateInstalledChannel();
+  }
+}
+
+void ComponentCommands::RemoveAddon(const std::string& action, const std::string& kind) {
+  if (rights_.DemandChange()) {
+    removal_.RemoveAddon(action, kind);
+  }
+}
+
 bool ComponentCommands::InstallNewAddons(const std::string& container, const std::string& name) {
+  if (!rights_.DemandChange()) {
+    return false;
+  }
   state_.update_in_progress = false;
   // Before the request, whose answer may arrive while it is handed over.
   buttons_.DisableOtherUpdatedDownload();

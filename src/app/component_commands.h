@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "app/suite_rights.h"
 #include "install/removal.h"
 #include "install/update_flows.h"
 #include "update/update_requests.h"
@@ -11,24 +12,24 @@
 
 namespace kitbay::app {
 
-/// Starts what the buttons of the page's rows ask for.
+/// Starts what the buttons of the page's rows ask for. Where the user may not change the suite each
+/// says so instead.
 class ComponentCommands : public view::PageCommands {
  public:
   ComponentCommands(update::UpdateRequests& requests, install::UpdateFlows& updates,
-                    install::Removal& removal, view::PageButtons& buttons, view::ViewState& state)
+                    install::Removal& removal, view::PageButtons& buttons, view::ViewState& state,
+                    SuiteRights& rights)
       : requests_(requests),
         updates_(updates),
         removal_(removal),
         buttons_(buttons),
-        state_(state) {}
+        state_(state),
+        rights_(rights) {}
 
-  void UpdateInstalledAddon() override { updates_.UpdateInstalledAddon(); }
-  void UpdateInstalledTransport() override { updates_.UpdateInstalledTransport(); }
-  void UpdateInstalledChannel() override { updates_.UpdateInstalledChannel(); }
-
-  void RemoveAddon(const std::string& action, const std::string& kind) override {
-    removal_.RemoveAddon(action, kind);
-  }
+  void UpdateInstalledAddon() override;
+  void UpdateInstalledTransport() override;
+  void UpdateInstalledChannel() override;
+  void RemoveAddon(const std::string& action, const std::string& kind) override;
 
   /// With an installation under way the buttons of what is installed are off, too, and no update is
   /// in progress any more, be it that the last one's download failed.
@@ -40,6 +41,7 @@ class ComponentCommands : public view::PageCommands {
   install::Removal& removal_;
   view::PageButtons& buttons_;
   view::ViewState& state_;
+  SuiteRights& rights_;
 };
 
 }  // namespace kitbay::app

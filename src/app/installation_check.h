@@ -19,8 +19,9 @@ class InstallationCheck {
                     platform::MainWindow& window, base::Settings& settings)
       : log_(log), desktop_(desktop), keys_(keys), window_(window), settings_(settings) {}
 
-  /// Fills the settings from the uninstall entry. Without an entry that can be read the user is told
-  /// and the main window is unloaded. `file_system` may be empty; then no `install.txt` is looked for.
+  /// Fills the settings from the uninstall entry. Without an entry that can be read the user is
+  /// told and the main window is unloaded. `file_system` may be empty; then no `install.txt` is
+  /// looked for.
   void CheckInstallation(platform::FileSystemObject* file_system);
 
   /// Tells the user where the suite that was found is of another bitness than Kitbay, which then

@@ -13,19 +13,9 @@ namespace win32 = platform::win32;
 class Windows {
  public:
   PlatformParts parts() const {
-    return {*clock_,
-            *files_,
-            *keys_,
-            *version_resource_,
-            *desktop_,
-            *libraries_,
-            *active_objects_,
-            *com_server_,
-            *instance_mark_,
-            *suite_objects_,
-            *loop_,
-            *window_,
-            *preference_window_};
+    return {*clock_,         *files_,     *keys_,           *version_resource_, *desktop_,
+            *elevation_,     *libraries_, *active_objects_, *com_server_,       *instance_mark_,
+            *suite_objects_, *loop_,      *window_,         *preference_window_};
   }
 
  private:
@@ -35,6 +25,7 @@ class Windows {
   std::unique_ptr<platform::RegistryKeys> keys_ = win32::MakeRegistryKeys();
   std::unique_ptr<platform::VersionResource> version_resource_ = win32::MakeVersionResource();
   std::unique_ptr<platform::Desktop> desktop_ = win32::MakeDesktop();
+  std::unique_ptr<platform::Elevation> elevation_ = win32::MakeElevation();
   std::unique_ptr<platform::Libraries> libraries_ = win32::MakeLibraries();
   std::unique_ptr<platform::ActiveObjects> active_objects_ = win32::MakeActiveObjects();
   std::unique_ptr<platform::ComServer> com_server_ = win32::MakeComServer();

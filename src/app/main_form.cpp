@@ -29,18 +29,25 @@ constexpr const char* kPageFile = "\\AddonUpdates.html";
 // The preparation of the working files is a step of its own: in an installation folder that cannot
 // be written, the window is shown all the same, only without a log.
 void MainForm::Load() {
-  parts_.settings.MainAppExe = "Tessel.exe";
-  parts_.settings.MainAppName = "Application";
-  loaded_ = guarded(parts_.log, "Kitbay::Form_Load", [&] { parts_.window.Load(*this); });
-  if (!loaded_) {
+  if (state_ != State::kUnloaded) {
     return;
   }
+  parts_.settings.MainAppExe = "Tessel.exe";
+  parts_.settings.MainAppName = "Application";
+  if (!guarded(parts_.log, "Kitbay::Form_Load", [&] { parts_.window.Load(*this); })) {
+    return;
+  }
+  state_ = State::kLoaded;
   guarded(parts_.log, "Kitbay::Form_Load", [&] {
     file_system_ = parts_.suite_objects.CreateFileSystemObject("FileSystemLib.FileSystemObject");
     parts_.session.file_system = file_system_.get();
   });
   parts_.installation_check.CheckInstallation(file_system_.get());
-  if (!loaded_) {
+  if (!IsLoaded()) {
+    return;
+  }
+  guarded(parts_.log, "Kitbay::Form_Load", [&] { parts_.rights.Check(); });
+  if (!IsLoaded()) {
     return;
   }
   parts_.installation_check.TellOtherBitness();
@@ -72,8 +79,9 @@ std::string MainForm::HelpTopic() const {
 
 void MainForm::BringToFront() {
   guarded(parts_.log, "Kitbay::BringToFront", [&] {
-    if (!loaded_) {
-      Load();
+    Load();
+    if (!IsLoaded()) {
+      return;
     }
     constexpr unsigned kPlaceOnly = platform::kNoSize | platform::kNoMove;
     platform::Desktop& desktop = parts_.desktop;
@@ -144,6 +152,7 @@ void MainForm::WebBrowser1_DocumentComplete() {
       parts_.exchange.source_file.MakeDirectoryPreferenceFile(file_system_.get());
       parts_.exchange.driver.GetDirectoryPreferenceFile();
     });
+    guarded(parts_.log, kPageLoaded, [&] { parts_.rights.TellOnce(); });
   }
   if (parts_.page.document.IsConnected()) {
     ExplainEmptyLists(has_suite_objects);
@@ -203,7 +212,8 @@ void MainForm::ConnectPage() {
 void MainForm::MakeUserFolders() {
   guarded(parts_.log, "Kitbay::MakeUserFolders", [&] {
     const std::string& custom_data = parts_.settings.CustomDataFolder;
-    for (const std::string& folder : {custom_data.substr(0, custom_data.rfind('\\')), custom_data}) {
+    for (const std::string& folder :
+         {custom_data.substr(0, custom_data.rfind('\\')), custom_data}) {
       if (!parts_.files.Exists(folder)) {
         parts_.files.CreateFolder(folder);
       }
@@ -223,7 +233,8 @@ void MainForm::SweepReplacements() {
 }
 
 void MainForm::Form_Unload() {
-  loaded_ = false;
+  state_ = State::kEnding;
+  parts_.com_server.RevokeClassObjects();
   guarded(parts_.log, "Kitbay::Form_Unload", [&] {
     update::ShowProgressInStatusBar(parts_.log, parts_.window, false);
     parts_.manager_registration.Windup();
@@ -268,10 +279,12 @@ void MainForm::ObjSetToNothing() {
   });
 }
 
-// Without an installation folder the path would name a folder that is not the program's own.
+// Without an installation folder the path would name a folder that is not the program's own; where
+// the suite may not be changed, the folder is that of a program with more rights.
 void MainForm::DeleteWorkingFolder() {
   const std::string& folder = parts_.settings.InstallFolder;
-  if (file_system_ && !folder.empty() && file_system_->FolderExists(folder + "\\Temp")) {
+  if (file_system_ && !folder.empty() && parts_.settings.may_change_suite &&
+      file_system_->FolderExists(folder + "\\Temp")) {
     file_system_->DeleteFolder(folder + "\\Temp", false);
   }
 }

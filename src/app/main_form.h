@@ -7,8 +7,10 @@
 #include "app/installation_check.h"
 #include "app/manager_registration.h"
 #include "app/preference_form.h"
+#include "app/suite_rights.h"
 #include "base/settings.h"
 #include "install/install_session.h"
+#include "platform/com_server.h"
 #include "platform/desktop.h"
 #include "platform/files.h"
 #include "platform/html_document.h"
@@ -30,7 +32,9 @@ struct FormParts {
   platform::SuiteObjects& suite_objects;
   platform::MainWindow& window;
   platform::MessageLoop& loop;
+  platform::ComServer& com_server;
   InstallationCheck& installation_check;
+  SuiteRights& rights;
   ManagerRegistration& manager_registration;
   PreferenceForm& preference_form;
   view::ComponentPage& page;
@@ -45,14 +49,16 @@ class MainForm : public platform::MainWindowEvents {
  public:
   explicit MainForm(const FormParts& parts) : parts_(parts) {}
 
-  bool IsLoaded() const { return loaded_; }
+  bool IsLoaded() const { return state_ == State::kLoaded; }
 
-  /// Loads the window: checks the installation, opens the error log, shows the window and
-  /// navigates to the page. Without an installation the window is unloaded again; a window that
-  /// cannot be created stays unloaded.
+  /// Loads the window: checks the installation and the user's rights, opens the error log, shows
+  /// the window and navigates to the page. Without an installation, and when the program starts
+  /// again with more rights, the window is unloaded again; a window that cannot be created stays
+  /// unloaded. Does nothing once the window is, or has been, unloaded.
   void Load();
 
-  /// Raises the window above all others, loading it first if need be.
+  /// Raises the window above all others, loading it first if need be. Does nothing once the window
+  /// is, or has been, unloaded.
   void BringToFront();
 
   void Form_Unload() override;
@@ -67,6 +73,7 @@ class MainForm : public platform::MainWindowEvents {
   void PrepareWorkingFiles();
   void ShowPage();
   void ConnectPage();
+  void MakeUserFolders();
   bool CreateSuiteObjects();
   void CheckDocumentMode();
   void ExplainEmptyLists(bool has_suite_objects);
@@ -78,9 +85,11 @@ class MainForm : public platform::MainWindowEvents {
   std::string HelpTopic() const;
   void TellMissingHelp();
 
-  void MakeUserFolders();
+  /// Nothing that arrives from outside leads back from the end of the program.
+  enum class State { kUnloaded, kLoaded, kEnding };
+
   FormParts parts_;
-  bool loaded_ = false;
+  State state_ = State::kUnloaded;
   bool is_mode_checked_ = false;
   std::unique_ptr<platform::FileSystemObject> file_system_;
   std::unique_ptr<platform::TransportObject> transport_;

@@ -25,20 +25,22 @@ Program::Program(const PlatformParts& parts, base::Settings own_place)
                main_client, session}),
       removal({log, settings, platform.files, platform.desktop, page.document, page.state,
                page.rows, main_client, session}),
-      commands(exchange.requests, updates, removal, page.buttons, page.state),
+      rights({settings, platform.files, platform.desktop, platform.elevation,
+              platform.instance_mark, platform.window}),
+      commands(exchange.requests, updates, removal, page.buttons, page.state, rights),
       page_events(log, page.document, page.state, page.tabs, page.categories, page.buttons,
                   commands),
       installation_check(log, platform.desktop, platform.keys, platform.window, settings),
       manager_registration(log, platform.active_objects),
       preference_form(log, platform.files, exchange.source_file, platform.preference_window,
-                      platform.window, page.document, exchange.driver),
+                      platform.desktop, platform.window, page.document, exchange.driver),
       form({log, settings, platform.files, platform.desktop, platform.keys, platform.suite_objects,
-            platform.window, platform.loop, installation_check, manager_registration,
-            preference_form, page, page_events, exchange, session}),
+            platform.window, platform.loop, platform.com_server, installation_check, rights,
+            manager_registration, preference_form, page, page_events, exchange, session}),
       services(log, platform.keys, settings, form) {}
 
 bool Program::Start() {
-  return Main({log, platform.desktop, platform.instance_mark, platform.active_objects,
+  return Main({log, settings, platform.desktop, platform.instance_mark, platform.active_objects,
                platform.com_server, services, manager_registration, form});
 }
 

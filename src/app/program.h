@@ -6,6 +6,7 @@
 #include "app/main_form.h"
 #include "app/manager_registration.h"
 #include "app/program_services.h"
+#include "app/suite_rights.h"
 #include "app/update_source_form.h"
 #include "base/settings.h"
 #include "install/datastore_registration.h"
@@ -20,6 +21,7 @@
 #include "platform/clock.h"
 #include "platform/com_server.h"
 #include "platform/desktop.h"
+#include "platform/elevation.h"
 #include "platform/files.h"
 #include "platform/instance_mark.h"
 #include "platform/libraries.h"
@@ -41,6 +43,7 @@ struct PlatformParts {
   platform::RegistryKeys& keys;
   const platform::VersionResource& version_resource;
   platform::Desktop& desktop;
+  platform::Elevation& elevation;
   platform::Libraries& libraries;
   platform::ActiveObjects& active_objects;
   platform::ComServer& com_server;
@@ -80,6 +83,7 @@ struct Program {
   update::UpdateExchange exchange;
   install::UpdateFlows updates;
   install::Removal removal;
+  SuiteRights rights;
   ComponentCommands commands;
   view::PageEvents page_events;
 

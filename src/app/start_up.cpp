@@ -16,9 +16,14 @@ void HandOver(const StartUpParts& parts) {
   running->BringToFront();
 }
 
-// A program that cannot register or offer its classes works all the same for its user.
+// With an administrator's rights the system looks at the machine's classes alone. A program that
+// cannot register or offer its classes works all the same for its user.
 void OfferClasses(const StartUpParts& parts) {
-  guarded(parts.log, "Kitbay::Main", [&] { parts.com_server.KeepRegistrationCurrent(); });
+  guarded(parts.log, "Kitbay::Main", [&] {
+    parts.com_server.KeepRegistrationCurrent(parts.settings.is_administrator
+                                                 ? platform::ClassesOf::kMachine
+                                                 : platform::ClassesOf::kUser);
+  });
   guarded(parts.log, "Kitbay::Main",
           [&] { parts.com_server.RegisterClassObjects(parts.services); });
 }
@@ -34,11 +39,7 @@ void Start(const StartUpParts& parts) {
 
 }  // namespace
 
-Manager::Manager(MainForm& form) : form_(form) {
-  if (!form_.IsLoaded()) {
-    form_.Load();
-  }
-}
+Manager::Manager(MainForm& form) : form_(form) { form_.Load(); }
 
 bool Main(const StartUpParts& parts) {
   guarded(parts.log, "Kitbay::Main", [&] {

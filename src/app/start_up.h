@@ -3,6 +3,7 @@
 #include "app/main_form.h"
 #include "app/manager_registration.h"
 #include "base/error_log.h"
+#include "base/settings.h"
 #include "platform/active_objects.h"
 #include "platform/com_server.h"
 #include "platform/desktop.h"
@@ -25,6 +26,7 @@ class Manager : public platform::ManagerService {
 /// What the start of the program works with.
 struct StartUpParts {
   base::ErrorLog& log;
+  const base::Settings& settings;
   platform::Desktop& desktop;
   platform::InstanceMark& instance_mark;
   platform::ActiveObjects& active_objects;

@@ -10,4 +10,9 @@ void UpdateSourceForm::GetDirectoryPreferenceFile() {
   }
 }
 
+void UpdateSourceForm::TellNotSaved() {
+  desktop_.ShowMessage("The list of directories could not be saved.", platform::kMessageTitle,
+                       platform::kOkOnly);
+}
+
 }  // namespace kitbay::app

@@ -2,6 +2,7 @@
 
 #include "app/preference_form.h"
 #include "base/error_log.h"
+#include "platform/desktop.h"
 #include "platform/files.h"
 #include "platform/main_window.h"
 #include "platform/preference_window.h"
@@ -18,9 +19,10 @@ class UpdateSourceForm : public PreferenceForm, private prefs::SourceListUser {
  public:
   UpdateSourceForm(base::ErrorLog& log, platform::Files& files,
                    update::UpdateSourceFile& source_file, platform::PreferenceWindow& dialog_window,
-                   const platform::MainWindow& main_window, const view::PageDocument& page,
-                   update::UpdateDriver& driver)
+                   platform::Desktop& desktop, const platform::MainWindow& main_window,
+                   const view::PageDocument& page, update::UpdateDriver& driver)
       : dialog_(log, files, source_file, dialog_window, *this),
+        desktop_(desktop),
         main_window_(main_window),
         page_(page),
         driver_(driver) {}
@@ -31,8 +33,10 @@ class UpdateSourceForm : public PreferenceForm, private prefs::SourceListUser {
 
  private:
   void GetDirectoryPreferenceFile() override;
+  void TellNotSaved() override;
 
   prefs::UpdateSourceDialog dialog_;
+  platform::Desktop& desktop_;
   const platform::MainWindow& main_window_;
   const view::PageDocument& page_;
   update::UpdateDriver& driver_;

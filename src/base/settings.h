@@ -14,6 +14,9 @@ struct Settings {
   std::string CustomDataFolder;  ///< the user's folder of custom components
   bool IsNotNT = false;          ///< whether the system is not of the NT family
 
+  bool is_administrator = false;  ///< whether the process has an administrator's rights in force
+  bool may_change_suite = true;   ///< whether its user may write into the suite's folders
+
   std::string program_folder;  ///< the folder of the running executable
   std::string program_name;    ///< the executable's file name without ".exe"
   int program_bits = 64;       ///< how many bits the program itself is of

@@ -1,5 +1,8 @@
 #include "install/main_client.h"
 
+#include <cstdint>
+
+#include "base/failure.h"
 #include "base/guarded.h"
 
 namespace kitbay::install {
@@ -47,8 +50,29 @@ RemovalAnswer MainClient::AskBeforeRemoval(const std::string& name, const std::s
 }
 
 void MainClient::LaunchMainApplication() {
-  guarded(log_, "Kitbay::LaunchMainApplication",
-          [&] { desktop_.StartProgram(settings_.InstallFolder + "\\" + settings_.MainAppExe); });
+  guarded(log_, "Kitbay::LaunchMainApplication", [&] {
+    const std::string path = settings_.InstallFolder + "\\" + settings_.MainAppExe;
+    if (settings_.is_administrator) {
+      StartAsUser(path);
+    } else {
+      desktop_.StartProgram(path);
+    }
+  });
+}
+
+// The client belongs to the user, whatever rights Kitbay was given.
+void MainClient::StartAsUser(const std::string& path) {
+  try {
+    desktop_.StartProgramAsUser(path);
+  } catch (const base::Failure& failure) {
+    if (failure.number() != static_cast<std::int32_t>(base::RuntimeError::kFileNotFound)) {
+      desktop_.ShowMessage(settings_.MainAppName +
+                               " could not be started again with your own rights. Please start it "
+                               "yourself.",
+                           platform::kMessageTitle, platform::kOkOnly);
+    }
+    throw;
+  }
 }
 
 platform::WindowHandle MainClient::FindWindow() {

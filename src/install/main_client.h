@@ -31,10 +31,12 @@ class MainClient {
   /// Throws `base::Failure` when the user cannot be asked.
   RemovalAnswer AskBeforeRemoval(const std::string& name, const std::string& kind);
 
-  /// Starts the main client, without waiting for it.
+  /// Starts the main client as the user, without waiting for it. Where this process has more rights
+  /// and the client cannot be started with the user's, the user is told to start it.
   void LaunchMainApplication();
 
  private:
+  void StartAsUser(const std::string& path);
   platform::WindowHandle FindWindow();
   bool Confirm(const std::string& question);
 

@@ -77,6 +77,10 @@ class Desktop {
   /// Starts a program, shown normally and with focus, without waiting. Throws `base::Failure` (53
   /// when there is no such file) when it cannot be started.
   virtual void StartProgram(const std::string& path) = 0;
+
+  /// Does the same with the rights of the user whose desktop it is, for a process that has an
+  /// administrator's. Throws `base::Failure` also when the desktop's shell does not do it.
+  virtual void StartProgramAsUser(const std::string& path) = 0;
 };
 
 }  // namespace kitbay::platform

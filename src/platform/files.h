@@ -79,6 +79,10 @@ class Files {
   /// Creates one folder. Fails with 75 when it exists, with 76 when its parent does not.
   virtual void CreateFolder(const std::string& path) = 0;
 
+  /// Whether the system refuses this user a new file in `folder`, which is found out by trying.
+  /// What keeps a file from being made for another reason, such as a missing folder, is no refusal.
+  virtual bool RefusesFiles(const std::string& folder) = 0;
+
   /// Whether there is, under this very path, a link to another place of the file system: a symbolic
   /// link or a mount point.
   virtual bool IsLink(const std::string& path) const = 0;

@@ -63,6 +63,7 @@ void UpdateSourceDialog::Show(platform::WindowHandle owner) {
 }
 
 void UpdateSourceDialog::Form_Load() {
+  has_additions_ = false;
   guarded(log_, "Kitbay::Form_Load", [&] {
     window_.EnableRemoveButton(false);
     catalog::XmlDocument file;
@@ -105,11 +106,14 @@ void UpdateSourceDialog::Command1_Click() {
 }
 
 void UpdateSourceDialog::lstPrefURL_KeyDown(int key_code) {
-  guarded(log_, "Kitbay::lstPrefURL_KeyDown", [&] {
+  const bool is_done = guarded(log_, "Kitbay::lstPrefURL_KeyDown", [&] {
     if (key_code == kDelete && window_.SelectedItem() > kFirstPosition) {
       RemoveSource(window_.SelectedItem());
     }
   });
+  if (!is_done) {
+    user_.TellNotSaved();
+  }
 }
 
 void UpdateSourceDialog::lstPrefURL_MouseUp() {
@@ -150,6 +154,7 @@ void UpdateSourceDialog::RefuseDuplicate() {
 
 void UpdateSourceDialog::TakeUrl(const std::string& url) {
   window_.AddItem(url);
+  has_additions_ = true;
   window_.FocusAddButton();
   window_.SetUrlText("");
   window_.SetStatusText("The URL is saved. You will start getting updates from this location.");
@@ -178,7 +183,7 @@ void UpdateSourceDialog::RemoveSource(int position) {
 }
 
 void UpdateSourceDialog::SavePreference(bool& changed) {
-  guarded(log_, "Kitbay::SavePreference", [&] {
+  const bool is_done = guarded(log_, "Kitbay::SavePreference", [&] {
     // A file that cannot be loaded in the first place is no failure.
     for (int position = 1; position <= window_.ItemCount(); ++position) {
       bool is_new = false;
@@ -194,6 +199,9 @@ void UpdateSourceDialog::SavePreference(bool& changed) {
       changed = changed || is_new;
     }
   });
+  if (!is_done && has_additions_) {
+    user_.TellNotSaved();
+  }
 }
 
 }  // namespace kitbay::prefs

@@ -13,6 +13,7 @@ namespace kitbay::prefs {
 /// The dialog `frmPreference`, in which the user adds and removes update sources. Removals are in
 /// the file at once, additions when the dialog closes; then `SourceListUser` is told. The handlers
 /// log their failures and go no further; the file is whole then, and the list shows what it holds.
+/// A change that could not be saved is told to `SourceListUser` as well.
 class UpdateSourceDialog : public platform::PreferenceWindowEvents {
  public:
   UpdateSourceDialog(base::ErrorLog& log, platform::Files& files,
@@ -53,6 +54,7 @@ class UpdateSourceDialog : public platform::PreferenceWindowEvents {
   const update::UpdateSourceFile& source_file_;
   platform::PreferenceWindow& window_;
   SourceListUser& user_;
+  bool has_additions_ = false;
 };
 
 }  // namespace kitbay::prefs

@@ -24,12 +24,16 @@ std::chrono::sys_days DayOf(const platform::LocalTime& time) {
 void UpdateDriver::GetDirectoryPreferenceFile() {
   base::guarded(parts_.log, "Kitbay::GetDirectoryPreferenceFile", [&] {
     parts_.source_file.GetPreferences();
+    if (!parts_.settings.may_change_suite) {
+      // Their answers could not be kept.
+      parts_.sources.PendingSources.clear();
+    }
     if (parts_.sources.UpdateSources.empty()) {
+      parts_.tabs.ShowLocalData();
       throw base::Failure(base::RuntimeError::kSubscriptOutOfRange);
     }
     const std::string manifest = base::AfterLastSlash(parts_.sources.UpdateSources.front());
     if (manifest.empty()) {
-      parts_.tabs.ShowLocalData();
       parts_.tabs.ShowLocalData();
     } else if (!IsCached(manifest)) {
       ShowLocalDataAndAsk();

@@ -38,7 +38,8 @@ class UpdateDriver {
   explicit UpdateDriver(const DriverParts& parts) : parts_(parts) {}
 
   /// Reads the update sources, shows what is known and asks the sources whose manifest was not
-  /// fetched today. An empty list is logged and leaves the page as it is.
+  /// fetched today; asks none where the suite may not be changed. An empty list is logged, and what
+  /// is installed is shown.
   void GetDirectoryPreferenceFile();
 
  private:

@@ -26,6 +26,7 @@ class DiskFiles : public platform::Files {
   void WaitForOthers(unsigned /*milliseconds*/) const override {}
   void SweepReplacements(const std::string& /*folder*/) override {}  // Replacements leave nothing.
   void CreateFolder(const std::string& path) override;
+  bool RefusesFiles(const std::string& /*folder*/) override { return false; }
   bool IsLink(const std::string& path) const override;
   platform::LocalTime LastModified(const std::string& path) const override;
 

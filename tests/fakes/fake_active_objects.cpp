@@ -23,14 +23,19 @@ class FakeActiveObjects::Client : public platform::ManagerService {
   std::shared_ptr<platform::ManagerService*> link_;
 };
 
-FakeActiveObjects::FakeActiveObjects() : classes{{"Kitbay.Manager", platform::ClassId{1}}} {}
+namespace {
+
+constexpr const char* kOwnProgId = "Kitbay.Manager";
+constexpr platform::ClassId kOwnClass{1};
+
+}  // namespace
+
+FakeActiveObjects::FakeActiveObjects() : classes{{kOwnProgId, kOwnClass}} {}
 FakeActiveObjects::~FakeActiveObjects() = default;
 
 std::optional<platform::ClassId> FakeActiveObjects::ClassIdFromProgId(const std::string& prog_id) {
   calls.push_back("ClassIdFromProgId " + prog_id);
-  const auto found = classes.find(prog_id);
-  if (found == classes.end()) return std::nullopt;
-  return found->second;
+  return Find(prog_id);
 }
 
 std::optional<std::uint32_t> FakeActiveObjects::RegisterActiveObject(
@@ -57,15 +62,25 @@ void FakeActiveObjects::DisconnectObject(platform::ManagerService& object) {
 
 std::unique_ptr<platform::ManagerService> FakeActiveObjects::GetActive(const std::string& prog_id) {
   calls.push_back("GetActive " + prog_id);
-  const auto known = classes.find(prog_id);
-  if (known != classes.end()) {
-    if (running_manager != nullptr) return std::make_unique<Client>(LinkTo(*running_manager));
+  if (const auto known = Find(prog_id)) {
+    if (running_manager != nullptr && running_manager_user == user_)
+      return std::make_unique<Client>(LinkTo(*running_manager));
     const auto entry = std::find_if(entries_.begin(), entries_.end(), [&](const auto& candidate) {
-      return candidate.second.class_id == known->second;
+      return candidate.second.class_id == *known;
     });
     if (entry != entries_.end()) return std::make_unique<Client>(LinkTo(*entry->second.object));
   }
   throw base::Failure(base::RuntimeError::kCannotCreateObject);
+}
+
+void FakeActiveObjects::AddOwnClass(platform::ClassesOf whose) {
+  (whose == platform::ClassesOf::kMachine ? machine_classes : classes)[kOwnProgId] = kOwnClass;
+}
+
+std::optional<platform::ClassId> FakeActiveObjects::Find(const std::string& prog_id) const {
+  if (user_ == User::kStandard && classes.contains(prog_id)) return classes.at(prog_id);
+  if (machine_classes.contains(prog_id)) return machine_classes.at(prog_id);
+  return std::nullopt;
 }
 
 std::shared_ptr<platform::ManagerService*> FakeActiveObjects::LinkTo(

@@ -7,16 +7,21 @@
 #include <string>
 #include <vector>
 
+#include "fakes/user.h"
 #include "platform/active_objects.h"
+#include "platform/com_server.h"
 #include "platform/services.h"
 
 namespace kitbay::fakes {
 
 /// The results of COM calls that the fakes raise.
 inline constexpr std::int32_t kInvalidArgument = static_cast<std::int32_t>(0x80070057U);
+inline constexpr std::int32_t kAccessDenied = static_cast<std::int32_t>(0x80070005U);
 inline constexpr std::int32_t kDisconnected = static_cast<std::int32_t>(0x80010108U);
 
-/// A class table and a running-object table in memory. Every call is recorded in `calls`.
+/// The class tables and the running-object table in memory. Every call is recorded in `calls`. As
+/// on Windows a process with an administrator's rights does not find the user's classes, and
+/// neither it nor a standard user's process finds what the other has entered.
 class FakeActiveObjects : public platform::ActiveObjects {
  public:
   FakeActiveObjects();
@@ -29,14 +34,25 @@ class FakeActiveObjects : public platform::ActiveObjects {
   void DisconnectObject(platform::ManagerService& object) override;
   std::unique_ptr<platform::ManagerService> GetActive(const std::string& prog_id) override;
 
-  /// The known classes by ProgID: `Kitbay.Manager` alone at first.
+  /// The user's classes by ProgID: `Kitbay.Manager` alone at first, from an earlier start.
   std::map<std::string, platform::ClassId> classes;
+
+  /// The machine's: none at first.
+  std::map<std::string, platform::ClassId> machine_classes;
+
+  void SetUser(User user) { user_ = user; }
+
+  /// Enters the program's own class, as its registration does.
+  void AddOwnClass(platform::ClassesOf whose);
 
   /// Makes every registration fail.
   bool table_refuses = false;
 
   /// The manager that another instance has entered; null while there is none.
   platform::ManagerService* running_manager = nullptr;
+
+  /// Who runs that instance.
+  User running_manager_user = User::kStandard;
 
   /// For example "ClassIdFromProgId Kitbay.Manager" or "RevokeActiveObject 7".
   std::vector<std::string> calls;
@@ -51,8 +67,10 @@ class FakeActiveObjects : public platform::ActiveObjects {
     platform::ManagerService* object;
   };
 
+  std::optional<platform::ClassId> Find(const std::string& prog_id) const;
   std::shared_ptr<platform::ManagerService*> LinkTo(platform::ManagerService& object);
 
+  User user_ = User::kStandard;
   std::map<std::uint32_t, Entry> entries_;
   /// What clients hold of an object; emptied when it is disconnected.
   std::map<platform::ManagerService*, std::shared_ptr<platform::ManagerService*>> links_;

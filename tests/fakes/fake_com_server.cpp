@@ -49,9 +49,13 @@ class FakeComServer::RegistryClient : public platform::RegistryService {
 
 FakeComServer::~FakeComServer() { RevokeClassObjects(); }
 
-void FakeComServer::KeepRegistrationCurrent() {
-  ++registrations;
+void FakeComServer::KeepRegistrationCurrent(platform::ClassesOf whose) {
+  registrations.push_back(whose);
   if (registration_failure) throw *registration_failure;
+  if (whose == platform::ClassesOf::kMachine && user_ == User::kStandard) {
+    throw base::Failure(kAccessDenied, "Access denied.");
+  }
+  if (class_tables != nullptr) class_tables->AddOwnClass(whose);
 }
 
 void FakeComServer::RegisterClassObjects(platform::ServiceFactory& factory) {

@@ -5,6 +5,8 @@
 #include <vector>
 
 #include "base/failure.h"
+#include "fakes/fake_active_objects.h"
+#include "fakes/user.h"
 #include "platform/com_server.h"
 #include "platform/instance_mark.h"
 #include "platform/services.h"
@@ -17,7 +19,7 @@ class FakeComServer : public platform::ComServer {
  public:
   ~FakeComServer() override;
 
-  void KeepRegistrationCurrent() override;
+  void KeepRegistrationCurrent(platform::ClassesOf whose) override;
   void RegisterClassObjects(platform::ServiceFactory& factory) override;
 
   /// Ends the objects that clients hold as well.
@@ -27,8 +29,14 @@ class FakeComServer : public platform::ComServer {
   std::unique_ptr<platform::ManagerService> CreateManager();
   std::unique_ptr<platform::RegistryService> CreateRegistry();
 
-  /// How often the registration was brought up to date, or tried to be.
-  int registrations = 0;
+  /// The machine's classes are refused to a standard user (-2147024891).
+  void SetUser(User user) { user_ = user; }
+
+  /// Whose classes were brought up to date, or tried to be, in order.
+  std::vector<platform::ClassesOf> registrations;
+
+  /// Where what was registered is found; null for nowhere.
+  FakeActiveObjects* class_tables = nullptr;
 
   /// The factory of the classes on offer; null while there are none.
   platform::ServiceFactory* offered = nullptr;
@@ -43,6 +51,7 @@ class FakeComServer : public platform::ComServer {
 
   platform::ServiceFactory& Offered() const;
 
+  User user_ = User::kStandard;
   std::vector<std::weak_ptr<std::unique_ptr<platform::ManagerService>>> managers_;
   std::vector<std::weak_ptr<std::unique_ptr<platform::RegistryService>>> registries_;
 };
@@ -54,8 +63,12 @@ class FakeInstanceMark : public platform::InstanceMark {
     if (!answer_) answer_ = previous_instance;
     return *answer_;
   }
+  void Release() override { answer_.reset(); }
 
   bool previous_instance = false;
+
+  /// Whether this instance is the first by now.
+  bool is_held() const { return answer_ == false; }
 
  private:
   std::optional<bool> answer_;

@@ -80,6 +80,7 @@ void MemoryFileSystemObject::CreateFolder(const std::string& path) {
   if (files_.Find(parsed) != nullptr) {
     throw Failure(RuntimeError::kFileAlreadyExists);
   }
+  files_.DemandChangeIn(parsed.Parent());
   files_.MakeFolder(parsed);
 }
 

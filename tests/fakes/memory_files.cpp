@@ -137,7 +137,7 @@ void MemoryFiles::SweepBelow(const WindowsPath& folder) {
         SweepBelow(path);
       }
     } else if (std::regex_match(name, kLeftOver) && !IsHeld(entry) && !entry.read_only &&
-               !Find(folder)->unwritable) {
+               MayChangeIn(folder)) {
       entries_.erase(path.Key());
     }
   }
@@ -149,7 +149,14 @@ void MemoryFiles::CreateFolder(const std::string& path) {
   if (Find(parsed) != nullptr) {
     throw Failure(RuntimeError::kPathFileAccessError);
   }
+  DemandChangeIn(parsed.Parent());
   MakeFolder(parsed);
+}
+
+bool MemoryFiles::RefusesFiles(const std::string& folder) {
+  Record("RefusesFiles " + folder);
+  const Entry* entry = Find(ParsePath(folder));
+  return entry != nullptr && entry->is_folder && !MayChangeIn(ParsePath(folder));
 }
 
 bool MemoryFiles::IsLink(const std::string& path) const {
@@ -253,6 +260,25 @@ void MemoryFiles::Record(const std::string& operation) const {
   }
 }
 
+bool MemoryFiles::MayChangeIn(const WindowsPath& folder) const {
+  const Entry* entry = Find(folder);
+  bool is_administrators = false;
+  for (const auto& [owned, value] : owned_) {
+    // The map goes from an outer folder to those within it.
+    if ((folder.Key() + "\\").starts_with(owned + "\\")) {
+      is_administrators = value;
+    }
+  }
+  return (entry == nullptr || !entry->unwritable) &&
+         (user_ == User::kAdministrator || !is_administrators);
+}
+
+void MemoryFiles::DemandChangeIn(const WindowsPath& folder) const {
+  if (!MayChangeIn(folder)) {
+    throw Failure(RuntimeError::kPermissionDenied);
+  }
+}
+
 MemoryFiles::Entry* MemoryFiles::Find(const WindowsPath& path) {
   const auto at = entries_.find(path.Key());
   return at == entries_.end() ? nullptr : &at->second;
@@ -293,7 +319,7 @@ bool MemoryFiles::IsHeld(const Entry& entry) {
 void MemoryFiles::CheckWritable(const std::string& path) const {
   const WindowsPath parsed = CheckPlace(path);
   const Entry* entry = Find(parsed);
-  if (Find(parsed.Parent())->unwritable ||
+  if (!MayChangeIn(parsed.Parent()) ||
       (entry != nullptr && (entry->is_folder || entry->read_only))) {
     throw Failure(RuntimeError::kPermissionDenied);
   }
@@ -328,10 +354,6 @@ void MemoryFiles::Put(const std::string& path, std::string_view bytes) {
 }
 
 void MemoryFiles::MakeFolder(const WindowsPath& path) {
-  const Entry* folder = Find(path.Parent());
-  if (folder != nullptr && folder->unwritable) {
-    throw Failure(RuntimeError::kPermissionDenied);
-  }
   entries_.insert_or_assign(
       path.Key(), Entry{.is_folder = true, .name = path.parts.back(), .last_modified = now_});
 }

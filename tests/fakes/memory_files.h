@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "base/failure.h"
+#include "fakes/user.h"
 #include "fakes/windows_path.h"
 #include "platform/file_system_object.h"
 #include "platform/files.h"
@@ -20,6 +21,9 @@ namespace kitbay::fakes {
 /// A file system in memory that follows the rules of Windows: names keep their letter case and are
 /// compared without it, both separators, drives (C: is there from the start and is the current
 /// one), read-only files. `MemoryFileSystemObject` works on the same tree.
+///
+/// What lies below C:\Program Files, C:\Windows and the suite's folder of the tests, C:\Ovalink,
+/// belongs to an administrator: a standard user reads it and changes nothing there.
 class MemoryFiles : public platform::Files {
  public:
   MemoryFiles();
@@ -35,6 +39,7 @@ class MemoryFiles : public platform::Files {
   void WaitForOthers(unsigned milliseconds) const override;
   void SweepReplacements(const std::string& folder) override;
   void CreateFolder(const std::string& path) override;
+  bool RefusesFiles(const std::string& folder) override;
   bool IsLink(const std::string& path) const override;
   platform::LocalTime LastModified(const std::string& path) const override;
 
@@ -52,7 +57,13 @@ class MemoryFiles : public platform::Files {
 
   void SetReadOnly(const std::string& path, bool read_only = true);
 
-  /// Nothing can be created, written or deleted directly in the folder.
+  void SetUser(User user) { user_ = user; }
+
+  /// From here on everybody may change what lies below the folder, or nobody but an administrator.
+  void SetEverybodys(const std::string& folder) { owned_[ParsePath(folder).Key()] = false; }
+  void SetAdministrators(const std::string& folder) { owned_[ParsePath(folder).Key()] = true; }
+
+  /// Nothing can be created, written or deleted directly in the folder, whoever the user is.
   void SetUnwritable(const std::string& folder, bool unwritable = true);
 
   /// The file is open elsewhere for that program alone.
@@ -118,6 +129,10 @@ class MemoryFiles : public platform::Files {
   };
 
   void Record(const std::string& operation) const;
+
+  /// Whether what lies directly in the folder may be created, written and deleted.
+  bool MayChangeIn(const WindowsPath& folder) const;
+  void DemandChangeIn(const WindowsPath& folder) const;
   Entry* Find(const WindowsPath& path);
   const Entry* Find(const WindowsPath& path) const;
   Entry& Demand(const std::string& path);
@@ -139,6 +154,11 @@ class MemoryFiles : public platform::Files {
   void Delete(const WindowsPath& path, bool force);
 
   std::map<std::string, Entry> entries_;  ///< by `WindowsPath::Key`
+  User user_ = User::kStandard;
+  /// Whether what lies below a folder, by its `WindowsPath::Key`, is an administrator's; of several
+  /// the innermost counts.
+  std::map<std::string, bool> owned_{
+      {"c:\\ovalink", true}, {"c:\\program files", true}, {"c:\\windows", true}};
   std::map<std::string, base::RuntimeError> failing_writes_;
   platform::LocalTime now_{2026, 11, 21, 10, 15, 30};
   mutable std::vector<std::string> operations_;

@@ -26,8 +26,9 @@ inline constexpr std::int32_t kRegistryInvalidHandle = 6;
 /// Keys are named by their full path from the hive on: "HKEY_CURRENT_USER\Software\Ovalink". It is
 /// what a 64-bit program sees: the machine's keys of 32-bit ones lie below "SOFTWARE\Wow6432Node".
 ///
-/// A standard user reads the machine's keys and cannot write them. HKEY_CLASSES_ROOT is what it is on
-/// Windows: a key of the user's classes where there is one, else the machine's, where new ones go.
+/// A standard user reads the machine's keys and cannot write them. HKEY_CLASSES_ROOT is what it is
+/// on Windows: a key of the user's classes where there is one, else the machine's, where new ones
+/// go.
 class MemoryRegistry : public platform::RegistryKeys {
  public:
   MemoryRegistry();
@@ -91,7 +92,8 @@ class MemoryRegistry : public platform::RegistryKeys {
 
   std::string PathOf(platform::RegistryKey key) const;
 
-  /// The path of the key that `path` leads to: below HKEY_CLASSES_ROOT, the user's or the machine's.
+  /// The path of the key that `path` leads to: below HKEY_CLASSES_ROOT, the user's or the
+  /// machine's.
   std::string PlaceOf(const std::string& path) const;
   bool MayOpen(const std::string& place, std::uint32_t access) const;
   KeyResult OpenPath(const std::string& path, std::uint32_t access);

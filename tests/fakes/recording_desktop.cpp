@@ -87,6 +87,13 @@ void RecordingDesktop::StartProgram(const std::string& path) {
   }
 }
 
+void RecordingDesktop::StartProgramAsUser(const std::string& path) {
+  calls_.push_back("StartProgramAsUser" + Quoted(path));
+  if (start_failure_) {
+    throw *start_failure_;
+  }
+}
+
 WindowHandle RecordingDesktop::AddWindow(const std::string& window_class,
                                          const std::string& caption) {
   const WindowHandle window{next_window_};

@@ -31,6 +31,7 @@ class RecordingDesktop : public platform::Desktop {
   void SendClose(platform::WindowHandle window) override;
   std::optional<int> ProgramBits(const std::string& path) const override;
   void StartProgram(const std::string& path) override;
+  void StartProgramAsUser(const std::string& path) override;
 
   // What tests arrange.
 

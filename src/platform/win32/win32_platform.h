@@ -7,6 +7,7 @@
 #include "platform/clock.h"
 #include "platform/com_server.h"
 #include "platform/desktop.h"
+#include "platform/elevation.h"
 #include "platform/files.h"
 #include "platform/instance_mark.h"
 #include "platform/libraries.h"
@@ -24,6 +25,7 @@ std::unique_ptr<RegistryKeys> MakeRegistryKeys();
 std::unique_ptr<VersionResource> MakeVersionResource();
 std::unique_ptr<Desktop> MakeDesktop();
 std::unique_ptr<Libraries> MakeLibraries();
+std::unique_ptr<Elevation> MakeElevation();
 
 /// Joins the calling thread to COM's single-threaded apartment for as long as it lives; the
 /// objects below need it.
@@ -39,8 +41,8 @@ std::unique_ptr<ActiveObjects> MakeActiveObjects();
 std::unique_ptr<ComServer> MakeComServer();
 std::unique_ptr<InstanceMark> MakeInstanceMark();
 
-/// The suite's objects: those that are registered, and for want of them the ones in `folder`, as the
-/// side-by-side manifest there names them. UTF-8.
+/// The suite's objects: those that are registered, and for want of them the ones in `folder`, as
+/// the side-by-side manifest there names them. UTF-8.
 std::unique_ptr<SuiteObjects> MakeSuiteObjects(const std::string& folder);
 
 /// Tells the system, for the rest of the process, not to put ghosts in the place of windows that do

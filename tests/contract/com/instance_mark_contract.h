@@ -42,4 +42,27 @@ TEST_P(InstanceMarkContract, AnInstanceThatHasEndedIsNoneBefore) {
   EXPECT_FALSE(world_->mark().PreviousInstanceExists());
 }
 
+TEST_P(InstanceMarkContract, AReleasedMarkIsAnothersToTake) {
+  EXPECT_FALSE(world_->mark().PreviousInstanceExists());
+  world_->mark().Release();
+  world_->StartOther();
+  EXPECT_TRUE(world_->mark().PreviousInstanceExists());
+}
+
+TEST_P(InstanceMarkContract, AReleasedMarkThatNobodyTookIsTakenAgain) {
+  EXPECT_FALSE(world_->mark().PreviousInstanceExists());
+  world_->mark().Release();
+  EXPECT_FALSE(world_->mark().PreviousInstanceExists());
+  world_->StartOther();
+  EXPECT_FALSE(world_->mark().PreviousInstanceExists());
+}
+
+TEST_P(InstanceMarkContract, ASecondInstanceDoesNotKeepTheMark) {
+  world_->StartOther();
+  EXPECT_TRUE(world_->mark().PreviousInstanceExists());
+  world_->EndOther();
+  world_->mark().Release();
+  EXPECT_FALSE(world_->mark().PreviousInstanceExists());
+}
+
 }  // namespace kitbay::contract

@@ -25,6 +25,10 @@ class MemoryFilesWorld : public FilesWorld {
   MemoryFilesWorld() { files_.AddFolder(kFolder); }
   platform::Files& files() override { return files_; }
   std::string folder() const override { return kFolder; }
+  std::string OthersFolder() override {
+    files_.AddFolder("C:\\Program Files\\Ovalink");
+    return "C:\\Program Files\\Ovalink";
+  }
   void SetReadOnly(const std::string& path) override { files_.SetReadOnly(path); }
   void SetLastModified(const std::string& path, const platform::LocalTime& time) override {
     files_.SetLastModified(path, time);

@@ -23,6 +23,9 @@ class FilesWorld {
 
   /// An empty folder for the test, on drive C:, without a separator at its end.
   virtual std::string folder() const = 0;
+
+  /// A folder that this user may not change.
+  virtual std::string OthersFolder() = 0;
   virtual void SetReadOnly(const std::string& path) = 0;
   virtual void SetLastModified(const std::string& path, const platform::LocalTime& time) = 0;
 
@@ -464,6 +467,26 @@ TEST_P(FilesContract, PathsOfThreeHundredCharactersWork) {
   EXPECT_EQ(ReadFailure(folder + "\\b.txt"), 53);
   world_->SetLastModified(path, {2026, 11, 21, 10, 15, 30});
   EXPECT_EQ(files().LastModified(path), (platform::LocalTime{2026, 11, 21, 10, 15, 30}));
+}
+
+TEST_P(FilesContract, AFolderOfSomebodyElseRefusesFilesAndOnesOwnDoesNot) {
+  EXPECT_TRUE(files().RefusesFiles(world_->OthersFolder()));
+  EXPECT_FALSE(files().RefusesFiles(world_->folder()));
+  EXPECT_FALSE(files().RefusesFiles(world_->folder() + "\\"));
+  EXPECT_TRUE(world_->Names(world_->folder()).empty());
+}
+
+TEST_P(FilesContract, WhatIsNoFolderRefusesNothing) {
+  files().Create(In("file"), "1");
+  EXPECT_FALSE(files().RefusesFiles(In("missing")));
+  EXPECT_FALSE(files().RefusesFiles(In("file")));
+  EXPECT_FALSE(files().RefusesFiles(""));
+}
+
+TEST_P(FilesContract, InAFolderOfSomebodyElseNothingIsWritten) {
+  EXPECT_EQ(CreateFailure(world_->OthersFolder() + "\\new.txt"), 70);
+  EXPECT_EQ(ReplaceFailure(world_->OthersFolder() + "\\new.txt"), 70);
+  EXPECT_EQ(FailureNumber([&] { files().CreateFolder(world_->OthersFolder() + "\\new"); }), 70);
 }
 
 }  // namespace kitbay::contract

@@ -71,6 +71,10 @@ void StoppingFiles::CreateFolder(const std::string& path) {
   Between([&] { files_.CreateFolder(path); });
 }
 
+bool StoppingFiles::RefusesFiles(const std::string& folder) {
+  return Between([&] { return files_.RefusesFiles(folder); });
+}
+
 bool StoppingFiles::IsLink(const std::string& path) const {
   return Between([&] { return files_.IsLink(path); });
 }

@@ -27,6 +27,7 @@ class StoppingFiles : public platform::Files {
   void WaitForOthers(unsigned milliseconds) const override;
   void SweepReplacements(const std::string& folder) override;
   void CreateFolder(const std::string& path) override;
+  bool RefusesFiles(const std::string& folder) override;
   bool IsLink(const std::string& path) const override;
   platform::LocalTime LastModified(const std::string& path) const override;
 

@@ -81,7 +81,9 @@ enum class Ending { kNone, kShutDown, kLetGo, kAgain };
 class Client : public platform::OvTransportEvents {
  public:
   Client(Ending ending, std::vector<std::string> words)
-      : ending_(ending), words_(std::move(words)), objects_(win32::MakeSuiteObjects(win32::FindProgramPlace().folder)) {
+      : ending_(ending),
+        words_(std::move(words)),
+        objects_(win32::MakeSuiteObjects(win32::FindProgramPlace().folder)) {
     object_ = objects_->CreateTransportObject("URLDownloadLib.URLDownload");
     object_->SetUp(*this);
     threads_before_ = ThreadCount();

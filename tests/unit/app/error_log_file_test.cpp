@@ -25,7 +25,10 @@ constexpr const char* kSeparatorLine =
 
 class ErrorLogFileTest : public ::testing::Test {
  protected:
-  ErrorLogFileTest() { files_.AddFolder("C:\\Ovalink"); }
+  ErrorLogFileTest() {
+    files_.SetEverybodys("C:\\Ovalink");
+    files_.AddFolder("C:\\Ovalink");
+  }
 
   std::string Bytes() const { return files_.Bytes(kPath).value_or("(none)"); }
 

@@ -18,6 +18,8 @@ FakeProgram::FakeProgram() : window(journal, PageMarkup()) {
   journal.Watch(files.operations());
   journal.Watch(suite_objects.calls);
 
+  com_server.class_tables = &active_objects;
+  files.SetEverybodys("C:\\Ovalink");
   files.AddFolder("C:\\Ovalink\\Kitbay");
   files.AddFolder("C:\\Ana\\Ovalink\\CustomData");
   const std::string entry = std::string(kUninstallKey) + "Tessel";
@@ -40,6 +42,14 @@ base::Settings FakeProgram::OwnPlace() {
   settings.program_folder = "C:\\Ovalink\\Kitbay";
   settings.program_name = "Kitbay";
   return settings;
+}
+
+void FakeProgram::RunAsAdministrator() {
+  files.SetUser(fakes::User::kAdministrator);
+  keys.SetUser(fakes::User::kAdministrator);
+  elevation.SetUser(fakes::User::kAdministrator);
+  active_objects.SetUser(fakes::User::kAdministrator);
+  com_server.SetUser(fakes::User::kAdministrator);
 }
 
 bool FakeProgram::Start() { return program.Start(); }

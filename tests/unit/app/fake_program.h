@@ -9,6 +9,7 @@
 #include "app/program.h"
 #include "fakes/fake_clock.h"
 #include "fakes/fake_com_server.h"
+#include "fakes/fake_elevation.h"
 #include "fakes/fake_suite_objects.h"
 #include "fakes/fake_version_resource.h"
 #include "fakes/recording_error_log.h"
@@ -28,10 +29,14 @@ inline constexpr const char* kUninstallKey =
 inline constexpr const char* kLogPath = "C:\\Ovalink\\KitbayLog.log";
 
 /// The program put together as its own start does it, on a machine in memory. The suite is
-/// installed in C:\Ovalink, the program lies in C:\Ovalink\Kitbay, the user's data in C:\Ana.
+/// installed in C:\Ovalink, the program lies in C:\Ovalink\Kitbay, the user's data in C:\Ana. A
+/// standard user runs the program, but may change the suite until a test says otherwise.
 class FakeProgram : public ::testing::Test {
  protected:
   FakeProgram();
+
+  /// Runs the program with an administrator's rights.
+  void RunAsAdministrator();
 
   /// Starts the program; returns whether it runs on.
   bool Start();
@@ -62,6 +67,7 @@ class FakeProgram : public ::testing::Test {
   JournalRegistry keys{journal};
   fakes::FakeVersionResource version_resource;
   JournalDesktop desktop{journal};
+  fakes::FakeElevation elevation;
   fakes::RecordingLibraries libraries;
   JournalActiveObjects active_objects{journal};
   fakes::FakeComServer com_server;
@@ -72,8 +78,8 @@ class FakeProgram : public ::testing::Test {
   JournalPreferenceWindow preference_window{journal};
 
   Program program{
-      {clock, files, keys, version_resource, desktop, libraries, active_objects, com_server,
-       instance_mark, suite_objects, window.message_loop(), window, preference_window},
+      {clock, files, keys, version_resource, desktop, elevation, libraries, active_objects,
+       com_server, instance_mark, suite_objects, window.message_loop(), window, preference_window},
       OwnPlace()};
   base::Settings& settings{program.settings};
   view::ComponentPage& page{program.page};

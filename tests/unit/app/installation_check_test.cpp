@@ -44,12 +44,12 @@ TEST_F(InstallationCheckTest, FillsTheSettingsFromTheUninstallEntry) {
 TEST_F(InstallationCheckTest, ReadsItsThreeValuesInOrderAndClosesTheKey) {
   Check();
   const std::string key = EntryOf("Tessel");
-  EXPECT_THAT(journal.calls(),
-              ElementsAre("PlatformId", "fso.FileExists C:\\Ovalink\\Kitbay\\install.txt",
-                          "Open " + key + " 0x3f", "Open " + key + " 0x1",
-                          "Query " + key + " [InstallLocation] 100",
-                          "Query " + key + " [Displayname] 100",
-                          "Query " + key + " [ApplicationEXE] 100", "Close " + key));
+  EXPECT_THAT(
+      journal.calls(),
+      ElementsAre("PlatformId", "fso.FileExists C:\\Ovalink\\Kitbay\\install.txt",
+                  "Open " + key + " 0x3f", "Open " + key + " 0x1",
+                  "Query " + key + " [InstallLocation] 100", "Query " + key + " [Displayname] 100",
+                  "Query " + key + " [ApplicationEXE] 100", "Close " + key));
   EXPECT_THAT(keys.OpenKeys(), IsEmpty());
 }
 

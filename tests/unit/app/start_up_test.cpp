@@ -56,9 +56,27 @@ TEST_F(SecondStart, IsNeitherRegisteredNorOfferedAndLogsNothing) {
   files.AddFile(kLogPath, "the first one's log");
   Start();
   EXPECT_EQ(active_objects.entry_count(), 0U);
-  EXPECT_EQ(com_server.registrations, 0);
+  EXPECT_THAT(com_server.registrations, IsEmpty());
   EXPECT_EQ(com_server.offered, nullptr);
   EXPECT_EQ(Log(), "the first one's log");
+  EXPECT_EQ(files.operation_count(), 0U);
+}
+
+TEST_F(SecondStart, WithOtherRightsThanTheFirstEndsQuietly) {
+  active_objects.running_manager = &other_;
+  active_objects.running_manager_user = fakes::User::kAdministrator;
+  EXPECT_FALSE(Start());
+  EXPECT_EQ(other_.raised, 0);
+  EXPECT_THAT(journal.calls(), ElementsAre("GetActive Kitbay.Manager"));
+  EXPECT_EQ(files.operation_count(), 0U);
+}
+
+TEST_F(SecondStart, WithMoreRightsThanTheFirstEndsQuietly) {
+  active_objects.running_manager = &other_;
+  RunAsAdministrator();
+  EXPECT_FALSE(Start());
+  EXPECT_EQ(other_.raised, 0);
+  EXPECT_EQ(elevation.questions, 0);
   EXPECT_EQ(files.operation_count(), 0U);
 }
 
@@ -115,7 +133,7 @@ TEST_F(FirstStart, LooksForNoRunningObject) {
 
 TEST_F(FirstStart, OffersItsClasses) {
   Start();
-  EXPECT_EQ(com_server.registrations, 1);
+  EXPECT_THAT(com_server.registrations, ElementsAre(platform::ClassesOf::kUser));
   EXPECT_EQ(com_server.offered, &program.services);
 }
 
@@ -124,8 +142,17 @@ TEST_F(FirstStart, GivesItsRegistryToClientsOutside) {
   EXPECT_EQ(com_server.CreateRegistry()->GetAppDataPath(), "C:\\Ana");
 }
 
+TEST_F(FirstStart, WithAdministratorsRightsOffersItsClassesToTheMachineAndIsFound) {
+  RunAsAdministrator();
+  EXPECT_TRUE(Start());
+  EXPECT_THAT(com_server.registrations, ElementsAre(platform::ClassesOf::kMachine));
+  EXPECT_NO_THROW(active_objects.GetActive("Kitbay.Manager"));
+  EXPECT_EQ(Log(), Header());
+}
+
 TEST_F(FirstStart, WithoutAClassIdentifierRunsOnUnregistered) {
   active_objects.classes.clear();
+  com_server.class_tables = nullptr;
   EXPECT_TRUE(Start());
   EXPECT_TRUE(window.shown());
   EXPECT_THAT(CallsOf({"Register"}), IsEmpty());
@@ -206,6 +233,41 @@ TEST_F(BringToFront, LoadsAWindowThatIsNotLoaded) {
   }
   EXPECT_THAT(CallsOf({"Load", "Show", "Navigate", "SetWindowPos", "SetActiveWindow"}),
               ::testing::ElementsAreArray(expected));
+}
+
+TEST_F(BringToFront, WhileTheProgramEndsLoadsNothingAgain) {
+  StartAndLoadPage();
+  suite_objects.on_shut_down = [&] { form.BringToFront(); };
+  window.Unload();
+  form.BringToFront();
+  EXPECT_EQ(Count("Load"), 1);
+  EXPECT_EQ(Count("Show"), 1);
+  EXPECT_THAT(CallsOf({"SetWindowPos"}), IsEmpty());
+  EXPECT_EQ(Count("fso.CreateTextFile C:\\Ovalink\\KitbayLog.log"), 1);
+  EXPECT_FALSE(form.IsLoaded());
+}
+
+TEST_F(BringToFront, OfAManagerThatIsMadeWhileTheProgramEndsLoadsNothingAgain) {
+  StartAndLoadPage();
+  suite_objects.on_shut_down = [&] { program.services.CreateManager()->BringToFront(); };
+  window.Unload();
+  EXPECT_EQ(Count("Load"), 1);
+  EXPECT_EQ(Count("Show"), 1);
+}
+
+TEST_F(BringToFront, OfClientsIsOverBeforeAnythingElseEnds) {
+  StartAndLoadPage();
+  const auto client = com_server.CreateManager();
+  const auto found = active_objects.GetActive("Kitbay.Manager");
+  int refused = 0;
+  suite_objects.on_shut_down = [&] {
+    EXPECT_THROW(com_server.CreateManager(), base::Failure);
+    EXPECT_THROW(client->BringToFront(), base::Failure);
+    EXPECT_THROW(found->BringToFront(), base::Failure);
+    ++refused;
+  };
+  window.Unload();
+  EXPECT_EQ(refused, 2);
 }
 
 TEST_F(BringToFront, LogsItsFailure) {

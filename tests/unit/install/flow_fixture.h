@@ -65,6 +65,7 @@ class FlowTest : public ::testing::Test {
     settings_.CustomDataFolder = "C:\\Ana\\CustomData";
     settings_.MainAppName = "Tessel Messenger";
     settings_.MainAppExe = "Tessel.exe";
+    files_.SetEverybodys("C:\\Ovalink");
     files_.AddFolder("C:\\Ana\\CustomData");
     page_.Connect(html_);
     requests_.SetDownloadObject(&downloads_);

@@ -127,5 +127,33 @@ TEST_F(LaunchMainApplication, AMissingClientIsOnlyLogged) {
               ElementsAre(Entry("Kitbay::LaunchMainApplication", 53, "File not found")));
 }
 
+TEST_F(LaunchMainApplication, WithAdministratorsRightsStartsTheClientAsTheUser) {
+  settings_.is_administrator = true;
+  main_client_.LaunchMainApplication();
+  EXPECT_THAT(desktop_.calls(), ElementsAre("StartProgramAsUser [C:\\Ovalink\\Tessel.exe]"));
+  EXPECT_THAT(log_.entries, IsEmpty());
+}
+
+TEST_F(LaunchMainApplication, AClientThatCannotBeStartedAsTheUserIsLeftToTheUser) {
+  settings_.is_administrator = true;
+  desktop_.FailStartProgram(base::Failure(base::RuntimeError::kCannotCreateObject));
+  main_client_.LaunchMainApplication();
+  EXPECT_THAT(desktop_.calls(),
+              ElementsAre("StartProgramAsUser [C:\\Ovalink\\Tessel.exe]",
+                          "ShowMessage [Tessel Messenger could not be started again with your own "
+                          "rights. Please start it yourself.] [Kitbay] 0"));
+  EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::LaunchMainApplication", 429,
+                                              "ActiveX component can't create object")));
+}
+
+TEST_F(LaunchMainApplication, AMissingClientIsOnlyLoggedWithAdministratorsRightsToo) {
+  settings_.is_administrator = true;
+  desktop_.FailStartProgram(base::Failure(base::RuntimeError::kFileNotFound));
+  main_client_.LaunchMainApplication();
+  EXPECT_THAT(desktop_.calls(), ElementsAre("StartProgramAsUser [C:\\Ovalink\\Tessel.exe]"));
+  EXPECT_THAT(log_.entries,
+              ElementsAre(Entry("Kitbay::LaunchMainApplication", 53, "File not found")));
+}
+
 }  // namespace
 }  // namespace kitbay::install

@@ -180,7 +180,8 @@ TEST_F(RegistryAccess, ProtocolIsWrittenAnewOverAnEarlierOne) {
 TEST_F(RegistryAccess, RefusedKeyGoesToTheUsersClassesAndDoesNotStopTheOthers) {
   keys_.DenyAccess("HKEY_LOCAL_MACHINE\\Software\\Classes\\ovl\\DefaultIcon");
   Make().RegisterUrlHandler();
-  EXPECT_EQ(keys_.Bytes("HKEY_CURRENT_USER\\Software\\Classes\\ovl\\DefaultIcon", ""), "Kitbay.exe");
+  EXPECT_EQ(keys_.Bytes("HKEY_CURRENT_USER\\Software\\Classes\\ovl\\DefaultIcon", ""),
+            "Kitbay.exe");
   EXPECT_EQ(keys_.Bytes("HKEY_CLASSES_ROOT\\ovl\\shell\\open\\command", ""),
             "\"C:\\Program Files\\Kitbay\\Kitbay.exe\" %1");
   EXPECT_EQ(keys_.Bytes("HKEY_CLASSES_ROOT\\ovl", "URL Protocol"), "");

@@ -74,8 +74,12 @@ class DialogTest : public testing::Test, private SourceListUser {
   /// What the file held each time that the main window was told.
   std::vector<std::string> told_;
 
+  /// How often it was told of a change that could not be saved.
+  int unsaved_ = 0;
+
  private:
   void GetDirectoryPreferenceFile() override { told_.push_back(File()); }
+  void TellNotSaved() override { ++unsaved_; }
 };
 
 }  // namespace kitbay::prefs

@@ -144,6 +144,7 @@ TEST_F(RemovingASource, AloneDoesNotTellTheMainWindowAtClosing) {
   window_.events()->cmdPrefClose_Click();
   EXPECT_THAT(told_, IsEmpty());
   EXPECT_EQ(File(), FileOf({"own", "C", "d"}));
+  EXPECT_EQ(unsaved_, 0);
 }
 
 TEST_F(RemovingASource, AFileThatCannotBeWrittenIsLoggedAndLeavesListAndFile) {
@@ -152,6 +153,7 @@ TEST_F(RemovingASource, AFileThatCannotBeWrittenIsLoggedAndLeavesListAndFile) {
   SelectAndPressDelete(2);
   EXPECT_EQ(File(), before);
   EXPECT_EQ(window_.ItemCount(), 4);
+  EXPECT_EQ(unsaved_, 1);
   EXPECT_THAT(log_.entries,
               ElementsAre(Entry("Kitbay::lstPrefURL_KeyDown", base::RuntimeError::kDiskFull)));
 }

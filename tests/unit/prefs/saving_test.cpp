@@ -31,7 +31,15 @@ TEST_F(ClosingTheDialog, WithoutAdditionsLeavesTheFileAndTellsNobody) {
   Close();
   EXPECT_EQ(File(), bytes);
   EXPECT_THAT(told_, IsEmpty());
+  EXPECT_EQ(unsaved_, 0);
   EXPECT_THAT(log_.entries, IsEmpty());
+}
+
+TEST_F(ClosingTheDialog, WithoutAdditionsAFileThatCannotBeReadLosesNothing) {
+  OpenWith({"own"});
+  files_.SetInUse(kPath);
+  Close();
+  EXPECT_EQ(unsaved_, 0);
 }
 
 TEST_F(ClosingTheDialog, BySomebodyElseSavesToo) {
@@ -122,6 +130,7 @@ TEST_F(ClosingTheDialog, AFileThatCannotBeWrittenIsLoggedAndStaysAsItIs) {
   Close();
   EXPECT_EQ(File(), before);
   EXPECT_THAT(told_, IsEmpty());
+  EXPECT_EQ(unsaved_, 1);
   EXPECT_FALSE(window_.IsLoaded());
   EXPECT_THAT(log_.entries,
               ElementsAre(Entry("Kitbay::SavePreference", base::RuntimeError::kDiskFull)));

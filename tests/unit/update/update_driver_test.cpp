@@ -79,6 +79,16 @@ TEST_F(DirectoryPreference, SourceListEmptiedByTheUserIsASubscriptError) {
                                               "Subscript out of range")));
 }
 
+TEST_F(DirectoryPreference, WhereTheSuiteMayNotBeChangedNoSourceIsAsked) {
+  settings_.may_change_suite = false;
+  SetSources("<preference url='one.example/a.xml'/><preference url='two.example/b.xml'/>");
+  driver_.GetDirectoryPreferenceFile();
+  EXPECT_TRUE(LocalDataIsShown()) << html_->TreeText();
+  EXPECT_THAT(downloads_.documents, IsEmpty());
+  EXPECT_THAT(sources_.PendingSources, IsEmpty());
+  EXPECT_THAT(log_.entries, IsEmpty());
+}
+
 TEST_F(DirectoryPreference, EachRunMakesTheSourcesPendingOnceMore) {
   SetSources("<preference url='one.example/a.xml'/><preference url='two.example/b.xml'/>");
   driver_.GetDirectoryPreferenceFile();

@@ -7,8 +7,8 @@
 
 namespace kitbay::platform::win32 {
 
-/// What the COM server that this code is linked into enters for its user, below
-/// HKEY_CURRENT_USER\Software\Classes: its classes, and the type library that it carries as its
+/// What the COM server that this code is linked into enters below Software\Classes, for its user or
+/// for the machine: its classes, and the type library that it carries as its
 /// resource 1 with the dual interfaces in it.
 struct ServerRegistration {
   enum class Kind { kInProcess, kLocalServer };
@@ -17,6 +17,7 @@ struct ServerRegistration {
     std::wstring prog_id;
   };
 
+  HKEY hive = HKEY_CURRENT_USER;
   Kind kind = Kind::kInProcess;
   std::vector<Class> classes;
 };

@@ -44,8 +44,9 @@ class LocalServer : public ComServer {
  public:
   ~LocalServer() override { RevokeClassObjects(); }
 
-  void KeepRegistrationCurrent() override {
-    KeepRegistered({.kind = ServerRegistration::Kind::kLocalServer,
+  void KeepRegistrationCurrent(ClassesOf whose) override {
+    KeepRegistered({.hive = whose == ClassesOf::kMachine ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER,
+                    .kind = ServerRegistration::Kind::kLocalServer,
                     .classes = {{__uuidof(::Manager), L"Kitbay.Manager"},
                                 {__uuidof(::Registry), L"Kitbay.Registry"}}});
   }

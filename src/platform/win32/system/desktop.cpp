@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "base/failure.h"
+#include "platform/win32/system/desktop_user.h"
 #include "platform/win32/system/handles.h"
 #include "platform/win32/system/held_windows.h"
 #include "platform/win32/system/help_viewer.h"
@@ -136,6 +137,8 @@ class Win32Desktop : public Desktop {
     const UniqueKernelObject process(started.hProcess);
     const UniqueKernelObject thread(started.hThread);
   }
+
+  void StartProgramAsUser(const std::string& path) override { StartAsDesktopUser(path); }
 
  private:
   HelpViewer help_;

@@ -87,6 +87,7 @@ class Win32Files : public Files {
   void WaitForOthers(unsigned milliseconds) const override { Sleep(milliseconds); }
   void SweepReplacements(const std::string& folder) override;
   void CreateFolder(const std::string& path) override;
+  bool RefusesFiles(const std::string& folder) override;
   bool IsLink(const std::string& path) const override;
   LocalTime LastModified(const std::string& path) const override;
 };
@@ -203,6 +204,16 @@ void Win32Files::SweepReplacements(const std::string& folder) {
 void Win32Files::CreateFolder(const std::string& path) {
   if (!CreateDirectoryW(ToSystemPath(path).c_str(), nullptr)) {
     throw FileFailure(GetLastError());
+  }
+}
+
+bool Win32Files::RefusesFiles(const std::string& folder) {
+  try {
+    // It is never put in a place, and goes again here.
+    const ReplacementFile tried(ToSystemPath(folder + "\\~kb"));
+    return false;
+  } catch (const base::Failure& failure) {
+    return failure.number() == static_cast<std::int32_t>(base::RuntimeError::kPermissionDenied);
   }
 }
 

@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 
+#include "contract/com/win32/registered_suite.h"
 #include "contract/failure_number.h"
 #include "contract/system/file_system_object_contract.h"
 #include "contract/system/win32/scratch_folder.h"
@@ -14,7 +15,6 @@
 #include "platform/win32/system/handles.h"
 #include "platform/win32/system/overwriting.h"
 #include "platform/win32/system/system_path.h"
-#include "contract/com/win32/registered_suite.h"
 #include "platform/win32/win32_platform.h"
 #include "suite.h"
 
@@ -63,7 +63,8 @@ class SuiteFileSystemObjectWorld : public FileSystemObjectWorld {
  private:
   ScratchFolder folder_;
   std::unique_ptr<platform::FileSystemObject> object_ =
-      platform::win32::MakeSuiteObjects(SuiteFolder())->CreateFileSystemObject("FileSystemLib.FileSystemObject");
+      platform::win32::MakeSuiteObjects(SuiteFolder())
+          ->CreateFileSystemObject("FileSystemLib.FileSystemObject");
 };
 
 std::unique_ptr<FileSystemObjectWorld> MakeWorld() {
@@ -116,7 +117,8 @@ class SuiteFileSystemObject : public testing::Test {
 
   ScratchFolder folder_;
   std::unique_ptr<platform::FileSystemObject> object_ =
-      platform::win32::MakeSuiteObjects(SuiteFolder())->CreateFileSystemObject("FileSystemLib.FileSystemObject");
+      platform::win32::MakeSuiteObjects(SuiteFolder())
+          ->CreateFileSystemObject("FileSystemLib.FileSystemObject");
   ComPtr<::IFileSystemObject> early_;
 };
 

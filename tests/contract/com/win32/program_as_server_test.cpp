@@ -7,6 +7,7 @@
 #include "contract/com/recording_services.h"
 #include "contract/com/win32/client_process.h"
 #include "contract/com/win32/registered_program.h"
+#include "contract/com/win32/scratch_user.h"
 #include "contract/windows/replaced_import.h"
 #include "platform/win32/com/instance_mark.h"
 #include "platform/win32/com/own_type_library.h"
@@ -76,6 +77,23 @@ TEST(Registration, EntersClassesTypeLibraryAndInterfacesForTheUser) {
   EXPECT_EQ(TextAt(L"Interface\\{40D822C5-F70C-4C29-981D-8BDAFB9F0135}"), "IRegistry");
 }
 
+TEST(Registration, ForTheMachineEntersNothingForTheUser) {
+  const RegisteredProgram program;
+  const std::wstring server =
+      L"Software\\Classes\\CLSID\\{09AF1DF2-E54A-4906-B489-73D097248D58}\\LocalServer32";
+  RegDeleteTreeW(HKEY_LOCAL_MACHINE, server.c_str());
+  // The test prefix joins the user's classes to the machine's; this user has some apart.
+  const ScratchUser user;
+  platform::win32::MakeComServer()->KeepRegistrationCurrent(platform::ClassesOf::kMachine);
+  EXPECT_EQ(TextAt(L"Kitbay.Manager\\CLSID"), "(missing)");
+  wchar_t text[1024] = L"";
+  DWORD size = sizeof text;
+  EXPECT_EQ(RegGetValueW(HKEY_LOCAL_MACHINE, server.c_str(), nullptr, RRF_RT_REG_SZ, nullptr, text,
+                         &size),
+            ERROR_SUCCESS);
+  EXPECT_EQ(ToUtf8(text), "\"" + ToUtf8(OwnModulePath()) + "\"");
+}
+
 TEST(Registration, CorrectsWhatNamesAnotherExecutable) {
   RegisteredProgram program;
   const std::string own = TextAt(L"CLSID\\{8A0E9829-3EA9-4179-8E8A-4008593B13B1}\\LocalServer32");
@@ -86,7 +104,7 @@ TEST(Registration, CorrectsWhatNamesAnotherExecutable) {
       RegSetValueExW(key.get(), nullptr, 0, REG_SZ, reinterpret_cast<const BYTE*>(other.c_str()),
                      static_cast<DWORD>((other.size() + 1) * sizeof(wchar_t))),
       ERROR_SUCCESS);
-  program.server().KeepRegistrationCurrent();
+  program.server().KeepRegistrationCurrent(platform::ClassesOf::kUser);
   EXPECT_EQ(TextAt(L"CLSID\\{8A0E9829-3EA9-4179-8E8A-4008593B13B1}\\LocalServer32"), own);
 }
 
@@ -100,13 +118,13 @@ TEST(Registration, WritesNothingWhereAllIsAsItShouldBe) {
       RegNotifyChangeKeyValue(key.get(), TRUE, REG_NOTIFY_CHANGE_NAME | REG_NOTIFY_CHANGE_LAST_SET,
                               changed.get(), TRUE),
       ERROR_SUCCESS);
-  program.server().KeepRegistrationCurrent();
+  program.server().KeepRegistrationCurrent(platform::ClassesOf::kUser);
   EXPECT_EQ(WaitForSingleObject(changed.get(), 0), DWORD{WAIT_TIMEOUT});
 
   // The watch does see a change.
   ASSERT_EQ(RegDeleteTreeW(HKEY_CURRENT_USER, kServer), ERROR_SUCCESS);
   EXPECT_EQ(WaitForSingleObject(changed.get(), 10000), DWORD{WAIT_OBJECT_0});
-  program.server().KeepRegistrationCurrent();
+  program.server().KeepRegistrationCurrent(platform::ClassesOf::kUser);
   EXPECT_NE(TextAt(L"CLSID\\{8A0E9829-3EA9-4179-8E8A-4008593B13B1}\\LocalServer32"), "(missing)");
 }
 

@@ -9,7 +9,7 @@ namespace kitbay::contract {
 /// The program's classes registered for this executable; gone again at the end.
 class RegisteredProgram {
  public:
-  RegisteredProgram() { server_->KeepRegistrationCurrent(); }
+  RegisteredProgram() { server_->KeepRegistrationCurrent(platform::ClassesOf::kUser); }
   ~RegisteredProgram() {
     platform::win32::Unregister({.kind = platform::win32::ServerRegistration::Kind::kLocalServer,
                                  .classes = {{__uuidof(::Manager), L"Kitbay.Manager"},

@@ -102,7 +102,9 @@ std::unique_ptr<platform::SuiteObjects> MakeRegisteredSuite() {
   return platform::win32::MakeSuiteObjects("C:\\nowhere");
 }
 
-std::unique_ptr<platform::SuiteObjects> MakeSuiteBeside() { return std::make_unique<SuiteBeside>(); }
+std::unique_ptr<platform::SuiteObjects> MakeSuiteBeside() {
+  return std::make_unique<SuiteBeside>();
+}
 
 INSTANTIATE_TEST_SUITE_P(Win32, SuiteObjectsContract, testing::Values(&MakeRegisteredSuite));
 INSTANTIATE_TEST_SUITE_P(Win32Beside, SuiteObjectsContract, testing::Values(&MakeSuiteBeside));

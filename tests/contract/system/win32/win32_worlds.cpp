@@ -37,6 +37,8 @@ class Win32FilesWorld : public FilesWorld {
   Win32FilesWorld() { SetCurrentDirectoryW(L"C:\\"); }
   platform::Files& files() override { return *files_; }
   std::string folder() const override { return folder_.path(); }
+  // Nobody may change it, not even who runs everything else.
+  std::string OthersFolder() override { return "Z:\\sys\\kernel"; }
   void SetReadOnly(const std::string& path) override {
     ASSERT_TRUE(SetFileAttributesW(ToSystemPath(path).c_str(), FILE_ATTRIBUTE_READONLY));
   }

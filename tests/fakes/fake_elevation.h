@@ -1,0 +1,29 @@
+#pragma once
+
+#include "fakes/user.h"
+#include "platform/elevation.h"
+
+namespace kitbay::fakes {
+
+/// The rights of a user, who by default is a standard user that declines.
+class FakeElevation : public platform::Elevation {
+ public:
+  bool HasAdministratorRights() const override { return user_ == User::kAdministrator; }
+
+  platform::ElevationAnswer StartWithAdministratorRights() override {
+    ++questions;
+    return questions == 1 ? answer : platform::ElevationAnswer::kUnavailable;
+  }
+
+  void SetUser(User user) { user_ = user; }
+
+  /// What the first question is answered with.
+  platform::ElevationAnswer answer = platform::ElevationAnswer::kDeclined;
+
+  int questions = 0;
+
+ private:
+  User user_ = User::kStandard;
+};
+
+}  // namespace kitbay::fakes
