@@ -30,6 +30,7 @@ class ConsentingDesktop : public platform::Desktop {
   void SendClose(platform::WindowHandle /*window*/) override {}
   std::optional<int> ProgramBits(const std::string& /*path*/) const override { return {}; }
   void StartProgram(const std::string& /*path*/) override {}
+  void StartProgramAsUser(const std::string& /*path*/) override {}
 };
 
 }  // namespace kitbay::fakes

@@ -368,7 +368,7 @@ void MemoryFiles::Delete(const WindowsPath& path, bool force) {
   }
   const Entry& entry = *Find(path);
   const bool kept = IsHeld(entry) || (entry.read_only && !force);
-  if (kept || path.parts.empty() || Find(path.Parent())->unwritable) {
+  if (kept || path.parts.empty() || !MayChangeIn(path.Parent())) {
     throw Failure(RuntimeError::kPermissionDenied);
   }
   entries_.erase(path.Key());

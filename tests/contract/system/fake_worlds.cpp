@@ -2,12 +2,14 @@
 
 #include "contract/system/clock_contract.h"
 #include "contract/system/desktop_contract.h"
+#include "contract/system/elevation_contract.h"
 #include "contract/system/file_system_object_contract.h"
 #include "contract/system/files_contract.h"
 #include "contract/system/libraries_contract.h"
 #include "contract/system/registry_contract.h"
 #include "contract/system/version_resource_contract.h"
 #include "fakes/fake_clock.h"
+#include "fakes/fake_elevation.h"
 #include "fakes/fake_version_resource.h"
 #include "fakes/memory_files.h"
 #include "fakes/memory_registry.h"
@@ -107,6 +109,16 @@ class MemoryRegistryWorld : public RegistryWorld {
   fakes::MemoryRegistry registry_;
 };
 
+class FakeElevationWorld : public ElevationWorld {
+ public:
+  platform::Elevation& elevation() override { return elevation_; }
+  void AnswerWith(platform::ElevationAnswer answer) override { elevation_.answer = answer; }
+  int questions() const override { return elevation_.questions; }
+
+ private:
+  fakes::FakeElevation elevation_;
+};
+
 class FakeClockWorld : public ClockWorld {
  public:
   platform::Clock& clock() override { return clock_; }
@@ -185,6 +197,8 @@ std::unique_ptr<Base> Make() {
 
 }  // namespace
 
+INSTANTIATE_TEST_SUITE_P(Fake, ElevationContract,
+                         testing::Values(&Make<ElevationWorld, FakeElevationWorld>));
 INSTANTIATE_TEST_SUITE_P(Memory, FilesContract,
                          testing::Values(&Make<FilesWorld, MemoryFilesWorld>));
 INSTANTIATE_TEST_SUITE_P(

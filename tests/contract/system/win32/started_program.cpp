@@ -1,6 +1,8 @@
-// The program that the tests start. It sets the event that the environment names when it was
-// started to be shown normally.
+// The program that the tests start. It sets the event that the environment names, or for want of that
+// the one that bears its own name, when it was started to be shown normally.
 #include <windows.h>
+
+#include <string>
 
 #include "platform/win32/system/handles.h"
 
@@ -8,10 +10,13 @@ int WINAPI WinMain(HINSTANCE /*instance*/, HINSTANCE /*previous*/, LPSTR /*comma
                    int /*show*/) {
   STARTUPINFOW startup{};
   GetStartupInfoW(&startup);
-  wchar_t name[128] = L"";
-  GetEnvironmentVariableW(L"KITBAY_TESTS_EVENT", name, 128);
+  wchar_t name[MAX_PATH] = L"";
+  if (GetEnvironmentVariableW(L"KITBAY_TESTS_EVENT", name, MAX_PATH) == 0) {
+    GetModuleFileNameW(nullptr, name, MAX_PATH);
+  }
+  const std::wstring path = name;
   const kitbay::platform::win32::UniqueKernelObject started(
-      OpenEventW(EVENT_MODIFY_STATE, FALSE, name));
+      OpenEventW(EVENT_MODIFY_STATE, FALSE, path.substr(path.rfind(L'\\') + 1).c_str()));
   const bool normally =
       (startup.dwFlags & STARTF_USESHOWWINDOW) != 0 && startup.wShowWindow == SW_SHOWNORMAL;
   return normally && started && SetEvent(started.get()) ? 0 : 1;

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 #include <windows.h>
+// After windows.h, which it needs.
+#include <objbase.h>
 
 #include <atomic>
 #include <string>
@@ -110,6 +112,45 @@ TEST(Win32Desktop, TheBitsOfAProgramAreThoseThatItsHeaderTells) {
   EXPECT_EQ(desktop->ProgramBits(folder.path() + "\\text.exe"), std::nullopt);
   EXPECT_EQ(desktop->ProgramBits(folder.path() + "\\missing.exe"), std::nullopt);
   EXPECT_EQ(desktop->ProgramBits(""), std::nullopt);
+}
+
+/// COM for the thread of a test.
+class Apartment {
+ public:
+  Apartment() { EXPECT_TRUE(SUCCEEDED(CoInitialize(nullptr))); }
+  ~Apartment() { CoUninitialize(); }
+  Apartment(const Apartment&) = delete;
+  Apartment& operator=(const Apartment&) = delete;
+};
+
+TEST(Win32Desktop, AProgramIsStartedByTheShellWithTheShellsOwnSurroundings) {
+  const Apartment apartment;
+  const ScratchFolder folder;
+  const auto files = MakeFiles();
+  const std::string name = "Größe mit Blank " + std::to_string(GetCurrentProcessId()) + ".exe";
+  const std::string program = folder.path() + "\\" + name;
+  files->Create(program, files->Read(FindProgramPlace().folder + "\\kitbay_contract_started.exe"));
+  const UniqueKernelObject started(CreateEventW(nullptr, TRUE, FALSE, ToUtf16(name).c_str()));
+  // A child of this process would inherit this, and set no event.
+  SetEnvironmentVariableW(L"KITBAY_TESTS_EVENT", L"nobody's");
+  MakeDesktop()->StartProgramAsUser(program);
+  EXPECT_EQ(WaitForSingleObject(started.get(), 60'000), WAIT_OBJECT_0);
+  SetEnvironmentVariableW(L"KITBAY_TESTS_EVENT", nullptr);
+}
+
+TEST(Win32Desktop, AMissingProgramIsNotLeftToTheShell) {
+  const Apartment apartment;
+  const ScratchFolder folder;
+  EXPECT_EQ(FailureNumber(
+                [&] { MakeDesktop()->StartProgramAsUser(folder.path() + "\\Tessel.exe"); }),
+            53);
+}
+
+TEST(Win32Desktop, WithoutComNoShellIsFound) {
+  const ScratchFolder folder;
+  MakeFiles()->Create(folder.path() + "\\text.exe", "no program");
+  EXPECT_EQ(FailureNumber([&] { MakeDesktop()->StartProgramAsUser(folder.path() + "\\text.exe"); }),
+            CO_E_NOTINITIALIZED);
 }
 
 TEST(Win32Desktop, AProgramThatCannotBeStartedIsReported) {
