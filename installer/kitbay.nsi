@@ -109,16 +109,24 @@ Function un.onInit
   !insertmacro DemandThatKitbayIsClosed
 FunctionEnd
 
-; Without the redirection a 32-bit installer, too, finds the 64-bit registrar. Its exit code is in $2.
-!macro RegisterSuiteObjects OPTION
-  ${If} $Bits == 64
-    ${DisableX64FSRedirection}
+; Older installers registered the suite's objects of this tree; Kitbay creates them from beside itself
+; now. Their library is still the older one's, of either bitness. Without the redirection a 32-bit
+; installer, too, finds the 64-bit registrar.
+!macro TakeSuiteObjectsBack
+  ReadRegStr $0 HKCU "${UNINSTALL}" "SuiteObjects"
+  ${If} $0 == "registered"
+    ExecWait '"$SYSDIR\regsvr32.exe" /s /u "$INSTDIR\OvalinkSuite.dll"'
+    ${If} ${RunningX64}
+      ${DisableX64FSRedirection}
+      ExecWait '"$SYSDIR\regsvr32.exe" /s /u "$INSTDIR\OvalinkSuite.dll"'
+      ${EnableX64FSRedirection}
+    ${EndIf}
+    DeleteRegValue HKCU "${UNINSTALL}" "SuiteObjects"
   ${EndIf}
-  ExecWait '"$SYSDIR\regsvr32.exe" /s ${OPTION} "$INSTDIR\OvalinkSuite.dll"' $2
-  ${EnableX64FSRedirection}
 !macroend
 
 Section
+  !insertmacro TakeSuiteObjectsBack
   SetOutPath "$INSTDIR"
   File "${STAGE}\*.*"
   ${If} $Bits == 64
@@ -129,19 +137,6 @@ Section
   WriteUninstaller "$INSTDIR\Uninstall.exe"
   CreateShortcut "$SMPROGRAMS\Kitbay.lnk" "$INSTDIR\Kitbay.exe"
 
-  ; The suite may have brought its own objects for all users; those are left to their work.
-  ReadRegStr $0 HKLM "Software\Classes\URLDownloadLib.URLDownload\CLSID" ""
-  ReadRegStr $1 HKCU "${UNINSTALL}" "SuiteObjects"
-  ${If} $0 == ""
-  ${OrIf} $1 == "registered"
-    !insertmacro RegisterSuiteObjects ""
-    ${If} $2 <> 0
-      MessageBox MB_OK|MB_ICONEXCLAMATION "The objects of the suite could not be registered." /SD IDOK
-      SetErrorLevel 3
-    ${EndIf}
-    WriteRegStr HKCU "${UNINSTALL}" "SuiteObjects" "registered"
-  ${EndIf}
-
   WriteRegStr HKCU "${UNINSTALL}" "DisplayName" "Kitbay"
   WriteRegStr HKCU "${UNINSTALL}" "DisplayVersion" "${VERSION}"
   WriteRegStr HKCU "${UNINSTALL}" "DisplayIcon" "$INSTDIR\Kitbay.exe"
@@ -150,42 +145,38 @@ Section
   WriteRegStr HKCU "${UNINSTALL}" "UninstallString" '"$INSTDIR\Uninstall.exe"'
   WriteRegStr HKCU "${UNINSTALL}" "QuietUninstallString" '"$INSTDIR\Uninstall.exe" /S'
   WriteRegDWORD HKCU "${UNINSTALL}" "EstimatedSize" ${SIZE}
-  WriteRegDWORD HKCU "${UNINSTALL}" "Bits" $Bits
   WriteRegDWORD HKCU "${UNINSTALL}" "NoModify" 1
   WriteRegDWORD HKCU "${UNINSTALL}" "NoRepair" 1
 SectionEnd
 
 ; What Kitbay entered for itself when it was started, in the view of the registry that it sees, unless
-; another Kitbay has its place by now.
-!macro DeleteOwnClasses VIEW
+; another Kitbay has its place by now. The machine's classes stay where the user may not change them.
+!macro DeleteOwnClasses VIEW HIVE
   SetRegView ${VIEW}
-  ReadRegStr $0 HKCU "Software\Classes\CLSID\${MANAGER}\LocalServer32" ""
+  ReadRegStr $0 ${HIVE} "Software\Classes\CLSID\${MANAGER}\LocalServer32" ""
   ${If} $0 == '"$INSTDIR\Kitbay.exe"'
-    DeleteRegKey HKCU "Software\Classes\Kitbay.Manager"
-    DeleteRegKey HKCU "Software\Classes\Kitbay.Registry"
-    DeleteRegKey HKCU "Software\Classes\CLSID\${MANAGER}"
-    DeleteRegKey HKCU "Software\Classes\CLSID\${REGISTRY}"
-    DeleteRegKey HKCU "Software\Classes\Interface\${I_MANAGER}"
-    DeleteRegKey HKCU "Software\Classes\Interface\${I_REGISTRY}"
-    DeleteRegKey HKCU "Software\Classes\TypeLib\${TYPE_LIBRARY}"
+    DeleteRegKey ${HIVE} "Software\Classes\Kitbay.Manager"
+    DeleteRegKey ${HIVE} "Software\Classes\Kitbay.Registry"
+    DeleteRegKey ${HIVE} "Software\Classes\CLSID\${MANAGER}"
+    DeleteRegKey ${HIVE} "Software\Classes\CLSID\${REGISTRY}"
+    DeleteRegKey ${HIVE} "Software\Classes\Interface\${I_MANAGER}"
+    DeleteRegKey ${HIVE} "Software\Classes\Interface\${I_REGISTRY}"
+    DeleteRegKey ${HIVE} "Software\Classes\TypeLib\${TYPE_LIBRARY}"
   ${EndIf}
 !macroend
 
 Section "un."
-  ReadRegStr $0 HKCU "${UNINSTALL}" "SuiteObjects"
-  ${If} $0 == "registered"
-    ReadRegDWORD $Bits HKCU "${UNINSTALL}" "Bits"
-    !insertmacro RegisterSuiteObjects "/u"
-  ${EndIf}
-
-  !insertmacro DeleteOwnClasses 64
-  !insertmacro DeleteOwnClasses 32
+  !insertmacro DeleteOwnClasses 64 HKCU
+  !insertmacro DeleteOwnClasses 64 HKLM
+  !insertmacro DeleteOwnClasses 32 HKCU
+  !insertmacro DeleteOwnClasses 32 HKLM
   DeleteRegKey HKCU "${UNINSTALL}"
   DeleteRegKey /ifempty HKCU "${UNINSTALLS}"
 
   Delete "$SMPROGRAMS\Kitbay.lnk"
   Delete "$INSTDIR\Kitbay.exe"
   Delete "$INSTDIR\OvalinkSuite.dll"
+  Delete "$INSTDIR\OvalinkSuite.manifest"
   Delete "$INSTDIR\AddonUpdates.html"
   Delete "$INSTDIR\iaddons.gif"
   Delete "$INSTDIR\ichannels.gif"

@@ -22,7 +22,7 @@ const driveC = path.join(prefix, 'drive_c');
 const uninstallKey = 'HKCU\\Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\Kitbay';
 const files = [
   'AddonUpdates.html', 'Kitbay.exe', 'Licence.txt', 'Licences of libraries.txt', 'OvalinkSuite.dll',
-  'Uninstall.exe', 'User guide.txt', 'iaddons.gif', 'ichannels.gif', 'itrans.gif', 'uaddons.gif',
+  'OvalinkSuite.manifest', 'Uninstall.exe', 'User guide.txt', 'iaddons.gif', 'ichannels.gif', 'itrans.gif', 'uaddons.gif',
   'uchannels.gif', 'utrans.gif',
 ];
 
@@ -136,7 +136,7 @@ for (const { what, build, view, expected, on } of [
 }
 
 test('a silent installation puts the program where the user may write, and enters it', { skip }, async () => {
-  // The prefix of the tests has the objects of the build; the installer is to bring its own.
+  // The prefix of the tests has the objects of the build registered; Kitbay is to find its own.
   await wine('regsvr32', '/s', '/u', path.join(buildFolder, 'suite/OvalinkSuite.dll'));
   await Suite.layOut();
   filesBefore = filesOfDrive();
@@ -178,6 +178,18 @@ test('a silent removal leaves the files and keys of before', { skip }, async () 
     filesBefore.filter((name) => path.join(driveC, name) !== programs),
   );
   assert.deepEqual(await keysOfUser(), keysBefore);
+});
+
+test('objects that an older installation has registered are taken back', { skip }, async () => {
+  const clsid = 'HKCU\\Software\\Classes\\URLDownloadLib.URLDownload\\CLSID';
+  await wine('regsvr32', '/s', path.join(buildFolder, 'suite/OvalinkSuite.dll'));
+  await wine('reg', 'query', clsid);
+  await wine(installer, '/S');
+  await wine('reg', 'add', uninstallKey, '/v', 'SuiteObjects', '/d', 'registered', '/f');
+  await wine(installer, '/S');
+  await assert.rejects(wine('reg', 'query', clsid), { code: 1 });
+  assert.equal((await values(uninstallKey)).SuiteObjects, undefined);
+  await remove();
 });
 
 test("a file of the user's in the program's folder stays", { skip }, async () => {
