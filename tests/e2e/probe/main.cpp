@@ -9,7 +9,10 @@
 //                            and caption
 //   minimize CAPTION         minimises the top-level window of that caption
 //   key CAPTION CODE         a key goes down and up in the focused control of that window
-//   value KEY NAME           the type and the bytes of a value below HKEY_CLASSES_ROOT
+//   value KEY NAME           the type and the bytes of a value of a class: the user's, or else the
+//                            machine's
+//   refuse KEY               from here on, until Wine ends, nobody may write the key below
+//                            HKEY_LOCAL_MACHINE; everybody may read it
 //   registry                 creates Kitbay.Registry, calls its members in the interface's order
 //   manager                  creates Kitbay.Manager and calls BringToFront
 //
@@ -21,6 +24,7 @@
 #include <commctrl.h>
 #include <objbase.h>
 #include <oleauto.h>
+#include <sddl.h>
 #include <shellapi.h>
 
 #include <cstdint>
@@ -301,8 +305,14 @@ std::string Value(const std::wstring& key, const std::wstring& name) {
   DWORD type = 0;
   BYTE bytes[512];
   DWORD size = sizeof bytes;
-  const LSTATUS code = RegGetValueW(HKEY_CLASSES_ROOT, key.c_str(), name.c_str(),
-                                    RRF_RT_ANY | RRF_NOEXPAND, &type, bytes, &size);
+  // Wine does not show the user's classes among all classes.
+  LSTATUS code = RegGetValueW(HKEY_CURRENT_USER, (L"Software\\Classes\\" + key).c_str(),
+                              name.c_str(), RRF_RT_ANY | RRF_NOEXPAND, &type, bytes, &size);
+  if (code != ERROR_SUCCESS) {
+    size = sizeof bytes;
+    code = RegGetValueW(HKEY_CLASSES_ROOT, key.c_str(), name.c_str(), RRF_RT_ANY | RRF_NOEXPAND,
+                        &type, bytes, &size);
+  }
   if (code != ERROR_SUCCESS) {
     throw std::runtime_error("no value: " + std::to_string(code));
   }
@@ -311,6 +321,24 @@ std::string Value(const std::wstring& key, const std::wstring& name) {
     text.pop_back();
   }
   return "{\"type\":" + std::to_string(type) + ",\"text\":" + Quoted(text) + "}";
+}
+
+std::string Refuse(const std::wstring& name) {
+  HKEY key = nullptr;
+  PSECURITY_DESCRIPTOR descriptor = nullptr;
+  ConvertStringSecurityDescriptorToSecurityDescriptorW(L"D:P(A;;KR;;;WD)", SDDL_REVISION_1,
+                                                       &descriptor, nullptr);
+  LSTATUS code = RegCreateKeyExW(HKEY_LOCAL_MACHINE, name.c_str(), 0, nullptr, 0, WRITE_DAC,
+                                 nullptr, &key, nullptr);
+  if (code == ERROR_SUCCESS) {
+    code = RegSetKeySecurity(key, DACL_SECURITY_INFORMATION, descriptor);
+    RegCloseKey(key);
+  }
+  LocalFree(descriptor);
+  if (code != ERROR_SUCCESS) {
+    throw std::runtime_error("not refused: " + std::to_string(code));
+  }
+  return "true";
 }
 
 void Check(HRESULT result, const char* step) {
@@ -401,6 +429,9 @@ std::string Run(const std::vector<std::wstring>& arguments) {
   }
   if (command == L"value" && arguments.size() == 3) {
     return Value(arguments[1], arguments[2]);
+  }
+  if (command == L"refuse" && arguments.size() == 2) {
+    return Refuse(arguments[1]);
   }
   if (command == L"registry") {
     return UseRegistry();

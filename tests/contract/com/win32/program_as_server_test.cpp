@@ -91,7 +91,8 @@ TEST(Registration, ForTheMachineEntersNothingForTheUser) {
   EXPECT_EQ(RegGetValueW(HKEY_LOCAL_MACHINE, server.c_str(), nullptr, RRF_RT_REG_SZ, nullptr, text,
                          &size),
             ERROR_SUCCESS);
-  EXPECT_EQ(ToUtf8(text), "\"" + ToUtf8(OwnModulePath()) + "\"");
+  const std::string path = ToUtf8(OwnModulePath());
+  EXPECT_EQ(ToUtf8(text), "\"" + path + "\"");
 }
 
 TEST(Registration, CorrectsWhatNamesAnotherExecutable) {

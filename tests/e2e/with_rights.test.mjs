@@ -1,0 +1,41 @@
+// A user with an administrator's rights: the user's classes are not found, nothing of the suite's is
+// registered, and all that Kitbay does works all the same.
+import assert from 'node:assert/strict';
+import fs from 'node:fs';
+import { test } from 'node:test';
+import { withRights } from './worlds.mjs';
+
+withRights();
+const { eventually, isKitbay, MainClient, probe, rowsOf, Suite, wine, windows } = await import('./harness.mjs');
+// The short way through, from the start to the end.
+await import('./short_way.test.mjs');
+
+const query = (key) => wine('reg', 'query', key);
+const kObject = 'Software\\Classes\\URLDownloadLib.URLDownload';
+
+test('no object of the suite is registered', async () => {
+  await assert.rejects(query(`HKLM\\${kObject}`), { code: 1 });
+  await assert.rejects(query(`HKCU\\${kObject}`), { code: 1 });
+});
+
+test("Kitbay's classes are the machine's, and a second start raises the window", async () => {
+  const suite = await Suite.layOut();
+  const kitbay = suite.start();
+  try {
+    const page = await kitbay.page();
+    await page.waitFor(`document.querySelector('#installedchannels > div')`);
+    await query('HKLM\\Software\\Classes\\Kitbay.Manager\\CLSID');
+    await assert.rejects(query('HKCU\\Software\\Classes\\Kitbay.Manager'), { code: 1 });
+    await probe('minimize', 'Kitbay');
+    await eventually('the minimised window', async () => (await windows()).find(isKitbay)?.minimized);
+    const second = suite.start();
+    assert.equal(await second.ended(), 0);
+    await second.dispose();
+    assert.equal((await windows()).find(isKitbay).minimized, false);
+    assert.deepEqual((await page.eval(rowsOf('installedchannels'))).length, 6);
+    assert.equal(await kitbay.close(), 0);
+    assert.deepEqual(suite.logEntries(), []);
+  } finally {
+    await kitbay.dispose();
+  }
+});
