@@ -1,6 +1,6 @@
-// standard_user: starts the Kitbay.exe that lies beside it as Windows does for an administrator whose
-// rights are not in force, which Wine calls a linked token. When it and all that it has started have
-// ended, ends with the number of these processes; with 99 when it cannot.
+// standard_user: starts the Kitbay.exe that lies beside it as Windows does for an administrator
+// whose rights are not in force, which Wine calls a linked token. When it and all that it has
+// started have ended, ends with the number of these processes; with 99 when it cannot.
 #include <windows.h>
 
 #include <cstdio>

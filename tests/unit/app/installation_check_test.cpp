@@ -97,7 +97,7 @@ TEST_F(InstallationCheckTest, AnEntryOfTheOtherViewIsFound) {
   Check();
   EXPECT_EQ(settings.InstallFolder, "D:\\Pro");
   const std::string opened = "Open " + EntryOf("TesselPro");
-  EXPECT_THAT(KeysOpened(), ElementsAre(opened + " 0x3f", opened + " 0x23f"));
+  EXPECT_THAT(KeysOpened(), ElementsAre(opened + " 0x3f", opened + " 0x23f", opened + " 0x201"));
 }
 
 TEST_F(InstallationCheckTest, AProgramOf32BitsLooksInTheViewOf64) {

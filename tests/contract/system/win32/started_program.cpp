@@ -1,5 +1,5 @@
-// The program that the tests start. It sets the event that the environment names, or for want of that
-// the one that bears its own name, when it was started to be shown normally.
+// The program that the tests start. It sets the event that the environment names, or for want of
+// that the one that bears its own name, when it was started to be shown normally.
 #include <windows.h>
 
 #include <string>

@@ -141,9 +141,9 @@ TEST(Win32Desktop, AProgramIsStartedByTheShellWithTheShellsOwnSurroundings) {
 TEST(Win32Desktop, AMissingProgramIsNotLeftToTheShell) {
   const Apartment apartment;
   const ScratchFolder folder;
-  EXPECT_EQ(FailureNumber(
-                [&] { MakeDesktop()->StartProgramAsUser(folder.path() + "\\Tessel.exe"); }),
-            53);
+  EXPECT_EQ(
+      FailureNumber([&] { MakeDesktop()->StartProgramAsUser(folder.path() + "\\Tessel.exe"); }),
+      53);
 }
 
 TEST(Win32Desktop, WithoutComNoShellIsFound) {
