@@ -88,7 +88,7 @@ void RecordingDesktop::StartProgram(const std::string& path) {
 }
 
 void RecordingDesktop::StartProgramAsUser(const std::string& path) {
-  calls_.push_back("StartProgramAsUser" + Quoted(path));
+  calls_.push_back("StartProgramAsUser" + Bracketed(path));
   if (start_failure_) {
     throw *start_failure_;
   }
