@@ -35,6 +35,13 @@ TEST_F(Updates, NewerAddonGetsAnUpdateRow) {
   EXPECT_THAT(log_.entries, IsEmpty());
 }
 
+TEST_F(Updates, AListIsAnsweredOnceASourceKnowsItsKind) {
+  SetDatastore(RegistryText(Addon("chat", "Chat", "c.dll"), "", ""));
+  EXPECT_FALSE(installed_.InstalledAddons());
+  SetManifest("a.xml", ManifestText("", "", ""));
+  EXPECT_TRUE(installed_.InstalledAddons());
+}
+
 TEST_F(Updates, NewerTransportGetsAnUpdateRow) {
   SetDatastore(RegistryText("", Transport("mail", "Mail", "m.dll"), ""));
   resources_.Add("C:\\Suite\\m.dll", 2, 0, 0, 0);

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "catalog/manifest_file.h"
 #include "catalog/registry_files.h"
 #include "catalog/row_number.h"
 
@@ -45,6 +46,20 @@ TEST(RowNumber, PastTheLargestIsAnOverflowEachTime) {
       EXPECT_EQ(failure.description(), "Overflow");
     }
   }
+}
+
+TEST(ManifestName, IsThatOfAnXmlFileInTheFolderItself) {
+  EXPECT_TRUE(IsManifestName("ovalink.xml"));
+  EXPECT_TRUE(IsManifestName("More Addons.XML"));
+  EXPECT_FALSE(IsManifestName("ovalink.txt"));
+  EXPECT_FALSE(IsManifestName(""));
+  EXPECT_FALSE(IsManifestName("..\\ovalink.xml"));
+}
+
+TEST(ManifestName, IsNoneOfTheFilesOfSourcesUnderWhateverName) {
+  EXPECT_FALSE(IsManifestName("DirectoryPreference.xml"));
+  EXPECT_FALSE(IsManifestName("UpdatePreference.xml"));
+  EXPECT_FALSE(IsManifestName("DIRECT~1.xml"));
 }
 
 }  // namespace

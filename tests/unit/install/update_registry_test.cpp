@@ -389,6 +389,17 @@ TEST_F(PresentComponent, ChannelThatCannotBeSavedIsLoggedByItsOwnProcedureAndSho
       std::string("News Channel could not be entered into ") + kDatastore + ": Disk full.", page);
 }
 
+TEST_F(PresentComponent, ChannelWhoseNewVersionIsNoTextKeepsTheOldOne) {
+  const std::string before = Datastore();
+  TakeChannel("presence");
+  session_.record[channel_slot::kVersion] = "2\x01";
+  EXPECT_FALSE(registration_.updateRegistryForChannel());
+  EXPECT_EQ(Datastore(), before);
+  EXPECT_THAT(log_.entries,
+              ElementsAre(Entry("Kitbay::CheckNode", 5,
+                                "Invalid procedure call or argument: the version is no text")));
+}
+
 TEST_F(PresentComponent, IdIsComparedLetterForLetter) {
   TakeAddon();
   session_.record[kIdSlot] = "Notes";

@@ -8,6 +8,7 @@
 #include "contract/com/win32/client_process.h"
 #include "contract/com/win32/registered_program.h"
 #include "contract/com/win32/scratch_user.h"
+#include "contract/failure_number.h"
 #include "contract/windows/replaced_import.h"
 #include "platform/win32/com/instance_mark.h"
 #include "platform/win32/com/own_type_library.h"
@@ -154,6 +155,22 @@ TEST(ProgramAsServer, ADisconnectedManagerIsOutOfReachAndNotMerelySilent) {
   // Asked for its members, too, it answers no more: the system has let the object go.
   const std::string answer = client.Ask("call NoSuchMember");
   EXPECT_TRUE(answer.starts_with("failure -")) << answer;
+}
+
+TEST(ProgramAsServer, AClientWithinTheProgramIsDisconnectedToo) {
+  const RegisteredProgram program;
+  CountingManager manager;
+  const auto objects = platform::win32::MakeActiveObjects();
+  const auto class_id = objects->ClassIdFromProgId("Kitbay.Manager");
+  ASSERT_TRUE(class_id.has_value());
+  const auto cookie = objects->RegisterActiveObject(manager, *class_id);
+  ASSERT_TRUE(cookie.has_value());
+  const auto client = objects->GetActive("Kitbay.Manager");
+  client->BringToFront();
+  EXPECT_EQ(objects->RevokeActiveObject(*cookie), 0);
+  objects->DisconnectObject(manager);
+  EXPECT_EQ(FailureNumber([&] { client->BringToFront(); }), kDisconnected);
+  EXPECT_EQ(manager.calls, 1);
 }
 
 TEST(ProgramAsServer, TheTableDoesNotKeepTheManagerAlive) {
