@@ -317,8 +317,15 @@ TEST_F(DirectoryPreference, TabBarOfTheInstalledListsIsWrittenLetterForLetter) {
   SetSources("<preference url='one.example/a.xml'/>");
   AddManifest("a.xml");
   driver_.GetDirectoryPreferenceFile();
+  // The keyboard and screen readers need more than the markup says; the view adds it.
   const auto expected = std::make_shared<fakes::FakeHtmlDocument>(
-      std::string("<div id='imgtab'>") + catalog::kInstalledBarMarkup + "</div>");
+      "<div id='imgtab'><span class='styleclass' role='tablist' style='background:gray;  "
+      "width:100%; "
+      "height:33px; position:relative;'  id='itabencloser'><img src='ichannels.gif' id='channels' "
+      ");' role='tab' tabindex='0' alt='Channels' aria-selected='true'><img src='utrans.gif' "
+      "id='trans' role='tab' tabindex='0' alt='Messaging services' aria-selected='false'><img "
+      "src='uaddons.gif' id='addons' role='tab' tabindex='0' alt='Addons' "
+      "aria-selected='false'></span></div>");
   EXPECT_EQ(fakes::FakeHtmlDocument::TreeText(html_->ById("imgtab")),
             fakes::FakeHtmlDocument::TreeText(expected->ById("imgtab")));
 }

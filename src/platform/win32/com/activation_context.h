@@ -24,8 +24,8 @@ class ActivationContext {
     Active& operator=(const Active&) = delete;
 
    private:
+    ULONG_PTR cookie_ = 0;  // before the flag, whose initialisation fills it
     bool is_active_;
-    ULONG_PTR cookie_ = 0;
   };
 
  private:
