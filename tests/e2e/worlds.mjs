@@ -7,7 +7,6 @@ import { execFileSync } from 'node:child_process';
 import fs from 'node:fs';
 import path from 'node:path';
 import { fileURLToPath } from 'node:url';
-import { bits } from '../../tools/windows_build.mjs';
 
 const root = fileURLToPath(new URL('../..', import.meta.url)).replace(/\/$/, '');
 const kPrefixTool = path.join(root, 'tools/wine_prefix');
@@ -38,8 +37,12 @@ function meansOfRights() {
   }
 }
 
-/** Begins a world in the prefix of that name, for the tests that are imported from here on. */
+/**
+ * Begins a world in the prefix of that name, for the tests that are imported from here on. What looks at
+ * the prefix when it is imported, such as the harness, must not have been imported before.
+ */
 function enter(name) {
+  const bits = process.env.KITBAY_BITS ?? '64';
   process.env.WINEPREFIX = path.join(root, `build/wine${bits}-${name}`);
   process.env.KITBAY_CLASSES = 'apart';
 }
