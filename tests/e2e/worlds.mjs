@@ -48,7 +48,10 @@ function enter(name) {
 }
 
 /** The world of a user with an administrator's rights, which is what Wine takes everybody for. */
-export const withRights = () => enter('with-rights');
+export function withRights() {
+  enter('with-rights');
+  run(kPrefixTool, []);
+}
 
 /**
  * The world of a standard user. `prepare` lays a suite out, with the rights of its owner; then the suite
