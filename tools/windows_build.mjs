@@ -11,7 +11,8 @@ if (!['32', '64'].includes(bits)) throw new Error(`KITBAY_BITS is ${bits}; it ha
 /** What was built for it. */
 export const windowsBuild = path.join(build, `win${bits}`);
 
-/** The Wine prefix that its programs run in. */
-export const winePrefix = process.env.WINEPREFIX?.startsWith(`${build}/`)
-  ? process.env.WINEPREFIX
-  : path.join(build, bits === '32' ? 'wine32' : 'wine');
+/** The Wine prefix that its programs run in, by what WINEPREFIX says at present. */
+export function winePrefix() {
+  const named = process.env.WINEPREFIX;
+  return named?.startsWith(`${build}/`) ? named : path.join(build, bits === '32' ? 'wine32' : 'wine');
+}

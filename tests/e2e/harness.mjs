@@ -21,7 +21,7 @@ import { canonicalXml } from './xml.mjs';
 export const root = fileURLToPath(new URL('../..', import.meta.url)).replace(/\/$/, '');
 export const buildFolder = windowsBuild;
 const probeProgram = path.join(buildFolder, 'tests/e2e/probe/e2e_probe.exe');
-export const prefixFolder = winePrefix;
+export const prefixFolder = winePrefix();
 const environment = { ...process.env, WINEPREFIX: prefixFolder };
 export const downloadClient =
   process.env.KITBAY_DOWNLOAD_CLIENT ?? path.join(buildFolder, 'tests/e2e/download_client/download_client.exe');

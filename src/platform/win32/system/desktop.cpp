@@ -109,7 +109,7 @@ class Win32Desktop : public Desktop {
 
   std::optional<int> ProgramBits(const std::string& path) const override {
     DWORD type = 0;
-    if (!GetBinaryTypeW(ToSystemPath(path).c_str(), &type)) {
+    if (path.empty() || !GetBinaryTypeW(ToSystemPath(path).c_str(), &type)) {
       return std::nullopt;
     }
     switch (type) {
