@@ -8,7 +8,7 @@ namespace kitbay::view {
 using base::Failure;
 using base::RuntimeError;
 
-const platform::HtmlNodeRef& Needed(const platform::HtmlNodeRef& node) {
+platform::HtmlNodeRef Needed(const platform::HtmlNodeRef& node) {
   if (!node) {
     throw Failure(RuntimeError::kObjectVariableNotSet);
   }

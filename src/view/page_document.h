@@ -9,7 +9,7 @@
 namespace kitbay::view {
 
 /// The node behind a handle; fails with 91 when the handle is empty.
-const platform::HtmlNodeRef& Needed(const platform::HtmlNodeRef& node);
+platform::HtmlNodeRef Needed(const platform::HtmlNodeRef& node);
 
 /// The parent element of the node behind a handle; empty where either is missing.
 platform::HtmlNodeRef ParentOf(const platform::HtmlNodeRef& node);

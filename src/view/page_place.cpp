@@ -34,7 +34,7 @@ PagePlace::PagePlace(base::ErrorLog& log, const PageDocument& page, ViewState& s
 void PagePlace::Restore() {
   guarded(log_, kName, [&] {
     if (focused_) {
-      RestoreFocus();
+      RestoreFocus(*focused_);
     }
     for (const auto& [container, top] : scrolled_) {
       if (top > 0) {
@@ -44,20 +44,20 @@ void PagePlace::Restore() {
   });
 }
 
-void PagePlace::RestoreFocus() {
-  const auto& rows = state_.lists.Of(page_, focused_->container).rows;
+void PagePlace::RestoreFocus(RowPlace place) const {
+  const auto& rows = state_.lists.Of(page_, place.container).rows;
   if (rows.empty()) {
     return;
   }
-  focused_->index = std::min(focused_->index, rows.size() - 1);
-  if (rows[focused_->index].name != focused_name_) {
+  place.index = std::min(place.index, rows.size() - 1);
+  if (rows[place.index].name != focused_name_) {
     const auto same = std::find_if(rows.begin(), rows.end(),
                                    [&](const ListedRow& row) { return row.name == focused_name_; });
     if (same != rows.end()) {
-      focused_->index = static_cast<std::size_t>(same - rows.begin());
+      place.index = static_cast<std::size_t>(same - rows.begin());
     }
   }
-  RowFocus(page_, state_.lists).Give(*focused_);
+  RowFocus(page_, state_.lists).Give(place);
 }
 
 }  // namespace kitbay::view

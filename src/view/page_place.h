@@ -22,7 +22,7 @@ class PagePlace {
   void Restore();
 
  private:
-  void RestoreFocus();
+  void RestoreFocus(RowPlace place) const;
 
   base::ErrorLog& log_;
   const PageDocument& page_;
