@@ -39,3 +39,17 @@ test("Kitbay's classes are the machine's, and a second start raises the window",
     await kitbay.dispose();
   }
 });
+
+test('an uninstall entry that refuses writing is read', async () => {
+  const suite = await Suite.layOut();
+  await probe('refuse', 'SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\Tessel');
+  const kitbay = suite.start();
+  try {
+    const page = await kitbay.page();
+    await page.waitFor(`document.querySelector('#installedchannels > div')`);
+    assert.equal(await kitbay.close(), 0);
+    assert.deepEqual(suite.logEntries(), []);
+  } finally {
+    await kitbay.dispose();
+  }
+});
