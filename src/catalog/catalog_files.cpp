@@ -11,14 +11,13 @@ namespace kitbay::catalog {
 
 CatalogFiles::Refresh::~Refresh() {
   if (--files_.refreshes_ == 0) {
-    files_.read_.clear();
-    files_.versions_.clear();
+    files_.snapshot_ = Snapshot();
   }
 }
 
 const CatalogFiles::File& CatalogFiles::Load(const std::string& path) {
   assert(refreshes_ > 0);
-  const auto [place, is_new] = read_.try_emplace(base::ToLower(path));
+  const auto [place, is_new] = snapshot_.files.try_emplace(base::ToLower(path));
   File& file = place->second;
   if (is_new) {
     try {

@@ -45,7 +45,7 @@ class CatalogFiles {
   const XmlDocument* TryManifest(const std::string& name);
 
   /// The versions of libraries that the refresh has read so far, by path.
-  std::unordered_map<std::string, std::string>& versions() { return versions_; }
+  std::unordered_map<std::string, std::string>& versions() { return snapshot_.versions; }
 
  private:
   struct File {
@@ -53,13 +53,17 @@ class CatalogFiles {
     std::optional<base::Failure> failure;
   };
 
+  struct Snapshot {
+    std::map<std::string, File> files;  // by path in lower case
+    std::unordered_map<std::string, std::string> versions;
+  };
+
   const File& Load(const std::string& path);
 
   const platform::Files& files_;
   const base::Settings& settings_;
   int refreshes_ = 0;
-  std::map<std::string, File> read_;  // by path in lower case
-  std::unordered_map<std::string, std::string> versions_;
+  Snapshot snapshot_;
 };
 
 }  // namespace kitbay::catalog
