@@ -186,6 +186,7 @@ Section "un."
   Delete "$INSTDIR\utrans.gif"
   Delete "$INSTDIR\Licence.txt"
   Delete "$INSTDIR\Licences of libraries.txt"
+  Delete "$INSTDIR\Kitbay.spdx.json"
   Delete "$INSTDIR\User guide.txt"
   Delete "$INSTDIR\Uninstall.exe"
   ; Only when it is empty: what else lies there is the user's.

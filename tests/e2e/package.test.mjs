@@ -21,7 +21,7 @@ const installer = path.join(root, 'build/package/KitbaySetup.exe');
 const driveC = path.join(prefix, 'drive_c');
 const uninstallKey = 'HKCU\\Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\Kitbay';
 const files = [
-  'AddonUpdates.html', 'Kitbay.exe', 'Licence.txt', 'Licences of libraries.txt', 'OvalinkSuite.dll',
+  'AddonUpdates.html', 'Kitbay.exe', 'Kitbay.spdx.json', 'Licence.txt', 'Licences of libraries.txt', 'OvalinkSuite.dll',
   'OvalinkSuite.manifest', 'Uninstall.exe', 'User guide.txt', 'iaddons.gif', 'ichannels.gif', 'itrans.gif', 'uaddons.gif',
   'uchannels.gif', 'utrans.gif',
 ];
