@@ -75,6 +75,32 @@ std::string ManifestOf(ComponentKind kind, std::size_t entries, const std::strin
   return text + "</components>";
 }
 
+std::string DatastoreOfAllKinds(std::size_t entries) {
+  std::string text = "<root>";
+  for (std::size_t i = 0; i < base::kComponentKinds.size(); ++i) {
+    const ComponentKind kind = base::kComponentKinds[i];
+    text += std::string("<") + kContainers[kind] + ">";
+    for (std::size_t number = i; number < entries; number += base::kComponentKinds.size()) {
+      text += Entry(kind, number);
+    }
+    text += std::string("</") + kContainers[kind] + ">";
+  }
+  return text + "</root>";
+}
+
+std::string ManifestOfAllKinds(std::size_t entries, const std::string& id_prefix) {
+  std::string text = "<components>";
+  for (std::size_t i = 0; i < base::kComponentKinds.size(); ++i) {
+    const ComponentKind kind = base::kComponentKinds[i];
+    text += std::string("<") + kContainers[kind] + ">";
+    for (std::size_t number = i; number < entries; number += base::kComponentKinds.size()) {
+      text += ManifestEntry(kind, number, number % 2 == 0 ? "component" : id_prefix);
+    }
+    text += std::string("</") + kContainers[kind] + ">";
+  }
+  return text + "</components>";
+}
+
 bool DatastoreDisk::Exists(const std::string& path) const {
   return path.ends_with("olregistry.xml");
 }

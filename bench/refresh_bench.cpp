@@ -1,0 +1,147 @@
+#include <benchmark/benchmark.h>
+
+#include <map>
+#include <pugixml.hpp>
+
+#include "catalog/available_updates.h"
+#include "catalog/new_component_listing.h"
+#include "sample_suite.h"
+
+namespace kitbay::bench {
+namespace {
+
+using base::ComponentKind;
+
+const std::string kInstallFolder = "C:\\Program Files\\Ovalink";
+const std::string kCustomDataFolder = "C:\\Users\\Ada\\AppData\\Roaming\\Ovalink\\CustomData";
+
+/// A disk with the datastore, an empty custom registry and the manifests of some sources.
+class RefreshDisk : public DatastoreDisk {
+ public:
+  RefreshDisk(std::size_t sources, std::size_t entries)
+      : DatastoreDisk(DatastoreOfAllKinds(entries)) {
+    for (std::size_t i = 1; i <= sources; ++i) {
+      // Half of what a source offers is installed, in an older version; the other half is new.
+      manifests_["source" + std::to_string(i) + ".xml"] =
+          ManifestOfAllKinds(entries, "offer" + std::to_string(i) + "-");
+    }
+  }
+
+  const std::map<std::string, std::string>& manifests() const { return manifests_; }
+
+  std::string Read(const std::string& path) const override {
+    const auto manifest = manifests_.find(path.substr(path.rfind('\\') + 1));
+    return manifest != manifests_.end() ? manifest->second : DatastoreDisk::Read(path);
+  }
+
+ private:
+  std::map<std::string, std::string> manifests_;
+};
+
+/// Counts the rows and makes no markup: what is measured is finding out what they show.
+class RowCount : public CountedRows {
+ public:
+  std::size_t count() const { return count_; }
+
+  void fillDiv(const std::string& /*container*/, const std::string& /*name*/,
+               const std::string& /*version*/, const std::string& /*description*/,
+               std::int16_t /*row*/, bool /*is_core*/) override {
+    ++count_;
+  }
+  void fillDivWithUpdates(const std::string& /*container*/, const std::string& /*name*/,
+                          const std::string& /*version*/, const std::string& /*description*/,
+                          std::int16_t /*row*/, bool /*is_core*/, bool /*not_installed*/) override {
+    ++count_;
+  }
+  void showUpdates(const std::string& /*container*/, const std::string& /*name*/,
+                   const std::string& /*version*/, const std::string& /*description*/,
+                   std::int16_t /*row*/) override {
+    ++count_;
+  }
+
+ private:
+  std::size_t count_ = 0;
+};
+
+/// The six lists that are filled once the sources have answered.
+class RefreshSuite {
+ public:
+  RefreshSuite(std::size_t sources, std::size_t entries) : disk_(sources, entries) {
+    settings_.InstallFolder = kInstallFolder;
+    settings_.CustomDataFolder = kCustomDataFolder;
+    for (const auto& [name, text] : disk_.manifests()) {
+      sources_.UpdateSources.push_back("updates.example/" + name);
+    }
+  }
+
+  const RowCount& rows() const { return rows_; }
+
+  void Refresh() {
+    const catalog::CatalogFiles::Refresh refresh(files_);
+    installed_.InstalledChannels();
+    installed_.InstalledTransports();
+    installed_.InstalledAddons();
+    new_components_.funcShowUpdates();
+    new_components_.funcShowChannels();
+    new_components_.funcShowTransports();
+  }
+
+ private:
+  RefreshDisk disk_;
+  base::Settings settings_;
+  StrictLog log_;
+  OneVersion version_resource_;
+  RowCount rows_;
+  catalog::UpdateSourceList sources_;
+  catalog::InstalledRows shown_;
+  catalog::NewComponents found_;
+  catalog::CatalogFiles files_{disk_, settings_};
+  catalog::FileVersions versions_{log_, settings_, version_resource_, files_};
+  catalog::AvailableUpdates available_{log_, files_, versions_, shown_, rows_};
+  catalog::InstalledWithUpdates installed_{log_,       files_, settings_, sources_,
+                                           available_, shown_, rows_};
+  catalog::NewComponentListing new_components_{log_, files_, sources_, found_, rows_};
+};
+
+// The measure of the other: each file is read, and parsed in place by the XML library.
+void ParseEach(benchmark::State& state) {
+  const RefreshDisk disk(static_cast<std::size_t>(state.range(0)),
+                         static_cast<std::size_t>(state.range(1)));
+  const auto parse = [&](const std::string& path) {
+    std::string bytes = disk.Read(path);
+    pugi::xml_document document;
+    if (!document.load_buffer_inplace(bytes.data(), bytes.size())) {
+      state.SkipWithError("a file does not parse");
+    }
+    benchmark::DoNotOptimize(document);
+  };
+  for (auto _ : state) {
+    parse("olregistry.xml");
+    for (const auto& [name, text] : disk.manifests()) {
+      parse(name);
+    }
+  }
+}
+
+void Refresh(benchmark::State& state) {
+  const auto sources = static_cast<std::size_t>(state.range(0));
+  const auto entries = static_cast<std::size_t>(state.range(1));
+  RefreshSuite suite(sources, entries);
+  for (auto _ : state) {
+    suite.Refresh();
+  }
+  const std::size_t rows = sources * (entries + entries / 2);
+  if (suite.rows().count() != static_cast<std::size_t>(state.iterations()) * rows) {
+    state.SkipWithError("not every entry became a row");
+  }
+}
+
+void Sizes(benchmark::internal::Benchmark* benchmark) {
+  benchmark->ArgsProduct({{1, 3, 10}, {980, 9800}})->Unit(benchmark::kMicrosecond);
+}
+
+BENCHMARK(ParseEach)->Name("refresh/parse")->Apply(Sizes);
+BENCHMARK(Refresh)->Name("refresh/lists")->Apply(Sizes);
+
+}  // namespace
+}  // namespace kitbay::bench
