@@ -45,8 +45,9 @@ export WINEDEBUG=${WINEDEBUG:--all}
 export WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d"
 # File names are UTF-8 whatever the caller's locale; dates and numbers are set in the prefix.
 export LC_ALL=C.UTF-8
-# Wine links the user's folders into the home folder, so that it gets one of its own.
+# Wine links the user's folders into the home folder, so that it gets one of its own; KITBAY_HOME names
+# that of a user who may not write there.
 export XAUTHORITY=${XAUTHORITY:-${HOME:-}/.Xauthority}
-export HOME=$root/build/home
+export HOME=${KITBAY_HOME:-$root/build/home}
 mkdir -p "$HOME"
 
