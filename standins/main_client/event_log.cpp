@@ -5,6 +5,8 @@
 #include <memory>
 #include <string>
 
+#include "program_folder.h"
+
 namespace {
 
 struct CloseFile {
@@ -14,12 +16,6 @@ struct CloseFile {
   }
 };
 using UniqueFile = std::unique_ptr<HANDLE, CloseFile>;
-
-std::wstring PathBesideProgram(const wchar_t* name) {
-  std::wstring path(32768, L'\0');
-  path.resize(GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
-  return path.substr(0, path.rfind(L'\\') + 1) + name;
-}
 
 }  // namespace
 

@@ -1,9 +1,11 @@
-// Stands in for the suite's main client: shows a contact list until it is told to close.
+// Stands in for the suite's main client: shows a contact list until it is told to close. Where a
+// file "Tessel.saves" lies beside it, it saves the datastore late, when its window has gone.
 
 #include <windows.h>
 
 #include "contact_list.h"
 #include "event_log.h"
+#include "late_saving.h"
 
 namespace {
 
@@ -52,6 +54,7 @@ LRESULT CALLBACK MainWindow(HWND window, UINT message, WPARAM wparam, LPARAM lpa
 
 int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int show) {
   ContactList contacts;
+  const LateSaving saving;
   WNDCLASSEXW window_class{};
   window_class.cbSize = sizeof window_class;
   window_class.style = CS_HREDRAW | CS_VREDRAW;
@@ -74,6 +77,7 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int show) {
     TranslateMessage(&message);
     DispatchMessageW(&message);
   }
+  saving.Save();
   AppendToEventLog("closed");
   return 0;
 }

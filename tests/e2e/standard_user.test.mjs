@@ -140,12 +140,15 @@ test('the end leaves the suite as it was, and no source was asked', { skip }, as
   assert.deepEqual(source.requests, []);
 });
 
-test('a start that brings no rights, though the user agreed, does not ask again', { skip }, async () => {
+test('a start that brings no right to the folder, though the user agreed, does not ask again', { skip }, async () => {
   kitbay = start();
   await harness.confirmMessage('&Yes');
   page = await kitbay.page();
   await page.waitFor(harness.sourcesAnswered);
-  assert.equal(await harness.confirmMessage(), kNotice + kOffer);
+  const [notice, whatToDo] = (await harness.confirmMessage()).split(/(?=\n\n)/);
+  // Wine may or may not start it with the rights of Windows, which open nothing that this system refuses.
+  assert.equal(notice, kNotice);
+  assert.ok([kOffer, '\n\nAsk whoever looks after that folder.'].includes(whatToDo), whatToDo);
   assert.equal((await windowsOfKitbay()).length, 1);
   assert.equal(await kitbay.close(), 2, 'two processes');
   await kitbay.dispose();

@@ -16,7 +16,7 @@ const kNobody = 61893;
 const asNobody = { uid: kNobody, gid: kNobody, cwd: '/' };
 
 function run(program, words, options = {}) {
-  return execFileSync(program, words, { stdio: ['ignore', 'pipe', 'pipe'], ...options });
+  return execFileSync(program, words, { stdio: ['ignore', 'pipe', 'pipe'], encoding: 'utf8', ...options });
 }
 
 /** Makes the prefix of that name this process's. Prefixes are named before the harness looks at them. */
