@@ -10,7 +10,7 @@ set(KITBAY_COMPONENT_SOURCES "${CMAKE_CURRENT_LIST_DIR}" CACHE INTERNAL "")
 
 # add_component_library(FILE file.dll OUTPUT_FOLDER folder VERSION a.b.c.d|none PROGID progid
 #                       NAME text [TARGET target])
-# A component library that registers PROGID for the current user and carries VERSION in its version
+# A component library that registers PROGID below HKEY_CLASSES_ROOT and carries VERSION in its version
 # resource. TARGET tells two versions of one file apart; it is the file's name without extension by
 # default.
 function(add_component_library)

@@ -1,5 +1,5 @@
-// The in-process server that every component library is: one class, registered for the current
-// user, whose objects do nothing but exist.
+// The in-process server that every component library is: one class, registered below
+// HKEY_CLASSES_ROOT, whose objects do nothing but exist.
 
 #include <windows.h>
 
@@ -76,14 +76,14 @@ struct CloseKey {
 };
 using UniqueKey = std::unique_ptr<HKEY, CloseKey>;
 
-std::wstring ClassesPath(const std::wstring& key) { return L"Software\\Classes\\" + key; }
-std::wstring ClassKey() { return ClassesPath(std::wstring(L"CLSID\\") + kIdentity.clsid); }
-std::wstring ProgIdKey() { return ClassesPath(kIdentity.progid); }
+std::wstring ClassKey() { return std::wstring(L"CLSID\\") + kIdentity.clsid; }
+std::wstring ProgIdKey() { return kIdentity.progid; }
 
-/// Writes a text value of a key of the current user, creating the key; returns the registry's code.
+/// Writes a text value of a key below HKEY_CLASSES_ROOT, creating the key; returns the registry's
+/// code.
 LSTATUS WriteText(const std::wstring& key, const wchar_t* value, const std::wstring& text) {
   HKEY opened = nullptr;
-  const LSTATUS created = RegCreateKeyExW(HKEY_CURRENT_USER, key.c_str(), 0, nullptr, 0,
+  const LSTATUS created = RegCreateKeyExW(HKEY_CLASSES_ROOT, key.c_str(), 0, nullptr, 0,
                                           KEY_SET_VALUE, nullptr, &opened, nullptr);
   if (created != ERROR_SUCCESS) return created;
   const UniqueKey owned(opened);
@@ -140,7 +140,7 @@ HRESULT WINAPI DllRegisterServer() {
 HRESULT WINAPI DllUnregisterServer() {
   HRESULT result = S_OK;
   for (const std::wstring& key : {ClassKey(), ProgIdKey()}) {
-    const LSTATUS deleted = RegDeleteTreeW(HKEY_CURRENT_USER, key.c_str());
+    const LSTATUS deleted = RegDeleteTreeW(HKEY_CLASSES_ROOT, key.c_str());
     if (deleted != ERROR_SUCCESS && deleted != ERROR_FILE_NOT_FOUND) {
       result = HRESULT_FROM_WIN32(deleted);
     }

@@ -68,7 +68,7 @@ app_data_folder() {
 forget_classes() {
   local progid clsid
   while read -r progid clsid; do
-    printf '[-HKEY_CURRENT_USER\\Software\\Classes\\%s]\n\n' "$progid" "CLSID\\$clsid"
+    printf '[-HKEY_CLASSES_ROOT\\%s]\n\n' "$progid" "CLSID\\$clsid"
   done < <(cat "$1"/standins/{component_libraries,update_source}/classes.txt)
 }
 

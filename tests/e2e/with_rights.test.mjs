@@ -18,6 +18,11 @@ test('no object of the suite is registered', async () => {
   await assert.rejects(query(`HKCU\\${kObject}`), { code: 1 });
 });
 
+test('a library that was installed has registered itself for the machine', async () => {
+  assert.match(await query('HKLM\\Software\\Classes\\OvlScrapbook.Book\\CLSID'), /\{[-0-9A-F]+\}/);
+  await assert.rejects(query('HKCU\\Software\\Classes\\OvlScrapbook.Book'), { code: 1 });
+});
+
 test("Kitbay's classes are the machine's, and a second start raises the window", async () => {
   const suite = await Suite.layOut();
   const kitbay = suite.start();

@@ -2,7 +2,8 @@
 
 #include <gmock/gmock.h>
 #include <windows.h>
-// <tlhelp32.h> needs the former.
+// These need the former.
+#include <sddl.h>
 #include <tlhelp32.h>
 
 #include <set>
@@ -28,12 +29,25 @@ constexpr std::uint32_t kLong = 20000;
 constexpr const wchar_t* kProgId = L"Software\\Classes\\OvlContract.Component";
 constexpr const wchar_t* kClass = L"Software\\Classes\\CLSID\\" KITBAY_CONTRACT_CLSID;
 
-/// The text of a key of the user; empty when there is no such key.
+/// The text of a key of the machine; empty when there is no such key.
 std::string TextOf(const std::wstring& key) {
   wchar_t text[1024] = L"";
   DWORD size = sizeof(text);
-  RegGetValueW(HKEY_CURRENT_USER, key.c_str(), nullptr, RRF_RT_REG_SZ, nullptr, text, &size);
+  RegGetValueW(HKEY_LOCAL_MACHINE, key.c_str(), nullptr, RRF_RT_REG_SZ, nullptr, text, &size);
   return platform::win32::ToUtf8(text);
+}
+
+/// Makes a key of the machine that nobody may write to, as Windows refuses all of them to a
+/// standard user.
+void RefuseKey(const std::wstring& name) {
+  PSECURITY_DESCRIPTOR descriptor = nullptr;
+  ConvertStringSecurityDescriptorToSecurityDescriptorW(L"D:P(A;;KR;;;WD)(A;;SD;;;WD)",
+                                                       SDDL_REVISION_1, &descriptor, nullptr);
+  platform::win32::UniqueRegistryKey key;
+  RegCreateKeyExW(HKEY_LOCAL_MACHINE, name.c_str(), 0, nullptr, 0, WRITE_DAC, nullptr, key.put(),
+                  nullptr);
+  EXPECT_EQ(RegSetKeySecurity(key.get(), DACL_SECURITY_INFORMATION, descriptor), ERROR_SUCCESS);
+  LocalFree(descriptor);
 }
 
 /// The threads that the process had when this was made.
@@ -78,8 +92,8 @@ class RealSelfRegistration : public testing::Test {
   RealSelfRegistration& operator=(const RealSelfRegistration&) = delete;
 
   static void ForgetClass() {
-    RegDeleteTreeW(HKEY_CURRENT_USER, kProgId);
-    RegDeleteTreeW(HKEY_CURRENT_USER, kClass);
+    RegDeleteTreeW(HKEY_LOCAL_MACHINE, kProgId);
+    RegDeleteTreeW(HKEY_LOCAL_MACHINE, kClass);
   }
 
   static std::string RegisteredLibrary() {
@@ -133,6 +147,14 @@ TEST_F(RealSelfRegistration, LibraryIsInTheRegistryAfterwardsAndOutAgain) {
   EXPECT_EQ(TextOf(kProgId), "");
   EXPECT_THAT(log_.entries, IsEmpty());
   EXPECT_THAT(libraries_.limits(), ElementsAre(10000U, 10000U));
+}
+
+TEST_F(RealSelfRegistration, LibraryThatMayNotWriteTheMachinesClassesHasRun) {
+  RefuseKey(kClass);
+  EXPECT_EQ(Register(CopyComponent("refused.dll")), 0);
+  EXPECT_EQ(RegisteredLibrary(), "");
+  EXPECT_EQ(libraries_.exit_codes(), std::vector{static_cast<std::uint32_t>(E_ACCESSDENIED)});
+  EXPECT_THAT(log_.entries, IsEmpty());
 }
 
 TEST_F(RealSelfRegistration, LibraryThatFailsHasRun) {
