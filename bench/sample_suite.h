@@ -47,12 +47,16 @@ class DatastoreDisk : public platform::Files {
   void ReplaceInUse(const std::string& path, std::string_view bytes) override {
     Replace(path, bytes);
   }
+  void Delete(const std::string& path) override { Create(path, {}); }
   void WaitForOthers(unsigned /*milliseconds*/) const override {}
   void SweepReplacements(const std::string& /*folder*/) override {}
   void CreateFolder(const std::string& path) override;
   bool RefusesFiles(const std::string& /*folder*/) override { return false; }
   bool IsLink(const std::string& /*path*/) const override { return false; }
   platform::LocalTime LastModified(const std::string& path) const override;
+  void Redate(const std::string& path, const platform::LocalTime& /*time*/) override {
+    Create(path, {});
+  }
 
  private:
   std::string datastore_;

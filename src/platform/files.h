@@ -68,6 +68,9 @@ class Files {
   /// be renamed; a loaded library can.
   virtual void ReplaceInUse(const std::string& path, std::string_view bytes) = 0;
 
+  /// Deletes a file. Fails with 70 when it is read-only or a folder.
+  virtual void Delete(const std::string& path) = 0;
+
   /// Waits a moment, in which other programs may let go of a file.
   virtual void WaitForOthers(unsigned milliseconds) const = 0;
 
@@ -89,6 +92,9 @@ class Files {
 
   /// When the file was last written, in local time.
   virtual LocalTime LastModified(const std::string& path) const = 0;
+
+  /// Makes `time` the local time at which the file was last written.
+  virtual void Redate(const std::string& path, const LocalTime& time) = 0;
 };
 
 }  // namespace kitbay::platform

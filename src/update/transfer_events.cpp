@@ -28,6 +28,8 @@ constexpr base::PerKind<void (PackageReceiver::*)(const PendingPackage&, const s
                .transport = &PackageReceiver::UnpackTransport,
                .channel = &PackageReceiver::UnpackChannel};
 
+constexpr const char* kException = "Kitbay::OvTransportEvents_Exception";
+
 // Rounds to the nearest whole number, ties to the even one.
 std::string Kilobytes(double bytes) { return std::to_string(std::llrint(bytes / 1024)); }
 
@@ -69,28 +71,44 @@ void TransferEvents::ShowProgress(const std::string& received) {
   }
 }
 
+// What is noted of the request comes before what may fail: the next one must not wait for it.
 void TransferEvents::EndTransfer(const std::string& file_path) {
-  parts_.window.progress_bar().SetValue(100);
   parts_.requests.unanswered().End(file_path);
-  if (TakeManifest(file_path) && parts_.requests.CheckPreferences()) {
-    ShowAnswers();
+  parts_.window.progress_bar().SetValue(100);
+  if (const auto source = TakePending(file_path)) {
+    TakeManifest(*source, file_path);
   }
   TakePackage(file_path);
   parts_.requests.unanswered().ShowStatus();
 }
 
 // Only one entry is removed: two equal sources are two requests.
-bool TransferEvents::TakeManifest(const std::string& file_path) {
+std::optional<std::string> TransferEvents::TakePending(const std::string& file_path) {
   std::vector<std::string>& pending = parts_.sources.PendingSources;
-  const auto source = std::find_if(pending.begin(), pending.end(), [&](const std::string& entry) {
-    return SameText(SplitSource(entry).file_path, file_path);
+  const auto entry = std::find_if(pending.begin(), pending.end(), [&](const std::string& other) {
+    return SameText(SplitSource(other).file_path, file_path);
   });
-  if (source == pending.end()) {
-    return false;
+  if (entry == pending.end()) {
+    return std::nullopt;
   }
-  pending.erase(source);
+  const std::string source = *entry;
+  pending.erase(entry);
+  return source;
+}
+
+void TransferEvents::TakeManifest(const std::string& source, const std::string& file_path) {
+  try {
+    parts_.manifests.Take(source);
+  } catch (const base::Failure& failure) {
+    TellOfFailure(file_path, failure.description());
+    DropSource(source);
+    ShowWhatIsThere();
+    return;
+  }
   parts_.sources.UsedCachedManifest = true;
-  return true;
+  if (parts_.requests.CheckPreferences()) {
+    ShowAnswers();
+  }
 }
 
 void TransferEvents::TakePackage(const std::string& file_path) {
@@ -107,16 +125,22 @@ void TransferEvents::TakePackage(const std::string& file_path) {
 }
 
 void TransferEvents::Exception(const std::string& file_path, const std::string& message) {
-  constexpr const char* kName = "Kitbay::OvTransportEvents_Exception";
-  guarded(parts_.log, kName, [&] {
-    parts_.log.LogError(parts_.log.TimeText(), kName, 0, message);
+  guarded(parts_.log, kException, [&] {
     parts_.requests.unanswered().End(file_path);
-    parts_.buttons.DisableStatus();
+    TellOfFailure(file_path, message);
+    Recover(file_path);
+    parts_.requests.unanswered().ShowStatus();
+  });
+}
+
+// The exchange goes on even where a step fails, such as the entry in the log of a full disk.
+void TransferEvents::TellOfFailure(const std::string& file_path, const std::string& message) {
+  guarded(parts_.log, kException, [&] { throw base::Failure(0, message); });
+  guarded(parts_.log, kException, [&] { parts_.buttons.DisableStatus(); });
+  guarded(parts_.log, kException, [&] {
     const bool is_time_out = SameText(message, "connection timed out");
     parts_.desktop.ShowMessage(is_time_out ? message : file_path + "      " + message,
                                platform::kMessageTitle, platform::kInformation);
-    Recover(file_path);
-    parts_.requests.unanswered().ShowStatus();
   });
 }
 
@@ -125,6 +149,10 @@ void TransferEvents::Recover(const std::string& file_path) {
     EnableButtons();
   }
   DropFailedSource(file_path);
+  ShowWhatIsThere();
+}
+
+void TransferEvents::ShowWhatIsThere() {
   if (!parts_.sources.PendingSources.empty()) {
     return;
   }
@@ -150,17 +178,23 @@ bool TransferEvents::DropFailedPackage(const std::string& file_path) {
   return was_pending;
 }
 
-// A failed source is not asked again in this run, even if it is pending more than once.
 void TransferEvents::DropFailedSource(const std::string& file_path) {
-  std::vector<std::string>& pending = parts_.sources.PendingSources;
+  const std::vector<std::string>& pending = parts_.sources.PendingSources;
   if (pending.empty()) {
     return;
   }
   const std::string source = pending.front();
   if (source.find('/') == std::string::npos || SameText(SplitSource(source).file_path, file_path)) {
-    std::erase_if(pending, [&](const std::string& entry) { return SameText(entry, source); });
-    parts_.requests.CheckPreferences();
+    guarded(parts_.log, kException, [&] { parts_.manifests.PutBack(source); });
+    DropSource(source);
   }
+}
+
+// A failed source is not asked again in this run, even if it is pending more than once.
+void TransferEvents::DropSource(const std::string& source) {
+  std::erase_if(parts_.sources.PendingSources,
+                [&](const std::string& entry) { return SameText(entry, source); });
+  parts_.requests.CheckPreferences();
 }
 
 void TransferEvents::ShowAnswers() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "base/error_log.h"
@@ -8,6 +9,7 @@
 #include "platform/desktop.h"
 #include "platform/main_window.h"
 #include "platform/suite_objects.h"
+#include "update/manifest_cache.h"
 #include "update/package_receiver.h"
 #include "update/update_requests.h"
 #include "view/page_buttons.h"
@@ -26,6 +28,7 @@ struct TransferParts {
   view::PageCategories& categories;
   view::PageButtons& buttons;
   catalog::UpdateSourceList& sources;
+  ManifestCache& manifests;
   PendingPackages& pending_packages;
   UpdateRequests& requests;
   PackageReceiver& packages;
@@ -44,12 +47,16 @@ class TransferEvents : public platform::OvTransportEvents {
   void BeginTransfer(const std::string& file_path, const std::string& total_length);
   void ShowProgress(const std::string& received);
   void EndTransfer(const std::string& file_path);
-  bool TakeManifest(const std::string& file_path);
+  std::optional<std::string> TakePending(const std::string& file_path);
+  void TakeManifest(const std::string& source, const std::string& file_path);
   void TakePackage(const std::string& file_path);
   bool IsPackagePending() const;
+  void TellOfFailure(const std::string& file_path, const std::string& message);
   void Recover(const std::string& file_path);
+  void ShowWhatIsThere();
   bool DropFailedPackage(const std::string& file_path);
   void DropFailedSource(const std::string& file_path);
+  void DropSource(const std::string& source);
   void ShowAnswers();
   void EnableButtons();
 

@@ -66,7 +66,7 @@ void UpdateDriver::DropFreshSources() {
   std::vector<std::string>& pending = parts_.sources.PendingSources;
   for (const std::string& source : parts_.sources.UpdateSources) {
     const std::string manifest = base::AfterLastSlash(source);
-    if (!IsCached(manifest) || !IsFetchedToday(manifest)) {
+    if (!IsCached(manifest) || !IsFetchedToday(manifest) || parts_.manifests.IsUnusable(source)) {
       continue;
     }
     const auto entry = std::find_if(pending.begin(), pending.end(), [&](const std::string& other) {

@@ -8,6 +8,7 @@
 #include "catalog/update_source_list.h"
 #include "platform/clock.h"
 #include "platform/files.h"
+#include "update/manifest_cache.h"
 #include "update/update_requests.h"
 #include "update/update_source_file.h"
 #include "view/page_categories.h"
@@ -28,6 +29,7 @@ struct DriverParts {
   view::PageCategories& categories;
   UpdateSourceFile& source_file;
   catalog::UpdateSourceList& sources;
+  const ManifestCache& manifests;
   UpdateRequests& requests;
 };
 

@@ -3,14 +3,15 @@
 namespace kitbay::update {
 
 UpdateExchange::UpdateExchange(const ExchangeParts& parts)
-    : source_file(parts.log, parts.files, parts.settings, parts.page.sources),
+    : manifests(parts.files, parts.settings),
+      source_file(parts.log, parts.files, parts.settings, parts.page.sources),
       requests(parts.log, parts.settings, parts.window, parts.page.sources,
-               parts.page.new_components, pending_packages),
+               parts.page.new_components, manifests, pending_packages),
       transfer_events({parts.log, parts.settings, parts.desktop, parts.window, parts.page.document,
-                       parts.page.categories, parts.page.buttons, parts.page.sources,
+                       parts.page.categories, parts.page.buttons, parts.page.sources, manifests,
                        pending_packages, requests, parts.packages}),
       driver({parts.log, parts.settings, parts.files, parts.clock, parts.page.document,
               parts.page.rows, parts.page.tabs, parts.page.categories, source_file,
-              parts.page.sources, requests}) {}
+              parts.page.sources, manifests, requests}) {}
 
 }  // namespace kitbay::update

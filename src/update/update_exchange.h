@@ -6,6 +6,7 @@
 #include "platform/desktop.h"
 #include "platform/files.h"
 #include "platform/main_window.h"
+#include "update/manifest_cache.h"
 #include "update/package_receiver.h"
 #include "update/pending_packages.h"
 #include "update/transfer_events.h"
@@ -36,6 +37,7 @@ struct UpdateExchange {
   UpdateExchange& operator=(const UpdateExchange&) = delete;
 
   PendingPackages pending_packages;
+  ManifestCache manifests;
   UpdateSourceFile source_file;
   UpdateRequests requests;
   TransferEvents transfer_events;

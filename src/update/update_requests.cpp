@@ -65,7 +65,9 @@ bool UpdateRequests::CheckPreferences() {
 }
 
 void UpdateRequests::AskNextSource() {
-  const std::string& source = sources_.PendingSources.front();
+  const std::string source = sources_.PendingSources.front();
+  // Without a copy of the old manifest the new one is still worth having.
+  guarded(log_, "Kitbay::CheckPreferences", [&] { manifests_.PutAside(source); });
   const Address address = SplitSource(source);
   SetStatus("Getting information from server " + address.server + ".");
   asked_manifest_ = address.file_path;

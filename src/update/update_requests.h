@@ -10,6 +10,7 @@
 #include "catalog/update_source_list.h"
 #include "platform/main_window.h"
 #include "platform/suite_objects.h"
+#include "update/manifest_cache.h"
 #include "update/pending_packages.h"
 #include "update/unanswered_requests.h"
 
@@ -21,12 +22,13 @@ class UpdateRequests {
  public:
   UpdateRequests(base::ErrorLog& log, const base::Settings& settings, platform::MainWindow& window,
                  catalog::UpdateSourceList& sources, const catalog::NewComponents& new_components,
-                 PendingPackages& pending)
+                 ManifestCache& manifests, PendingPackages& pending)
       : log_(log),
         settings_(settings),
         window_(window),
         sources_(sources),
         new_components_(new_components),
+        manifests_(manifests),
         pending_(pending),
         unanswered_(window) {}
 
@@ -67,6 +69,7 @@ class UpdateRequests {
   platform::MainWindow& window_;
   catalog::UpdateSourceList& sources_;
   const catalog::NewComponents& new_components_;
+  ManifestCache& manifests_;
   PendingPackages& pending_;
   platform::TransportObject* download_object_ = nullptr;
   UnansweredRequests unanswered_;

@@ -149,25 +149,18 @@ test('Close in the middle of a transfer ends the program and leaves no part of t
 });
 
 // Whether the system's client notices what follows the announced bytes is its own affair; what it
-// does not notice it leaves unread.
-test('more than was announced is told or left unread, never kept, and the page can be used', async () => {
+// does not notice it leaves unread, and the rest is no manifest.
+test('more than was announced is a failed source, never kept, and the page can be used', async () => {
   source.misbehave('/ovalink.xml', 'too-much', { announced: 500, extra: 1000 });
   const page = await started(`${source.host}/ovalink.xml`);
-  const isTold = async () => (await windows()).some((window) => window.class === '#32770');
-  await eventually('a message or a file', async () => suite.manifests().length > 0 || isTold());
-  const told = await isTold();
-  if (told) {
-    assert.match(await confirmMessage(), /^\/ovalink\.xml {6}\w/);
-    await eventually('the folder of manifests without part of one', () => suite.manifests().length === 0);
-  } else {
-    assert.equal(fs.statSync(path.join(suite.programFolder, 'ovalink.xml')).size, 500);
-  }
+  assert.match(await confirmMessage(), /^\/ovalink\.xml {6}\w/);
+  await eventually('the folder of manifests without part of one', () => suite.manifests().length === 0);
   await kitbay.click('#itabencloser #addons');
   await page.waitFor(`document.querySelectorAll('#installedaddons > div').length === 10`);
   await closed();
   assert.deepEqual(
     suite.logEntries().map(({ procedure }) => procedure),
-    told ? ['Kitbay::OvTransportEvents_Exception'] : [],
+    ['Kitbay::OvTransportEvents_Exception'],
   );
 });
 
@@ -280,26 +273,59 @@ for (const mode of ['stall', 'stall-body']) {
   });
 }
 
-for (const mode of ['login-page', 'empty', 'zeros']) {
-  test(`"${mode}" in place of a manifest offers nothing`, async () => {
-    source.misbehave('/ovalink.xml', mode);
-    const page = await started(`${source.host}/ovalink.xml`);
+for (const [mode, reason] of [
+  ['login-page', 'The server\'s answer is not a list of components'],
+  ['empty', 'The server\'s answer is not a list of components'],
+  ['zeros', 'The server\'s list of components is larger than 64 MB'],
+]) {
+  test(`"${mode}" in place of a manifest is a failed source, and yesterday's list stays`, async () => {
+    const { host } = source;
+    let page = await started(`${host}/ovalink.xml`, `${host}/partners.xml`);
     await page.waitFor(answered);
-    await kitbay.click('#update');
-    await page.waitFor(`updatedaddons.innerText.includes('No additional modules')`);
-    assert.equal(
-      await page.eval('updatedaddons.innerText'),
-      'No additional modules are available right now.',
-    );
-    assert.deepEqual(await shown(page, 'imgtab', 'imgtab1'), []);
-    await kitbay.click('#installed');
-    for (const [list, count] of [['addons', 10], ['transports', 4], ['channels', 6]]) {
-      const rows = `document.querySelectorAll('#installed${list} > div').length`;
-      assert.equal(await page.eval(rows), count, list);
-    }
+    const offers = async () => {
+      await kitbay.click('#itabencloser #addons');
+      return summary(page, 'installedaddons');
+    };
+    const offered = await offers();
+    assert.ok(offered.some((row) => row.includes('Update')));
     await closed();
+    const kept = path.join(suite.programFolder, 'ovalink.xml');
+    const yesterday = new Date(Date.now() - 24 * 60 * 60 * 1000);
+    for (const name of suite.manifests()) fs.utimesSync(path.join(suite.programFolder, name), yesterday, yesterday);
+
+    source.misbehave('/ovalink.xml', mode);
+    page = await restarted();
+    assert.equal(await confirmMessage(), `/ovalink.xml      ${reason}`);
+    await page.waitFor(answered);
+    assert.deepEqual(suite.manifests(), ['ovalink.xml', 'partners.xml']);
+    assert.deepEqual(fs.readFileSync(kept), source.contentOf('/ovalink.xml'));
+    assert.deepEqual(await offers(), offered);
+    await closed();
+    assert.deepEqual(
+      suite.logEntries().map(({ number, procedure, description }) => [number, procedure, description]),
+      [[0, 'Kitbay::OvTransportEvents_Exception', reason]],
+    );
+
+    // It is asked again at the next start of the same day.
+    source.behave();
+    source.requests.length = 0;
+    page = await restarted();
+    await page.waitFor(answered);
+    assert.deepEqual(source.requests.map((request) => request.path), ['/ovalink.xml']);
+    await closed();
+    assert.deepEqual(suite.manifests(), ['ovalink.xml', 'partners.xml']);
   });
 }
+
+test('"login-page" in place of the first manifest leaves no file and a page that can be used', async () => {
+  source.misbehave('/ovalink.xml', 'login-page');
+  const page = await started(`${source.host}/ovalink.xml`);
+  assert.match(await confirmMessage(), /^\/ovalink\.xml {6}The server's answer is not a list of components$/);
+  await kitbay.click('#itabencloser #addons');
+  await page.waitFor(`document.querySelectorAll('#installedaddons > div').length === 10`);
+  assert.deepEqual(suite.manifests(), []);
+  await closed();
+});
 
 test('switching categories and tabs keeps the selected kind', async () => {
   const page = await started(`${source.host}/ovalink.xml`);

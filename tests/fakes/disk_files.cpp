@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstdio>
 #include <ctime>
@@ -138,6 +139,12 @@ bool DiskFiles::ReplaceUnchanged(const std::string& path, std::string_view befor
   return true;
 }
 
+void DiskFiles::Delete(const std::string& path) {
+  if (unlink(Place(path).c_str()) != 0) {
+    throw SystemFailure(errno);
+  }
+}
+
 void DiskFiles::CreateFolder(const std::string& path) {
   if (mkdir(Place(path).c_str(), 0777) != 0) {
     throw errno == ENOENT ? Failure(RuntimeError::kPathNotFound) : SystemFailure(errno);
@@ -158,6 +165,22 @@ platform::LocalTime DiskFiles::LastModified(const std::string& path) const {
   localtime_r(&info.st_mtime, &local);
   return {local.tm_year + 1900, local.tm_mon + 1, local.tm_mday,
           local.tm_hour,        local.tm_min,     local.tm_sec};
+}
+
+void DiskFiles::Redate(const std::string& path, const platform::LocalTime& time) {
+  std::tm local{};
+  local.tm_year = time.year - 1900;
+  local.tm_mon = time.month - 1;
+  local.tm_mday = time.day;
+  local.tm_hour = time.hour;
+  local.tm_min = time.minute;
+  local.tm_sec = time.second;
+  local.tm_isdst = -1;
+  const timespec written{std::mktime(&local), 0};
+  const std::array<timespec, 2> times{written, written};
+  if (utimensat(AT_FDCWD, Place(path).c_str(), times.data(), 0) != 0) {
+    throw SystemFailure(errno);
+  }
 }
 
 std::string DiskFiles::Place(const std::string& path) const {

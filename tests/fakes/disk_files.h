@@ -23,12 +23,14 @@ class DiskFiles : public platform::Files {
   void ReplaceInUse(const std::string& path, std::string_view bytes) override {
     Replace(path, bytes);
   }
+  void Delete(const std::string& path) override;
   void WaitForOthers(unsigned /*milliseconds*/) const override {}
   void SweepReplacements(const std::string& /*folder*/) override {}  // Replacements leave nothing.
   void CreateFolder(const std::string& path) override;
   bool RefusesFiles(const std::string& /*folder*/) override { return false; }
   bool IsLink(const std::string& path) const override;
   platform::LocalTime LastModified(const std::string& path) const override;
+  void Redate(const std::string& path, const platform::LocalTime& time) override;
 
  private:
   std::string Place(const std::string& path) const;

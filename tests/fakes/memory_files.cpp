@@ -111,6 +111,16 @@ void MemoryFiles::ReplaceInUse(const std::string& path, std::string_view bytes) 
   Put(path, bytes);
 }
 
+void MemoryFiles::Delete(const std::string& path) {
+  Record("Delete " + path);
+  const WindowsPath parsed = CheckPlace(path);
+  if (Find(parsed) == nullptr) {
+    throw Failure(RuntimeError::kFileNotFound);
+  }
+  CheckWritable(path);
+  entries_.erase(parsed.Key());
+}
+
 void MemoryFiles::WaitForOthers(unsigned milliseconds) const {
   waited_ += milliseconds;
   if (while_waiting) {
@@ -172,6 +182,17 @@ LocalTime MemoryFiles::LastModified(const std::string& path) const {
     return entry->last_modified;
   }
   throw Failure(RuntimeError::kFileNotFound);
+}
+
+void MemoryFiles::Redate(const std::string& path, const LocalTime& time) {
+  Record("Redate " + path);
+  const WindowsPath parsed = CheckPlace(path);
+  DemandChangeIn(parsed.Parent());
+  Entry* const entry = Find(parsed);
+  if (entry == nullptr) {
+    throw Failure(RuntimeError::kFileNotFound);
+  }
+  entry->last_modified = time;
 }
 
 void MemoryFiles::AddFile(const std::string& path, std::string_view bytes) {

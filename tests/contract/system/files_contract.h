@@ -432,6 +432,29 @@ TEST_P(FilesContract, CreateFolderTellsWhyItCannot) {
   EXPECT_EQ(failure(""), 76);
 }
 
+TEST_P(FilesContract, ADeletedFileIsGone) {
+  files().Create(In("a.txt"), "1");
+  files().Create(In("b.txt"), "2");
+  files().Delete(In("A.TXT"));
+  EXPECT_EQ(world_->Names(world_->folder()), std::vector<std::string>{"b.txt"});
+}
+
+TEST_P(FilesContract, DeletingTellsWhatIsWrong) {
+  const auto failure = [&](const std::string& path) {
+    return FailureNumber([&] { files().Delete(path); });
+  };
+  files().CreateFolder(In("folder"));
+  files().Create(In("read-only.txt"), "1");
+  world_->SetReadOnly(In("read-only.txt"));
+  EXPECT_EQ(failure(In("missing.txt")), 53);
+  EXPECT_EQ(failure(In("missing\\a.txt")), 76);
+  EXPECT_EQ(failure(In("folder")), 70);
+  EXPECT_EQ(failure(In("read-only.txt")), 70);
+  files().Create(In("held.txt"), "1");
+  world_->HoldOpen(In("held.txt"));
+  EXPECT_TRUE(FindsItInUse([&] { files().Delete(In("held.txt")); }));
+}
+
 TEST_P(FilesContract, LastModifiedIsLocalTimeInWinterAndSummer) {
   files().Create(In("a.txt"), "");
   for (const platform::LocalTime& time :
@@ -440,6 +463,17 @@ TEST_P(FilesContract, LastModifiedIsLocalTimeInWinterAndSummer) {
     world_->SetLastModified(In("a.txt"), time);
     EXPECT_EQ(files().LastModified(In("A.TXT")), time);
   }
+}
+
+TEST_P(FilesContract, AFileCanBeGivenTheTimeOfAnother) {
+  files().Create(In("a.txt"), "1");
+  for (const platform::LocalTime& time : {platform::LocalTime{2026, 1, 15, 23, 59, 58},
+                                          platform::LocalTime{1999, 7, 31, 12, 30, 1}}) {
+    files().Redate(In("A.TXT"), time);
+    EXPECT_EQ(files().LastModified(In("a.txt")), time);
+  }
+  EXPECT_EQ(files().Read(In("a.txt")), "1");
+  EXPECT_EQ(FailureNumber([&] { files().Redate(In("b.txt"), {2026, 1, 15}); }), 53);
 }
 
 TEST_P(FilesContract, LastModifiedTellsWhatIsMissing) {

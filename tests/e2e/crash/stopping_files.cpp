@@ -59,6 +59,10 @@ void StoppingFiles::ReplaceInUse(const std::string& path, std::string_view bytes
   Between([&] { files_.ReplaceInUse(path, bytes); });
 }
 
+void StoppingFiles::Delete(const std::string& path) {
+  Between([&] { files_.Delete(path); });
+}
+
 void StoppingFiles::WaitForOthers(unsigned milliseconds) const {
   files_.WaitForOthers(milliseconds);
 }
@@ -81,6 +85,10 @@ bool StoppingFiles::IsLink(const std::string& path) const {
 
 platform::LocalTime StoppingFiles::LastModified(const std::string& path) const {
   return Between([&] { return files_.LastModified(path); });
+}
+
+void StoppingFiles::Redate(const std::string& path, const platform::LocalTime& time) {
+  Between([&] { files_.Redate(path, time); });
 }
 
 }  // namespace kitbay::crash

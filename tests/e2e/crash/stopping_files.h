@@ -24,12 +24,14 @@ class StoppingFiles : public platform::Files {
   bool ReplaceUnchanged(const std::string& path, std::string_view before,
                         std::string_view bytes) override;
   void ReplaceInUse(const std::string& path, std::string_view bytes) override;
+  void Delete(const std::string& path) override;
   void WaitForOthers(unsigned milliseconds) const override;
   void SweepReplacements(const std::string& folder) override;
   void CreateFolder(const std::string& path) override;
   bool RefusesFiles(const std::string& folder) override;
   bool IsLink(const std::string& path) const override;
   platform::LocalTime LastModified(const std::string& path) const override;
+  void Redate(const std::string& path, const platform::LocalTime& time) override;
 
  private:
   void Pass() const;

@@ -398,6 +398,134 @@ TEST_F(Transfer, EventsOfARefusedLogStillEndTheExchange) {
   EXPECT_TRUE(DetailsAreShown());
 }
 
+class ManifestAnswers : public Transfer {
+ protected:
+  static constexpr const char* kManifestPath = "C:\\Suite\\Kitbay\\a.xml";
+  static constexpr const char* kCopyPath = "C:\\Suite\\Kitbay\\a.xml.before";
+  static constexpr const char* kRefusal = "The server's answer is not a list of components";
+
+  /// What whoever transfers it writes over the manifest of before.
+  void Arrive(const std::string& bytes) {
+    files_.AddFile(kManifestPath, bytes);
+    Finish("/a.xml");
+  }
+
+  void AskAgain() {
+    AddManifest("a.xml", {2026, 11, 20});
+    before_ = *files_.Bytes(kManifestPath);
+    SetSources("<preference url='one.example/a.xml'/>");
+    driver_.GetDirectoryPreferenceFile();
+  }
+
+  std::string before_;
+};
+
+class NoManifest : public ManifestAnswers, public testing::WithParamInterface<const char*> {};
+
+TEST_P(NoManifest, IsAFailedSourceAndTheOneOfBeforeStays) {
+  AskAgain();
+  Arrive(GetParam());
+  EXPECT_EQ(files_.Bytes(kManifestPath), before_);
+  EXPECT_EQ(files_.LastModified(kManifestPath), (platform::LocalTime{2026, 11, 20}));
+  EXPECT_FALSE(files_.IsFile(kCopyPath));
+  EXPECT_THAT(log_.entries, ElementsAre(Entry(kException, 0, kRefusal)));
+  EXPECT_THAT(desktop_.calls(),
+              ElementsAre(std::string("ShowMessage [/a.xml      ") + kRefusal + "] [Kitbay] 64"));
+  EXPECT_THAT(sources_.PendingSources, IsEmpty());
+  EXPECT_FALSE(sources_.UsedCachedManifest);
+}
+
+TEST_P(NoManifest, LeavesNothingWhereThereWasNone) {
+  Ask({"one.example/a.xml"});
+  Arrive(GetParam());
+  EXPECT_THAT(files_.Names("C:\\Suite\\Kitbay"), IsEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(Bytes, NoManifest,
+                         testing::Values("", "<html><body><form>Log in</form></body></html>",
+                                         "not found", "<components><addons></components>",
+                                         "<Components/>", "<!DOCTYPE components><components/>",
+                                         "<components/><components/>"));
+
+TEST_F(ManifestAnswers, ASourceThatWasRefusedIsAskedAgainAtTheNextStart) {
+  AskAgain();
+  Arrive("log in");
+  downloads_.documents.clear();
+  driver_.GetDirectoryPreferenceFile();
+  EXPECT_THAT(downloads_.documents, ElementsAre(ManifestRequest("one.example", "/a.xml")));
+  Arrive("<components/>");
+  EXPECT_EQ(files_.Bytes(kManifestPath), "<components/>");
+  EXPECT_FALSE(files_.IsFile(kCopyPath));
+  EXPECT_TRUE(DetailsAreShown());
+}
+
+TEST_F(ManifestAnswers, TheOneOfBeforeIsBackWhenTheProgramEndedBeforeItLooked) {
+  AskAgain();
+  files_.AddFile(kManifestPath, "log in");
+  requests_.SetDownloadObject(&downloads_);
+  driver_.GetDirectoryPreferenceFile();
+  EXPECT_EQ(files_.Bytes(kManifestPath), before_);
+}
+
+TEST_F(ManifestAnswers, ATransferThatFailsInTheMiddleOfTheFileLeavesTheOneOfBefore) {
+  AskAgain();
+  files_.AddFile(kManifestPath, "<compon");
+  events_.Exception("/a.xml", "connection timed out");
+  EXPECT_EQ(files_.Bytes(kManifestPath), before_);
+}
+
+TEST_F(ManifestAnswers, ATransferThatFailsWithoutTouchingTheFileLeavesNoCopy) {
+  AskAgain();
+  events_.Exception("/a.xml", "connection timed out");
+  EXPECT_EQ(files_.Bytes(kManifestPath), before_);
+  EXPECT_FALSE(files_.IsFile(kCopyPath));
+}
+
+TEST_F(ManifestAnswers, TheNextSourceIsAskedAfterARefusedOneOfTheSamePath) {
+  Ask({"one.example/a.xml", "two.example/a.xml", "ONE.example/a.xml"});
+  Arrive("log in");
+  EXPECT_THAT(sources_.PendingSources, ElementsAre("two.example/a.xml"));
+  EXPECT_THAT(downloads_.documents, ElementsAre(ManifestRequest("two.example", "/a.xml")));
+  Arrive("<components/>");
+  EXPECT_TRUE(DetailsAreShown());
+}
+
+TEST_F(ManifestAnswers, OneThatIsTooLargeIsRefused) {
+  constexpr std::size_t kMost = 64 * 1024 * 1024;
+  AskAgain();
+  const std::string start = "<components/>";
+  Arrive(start + std::string(kMost + 1 - start.size(), ' '));
+  EXPECT_EQ(files_.Bytes(kManifestPath), before_);
+  EXPECT_THAT(
+      log_.entries,
+      ElementsAre(Entry(kException, 0, "The server's list of components is larger than 64 MB")));
+  driver_.GetDirectoryPreferenceFile();
+  Arrive(start + std::string(kMost - start.size(), ' '));
+  EXPECT_EQ(files_.Bytes(kManifestPath)->size(), kMost);
+}
+
+TEST_F(ManifestAnswers, OneThatCannotBePutAsideIsAskedForAllTheSame) {
+  files_.FailWritesTo(kCopyPath, base::RuntimeError::kDiskFull);
+  AskAgain();
+  EXPECT_THAT(downloads_.documents, ElementsAre(ManifestRequest("one.example", "/a.xml")));
+  EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::CheckPreferences", 61, "Disk full")));
+}
+
+TEST_F(ManifestAnswers, AFailureThatCannotBeLoggedStillEndsTheExchange) {
+  AddButtons();
+  Ask({"one.example/a.xml", "two.example/b.xml"});
+  log_.failure = std::make_exception_ptr(base::Failure(base::RuntimeError::kDiskFull));
+  events_.Exception("/a.xml", "refused");
+  EXPECT_THAT(downloads_.documents, ElementsAre(ManifestRequest("two.example", "/b.xml")));
+  EXPECT_THAT(desktop_.calls(), ElementsAre("ShowMessage [/a.xml      refused] [Kitbay] 64"));
+  events_.Exception("/b.xml", "refused");
+  EXPECT_TRUE(ButtonsAreGivenBack());
+  downloads_.documents.clear();
+  Ask({"one.example/a.xml"});
+  EXPECT_FALSE(requests_.CheckPreferences());
+  EXPECT_TRUE(requests_.unanswered().Contains("/a.xml"));
+}
+
 class PackageAnswers : public Transfer {
  protected:
   PackageAnswers() {
@@ -570,7 +698,7 @@ TEST_F(PackageBehindAManifest, BarOfAPackageThatBeganDuringTheMessageStaysVisibl
   AskFor({"one.example/a.xml"});
   SlowReader desktop([&] { events_.Message("/sky.zip", "Total-Length", "2048"); });
   TransferEvents events({log_, settings_, desktop, window_, page_, categories_, buttons_, sources_,
-                         pending_packages_, requests_, packages_});
+                         exchange_.manifests, pending_packages_, requests_, packages_});
   events.Exception("/a.xml", "refused");
   EXPECT_TRUE(window_.progress_bar().visible());
   EXPECT_EQ(Status(), kStatus);

@@ -28,6 +28,23 @@ LocalTime ToLocalTime(const FILETIME& time) {
   return {local.wYear, local.wMonth, local.wDay, local.wHour, local.wMinute, local.wSecond};
 }
 
+FILETIME ToFileTime(const LocalTime& time) {
+  SYSTEMTIME local{};
+  local.wYear = static_cast<WORD>(time.year);
+  local.wMonth = static_cast<WORD>(time.month);
+  local.wDay = static_cast<WORD>(time.day);
+  local.wHour = static_cast<WORD>(time.hour);
+  local.wMinute = static_cast<WORD>(time.minute);
+  local.wSecond = static_cast<WORD>(time.second);
+  SYSTEMTIME utc{};
+  FILETIME result{};
+  if (!TzSpecificLocalTimeToSystemTime(nullptr, &local, &utc) ||
+      !SystemTimeToFileTime(&utc, &result)) {
+    throw base::Failure(base::RuntimeError::kPathFileAccessError);
+  }
+  return result;
+}
+
 // How many bytes one call of the system can read or write.
 constexpr std::size_t kMostAtOnce = std::numeric_limits<DWORD>::max();
 
@@ -84,12 +101,14 @@ class Win32Files : public Files {
   bool ReplaceUnchanged(const std::string& path, std::string_view before,
                         std::string_view bytes) override;
   void ReplaceInUse(const std::string& path, std::string_view bytes) override;
+  void Delete(const std::string& path) override;
   void WaitForOthers(unsigned milliseconds) const override { Sleep(milliseconds); }
   void SweepReplacements(const std::string& folder) override;
   void CreateFolder(const std::string& path) override;
   bool RefusesFiles(const std::string& folder) override;
   bool IsLink(const std::string& path) const override;
   LocalTime LastModified(const std::string& path) const override;
+  void Redate(const std::string& path, const LocalTime& time) override;
 };
 
 bool Win32Files::Exists(const std::string& path) const {
@@ -191,6 +210,12 @@ void Win32Files::ReplaceInUse(const std::string& path, std::string_view bytes) {
   replacement.PutInPlaceOfUsed();
 }
 
+void Win32Files::Delete(const std::string& path) {
+  if (!DeleteFileW(ToSystemPath(path).c_str())) {
+    RaiseFileFailure(GetLastError());
+  }
+}
+
 void Win32Files::SweepReplacements(const std::string& folder) {
   std::wstring system_path;
   try {
@@ -236,6 +261,16 @@ LocalTime Win32Files::LastModified(const std::string& path) const {
     throw FileFailure(GetLastError());
   }
   return ToLocalTime(data.ftLastWriteTime);
+}
+
+void Win32Files::Redate(const std::string& path, const LocalTime& time) {
+  const FILETIME written = ToFileTime(time);
+  const UniqueFile file(CreateFileW(ToSystemPath(path).c_str(), FILE_WRITE_ATTRIBUTES, kShareAll,
+                                    nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+  DemandOpen(file, GetLastError());
+  if (!SetFileTime(file.get(), nullptr, nullptr, &written)) {
+    throw FileFailure(GetLastError());
+  }
 }
 
 }  // namespace
