@@ -54,17 +54,20 @@ void Control::HandleNavigation(const Json& notice) {
 }
 
 void Control::HandlePageEvent(const Json& notice) {
-  const bool is_cancelled = session_->FireDocumentEvent(
-      notice.At("g").Integer(), notice.At("n").Integer(), notice.At("type").Text());
+  const bool is_cancelled = session_->FireEvent(notice.At("g").Integer(), notice.At("n").Integer(),
+                                                notice.At("type").Text());
   const Json* menu = notice.Find("menu");
   if (menu && !is_cancelled) ShowMenu(*menu);
   const Json* follow = notice.Find("follow");
   if (follow && !is_cancelled) Follow(follow->At("url").Text(), follow->At("target").Text());
+  const Json* key = notice.Find("key");
+  if (key && !is_cancelled) link_.Tell({{"op", "scroll"}, {"g", notice.At("g")}, {"key", *key}});
 }
 
 void Control::ShowMenu(const Json& menu) {
   if (!window_) return;
-  POINT place = {menu.At("x").Integer(), menu.At("y").Integer()};
+  POINT place = {MulDiv(menu.At("x").Integer(), zoom_, kUnzoomed),
+                 MulDiv(menu.At("y").Integer(), zoom_, kUnzoomed)};
   ClientToScreen(window_->handle(), &place);
   if (site_.ReplacesMenu(menu.At("kind").Integer(), place)) return;
   constexpr UINT_PTR kRefresh = 1;
@@ -106,8 +109,10 @@ void Control::TellWhereabouts() {
 
 void Control::TellSize() {
   if (size_.cx == 0 || size_.cy == 0) return;
-  link_.Tell(
-      {{"op", "size"}, {"w", static_cast<int>(size_.cx)}, {"h", static_cast<int>(size_.cy)}});
+  link_.Tell({{"op", "size"},
+              {"w", static_cast<int>(size_.cx)},
+              {"h", static_cast<int>(size_.cy)},
+              {"zoom", static_cast<double>(zoom_) / kUnzoomed}});
 }
 
 HRESULT Control::NavigateTo(const std::wstring& url) {
@@ -131,6 +136,20 @@ void Control::OnInput(Json::Object message) {
 void Control::OnResized(int width, int height) {
   size_ = {width, height};
   if (link_.IsConnected()) TellSize();
+}
+
+HRESULT Control::SetZoom(int percent) {
+  constexpr int kLeast = 10;
+  constexpr int kMost = 1000;
+  if (percent < kLeast || percent > kMost) return E_INVALIDARG;
+  zoom_ = percent;
+  if (link_.IsConnected()) TellSize();
+  return S_OK;
+}
+
+void Control::OnZoomWheel(int steps) {
+  constexpr int kPercentPerStep = 5;
+  SetZoom(zoom_ + steps * kPercentPerStep);
 }
 
 void Control::OnPainted(int number) { link_.Tell({{"op", "painted"}, {"n", number}}); }

@@ -18,6 +18,9 @@ namespace kitbay::web_browser {
 inline constexpr CLSID kControlClass = {
     0x8856F961, 0x340A, 0x11D0, {0xA9, 0x6B, 0x00, 0xC0, 0x4F, 0xD7, 0x05, 0xA2}};
 
+/** The optical zoom in percent of a page that has none. */
+inline constexpr int kUnzoomed = 100;
+
 /** The control as its host sees it, for one apartment. */
 class Control final
     : public ComObject<WebBrowserSlots, OleObjectSlots, IOleInPlaceObject, IOleInPlaceActiveObject,
@@ -38,6 +41,9 @@ class Control final
   STDMETHODIMP Navigate(BSTR url, VARIANT*, VARIANT*, VARIANT*, VARIANT*) override;
   STDMETHODIMP Navigate2(VARIANT* url, VARIANT*, VARIANT*, VARIANT*, VARIANT*) override;
   STDMETHODIMP Stop() override { return S_OK; }
+  STDMETHODIMP QueryStatusWB(OLECMDID command, OLECMDF* status) override;
+  STDMETHODIMP ExecWB(OLECMDID command, OLECMDEXECOPT option, VARIANT* input,
+                      VARIANT* output) override;
   STDMETHODIMP get_Application(IDispatch** application) override;
   STDMETHODIMP get_Document(IDispatch** document) override;
   STDMETHODIMP get_TopLevelContainer(VARIANT_BOOL* is_top) override;
@@ -140,6 +146,7 @@ class Control final
   void TellWhereabouts();
   void TellSize();
   HRESULT NavigateTo(const std::wstring& url);
+  HRESULT SetZoom(int percent);
 
   HRESULT ShowInPlace();
   void LeavePlace();
@@ -151,6 +158,7 @@ class Control final
   void OnPainted(int number) override;
   void OnFocus(bool has_focus) override;
   void OnPressed() override;
+  void OnZoomWheel(int steps) override;
 
   static HRESULT GetFlag(bool flag, VARIANT_BOOL* value);
   static HRESULT PutFlag(VARIANT_BOOL value, bool& flag);
@@ -165,6 +173,7 @@ class Control final
   std::unique_ptr<ControlWindow> window_;
   Microsoft::WRL::ComPtr<IOleAdviseHolder> advise_;
   SIZE size_ = {};
+  int zoom_ = kUnzoomed;
   SIZEL extent_ = {};
   std::wstring location_;
   READYSTATE ready_state_ = READYSTATE_UNINITIALIZED;

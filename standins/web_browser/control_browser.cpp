@@ -1,4 +1,5 @@
 // The control's members of IWebBrowser2, called through its table or late-bound.
+#include <docobj.h>
 #include <exdisp.h>
 
 #include "control.h"
@@ -30,6 +31,26 @@ STDMETHODIMP Control::Navigate2(VARIANT* url, VARIANT*, VARIANT*, VARIANT*, VARI
   const HRESULT result = Navigate(text.bstrVal, nullptr, nullptr, nullptr, nullptr);
   VariantClear(&text);
   return result;
+}
+
+STDMETHODIMP Control::QueryStatusWB(OLECMDID command, OLECMDF* status) {
+  if (!status) return E_POINTER;
+  *status = command == OLECMDID_OPTICAL_ZOOM
+                ? static_cast<OLECMDF>(OLECMDF_SUPPORTED | OLECMDF_ENABLED)
+                : static_cast<OLECMDF>(0);
+  return S_OK;
+}
+
+STDMETHODIMP Control::ExecWB(OLECMDID command, OLECMDEXECOPT, VARIANT* input, VARIANT* output) {
+  if (command != OLECMDID_OPTICAL_ZOOM) return OLECMDERR_E_NOTSUPPORTED;
+  if (output) {
+    VariantInit(output);
+    output->vt = VT_I4;
+    output->lVal = zoom_;
+  }
+  if (!input || input->vt == VT_EMPTY) return S_OK;
+  if (input->vt != VT_I4) return E_INVALIDARG;
+  return Guarded([&] { return SetZoom(input->lVal); });
 }
 
 STDMETHODIMP Control::get_Application(IDispatch** application) {

@@ -152,6 +152,10 @@ void ControlWindow::Wheel(WPARAM wparam, LPARAM lparam) {
   POINT point = {GET_X_LPARAM(lparam), GET_Y_LPARAM(lparam)};
   ScreenToClient(window_, &point);
   const int steps = GET_WHEEL_DELTA_WPARAM(wparam);
+  if ((GET_KEYSTATE_WPARAM(wparam) & MK_CONTROL) != 0) {
+    events_.OnZoomWheel(steps / WHEEL_DELTA);
+    return;
+  }
   events_.OnInput({{"op", "mouse"},
                    {"type", "mouseWheel"},
                    {"x", static_cast<int>(point.x)},

@@ -7,13 +7,19 @@
 
 namespace kitbay::web_browser {
 
-DomObject::DocumentEvents::DocumentEvents(IConnectionPointContainer* owner)
-    : plain(owner, __uuidof(HTMLDocumentEvents)),
-      with_object(owner, __uuidof(HTMLDocumentEvents2)) {}
+DomObject::Events::Events(IConnectionPointContainer* owner, REFIID plain_id, REFIID with_object_id)
+    : plain_id(plain_id),
+      with_object_id(with_object_id),
+      plain(owner, plain_id),
+      with_object(owner, with_object_id) {}
 
 DomObject::DomObject(std::shared_ptr<DomSession> session, DomReference reference)
     : session_(std::move(session)), reference_(reference) {
-  if (reference_.handle == kDocumentHandle) events_.emplace(this);
+  if (reference_.handle == kDocumentHandle) {
+    events_.emplace(this, __uuidof(HTMLDocumentEvents), __uuidof(HTMLDocumentEvents2));
+  } else if (reference_.handle == kWindowHandle) {
+    events_.emplace(this, __uuidof(HTMLWindowEvents), __uuidof(HTMLWindowEvents2));
+  }
 }
 
 DomObject::~DomObject() { session_->Forget(*this); }
@@ -62,8 +68,8 @@ STDMETHODIMP DomObject::Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* 
 STDMETHODIMP DomObject::FindConnectionPoint(REFIID id, IConnectionPoint** point) {
   if (!point) return E_POINTER;
   *point = nullptr;
-  if (id == __uuidof(HTMLDocumentEvents)) *point = &events_->plain;
-  if (id == __uuidof(HTMLDocumentEvents2)) *point = &events_->with_object;
+  if (id == events_->plain_id) *point = &events_->plain;
+  if (id == events_->with_object_id) *point = &events_->with_object;
   if (!*point) return CONNECT_E_NOCONNECTION;
   AddRef();
   return S_OK;

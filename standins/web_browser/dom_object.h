@@ -17,17 +17,19 @@ struct DomReference {
   auto operator<=>(const DomReference&) const = default;
 };
 
-/** The handle of a document itself. */
+/** The handles of a document itself and of its window. */
 inline constexpr int kDocumentHandle = 1;
+inline constexpr int kWindowHandle = 2;
 
-/** A late-bound object of a page. Documents are sources of events too. */
+/** A late-bound object of a page. Documents and their windows are sources of events too. */
 class DomObject final : public ComObject<IDispatch, IConnectionPointContainer> {
  public:
   DomObject(std::shared_ptr<DomSession> session, DomReference reference);
 
   const DomReference& reference() const { return reference_; }
 
-  /** Tells the sinks of a document; `event` is the event object. Whether one of them cancels it. */
+  /** Tells the sinks of a document or window; `event` is the event object. Whether one of them
+   * cancels it. */
   bool Fire(DISPID id, IDispatch* event);
   /** Whether a sink takes the event object as an argument. */
   bool WantsEventObject() const { return events_ && events_->with_object.HasSinks(); }
@@ -44,15 +46,17 @@ class DomObject final : public ComObject<IDispatch, IConnectionPointContainer> {
  private:
   ~DomObject() override;
 
-  struct DocumentEvents {
-    explicit DocumentEvents(IConnectionPointContainer* owner);
+  struct Events {
+    Events(IConnectionPointContainer* owner, REFIID plain_id, REFIID with_object_id);
+    IID plain_id;
+    IID with_object_id;
     ConnectionPoint plain;
     ConnectionPoint with_object;
   };
 
   std::shared_ptr<DomSession> session_;
   DomReference reference_;
-  std::optional<DocumentEvents> events_;
+  std::optional<Events> events_;
 };
 
 }  // namespace kitbay::web_browser

@@ -38,6 +38,7 @@ DISPID EventId(const std::wstring& type) {
       {L"keydown", DISPID_HTMLDOCUMENTEVENTS2_ONKEYDOWN},
       {L"keypress", DISPID_HTMLDOCUMENTEVENTS2_ONKEYPRESS},
       {L"keyup", DISPID_HTMLDOCUMENTEVENTS2_ONKEYUP},
+      {L"resize", DISPID_EVMETH_ONRESIZE},
   };
   for (const auto& [name, id] : kEvents) {
     if (type == name) return id;
@@ -118,15 +119,16 @@ HRESULT DomSession::Members(DomReference collection, ULONG position, ULONG count
   }
 }
 
-bool DomSession::FireDocumentEvent(int generation, int number, const std::wstring& type) {
+bool DomSession::FireEvent(int generation, int number, const std::wstring& type) {
   const DISPID id = EventId(type);
-  ComPtr<DomObject> document = FindLive({generation, kDocumentHandle});
+  const int source_handle = type == L"resize" ? kWindowHandle : kDocumentHandle;
+  ComPtr<DomObject> source = FindLive({generation, source_handle});
   const int outer = std::exchange(event_, number);
   bool is_cancelled = false;
-  if (document && id != DISPID_UNKNOWN) {
+  if (source && id != DISPID_UNKNOWN) {
     ComPtr<IDispatch> event;
-    if (document->WantsEventObject()) event = PresentEvent(generation);
-    is_cancelled = document->Fire(id, event.Get());
+    if (source->WantsEventObject()) event = PresentEvent(generation);
+    is_cancelled = source->Fire(id, event.Get());
   }
   event_ = outer;
   if (link_) link_->Tell({{"op", "handled"}, {"g", generation}, {"n", number}});

@@ -38,10 +38,10 @@ class DomSession : public std::enable_shared_from_this<DomSession> {
                   ULONG& got);
 
   /**
-   * Tells the host of a numbered event of a document; while it handles that, the number names the
-   * event of the page's window. Whether the host cancels it.
+   * Tells the host of a numbered event of a document or its window; while it handles that, the
+   * number names the event of the page's window. Whether the host cancels it.
    */
-  bool FireDocumentEvent(int generation, int number, const std::wstring& type);
+  bool FireEvent(int generation, int number, const std::wstring& type);
 
   /** An object that the host has released for good. */
   void Forget(const DomObject& object);

@@ -5,6 +5,7 @@ export class Frames extends EventEmitter {
   #page;
   #last = 0;
   #size = { width: 800, height: 600 };
+  #zoom = 1;
   #running = false;
   #turn = Promise.resolve();
 
@@ -19,12 +20,19 @@ export class Frames extends EventEmitter {
     });
   }
 
-  /** Gives the page another size in pixels. */
-  async resize(width, height) {
+  /** How many pixels of the screen a pixel of the page takes. */
+  get zoom() {
+    return this.#zoom;
+  }
+
+  /** Gives the page another size in pixels of the screen, and another zoom. */
+  async resize(width, height, zoom = 1) {
     if (width < 1 || height < 1) return;
     this.#size = { width, height };
-    await this.#page.send('Emulation.setDeviceMetricsOverride',
-      { width, height, deviceScaleFactor: 1, mobile: false });
+    this.#zoom = zoom;
+    await this.#page.send('Emulation.setDeviceMetricsOverride', {
+      width: Math.round(width / zoom), height: Math.round(height / zoom), deviceScaleFactor: zoom, mobile: false,
+    });
     if (!this.#running) return;
     await this.#page.send('Page.stopScreencast');
     await this.start();

@@ -78,9 +78,10 @@ export class HostSession extends EventEmitter {
       case 'leavesByTab': return this.#leavesByTab(message);
       case 'errorPage': return this.#page.showError(message.url).catch(() => {});
       case 'decide': return this.#page.decide(message.n, message.cancel);
-      case 'size': return this.#frames.resize(message.w, message.h).catch(() => {});
-      case 'mouse': return this.#input.mouse(message);
+      case 'size': return this.#frames.resize(message.w, message.h, message.zoom).catch(() => {});
+      case 'mouse': return this.#mouse(message);
       case 'key': return this.#input.key(message);
+      case 'scroll': return this.#scroll(message);
       case 'handled': return this.#handled(message);
       case 'painted': return this.#painted(message.n);
       case 'whereabouts': return this.emit('whereabouts', message);
@@ -114,6 +115,15 @@ export class HostSession extends EventEmitter {
     this.#unhandled.delete(n);
     if (g === this.#page.generation) this.#page.evaluate(`standin.forget(${Number(n)})`).catch(() => {});
     this.emit('handled');
+  }
+
+  #scroll({ g, key }) {
+    if (g === this.#page.generation) this.#page.evaluate(`standin.scrollByKey(${JSON.stringify(key)})`).catch(() => {});
+  }
+
+  #mouse(message) {
+    const { zoom } = this.#frames;
+    this.#input.mouse({ ...message, x: message.x / zoom, y: message.y / zoom });
   }
 
   #painted(number) {

@@ -66,7 +66,7 @@ export class PageInspector {
     return this.#ask('eval', { expression });
   }
 
-  /** {x, y, width, height, origin}: an element in page pixels, and the page's corner on the screen. */
+  /** {x, y, width, height, origin}: an element in pixels of the screen, from the page's corner there. */
   rect(selector, index = 0) {
     return this.#ask('rect', { selector, index });
   }
@@ -90,6 +90,14 @@ export class PageInspector {
   /** The late-bound calls that the host has made so far: {total, members: {name: number}}. */
   calls() {
     return this.#ask('calls');
+  }
+
+  /**
+   * What the browser tells a screen reader of the page, in the page's order: {role, name, properties},
+   * with "expanded", "selected", "pressed", "disabled" and "focused" among the properties.
+   */
+  accessibility() {
+    return this.#ask('accessibility');
   }
 
   /** The page as a PNG, in a Buffer. */

@@ -3,6 +3,7 @@ import fs from 'node:fs';
 import net from 'node:net';
 import { once } from 'node:events';
 import { DevToolsError } from './devtools_pipe.mjs';
+import { accessibleNodes } from './accessibility.mjs';
 import { LineConnection } from './wire.mjs';
 
 /** Resolves when `holds` does, looked at again at each of the emitter's events. */
@@ -68,6 +69,7 @@ export class Inspection {
       case 'waitFor': return this.#waitFor(request);
       case 'requests': return this.#page.requests;
       case 'calls': return this.#session.calls;
+      case 'accessibility': return accessibleNodes(this.#page);
       case 'screenshot': return this.#screenshot();
       case 'settled': return this.#settled();
       case 'taken': return this.#taken(request);
@@ -103,7 +105,9 @@ export class Inspection {
       const { x, y, width, height } = element.getBoundingClientRect();
       return { x, y, width, height };
     })()`);
-    return { ...rect, origin: await this.#origin() };
+    const { zoom } = this.#frames;
+    const onScreen = Object.fromEntries(Object.entries(rect).map(([side, length]) => [side, length * zoom]));
+    return { ...onScreen, origin: await this.#origin() };
   }
 
   /** The screen position of the page's top left corner. */

@@ -2,7 +2,8 @@ import fs from 'node:fs';
 import { createRequire } from 'node:module';
 import { kStandardColors } from './system_colors.mjs';
 
-const kParts = ['quirks_css.js', 'quirks_page.js', 'shims.js', 'members.js', 'events.js', 'dispatch.js', 'waiting.js'];
+const kParts = ['quirks_css.js', 'quirks_page.js', 'shims.js', 'members.js', 'scrolling.js',
+  'events.js', 'dispatch.js', 'waiting.js'];
 const kParser = createRequire(import.meta.url).resolve('css-tree/dist/csstree');
 const read = (name) => fs.readFileSync(new URL(`page/${name}`, import.meta.url), 'utf8');
 
@@ -20,7 +21,7 @@ export function pageScript() {
     const kStandardColors = ${JSON.stringify(kStandardColors)};
     ${parts.join('\n')}
     globalThis.standin = {
-      answer, documentMode, leavesByTab, quirksSheet, quirksStyle, waitUntil, drawn, forget: (number) => events.forget(number),
+      answer, documentMode, leavesByTab, scrollByKey, quirksSheet, quirksStyle, waitUntil, drawn, forget: (number) => events.forget(number),
     };
   })();`;
 }

@@ -8,6 +8,11 @@
 //   close CLASS CAPTION      sends the close message to the top-level window of that class
 //                            and caption
 //   minimize CAPTION         minimises the top-level window of that caption
+//   restore CAPTION          gives it the place again that it had
+//   size CAPTION WIDTH HEIGHT
+//                            gives it another size in pixels
+//   resolution CAPTION DPI   tells it that it is shown at so many dots per inch, and leaves it its
+//                            place
 //   key CAPTION CODE         a key goes down and up in the focused control of that window
 //   value KEY NAME           the type and the bytes of a value of a class: the user's, or else the
 //                            machine's
@@ -291,11 +296,38 @@ std::string Minimize(const std::wstring& caption) {
   return "true";
 }
 
+std::string Restore(const std::wstring& caption) {
+  ShowWindow(Needed(caption), SW_RESTORE);
+  return "true";
+}
+
+int Number(const std::wstring& text) {
+  return static_cast<int>(std::wcstol(text.c_str(), nullptr, 0));
+}
+
+std::string Size(const std::wstring& caption, const std::wstring& width,
+                 const std::wstring& height) {
+  SetWindowPos(Needed(caption), nullptr, 0, 0, Number(width), Number(height),
+               SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+  return "true";
+}
+
+std::string Resolution(const std::wstring& caption, const std::wstring& dpi) {
+  constexpr UINT kDpiChanged = 0x02E0;  // WM_DPICHANGED, which older headers lack
+  const HWND window = Needed(caption);
+  const RECT place = PlaceOf(window);
+  const MemoryThere memory(window, sizeof place);
+  memory.Write(0, &place, sizeof place);
+  const auto dots = static_cast<WORD>(Number(dpi));
+  Ask(window, kDpiChanged, MAKEWPARAM(dots, dots), memory.at(0));
+  return "true";
+}
+
 std::string Key(const std::wstring& caption, const std::wstring& code) {
   const HWND window = Needed(caption);
   const HWND focus = FocusOf(window);
   const HWND target = focus != nullptr ? focus : window;
-  const auto key = static_cast<WPARAM>(std::wcstol(code.c_str(), nullptr, 0));
+  const auto key = static_cast<WPARAM>(Number(code));
   PostMessageW(target, WM_KEYDOWN, key, 1);
   PostMessageW(target, WM_KEYUP, key, static_cast<LPARAM>(0xC0000001U));
   return Quoted(ClassName(target));
@@ -420,6 +452,15 @@ std::string Run(const std::vector<std::wstring>& arguments) {
   }
   if (command == L"close" && arguments.size() == 3) {
     return Close(arguments[1], arguments[2]);
+  }
+  if (command == L"restore" && arguments.size() == 2) {
+    return Restore(arguments[1]);
+  }
+  if (command == L"size" && arguments.size() == 4) {
+    return Size(arguments[1], arguments[2], arguments[3]);
+  }
+  if (command == L"resolution" && arguments.size() == 3) {
+    return Resolution(arguments[1], arguments[2]);
   }
   if (command == L"minimize" && arguments.size() == 2) {
     return Minimize(arguments[1]);

@@ -71,6 +71,14 @@ void BrowserHost::Navigate(const std::string& path) {
   CallMethod(*browser_.Get(), "Navigate", {path});
 }
 
+void BrowserHost::Zoom(int percent) {
+  ComPtr<IWebBrowser2> browser;
+  Check(browser_.As(&browser));
+  Variant zoom(percent);
+  VARIANT input = zoom.get();
+  browser->ExecWB(OLECMDID_OPTICAL_ZOOM, OLECMDEXECOPT_DONTPROMPTUSER, &input, nullptr);
+}
+
 ComPtr<IDispatch> BrowserHost::Document() const {
   ComPtr<IDispatch> document = GetProperty(*browser_.Get(), "Document").ToObject();
   if (document == nullptr) throw base::Failure(base::RuntimeError::kObjectVariableNotSet);
@@ -83,10 +91,11 @@ HWND BrowserHost::Window() const {
   return window;
 }
 
-bool BrowserHost::HasFocus() const {
-  const HWND window = Window();
-  const HWND focus = GetFocus();
-  return window != nullptr && focus != nullptr && (focus == window || IsChild(window, focus));
+bool BrowserHost::HasFocus() const { return Contains(GetFocus()); }
+
+bool BrowserHost::Contains(HWND window) const {
+  const HWND control = Window();
+  return control != nullptr && window != nullptr && (window == control || IsChild(control, window));
 }
 
 void BrowserHost::TakeFocus(MSG* tab) {

@@ -29,10 +29,16 @@ class BrowserHost {
   void Move(const Rectangle& place);
   void Navigate(const std::string& path);
 
+  /// Shows the page at that zoom, in percent. An engine without zoom shows it as it is.
+  void Zoom(int percent);
+
   /// The document of the page. Fails with 91 when there is none.
   Microsoft::WRL::ComPtr<IDispatch> Document() const;
 
   bool HasFocus() const;
+
+  /// Whether a window is the control's, or within it.
+  bool Contains(HWND window) const;
 
   /// Gives the focus to the page; with a Tab key's message to its first or last element.
   void TakeFocus(MSG* tab);

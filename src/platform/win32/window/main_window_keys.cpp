@@ -31,6 +31,12 @@ bool Win32MainWindow::HandleKey(MSG& message) {
   }
 }
 
+// With Control held down the wheel would zoom the page away from the window's own resolution.
+bool Win32MainWindow::HandleWheel(const MSG& message) {
+  return (GET_KEYSTATE_WPARAM(message.wParam) & MK_CONTROL) != 0 && browser_ != nullptr &&
+         browser_->Contains(message.hwnd);
+}
+
 bool Win32MainWindow::HandleOwnKey(MSG& message) {
   const bool is_key_down = message.message == WM_KEYDOWN || message.message == WM_SYSKEYDOWN;
   if (is_key_down) {

@@ -8,13 +8,14 @@
 
 namespace kitbay::platform::win32 {
 
-/// Sees the keyboard's messages before the windows that they are for.
+/// Sees the messages of keyboard and wheel before the windows that they are for.
 class KeyFilter {
  public:
   virtual ~KeyFilter() = default;
 
   /// Whether the message has been dealt with and goes no further.
   virtual bool HandleKey(MSG& message) = 0;
+  virtual bool HandleWheel(const MSG& /*message*/) { return false; }
 };
 
 class Win32MessageLoop final : public MessageLoop {
@@ -27,7 +28,7 @@ class Win32MessageLoop final : public MessageLoop {
   void RemoveKeyFilter(KeyFilter& filter);
 
  private:
-  bool IsHandledAsKey(MSG& message);
+  bool IsHandledByFilter(MSG& message);
 
   std::vector<KeyFilter*> filters_;
 };

@@ -106,7 +106,11 @@ void Win32MainWindow::Navigate(const std::string& path) {
   LoadedBrowser().Navigate(path);
 }
 
-void Win32MainWindow::FitBrowser() { LoadedBrowser().Move(LoadedControls().LayOut()); }
+// A minimised window has no size to fit to; the page keeps the one that it will have again.
+void Win32MainWindow::FitBrowser() {
+  BrowserHost& browser = LoadedBrowser();
+  if (!IsIconic(window_)) browser.Move(LoadedControls().LayOut());
+}
 
 std::shared_ptr<HtmlDocument> Win32MainWindow::ConnectDocument(HtmlDocumentEvents& events) {
   const auto document = LoadedBrowser().Document();
@@ -126,7 +130,16 @@ StatusBar& Win32MainWindow::status_bar() { return LoadedControls().status_bar();
 
 ProgressBar& Win32MainWindow::progress_bar() { return LoadedControls().progress_bar(); }
 
-void Win32MainWindow::PageComplete() { events_->WebBrowser1_DocumentComplete(); }
+// A page that cannot be zoomed is shown as it is.
+void Win32MainWindow::ZoomPage(int dpi) {
+  constexpr int kWhole = 100;
+  if (browser_ != nullptr) browser_->Zoom(MulDiv(kWhole, dpi, kLogicalDpi));
+}
+
+void Win32MainWindow::PageComplete() {
+  ZoomPage(DpiOfWindow(window_));
+  events_->WebBrowser1_DocumentComplete();
+}
 
 LRESULT CALLBACK Win32MainWindow::WindowProcedure(HWND window, UINT message, WPARAM wparam,
                                                   LPARAM lparam) {
@@ -230,6 +243,7 @@ void Win32MainWindow::OnDpiChanged(int dpi, const RECT& suggested) {
                suggested.bottom - suggested.top, SWP_NOZORDER | SWP_NOACTIVATE);
   // A window that keeps its size is not told of one.
   if (browser_ != nullptr) FitBrowser();
+  ZoomPage(dpi);
 }
 
 void Win32MainWindow::OnMinMaxInfo(MINMAXINFO& info) const {

@@ -51,9 +51,11 @@ class Win32MainWindow final : public MainWindow, private KeyFilter, private Brow
   void OnMinMaxInfo(MINMAXINFO& info) const;
 
   bool HandleKey(MSG& message) override;
+  bool HandleWheel(const MSG& message) override;
   bool HandleOwnKey(MSG& message);
   void MoveFocus(MSG& tab);
 
+  void ZoomPage(int dpi);
   void PageComplete() override;
   void FocusLeftPage(bool backwards) override;
   void FocusControl(HWND control);

@@ -11,7 +11,7 @@ const kMemberNotFound = 0x80020003;
 const kBadParameterCount = 0x8002000e;
 const kUnspecified = 0x80004005;
 const kDisconnected = 0x80010108;
-const kDocumentHandle = 1;
+const kWindowHandle = 2;  // After that of the document.
 const kMembers = '[members]';
 
 const objects = new Map();
@@ -36,7 +36,7 @@ function handleOf(object) {
 }
 
 function release(handle) {
-  if (handle === kDocumentHandle || !objects.has(handle)) return;
+  if (handle <= kWindowHandle || !objects.has(handle)) return;
   handles.delete(objects.get(handle));
   objects.delete(handle);
 }
@@ -171,3 +171,4 @@ function answer(request) {
 }
 
 handleOf(document);
+handleOf(window);

@@ -4,11 +4,12 @@
 const kReported = ['click', 'dblclick', 'mousedown', 'mouseup', 'contextmenu', 'dragstart',
                    'keydown', 'keypress', 'keyup'];
 const kButtonNames = { 0: 1, 1: 4, 2: 2 };
+const kScrollingKeys = [' ', 'PageUp', 'PageDown', 'Home', 'End', 'ArrowUp', 'ArrowDown', 'ArrowLeft', 'ArrowRight'];
 
 class EventSnapshot {
   constructor(event) {
     this.type = event.type;
-    this.srcElement = event.target instanceof Element ? event.target : event.target.parentElement;
+    this.srcElement = event.target instanceof Element ? event.target : (event.target.parentElement ?? null);
     this.button = /^mouse/.test(event.type) ? kButtonNames[event.button] : 0;
     this.keyCode = event.type === 'keypress' ? event.charCode : (event.keyCode ?? 0);
     for (const name of ['clientX', 'clientY', 'screenX', 'screenY', 'offsetX', 'offsetY', 'x', 'y']) {
@@ -46,6 +47,7 @@ class PageEvents {
   listen() {
     for (const type of kReported) document.addEventListener(type, (event) => this.hear_(event));
     document.addEventListener('mousedown', (event) => (this.pressed_ = event.target), true);
+    window.addEventListener('resize', (event) => this.report_(new EventSnapshot(event)));
     document.addEventListener('submit', (event) => this.followForm_(event));
   }
 
@@ -59,12 +61,21 @@ class PageEvents {
     const follow = event.type === 'click' ? this.followLink_(event) : undefined;
     const menu = event.type === 'contextmenu' ? this.menuOf_(event) : undefined;
     if (menu) event.preventDefault();
-    this.report_(new EventSnapshot(event), { follow, menu });
+    const key = event.type === 'keydown' ? this.scrollByKey_(event) : undefined;
+    this.report_(new EventSnapshot(event), { follow, menu, key });
   }
 
   report_(snapshot, what) {
     this.snapshots_.set(++this.last_, snapshot);
     tellHost(JSON.stringify({ t: 'event', n: this.last_, type: snapshot.type, ...what }));
+  }
+
+  /** The host may cancel a key, so the page scrolls only when it has answered. */
+  scrollByKey_(event) {
+    const hasKeysOfItsOwn = event.target.closest('input, select, textarea, button, [contenteditable]');
+    if (hasKeysOfItsOwn || !kScrollingKeys.includes(event.key)) return undefined;
+    event.preventDefault();
+    return event.key;
   }
 
   /** The menu that belongs to what was clicked, by its CONTEXT_MENU_ number, and its place. */
