@@ -7,7 +7,7 @@
 namespace kitbay::web_browser {
 namespace {
 
-constexpr wchar_t kClassName[] = L"WebBrowserStandinQueue";
+constexpr wchar_t kQueueClassName[] = L"WebBrowserStandinQueue";
 constexpr UINT kNoticeMessage = WM_APP;
 
 bool IsPicture(const Json& notice) { return notice.At("t").Text() == L"frame"; }
@@ -15,7 +15,7 @@ bool IsPicture(const Json& notice) { return notice.At("t").Text() == L"frame"; }
 }  // namespace
 
 UiQueue::UiQueue(std::function<void(const Json&)> handle) : handle_(std::move(handle)) {
-  window_ = CreateOwnedWindow(kClassName, 0, Procedure, HWND_MESSAGE, 0, RECT{}, this);
+  window_ = CreateOwnedWindow(kQueueClassName, 0, Procedure, HWND_MESSAGE, 0, RECT{}, this);
 }
 
 UiQueue::~UiQueue() { DestroyWindow(window_); }

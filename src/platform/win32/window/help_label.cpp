@@ -12,7 +12,7 @@
 namespace kitbay::platform::win32 {
 namespace {
 
-constexpr const wchar_t* kCaption = L"Help";
+constexpr const wchar_t* kHelpCaption = L"Help";
 constexpr int kInvalidPicture = 481;
 constexpr COLORREF kLinkColour = RGB(0, 80, 176);
 
@@ -30,7 +30,7 @@ COLORREF LinkColour() {
 
 HelpLabel::HelpLabel(HWND parent, int id, MainWindowEvents& events)
     : window_(CreateChildWindow(parent, {.window_class = WC_STATICW,
-                                         .caption = kCaption,
+                                         .caption = kHelpCaption,
                                          .style = WS_VISIBLE | SS_NOTIFY | SS_NOPREFIX,
                                          .id = id})),
       events_(events) {
@@ -63,7 +63,7 @@ Extent HelpLabel::TextExtent() const {
   if (device == nullptr) return {};
   const HGDIOBJ earlier = SelectObject(device, font_.get());
   SIZE size{};
-  GetTextExtentPoint32W(device, kCaption, lstrlenW(kCaption), &size);
+  GetTextExtentPoint32W(device, kHelpCaption, lstrlenW(kHelpCaption), &size);
   SelectObject(device, earlier);
   ReleaseDC(window_, device);
   return {size.cx, size.cy};

@@ -2,14 +2,13 @@
 
 #include <docobj.h>
 
+#include "platform/win32/window/key_state.h"
 #include "platform/win32/window/refused_drops.h"
 
 namespace kitbay::platform::win32 {
 namespace {
 
 using Microsoft::WRL::ComPtr;
-
-bool IsDown(int key) { return GetKeyState(key) < 0; }
 
 /// Whether the key does no more than move within the page, press its buttons, or copy from it.
 bool IsKeyOfPage(WPARAM key) {

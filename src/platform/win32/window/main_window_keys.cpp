@@ -1,14 +1,13 @@
 #include <algorithm>
 #include <array>
 
+#include "platform/win32/window/key_state.h"
 #include "platform/win32/window/win32_main_window.h"
 
 // The main window's keyboard: what it takes itself, what it offers to the page, and the way of the
 // focus from the page to the buttons and back.
 namespace kitbay::platform::win32 {
 namespace {
-
-bool IsDown(int key) { return GetKeyState(key) < 0; }
 
 bool IsTab(const MSG& message) {
   return message.message == WM_KEYDOWN && message.wParam == VK_TAB && !IsDown(VK_CONTROL);

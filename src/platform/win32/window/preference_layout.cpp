@@ -5,8 +5,8 @@
 namespace kitbay::platform::win32 {
 namespace {
 
-constexpr Extent kInitialExtent{560, 300};
-constexpr Extent kSmallestExtent{460, 240};
+constexpr Extent kInitialDialogExtent{560, 300};
+constexpr Extent kSmallestDialogExtent{460, 240};
 constexpr int kLabelGap = 4;
 
 // The text box's frame above and below its line of text.
@@ -14,9 +14,9 @@ constexpr int kBoxFrame = 8;
 
 }  // namespace
 
-Extent InitialPreferenceExtent(int dpi) { return ScaleToDpi(kInitialExtent, dpi); }
+Extent InitialPreferenceExtent(int dpi) { return ScaleToDpi(kInitialDialogExtent, dpi); }
 
-Extent SmallestPreferenceExtent(int dpi) { return ScaleToDpi(kSmallestExtent, dpi); }
+Extent SmallestPreferenceExtent(int dpi) { return ScaleToDpi(kSmallestDialogExtent, dpi); }
 
 PreferenceLayout LayOutPreferences(Extent client, int status_bar_height, int text_height, int dpi) {
   const Extent button = ScaleToDpi(kButtonExtent, dpi);

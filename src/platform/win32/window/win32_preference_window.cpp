@@ -16,14 +16,14 @@
 namespace kitbay::platform::win32 {
 namespace {
 
-constexpr wchar_t kWindowClass[] = L"KitbayPreferenceWindow";
-constexpr const wchar_t* kCaption = L"Tessel Directories";
+constexpr wchar_t kDialogClass[] = L"KitbayPreferenceWindow";
+constexpr const wchar_t* kDialogCaption = L"Tessel Directories";
 
 /// A dialog without controls, as the system reads it from memory.
 struct alignas(DWORD) DialogTemplate {
   DLGTEMPLATE head{};
   WORD menu = 0;
-  wchar_t window_class[std::size(kWindowClass)]{};
+  wchar_t window_class[std::size(kDialogClass)]{};
   wchar_t caption = L'\0';
 };
 
@@ -63,16 +63,16 @@ void Win32PreferenceWindow::Load(PreferenceWindowEvents& events, WindowHandle ow
 
 void Win32PreferenceWindow::CreateDialogWindow(HWND owner) {
   // A class of its own: other programs tell the dialog from message boxes by it.
-  RegisterWindowClass(kWindowClass, DefDlgProcW, DLGWINDOWEXTRA);
+  RegisterWindowClass(kDialogClass, DefDlgProcW, DLGWINDOWEXTRA);
   DialogTemplate dialog;
   dialog.head.style = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME | WS_CLIPCHILDREN;
   dialog.head.dwExtendedStyle = WS_EX_DLGMODALFRAME;
-  std::copy(std::begin(kWindowClass), std::end(kWindowClass), dialog.window_class);
+  std::copy(std::begin(kDialogClass), std::end(kDialogClass), dialog.window_class);
   CreateDialogIndirectParamW(GetModuleHandleW(nullptr), &dialog.head, owner, DialogProcedure,
                              reinterpret_cast<LPARAM>(this));
   const DWORD error = GetLastError();
   if (window_ == nullptr) throw FailureOf(HRESULT_FROM_WIN32(error));
-  SetWindowTextW(window_, kCaption);
+  SetWindowTextW(window_, kDialogCaption);
 }
 
 void Win32PreferenceWindow::Unload() {

@@ -5,20 +5,20 @@
 namespace kitbay::platform::win32 {
 namespace {
 
-constexpr const char* kPage = "C:\\Program Files\\Kitbay\\AddonUpdates.html";
+constexpr const char* kPagePath = "C:\\Program Files\\Kitbay\\AddonUpdates.html";
 
 TEST(PageAddress, APathIsItsOwnAddress) {
-  EXPECT_TRUE(IsAddressOfFile(kPage, kPage));
-  EXPECT_TRUE(IsAddressOfFile("c:/program files/kitbay/addonupdates.HTML", kPage));
+  EXPECT_TRUE(IsAddressOfFile(kPagePath, kPagePath));
+  EXPECT_TRUE(IsAddressOfFile("c:/program files/kitbay/addonupdates.HTML", kPagePath));
 }
 
 TEST(PageAddress, AFileUrlNamesThePathWithAndWithoutEscapes) {
-  EXPECT_TRUE(IsAddressOfFile("file:///C:/Program%20Files/Kitbay/AddonUpdates.html", kPage));
-  EXPECT_TRUE(IsAddressOfFile("file:///C:/Program Files/Kitbay/AddonUpdates.html", kPage));
-  EXPECT_TRUE(IsAddressOfFile("FILE:///c:/program%20files/kitbay/addonupdates.html", kPage));
-  EXPECT_TRUE(IsAddressOfFile("file://C:\\Program Files\\Kitbay\\AddonUpdates.html", kPage));
+  EXPECT_TRUE(IsAddressOfFile("file:///C:/Program%20Files/Kitbay/AddonUpdates.html", kPagePath));
+  EXPECT_TRUE(IsAddressOfFile("file:///C:/Program Files/Kitbay/AddonUpdates.html", kPagePath));
+  EXPECT_TRUE(IsAddressOfFile("FILE:///c:/program%20files/kitbay/addonupdates.html", kPagePath));
+  EXPECT_TRUE(IsAddressOfFile("file://C:\\Program Files\\Kitbay\\AddonUpdates.html", kPagePath));
   EXPECT_TRUE(
-      IsAddressOfFile("file://localhost/C:/Program%20Files/Kitbay/AddonUpdates.html", kPage));
+      IsAddressOfFile("file://localhost/C:/Program%20Files/Kitbay/AddonUpdates.html", kPagePath));
 }
 
 TEST(PageAddress, EscapesOfLettersBeyondAsciiAreUtf8) {
@@ -41,14 +41,14 @@ TEST(PageAddress, AFileOfAServerKeepsTheServer) {
 }
 
 TEST(PageAddress, OtherAddressesAreNotThePage) {
-  EXPECT_FALSE(IsAddressOfFile("", kPage));
-  EXPECT_FALSE(IsAddressOfFile("about:blank", kPage));
-  EXPECT_FALSE(IsAddressOfFile("http://update.example/AddonUpdates.html", kPage));
-  EXPECT_FALSE(IsAddressOfFile("javascript:0", kPage));
-  EXPECT_FALSE(IsAddressOfFile("file:///C:/Program%20Files/Kitbay/Other.html", kPage));
-  EXPECT_FALSE(IsAddressOfFile("file:///D:/Program%20Files/Kitbay/AddonUpdates.html", kPage));
-  EXPECT_FALSE(IsAddressOfFile("file:///C:/Program%20Files/Kitbay/AddonUpdates.html#top", kPage));
-  EXPECT_FALSE(IsAddressOfFile("file:///C:/Program%20Files/Kitbay/AddonUpdates.html?a", kPage));
+  EXPECT_FALSE(IsAddressOfFile("", kPagePath));
+  EXPECT_FALSE(IsAddressOfFile("about:blank", kPagePath));
+  EXPECT_FALSE(IsAddressOfFile("http://update.example/AddonUpdates.html", kPagePath));
+  EXPECT_FALSE(IsAddressOfFile("javascript:0", kPagePath));
+  EXPECT_FALSE(IsAddressOfFile("file:///C:/Program%20Files/Kitbay/Other.html", kPagePath));
+  EXPECT_FALSE(IsAddressOfFile("file:///D:/Program%20Files/Kitbay/AddonUpdates.html", kPagePath));
+  EXPECT_FALSE(IsAddressOfFile("file:///C:/Program%20Files/Kitbay/AddonUpdates.html#top", kPagePath));
+  EXPECT_FALSE(IsAddressOfFile("file:///C:/Program%20Files/Kitbay/AddonUpdates.html?a", kPagePath));
 }
 
 }  // namespace

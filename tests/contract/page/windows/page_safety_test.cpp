@@ -6,18 +6,13 @@
 #include <string>
 
 #include "base/failure.h"
+#include "contract/page/windows/ignored_events.h"
 #include "contract/page/windows/loaded_window.h"
 
 namespace kitbay::contract {
 namespace {
 
 using ::testing::ElementsAre;
-
-class Ignored : public platform::HtmlDocumentEvents {
- public:
-  void doc_onclick() override {}
-  bool doc_ondragstart() override { return false; }
-};
 
 class PageSafety : public ::testing::Test {
  protected:
@@ -30,7 +25,7 @@ class PageSafety : public ::testing::Test {
   void TearDown() override { loaded_.window().DisconnectDocument(); }
 
   LoadedWindow& loaded_ = SharedWindow();
-  Ignored ignored_;
+  IgnoredEvents ignored_;
   std::shared_ptr<platform::HtmlDocument> document_;
 };
 

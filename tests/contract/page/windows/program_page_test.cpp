@@ -5,16 +5,11 @@
 #include <memory>
 
 #include "contract/page/same_element.h"
+#include "contract/page/windows/ignored_events.h"
 #include "contract/page/windows/loaded_window.h"
 
 namespace kitbay::contract {
 namespace {
-
-class Ignored : public platform::HtmlDocumentEvents {
- public:
-  void doc_onclick() override {}
-  bool doc_ondragstart() override { return false; }
-};
 
 class ProgramPage : public ::testing::Test {
  protected:
@@ -26,7 +21,7 @@ class ProgramPage : public ::testing::Test {
   void TearDown() override { loaded_.window().DisconnectDocument(); }
 
   LoadedWindow& loaded_ = SharedWindow();
-  Ignored ignored_;
+  IgnoredEvents ignored_;
   std::shared_ptr<platform::HtmlDocument> document_;
 };
 

@@ -36,7 +36,7 @@ bool HasText(HWND dialog, const std::wstring& text) {
   return false;
 }
 
-bool Answer(HANDLE shown, const std::wstring& title, const std::wstring& text, int answer) {
+bool AnswerBox(HANDLE shown, const std::wstring& title, const std::wstring& text, int answer) {
   if (WaitForSingleObject(shown, kPatienceMilliseconds) != WAIT_OBJECT_0) {
     return false;
   }
@@ -57,7 +57,7 @@ MessageBoxUser::MessageBoxUser(const std::string& title, const std::string& text
     : shown_(CreateEventW(nullptr, FALSE, FALSE, nullptr)) {
   shown_event = shown_.get();
   hook_ = SetWindowsHookExW(WH_CBT, &TellWhenShown, nullptr, GetCurrentThreadId());
-  saw_them_ = std::async(std::launch::async, &Answer, shown_.get(), platform::win32::ToUtf16(title),
+  saw_them_ = std::async(std::launch::async, &AnswerBox, shown_.get(), platform::win32::ToUtf16(title),
                          platform::win32::ToUtf16(text), answer);
 }
 
