@@ -22,8 +22,8 @@ std::string DatastoreOf(base::ComponentKind kind, std::size_t entries);
 /// `id_prefix`; UTF-8. Those of "component" are the ids of a datastore, each in a newer version.
 std::string ManifestOf(base::ComponentKind kind, std::size_t entries, const std::string& id_prefix);
 
-/// As those, with `entries` entries that the three kinds share in turn; of a manifest's, every other id
-/// begins with `id_prefix` and is not in the datastore.
+/// As those, with `entries` entries that the three kinds share in turn; of a manifest's, every
+/// other id begins with `id_prefix` and is not in the datastore.
 std::string DatastoreOfAllKinds(std::size_t entries);
 std::string ManifestOfAllKinds(std::size_t entries, const std::string& id_prefix);
 

@@ -47,7 +47,8 @@ TEST(PageAddress, OtherAddressesAreNotThePage) {
   EXPECT_FALSE(IsAddressOfFile("javascript:0", kPagePath));
   EXPECT_FALSE(IsAddressOfFile("file:///C:/Program%20Files/Kitbay/Other.html", kPagePath));
   EXPECT_FALSE(IsAddressOfFile("file:///D:/Program%20Files/Kitbay/AddonUpdates.html", kPagePath));
-  EXPECT_FALSE(IsAddressOfFile("file:///C:/Program%20Files/Kitbay/AddonUpdates.html#top", kPagePath));
+  EXPECT_FALSE(
+      IsAddressOfFile("file:///C:/Program%20Files/Kitbay/AddonUpdates.html#top", kPagePath));
   EXPECT_FALSE(IsAddressOfFile("file:///C:/Program%20Files/Kitbay/AddonUpdates.html?a", kPagePath));
 }
 

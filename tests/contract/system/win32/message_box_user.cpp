@@ -57,8 +57,8 @@ MessageBoxUser::MessageBoxUser(const std::string& title, const std::string& text
     : shown_(CreateEventW(nullptr, FALSE, FALSE, nullptr)) {
   shown_event = shown_.get();
   hook_ = SetWindowsHookExW(WH_CBT, &TellWhenShown, nullptr, GetCurrentThreadId());
-  saw_them_ = std::async(std::launch::async, &AnswerBox, shown_.get(), platform::win32::ToUtf16(title),
-                         platform::win32::ToUtf16(text), answer);
+  saw_them_ = std::async(std::launch::async, &AnswerBox, shown_.get(),
+                         platform::win32::ToUtf16(title), platform::win32::ToUtf16(text), answer);
 }
 
 MessageBoxUser::~MessageBoxUser() {
