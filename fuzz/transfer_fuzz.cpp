@@ -1,5 +1,5 @@
-// A download: the user's plain servers, the answer's Location and Content-Length, a line each, and
-// then the request document.
+// A download: the user's plain servers, the answer's Location and its Content-Length or
+// Content-Range, a line each, and then the request document, or a record of an earlier transfer.
 #include <algorithm>
 #include <optional>
 
@@ -7,6 +7,7 @@
 #include "base/text.h"
 #include "fuzz_support.h"
 #include "request_document.h"
+#include "resume_rules.h"
 #include "transfer_address.h"
 #include "transfer_failure.h"
 
@@ -84,6 +85,20 @@ void Answer(const std::string& content_length) {
          "a length is its digits");
 }
 
+void Part(const std::string& content_range) {
+  if (const auto range = ovalink::ReadContentRange(content_range)) {
+    Demand(range->first <= range->last && range->last < range->length, "a part lies in its file");
+  }
+  const std::string field = ovalink::UsableField(content_range);
+  Demand(field.find_first_of("\r\n") == std::string::npos, "a field is one line");
+}
+
+void Record(std::string_view text) {
+  if (const auto record = ovalink::ReadRecord(text)) {
+    Demand(ovalink::ReadRecord(ovalink::RecordText(*record)) == record, "a record is its text");
+  }
+}
+
 }  // namespace
 }  // namespace kitbay::fuzz
 
@@ -91,7 +106,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   std::string_view input(reinterpret_cast<const char*>(data), size);
   const std::string plain_servers = kitbay::fuzz::TakeLine(input);
   const std::string location = kitbay::fuzz::TakeLine(input);
-  kitbay::fuzz::Answer(kitbay::fuzz::TakeLine(input));
+  const std::string field = kitbay::fuzz::TakeLine(input);
+  kitbay::fuzz::Answer(field);
+  kitbay::fuzz::Part(field);
+  kitbay::fuzz::Record(input);
   if (const auto request = ovalink::ReadRequestDocument(input)) {
     kitbay::fuzz::DemandForm(*request, input);
     kitbay::fuzz::Download(*request, plain_servers, location);

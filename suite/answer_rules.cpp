@@ -1,6 +1,9 @@
 #include "answer_rules.h"
 
 #include <charconv>
+#include <limits>
+
+#include "base/text.h"
 
 namespace ovalink {
 namespace {
@@ -40,6 +43,18 @@ std::string_view ReasonOf(std::uint32_t status) {
   }
 }
 
+constexpr std::uint64_t kMegabyte = 1024 * 1024;
+constexpr std::uint64_t kMostBytesOfList = 64 * kMegabyte;
+
+TransferFailure TooLarge() {
+  return TransferFailure("The server's list of components is larger than 64 MB");
+}
+
+/// Whole megabytes, and one at least for what is not nothing.
+std::string Megabytes(std::uint64_t bytes) {
+  return std::to_string(bytes / kMegabyte + (bytes % kMegabyte != 0 ? 1 : 0)) + " MB";
+}
+
 }  // namespace
 
 bool IsRedirection(std::uint32_t status) {
@@ -58,6 +73,44 @@ std::optional<std::uint64_t> AnnouncedLength(std::string_view content_length) {
   const auto [end, error] = std::from_chars(content_length.data(), last, length);
   if (error != std::errc() || end != last) return std::nullopt;
   return length;
+}
+
+bool IsListAt(std::string_view destination) {
+  return kitbay::base::ToLower(destination).ends_with(".xml");
+}
+
+std::uint64_t MostBytesAt(std::string_view destination) {
+  return IsListAt(destination) ? kMostBytesOfList : std::numeric_limits<std::uint64_t>::max();
+}
+
+void ByteCount::Announce(std::uint64_t length) {
+  announced_ = length;
+  if (length > most_) throw TooLarge();
+}
+
+void ByteCount::Add(std::uint64_t bytes) {
+  received_ += bytes;
+  if (announced_ && received_ > *announced_) {
+    throw TransferFailure("The server sent more than the " + std::to_string(*announced_) +
+                          " bytes it announced");
+  }
+  if (received_ > most_) throw TooLarge();
+}
+
+void ByteCount::End() const {
+  if (announced_ && received_ < *announced_) throw CutShort();
+}
+
+TransferFailure ByteCount::CutShort() const {
+  return TransferFailure("The answer was cut short: " + std::to_string(received_) +
+                         (announced_ ? " of " + std::to_string(*announced_) : "") + " bytes");
+}
+
+void DemandRoom(std::uint64_t bytes, std::uint64_t free) {
+  if (bytes > free) {
+    throw TransferFailure("There is no room for the file: it takes " + Megabytes(bytes) +
+                          ", and the disk has " + Megabytes(free) + " left");
+  }
 }
 
 bool IsFullLocalPath(std::string_view path) {

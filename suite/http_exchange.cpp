@@ -109,10 +109,18 @@ class HttpExchange::Progress {
   std::shared_ptr<Progress> self_;
 };
 
-HttpExchange::HttpExchange(const TransferAddress& address, DWORD timeout_ms, HANDLE cancel)
-    : timeout_ms_(timeout_ms), cancel_(cancel), progress_(std::make_shared<Progress>()) {
-  Open(address, timeout_ms);
-  Send();
+HttpExchange::HttpExchange(const TransferAddress& address, const Terms& terms, HANDLE cancel)
+    : terms_(terms), cancel_(cancel), progress_(std::make_shared<Progress>()) {
+  Open(address);
+  constexpr int kMostTimes = 3;
+  for (int times = 1;; ++times) {
+    try {
+      Send();
+      return;
+    } catch (const SendAgain&) {
+      if (times == kMostTimes) throw;
+    }
+  }
 }
 
 HttpExchange::~HttpExchange() = default;
@@ -129,6 +137,20 @@ std::optional<std::string> HttpExchange::Field(DWORD query) const {
   }
   text.resize(bytes / sizeof(wchar_t));
   return win32::ToUtf8(text);
+}
+
+DWORD HttpExchange::ProxySignOnScheme() const {
+  DWORD supported = 0;
+  DWORD first = 0;
+  DWORD target = 0;
+  if (!WinHttpQueryAuthSchemes(request_.get(), &supported, &first, &target) ||
+      target != WINHTTP_AUTH_TARGET_PROXY) {
+    return 0;
+  }
+  for (const DWORD scheme : {WINHTTP_AUTH_SCHEME_NEGOTIATE, WINHTTP_AUTH_SCHEME_NTLM}) {
+    if ((supported & scheme) != 0) return scheme;
+  }
+  return 0;
 }
 
 std::span<const char> HttpExchange::Read() {
@@ -154,9 +176,9 @@ std::span<const char> HttpExchange::Read() {
   return {progress_->buffer.data(), received};
 }
 
-void HttpExchange::Open(const TransferAddress& address, DWORD timeout_ms) {
+void HttpExchange::Open(const TransferAddress& address) {
   session_ = OpenSession(IsLoopback(address.host));
-  const int timeout = static_cast<int>(timeout_ms);
+  const int timeout = static_cast<int>(terms_.timeout_ms);
   if (!WinHttpSetTimeouts(session_.get(), timeout, timeout, timeout, timeout)) {
     ThrowHttpFailure(GetLastError());
   }
@@ -170,9 +192,21 @@ void HttpExchange::Open(const TransferAddress& address, DWORD timeout_ms) {
   if (!request_) ThrowHttpFailure(GetLastError());
 
   SetNumber(request_.get(), WINHTTP_OPTION_DISABLE_FEATURE,
-            WINHTTP_DISABLE_COOKIES | WINHTTP_DISABLE_REDIRECTS | WINHTTP_DISABLE_AUTHENTICATION);
-  SetNumber(request_.get(), WINHTTP_OPTION_RECEIVE_RESPONSE_TIMEOUT, timeout_ms);
+            WINHTTP_DISABLE_COOKIES | WINHTTP_DISABLE_REDIRECTS |
+                (terms_.proxy_sign_on_scheme == 0 ? WINHTTP_DISABLE_AUTHENTICATION : 0));
+  SetNumber(request_.get(), WINHTTP_OPTION_RECEIVE_RESPONSE_TIMEOUT, terms_.timeout_ms);
+  if (terms_.proxy_sign_on_scheme != 0) AllowSignOn();
   Listen();
+}
+
+// A system that cannot keep the sign-on from servers does not get to it.
+void HttpExchange::AllowSignOn() {
+  DWORD policy = 3;  // WINHTTP_AUTOLOGON_SECURITY_LEVEL_PROXY_ONLY
+  if (!WinHttpSetOption(request_.get(), WINHTTP_OPTION_AUTOLOGON_POLICY, &policy, sizeof policy) ||
+      !WinHttpSetCredentials(request_.get(), WINHTTP_AUTH_TARGET_PROXY, terms_.proxy_sign_on_scheme,
+                             nullptr, nullptr, nullptr)) {
+    throw TransferFailure("The proxy wants a sign-on, which this system cannot keep from servers");
+  }
 }
 
 void HttpExchange::Listen() {
@@ -191,13 +225,14 @@ void HttpExchange::Listen() {
 
 void HttpExchange::Send() {
   progress_->Begin();
-  BOOL started =
-      WinHttpSendRequest(request_.get(), WINHTTP_NO_ADDITIONAL_HEADERS, 0, WINHTTP_NO_REQUEST_DATA,
-                         0, 0, reinterpret_cast<DWORD_PTR>(progress_.get()));
-  Await(started, GetLastError(), timeout_ms_);
+  const std::wstring fields = win32::ToUtf16(terms_.fields);
+  BOOL started = WinHttpSendRequest(request_.get(), fields.c_str(), static_cast<DWORD>(-1),
+                                    WINHTTP_NO_REQUEST_DATA, 0, 0,
+                                    reinterpret_cast<DWORD_PTR>(progress_.get()));
+  Await(started, GetLastError(), terms_.timeout_ms);
   progress_->Begin();
   started = WinHttpReceiveResponse(request_.get(), nullptr);
-  Await(started, GetLastError(), timeout_ms_);
+  Await(started, GetLastError(), terms_.timeout_ms);
   DWORD size = sizeof status_;
   DWORD status = 0;
   if (!WinHttpQueryHeaders(request_.get(), WINHTTP_QUERY_STATUS_CODE | WINHTTP_QUERY_FLAG_NUMBER,

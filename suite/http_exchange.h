@@ -18,20 +18,32 @@ namespace ovalink {
 /// Thrown when the client has cancelled the transfer; nobody is told of it any more.
 class TransferCancelled {};
 
-/// One HTTP request and its answer, without cookies, sign-on or redirection. The system's proxy is
+/// One HTTP request and its answer, without cookies or redirection, and without sign-on but to a
+/// proxy. The system's proxy is
 /// used except for loopback. Every step that lasts ends with `TransferCancelled` as soon as the
 /// event `cancel` is set, with `TransferFailure` for "connection timed out" when there is no
 /// connection, or nothing comes, for `timeout_ms`, and with `TransferFailure` for what else goes
 /// wrong.
 class HttpExchange {
  public:
+  /// What a request says beside its address.
+  struct Terms {
+    std::string fields;              ///< of the heading, each ended by CR LF
+    DWORD timeout_ms = 0;            ///< as above
+    DWORD proxy_sign_on_scheme = 0;  ///< by which the user signs on to the proxy; 0 for not at all
+  };
+
   /// Sends the request and waits for the answer's heading.
-  HttpExchange(const TransferAddress& address, DWORD timeout_ms, HANDLE cancel);
+  HttpExchange(const TransferAddress& address, const Terms& terms, HANDLE cancel);
   ~HttpExchange();
   HttpExchange(const HttpExchange&) = delete;
   HttpExchange& operator=(const HttpExchange&) = delete;
 
   std::uint32_t status() const { return status_; }
+
+  /// How the proxy, having answered 407, lets a user sign on with what the system knows of him; 0
+  /// where it wants a password.
+  DWORD ProxySignOnScheme() const;
 
   /// A field of the heading; nothing when it is not there.
   std::optional<std::string> Field(DWORD query) const;
@@ -41,12 +53,13 @@ class HttpExchange {
 
  private:
   class Progress;
-  void Open(const TransferAddress& address, DWORD timeout_ms);
+  void Open(const TransferAddress& address);
+  void AllowSignOn();
   void Listen();
   void Send();
   DWORD Await(BOOL started, DWORD error, DWORD limit_ms);
 
-  DWORD timeout_ms_;
+  Terms terms_;
   HANDLE cancel_;
   UniqueInternet session_;
   UniqueInternet connection_;

@@ -54,6 +54,8 @@ void ThrowHttpFailure(DWORD error, DWORD certificate_flags) {
     case WSAECONNABORTED:
     case ERROR_WINHTTP_INVALID_SERVER_RESPONSE:  // a heading that ends too early, too
       throw ConnectionLost();
+    case ERROR_WINHTTP_RESEND_REQUEST:
+      throw SendAgain();
     case ERROR_WINHTTP_HEADER_COUNT_EXCEEDED:
     case ERROR_WINHTTP_HEADER_SIZE_OVERFLOW:
     case ERROR_WINHTTP_CHUNKED_ENCODING_HEADER_SIZE_OVERFLOW:

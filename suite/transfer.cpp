@@ -1,6 +1,9 @@
 #include "transfer.h"
 
+#include <cstdint>
 #include <exception>
+#include <functional>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <string>
@@ -8,6 +11,7 @@
 
 #include "answer_rules.h"
 #include "base/failure.h"
+#include "base/text.h"
 #include "http_exchange.h"
 #include "platform/patience.h"
 #include "platform/win32/system/replacement_file.h"
@@ -16,6 +20,7 @@
 #include "transfer_address.h"
 #include "transfer_failure.h"
 #include "transfer_settings.h"
+#include "transfer_store.h"
 
 namespace ovalink {
 namespace {
@@ -23,6 +28,11 @@ namespace {
 namespace win32 = kitbay::platform::win32;
 
 constexpr int kMostRedirections = 10;
+constexpr std::uint32_t kPartialContent = 206;
+constexpr std::uint32_t kNotModified = 304;
+constexpr std::uint32_t kProxySignOn = 407;
+constexpr std::uint32_t kRangeNotSatisfiable = 416;
+constexpr DWORD kContentEncoding = WINHTTP_QUERY_CONTENT_ENCODING;
 constexpr ULONGLONG kProgressIntervalMs = 100;
 
 /// Runs a step on the destination, whose failures name it.
@@ -35,23 +45,47 @@ auto OnFile(Step step) {
   }
 }
 
+std::uint64_t FreeBytesAt(const std::wstring& file) {
+  ULARGE_INTEGER free{};
+  const std::wstring folder = file.substr(0, file.rfind(L'\\') + 1);
+  return GetDiskFreeSpaceExW(folder.c_str(), &free, nullptr, nullptr)
+             ? free.QuadPart
+             : std::numeric_limits<std::uint64_t>::max();
+}
+
 class TransferRun {
  public:
   TransferRun(const DownloadRequest& request, HANDLE cancel, const SendEvent& send)
-      : request_(request), cancel_(cancel), send_(send) {}
+      : request_(request),
+        cancel_(cancel),
+        send_(send),
+        destination_(Destination()),
+        store_(request, destination_) {}
 
   void Run() {
-    const std::wstring destination = Destination();
     const auto answer = Ask();
-    const auto length = answer->Field(WINHTTP_QUERY_CONTENT_LENGTH);
-    // An answer in chunks ends where its chunks end, whatever length it announces beside.
-    if (length && !answer->Field(WINHTTP_QUERY_TRANSFER_ENCODING)) {
-      announced_ = AnnouncedLength(*length);
+    if (answer->status() == kNotModified) {
+      OnFile([&] { store_.Refresh(); });
+      return;
     }
-    if (announced_) Send("Total-Length", std::to_string(*announced_));
-    const auto file = OnFile([&] { return std::make_unique<win32::ReplacementFile>(destination); });
-    Receive(*answer, *file);
-    OnFile([&] { kitbay::platform::WithPatience(*files_, [&] { file->PutInPlace(); }); });
+    const TransferRecord record = Expect(*answer);
+    if (count_->announced()) Send("Total-Length", std::to_string(*count_->announced()));
+    const auto file =
+        OnFile([&] { return std::make_unique<win32::ReplacementFile>(destination_); });
+    const bool is_kept = IsKept(*answer, record);
+    Receive(*answer, [&](std::string_view bytes) {
+      OnFile([&] { is_kept ? store_.Append(bytes) : file->Append(bytes); });
+    });
+    OnFile([&] {
+      if (is_kept) store_.CopyTo(*file);
+      kitbay::platform::WithPatience(*files_, [&] { file->PutInPlace(); });
+    });
+    // A package is deleted before anybody could ask whether it has changed.
+    if (IsListAt(request_.destination)) {
+      store_.Settle(record);
+    } else {
+      store_.Discard();
+    }
   }
 
  private:
@@ -63,13 +97,38 @@ class TransferRun {
     return OnFile([&] { return win32::ToSystemPath(request_.destination); });
   }
 
-  /// The answer that holds the file, from wherever the server sends the request on to.
-  std::unique_ptr<HttpExchange> Ask() const {
+  /// The answer that holds the file, or what is missing of it, or says that it has not changed.
+  std::unique_ptr<HttpExchange> Ask() {
+    auto answer = AskFor(store_.Fields());
+    if (!IsUsable(*answer)) {
+      store_.Discard();
+      answer = AskFor({});
+    }
+    return answer;
+  }
+
+  bool IsUsable(const HttpExchange& answer) const {
+    if (answer.status() == kRangeNotSatisfiable) return false;
+    if (answer.status() != kPartialContent) return true;
+    const auto range = ReadContentRange(answer.Field(WINHTTP_QUERY_CONTENT_RANGE).value_or(""));
+    return range && store_.IsRest(*range);
+  }
+
+  /// Whether an answer other than the whole file is one that was asked for.
+  bool IsAskedFor(std::uint32_t status, const std::string& fields) const {
+    if (status == kNotModified) return !fields.empty() && store_.asks_whether_changed();
+    return (status == kPartialContent || status == kRangeNotSatisfiable) && !fields.empty() &&
+           store_.first() > 0;
+  }
+
+  /// The answer from wherever the server sends the request on to.
+  std::unique_ptr<HttpExchange> AskFor(const std::string& fields) const {
     const TransferSettings settings = ReadTransferSettings();
     TransferAddress address = AddressOf(request_, settings.plain_http_servers);
+    HttpExchange::Terms terms{"Accept-Encoding: identity\r\n" + fields, settings.timeout_ms, 0};
     for (int redirections = 0; redirections <= kMostRedirections; ++redirections) {
-      auto answer = std::make_unique<HttpExchange>(address, settings.timeout_ms, cancel_);
-      if (answer->status() == HTTP_STATUS_OK) return answer;
+      auto answer = AskAt(address, terms);
+      if (answer->status() == HTTP_STATUS_OK || IsAskedFor(answer->status(), fields)) return answer;
       const auto location = answer->Field(WINHTTP_QUERY_LOCATION);
       if (!IsRedirection(answer->status()) || !location) {
         throw TransferFailure(StatusText(answer->status()));
@@ -79,37 +138,81 @@ class TransferRun {
     throw TransferFailure("The server sent the request on too often");
   }
 
-  void Receive(HttpExchange& answer, win32::ReplacementFile& file) {
+  /// The answer of one server, behind a proxy that the user has signed on to if it wants that.
+  std::unique_ptr<HttpExchange> AskAt(const TransferAddress& address,
+                                      HttpExchange::Terms& terms) const {
+    auto answer = std::make_unique<HttpExchange>(address, terms, cancel_);
+    if (answer->status() == kProxySignOn && terms.proxy_sign_on_scheme == 0) {
+      terms.proxy_sign_on_scheme = answer->ProxySignOnScheme();
+      if (terms.proxy_sign_on_scheme != 0) {
+        answer = std::make_unique<HttpExchange>(address, terms, cancel_);
+      }
+    }
+    return answer;
+  }
+
+  /// What the answer says of the file, after a look at whether there is room for it.
+  TransferRecord Expect(const HttpExchange& answer) {
+    const std::string encoding = answer.Field(kContentEncoding).value_or("identity");
+    if (kitbay::base::ToLower(encoding) != "identity") {
+      throw TransferFailure("The server's answer is compressed, which was not asked for");
+    }
+    const bool is_rest = answer.status() == kPartialContent;
+    count_.emplace(MostBytesAt(request_.destination), is_rest ? store_.first() : 0);
+    TransferRecord record;
+    if (is_rest) {
+      record = store_.record();
+      count_->Announce(record.length);
+    } else if (const auto length = Length(answer)) {
+      record.etag = UsableField(answer.Field(WINHTTP_QUERY_ETAG).value_or(""));
+      record.last_modified = UsableField(answer.Field(WINHTTP_QUERY_LAST_MODIFIED).value_or(""));
+      record.length = *length;
+      count_->Announce(*length);
+    }
+    if (count_->announced()) DemandRoom(*count_->announced(), FreeBytesAt(destination_));
+    return record;
+  }
+
+  /// An answer in chunks ends where its chunks end, whatever length it announces beside.
+  static std::optional<std::uint64_t> Length(const HttpExchange& answer) {
+    const auto length = answer.Field(WINHTTP_QUERY_CONTENT_LENGTH);
+    if (!length || answer.Field(WINHTTP_QUERY_TRANSFER_ENCODING)) return std::nullopt;
+    return AnnouncedLength(*length);
+  }
+
+  /// Whether what comes is kept apart until it is whole, so that the transfer can go on later.
+  bool IsKept(const HttpExchange& answer, const TransferRecord& record) {
+    if (answer.status() == kPartialContent) {
+      if (store_.KeepRest()) return true;
+      throw TransferFailure("The part of the file that is there could not be opened");
+    }
+    store_.Discard();
+    return IsStrong(record.etag) && store_.KeepBytes(record);
+  }
+
+  void Receive(HttpExchange& answer, const std::function<void(std::string_view)>& take) {
     ULONGLONG told_at = GetTickCount64();
     for (;;) {
       const auto bytes = ReadFrom(answer);
       if (bytes.empty()) break;
-      received_ += bytes.size();
-      if (announced_ && received_ > *announced_) {
-        throw TransferFailure("The server sent more than the " + std::to_string(*announced_) +
-                              " bytes it announced");
-      }
-      OnFile([&] { file.Append({bytes.data(), bytes.size()}); });
+      count_->Add(bytes.size());
+      take({bytes.data(), bytes.size()});
       const ULONGLONG now = GetTickCount64();
-      if (announced_ && received_ < *announced_ && now - told_at >= kProgressIntervalMs) {
-        Send("Received", std::to_string(received_));
+      if (count_->announced() && count_->received() < *count_->announced() &&
+          now - told_at >= kProgressIntervalMs) {
+        Send("Received", std::to_string(count_->received()));
         told_at = now;
       }
     }
-    if (announced_ && received_ < *announced_) throw CutShort();
+    count_->End();
   }
 
-  std::span<const char> ReadFrom(HttpExchange& answer) {
+  std::span<const char> ReadFrom(HttpExchange& answer) const {
     try {
       return answer.Read();
     } catch (const ConnectionLost&) {
-      throw CutShort();
+      throw count_->CutShort();
     }
-  }
-
-  TransferFailure CutShort() const {
-    return TransferFailure("The answer was cut short: " + std::to_string(received_) +
-                           (announced_ ? " of " + std::to_string(*announced_) : "") + " bytes");
   }
 
   void Send(const std::string& field_name, const std::string& field_value) const {
@@ -119,8 +222,9 @@ class TransferRun {
   const DownloadRequest& request_;
   HANDLE cancel_;
   const SendEvent& send_;
-  std::optional<std::uint64_t> announced_;
-  std::uint64_t received_ = 0;
+  std::wstring destination_;
+  TransferStore store_;
+  std::optional<ByteCount> count_;
   std::unique_ptr<kitbay::platform::Files> files_ = win32::MakeFiles();
 };
 

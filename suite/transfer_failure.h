@@ -24,4 +24,10 @@ class ConnectionLost : public TransferFailure {
   ConnectionLost() : TransferFailure("The server gave no whole answer") {}
 };
 
+/// The system has to send the request again, with what it knows by now.
+class SendAgain : public TransferFailure {
+ public:
+  SendAgain() : TransferFailure("The server's answer was not understood") {}
+};
+
 }  // namespace ovalink

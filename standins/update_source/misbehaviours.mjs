@@ -8,6 +8,7 @@
 import { STATUS_CODES } from 'node:http';
 import { Readable } from 'node:stream';
 import { pipeline } from 'node:stream/promises';
+import { validatedAnswer } from './validated_answer.mjs';
 
 const kLoginPage = `<!DOCTYPE html>
 <html>
@@ -134,6 +135,28 @@ export const misbehaviours = {
     exchange.socket.write(contentHead(exchange));
     exchange.socket.end(exchange.content.subarray(0, after));
   }),
+
+  /**
+   * A source that validates ends the answer after so many bytes of the body. `fields` of the heading are
+   * others than they should be.
+   */
+  'validated-cut-short': simply(({ headers, content, type, socket }, { after = Infinity, fields: others = {} }) => {
+    const { status, fields, body } = validatedAnswer(headers, content);
+    socket.write(head(status, { 'Content-Type': type, ...fields, ...others }));
+    socket.end(body.subarray(0, after));
+  }),
+
+  /** A source that validates stops after so many bytes of the body, and waits. */
+  'validated-held': ({ after }) => {
+    let reach;
+    const reached = new Promise((resolve) => (reach = resolve));
+    const answer = ({ headers, content, type, socket }) => {
+      const { status, fields, body } = validatedAnswer(headers, content);
+      socket.write(head(status, { 'Content-Type': type, ...fields }));
+      socket.write(body.subarray(0, after), reach);
+    };
+    return { reached, answer };
+  },
 
   /** More bytes come than were announced: the content and `extra` bytes, `announced` of them expected. */
   'too-much': simply((exchange, { announced = exchange.content.length, extra = 1024 }) => {

@@ -13,6 +13,7 @@ import { parseArgs } from 'node:util';
 import { Certificates } from './certificates.mjs';
 import { windowsBuild } from '../../tools/windows_build.mjs';
 import { misbehaviours } from './misbehaviours.mjs';
+import { validatedAnswer } from './validated_answer.mjs';
 
 const here = path.dirname(fileURLToPath(import.meta.url));
 const root = path.join(here, '../..');
@@ -37,6 +38,7 @@ export class UpdateSource {
   #server;
   #tls;
   #packages;
+  #validates;
   #published = new Map();
   #misbehaving = new Map();
   #connections = new Set();
@@ -46,18 +48,20 @@ export class UpdateSource {
   /**
    * `tls` is the certificate to serve HTTPS with ("good", "wrong-name", "expired", "self-signed");
    * without it the source speaks plain HTTP. `protocol` is the only one that it then speaks
-   * ("TLSv1.1"). `packages` is the folder of the packages.
+   * ("TLSv1.1"). `packages` is the folder of the packages. A source that `validates` gives entity tags
+   * and dates, and can be asked for what has changed and for the rest of a file.
    */
-  static async start({ tls = null, protocol = null, packages = kPackageFolder } = {}) {
-    const source = new UpdateSource(tls, protocol, packages);
+  static async start({ tls = null, protocol = null, packages = kPackageFolder, validates = false } = {}) {
+    const source = new UpdateSource(tls, protocol, packages, validates);
     source.#server.listen(0, kLoopback);
     await once(source.#server, 'listening');
     return source;
   }
 
   /** Use start(). */
-  constructor(tls, protocol, packages) {
+  constructor(tls, protocol, packages, validates) {
     this.#tls = tls;
+    this.#validates = validates;
     this.#packages = packages;
     const answer = (request, response) => this.#answer(request, response);
     this.#server = tls
@@ -171,10 +175,13 @@ export class UpdateSource {
     const misbehaviour = this.#misbehaving.get(pathAsked);
     if (misbehaviour) {
       const reset = () => this.#reset(socket);
-      const exchange = { type, content, socket, reset, origin: this.origin, path: pathAsked };
+      const exchange = { type, content, socket, reset, origin: this.origin, path: pathAsked, headers };
       this.#answerWrongly(misbehaviour, exchange);
     } else if (content === null) {
       response.writeHead(404, { 'Content-Type': 'text/plain' }).end('Nothing here');
+    } else if (this.#validates) {
+      const { status, fields, body } = validatedAnswer(headers, content);
+      response.writeHead(status, { 'Content-Type': type, ...fields }).end(body);
     } else {
       response.writeHead(200, { 'Content-Type': type, 'Content-Length': content.length }).end(content);
     }

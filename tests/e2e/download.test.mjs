@@ -1,56 +1,21 @@
 // The suite's download object, against a source that misbehaves in every way.
 import assert from 'node:assert/strict';
-import { spawn } from 'node:child_process';
 import { once } from 'node:events';
 import fs from 'node:fs';
 import http from 'node:http';
 import path from 'node:path';
-import { createInterface } from 'node:readline';
 import { setTimeout as delay } from 'node:timers/promises';
-import { after, afterEach, before, beforeEach, describe, test as nodeTest } from 'node:test';
+import { afterEach, before, beforeEach, describe } from 'node:test';
 import { UpdateSource } from '../../standins/update_source/server.mjs';
-import { downloadClient, prefixFolder, root, trustAuthority, wine } from './harness.mjs';
+import {
+  arrived, completed, download, exception, files, folder, message, set, stored, test, unset,
+} from './downloads.mjs';
+import { trustAuthority, wine } from './harness.mjs';
 
 const kManifest = '/ovalink.xml';
 const kLarge = '/large.zip';
 const kBurst = 1024 * 1024;
 const kTimeOutSeconds = 2;
-const kSettings = 'HKCU\\Software\\Ovalink';
-const folder = path.join(prefixFolder, 'drive_c/downloads');
-const destination = 'C:\\downloads\\file.xml';
-const test = (name, body) => nodeTest(name, { timeout: 120000 }, body);
-
-/**
- * Runs the client and gives the events it was told of. `onEvent` gets each at once. Requests are
- * {server, path, destination}.
- */
-async function download(requests, { ending = null, onEvent = () => {} } = {}) {
-  const words = requests.flatMap((request) => [request.server, request.path, request.destination ?? destination]);
-  const client = spawn(
-    path.join(root, 'tools/wine_run'),
-    [downloadClient, ...(ending ? [`--${ending}`] : []), ...words],
-    { env: { ...process.env, WINEPREFIX: prefixFolder }, stdio: ['ignore', 'pipe', 'inherit'] },
-  );
-  const ended = once(client, 'exit');
-  const events = [];
-  for await (const line of createInterface(client.stdout)) {
-    events.push(JSON.parse(line));
-    onEvent(events.at(-1));
-  }
-  assert.equal((await ended)[0], 0, JSON.stringify(events));
-  assert.deepEqual(events.pop(), { event: 'Gone', library: 'free' });
-  return events;
-}
-
-const message = (path, field, value) => ({ event: 'Message', path, field, value: String(value) });
-const exception = (path, text) => ({ event: 'Exception', path, message: text });
-const completed = (path) => message(path, 'Completed', 'true');
-const arrived = (path, content) => [message(path, 'Total-Length', content.length), completed(path)];
-const files = () => fs.readdirSync(folder).sort();
-const stored = (name = 'file.xml') => fs.readFileSync(path.join(folder, name));
-const set = (name, data) => wine('reg', 'add', kSettings, '/v', name, '/d', data, '/f');
-const unset = (name) => wine('reg', 'delete', kSettings, '/v', name, '/f').catch(() => {});
-
 let source;
 
 /** What the client is told when it asks the source for a path. */
@@ -66,10 +31,7 @@ const impatiently = (body) => async (t) => {
   }
 };
 
-after(() => fs.rmSync(folder, { recursive: true, force: true }));
 beforeEach(async () => {
-  fs.rmSync(folder, { recursive: true, force: true });
-  fs.mkdirSync(folder);
   source = await UpdateSource.start();
 });
 afterEach(() => source.close());
@@ -87,7 +49,9 @@ describe('A file', () => {
     const [{ method, headers }, ...more] = source.requests;
     assert.deepEqual(more, []);
     assert.equal(method, 'GET');
-    assert.deepEqual(headers, { connection: 'Keep-Alive', 'user-agent': 'Kitbay', host: source.host });
+    assert.deepEqual(headers, {
+      'accept-encoding': 'identity', connection: 'Keep-Alive', 'user-agent': 'Kitbay', host: source.host,
+    });
   });
 
   test('takes the place of an older one', async () => {
@@ -104,13 +68,14 @@ describe('A file', () => {
   });
 
   test('of 100 MB arrives with progress that grows', async () => {
-    source.misbehave(kManifest, 'zeros');
+    source.publish(kLarge, '');
+    source.misbehave(kLarge, 'zeros');
     const start = Date.now();
-    const events = await ask();
+    const events = await download([{ server: source.host, path: kLarge, destination: 'C:\\downloads\\file.zip' }]);
     const lasted = Date.now() - start;
     const bytes = 100 * 1024 * 1024;
-    assert.deepEqual(events.shift(), message(kManifest, 'Total-Length', bytes));
-    assert.deepEqual(events.pop(), completed(kManifest));
+    assert.deepEqual(events.shift(), message(kLarge, 'Total-Length', bytes));
+    assert.deepEqual(events.pop(), completed(kLarge));
     let last = 0;
     for (const { field, value } of events) {
       assert.equal(field, 'Received');
@@ -119,7 +84,7 @@ describe('A file', () => {
     }
     // Not more often than a person can see.
     assert.ok(events.length >= 1 && events.length <= lasted / 100, `${events.length} in ${lasted} ms`);
-    assert.equal(fs.statSync(path.join(folder, 'file.xml')).size, bytes);
+    assert.equal(fs.statSync(path.join(folder, 'file.zip')).size, bytes);
   });
 
   test('that drips reports how far it is', async () => {
