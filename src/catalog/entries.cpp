@@ -1,6 +1,7 @@
 #include "catalog/entries.h"
 
-#include <utility>
+#include <cstring>
+#include <string>
 
 namespace kitbay::catalog {
 namespace {
@@ -9,36 +10,20 @@ constexpr std::string_view kAnyDepth = "//";
 
 }  // namespace
 
-Entries::Entries(const pugi::xml_document& document, std::string_view path, LeavesOut leaves_out)
-    : leaves_out_(std::move(leaves_out)) {
+Entries::Entries(const pugi::xml_document& document, std::string_view path,
+                 const LeavesOut& leaves_out) {
   const std::size_t cut = path.find(kAnyDepth);
-  lists_ = document.select_nodes(std::string(path.substr(0, cut)).c_str());
-  lists_.sort();
-  name_ = path.substr(cut + kAnyDepth.size());
-}
-
-Entries::Iterator::Iterator(const Entries& entries, const pugi::xpath_node* list)
-    : entries_(&entries), list_(list) {
-  if (list_ != entries_->lists_.end()) {
-    top_ = list_->node();
-    node_ = top_;
-    ++*this;
-  }
-}
-
-Entries::Iterator& Entries::Iterator::operator++() {
-  do {
-    node_ = NextBelow(top_, node_);
-    while (!node_ && ++list_ != entries_->lists_.end()) {
-      top_ = list_->node();
-      node_ = top_.first_child();
+  const std::string name(path.substr(cut + kAnyDepth.size()));
+  pugi::xpath_node_set lists = document.select_nodes(std::string(path.substr(0, cut)).c_str());
+  lists.sort();
+  for (const pugi::xpath_node& selected : lists) {
+    const pugi::xml_node list = selected.node();
+    for (pugi::xml_node node = NextBelow(list, list); node; node = NextBelow(list, node)) {
+      if (std::strcmp(node.name(), name.c_str()) == 0 && !(leaves_out && leaves_out(node))) {
+        nodes_.push_back(node);
+      }
     }
-  } while (node_ && !entries_->Holds(node_));
-  return *this;
-}
-
-bool Entries::Holds(const pugi::xml_node& node) const {
-  return node.name() == name_ && !(leaves_out_ && leaves_out_(node));
+  }
 }
 
 pugi::xml_node NextBelow(const pugi::xml_node& top, pugi::xml_node node) {
