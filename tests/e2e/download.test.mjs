@@ -61,6 +61,25 @@ describe('A file', () => {
     assert.deepEqual(files(), ['file.xml']);
   });
 
+  test('takes the place of one that another program holds for a moment', async () => {
+    fs.writeFileSync(path.join(folder, 'file.xml'), 'older');
+    const content = source.contentOf(kManifest);
+    assert.deepEqual(await ask(kManifest, { held: 3 }), [...arrived(kManifest, content), { event: 'Attempts', count: 4 }]);
+    assert.deepEqual(stored(), content);
+    assert.deepEqual(files(), ['file.xml']);
+  });
+
+  test('leaves one as it was that stays held', async () => {
+    fs.writeFileSync(path.join(folder, 'file.xml'), 'older');
+    const [, ...events] = await ask(kManifest, { held: 99 });
+    assert.deepEqual(events, [
+      exception(kManifest, 'The file could not be written: Permission denied'),
+      { event: 'Attempts', count: 11 },
+    ]);
+    assert.equal(String(stored()), 'older');
+    assert.deepEqual(files(), ['file.xml']);
+  });
+
   test('of no bytes arrives as well', async () => {
     source.misbehave(kManifest, 'empty');
     assert.deepEqual(await ask(), arrived(kManifest, ''));

@@ -16,13 +16,13 @@ export const test = (name, body) => nodeTest(name, { timeout: 600000 }, body);
 
 /**
  * Runs the client and gives the events it was told of. `onEvent` gets each at once. Requests are
- * {server, path, destination}.
+ * {server, path, destination}; the first destination is held until `held` attempts to replace it failed.
  */
-export async function download(requests, { ending = null, onEvent = () => {} } = {}) {
+export async function download(requests, { ending = null, held = 0, onEvent = () => {} } = {}) {
   const words = requests.flatMap((request) => [request.server, request.path, request.destination ?? destination]);
   const client = spawn(
     path.join(root, 'tools/wine_run'),
-    [downloadClient, ...(ending ? [`--${ending}`] : []), ...words],
+    [downloadClient, ...(ending ? [`--${ending}`] : []), ...(held > 0 ? ['--held', held] : []), ...words],
     { env: { ...process.env, WINEPREFIX: prefixFolder }, stdio: ['ignore', 'pipe', 'inherit'] },
   );
   const ended = once(client, 'exit');

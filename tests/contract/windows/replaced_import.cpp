@@ -9,25 +9,34 @@
 namespace kitbay::contract {
 namespace {
 
-template <typename Type>
-Type* At(std::uintptr_t offset) {
-  return reinterpret_cast<Type*>(reinterpret_cast<std::uintptr_t>(GetModuleHandleW(nullptr)) +
-                                 offset);
-}
+/// A program or library in memory.
+class Image {
+ public:
+  explicit Image(const wchar_t* name)
+      : start_(reinterpret_cast<std::uintptr_t>(GetModuleHandleW(name))) {}
 
-/// The place from which the program takes the function's address; null for none.
-std::uintptr_t* PlaceOfImport(std::string_view name) {
-  const auto* headers =
-      At<IMAGE_NT_HEADERS>(static_cast<std::uintptr_t>(At<IMAGE_DOS_HEADER>(0)->e_lfanew));
+  template <typename Type>
+  Type* At(std::uintptr_t offset) const {
+    return reinterpret_cast<Type*>(start_ + offset);
+  }
+
+ private:
+  std::uintptr_t start_;
+};
+
+/// The place from which the image takes the function's address; null for none.
+std::uintptr_t* PlaceOfImport(const Image& image, std::string_view name) {
+  const auto* headers = image.At<IMAGE_NT_HEADERS>(
+      static_cast<std::uintptr_t>(image.At<IMAGE_DOS_HEADER>(0)->e_lfanew));
   const IMAGE_DATA_DIRECTORY& directory =
       headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
-  for (auto* library = At<IMAGE_IMPORT_DESCRIPTOR>(directory.VirtualAddress); library->Name != 0;
-       ++library) {
-    const auto* names = At<IMAGE_THUNK_DATA>(library->OriginalFirstThunk);
-    auto* places = At<std::uintptr_t>(library->FirstThunk);
+  for (auto* library = image.At<IMAGE_IMPORT_DESCRIPTOR>(directory.VirtualAddress);
+       library->Name != 0; ++library) {
+    const auto* names = image.At<IMAGE_THUNK_DATA>(library->OriginalFirstThunk);
+    auto* places = image.At<std::uintptr_t>(library->FirstThunk);
     for (; names->u1.AddressOfData != 0; ++names, ++places) {
       if (!IMAGE_SNAP_BY_ORDINAL(names->u1.Ordinal) &&
-          name == At<IMAGE_IMPORT_BY_NAME>(names->u1.AddressOfData)->Name) {
+          name == image.At<IMAGE_IMPORT_BY_NAME>(names->u1.AddressOfData)->Name) {
         return places;
       }
     }
@@ -37,7 +46,8 @@ std::uintptr_t* PlaceOfImport(std::string_view name) {
 
 }  // namespace
 
-ReplacedImport::ReplacedImport(const char* name, void* replacement) : place_(PlaceOfImport(name)) {
+ReplacedImport::ReplacedImport(const char* name, void* replacement, const wchar_t* library)
+    : place_(PlaceOfImport(Image(library), name)) {
   if (place_ == nullptr) throw std::runtime_error(std::string("no import of ") + name);
   original_ = *place_;
   Set(reinterpret_cast<std::uintptr_t>(replacement));

@@ -4,13 +4,13 @@
 
 namespace kitbay::contract {
 
-/// As long as it lives, this program's calls of a function of the system go to another function.
-/// Calls that libraries make are left alone.
+/// As long as it lives, the calls that this program, or one of its libraries, makes of a function
+/// of the system go to another function. Calls that others make are left alone.
 class ReplacedImport {
  public:
-  /// `name` is the function's, as this program imports it; `replacement` has its signature. Throws
-  /// `std::runtime_error` when the program imports no such function.
-  ReplacedImport(const char* name, void* replacement);
+  /// `name` is the function's, as the program or the loaded `library` imports it; `replacement` has
+  /// its signature. Throws `std::runtime_error` when it imports no such function.
+  ReplacedImport(const char* name, void* replacement, const wchar_t* library = nullptr);
   ~ReplacedImport();
   ReplacedImport(const ReplacedImport&) = delete;
   ReplacedImport& operator=(const ReplacedImport&) = delete;

@@ -1,9 +1,10 @@
-// download_client [--shut-down | --let-go | --again] (SERVER PATH DESTINATION)...
+// download_client [--shut-down | --let-go | --again | --held COUNT] (SERVER PATH DESTINATION)...
 // Hands requests to the suite's download object and prints what it is told, each event as a line of
 // JSON, until every request has ended. With --shut-down or --let-go it has enough at the first
 // event: it shuts the object down, or releases it, and prints how many threads there were before
 // the request, during the transfer, and are afterwards. With --again it then asks anew for the last
-// of its requests.
+// of its requests. With --held it holds the first destination, which must be there, until COUNT
+// attempts to replace it have failed, and prints how many there were in all.
 #include <windows.h>
 
 #include <shellapi.h>
@@ -12,10 +13,12 @@
 
 #include <cstdio>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "base/failure.h"
+#include "held_file.h"
 #include "platform/win32/system/handles.h"
 #include "platform/win32/system/utf.h"
 #include "platform/win32/win32_platform.h"
@@ -80,13 +83,14 @@ enum class Ending { kNone, kShutDown, kLetGo, kAgain };
 
 class Client : public platform::OvTransportEvents {
  public:
-  Client(Ending ending, std::vector<std::string> words)
+  Client(Ending ending, int held, std::vector<std::string> words)
       : ending_(ending),
         words_(std::move(words)),
         objects_(win32::MakeSuiteObjects(win32::FindProgramPlace().folder)) {
     object_ = objects_->CreateTransportObject("URLDownloadLib.URLDownload");
     object_->SetUp(*this);
     threads_before_ = ThreadCount();
+    if (held > 0) held_.emplace(words_.at(2), held);
   }
 
   void Run() {
@@ -96,6 +100,9 @@ class Client : public platform::OvTransportEvents {
       DispatchMessageW(&message);
       // The object lives at least as long as the event that it is let go in.
       if (was_told_ && ending_ == Ending::kLetGo) End();
+    }
+    if (held_) {
+      Print("{\"event\":\"Attempts\",\"count\":" + std::to_string(held_->attempts()) + "}");
     }
   }
 
@@ -150,6 +157,7 @@ class Client : public platform::OvTransportEvents {
   const DWORD thread_ = GetCurrentThreadId();
   std::unique_ptr<platform::SuiteObjects> objects_;
   std::unique_ptr<platform::TransportObject> object_;
+  std::optional<HeldFile> held_;
   int threads_before_ = 0;
   int open_ = 0;
   bool in_request_ = false;
@@ -175,14 +183,23 @@ Ending TakeEnding(std::vector<std::string>& words) {
   return ending;
 }
 
+/// How many attempts on a held file have to fail; 0 when none is held.
+int TakeHeld(std::vector<std::string>& words) {
+  if (words.size() < 2 || words.front() != "--held") return 0;
+  const int held = std::stoi(words[1]);
+  words.erase(words.begin(), words.begin() + 2);
+  return held;
+}
+
 }  // namespace
 
 int main() {
   try {
     std::vector<std::string> words = Words();
     const Ending ending = TakeEnding(words);
+    const int held = TakeHeld(words);
     const win32::ComApartment apartment;
-    Client(ending, std::move(words)).Run();
+    Client(ending, held, std::move(words)).Run();
     // What the system still holds of a cancelled transfer comes to its end by itself.
     const ULONGLONG limit = GetTickCount64() + 60000;
     while (!SuiteCanUnload() && GetTickCount64() < limit) Sleep(10);
