@@ -281,14 +281,14 @@ export class Program {
   #name;
   #scratch = fs.mkdtempSync(path.join(os.tmpdir(), 'kitbay-e2e-'));
 
-  static start(file) {
-    return new Program(file);
+  static start(file, ...words) {
+    return new Program(file, words);
   }
 
-  constructor(file) {
+  constructor(file, words) {
     this.#name = path.basename(file);
     const output = fs.openSync(this.#file('output'), 'a');
-    this.#process = spawn(path.join(root, 'tools/wine_run'), [file], {
+    this.#process = spawn(path.join(root, 'tools/wine_run'), [file, ...words], {
       env: {
         ...environment,
         KITBAY_TIME_LIMIT: kProgramLimitSeconds,

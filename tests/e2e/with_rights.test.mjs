@@ -1,12 +1,14 @@
 // A user with an administrator's rights: the user's classes are not found, nothing of the suite's is
 // registered, and all that Kitbay does works all the same.
 import assert from 'node:assert/strict';
-import fs from 'node:fs';
+import path from 'node:path';
 import { test } from 'node:test';
+import { UpdateSource } from '../../standins/update_source/server.mjs';
 import { withRights } from './worlds.mjs';
 
 withRights();
-const { eventually, isKitbay, MainClient, probe, rowsOf, Suite, wine, windows } = await import('./harness.mjs');
+const { buildFolder, confirmMessage, eventually, isKitbay, MainClient, probe, Program, rowsOf } = await import('./harness.mjs');
+const { root, run, sourcesAnswered, Suite, wine, windows } = await import('./harness.mjs');
 // The short way through, from the start to the end.
 await import('./short_way.test.mjs');
 
@@ -42,6 +44,34 @@ test("Kitbay's classes are the machine's, and a second start raises the window",
     assert.deepEqual(suite.logEntries(), []);
   } finally {
     await kitbay.dispose();
+  }
+});
+
+test('the main client is started again by the desktop of its user, without the rights', async () => {
+  const source = await UpdateSource.start();
+  const suite = await Suite.layOut({ KITBAY_UPDATE_SOURCE: `${source.host}/ovalink.xml` });
+  const client = new MainClient(suite);
+  // Wine gives the desktop to whoever looks at it first, for as long as it runs.
+  await run(path.join(root, 'tools/wine_prefix'), ['--stop']);
+  const starter = path.join(buildFolder, 'tests/e2e/standard_user/standard_user.exe');
+  const user = Program.start(starter, `${suite.windowsFolder}\\Tessel.exe`);
+  await client.event(1, 'the start of the main client');
+  const kitbay = suite.start();
+  try {
+    const page = await kitbay.page();
+    await page.waitFor(sourcesAnswered);
+    await kitbay.press('installedchannels', 'Presence', 'Update');
+    await confirmMessage();
+    await client.event(3, 'the restart of the main client');
+    const rights = async (name) => (await probe('programs', name)).map(({ id, ...rest }) => rest);
+    assert.deepEqual(await rights('Tessel.exe'), [{ parent: 'explorer.exe', elevated: false }]);
+    assert.deepEqual((await rights('Kitbay.exe')).map(({ elevated }) => elevated), [true]);
+    assert.equal(await kitbay.close(), 0);
+  } finally {
+    await kitbay.dispose();
+    await client.close();
+    await user.dispose();
+    await source.close();
   }
 });
 

@@ -18,6 +18,9 @@
 //                            machine's
 //   refuse KEY               from here on, until Wine ends, nobody may write the key below
 //                            HKEY_LOCAL_MACHINE; everybody may read it
+//   programs NAME            the processes of an executable: who started each, and whether it has
+//   an
+//                            administrator's rights
 //   registry                 creates Kitbay.Registry, calls its members in the interface's order
 //   manager                  creates Kitbay.Manager and calls BringToFront
 //
@@ -31,10 +34,12 @@
 #include <oleauto.h>
 #include <sddl.h>
 #include <shellapi.h>
+#include <tlhelp32.h>
 
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <map>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -373,6 +378,51 @@ std::string Refuse(const std::wstring& name) {
   return "true";
 }
 
+/// The names of the executables of all processes.
+std::map<DWORD, PROCESSENTRY32W> Processes() {
+  std::map<DWORD, PROCESSENTRY32W> processes;
+  const HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
+  PROCESSENTRY32W entry{};
+  entry.dwSize = sizeof entry;
+  for (BOOL there = Process32FirstW(snapshot, &entry); there;
+       there = Process32NextW(snapshot, &entry)) {
+    processes[entry.th32ProcessID] = entry;
+  }
+  CloseHandle(snapshot);
+  return processes;
+}
+
+bool IsElevated(DWORD process_id) {
+  TOKEN_ELEVATION elevation{};
+  DWORD size = 0;
+  HANDLE token = nullptr;
+  const HANDLE process = OpenProcess(PROCESS_QUERY_INFORMATION, FALSE, process_id);
+  const bool is_known =
+      OpenProcessToken(process, TOKEN_QUERY, &token) &&
+      GetTokenInformation(token, TokenElevation, &elevation, sizeof elevation, &size);
+  CloseHandle(token);
+  CloseHandle(process);
+  if (!is_known) {
+    throw std::runtime_error("the rights of a process are not known");
+  }
+  return elevation.TokenIsElevated != 0;
+}
+
+std::string Programs(const std::wstring& name) {
+  const std::map<DWORD, PROCESSENTRY32W> processes = Processes();
+  std::string json = "[";
+  for (const auto& [id, entry] : processes) {
+    if (name != entry.szExeFile) {
+      continue;
+    }
+    const auto parent = processes.find(entry.th32ParentProcessID);
+    json += (json.size() > 1 ? "," : "") + ("{\"id\":" + std::to_string(id)) + ",\"parent\":" +
+            Quoted(parent == processes.end() ? L"" : std::wstring(parent->second.szExeFile)) +
+            ",\"elevated\":" + (IsElevated(id) ? "true" : "false") + "}";
+  }
+  return json + "]";
+}
+
 void Check(HRESULT result, const char* step) {
   if (FAILED(result)) {
     char text[64];
@@ -473,6 +523,9 @@ std::string Run(const std::vector<std::wstring>& arguments) {
   }
   if (command == L"refuse" && arguments.size() == 2) {
     return Refuse(arguments[1]);
+  }
+  if (command == L"programs" && arguments.size() == 2) {
+    return Programs(arguments[1]);
   }
   if (command == L"registry") {
     return UseRegistry();

@@ -51,7 +51,7 @@ void LoadInto(HANDLE process, const std::wstring& library) {
 }
 
 // A job tells a port when its last process has ended.
-DWORD RunToTheLast(const std::wstring& program) {
+DWORD RunToTheLast(const std::wstring& program, const std::wstring& library) {
   const UniqueKernelObject job(CreateJobObjectW(nullptr, nullptr));
   const UniqueKernelObject port(CreateIoCompletionPort(INVALID_HANDLE_VALUE, nullptr, 0, 1));
   JOBOBJECT_ASSOCIATE_COMPLETION_PORT tell{nullptr, port.get()};
@@ -67,7 +67,7 @@ DWORD RunToTheLast(const std::wstring& program) {
   const UniqueKernelObject process(started.hProcess);
   const UniqueKernelObject thread(started.hThread);
   Demand(AssignProcessToJobObject(job.get(), process.get()), "AssignProcessToJobObject");
-  LoadInto(process.get(), Beside(L"consent.dll"));
+  if (!library.empty()) LoadInto(process.get(), library);
   ResumeThread(thread.get());
 
   DWORD processes = 0;
@@ -84,9 +84,11 @@ DWORD RunToTheLast(const std::wstring& program) {
 
 }  // namespace
 
-int main() {
+int wmain(int count, wchar_t** words) {
   try {
-    return static_cast<int>(RunToTheLast(Beside(L"Kitbay.exe")));
+    const bool is_named = count > 1;
+    return static_cast<int>(is_named ? RunToTheLast(words[1], L"")
+                                     : RunToTheLast(Beside(L"Kitbay.exe"), Beside(L"consent.dll")));
   } catch (const std::exception& error) {
     std::fprintf(stderr, "%s\n", error.what());
     return 99;
