@@ -15,4 +15,11 @@ void UpdateSourceForm::TellNotSaved() {
                        platform::kOkOnly);
 }
 
+void UpdateSourceForm::TellSameName(const std::string& url, const std::string& other) {
+  desktop_.ShowMessage(url + " and " + other +
+                           " have the same file name. What one of them offers replaces what the "
+                           "other offers.",
+                       platform::kMessageTitle, platform::kOkOnly);
+}
+
 }  // namespace kitbay::app

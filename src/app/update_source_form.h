@@ -34,6 +34,7 @@ class UpdateSourceForm : public PreferenceForm, private prefs::SourceListUser {
  private:
   void GetDirectoryPreferenceFile() override;
   void TellNotSaved() override;
+  void TellSameName(const std::string& url, const std::string& other) override;
 
   prefs::UpdateSourceDialog dialog_;
   platform::Desktop& desktop_;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 namespace kitbay::prefs {
 
 /// Works with the update sources, and is told when there are new ones, or when there should be.
@@ -12,6 +14,10 @@ class SourceListUser {
 
   /// A change that the user made could not be saved.
   virtual void TellNotSaved() = 0;
+
+  /// The user has added `url`, whose manifest has the file name of that of `other`: each of the two
+  /// replaces the other.
+  virtual void TellSameName(const std::string& url, const std::string& other) = 0;
 };
 
 }  // namespace kitbay::prefs

@@ -153,12 +153,26 @@ void UpdateSourceDialog::RefuseDuplicate() {
 }
 
 void UpdateSourceDialog::TakeUrl(const std::string& url) {
+  const std::string other = ItemOfSameName(url);
   window_.AddItem(url);
   has_additions_ = true;
   window_.FocusAddButton();
   window_.SetUrlText("");
   window_.SetStatusText("The URL is saved. You will start getting updates from this location.");
   window_.FocusUrlBox();
+  if (!other.empty()) {
+    user_.TellSameName(url, other);
+  }
+}
+
+std::string UpdateSourceDialog::ItemOfSameName(const std::string& url) const {
+  for (int position = 1; position <= window_.ItemCount(); ++position) {
+    const std::string item = window_.ItemText(position);
+    if (AreEqual(base::AfterLastSlash(item), base::AfterLastSlash(url))) {
+      return item;
+    }
+  }
+  return {};
 }
 
 bool UpdateSourceDialog::IsListed(const std::string& url) const {

@@ -47,6 +47,7 @@ class UpdateSourceDialog : public platform::PreferenceWindowEvents {
   void RefuseDuplicate();
   void TakeUrl(const std::string& url);
   bool IsListed(const std::string& url) const;
+  std::string ItemOfSameName(const std::string& url) const;
   void RemoveSource(int position);
 
   base::ErrorLog& log_;

@@ -30,6 +30,9 @@ void DemandManifest(const platform::Files& files, const std::string& path) {
 }
 
 bool IsManifest(const platform::Files& files, const std::string& path) {
+  if (!files.Exists(path)) {
+    return false;
+  }
   try {
     DemandManifest(files, path);
     return true;

@@ -1,7 +1,10 @@
 #include "update/update_source_file.h"
 
+#include <map>
+
 #include "base/failure.h"
 #include "base/guarded.h"
+#include "base/text.h"
 #include "catalog/xml_change.h"
 #include "catalog/xml_document.h"
 #include "catalog/xml_file.h"
@@ -71,7 +74,22 @@ void UpdateSourceFile::GetPreferences() {
       sources_.PendingSources.push_back(url);
       sources_.UpdateSources.push_back(url);
     }
+    ReportSameNames();
   });
+}
+
+void UpdateSourceFile::ReportSameNames() const {
+  std::map<std::string, std::string> sources;  // the first one of each file name
+  for (const std::string& source : sources_.UpdateSources) {
+    const std::string name = base::ToLower(base::AfterLastSlash(source));
+    const std::string& first = sources.try_emplace(name, source).first->second;
+    if (!name.empty() && base::ToLower(first) != base::ToLower(source)) {
+      guarded(log_, "Kitbay::GetPreferences", [&] {
+        throw base::Failure(base::RuntimeError::kFileAlreadyExists,
+                            first + " and " + source + " have the same file name");
+      });
+    }
+  }
 }
 
 }  // namespace kitbay::update

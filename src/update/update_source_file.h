@@ -24,12 +24,14 @@ class UpdateSourceFile {
 
   /// Reads the file into the source list: replaces `UpdateSources`, appends to
   /// `PendingSources`. A
-  /// missing or unreadable file leaves no `UpdateSources`.
+  /// missing or unreadable file leaves no `UpdateSources`. Sources whose manifests have one file
+  /// name are logged.
   void GetPreferences();
 
   std::string Path() const;
 
  private:
+  void ReportSameNames() const;
   void CreateWithOneSource(platform::FileSystemObject& file_system) const;
 
   base::ErrorLog& log_;

@@ -8,6 +8,7 @@ namespace {
 
 using fakes::FakeSuiteObjects;
 using ::testing::AllOf;
+using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
@@ -30,7 +31,7 @@ class ProgramWithItsDialog : public FakeProgram {
 
   /// Lets the source that was asked when the page had loaded answer.
   void AnswerFirstSource() {
-    files.AddFile("C:\\Ovalink\\Kitbay\\list.xml", "<root/>");
+    files.AddFile("C:\\Ovalink\\Kitbay\\list.xml", "<components/>");
     suite_objects.Find(kDownload)->receiver->Message("/list.xml", "Received-Length", "true");
   }
 
@@ -51,6 +52,15 @@ TEST_F(ProgramWithItsDialog, DirectoriesOpensItOwnedByTheMainWindowWithTheFocusI
       ElementsAre("Load " + std::to_string(window.Handle().value), "EnableRemoveButton false",
                   "AddItem updates.example/list.xml", "Show", "FocusUrlBox"));
   EXPECT_EQ(Log(), Header());
+}
+
+TEST_F(ProgramWithItsDialog, SaysThatTwoSourcesReplaceEachOther) {
+  Add("two.example.com/List.xml");
+  EXPECT_THAT(
+      desktop.calls(),
+      Contains("ShowMessage [two.example.com/List.xml and updates.example/list.xml have the "
+               "same file name. What one of them offers replaces what the other offers.] "
+               "[Kitbay] 0"));
 }
 
 TEST_F(ProgramWithItsDialog, DirectoriesAgainBringsItToTheFront) {

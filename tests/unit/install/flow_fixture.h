@@ -125,9 +125,10 @@ class FlowTest : public ::testing::Test {
   view::PageButtons buttons_{log_, page_, state_, window_};
   catalog::UpdateSourceList sources_;
   catalog::NewComponents new_components_;
+  update::ManifestCache manifests_{files_, settings_};
   update::PendingPackages pending_packages_;
-  update::UpdateRequests requests_{log_,     settings_,       window_,
-                                   sources_, new_components_, pending_packages_};
+  update::UpdateRequests requests_{log_,       settings_,        window_, sources_, new_components_,
+                                   manifests_, pending_packages_};
   InstallSession session_;
   MainClient main_client_{log_, settings_, desktop_};
   platform::WindowHandle client_window_;

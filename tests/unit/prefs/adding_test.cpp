@@ -26,6 +26,19 @@ TEST_F(AddingASource, AppendsItAndClearsTheBoxForTheNext) {
   EXPECT_EQ(window_.focus(), "txtPrefUrl");
 }
 
+TEST_F(AddingASource, TellsOfAnotherOneWhoseListHasTheSameFileName) {
+  Add("new.example.net/lists/b.xml");
+  EXPECT_THAT(same_names_, ElementsAre("new.example.net/lists/b.xml b.example.org/B.xml"));
+  EXPECT_EQ(window_.status_text(), kAdded);
+  EXPECT_EQ(window_.items().back(), "new.example.net/lists/b.xml");
+}
+
+TEST_F(AddingASource, TellsNothingOfOtherFileNames) {
+  Add("new.example.net/bb.xml");
+  Add("b.example.org/B.xml");
+  EXPECT_THAT(same_names_, IsEmpty());
+}
+
 TEST_F(AddingASource, LeavesTheFileUntilTheDialogCloses) {
   const std::string before = File();
   Add("new.example.net/n.xml");

@@ -77,9 +77,15 @@ class DialogTest : public testing::Test, private SourceListUser {
   /// How often it was told of a change that could not be saved.
   int unsaved_ = 0;
 
+  /// What it was told of sources of one file name.
+  std::vector<std::string> same_names_;
+
  private:
   void GetDirectoryPreferenceFile() override { told_.push_back(File()); }
   void TellNotSaved() override { ++unsaved_; }
+  void TellSameName(const std::string& url, const std::string& other) override {
+    same_names_.push_back(url + " " + other);
+  }
 };
 
 }  // namespace kitbay::prefs

@@ -222,6 +222,20 @@ TEST_F(UpdateSources, MissingFileLeavesNoSourcesAndThePendingOnesAsTheyWere) {
   EXPECT_THAT(log_.entries, IsEmpty());
 }
 
+TEST_F(UpdateSources, TwoOfOneFileNameAreLoggedAndStay) {
+  files_.AddFile(
+      kPath,
+      "<root><preferences><preference url='a/list.xml'/><preference url='b/c.xml'/>"
+      "<preference url='b/x/List.xml'/><preference url='A/LIST.xml'/><preference url=''/>"
+      "<preference url='c/'/></preferences></root>");
+  sources_file_.GetPreferences();
+  EXPECT_THAT(sources_.UpdateSources, testing::SizeIs(6));
+  EXPECT_THAT(log_.entries,
+              ElementsAre(Entry(
+                  "Kitbay::GetPreferences", 58,
+                  "File already exists: a/list.xml and b/x/List.xml have the same file name")));
+}
+
 TEST_F(UpdateSources, MalformedFileLeavesNoSources) {
   sources_.UpdateSources = {"old"};
   files_.AddFile(kPath, "<root><preferences><preference url='a'/>");
