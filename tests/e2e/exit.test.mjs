@@ -3,7 +3,7 @@ import assert from 'node:assert/strict';
 import fs from 'node:fs';
 import path from 'node:path';
 import { afterEach, beforeEach, test } from 'node:test';
-import { isKitbay, probe, Suite, windows } from './harness.mjs';
+import { isKitbay, probe, Program, starter, Suite, windows } from './harness.mjs';
 
 let suite;
 let kitbay;
@@ -66,4 +66,16 @@ test('a read-only file in the working folder is logged and does not keep the pro
   assert.ok(fs.existsSync(path.join(working(), 'kept.txt')));
   const entries = suite.logEntries().map(({ number, procedure }) => [number, procedure]);
   assert.deepEqual(entries, [[70, 'Kitbay::Form_Unload']]);
+});
+
+test('a call that is let in during the end does not show the window again', async () => {
+  await probe('press', 'Kitbay', '&Close');
+  await endedCleanly();
+  kitbay = Program.start(starter, '--with', 'late_call.dll', `${suite.windowsFolder}\\Kitbay\\Kitbay.exe`);
+  await (await kitbay.page()).waitFor(`document.querySelector('#installedchannels > div')`);
+  // The method ends with an exception: it is cut off from the program.
+  assert.deepEqual(await probe('late'), { BringToFront: 'Invoke: 0x80020009' });
+  assert.equal(await kitbay.ended(), 1, 'one process');
+  assert.equal((await windows()).find(isKitbay), undefined);
+  assert.deepEqual(suite.logEntries(), []);
 });

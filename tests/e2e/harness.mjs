@@ -273,6 +273,9 @@ export async function registeredLibrary(progId) {
 const kProgramLimitSeconds = 3600;
 const kFarewellMs = 30000;
 
+/** Starts programs in other ways; the words are told in tests/e2e/starter. */
+export const starter = path.join(buildFolder, 'tests/e2e/starter/starter.exe');
+
 /** One running instance of a Windows program. */
 export class Program {
   #process;

@@ -43,9 +43,6 @@ async function prepare() {
   await administrators.dispose();
   fs.rmSync(suite.log);
   fs.utimesSync(path.join(suite.programFolder, 'ovalink.xml'), new Date(0), new Date(0));
-  for (const file of ['standard_user.exe', 'consent.dll']) {
-    fs.copyFileSync(path.join(harness.buildFolder, 'tests/e2e/standard_user', file), path.join(suite.programFolder, file));
-  }
   fs.rmSync(suite.userFolder, { recursive: true });
   return suite.folder;
 }
@@ -63,7 +60,8 @@ after(async () => {
   await source.close();
 });
 
-const start = () => harness.Program.start(path.join(suite.programFolder, 'standard_user.exe'));
+const start = () =>
+  harness.Program.start(harness.starter, '--limited', '--with', 'consent.dll', `${kFolder}\\Kitbay\\Kitbay.exe`);
 const namesIn = async (container) => (await page.eval(harness.rowsOf(container))).map(({ name }) => name);
 const windowsOfKitbay = async () => (await harness.windows()).filter(harness.isKitbay);
 

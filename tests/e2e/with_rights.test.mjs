@@ -7,8 +7,8 @@ import { UpdateSource } from '../../standins/update_source/server.mjs';
 import { withRights } from './worlds.mjs';
 
 withRights();
-const { buildFolder, confirmMessage, eventually, isKitbay, MainClient, probe, Program, rowsOf } = await import('./harness.mjs');
-const { root, run, sourcesAnswered, Suite, wine, windows } = await import('./harness.mjs');
+const { confirmMessage, eventually, isKitbay, MainClient, probe, Program, rowsOf } = await import('./harness.mjs');
+const { root, run, sourcesAnswered, starter, Suite, wine, windows } = await import('./harness.mjs');
 // The short way through, from the start to the end.
 await import('./short_way.test.mjs');
 
@@ -53,8 +53,7 @@ test('the main client is started again by the desktop of its user, without the r
   const client = new MainClient(suite);
   // Wine gives the desktop to whoever looks at it first, for as long as it runs.
   await run(path.join(root, 'tools/wine_prefix'), ['--stop']);
-  const starter = path.join(buildFolder, 'tests/e2e/standard_user/standard_user.exe');
-  const user = Program.start(starter, `${suite.windowsFolder}\\Tessel.exe`);
+  const user = Program.start(starter, '--limited', `${suite.windowsFolder}\\Tessel.exe`);
   await client.event(1, 'the start of the main client');
   const kitbay = suite.start();
   try {

@@ -23,6 +23,8 @@
 //                            administrator's rights
 //   registry                 creates Kitbay.Registry, calls its members in the interface's order
 //   manager                  creates Kitbay.Manager and calls BringToFront
+//   late                     creates Kitbay.Manager, closes Kitbay's window, and calls BringToFront
+//                            when the event "Kitbay.Tests.Ending" is set; says what became of that
 //
 // What a window is asked it waits for, however long the window is busy: whoever runs the probe ends
 // it when that takes too long. It exits with 1, and prints {"error":...}, when something cannot be
@@ -492,6 +494,20 @@ std::string UseManager() {
   return "{\"BringToFront\":" + manager.Invoke(L"BringToFront", DISPATCH_METHOD) + "}";
 }
 
+std::string UseManagerLate() {
+  const Apartment apartment;
+  Object manager(L"Kitbay.Manager");
+  const HANDLE is_ending = CreateEventW(nullptr, TRUE, FALSE, L"Kitbay.Tests.Ending");
+  Close(L"KitbayMainWindow", L"Kitbay");
+  WaitForSingleObject(is_ending, INFINITE);
+  CloseHandle(is_ending);
+  try {
+    return "{\"BringToFront\":" + manager.Invoke(L"BringToFront", DISPATCH_METHOD) + "}";
+  } catch (const std::runtime_error& error) {
+    return "{\"BringToFront\":" + Quoted(std::string(error.what())) + "}";
+  }
+}
+
 std::string Run(const std::vector<std::wstring>& arguments) {
   const std::wstring command = arguments.empty() ? L"" : arguments[0];
   if (command == L"windows") {
@@ -532,6 +548,9 @@ std::string Run(const std::vector<std::wstring>& arguments) {
   }
   if (command == L"manager") {
     return UseManager();
+  }
+  if (command == L"late") {
+    return UseManagerLate();
   }
   throw std::runtime_error("unknown command");
 }

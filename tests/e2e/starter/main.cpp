@@ -1,10 +1,11 @@
-// standard_user: starts the Kitbay.exe that lies beside it as Windows does for an administrator
-// whose rights are not in force, which Wine calls a linked token, with consent.dll in it. When it
-// and all that it has started have ended, ends with the number of these processes; with 99 when it
-// cannot.
+// starter [--limited] [--with LIBRARY] PROGRAM: starts a program, with --limited as Windows does
+// for an administrator whose rights are not in force, which Wine calls a linked token, and puts the
+// library, which lies beside this program, into it. When the program and all that it has started
+// have ended, ends with the number of these processes; with 99 when it cannot.
 #include <windows.h>
 
 #include <cstdio>
+#include <deque>
 #include <stdexcept>
 #include <string>
 
@@ -19,11 +20,19 @@ void Demand(bool is_done, const char* step) {
   if (!is_done) throw std::runtime_error(step + (" failed with " + std::to_string(error)));
 }
 
-UniqueKernelObject LimitedToken() {
+struct Order {
+  bool is_limited = false;
+  std::wstring library;  ///< empty for none
+  std::wstring program;
+};
+
+UniqueKernelObject TokenFor(const Order& order) {
+  constexpr DWORD kAccess = TOKEN_QUERY | TOKEN_DUPLICATE | TOKEN_ASSIGN_PRIMARY;
   UniqueKernelObject own;
   TOKEN_LINKED_TOKEN linked{};
   DWORD size = 0;
-  Demand(OpenProcessToken(GetCurrentProcess(), TOKEN_QUERY, own.put()), "OpenProcessToken");
+  Demand(OpenProcessToken(GetCurrentProcess(), kAccess, own.put()), "OpenProcessToken");
+  if (!order.is_limited) return own;
   Demand(GetTokenInformation(own.get(), TokenLinkedToken, &linked, sizeof linked, &size),
          "GetTokenInformation");
   return UniqueKernelObject(linked.LinkedToken);
@@ -51,7 +60,7 @@ void LoadInto(HANDLE process, const std::wstring& library) {
 }
 
 // A job tells a port when its last process has ended.
-DWORD RunToTheLast(const std::wstring& program, const std::wstring& library) {
+DWORD RunToTheLast(const Order& order) {
   const UniqueKernelObject job(CreateJobObjectW(nullptr, nullptr));
   const UniqueKernelObject port(CreateIoCompletionPort(INVALID_HANDLE_VALUE, nullptr, 0, 1));
   JOBOBJECT_ASSOCIATE_COMPLETION_PORT tell{nullptr, port.get()};
@@ -61,13 +70,14 @@ DWORD RunToTheLast(const std::wstring& program, const std::wstring& library) {
   STARTUPINFOW startup{};
   startup.cb = sizeof startup;
   PROCESS_INFORMATION started{};
-  Demand(CreateProcessAsUserW(LimitedToken().get(), program.c_str(), nullptr, nullptr, nullptr,
-                              FALSE, CREATE_SUSPENDED, nullptr, nullptr, &startup, &started),
-         "CreateProcessAsUser");
+  Demand(
+      CreateProcessAsUserW(TokenFor(order).get(), order.program.c_str(), nullptr, nullptr, nullptr,
+                           FALSE, CREATE_SUSPENDED, nullptr, nullptr, &startup, &started),
+      "CreateProcessAsUser");
   const UniqueKernelObject process(started.hProcess);
   const UniqueKernelObject thread(started.hThread);
   Demand(AssignProcessToJobObject(job.get(), process.get()), "AssignProcessToJobObject");
-  if (!library.empty()) LoadInto(process.get(), library);
+  if (!order.library.empty()) LoadInto(process.get(), order.library);
   ResumeThread(thread.get());
 
   DWORD processes = 0;
@@ -82,13 +92,26 @@ DWORD RunToTheLast(const std::wstring& program, const std::wstring& library) {
   return processes;
 }
 
+Order Read(std::deque<std::wstring> words) {
+  Order order;
+  for (; words.size() > 1; words.pop_front()) {
+    if (words.front() == L"--limited") {
+      order.is_limited = true;
+    } else if (words.front() == L"--with") {
+      words.pop_front();
+      order.library = Beside(words.front().c_str());
+    }
+  }
+  if (words.empty()) throw std::runtime_error("no program");
+  order.program = words.front();
+  return order;
+}
+
 }  // namespace
 
 int wmain(int count, wchar_t** words) {
   try {
-    const bool is_named = count > 1;
-    return static_cast<int>(is_named ? RunToTheLast(words[1], L"")
-                                     : RunToTheLast(Beside(L"Kitbay.exe"), Beside(L"consent.dll")));
+    return static_cast<int>(RunToTheLast(Read({words + 1, words + count})));
   } catch (const std::exception& error) {
     std::fprintf(stderr, "%s\n", error.what());
     return 99;
