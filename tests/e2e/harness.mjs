@@ -197,6 +197,15 @@ export class Suite {
     }
   }
 
+  /** Moves the entry to the view of the registry that 32-bit programs have. */
+  async moveUninstallEntryTo32() {
+    const values = { InstallLocation: this.windowsFolder, Displayname: 'Tessel', ApplicationEXE: 'Tessel.exe' };
+    await this.deleteUninstallEntry('Tessel');
+    for (const [name, data] of Object.entries(values)) {
+      await wine('reg', 'add', `${uninstallKey}\\Tessel`, '/v', name, '/d', data, '/f', '/reg:32');
+    }
+  }
+
   async deleteUninstallEntry(key) {
     await wine('reg', 'delete', `${uninstallKey}\\${key}`, '/f');
   }

@@ -120,6 +120,8 @@ test('a suite of the other bitness is told at the start, and its components are 
   const other = bits === '32' ? '64' : '32';
   const exe = 'standins/main_client/Tessel.exe';
   fs.copyFileSync(path.join(root, `build/win${other}`, exe), path.join(suite.folder, 'Tessel.exe'));
+  // A 32-bit Windows has one view only.
+  if (bits === '64') await suite.moveUninstallEntryTo32();
   kitbay = suite.start();
   assert.equal(
     await confirmMessage(),
