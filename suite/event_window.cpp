@@ -8,10 +8,13 @@ namespace ovalink {
 namespace {
 
 constexpr UINT kEventPosted = WM_APP;
+constexpr UINT_PTR kWatch = 1;
+constexpr UINT kWatchIntervalMs = 1000;
 
 }  // namespace
 
-EventWindow::EventWindow(Deliver deliver) : deliver_(std::move(deliver)) {
+EventWindow::EventWindow(Deliver deliver, Look look)
+    : deliver_(std::move(deliver)), look_(std::move(look)) {
   window_.reset(CreateWindowExW(0, L"STATIC", nullptr, 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
                                 nullptr, nullptr));
   const DWORD error = GetLastError();
@@ -28,18 +31,37 @@ void EventWindow::Post(TransferEvent event) {
   PostMessageW(window_.get(), kEventPosted, 0, 0);
 }
 
+void EventWindow::Watch(bool watch) {
+  if (watch) {
+    SetTimer(window_.get(), kWatch, kWatchIntervalMs, nullptr);
+  } else {
+    KillTimer(window_.get(), kWatch);
+  }
+}
+
+bool EventWindow::DeliverNext() {
+  try {
+    const auto event = Take();
+    if (!event) return false;
+    const Deliver deliver = deliver_;
+    deliver(*event);
+  } catch (...) {
+    // The system's message loop cannot be told.
+  }
+  return true;
+}
+
 LRESULT CALLBACK EventWindow::Procedure(HWND window, UINT message, WPARAM word, LPARAM data) {
-  if (message != kEventPosted) return DefWindowProcW(window, message, word, data);
   auto* const self = reinterpret_cast<EventWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
   // One event for each message, so that those that arrive while a receiver shows a dialog come
   // through in order as well.
-  try {
-    if (const auto event = self->Take()) {
-      const Deliver deliver = self->deliver_;
-      deliver(*event);
-    }
-  } catch (...) {
-    // The system's message loop cannot be told.
+  if (message == kEventPosted) {
+    self->DeliverNext();
+  } else if (message == WM_TIMER && word == kWatch) {
+    const Look look = self->look_;
+    look();
+  } else {
+    return DefWindowProcW(window, message, word, data);
   }
   return 0;
 }

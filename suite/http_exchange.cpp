@@ -1,5 +1,7 @@
 #include "http_exchange.h"
 
+#include <wincrypt.h>
+
 #include <algorithm>
 #include <array>
 #include <mutex>
@@ -110,7 +112,10 @@ class HttpExchange::Progress {
 };
 
 HttpExchange::HttpExchange(const TransferAddress& address, const Terms& terms, HANDLE cancel)
-    : terms_(terms), cancel_(cancel), progress_(std::make_shared<Progress>()) {
+    : terms_(terms),
+      is_secure_(address.is_secure),
+      cancel_(cancel),
+      progress_(std::make_shared<Progress>()) {
   Open(address);
   constexpr int kMostTimes = 3;
   for (int times = 1;; ++times) {
@@ -139,11 +144,23 @@ std::optional<std::string> HttpExchange::Field(DWORD query) const {
   return win32::ToUtf8(text);
 }
 
+bool HttpExchange::HasCertificate() const {
+  PCCERT_CONTEXT certificate = nullptr;
+  DWORD size = sizeof certificate;
+  if (!WinHttpQueryOption(request_.get(), WINHTTP_OPTION_SERVER_CERT_CONTEXT, &certificate,
+                          &size)) {
+    return false;
+  }
+  CertFreeCertificateContext(certificate);
+  return true;
+}
+
 DWORD HttpExchange::ProxySignOnScheme() const {
   DWORD supported = 0;
   DWORD first = 0;
   DWORD target = 0;
-  if (!WinHttpQueryAuthSchemes(request_.get(), &supported, &first, &target) ||
+  if (!is_secure_ || HasCertificate() ||
+      !WinHttpQueryAuthSchemes(request_.get(), &supported, &first, &target) ||
       target != WINHTTP_AUTH_TARGET_PROXY) {
     return 0;
   }

@@ -42,7 +42,8 @@ class HttpExchange {
   std::uint32_t status() const { return status_; }
 
   /// How the proxy, having answered 407, lets a user sign on with what the system knows of him; 0
-  /// where it wants a password.
+  /// where it wants a password, and where the answer may be a server's: only one that came before
+  /// the server showed its certificate is certainly not.
   DWORD ProxySignOnScheme() const;
 
   /// A field of the heading; nothing when it is not there.
@@ -55,11 +56,13 @@ class HttpExchange {
   class Progress;
   void Open(const TransferAddress& address);
   void AllowSignOn();
+  bool HasCertificate() const;
   void Listen();
   void Send();
   DWORD Await(BOOL started, DWORD error, DWORD limit_ms);
 
   Terms terms_;
+  bool is_secure_;
   HANDLE cancel_;
   UniqueInternet session_;
   UniqueInternet connection_;

@@ -15,7 +15,14 @@ TransferThread::TransferThread(DownloadRequest request, SendEvent send)
   // The system may tell of a closed request when the thread has long ended.
   ModuleLock::Pin();
   thread_ = std::thread([request = std::move(request), cancel = cancel_.get(),
-                         send = std::move(send)] { Transfer(request, cancel, send); });
+                         send = std::move(send), &has_ended = has_ended_] {
+    try {
+      Transfer(request, cancel, send);
+    } catch (...) {
+      // Not even its failure could be sent. Whoever waits for it sees that it has ended.
+    }
+    has_ended = true;
+  });
 }
 
 TransferThread::~TransferThread() {

@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <atomic>
 #include <thread>
 
 #include "platform/win32/system/handles.h"
@@ -18,11 +19,15 @@ class TransferThread {
 
   /// Cancels the transfer if it still runs.
   ~TransferThread();
+
+  /// Whether the transfer has come to its end, and `send` is called no more.
+  bool HasEnded() const { return has_ended_; }
   TransferThread(const TransferThread&) = delete;
   TransferThread& operator=(const TransferThread&) = delete;
 
  private:
   kitbay::platform::win32::UniqueKernelObject cancel_;
+  std::atomic<bool> has_ended_ = false;
   std::thread thread_;
 };
 

@@ -67,10 +67,12 @@ STDMETHODIMP UrlDownload::Request(BSTR, BSTR, BSTR, BSTR, BSTR, BSTR document, V
     if (!request) throw win32::FailureOf(E_INVALIDARG);
     if (!receiver_) throw Failure(RuntimeError::kObjectVariableNotSet);
     if (!window_) {
-      window_ = std::make_unique<EventWindow>([this](const TransferEvent& event) {
-        const ComPtr<IUnknown> alive(static_cast<::IURLDownload*>(this));
-        Deliver(event);
-      });
+      window_ = std::make_unique<EventWindow>(
+          [this](const TransferEvent& event) {
+            const ComPtr<IUnknown> alive(static_cast<::IURLDownload*>(this));
+            Deliver(event);
+          },
+          [this] { Look(); });
     }
     waiting_.push_back(*std::move(request));
     StartNext();
@@ -84,13 +86,23 @@ void UrlDownload::StartNext() {
   if (running_ || waiting_.empty()) return;
   DownloadRequest next = std::move(waiting_.front());
   waiting_.pop_front();
-  const std::string file_path = next.file_path;
+  running_path_ = next.file_path;
+  window_->Watch(true);
   try {
     running_ = std::make_unique<TransferThread>(
         std::move(next),
         [window = window_.get()](TransferEvent event) { window->Post(std::move(event)); });
   } catch (const std::exception& failure) {
-    window_->Post({TransferEvent::Kind::kFailed, file_path, {}, failure.what()});
+    window_->Post({TransferEvent::Kind::kFailed, running_path_, {}, failure.what()});
+  }
+}
+
+// A message that tells of an event may have been lost, or the event itself.
+void UrlDownload::Look() {
+  const ComPtr<IUnknown> alive(static_cast<::IURLDownload*>(this));
+  const bool has_ended = running_ && running_->HasEnded();
+  if (!window_->DeliverNext() && has_ended) {
+    Deliver({TransferEvent::Kind::kFailed, running_path_, {}, "The transfer has been lost"});
   }
 }
 
@@ -104,6 +116,7 @@ void UrlDownload::Deliver(const TransferEvent& event) {
     // A receiver that fails has dealt with its own failure; there is nobody else to tell.
   }
   StartNext();
+  if (window_ && !running_ && waiting_.empty()) window_->Watch(false);
 }
 
 }  // namespace ovalink

@@ -4,6 +4,7 @@
 
 #include <deque>
 #include <memory>
+#include <string>
 
 #include "event_window.h"
 #include "module.h"
@@ -26,11 +27,13 @@ class UrlDownload : public kitbay::platform::win32::DispatchObject<::IURLDownloa
  private:
   void StartNext();
   void Deliver(const TransferEvent& event);
+  void Look();
 
   ModuleLock lock_;
   Microsoft::WRL::ComPtr<IDispatch> receiver_;
   std::deque<DownloadRequest> waiting_;
   std::unique_ptr<EventWindow> window_;
+  std::string running_path_;
   std::unique_ptr<TransferThread> running_;  // posts to the window
 };
 

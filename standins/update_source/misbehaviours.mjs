@@ -160,9 +160,16 @@ export const misbehaviours = {
 
   /** More bytes come than were announced: the content and `extra` bytes, `announced` of them expected. */
   'too-much': simply((exchange, { announced = exchange.content.length, extra = 1024 }) => {
+    // In one piece, so that a client that has read the heading may have the rest as well.
+    const heading = Buffer.from(contentHead(exchange, announced));
+    exchange.socket.end(Buffer.concat([heading, exchange.content, Buffer.alloc(extra, 'x')]));
+  }),
+
+  /** As "too-much", but what was not announced comes when the client has hung up, or never. */
+  'too-much-later': simply((exchange, { announced }) => {
     exchange.socket.write(contentHead(exchange, announced));
-    exchange.socket.write(exchange.content);
-    exchange.socket.end(Buffer.alloc(extra, 'x'));
+    exchange.socket.write(exchange.content.subarray(0, announced));
+    exchange.socket.on('end', () => exchange.socket.end(exchange.content.subarray(announced)));
   }),
 
   /** The length is not announced; the end of the connection is the end of the content. */

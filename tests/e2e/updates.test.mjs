@@ -148,12 +148,13 @@ test('Close in the middle of a transfer ends the program and leaves no part of t
   assert.deepEqual(suite.logEntries(), []);
 });
 
-// Whether the system's client notices what follows the announced bytes is its own affair; what it
-// does not notice it leaves unread, and the rest is no manifest.
-test('more than was announced is a failed source, never kept, and the page can be used', async () => {
-  source.misbehave('/ovalink.xml', 'too-much', { announced: 500, extra: 1000 });
+for (const [mode, reason] of [
+  ['too-much', 'The server sent more than the 500 bytes it announced'],
+  ['too-much-later', 'The server\'s answer is not a list of components'],
+]) test(`"${mode}" is a failed source, never kept, and the page can be used`, async () => {
+  source.misbehave('/ovalink.xml', mode, { announced: 500 });
   const page = await started(`${source.host}/ovalink.xml`);
-  assert.match(await confirmMessage(), /^\/ovalink\.xml {6}\w/);
+  assert.equal(await confirmMessage(), `/ovalink.xml      ${reason}`);
   await eventually('the folder of manifests without part of one', () => suite.manifests().length === 0);
   await kitbay.click('#itabencloser #addons');
   await page.waitFor(`document.querySelectorAll('#installedaddons > div').length === 10`);

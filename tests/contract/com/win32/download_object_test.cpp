@@ -4,43 +4,19 @@
 #include <memory>
 #include <string>
 
-#include "contract/com/recording_receiver.h"
-#include "contract/com/win32/registered_suite.h"
+#include "contract/com/win32/download_fixture.h"
 #include "contract/failure_number.h"
-#include "platform/win32/win32_platform.h"
+#include "contract/windows/replaced_import.h"
 
 namespace kitbay::contract {
 namespace {
 
-std::string Document(const std::string& destination) {
-  return "<server>127.0.0.1</server><filetodownload>/a.xml</filetodownload><destpath>" +
-         destination + "</destpath><progressevents>true</progressevents>";
+BOOL WINAPI LosePost(HWND, UINT, WPARAM, LPARAM) {
+  SetLastError(ERROR_NOT_ENOUGH_QUOTA);
+  return FALSE;
 }
 
-/// The suite's object with a receiver, and this thread's messages.
-class DownloadObject : public testing::Test {
- protected:
-  std::unique_ptr<platform::TransportObject> Create(const char* prog_id) {
-    return platform::win32::MakeSuiteObjects(SuiteFolder())->CreateTransportObject(prog_id);
-  }
-
-  /// Handles messages until the receiver has been told of something, or has had time enough for
-  /// that.
-  void AwaitEvent() {
-    constexpr UINT kLimitMs = 120'000;
-    bool is_late = false;
-    const UINT_PTR limit = SetTimer(nullptr, 0, kLimitMs, nullptr);
-    MSG message;
-    while (receiver_.events.empty() && !is_late && GetMessageW(&message, nullptr, 0, 0) > 0) {
-      is_late = message.hwnd == nullptr && message.message == WM_TIMER && message.wParam == limit;
-      DispatchMessageW(&message);
-    }
-    KillTimer(nullptr, limit);
-  }
-
-  RecordingReceiver receiver_;
-  std::unique_ptr<platform::TransportObject> download_ = Create("URLDownloadLib.URLDownload");
-};
+BOOL WINAPI PretendToPost(HWND, UINT, WPARAM, LPARAM) { return TRUE; }
 
 TEST_F(DownloadObject, RefusesADocumentWithoutItsElements) {
   download_->SetUp(receiver_);
@@ -59,10 +35,21 @@ TEST_F(DownloadObject, TellsOfAFailureWithMessages) {
   download_->SetUp(receiver_);
   download_->Request(Document("nowhere"));
   EXPECT_EQ(receiver_.events, "");
-  AwaitEvent();
-  EXPECT_EQ(receiver_.events,
+  EXPECT_EQ(AwaitEnd(),
             "Exception(/a.xml,The file could not be written: \"nowhere\" is not the full path of a "
             "local file)");
+}
+
+TEST_F(DownloadObject, TellsOfAnEndWhoseMessageIsLost) {
+  for (auto* const post : {&LosePost, &PretendToPost}) {
+    const ReplacedImport lost("PostMessageW", reinterpret_cast<void*>(post), L"OvalinkSuite.dll");
+    download_->SetUp(receiver_);
+    for (int times = 0; times < 2; ++times) {
+      download_->Request(Document("nowhere"));
+      EXPECT_EQ(AwaitEnd().substr(0, 17), "Exception(/a.xml,");
+    }
+    download_->ShutDown();
+  }
 }
 
 TEST_F(DownloadObject, TheOtherTransportTakesNoRequests) {
