@@ -120,6 +120,15 @@ class RealSelfRegistration : public testing::Test {
     return result;
   }
 
+  /// Whether nothing can be loaded where the library lay that was loaded last.
+  bool IsPlaceKept() const {
+    auto* const place = reinterpret_cast<void*>(libraries_.last_library().value);
+    constexpr SIZE_T kSize = 1;
+    if (VirtualAlloc(place, kSize, MEM_RESERVE, PAGE_NOACCESS) == nullptr) return true;
+    VirtualFree(place, 0, MEM_RELEASE);
+    return false;
+  }
+
   std::vector<std::string> Logged() const {
     std::vector<std::string> lines;
     for (const auto& entry : log_.entries) {
@@ -142,6 +151,7 @@ TEST_F(RealSelfRegistration, LibraryIsInTheRegistryAfterwardsAndOutAgain) {
   EXPECT_EQ(RegisteredLibrary(), path);
   EXPECT_EQ(TextOf(kProgId), "Contract");
   EXPECT_EQ(GetModuleHandleW(L"Größe ö.dll"), nullptr);
+  EXPECT_FALSE(IsPlaceKept());
   EXPECT_EQ(Register(path, false), 0);
   EXPECT_EQ(RegisteredLibrary(), "");
   EXPECT_EQ(TextOf(kProgId), "");
@@ -190,6 +200,7 @@ TEST_F(RealSelfRegistration, ProgramOutlivesAThreadThatALibraryLeftInItsCode) {
   const ThreadsOfThisProcess before;
   EXPECT_EQ(Register(Copy("OvlLingering")), 0);
   EXPECT_EQ(GetModuleHandleW(L"OvlLingering.dll"), nullptr);
+  EXPECT_TRUE(IsPlaceKept());
   const std::vector<platform::win32::UniqueKernelObject> left = before.Newer();
   ASSERT_EQ(left.size(), 1U);
   may_return.LetReturn();
@@ -227,6 +238,7 @@ TEST_F(RealSelfRegistration, ProgramOutlivesALibraryThatTimedOut) {
   EXPECT_EQ(Register(slow), 3);
   EXPECT_THAT(libraries_.limits(), ElementsAre(10000U));
   EXPECT_EQ(GetModuleHandleW(L"OvlSlow.dll"), nullptr);
+  EXPECT_TRUE(IsPlaceKept());
   const platform::ThreadHandle thread = libraries_.last_thread();
   EXPECT_EQ(libraries_.ExitCode(thread), platform::kNoExitCode);
 

@@ -10,7 +10,8 @@ using platform::LibraryHandle;
 using platform::ThreadHandle;
 
 LibraryHandle WatchedLibraries::Load(const std::string& path, const std::string& helpers) {
-  return real_->Load(path, helpers);
+  last_library_ = real_->Load(path, helpers);
+  return last_library_;
 }
 
 void WatchedLibraries::Free(LibraryHandle library) { real_->Free(library); }

@@ -24,6 +24,9 @@ class WatchedLibraries : public platform::Libraries {
   /// The thread that was started last.
   platform::ThreadHandle last_thread() const { return last_thread_; }
 
+  /// The library that was loaded last.
+  platform::LibraryHandle last_library() const { return last_library_; }
+
   platform::LibraryHandle Load(const std::string& path, const std::string& helpers) override;
   void Free(platform::LibraryHandle library) override;
   platform::ExportAddress FindExport(platform::LibraryHandle library,
@@ -41,6 +44,7 @@ class WatchedLibraries : public platform::Libraries {
   std::vector<std::uint32_t> limits_;
   std::vector<std::uint32_t> exit_codes_;
   platform::ThreadHandle last_thread_;
+  platform::LibraryHandle last_library_;
 };
 
 }  // namespace kitbay::contract
