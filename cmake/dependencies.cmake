@@ -1,5 +1,6 @@
 # One target per library, under the same name in every build:
-#   Kitbay::pugixml, Kitbay::minizip   all builds
+#   Kitbay::pugixml, Kitbay::minizip,
+#   Kitbay::sodium                     all builds
 #   Kitbay::gumbo                      native only: the HTML parser of the tests' page
 #   GTest::gtest, GTest::gmock_main …  where tests are built
 #   benchmark::benchmark               where benchmarks are built
@@ -17,6 +18,17 @@ set_target_properties(Kitbay::minizip PROPERTIES
   IMPORTED_LOCATION "${KITBAY_MINIZIP_LIBRARY}"
   INTERFACE_INCLUDE_DIRECTORIES "${KITBAY_MINIZIP_INCLUDE_DIR}"
   INTERFACE_LINK_LIBRARIES ZLIB::ZLIB)
+
+find_path(KITBAY_SODIUM_INCLUDE_DIR sodium.h REQUIRED)
+find_library(KITBAY_SODIUM_LIBRARY sodium REQUIRED)
+mark_as_advanced(KITBAY_SODIUM_INCLUDE_DIR KITBAY_SODIUM_LIBRARY)
+add_library(Kitbay::sodium UNKNOWN IMPORTED)
+set_target_properties(Kitbay::sodium PROPERTIES
+  IMPORTED_LOCATION "${KITBAY_SODIUM_LIBRARY}"
+  INTERFACE_INCLUDE_DIRECTORIES "${KITBAY_SODIUM_INCLUDE_DIR}")
+if(WIN32)
+  set_target_properties(Kitbay::sodium PROPERTIES INTERFACE_COMPILE_DEFINITIONS SODIUM_STATIC)
+endif()
 
 if(KITBAY_TESTS OR KITBAY_FUZZERS)
   find_package(GTest 1.12 CONFIG REQUIRED)
