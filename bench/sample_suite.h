@@ -9,7 +9,10 @@
 #include "catalog/catalog_files.h"
 #include "catalog/file_version.h"
 #include "catalog/installed_components.h"
+#include "catalog/manifest_trust.h"
 #include "catalog/row_writer.h"
+#include "catalog/update_source_list.h"
+#include "fakes/fake_clock.h"
 #include "platform/files.h"
 #include "platform/version_resource.h"
 
@@ -128,7 +131,10 @@ class SampleSuite {
   StrictLog log_;
   OneVersion version_resource_;
   CountedRows rows_;
-  catalog::CatalogFiles catalog_files_{disk_, settings_};
+  fakes::FakeClock clock_;
+  catalog::UpdateSourceList sources_;
+  catalog::ManifestTrust trust_{log_, clock_, sources_};
+  catalog::CatalogFiles catalog_files_{disk_, settings_, trust_};
   catalog::FileVersions versions_{log_, settings_, version_resource_, catalog_files_};
   catalog::InstalledComponents installed_{log_, catalog_files_, versions_, rows_};
 };

@@ -97,7 +97,9 @@ class ExchangeSuite {
   catalog::UpdateSourceList sources_;
   catalog::InstalledRows shown_;
   catalog::NewComponents found_;
-  catalog::CatalogFiles catalog_files_{disk_, settings_};
+  fakes::FakeClock clock_;
+  catalog::ManifestTrust trust_{log_, clock_, sources_};
+  catalog::CatalogFiles catalog_files_{disk_, settings_, trust_};
   catalog::FileVersions versions_{log_, settings_, version_resource_, catalog_files_};
   catalog::AvailableUpdates available_{log_, catalog_files_, versions_, shown_, rows_};
   catalog::InstalledWithUpdates installed_{log_,       catalog_files_, settings_, sources_,

@@ -1,6 +1,7 @@
 // A manifest and a datastore: the lists of installed and of new components.
 #include "catalog/available_updates.h"
 #include "catalog/new_component_listing.h"
+#include "fakes/fake_clock.h"
 #include "fakes/fake_version_resource.h"
 #include "fakes/memory_files.h"
 #include "fuzz_support.h"
@@ -64,7 +65,9 @@ void List(const std::string& manifest, const std::string& registry) {
   settings.CustomDataFolder = "C:\\U";
   const catalog::UpdateSourceList sources = {.UpdateSources = {"h/m.xml", "h/none.xml", "h/m.xml"},
                                              .PendingSources = {}};
-  catalog::CatalogFiles catalog_files(files, settings);
+  const fakes::FakeClock clock;
+  const catalog::ManifestTrust trust(log, clock, sources);
+  catalog::CatalogFiles catalog_files(files, settings, trust);
   const catalog::FileVersions versions(log, settings, resources, catalog_files);
   catalog::InstalledRows shown;
   catalog::NewComponents found;

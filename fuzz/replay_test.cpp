@@ -13,6 +13,7 @@
 extern "C" {
 int FuzzManifest(const std::uint8_t* data, std::size_t size);
 int FuzzPackageExpansion(const std::uint8_t* data, std::size_t size);
+int FuzzSignature(const std::uint8_t* data, std::size_t size);
 int FuzzSourceFile(const std::uint8_t* data, std::size_t size);
 int FuzzTransfer(const std::uint8_t* data, std::size_t size);
 }
@@ -46,6 +47,7 @@ TEST_P(Corpus, IsTakenByItsTarget) {
 INSTANTIATE_TEST_SUITE_P(Fuzz, Corpus,
                          testing::Values(Target{"manifest", FuzzManifest},
                                          Target{"package_expansion", FuzzPackageExpansion},
+                                         Target{"signature", FuzzSignature},
                                          Target{"source_file", FuzzSourceFile},
                                          Target{"transfer", FuzzTransfer}),
                          [](const auto& test) { return std::string(test.param.name); });

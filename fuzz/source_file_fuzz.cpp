@@ -75,7 +75,7 @@ void Exchange(const std::string& preferences, const std::string& seed) {
   settings.InstallFolder = "C:\\S";
   settings.CustomDataFolder = "C:\\U\\CustomData";
 
-  view::ComponentPage page(log, files, settings, resources, window);
+  view::ComponentPage page(log, files, clock, settings, resources, window);
   page.document.Connect(std::make_shared<fakes::FakeHtmlDocument>(kPage));
   NoPackages packages;
   update::UpdateExchange exchange({log, files, settings, clock, desktop, window, page, packages});

@@ -6,6 +6,7 @@
 
 #include "fakes/blank_page.h"
 #include "fakes/consenting_desktop.h"
+#include "fakes/fake_clock.h"
 #include "install/datastore_registration.h"
 #include "sample_suite.h"
 
@@ -75,7 +76,9 @@ class Installation {
   view::PageRows rows_{log_, page_, state_};
   view::PageButtons buttons_{log_, page_, state_, window_};
   catalog::UpdateSourceList sources_;
-  catalog::CatalogFiles catalog_files_{disk_, settings_};
+  fakes::FakeClock clock_;
+  catalog::ManifestTrust trust_{log_, clock_, sources_};
+  catalog::CatalogFiles catalog_files_{disk_, settings_, trust_};
   InstallSession session_;
   DatastoreRegistration registration_{
       {log_, disk_, catalog_files_, settings_, desktop_, rows_, buttons_, sources_, session_}};

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -7,6 +8,8 @@
 
 #include "base/failure.h"
 #include "base/settings.h"
+#include "catalog/manifest_trust.h"
+#include "catalog/package_digest.h"
 #include "catalog/xml_document.h"
 #include "platform/files.h"
 
@@ -18,8 +21,9 @@ namespace kitbay::catalog {
 /// must be made within one.
 class CatalogFiles {
  public:
-  CatalogFiles(const platform::Files& files, const base::Settings& settings)
-      : files_(files), settings_(settings) {}
+  CatalogFiles(const platform::Files& files, const base::Settings& settings,
+               const ManifestTrust& trust)
+      : files_(files), settings_(settings), trust_(trust) {}
 
   /// One look at the files. Refreshes nest; the outermost forgets what was read.
   class Refresh {
@@ -41,8 +45,16 @@ class CatalogFiles {
   const XmlDocument* TryCustomRegistry();
   const XmlDocument* TryFile(const std::string& path);
 
-  /// The manifest of that file name; null too if no manifest may have the name.
+  /// The manifest of that file name; null too if no manifest may have the name, and if its source
+  /// signs its manifests and this one may not count. That is logged.
   const XmlDocument* TryManifest(const std::string& name);
+
+  /// What the entry says of its package, where the source of the manifest of that file name signs.
+  std::optional<PackageDigest> SignedDigest(const std::string& manifest,
+                                            const pugi::xml_node& entry) const {
+    return trust_.IsDemandedOf(manifest) ? std::optional(ReadDigest(manifest, entry))
+                                         : std::nullopt;
+  }
 
   /// The versions of libraries that the refresh has read so far, by path.
   std::unordered_map<std::string, std::string>& versions() { return snapshot_.versions; }
@@ -59,9 +71,13 @@ class CatalogFiles {
   };
 
   const File& Load(const std::string& path);
+  const File& LoadWith(const std::string& path,
+                       const std::function<void(XmlDocument& document)>& load);
+  void DemandTrust(const std::string& manifest, const std::string& bytes) const;
 
   const platform::Files& files_;
   const base::Settings& settings_;
+  const ManifestTrust& trust_;
   int refreshes_ = 0;
   Snapshot snapshot_;
 };

@@ -83,7 +83,8 @@ void NewComponentListing::ListOffers(ComponentKind kind, const std::string& mani
     }
     NewComponent component{.id = AttributeText(entry, "id"),
                            .name = ChildText(entry, "name"),
-                           .url = ChildText(entry, "url")};
+                           .url = ChildText(entry, "url"),
+                           .digest = files_.SignedDigest(manifest_name, entry)};
     const std::string version = ChildText(entry, "version");
     const std::string description = ChildText(entry, "description");
     // Last, so that an offer with a missing text takes no number.

@@ -1,9 +1,11 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "base/component_kind.h"
+#include "catalog/package_digest.h"
 
 namespace kitbay::catalog {
 
@@ -13,6 +15,7 @@ struct NewComponent {
   std::string id;
   std::string name;
   std::string url;
+  std::optional<PackageDigest> digest = {};  ///< of the package, where its source signs
 };
 
 /// What the last listing of new components found, by kind, in row order.

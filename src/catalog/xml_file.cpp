@@ -124,9 +124,14 @@ bool Succeeds(Loading loading) {
 
 }  // namespace
 
+void ParseXml(std::string bytes, const std::string& path, XmlDocument& document) {
+  document.reset();
+  Parse(std::move(bytes), path, kToRead, document);
+}
+
 void LoadXml(const platform::Files& files, const std::string& path, XmlDocument& document) {
   document.reset();
-  Parse(files.Read(path), path, kToRead, document);
+  ParseXml(files.Read(path), path, document);
 }
 
 // In memory, and so also when it is saved, the document is UTF-8. Of the other encodings the parser

@@ -18,6 +18,9 @@ namespace kitbay::catalog {
 /// letters A to Z and their like can be read; its other bytes are no characters.
 void LoadXml(const platform::Files& files, const std::string& path, XmlDocument& document);
 
+/// As `LoadXml`, of the file's `bytes`.
+void ParseXml(std::string bytes, const std::string& path, XmlDocument& document);
+
 /// As `LoadXml`, but to be changed and saved: comments, instructions, the declaration and white
 /// space are kept, and every text is a node of its own. A file with other bytes than UTF-8 that
 /// declares an encoding which cannot be read is refused as invalid data.

@@ -108,8 +108,8 @@ void DatastoreRegistration::Enter(ComponentKind kind) {
   session.record = {};
   session.libraries.clear();
   const catalog::CatalogFiles::Refresh refresh(parts_.manifests);
-  const pugi::xml_node entry =
-      FindManifestEntry(parts_.manifests, parts_.sources, kind, session.package_name);
+  const pugi::xml_node entry = FindManifestEntry(parts_.manifests, parts_.sources, kind,
+                                                 session.package_name, session.package_manifest);
   ComponentRecord record = ReadRecord(kind, entry);
   session.libraries = ReadLibraryList(kind, entry);
   session.record = std::move(record);

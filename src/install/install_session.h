@@ -17,6 +17,10 @@ struct InstallSession {
   /// folder of an addon or a channel.
   std::string package_name;
 
+  /// The file name of the signed manifest that offered the package; empty where any source may
+  /// tell what it is.
+  std::string package_manifest;
+
   /// What the manifest says of the component being installed.
   ComponentRecord record;
 

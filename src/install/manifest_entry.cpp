@@ -87,10 +87,14 @@ std::string LoginOf(const pugi::xml_node& entry) {
 
 pugi::xml_node FindManifestEntry(catalog::CatalogFiles& files,
                                  const catalog::UpdateSourceList& sources, ComponentKind kind,
-                                 const std::string& id) {
+                                 const std::string& id, const std::string& only_manifest) {
   const std::string wanted = base::ToLower(id);
   for (const std::string& source : sources.UpdateSources) {
-    const catalog::XmlDocument* manifest = files.TryManifest(base::AfterLastSlash(source));
+    const std::string name = base::AfterLastSlash(source);
+    if (!only_manifest.empty() && base::ToLower(name) != base::ToLower(only_manifest)) {
+      continue;
+    }
+    const catalog::XmlDocument* manifest = files.TryManifest(name);
     if (manifest == nullptr) {
       continue;
     }

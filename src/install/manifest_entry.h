@@ -11,11 +11,12 @@
 namespace kitbay::install {
 
 /// The first entry of `id`, letter case aside, in the update sources' manifests, in the order of
-/// the sources. It lives as long as the refresh of `files` in which it is asked for. A manifest
-/// that does not load is passed over. Throws `base::Failure` (91) when no manifest has the entry.
+/// the sources; or in the manifest of the file name `only_manifest`, unless that is empty. It lives
+/// as long as the refresh of `files` in which it is asked for. A manifest that does not load is
+/// passed over. Throws `base::Failure` (91) when no manifest has the entry.
 pugi::xml_node FindManifestEntry(catalog::CatalogFiles& files,
                                  const catalog::UpdateSourceList& sources, base::ComponentKind kind,
-                                 const std::string& id);
+                                 const std::string& id, const std::string& only_manifest = "");
 
 /// What the entry says, slot by slot. Throws `base::Failure` (91) when one of its texts is missing;
 /// only `useapplicationlogin` may be.

@@ -1,6 +1,7 @@
 #include "install/package_installation.h"
 
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -88,23 +89,33 @@ void PackageInstallation::Install(ComponentKind kind, const update::PendingPacka
 
 void PackageInstallation::InstallNow(const Arrival& arrival) {
   parts_.session.package_name = arrival.package.name;
+  parts_.session.package_manifest = arrival.package.digest ? arrival.package.digest->manifest : "";
   parts_.state.current_row_id = arrival.package.row_id;
   parts_.state.current_row_name = arrival.package.row_name;
-  if (!guarded(parts_.log, kUnpackTables[arrival.kind].procedure,
-               [&] { UnpackFrom(arrival.kind, arrival.path); })) {
+  if (!guarded(parts_.log, kUnpackTables[arrival.kind].procedure, [&] { UnpackFrom(arrival); })) {
     parts_.buttons.DisableStatus();
   }
   parts_.state.update_in_progress = false;
 }
 
 // A transport has no folder of its own: its files go into the installation folder.
-void PackageInstallation::UnpackFrom(ComponentKind kind, const std::string& path) {
-  if (!parts_.files.Exists(path)) {
+void PackageInstallation::UnpackFrom(const Arrival& arrival) {
+  const ComponentKind kind = arrival.kind;
+  if (!parts_.files.Exists(arrival.path)) {
     TellMissing(kind);
     return;
   }
   std::string& suite_folder = parts_.settings.InstallFolder;
   const std::string archive = suite_folder + "\\Temp\\" + parts_.session.package_name + ".zip";
+  // Nobody can write the archive between the look at it and its expansion.
+  std::unique_ptr<platform::FileReader> held;
+  if (arrival.package.digest) {
+    held = parts_.files.Open(archive);
+    if (!IsWhatWasSigned(arrival, *held)) {
+      TellCorrupt(kind);
+      return;
+    }
+  }
   std::string own_folder;
   if (kind != ComponentKind::kTransport) {
     own_folder = kind == ComponentKind::kAddon ? AddonFolder() : ChannelFolder();
@@ -117,6 +128,12 @@ void PackageInstallation::UnpackFrom(ComponentKind kind, const std::string& path
   TellUnwritten();
   EnterComponent(kind, folder);
   Restart();
+}
+
+bool PackageInstallation::IsWhatWasSigned(const Arrival& arrival,
+                                          const platform::FileReader& archive) {
+  return guarded(parts_.log, "Kitbay::CheckSignature",
+                 [&] { catalog::CheckDigest(archive, *arrival.package.digest); });
 }
 
 // The rest of the package is there, and is entered: the files may be the same as before.

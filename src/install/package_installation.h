@@ -39,6 +39,9 @@ struct InstallationParts {
 /// update. Every procedure logs its failure; the component is then not entered, and an update is
 /// over. Files that were written by then stay.
 ///
+/// A package of a source that signs its manifests is opened only if it is the one that the manifest
+/// announced; otherwise it is told as a corrupt one.
+///
 /// A package that arrives while the user reads what became of another one waits for its turn.
 class PackageInstallation : public update::PackageReceiver {
  public:
@@ -63,7 +66,8 @@ class PackageInstallation : public update::PackageReceiver {
   void Install(base::ComponentKind kind, const update::PendingPackage& package,
                const std::string& path);
   void InstallNow(const Arrival& arrival);
-  void UnpackFrom(base::ComponentKind kind, const std::string& path);
+  void UnpackFrom(const Arrival& arrival);
+  bool IsWhatWasSigned(const Arrival& arrival, const platform::FileReader& archive);
   void TellMissing(base::ComponentKind kind);
   void TellUnwritten();
   void TellCorrupt(base::ComponentKind kind);

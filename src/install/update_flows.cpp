@@ -1,5 +1,6 @@
 #include "install/update_flows.h"
 
+#include <optional>
 #include <pugixml.hpp>
 #include <vector>
 
@@ -70,6 +71,7 @@ update::Address SplitUrl(const std::string& url) {
 struct UpdateFlows::Offer {
   std::string id;
   std::string url;
+  std::optional<catalog::PackageDigest> digest;
 };
 
 void UpdateFlows::UpdateInstalledAddon() { UpdateInstalled(ComponentKind::kAddon); }
@@ -144,7 +146,9 @@ void UpdateFlows::ReadOffer(ComponentKind kind, Offer& offer) {
       if (kind == ComponentKind::kTransport) {
         catalog::ChildText(entry, "filename");
       }
-      offer = {.id = id, .url = catalog::ChildText(entry, "url")};
+      offer = {.id = id,
+               .url = catalog::ChildText(entry, "url"),
+               .digest = parts_.manifests.SignedDigest(manifest_name, entry)};
       return;
     }
   }
@@ -162,7 +166,8 @@ bool UpdateFlows::RequestPackage(ComponentKind kind, const Offer& offer, const C
   parts_.pending_packages[kind] = {.file_path = address.file_path,
                                    .name = offer.id,
                                    .row_id = row.row_id,
-                                   .row_name = row.row_name};
+                                   .row_name = row.row_name,
+                                   .digest = offer.digest};
   bool is_sent = false;
   guarded(parts_.log, texts.procedure, [&] {
     parts_.window.status_bar().SetPanelText(

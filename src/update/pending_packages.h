@@ -1,8 +1,10 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "base/component_kind.h"
+#include "catalog/package_digest.h"
 
 namespace kitbay::update {
 
@@ -12,6 +14,9 @@ struct PendingPackage {
   std::string name;           ///< the package's name, without ".zip"
   std::string row_id = {};    ///< the number of the row that was clicked for it
   std::string row_name = {};  ///< what that row shows as its name
+
+  /// What the package must be, where its source signs its manifests.
+  std::optional<catalog::PackageDigest> digest = {};
 };
 using PendingPackages = base::PerKind<PendingPackage>;
 

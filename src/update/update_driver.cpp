@@ -24,6 +24,7 @@ std::chrono::sys_days DayOf(const platform::LocalTime& time) {
 void UpdateDriver::GetDirectoryPreferenceFile() {
   base::guarded(parts_.log, "Kitbay::GetDirectoryPreferenceFile", [&] {
     parts_.source_file.GetPreferences();
+    FindRefused();
     if (!parts_.settings.may_change_suite) {
       // Their answers could not be kept.
       parts_.sources.PendingSources.clear();
@@ -41,7 +42,37 @@ void UpdateDriver::GetDirectoryPreferenceFile() {
       ShowWithCachedManifests();
     }
     parts_.requests.unanswered().ShowStatus();
+    TellRefused();
   });
+}
+
+void UpdateDriver::FindRefused() {
+  refused_.clear();
+  for (const std::string& source : parts_.sources.UpdateSources) {
+    const std::string manifest = base::AfterLastSlash(source);
+    if (!parts_.trust.IsDemandedOf(manifest) || !IsCached(manifest)) {
+      continue;
+    }
+    try {
+      parts_.trust.CheckSignature(
+          manifest, parts_.files.Read(catalog::ManifestPath(parts_.settings, manifest)));
+    } catch (const base::Failure& refusal) {
+      parts_.trust.LogRefusal(refusal);
+      refused_.emplace(base::ToLower(manifest), refusal.description());
+    }
+  }
+}
+
+// Last, when the sources have been asked: an answer may arrive while the user reads.
+void UpdateDriver::TellRefused() {
+  std::string list;
+  for (const auto& [manifest, why] : refused_) {
+    list += "\r\n" + why;
+  }
+  if (!list.empty()) {
+    parts_.desktop.ShowMessage("What was saved of an update source is not used:\r\n" + list,
+                               platform::kMessageTitle, platform::kInformation);
+  }
 }
 
 void UpdateDriver::ShowLocalDataAndAsk() {
@@ -81,7 +112,7 @@ void UpdateDriver::DropFreshSources() {
 
 // Any other name could match other files.
 bool UpdateDriver::IsCached(const std::string& manifest) const {
-  return catalog::IsManifestName(manifest) &&
+  return catalog::IsManifestName(manifest) && !refused_.contains(base::ToLower(manifest)) &&
          parts_.files.Exists(catalog::ManifestPath(parts_.settings, manifest));
 }
 

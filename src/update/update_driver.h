@@ -1,12 +1,15 @@
 #pragma once
 
+#include <map>
 #include <string>
 
 #include "base/error_log.h"
 #include "base/settings.h"
+#include "catalog/manifest_trust.h"
 #include "catalog/row_writer.h"
 #include "catalog/update_source_list.h"
 #include "platform/clock.h"
+#include "platform/desktop.h"
 #include "platform/files.h"
 #include "update/manifest_cache.h"
 #include "update/update_requests.h"
@@ -31,6 +34,8 @@ struct DriverParts {
   catalog::UpdateSourceList& sources;
   const ManifestCache& manifests;
   UpdateRequests& requests;
+  const catalog::ManifestTrust& trust;
+  platform::Desktop& desktop;
 };
 
 /// Decides, once the page has loaded, whether to show only what is installed or to ask the update
@@ -41,7 +46,8 @@ class UpdateDriver {
 
   /// Reads the update sources, shows what is known and asks the sources whose manifest was not
   /// fetched today; asks none where the suite may not be changed. An empty list is logged, and what
-  /// is installed is shown.
+  /// is installed is shown. A cached manifest that may not count for its source, which signs its
+  /// manifests, is as if there were none; that is logged and told.
   void GetDirectoryPreferenceFile();
 
  private:
@@ -50,8 +56,11 @@ class UpdateDriver {
   void DropFreshSources();
   bool IsCached(const std::string& manifest) const;
   bool IsFetchedToday(const std::string& manifest) const;
+  void FindRefused();
+  void TellRefused();
 
   DriverParts parts_;
+  std::map<std::string, std::string> refused_;  // why, by the manifest's name in lower case
 };
 
 }  // namespace kitbay::update

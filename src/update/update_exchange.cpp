@@ -12,6 +12,6 @@ UpdateExchange::UpdateExchange(const ExchangeParts& parts)
                        pending_packages, requests, parts.packages}),
       driver({parts.log, parts.settings, parts.files, parts.clock, parts.page.document,
               parts.page.rows, parts.page.tabs, parts.page.categories, source_file,
-              parts.page.sources, manifests, requests}) {}
+              parts.page.sources, manifests, requests, parts.page.trust, parts.desktop}) {}
 
 }  // namespace kitbay::update

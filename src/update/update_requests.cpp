@@ -117,7 +117,8 @@ bool UpdateRequests::DownloadFirst(ComponentKind kind, const std::string& lower_
       pending_[kind] = {.file_path = SplitSource(component.url).file_path,
                         .name = component.id,
                         .row_id = row_id,
-                        .row_name = row_name};
+                        .row_name = row_name,
+                        .digest = component.digest};
       const bool is_sent =
           DownloadAddon(component.url, component.id, component.name, kLabels[kind]);
       if (!is_sent) {

@@ -14,15 +14,50 @@ namespace {
 
 using base::guarded;
 
+constexpr const char* kSources = "root/preferences/preference";
 constexpr const char* kInitialFile = "<root><preferences><preference url=''/></preferences></root>";
 
-// The attribute of the first source, which is read by position.
-pugi::xml_attribute FirstSourceUrl(const pugi::xml_node& preferences) {
-  const pugi::xml_attribute url = catalog::FirstElement(preferences).first_attribute();
+constexpr const char* kKey = "key";
+constexpr const char* kSerial = "serial";
+
+bool AreEqual(const std::string& one, const std::string& other) {
+  return base::ToLower(one) == base::ToLower(other);
+}
+
+// The attribute of a source, which is read by position.
+pugi::xml_attribute UrlOf(const pugi::xml_node& source) {
+  const pugi::xml_attribute url = source.first_attribute();
   if (!url) {
     throw base::Failure(base::RuntimeError::kObjectVariableNotSet);
   }
   return url;
+}
+
+void SetAttribute(pugi::xml_node source, const char* name, const std::string& value) {
+  pugi::xml_attribute attribute = source.attribute(name);
+  if (!attribute) {
+    attribute = source.append_attribute(name);
+  }
+  attribute.set_value(value.c_str());
+}
+
+// Serial numbers belong to a key, and a key to a source.
+void FollowSeed(pugi::xml_node source, const pugi::xml_node& seed) {
+  const std::string url = UrlOf(seed).value();
+  if (!AreEqual(UrlOf(source).value(), url)) {
+    source.remove_attribute(kKey);
+    source.remove_attribute(kSerial);
+  }
+  UrlOf(source).set_value(url.c_str());
+  const std::string key = seed.attribute(kKey).value();
+  if (!key.empty() && !AreEqual(source.attribute(kKey).value(), key)) {
+    SetAttribute(source, kKey, key);
+    source.remove_attribute(kSerial);
+  }
+}
+
+bool IsSignedAs(const pugi::xml_node& source, const std::string& manifest) {
+  return source.attribute(kKey) && AreEqual(base::AfterLastSlash(UrlOf(source).value()), manifest);
 }
 
 }  // namespace
@@ -57,7 +92,8 @@ void UpdateSourceFile::MakeDirectoryPreferenceFile(platform::FileSystemObject* f
       if (!seed_preferences || !preferences) {
         return false;
       }
-      return FirstSourceUrl(preferences).set_value(FirstSourceUrl(seed_preferences).value());
+      FollowSeed(catalog::FirstElement(preferences), catalog::FirstElement(seed_preferences));
+      return true;
     });
   });
 }
@@ -69,10 +105,12 @@ void UpdateSourceFile::GetPreferences() {
     if (!files_.Exists(Path()) || !catalog::TryLoadXml(files_, Path(), document)) {
       return;
     }
-    for (const auto& preference : catalog::SelectNodes(document, "root/preferences/preference")) {
+    sources_.keys.clear();
+    for (const auto& preference : catalog::SelectNodes(document, kSources)) {
       const std::string url = catalog::FirstAttributeText(preference.node());
       sources_.PendingSources.push_back(url);
       sources_.UpdateSources.push_back(url);
+      ReadKey(preference.node(), url);
     }
     ReportSameNames();
   });
@@ -90,6 +128,32 @@ void UpdateSourceFile::ReportSameNames() const {
       });
     }
   }
+}
+
+// Of several sources whose manifests have one name, and so one file, the first key counts.
+void UpdateSourceFile::ReadKey(const pugi::xml_node& source, const std::string& url) {
+  const pugi::xml_attribute key = source.attribute(kKey);
+  if (key) {
+    sources_.keys.try_emplace(
+        base::ToLower(base::AfterLastSlash(url)),
+        catalog::SourceKey{.key = key.value(), .serial = source.attribute(kSerial).as_ullong()});
+  }
+}
+
+void UpdateSourceFile::NoteSerial(const std::string& manifest, std::uint64_t serial) {
+  const auto known = sources_.keys.find(base::ToLower(manifest));
+  if (known == sources_.keys.end() || serial <= known->second.serial) {
+    return;
+  }
+  known->second.serial = serial;
+  catalog::ChangeXml(files_, Path(), [&](const catalog::XmlDocument& document) {
+    for (const auto& preference : catalog::SelectNodes(document, kSources)) {
+      if (IsSignedAs(preference.node(), manifest)) {
+        SetAttribute(preference.node(), kSerial, std::to_string(serial));
+      }
+    }
+    return true;
+  });
 }
 
 }  // namespace kitbay::update

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+#include <pugixml.hpp>
 #include <string>
 
 #include "base/error_log.h"
@@ -17,22 +19,27 @@ class UpdateSourceFile {
                    catalog::UpdateSourceList& sources)
       : log_(log), files_(files), settings_(settings), sources_(sources) {}
 
-  /// Creates the file when it is missing and sets its first source to the installation's default.
-  /// Without a readable default the file stays as it is. `file_system` may be empty; that is
-  /// logged.
+  /// Creates the file when it is missing and sets its first source to the installation's default,
+  /// and its key to the one that comes with that, if any: a source that had a key and is still the
+  /// same keeps it otherwise. Without a readable default the file stays as it is. `file_system` may
+  /// be empty; that is logged.
   void MakeDirectoryPreferenceFile(platform::FileSystemObject* file_system);
 
-  /// Reads the file into the source list: replaces `UpdateSources`, appends to
-  /// `PendingSources`. A
-  /// missing or unreadable file leaves no `UpdateSources`. Sources whose manifests have one file
-  /// name are logged.
+  /// Reads the file into the source list: replaces `UpdateSources` and the keys, appends to
+  /// `PendingSources`. A missing or unreadable file leaves no `UpdateSources`, and the keys:
+  /// answers may still be on their way. Sources whose manifests have one file name are logged.
   void GetPreferences();
+
+  /// Notes that the source of the signed manifest of that file name has reached `serial`, in the
+  /// list and in the file; a lower one than before is passed over. Fails as `catalog::ChangeXml`.
+  void NoteSerial(const std::string& manifest, std::uint64_t serial);
 
   std::string Path() const;
 
  private:
   void ReportSameNames() const;
   void CreateWithOneSource(platform::FileSystemObject& file_system) const;
+  void ReadKey(const pugi::xml_node& source, const std::string& url);
 
   base::ErrorLog& log_;
   platform::Files& files_;

@@ -3,11 +3,12 @@
 namespace kitbay::view {
 
 ComponentPage::ComponentPage(base::ErrorLog& log, const platform::Files& files,
-                             const base::Settings& settings,
+                             const platform::Clock& clock, const base::Settings& settings,
                              const platform::VersionResource& version_resource,
                              platform::MainWindow& window)
     : rows(log, document, state),
-      catalog_files(files, settings),
+      trust(log, clock, sources),
+      catalog_files(files, settings, trust),
       versions(log, settings, version_resource, catalog_files),
       local(log, catalog_files, versions, rows),
       available(log, catalog_files, versions, shown, rows),

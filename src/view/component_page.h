@@ -8,9 +8,11 @@
 #include "catalog/installed_components.h"
 #include "catalog/installed_rows.h"
 #include "catalog/installed_with_updates.h"
+#include "catalog/manifest_trust.h"
 #include "catalog/new_component_listing.h"
 #include "catalog/new_components.h"
 #include "catalog/update_source_list.h"
+#include "platform/clock.h"
 #include "platform/files.h"
 #include "platform/main_window.h"
 #include "platform/version_resource.h"
@@ -26,8 +28,9 @@ namespace kitbay::view {
 /// The page of components put together: its document and state, the lists of the catalog that fill
 /// it, and the procedures that switch it.
 struct ComponentPage {
-  ComponentPage(base::ErrorLog& log, const platform::Files& files, const base::Settings& settings,
-                const platform::VersionResource& version_resource, platform::MainWindow& window);
+  ComponentPage(base::ErrorLog& log, const platform::Files& files, const platform::Clock& clock,
+                const base::Settings& settings, const platform::VersionResource& version_resource,
+                platform::MainWindow& window);
   ComponentPage(const ComponentPage&) = delete;
   ComponentPage& operator=(const ComponentPage&) = delete;
 
@@ -35,9 +38,10 @@ struct ComponentPage {
   ViewState state;
   PageRows rows;
 
+  catalog::UpdateSourceList sources;
+  catalog::ManifestTrust trust;
   catalog::CatalogFiles catalog_files;
   catalog::FileVersions versions;
-  catalog::UpdateSourceList sources;
   catalog::InstalledRows shown;
   catalog::NewComponents new_components;
   catalog::InstalledComponents local;

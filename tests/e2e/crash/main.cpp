@@ -14,6 +14,7 @@
 
 #include "fakes/blank_page.h"
 #include "fakes/consenting_desktop.h"
+#include "fakes/fake_clock.h"
 #include "install/datastore_registration.h"
 #include "install/removal.h"
 #include "platform/win32/win32_platform.h"
@@ -91,7 +92,9 @@ class Rooms {
   view::PageRows rows_{log_, page_, state_};
   view::PageButtons buttons_{log_, page_, state_, window_};
   catalog::UpdateSourceList sources_;
-  catalog::CatalogFiles catalog_files_{files_, settings_};
+  fakes::FakeClock clock_;
+  catalog::ManifestTrust trust_{log_, clock_, sources_};
+  catalog::CatalogFiles catalog_files_{files_, settings_, trust_};
   install::InstallSession session_;
   install::MainClient main_client_{log_, settings_, desktop_};
   install::DatastoreRegistration registration_{

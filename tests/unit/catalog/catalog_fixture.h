@@ -6,6 +6,7 @@
 
 #include "base/settings.h"
 #include "catalog/catalog_files.h"
+#include "fakes/fake_clock.h"
 #include "fakes/memory_files.h"
 #include "fakes/recording_error_log.h"
 
@@ -33,7 +34,10 @@ class CatalogTest : public testing::Test {
   fakes::RecordingErrorLog log_;
   fakes::MemoryFiles files_;
   base::Settings settings_;
-  CatalogFiles catalog_files_{files_, settings_};
+  fakes::FakeClock clock_;
+  UpdateSourceList sources_;
+  ManifestTrust trust_{log_, clock_, sources_};
+  CatalogFiles catalog_files_{files_, settings_, trust_};
 };
 
 /// Entries with everything that the listings read.

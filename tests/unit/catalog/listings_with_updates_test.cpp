@@ -17,7 +17,6 @@ class ListingWithUpdates : public CatalogTest {
     shown_ = {.ids = {"old"}};
   }
 
-  UpdateSourceList sources_;
   InstalledRows shown_;
   RecordingUpdateCheck check_{shown_};
   RecordingRowWriter rows_;

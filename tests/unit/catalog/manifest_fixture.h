@@ -36,7 +36,6 @@ class ManifestTest : public CatalogTest {
   fakes::FakeVersionResource resources_;
   FileVersions versions_{log_, settings_, resources_, catalog_files_};
   RecordingRowWriter rows_;
-  UpdateSourceList sources_;
   InstalledRows shown_;
 };
 

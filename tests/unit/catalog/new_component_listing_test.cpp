@@ -1,6 +1,7 @@
 #include "catalog/new_component_listing.h"
 
 #include "catalog/manifest_tables.h"
+#include "fakes/signing_maker.h"
 #include "manifest_fixture.h"
 
 namespace kitbay::catalog {
@@ -52,6 +53,29 @@ TEST_F(New, WithoutSourcesOnlyHeadingAndEmptyMarkupAreWrittenAndTheTabIsHidden) 
                           kNewTransportHeading, kNoTransports, "ShowTab tabencloser|trans|-",
                           kNewChannelHeading, kNoChannels, "ShowTab tabencloser|channels|-"));
   EXPECT_THAT(log_.entries, IsEmpty());
+}
+
+TEST_F(New, OffersOfSigningSourcesAloneSayWhatTheirPackageMustBe) {
+  sources_.UpdateSources = {"one.example/a.xml", "two.example/b.xml"};
+  const fakes::SigningMaker maker(1);
+  sources_.keys["b.xml"] = {.key = maker.key()};
+  const auto with_digest = [](const std::string& offer) {
+    return offer.substr(0, offer.rfind("</")) + "<size>12</size><sha256>AB</sha256></addon>";
+  };
+  SetManifest("a.xml", ManifestText(with_digest(Offer("addon", "a", "A", "1")), "", ""));
+  SetManifest("b.xml", maker.Sign(ManifestText(with_digest(Offer("addon", "b", "B", "1")) +
+                                                   Offer("addon", "c", "C", "1"),
+                                               "", ""),
+                                  1, std::chrono::sys_days(std::chrono::days(30000))));
+  new_.funcShowUpdates();
+  ASSERT_EQ(found_.addon.size(), 3U);
+  EXPECT_FALSE(found_.addon[0].digest);
+  ASSERT_TRUE(found_.addon[1].digest);
+  EXPECT_EQ(found_.addon[1].digest->manifest, "b.xml");
+  EXPECT_EQ(found_.addon[1].digest->size, "12");
+  EXPECT_EQ(found_.addon[1].digest->sha256, "ab");
+  ASSERT_TRUE(found_.addon[2].digest);
+  EXPECT_EQ(found_.addon[2].digest->size, "");
 }
 
 TEST_F(New, EachKindListsItsOwnOffers) {

@@ -10,6 +10,7 @@
 
 #include "catalog/catalog_files.h"
 #include "catalog/update_source_list.h"
+#include "fakes/fake_clock.h"
 #include "fakes/fake_html_document.h"
 #include "fakes/fake_main_window.h"
 #include "fakes/memory_files.h"
@@ -114,7 +115,10 @@ class FlowTest : public ::testing::Test {
   fakes::FakeMainWindow window_{""};
   fakes::RecordingDownloads downloads_;
   base::Settings settings_;
-  catalog::CatalogFiles catalog_files_{files_, settings_};
+  fakes::FakeClock clock_;
+  catalog::UpdateSourceList sources_;
+  catalog::ManifestTrust trust_{log_, clock_, sources_};
+  catalog::CatalogFiles catalog_files_{files_, settings_, trust_};
   std::shared_ptr<fakes::FakeHtmlDocument> html_ = std::make_shared<fakes::FakeHtmlDocument>(
       "<div id='installedaddons'></div><div id='installedtransports'></div>"
       "<div id='installedchannels'></div><div id='updatedaddons'></div>"
@@ -123,7 +127,6 @@ class FlowTest : public ::testing::Test {
   view::ViewState state_;
   view::PageRows rows_{log_, page_, state_};
   view::PageButtons buttons_{log_, page_, state_, window_};
-  catalog::UpdateSourceList sources_;
   catalog::NewComponents new_components_;
   update::ManifestCache manifests_{files_, settings_};
   update::PendingPackages pending_packages_;

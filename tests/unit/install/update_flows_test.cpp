@@ -3,6 +3,7 @@
 
 #include <utility>
 
+#include "fakes/signing_maker.h"
 #include "flow_fixture.h"
 
 namespace kitbay::install {
@@ -96,6 +97,34 @@ TEST_P(UpdateOfEachKind, AsksForThePackageOfTheId) {
   EXPECT_EQ(pending.row_id, "4");
   EXPECT_EQ(pending.row_name, "Notes");
   EXPECT_THAT(log_.entries, IsEmpty());
+}
+
+TEST_P(UpdateOfEachKind, RemembersWhatASigningSourceSaysOfThePackage) {
+  const fakes::SigningMaker maker(1);
+  AddInstalled(GetParam(), "Notes", 4);
+  AddManifest(GetParam(),
+              {Offer("notes", "p.example/n.zip") + "<size>12</size><sha256>AB</sha256>"});
+  Press(GetParam());
+  EXPECT_FALSE(pending_packages_[GetParam()].digest);
+
+  const std::string manifest = "C:\\Ovalink\\Kitbay\\list.xml";
+  sources_.keys["list.xml"] = {.key = maker.key()};
+  files_.AddFile(manifest, maker.Sign(*files_.Bytes(manifest), 1,
+                                      std::chrono::sys_days(std::chrono::days(30000))));
+  Press(GetParam());
+  ASSERT_TRUE(pending_packages_[GetParam()].digest);
+  EXPECT_EQ(pending_packages_[GetParam()].digest->manifest, "list.xml");
+  EXPECT_EQ(pending_packages_[GetParam()].digest->size, "12");
+  EXPECT_EQ(pending_packages_[GetParam()].digest->sha256, "ab");
+}
+
+TEST_P(UpdateOfEachKind, AsksForNothingWhereTheManifestOfASigningSourceWasChanged) {
+  sources_.keys["list.xml"] = {.key = fakes::SigningMaker(1).key()};
+  Prepare(GetParam());
+  Press(GetParam());
+  EXPECT_TRUE(NothingIsDownloaded());
+  EXPECT_THAT(log_.entries,
+              ElementsAre(Entry("Kitbay::CheckSignature", -2146893818, "list.xml is not signed")));
 }
 
 TEST_P(UpdateOfEachKind, NamesTheComponentInTheStatusBar) {

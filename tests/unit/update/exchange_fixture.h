@@ -122,7 +122,7 @@ class ExchangeTest : public testing::Test {
   RecordingPackages packages_;
   base::Settings settings_;
   std::shared_ptr<fakes::FakeHtmlDocument> html_ = std::make_shared<fakes::FakeHtmlDocument>(kPage);
-  view::ComponentPage components_{log_, files_, settings_, resources_, window_};
+  view::ComponentPage components_{log_, files_, clock_, settings_, resources_, window_};
   UpdateExchange exchange_{
       {log_, files_, settings_, clock_, desktop_, window_, components_, packages_}};
   view::PageDocument& page_{components_.document};

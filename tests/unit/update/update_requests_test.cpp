@@ -54,6 +54,15 @@ TEST_F(Requests, RefusedRequestIsLoggedAndTheStatusTextStays) {
   EXPECT_THAT(sources_.PendingSources, ElementsAre("updates.example/a.xml"));
 }
 
+TEST_F(Requests, PackageOfASigningSourceIsAwaitedAsItWasAnnounced) {
+  Offer(ComponentKind::kAddon, "chat", "Chat", "p.example/chat.zip");
+  new_components_.addon.back().digest = {.manifest = "m.xml", .size = "3", .sha256 = "ab"};
+  EXPECT_TRUE(requests_.InstallNewAddons("updatedaddons", "Chat", "1", "Chat"));
+  ASSERT_TRUE(pending_packages_.addon.digest);
+  EXPECT_EQ(pending_packages_.addon.digest->manifest, "m.xml");
+  EXPECT_EQ(pending_packages_.addon.digest->sha256, "ab");
+}
+
 TEST_F(Requests, NothingPendingIsTrueAndLeavesTheWindowAlone) {
   window_.status_bar().SetPanelText(platform::kStatusPanel, "as before");
   window_.calls().Clear();

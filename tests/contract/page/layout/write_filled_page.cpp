@@ -10,6 +10,7 @@
 
 #include "catalog/installed_tables.h"
 #include "catalog/manifest_tables.h"
+#include "fakes/fake_clock.h"
 #include "fakes/fake_html_document.h"
 #include "fakes/fake_main_window.h"
 #include "fakes/fake_version_resource.h"
@@ -70,10 +71,11 @@ int main() {
 
   kitbay::fakes::RecordingErrorLog log;
   const kitbay::fakes::MemoryFiles files;
+  const kitbay::fakes::FakeClock clock;
   const kitbay::base::Settings settings;
   const kitbay::fakes::FakeVersionResource versions;
   kitbay::fakes::FakeMainWindow window{""};
-  kitbay::view::ComponentPage page{log, files, settings, versions, window};
+  kitbay::view::ComponentPage page{log, files, clock, settings, versions, window};
   page.document.Connect(document);
   FillLists(page.rows);
 

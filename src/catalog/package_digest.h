@@ -1,0 +1,28 @@
+#pragma once
+
+#include <optional>
+#include <pugixml.hpp>
+#include <string>
+
+#include "platform/files.h"
+
+namespace kitbay::catalog {
+
+/// What a signed manifest says of a component's package.
+struct PackageDigest {
+  std::string manifest;  ///< its file name
+  std::string size;      ///< in bytes; empty where it says nothing
+  std::string sha256;    ///< in hexadecimal digits; empty where it says nothing
+};
+
+/// What the entry of the manifest of that file name says.
+PackageDigest ReadDigest(const std::string& manifest, const pugi::xml_node& entry);
+
+/// Throws `base::Failure`, whose description says what is wrong, unless the file has that size and
+/// digest. A digest without either matches no file. No more than the size is read.
+void CheckDigest(const platform::FileReader& package, const PackageDigest& digest);
+
+/// The SHA-256 of a whole file in lower-case hexadecimal digits.
+std::string Sha256Of(const platform::FileReader& file);
+
+}  // namespace kitbay::catalog
