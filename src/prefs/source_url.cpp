@@ -4,6 +4,9 @@
 #include <array>
 #include <string_view>
 
+#include "base/text.h"
+#include "catalog/manifest_signature.h"
+
 namespace kitbay::prefs {
 namespace {
 
@@ -22,6 +25,17 @@ std::string WithoutScheme(const std::string& url) {
   }
   const std::size_t www = rest.find("www");
   return www == std::string::npos ? rest : rest.substr(www);
+}
+
+std::optional<TypedSource> ReadTypedSource(const std::string& text) {
+  const std::size_t mark = text.rfind('#');
+  if (mark == std::string::npos || text.find('/', mark) != std::string::npos) {
+    return TypedSource{.url = WithoutScheme(text), .key = ""};
+  }
+  const std::string key = base::ToLower(base::Trim(text.substr(mark + 1)));
+  return catalog::ReadKey(key)
+             ? std::optional(TypedSource{.url = WithoutScheme(text.substr(0, mark)), .key = key})
+             : std::nullopt;
 }
 
 bool ValidateUrl(const std::string& text) {

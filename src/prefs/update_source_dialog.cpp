@@ -1,5 +1,6 @@
 #include "prefs/update_source_dialog.h"
 
+#include <algorithm>
 #include <pugixml.hpp>
 
 #include "base/failure.h"
@@ -7,7 +8,6 @@
 #include "base/text.h"
 #include "catalog/xml_change.h"
 #include "catalog/xml_file.h"
-#include "prefs/source_url.h"
 
 namespace kitbay::prefs {
 namespace {
@@ -43,12 +43,20 @@ pugi::xml_node FindSource(pugi::xml_node source, const std::string& url) {
   return source;
 }
 
-// Returns whether the file lacked the source.
-bool AddSource(pugi::xml_node preferences, const std::string& url) {
-  if (FindSource(FirstSource(preferences), url)) {
+// Returns whether the file lacked the source, or its key.
+bool AddSource(pugi::xml_node preferences, const TypedSource& typed) {
+  pugi::xml_node source = FindSource(FirstSource(preferences), typed.url);
+  const bool lacks_key = !typed.key.empty() && !source.attribute("key");
+  if (source && !lacks_key) {
     return false;
   }
-  preferences.append_child("preference").append_attribute("url") = url.c_str();
+  if (!source) {
+    source = preferences.append_child("preference");
+    source.append_attribute("url") = typed.url.c_str();
+  }
+  if (lacks_key) {
+    source.append_attribute("key") = typed.key.c_str();
+  }
   return true;
 }
 
@@ -64,6 +72,7 @@ void UpdateSourceDialog::Show(platform::WindowHandle owner) {
 
 void UpdateSourceDialog::Form_Load() {
   has_additions_ = false;
+  listed_.clear();
   guarded(log_, "Kitbay::Form_Load", [&] {
     window_.EnableRemoveButton(false);
     catalog::XmlDocument file;
@@ -72,7 +81,7 @@ void UpdateSourceDialog::Form_Load() {
     }
     for (pugi::xml_node source = FirstSource(PreferencesOf(file)); source;
          source = catalog::NextElement(source)) {
-      window_.AddItem(catalog::FirstAttributeText(source));
+      List({.url = catalog::FirstAttributeText(source), .key = source.attribute("key").value()});
     }
   });
 }
@@ -130,13 +139,13 @@ void UpdateSourceDialog::cmdPrefClose_Click() {
 
 void UpdateSourceDialog::AddURL() {
   guarded(log_, "Kitbay::AddURL", [&] {
-    const std::string url = WithoutScheme(window_.UrlText());
-    if (!ValidateUrl(url)) {
+    const auto typed = ReadTypedSource(window_.UrlText());
+    if (!typed || !ValidateUrl(typed->url)) {
       RefuseUrl();
-    } else if (IsListed(url)) {
+    } else if (IsListed(typed->url)) {
       RefuseDuplicate();
     } else {
-      TakeUrl(url);
+      TakeSource(*typed);
     }
   });
 }
@@ -152,60 +161,61 @@ void UpdateSourceDialog::RefuseDuplicate() {
   window_.SetStatusText("You have same URL added in your preference.");
 }
 
-void UpdateSourceDialog::TakeUrl(const std::string& url) {
-  const std::string other = ItemOfSameName(url);
-  window_.AddItem(url);
+void UpdateSourceDialog::TakeSource(const TypedSource& source) {
+  const std::string other = UrlOfSameName(source.url);
+  List(source);
   has_additions_ = true;
   window_.FocusAddButton();
   window_.SetUrlText("");
   window_.SetStatusText("The URL is saved. You will start getting updates from this location.");
   window_.FocusUrlBox();
   if (!other.empty()) {
-    user_.TellSameName(url, other);
+    user_.TellSameName(source.url, other);
   }
 }
 
-std::string UpdateSourceDialog::ItemOfSameName(const std::string& url) const {
-  for (int position = 1; position <= window_.ItemCount(); ++position) {
-    const std::string item = window_.ItemText(position);
-    if (AreEqual(base::AfterLastSlash(item), base::AfterLastSlash(url))) {
-      return item;
-    }
-  }
-  return {};
+std::string UpdateSourceDialog::UrlOfSameName(const std::string& url) const {
+  const auto found = std::ranges::find_if(listed_, [&](const TypedSource& source) {
+    return AreEqual(base::AfterLastSlash(source.url), base::AfterLastSlash(url));
+  });
+  return found == listed_.end() ? "" : found->url;
+}
+
+void UpdateSourceDialog::List(const TypedSource& source) {
+  window_.AddItem(source.key.empty() ? source.url : source.url + " (signed)");
+  listed_.push_back(source);
 }
 
 bool UpdateSourceDialog::IsListed(const std::string& url) const {
-  int position = window_.ItemCount();
-  while (position > 0 && !AreEqual(window_.ItemText(position), url)) {
-    --position;
-  }
-  return position > 0;
+  return std::any_of(listed_.begin(), listed_.end(),
+                     [&](const TypedSource& source) { return AreEqual(source.url, url); });
 }
 
 // The search begins after the first source, which must stay even if another one has the same URL. A
 // source that was added since the dialog opened is not in the file yet.
 void UpdateSourceDialog::RemoveSource(int position) {
   window_.SetStatusText("");
+  const auto item = listed_.begin() + (position - 1);
   catalog::ChangeXml(files_, source_file_.Path(), [&](catalog::XmlDocument& file) {
     pugi::xml_node preferences = PreferencesOf(file);
     const pugi::xml_node source =
-        FindSource(catalog::NextElement(FirstSource(preferences)), window_.ItemText(position));
+        FindSource(catalog::NextElement(FirstSource(preferences)), item->url);
     return preferences.remove_child(source);
   });
   window_.RemoveItem(position);
+  listed_.erase(item);
 }
 
 void UpdateSourceDialog::SavePreference(bool& changed) {
   const bool is_done = guarded(log_, "Kitbay::SavePreference", [&] {
     // A file that cannot be loaded in the first place is no failure.
-    for (int position = 1; position <= window_.ItemCount(); ++position) {
+    for (const TypedSource& source : listed_) {
       bool is_new = false;
       const auto add = [&](catalog::XmlDocument& file) {
-        is_new = AddSource(PreferencesOf(file), window_.ItemText(position));
+        is_new = AddSource(PreferencesOf(file), source);
         return is_new;
       };
-      if (position > 1) {
+      if (&source != &listed_.front()) {
         catalog::ChangeXml(files_, source_file_.Path(), add);
       } else if (!catalog::TryChangeXml(files_, source_file_.Path(), add)) {
         return;

@@ -1,11 +1,13 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "base/error_log.h"
 #include "platform/files.h"
 #include "platform/preference_window.h"
 #include "prefs/source_list_user.h"
+#include "prefs/source_url.h"
 #include "update/update_source_file.h"
 
 namespace kitbay::prefs {
@@ -13,6 +15,7 @@ namespace kitbay::prefs {
 /// The dialog `frmPreference`, in which the user adds and removes update sources. Removals are in
 /// the file at once, additions when the dialog closes; then `SourceListUser` is told. The handlers
 /// log their failures and go no further; the file is whole then, and the list shows what it holds.
+/// Sources that sign their manifests are marked in the list.
 /// A change that could not be saved is told to `SourceListUser` as well.
 class UpdateSourceDialog : public platform::PreferenceWindowEvents {
  public:
@@ -45,9 +48,10 @@ class UpdateSourceDialog : public platform::PreferenceWindowEvents {
 
   void RefuseUrl();
   void RefuseDuplicate();
-  void TakeUrl(const std::string& url);
+  void TakeSource(const TypedSource& source);
+  void List(const TypedSource& source);
   bool IsListed(const std::string& url) const;
-  std::string ItemOfSameName(const std::string& url) const;
+  std::string UrlOfSameName(const std::string& url) const;
   void RemoveSource(int position);
 
   base::ErrorLog& log_;
@@ -55,6 +59,7 @@ class UpdateSourceDialog : public platform::PreferenceWindowEvents {
   const update::UpdateSourceFile& source_file_;
   platform::PreferenceWindow& window_;
   SourceListUser& user_;
+  std::vector<TypedSource> listed_;  // in the order of the window's list
   bool has_additions_ = false;
 };
 
