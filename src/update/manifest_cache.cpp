@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "base/failure.h"
+#include "base/guarded.h"
 #include "base/text.h"
 #include "catalog/manifest_file.h"
 #include "catalog/xml_document.h"
@@ -17,25 +18,11 @@ constexpr std::int32_t kInvalidData = static_cast<std::int32_t>(0x8007000D);
 
 constexpr std::uint64_t kMostBytes = std::uint64_t{64} * 1024 * 1024;
 
-// Throws the failure that tells the user why the file at `path` is no manifest.
-void DemandManifest(const platform::Files& files, const std::string& path) {
-  if (files.Open(path)->Size() > kMostBytes) {
-    throw base::Failure(kInvalidData, "The server's list of components is larger than 64 MB");
-  }
-  catalog::XmlDocument document;
-  const bool is_xml = catalog::TryLoadXml(files, path, document);
-  if (!is_xml || std::string_view("components") != catalog::FirstElement(document).name()) {
-    throw base::Failure(kInvalidData, "The server's answer is not a list of components");
-  }
-}
-
-bool IsManifest(const platform::Files& files, const std::string& path) {
-  if (!files.Exists(path)) {
-    return false;
-  }
+bool IsListOfComponents(const std::string& bytes, const std::string& path) {
   try {
-    DemandManifest(files, path);
-    return true;
+    catalog::XmlDocument document;
+    catalog::ParseXml(bytes, path, document);
+    return std::string_view("components") == catalog::FirstElement(document).name();
   } catch (const base::Failure&) {
     return false;
   }
@@ -43,8 +30,34 @@ bool IsManifest(const platform::Files& files, const std::string& path) {
 
 }  // namespace
 
+// Throws the failure that tells the user why the file of the source may not count as its manifest;
+// gives its serial number.
+std::uint64_t ManifestCache::Demand(const std::string& source) const {
+  const std::string path = Path(source);
+  if (files_.Open(path)->Size() > kMostBytes) {
+    throw base::Failure(kInvalidData, "The server's list of components is larger than 64 MB");
+  }
+  const std::string bytes = files_.Read(path);
+  if (!IsListOfComponents(bytes, path)) {
+    throw base::Failure(kInvalidData, "The server's answer is not a list of components");
+  }
+  return trust_.CheckSignature(base::AfterLastSlash(source), bytes);
+}
+
+bool ManifestCache::MayCount(const std::string& source) const {
+  if (!files_.Exists(Path(source))) {
+    return false;
+  }
+  try {
+    Demand(source);
+    return true;
+  } catch (const base::Failure&) {
+    return false;
+  }
+}
+
 void ManifestCache::PutAside(const std::string& source) {
-  if (IsManifest(files_, Path(source))) {
+  if (MayCount(source)) {
     Copy(Path(source), CopyPath(source));
   } else {
     PutBack(source);
@@ -55,9 +68,13 @@ void ManifestCache::Take(const std::string& source) {
   if (!files_.Exists(Path(source))) {
     return;
   }
+  std::uint64_t serial = 0;
   try {
-    DemandManifest(files_, Path(source));
-  } catch (const base::Failure&) {
+    serial = Demand(source);
+  } catch (const base::Failure& refusal) {
+    if (trust_.IsDemandedOf(base::AfterLastSlash(source))) {
+      trust_.LogRefusal(refusal);
+    }
     files_.Delete(Path(source));
     PutBack(source);
     throw;
@@ -65,6 +82,13 @@ void ManifestCache::Take(const std::string& source) {
   if (files_.Exists(CopyPath(source))) {
     files_.Delete(CopyPath(source));
   }
+  NoteSerial(source, serial);
+}
+
+// The manifest itself is good, even where its number cannot be kept for the next run.
+void ManifestCache::NoteSerial(const std::string& source, std::uint64_t serial) {
+  base::guarded(log_, "Kitbay::CheckSignature",
+                [&] { source_file_.NoteSerial(base::AfterLastSlash(source), serial); });
 }
 
 void ManifestCache::PutBack(const std::string& source) {
@@ -78,7 +102,7 @@ void ManifestCache::PutBack(const std::string& source) {
 }
 
 bool ManifestCache::IsUnusable(const std::string& source) const {
-  return files_.Exists(CopyPath(source)) && !IsManifest(files_, Path(source));
+  return files_.Exists(CopyPath(source)) && !MayCount(source);
 }
 
 void ManifestCache::Copy(const std::string& from, const std::string& to) {

@@ -3,8 +3,8 @@
 namespace kitbay::update {
 
 UpdateExchange::UpdateExchange(const ExchangeParts& parts)
-    : manifests(parts.files, parts.settings),
-      source_file(parts.log, parts.files, parts.settings, parts.page.sources),
+    : source_file(parts.log, parts.files, parts.settings, parts.page.sources),
+      manifests(parts.log, parts.files, parts.settings, parts.page.trust, source_file),
       requests(parts.log, parts.settings, parts.window, parts.page.sources,
                parts.page.new_components, manifests, pending_packages),
       transfer_events({parts.log, parts.settings, parts.desktop, parts.window, parts.page.document,

@@ -37,8 +37,8 @@ struct UpdateExchange {
   UpdateExchange& operator=(const UpdateExchange&) = delete;
 
   PendingPackages pending_packages;
-  ManifestCache manifests;
   UpdateSourceFile source_file;
+  ManifestCache manifests;
   UpdateRequests requests;
   TransferEvents transfer_events;
   UpdateDriver driver;

@@ -30,7 +30,7 @@ class FakeClock : public platform::Clock {
 
  private:
   static std::string TwoDigits(int number) {
-    return (number < 10 ? "0" : "") + std::to_string(number);
+    return std::string(number < 10 ? 1 : 0, '0') + std::to_string(number);
   }
 
   platform::LocalTime now_{2026, 11, 21, 10, 15, 30};

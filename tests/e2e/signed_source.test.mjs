@@ -1,0 +1,251 @@
+// A source that signs its manifests, in the hands of whoever holds its server but not its key: nothing
+// is written, and the user is told.
+import assert from 'node:assert/strict';
+import fs from 'node:fs';
+import path from 'node:path';
+import { after, afterEach, before, test } from 'node:test';
+import { dayFromToday, Maker, withDigests } from '../../standins/update_source/maker.mjs';
+import { UpdateSource } from '../../standins/update_source/server.mjs';
+import { demandOnly, everything, sumOf } from './everything.mjs';
+import { allButtonsOn, confirmMessage, messages, rowsOf, sourcesAnswered, Suite } from './harness.mjs';
+
+const maker = new Maker(1);
+const manifestPath = '/ovalink.xml';
+const signedBefore = 5;
+
+let source;
+let suite;
+let kitbay;
+let page;
+let honest; // the manifest without a signature
+let cached; // the manifest of before, as the file in the cache
+
+const sourceFile = () => path.join(suite.userFolder, 'updatepreference.xml');
+const cachedFile = () => path.join(suite.programFolder, 'ovalink.xml');
+/** How many sources offer Scrapbook on the page; partners.xml does as well. */
+const offersOfScrapbook = async () =>
+  (await page.eval(rowsOf('updatedaddons'))).filter(({ name }) => name === 'Scrapbook').length;
+const ofYesterday = () => {
+  const yesterday = new Date(Date.now() - 24 * 60 * 60 * 1000);
+  fs.utimesSync(cachedFile(), yesterday, yesterday);
+};
+
+async function start() {
+  kitbay = suite.start();
+  page = await kitbay.page();
+}
+
+before(async () => {
+  source = await UpdateSource.start();
+  honest = withDigests(source, source.contentOf(manifestPath));
+  suite = await Suite.layOut({ KITBAY_UPDATE_SOURCE: `${source.host}${manifestPath}` });
+  suite.write(
+    'Kitbay/DirectoryPreference.xml',
+    `<root><preferences><preference url='${source.host}${manifestPath}' key='${maker.key}'/></preferences></root>`,
+  );
+  suite.addSources(`${source.host}/partners.xml`);
+});
+afterEach(() => kitbay?.dispose());
+after(() => source.close());
+
+test('an honest manifest is taken, its number is noted, and its packages are installed', async () => {
+  source.publish(manifestPath, maker.sign(honest, { serial: signedBefore }));
+  await start();
+  await page.waitFor(sourcesAnswered);
+  cached = fs.readFileSync(cachedFile(), 'utf8');
+  assert.equal(cached, source.contentOf(manifestPath).toString());
+  assert.match(
+    fs.readFileSync(sourceFile(), 'utf8'),
+    new RegExp(`<preference url="${source.host}${manifestPath}" key="${maker.key}" serial="${signedBefore}"/>`),
+  );
+  await kitbay.show('update', 'channels');
+  await kitbay.press('updatedchannels', 'Tides', 'Install');
+  assert.match(await confirmMessage(), /^Tides Channel has been successfully installed/);
+  await page.waitFor(allButtonsOn);
+  assert.equal(await kitbay.close(), 0);
+  assert.deepEqual(suite.logEntries(), []);
+});
+
+/** What a source of the attacker's says in place of the honest one: an entry of a library of theirs. */
+const forged = (text) => text.replace('OvlScrapbook.dll', 'Evil.dll');
+
+/** The manifest with the first entry of another one. */
+function mixed(text, other) {
+  const [entry] = /<addon id="spellcheck"[^]*?<\/addon>/.exec(other);
+  return text.replace(/<addon id="spellcheck"[^]*?<\/addon>/, () => entry);
+}
+
+const manifestAttacks = [
+  {
+    what: 'a forged manifest under the honest signature',
+    serve: () => forged(maker.sign(honest, { serial: 6 })),
+    told: 'was changed after it was signed',
+  },
+  { what: 'a manifest without a signature', serve: () => forged(honest), told: 'is not signed' },
+  {
+    what: 'a signature that was stripped of its value',
+    serve: () => maker.sign(honest, { serial: 6 }).replace(/ed25519="\w+"/, 'ed25519=""'),
+    told: 'has a signature that cannot be read',
+  },
+  {
+    what: 'a manifest signed with another key',
+    serve: () => new Maker(2).sign(forged(honest), { serial: 6 }),
+    told: 'is signed with another key',
+  },
+  {
+    what: 'a manifest signed with another key under the name of the honest one',
+    serve: () =>
+      new Maker(2).sign(forged(honest), { serial: 6 }).replace(new Maker(2).key.slice(0, 16), maker.key.slice(0, 16)),
+    told: 'was changed after it was signed',
+  },
+  {
+    what: 'an older manifest, played again',
+    serve: () => maker.sign(honest.replace('1.0.2.0', '1.0.1.0'), { serial: signedBefore - 1 }),
+    told: `is number ${signedBefore - 1} of its source, older than number ${signedBefore} seen before`,
+  },
+  {
+    what: 'a manifest frozen past its last day',
+    serve: () => maker.sign(honest, { serial: 6, until: dayFromToday(-1) }),
+    told: `held until ${dayFromToday(-1)} only`,
+  },
+  {
+    what: 'entries mixed from two manifests',
+    serve: () => {
+      const [older, newer] = [5, 6].map((serial) =>
+        maker.sign(honest.replace('2.4.2.3', `2.4.2.${serial}`), { serial }));
+      return mixed(newer, older);
+    },
+    told: 'was changed after it was signed',
+  },
+  {
+    what: 'a manifest cut off before its signature',
+    serve: () => maker.sign(honest, { serial: 6 }).replace(/\n<!--[^]*$/, '\n'),
+    told: 'is not signed',
+  },
+  {
+    what: 'a redirection to a manifest without a signature',
+    serve: () => maker.sign(honest, { serial: 6 }),
+    misbehave: () => {
+      source.publish('/elsewhere/list.xml', forged(honest));
+      source.misbehave(manifestPath, 'redirect', { to: '/elsewhere/list.xml' });
+    },
+    told: 'is not signed',
+  },
+];
+
+for (const { what, serve, misbehave, told } of manifestAttacks) {
+  test(`${what} is a failed source, and what was fetched before stays listed`, async () => {
+    fs.writeFileSync(cachedFile(), cached);
+    ofYesterday();
+    const preferences = fs.readFileSync(sourceFile());
+    const registry = suite.registryFiles();
+    source.publish(manifestPath, serve());
+    misbehave?.();
+    fs.rmSync(path.join(suite.programFolder, 'partners.xml'), { force: true });
+
+    await start();
+    assert.equal(await confirmMessage(), `${manifestPath}      ovalink.xml ${told}`);
+    await page.waitFor(sourcesAnswered);
+    assert.equal((await source.request('/partners.xml')).path, '/partners.xml'); // the next one was asked
+    await kitbay.show('update', 'addons');
+    assert.equal(await offersOfScrapbook(), 2);
+    assert.equal(await kitbay.close(), 0);
+
+    source.behave();
+    assert.equal(fs.readFileSync(cachedFile(), 'utf8'), cached);
+    assert.deepEqual(fs.readFileSync(sourceFile()), preferences);
+    assert.deepEqual(suite.registryFiles(), registry);
+    assert.deepEqual(suite.manifests().sort(), ['ovalink.xml', 'partners.xml']);
+    assert.deepEqual(
+      suite.logEntries().map(({ procedure, description }) => [procedure, description]),
+      ['Kitbay::CheckSignature', 'Kitbay::OvTransportEvents_Exception'].map((name) => [name, `ovalink.xml ${told}`]),
+    );
+  });
+}
+
+test('a manifest changed on disk is not listed, is told, and is fetched again', async () => {
+  source.publish(manifestPath, maker.sign(honest, { serial: 6 }));
+  fs.writeFileSync(cachedFile(), forged(cached)); // of today: it would not be asked for
+  await start();
+  assert.match(await confirmMessage(), /ovalink\.xml was changed after it was signed$/);
+  await page.waitFor(sourcesAnswered);
+  assert.equal(fs.readFileSync(cachedFile(), 'utf8'), source.contentOf(manifestPath).toString());
+  assert.equal(await kitbay.close(), 0);
+  assert.deepEqual(
+    suite.logEntries().map(({ procedure, description }) => [procedure, description]),
+    [['Kitbay::CheckSignature', 'ovalink.xml was changed after it was signed']],
+  );
+});
+
+test('a manifest changed on disk whose source fails, too, offers nothing', async () => {
+  source.publish(manifestPath, forged(honest));
+  fs.writeFileSync(cachedFile(), forged(cached));
+  await start();
+  await confirmMessage();
+  await confirmMessage();
+  await page.waitFor(sourcesAnswered); // partners.xml is of today
+  await kitbay.show('update', 'addons');
+  assert.equal(await offersOfScrapbook(), 1);
+  assert.equal(await kitbay.close(), 0);
+});
+
+const kScrapbook = '/packages/scrapbook.zip';
+const corrupt = 'Download of scrapbook.zip is corrupt . Try again';
+const refusal = (why) => [
+  [-2146893822, 'Kitbay::CheckSignature', `ovalink.xml ${why}`],
+  [0, 'Kitbay::UnPack', 'There was an error creating the archive.'],
+];
+const sizeOf = (bytes) => `announces ${source.contentOf(kScrapbook).length} bytes, and the package has ${bytes}`;
+
+const packageAttacks = [
+  {
+    what: 'a package swapped for another of its size',
+    serve: (package_) => {
+      const other = Buffer.from(package_);
+      other[other.length >> 1] ^= 1;
+      return other;
+    },
+    why: () => 'announces a package of another SHA-256',
+  },
+  {
+    what: 'the package of another component',
+    serve: () => source.contentOf('/packages/chess.zip'),
+    why: (bytes) => sizeOf(bytes),
+  },
+  {
+    what: 'a package cut short',
+    serve: (package_) => package_.subarray(0, package_.length >> 1),
+    why: (bytes) => sizeOf(bytes),
+  },
+];
+
+test('packages that are not what was signed', async (t) => {
+  fs.rmSync(cachedFile(), { force: true });
+  source.publish(manifestPath, maker.sign(honest, { serial: 7 }));
+  const package_ = source.contentOf(kScrapbook);
+  const whys = packageAttacks.map(({ serve, why }) => why(serve(package_).length));
+  await start();
+  await page.waitFor(sourcesAnswered);
+  await kitbay.show('update', 'addons');
+  for (const [i, { what, serve }] of packageAttacks.entries()) {
+    await t.test(`${what} is not opened`, async () => {
+      source.publish(kScrapbook, serve(package_));
+      const before = await everything(suite, page);
+      await kitbay.press('updatedaddons', 'Scrapbook', 'Install');
+      assert.equal(await confirmMessage(), corrupt);
+      await page.waitFor(allButtonsOn);
+      await demandOnly(
+        { log: refusal(whys[i]), working: { 'scrapbook.zip': sumOf(source.contentOf(kScrapbook)) } },
+        before, suite, page,
+      );
+      source.publish(kScrapbook, package_);
+    });
+  }
+  await t.test('after all that, the honest one is installed', async () => {
+    await kitbay.press('updatedaddons', 'Scrapbook', 'Install');
+    assert.match(await confirmMessage(), /^Scrapbook addon has been successfully installed/);
+    await page.waitFor(allButtonsOn);
+    assert.deepEqual(await messages(), []);
+  });
+  assert.equal(await kitbay.close(), 0);
+});
