@@ -131,8 +131,8 @@ class FlowTest : public ::testing::Test {
   update::PendingPackages pending_packages_;
   update::UpdateSourceFile source_file_{log_, files_, settings_, sources_};
   update::ManifestCache manifests_{log_, files_, settings_, trust_, source_file_};
-  update::UpdateRequests requests_{log_,     settings_,       window_,    sources_,
-                                   new_components_, manifests_, pending_packages_};
+  update::UpdateRequests requests_{log_,       settings_,        window_, sources_, new_components_,
+                                   manifests_, pending_packages_};
   InstallSession session_;
   MainClient main_client_{log_, settings_, desktop_};
   platform::WindowHandle client_window_;

@@ -51,11 +51,9 @@ class SignedAnswers : public ExchangeTest {
   void ExpectRefused(const std::string& why) {
     EXPECT_EQ(files_.Bytes(kCached), Signed(5));
     EXPECT_THAT(Preferences(), HasSubstr("serial='5'"));
-    EXPECT_THAT(desktop_.calls(),
-                ElementsAre("ShowMessage [/a.xml      " + why + "] [Kitbay] 64"));
-    EXPECT_THAT(log_.entries,
-                ElementsAre(Entry("Kitbay::CheckSignature", kBadSignature, why),
-                            Entry("Kitbay::OvTransportEvents_Exception", 0, why)));
+    EXPECT_THAT(desktop_.calls(), ElementsAre("ShowMessage [/a.xml      " + why + "] [Kitbay] 64"));
+    EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::CheckSignature", kBadSignature, why),
+                                          Entry("Kitbay::OvTransportEvents_Exception", 0, why)));
     EXPECT_THAT(downloads_.documents, ElementsAre(ManifestRequest("two.example", "/b.xml")));
   }
 
@@ -114,8 +112,8 @@ TEST_F(SignedAnswers, AreLookedAtEvenWhereTheKeyCameWhileTheyWereOnTheirWay) {
   source_file_.GetPreferences();
   files_.AddFile(kCached, unsigned_);
   events_.Message("/a.xml", "Completed", "true");
-  EXPECT_THAT(log_.entries, Contains(Entry("Kitbay::CheckSignature", kBadSignature,
-                                           "a.xml is not signed")));
+  EXPECT_THAT(log_.entries,
+              Contains(Entry("Kitbay::CheckSignature", kBadSignature, "a.xml is not signed")));
 }
 
 TEST_F(SignedAnswers, ThatLieInTheCacheAreReadAgainOnTheirDay) {
@@ -133,8 +131,8 @@ TEST_F(SignedAnswers, ThatWereChangedInTheCacheAreToldAndAskedForAgain) {
   EXPECT_THAT(desktop_.calls(),
               ElementsAre("ShowMessage [What was saved of an update source is not used:\r\n\r\n"
                           "a.xml is not signed] [Kitbay] 64"));
-  EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::CheckSignature", kBadSignature,
-                                              "a.xml is not signed")));
+  EXPECT_THAT(log_.entries,
+              ElementsAre(Entry("Kitbay::CheckSignature", kBadSignature, "a.xml is not signed")));
   EXPECT_TRUE(LocalDataIsShown());
 }
 
