@@ -47,6 +47,32 @@ test("Kitbay's classes are the machine's, and a second start raises the window",
   }
 });
 
+for (const [second, first] of [['with', 'without'], ['without', 'with']]) {
+  test(`a start ${second} the rights ends where Kitbay runs ${first} them, and leaves one window`, async () => {
+    const suite = await Suite.layOut();
+    const kitbayWith = () => suite.start();
+    const kitbayWithout = () => Program.start(starter, '--limited', `${suite.windowsFolder}\\Kitbay\\Kitbay.exe`);
+    const [startFirst, startSecond] = first === 'with' ? [kitbayWith, kitbayWithout] : [kitbayWithout, kitbayWith];
+    const kitbay = startFirst();
+    try {
+      const page = await kitbay.page();
+      await page.waitFor(`document.querySelector('#installedchannels > div')`);
+      const later = startSecond();
+      await later.ended();
+      await later.dispose();
+      const elevated = (await probe('programs', 'Kitbay.exe')).map((program) => program.elevated);
+      assert.deepEqual(elevated, [first === 'with']);
+      assert.equal((await windows()).filter(isKitbay).length, 1);
+      await kitbay.close();
+      assert.deepEqual(suite.logEntries(), []);
+    } finally {
+      await kitbay.dispose();
+      // The one without the rights has registered its classes for the user.
+      await wine('reg', 'delete', 'HKCU\\Software\\Classes\\Kitbay.Manager', '/f').catch(() => {});
+    }
+  });
+}
+
 test('the main client is started again by the desktop of its user, without the rights', async () => {
   const source = await UpdateSource.start();
   const suite = await Suite.layOut({ KITBAY_UPDATE_SOURCE: `${source.host}/ovalink.xml` });
