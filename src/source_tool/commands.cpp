@@ -1,0 +1,250 @@
+#include "source_tool/commands.h"
+
+#include <exception>
+#include <iterator>
+#include <map>
+#include <utility>
+
+#include "base/failure.h"
+#include "base/text.h"
+#include "source_tool/arguments.h"
+#include "source_tool/disk.h"
+#include "source_tool/finding.h"
+#include "source_tool/keys.h"
+#include "source_tool/manifest_editing.h"
+#include "source_tool/manifest_rules.h"
+#include "source_tool/package_rules.h"
+#include "source_tool/rehearsal.h"
+#include "source_tool/source_rules.h"
+
+namespace kitbay::source_tool {
+namespace {
+
+using base::ComponentKind;
+using base::Failure;
+using base::RuntimeError;
+
+constexpr const char* kUsageText =
+    "usage: kitbay-source COMMAND ...\n"
+    "  init MANIFEST [--key FILE]                     a new key and an empty manifest\n"
+    "  add MANIFEST PACKAGE.zip [--url FOLDER] [--kind addon|transport|channel]\n"
+    "      [--name T] [--version T] [--description T] [--progid T]\n"
+    "                                                 enters a package, or its next release\n"
+    "  sign MANIFEST [--key FILE] [--days N]          signs it; it holds for N days, 90 unless "
+    "told\n"
+    "  check MANIFEST [--packages FOLDER] [--previous MANIFEST] [--sources FILE] [--public KEY]\n"
+    "      [--bits 32|64] [--json] [--quiet]          finds what would fail at the user's\n"
+    "  rehearse MANIFEST... --registry FILE [--custom FILE] [--installed ID=VERSION]... [--json]\n"
+    "                                                 shows what that user would be offered\n"
+    "The key is in MANIFEST.key unless told. Ends with 0 when all is well, 1 when there are "
+    "findings,\n"
+    "2 when the words are wrong, 3 when a file cannot be read or written.\n";
+
+constexpr int kDefaultDays = 90;
+
+/// What every command works with.
+struct Place {
+  Disk disk;
+  std::chrono::sys_days today;
+  std::ostream& out;
+  std::ostream& err;
+};
+
+std::string KeyFileOf(const Arguments& arguments) {
+  return arguments.Value("--key", arguments.files().front() + ".key");
+}
+
+int Number(const std::string& text, const std::string& option) {
+  try {
+    std::size_t end = 0;
+    const int number = std::stoi(text, &end);
+    if (end == text.size() && number > 0) {
+      return number;
+    }
+  } catch (const std::exception&) {
+    // Told below.
+  }
+  throw WrongUsage(option + " needs a number");
+}
+
+int Init(Place& place, const std::vector<std::string>& words) {
+  const Arguments arguments(words, {"--key"}, {});
+  const std::string& manifest = arguments.OnlyFile();
+  const std::string key_file = KeyFileOf(arguments);
+  for (const std::string& file : {manifest, key_file}) {
+    if (place.disk.Exists(file)) {
+      throw Failure(RuntimeError::kFileAlreadyExists, file);
+    }
+  }
+  const catalog::SecretKey key = MakeSecretKey();
+  WriteKeyFile(place.disk, key_file, key);
+  place.disk.Replace(manifest, EmptyManifest());
+  place.out << manifest << " has no entries yet; add packages and sign it.\n"
+            << key_file << " signs it. Keep it secret, keep a copy, and never on the server.\n"
+            << "Users add the source as URL#" << catalog::KeyDigits(PublicKeyOf(key)) << "\n";
+  return kDone;
+}
+
+ComponentKind KindOf(const std::string& text) {
+  const std::map<std::string, ComponentKind> kinds = {{"addon", ComponentKind::kAddon},
+                                                      {"transport", ComponentKind::kTransport},
+                                                      {"channel", ComponentKind::kChannel}};
+  const auto kind = kinds.find(text);
+  if (kind == kinds.end()) {
+    throw WrongUsage("--kind is addon, transport or channel");
+  }
+  return kind->second;
+}
+
+int Add(Place& place, const std::vector<std::string>& words) {
+  const std::vector<std::string> elements = {"name", "version", "description", "progid"};
+  const Arguments arguments(
+      words, {"--url", "--kind", "--name", "--version", "--description", "--progid"}, {});
+  if (arguments.files().size() != 2) {
+    throw WrongUsage("a manifest and a package are needed");
+  }
+  const std::string& file = arguments.files()[0];
+  Addition addition{.package = arguments.files()[1],
+                    .kind = KindOf(arguments.Value("--kind", "addon")),
+                    .url_folder = arguments.Value("--url")};
+  for (const std::string& element : elements) {
+    if (arguments.Has("--" + element)) {
+      addition.texts[element] = arguments.Value("--" + element);
+    }
+  }
+  std::string manifest = place.disk.Read(file);
+  const Entered entered = AddPackage(place.disk, addition, manifest);
+  place.disk.Replace(file, manifest);
+  place.out << (entered.is_new ? "Added " : "Updated ") << entered.id << ", version "
+            << entered.version << ". The manifest must be signed again.\n";
+  return kDone;
+}
+
+int Sign(Place& place, const std::vector<std::string>& words) {
+  const Arguments arguments(words, {"--key", "--days"}, {});
+  const std::string& file = arguments.OnlyFile();
+  const int days = Number(arguments.Value("--days", std::to_string(kDefaultDays)), "--days");
+  const catalog::SecretKey key = ReadKeyFile(place.disk, KeyFileOf(arguments));
+  const std::string manifest = place.disk.Read(file);
+  const auto before = catalog::FindSignature(manifest);
+  const std::uint64_t serial = before ? before->serial + 1 : 1;
+  const std::chrono::sys_days until = place.today + std::chrono::days(days);
+  place.disk.Replace(file, catalog::SignManifest(manifest, key, serial, until));
+  place.out << "Signed as number " << serial << "; it holds until " << catalog::DateText(until)
+            << ".\n";
+  return kDone;
+}
+
+void Append(std::vector<Finding>& findings, std::vector<Finding> more) {
+  findings.insert(findings.end(), std::move_iterator(more.begin()), std::move_iterator(more.end()));
+}
+
+/// A bar of so many of 40 marks, drawn over the last one.
+Progress ProgressBar(std::ostream& err, bool is_shown) {
+  return [&err, is_shown](double done) {
+    constexpr int kMarks = 40;
+    if (is_shown) {
+      const int marks = static_cast<int>(done * kMarks);
+      err << "\r[" << std::string(static_cast<std::size_t>(marks), '#')
+          << std::string(static_cast<std::size_t>(kMarks - marks), ' ') << "]"
+          << (done == 1 ? "\n" : "") << std::flush;
+    }
+  };
+}
+
+std::vector<Finding> CheckKey(const ManifestText& manifest, const std::string& digits,
+                              std::chrono::sys_days today) {
+  const auto key = catalog::ReadKey(digits);
+  if (!key) {
+    throw WrongUsage("--public needs a key of 64 digits");
+  }
+  return CheckSignature(manifest, *key, today);
+}
+
+std::vector<Finding> CheckAll(Place& place, const Arguments& arguments) {
+  ManifestText manifest{.file = arguments.OnlyFile(), .bytes = {}, .document = {}};
+  manifest.bytes = place.disk.Read(manifest.file);
+  std::vector<Finding> findings = Parse(manifest);
+  if (!findings.empty()) {
+    return findings;
+  }
+  Append(findings, CheckEntries(manifest));
+  if (arguments.Has("--previous")) {
+    ManifestText previous{.file = arguments.Value("--previous"), .bytes = {}, .document = {}};
+    previous.bytes = place.disk.Read(previous.file);
+    if (Parse(previous).empty()) {
+      Append(findings, CheckVersionsSince(manifest, previous));
+    }
+  }
+  if (arguments.Has("--packages")) {
+    Append(findings, CheckPackages(place.disk, manifest, arguments.Value("--packages"),
+                                   Number(arguments.Value("--bits", "32"), "--bits"),
+                                   ProgressBar(place.err, !arguments.Has("--quiet") &&
+                                                              !arguments.Has("--json"))));
+  }
+  if (arguments.Has("--public")) {
+    Append(findings, CheckKey(manifest, arguments.Value("--public"), place.today));
+  }
+  if (arguments.Has("--sources")) {
+    Append(findings, CheckSources(place.disk, arguments.Value("--sources")));
+  }
+  return findings;
+}
+
+int Check(Place& place, const std::vector<std::string>& words) {
+  const Arguments arguments(words, {"--packages", "--previous", "--sources", "--public", "--bits"},
+                            {"--json", "--quiet"});
+  const std::vector<Finding> findings = CheckAll(place, arguments);
+  (arguments.Has("--json") ? WriteFindingsAsJson : WriteFindings)(place.out, findings);
+  return findings.empty() ? kDone : kFound;
+}
+
+int RehearseFor(Place& place, const std::vector<std::string>& words) {
+  const Arguments arguments(words, {"--registry", "--custom", "--installed"}, {"--json"});
+  if (arguments.files().empty() || !arguments.Has("--registry")) {
+    throw WrongUsage("a manifest and --registry are needed");
+  }
+  RehearsedUser user{.registry = arguments.Value("--registry"),
+                     .custom_registry = arguments.Value("--custom"),
+                     .manifests = arguments.files()};
+  for (const std::string& installed : arguments.Values("--installed")) {
+    const std::size_t mark = installed.find('=');
+    if (mark == std::string::npos) {
+      throw WrongUsage("--installed needs ID=VERSION");
+    }
+    user.versions[installed.substr(0, mark)] = installed.substr(mark + 1);
+  }
+  return Rehearse(user, arguments.Has("--json"), place.out) ? kDone : kFound;
+}
+
+int RunCommand(Place& place, const std::vector<std::string>& words) {
+  const std::map<std::string, int (*)(Place&, const std::vector<std::string>&)> commands = {
+      {"init", Init}, {"add", Add}, {"sign", Sign}, {"check", Check}, {"rehearse", RehearseFor}};
+  if (words.size() == 1 && words[0] == "--help") {
+    place.out << kUsageText;
+    return kDone;
+  }
+  const auto command = words.empty() ? commands.end() : commands.find(words[0]);
+  if (command == commands.end()) {
+    throw WrongUsage("a command is needed");
+  }
+  return command->second(place, {words.begin() + 1, words.end()});
+}
+
+}  // namespace
+
+int Run(const std::vector<std::string>& words, std::chrono::sys_days today, std::ostream& out,
+        std::ostream& err) {
+  Place place{.disk = {}, .today = today, .out = out, .err = err};
+  try {
+    return RunCommand(place, words);
+  } catch (const WrongUsage& wrong) {
+    err << "kitbay-source: " << wrong.what() << "\n" << kUsageText;
+    return kUsage;
+  } catch (const std::exception& failure) {
+    err << "kitbay-source: " << failure.what() << "\n";
+    return kFailed;
+  }
+}
+
+}  // namespace kitbay::source_tool

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "source_tool/text_place.h"
+
+namespace kitbay::source_tool {
+
+/// The rules of `check`, by the number that a finding of each has.
+enum class Rule {
+  kIdNotFirst = 1,
+  kNameIsNotId = 2,
+  kVersion = 3,
+  kVersionInName = 4,
+  kOneLibrary = 5,
+  kCategory = 6,
+  kEmptyFile = 7,
+  kName = 8,
+  kBitness = 9,
+  kTooLarge = 10,
+  kSameFileName = 11,
+  kMissing = 12,
+  kDigest = 13,
+  kSignature = 14,
+  kSameId = 15,
+  kNoManifest = 16,
+  kNoPackage = 17,
+};
+
+/// Something that fails without a word at the user's.
+struct Finding {
+  Rule rule;
+  std::string file;
+  TextPlace place;
+  std::string what;   ///< what is wrong there
+  std::string shows;  ///< what the user would see
+  std::string todo;   ///< what to do
+};
+
+/// Writes findings for people, or as one JSON object for machines.
+void WriteFindings(std::ostream& out, const std::vector<Finding>& findings);
+void WriteFindingsAsJson(std::ostream& out, const std::vector<Finding>& findings);
+
+/// `text` between quotation marks, as JSON has it.
+std::string JsonText(const std::string& text);
+
+}  // namespace kitbay::source_tool

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/files.h"
+#include "source_tool/finding.h"
+
+namespace kitbay::source_tool {
+
+/// What is wrong with the sources of a file such as DirectoryPreference.xml. Throws `base::Failure`
+/// where it cannot be read.
+std::vector<Finding> CheckSources(const platform::Files& files, const std::string& path);
+
+}  // namespace kitbay::source_tool
