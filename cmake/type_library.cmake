@@ -3,6 +3,9 @@
 # files that it imports. With LIBRARY the file's type library FILE.tlb is compiled as well, into
 # the folder of the header; the target's property KITBAY_TYPE_LIBRARY names it.
 find_program(KITBAY_WIDL ${KITBAY_TRIPLET}-widl REQUIRED)
+find_program(KITBAY_FAKETIME faketime REQUIRED)
+# A type library says when it was made. The same sources are to make the same bytes.
+set(KITBAY_TIMELESS_WIDL env TZ=UTC ${KITBAY_FAKETIME} -f "2000-01-01 00:00:00" ${KITBAY_WIDL})
 set(KITBAY_WIDL_DIR "${CMAKE_CURRENT_LIST_DIR}/widl")
 
 function(kitbay_interfaces name file)
@@ -28,8 +31,8 @@ function(kitbay_interfaces name file)
     set(standard "${folder}/stdole2.tlb")
     list(APPEND outputs "${folder}/${stem}.tlb")
     add_custom_command(OUTPUT "${folder}/${stem}.tlb"
-      COMMAND ${KITBAY_WIDL} -t -o "${standard}" "${KITBAY_WIDL_DIR}/stdole2.idl"
-      COMMAND ${KITBAY_WIDL} ${options} -L "${folder}" -t -o "${folder}/${stem}.tlb" "${source}"
+      COMMAND ${KITBAY_TIMELESS_WIDL} -t -o "${standard}" "${KITBAY_WIDL_DIR}/stdole2.idl"
+      COMMAND ${KITBAY_TIMELESS_WIDL} ${options} -L "${folder}" -t -o "${folder}/${stem}.tlb" "${source}"
       DEPENDS ${inputs} "${KITBAY_WIDL_DIR}/stdole2.idl" VERBATIM)
   endif()
 
