@@ -1,3 +1,13 @@
+# What the system's interfaces ask of those who call them: handles that are numbers, and names of pointer
+# types; arrays; functions that are looked up by name; interfaces that are in no namespace. Their callbacks
+# let no exception pass, and a window's controls are there as long as it is. The analyzer takes what a
+# message brings for the object to be null.
+set(KITBAY_CHECKS_NOT_FOR_WINDOWS
+  -performance-no-int-to-ptr -misc-misplaced-const -modernize-avoid-c-arrays
+  -bugprone-casting-through-void -bugprone-multi-level-implicit-pointer-conversion
+  -bugprone-suspicious-stringview-data-usage -bugprone-empty-catch -bugprone-unchecked-optional-access
+  -bugprone-forward-declaration-namespace -clang-analyzer-core.CallAndMessage)
+
 # check_with_clang_tidy(target)
 # Adds the target's sources to what the target "clang_tidy" checks, with the target's include folders
 # and neither the sanitizers nor any other option of the compiler. They are checked as one unit, which
@@ -15,6 +25,9 @@ function(check_with_clang_tidy target)
   set(includes "")
   foreach(source IN LISTS sources)
     cmake_path(ABSOLUTE_PATH source NORMALIZE)
+    if(NOT source MATCHES "[.]cpp$")
+      continue()
+    endif()
     string(APPEND includes "#include \"${source}\"\n")
   endforeach()
   # The analyzer follows paths through included sources only below a file of this name.
@@ -23,16 +36,36 @@ function(check_with_clang_tidy target)
 
   set(stamp "${unit}.stamp")
   set(standard -std=c++${CMAKE_CXX_STANDARD})
+  set(checks -bugprone-suspicious-include)
+  set(definitions "")
+  set(system "")
+  if(WIN32)
+    list(APPEND checks ${KITBAY_CHECKS_NOT_FOR_WINDOWS})
+    set(definitions "-D$<JOIN:$<TARGET_PROPERTY:${target},COMPILE_DEFINITIONS>,;-D>")
+    # The cross compiler's headers, without those that each compiler has of its own.
+    list(APPEND system "--target=${KITBAY_TRIPLET}")
+    foreach(folder IN LISTS CMAKE_CXX_IMPLICIT_INCLUDE_DIRECTORIES)
+      if(NOT folder MATCHES "/lib/gcc/.*/include(-fixed)?$")
+        list(APPEND system -isystem "${folder}")
+      endif()
+    endforeach()
+  endif()
+  list(JOIN checks "," checks)
   set(folders "-I$<JOIN:$<TARGET_PROPERTY:${target},INCLUDE_DIRECTORIES>,;-I>")
   add_custom_command(OUTPUT "${stamp}"
-    COMMAND ${CMAKE_CXX_COMPILER} ${standard} "${folders}" -MM -MT "${stamp}" -MF "${stamp}.d" "${unit}"
+    COMMAND ${CMAKE_CXX_COMPILER} ${standard} "${definitions}" "${folders}" -MM -MT "${stamp}" -MF "${stamp}.d" "${unit}"
     COMMAND ${KITBAY_CLANG_TIDY_PROGRAM} --quiet "--config-file=${PROJECT_SOURCE_DIR}/.clang-tidy"
-      --checks=-bugprone-suspicious-include "${unit}" -- ${standard} "${folders}"
+      "--header-filter=^${PROJECT_SOURCE_DIR}/(src|suite)/" "--checks=${checks}" "${unit}" --
+      ${standard} "${definitions}" "${folders}" ${system}
     COMMAND ${CMAKE_COMMAND} -E touch "${stamp}"
     DEPENDS "${unit}" "${PROJECT_SOURCE_DIR}/.clang-tidy" "${KITBAY_CLANG_TIDY_PROGRAM}"
     DEPFILE "${stamp}.d"
     COMMENT "Checking ${target} with clang-tidy"
     COMMAND_EXPAND_LISTS VERBATIM)
   add_custom_target(clang_tidy_${target} DEPENDS "${stamp}")
+  # It needs what is generated for it.
+  if(WIN32)
+    add_dependencies(clang_tidy_${target} ${target})
+  endif()
   add_dependencies(clang_tidy clang_tidy_${target})
 endfunction()

@@ -72,8 +72,8 @@ void Advance(Level& level) {
 
 }  // namespace
 
-void DeleteFolderTree(const std::wstring& folder, bool force) {
-  const std::wstring root = AnyLength(folder);
+void DeleteFolderTree(const std::wstring& path, bool force) {
+  const std::wstring root = AnyLength(path);
   const DWORD attributes = GetFileAttributesW(root.c_str());
   if (attributes == INVALID_FILE_ATTRIBUTES || !Has(attributes, FILE_ATTRIBUTE_DIRECTORY)) {
     throw Failure(RuntimeError::kPathNotFound);

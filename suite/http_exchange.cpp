@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <mutex>
+#include <utility>
 #include <vector>
 
 #include "http_failure.h"
@@ -111,8 +112,8 @@ class HttpExchange::Progress {
   std::shared_ptr<Progress> self_;
 };
 
-HttpExchange::HttpExchange(const TransferAddress& address, const Terms& terms, HANDLE cancel)
-    : terms_(terms),
+HttpExchange::HttpExchange(const TransferAddress& address, Terms terms, HANDLE cancel)
+    : terms_(std::move(terms)),
       is_secure_(address.is_secure),
       cancel_(cancel),
       progress_(std::make_shared<Progress>()) {
@@ -227,7 +228,7 @@ void HttpExchange::AllowSignOn() {
 }
 
 void HttpExchange::Listen() {
-  DWORD_PTR context = reinterpret_cast<DWORD_PTR>(progress_.get());
+  auto context = reinterpret_cast<DWORD_PTR>(progress_.get());
   if (!WinHttpSetOption(request_.get(), WINHTTP_OPTION_CONTEXT_VALUE, &context, sizeof context)) {
     ThrowHttpFailure(GetLastError());
   }

@@ -34,7 +34,7 @@ class HttpExchange {
   };
 
   /// Sends the request and waits for the answer's heading.
-  HttpExchange(const TransferAddress& address, const Terms& terms, HANDLE cancel);
+  HttpExchange(const TransferAddress& address, Terms terms, HANDLE cancel);
   ~HttpExchange();
   HttpExchange(const HttpExchange&) = delete;
   HttpExchange& operator=(const HttpExchange&) = delete;

@@ -1,6 +1,7 @@
 #include "platform/win32/com/automation.h"
 
 #include <array>
+#include <ranges>
 
 #include "platform/win32/com/bstr.h"
 #include "platform/win32/com/com_failure.h"
@@ -76,8 +77,8 @@ Variant Invoke(IDispatch& object, DISPID member, WORD flags, std::span<const Var
   // Shallow copies, last argument first; the caller's values own what they refer to.
   std::vector<VARIANT> reversed;
   reversed.reserve(arguments.size());
-  for (auto argument = arguments.rbegin(); argument != arguments.rend(); ++argument) {
-    reversed.push_back(argument->get());
+  for (const Variant& argument : arguments | std::views::reverse) {
+    reversed.push_back(argument.get());
   }
   DISPID named[] = {DISPID_PROPERTYPUT};
   const bool is_put = (flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0;

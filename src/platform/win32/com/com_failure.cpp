@@ -63,12 +63,12 @@ void LeaveDescription(const std::string& description) noexcept {
 base::Failure FailureOf(HRESULT result) {
   const std::int32_t number = NumberOf(result);
   if (number > 0) return base::Failure(static_cast<base::RuntimeError>(number));
-  return base::Failure(number, SystemText(result));
+  return {number, SystemText(result)};
 }
 
 base::Failure FailureOf(HRESULT result, const std::string& description) {
   if (description.empty()) return FailureOf(result);
-  return base::Failure(NumberOf(result), description);
+  return {NumberOf(result), description};
 }
 
 void Check(HRESULT result) {

@@ -40,7 +40,7 @@ class ServedObjects {
   std::vector<std::weak_ptr<ServiceLink<Service>>> links_;
 };
 
-class LocalServer : public ComServer {
+class LocalServer final : public ComServer {
  public:
   ~LocalServer() override { RevokeClassObjects(); }
 
