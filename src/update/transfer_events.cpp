@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <functional>
+#include <utility>
 #include <vector>
 
 #include "base/component_kind.h"
@@ -91,7 +92,7 @@ std::optional<std::string> TransferEvents::TakePending(const std::string& file_p
   if (entry == pending.end()) {
     return std::nullopt;
   }
-  const std::string source = *entry;
+  std::string source = std::move(*entry);
   pending.erase(entry);
   return source;
 }

@@ -123,8 +123,9 @@ void UpdateSourceFile::ReportSameNames() const {
     const std::string& first = sources.try_emplace(name, source).first->second;
     if (!name.empty() && base::ToLower(first) != base::ToLower(source)) {
       guarded(log_, "Kitbay::GetPreferences", [&] {
-        throw base::Failure(base::RuntimeError::kFileAlreadyExists,
-                            first + " and " + source + " have the same file name");
+        throw base::Failure(
+            base::RuntimeError::kFileAlreadyExists,
+            std::string(first).append(" and ").append(source).append(" have the same file name"));
       });
     }
   }

@@ -31,7 +31,8 @@ const only = (protocol) =>
 
 /**
  * One update source on a port of its own. What it is asked is kept in `requests`, in order: {method,
- * path, host, headers, closed}, where `closed` settles when the connection has ended.
+ * path, host, headers, closed}, where `closed` settles when the connection has ended, and {status} of an answer
+ * of a source that validates.
  */
 export class UpdateSource {
   requests = [];
@@ -181,6 +182,7 @@ export class UpdateSource {
       response.writeHead(404, { 'Content-Type': 'text/plain' }).end('Nothing here');
     } else if (this.#validates) {
       const { status, fields, body } = validatedAnswer(headers, content);
+      this.requests.at(-1).status = status;
       response.writeHead(status, { 'Content-Type': type, ...fields }).end(body);
     } else {
       response.writeHead(200, { 'Content-Type': type, 'Content-Length': content.length }).end(content);

@@ -112,6 +112,63 @@ test('a manifest of today is used again, one of yesterday is asked for again', a
   assert.equal(source.requests.length, 2);
 });
 
+test('a source whose manifest has not changed since yesterday sends its heading only', async (t) => {
+  const careful = await UpdateSource.start({ validates: true });
+  t.after(() => careful.close());
+  let page = await started(`${careful.host}/ovalink.xml`);
+  await page.waitFor(answered);
+  await closed();
+  const kept = path.join(suite.programFolder, 'ovalink.xml');
+  const yesterday = new Date(Date.now() - 24 * 60 * 60 * 1000);
+  fs.utimesSync(kept, yesterday, yesterday);
+
+  page = await restarted();
+  await page.waitFor(answered);
+  await kitbay.click('#itabencloser #addons');
+  assert.equal(await page.eval(`document.querySelectorAll('#installedaddons input[value=Update]').length`), 3);
+  await closed();
+  assert.deepEqual(careful.requests.map(({ status }) => status), [200, 304]);
+  assert.deepEqual(fs.readFileSync(kept), careful.contentOf('/ovalink.xml'));
+
+  // It counts as one of today.
+  page = await restarted();
+  await page.waitFor(answered);
+  await closed();
+  assert.equal(careful.requests.length, 2);
+  assert.deepEqual(suite.manifests(), ['ovalink.xml']);
+  assert.deepEqual(suite.logEntries(), []);
+});
+
+test('a package whose transfer broke off goes on after the program was started again', async (t) => {
+  const careful = await UpdateSource.start({ validates: true });
+  t.after(() => careful.close());
+  const asked = '/packages/scrapbook.zip';
+  const install = async (page) => {
+    await page.waitFor(answered);
+    await kitbay.click('#itabencloser #addons');
+    await kitbay.click('#update');
+    await page.waitFor(`document.getElementById('tabencloser').offsetParent !== null`);
+    await kitbay.press('updatedaddons', 'Scrapbook', 'Install');
+  };
+  const page = await started(`${careful.host}/ovalink.xml`);
+  const { length } = careful.contentOf(asked);
+  careful.misbehave(asked, 'validated-cut-short', { after: 1000 });
+  await install(page);
+  const told = `//${careful.host}${asked}      The answer was cut short: 1000 of ${length} bytes`;
+  assert.equal(await confirmMessage(), told);
+  await page.waitFor(allButtonsOn);
+  await closed();
+  assert.equal(fs.existsSync(suite.workingFolder), false);
+
+  careful.behave();
+  await install(await restarted());
+  assert.match(await confirmMessage(), /^Scrapbook addon has been successfully installed\./);
+  const { headers, status } = careful.requests.at(-1);
+  assert.deepEqual([headers.range, status], ['bytes=1000-', 206]);
+  assert.deepEqual(fs.readFileSync(path.join(suite.workingFolder, 'scrapbook.zip')), careful.contentOf(asked));
+  await closed();
+});
+
 test('a failing source is told once and the next one is asked', async () => {
   source.misbehave('/ovalink.xml', '404');
   const page = await started(`${source.host}/ovalink.xml`, `${source.host}/partners.xml`);
