@@ -122,6 +122,16 @@ TEST_F(Win32FileWriting, AFileIsReadWhileAnotherProgramWritesIt) {
   EXPECT_EQ(files_->Read(In("a.xml")), "old");
 }
 
+TEST_F(Win32FileWriting, APackageIsOpenedThoughItsWriterStillHoldsIt) {
+  files_->Create(In("a.zip"), "PK");
+  const UniqueFile writer(CreateFileW(ToUtf16(In("a.zip")).c_str(), GENERIC_WRITE, kShareAll,
+                                      nullptr, OPEN_EXISTING, 0, nullptr));
+  ASSERT_TRUE(writer);
+  std::string bytes(2, '.');
+  EXPECT_EQ(files_->Open(In("a.zip"))->ReadAt(0, bytes.data(), bytes.size()), 2U);
+  EXPECT_EQ(bytes, "PK");
+}
+
 TEST_F(Win32FileWriting, AFileIsReadPastFourGigabytes) {
   constexpr std::uint64_t kFar = 0x1'0000'0000;
   files_->Create(In("big.bin"), "near");
