@@ -50,6 +50,7 @@ template <typename Number>
 std::optional<Number> ReadNumber(std::string_view text) {
   Number number{};
   const char* const end = text.data() + text.size();
+  // NOLINTNEXTLINE(bugprone-suspicious-stringview-data-usage): its end stands beside it
   const auto [stop, error] = std::from_chars(text.data(), end, number);
   return error == std::errc() && stop == end && text.front() != '-' ? std::optional(number)
                                                                     : std::nullopt;

@@ -3,6 +3,7 @@ import assert from 'node:assert/strict';
 import fs from 'node:fs';
 import path from 'node:path';
 import { afterEach, beforeEach, test } from 'node:test';
+import { Maker } from '../../standins/update_source/maker.mjs';
 import { UpdateSource } from '../../standins/update_source/server.mjs';
 import {
   eventually,
@@ -168,6 +169,22 @@ test('sources are added and removed, and the added one is asked when the dialog 
   await closed();
   await ends();
   assert.deepEqual(paths(), ['/ovalink.xml', '/partners.com.xml']);
+});
+
+test('a source typed with its key is marked, and asked for manifests that the key has signed', async () => {
+  const maker = new Maker(1);
+  const partners = `${source.host}/partners.com.xml`;
+  source.publish('/partners.com.xml', maker.sign(source.contentOf('/partners.com.xml'), { serial: 3 }));
+  await openByMouse();
+  await type(`http://${partners}#${maker.key}`);
+  await press('add');
+  assert.deepEqual((await tells(added)).items, [own, `${partners} (signed)`]);
+  await keys('alt+c');
+  await closed();
+  await eventually('the number of the manifest', () =>
+    file().includes(`<preference url="${partners}" key="${maker.key}" serial="3"/>`));
+  assert.equal(await kitbay.close(), 0);
+  assert.deepEqual(suite.logEntries(), []);
 });
 
 test('Escape closes the dialog with the main window, and what was added is saved', async () => {
