@@ -11,6 +11,7 @@
 #include "catalog/manifest_tables.h"
 #include "catalog/xml_file.h"
 #include "update/source_address.h"
+#include "view/row_focus.h"
 
 namespace kitbay::install {
 namespace {
@@ -84,6 +85,8 @@ void UpdateFlows::UpdateInstalled(ComponentKind kind) {
     if (!MayUpdate(kind, row)) {
       return;
     }
+    // A button that is switched off would lose the focus to nobody.
+    view::RowFocus(parts_.page, parts_.state.lists).TakeFromButton();
     row.button->SetDisabled(true);
     Offer offer;
     if (!FindOffer(kind, offer)) {

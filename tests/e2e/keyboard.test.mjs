@@ -1,46 +1,134 @@
-// The page by keyboard alone, from the tab that was chosen to the button of an open row.
+// The page by keyboard alone, up to an update: no test here ever touches the mouse.
 import assert from 'node:assert/strict';
-import { execFile } from 'node:child_process';
 import { after, before, test } from 'node:test';
-import { promisify } from 'node:util';
-import { Suite } from './harness.mjs';
+import { UpdateSource } from '../../standins/update_source/server.mjs';
+import {
+  allButtonsOn,
+  eventually,
+  MainClient,
+  messages,
+  rowsOf,
+  run,
+  sourcesAnswered,
+  Suite,
+} from './harness.mjs';
 
-const run = promisify(execFile);
-
+let source;
 let suite;
+let client;
 let kitbay;
 let page;
 
 before(async () => {
-  suite = await Suite.layOut();
+  source = await UpdateSource.start();
+  suite = await Suite.layOut({ KITBAY_UPDATE_SOURCE: `${source.host}/ovalink.xml` });
+  client = new MainClient(suite);
+  await client.start();
   kitbay = suite.start();
   page = await kitbay.page();
-  await page.waitFor(`document.querySelectorAll('#installedchannels > div').length === 6`);
+  await page.waitFor(sourcesAnswered);
+  await page.settled();
 });
-after(() => kitbay.dispose());
+after(async () => {
+  await kitbay.dispose();
+  await client.close();
+  await source.close();
+});
 
-/** Presses a key, and waits until what has the focus fits. */
-async function press(key, expected) {
-  await run('xdotool', ['key', key]);
-  await page.waitFor(`(({ parentElement, id, value }) => [parentElement?.id, id, value].join(' '))(
-    document.activeElement) === ${JSON.stringify(expected)}`);
+const key = (...names) => run('xdotool', ['key', ...names]);
+
+/** What has the focus on the page: its parent's id, its own id, and its value. */
+const focus = () =>
+  page.eval(`(({ parentElement, id, value }) => [parentElement?.id, id, value].join(' ').trim())(document.activeElement)`);
+
+const hasFocus = (expected) => page.waitFor(`(({ parentElement, id, value }) =>
+  [parentElement?.id, id, value].join(' ').trim())(document.activeElement) === ${JSON.stringify(expected)}`);
+
+/** Presses a key, and waits until that has the focus. */
+async function press(name, expected) {
+  await key(name);
+  await hasFocus(expected);
+  await page.settled();
 }
 
-test('Tab and the arrows reach tabs, rows and the button of a row that Enter has opened', async () => {
-  await kitbay.click('#itabencloser #trans');
-  await press('Right', 'itabencloser addons ');
-  await run('xdotool', ['key', 'Return']);
-  await page.waitFor(`document.querySelectorAll('#installedaddons > div').length === 10`);
-  await press('Tab', 'installedaddons 1 ');
-  await press('Down', 'installedaddons 2 ');
-  await run('xdotool', ['key', 'Return']);
+/** Presses a key as often as it takes until that has the focus. */
+async function pressUntil(name, expected) {
+  const seen = [];
+  for (let now = await focus(); now !== expected; ) {
+    assert.ok(!seen.includes(now), `${expected} is not among ${seen}`);
+    seen.push(now);
+    await key(name);
+    await page.waitFor(`(({ parentElement, id, value }) =>
+      [parentElement?.id, id, value].join(' ').trim())(document.activeElement) !== ${JSON.stringify(now)}`);
+    await page.settled();
+    now = await focus();
+  }
+}
+
+const place = async (container, name) =>
+  (await page.eval(rowsOf(container))).findIndex((row) => row.name === name) + 1;
+
+/** Goes down to the row of a component and opens it. */
+async function open(container, name) {
+  const row = `document.getElementById('${container}').children[${await place(container, name)}]`;
+  await pressUntil('Down', `${container} ${await page.eval(`${row}.id`)}`);
+  await key('Return');
+  await page.waitFor(`${row}.children[1].style.display === ''`);
+  await page.settled();
+}
+
+/** Reads the message that is open, and confirms it with Enter. */
+async function confirm() {
+  const [box] = await eventually('a message', async () => {
+    const open = await messages();
+    return open.length > 0 && open;
+  });
+  await key('Return');
+  await eventually('the end of the message', async () => (await messages()).every(({ id }) => id !== box.id));
+  return box.controls.filter((control) => control.class === 'Static').map(({ text }) => text).join('');
+}
+
+test('Tab reaches categories, tabs and rows in reading order, and arrows go on from there', async () => {
+  await press('Tab', 'category installed Installed');
+  await press('Tab', 'category update Updates');
+  await press('Tab', 'itabencloser channels');
+  await press('Right', 'itabencloser trans');
+  await press('Right', 'itabencloser addons');
+  await press('Home', 'itabencloser channels');
+  await press('End', 'itabencloser addons');
+  await key('space');
+  await page.waitFor(`document.querySelectorAll('#installedaddons > div').length === 10 &&
+    installedaddons.style.display === ''`);
+  await press('Tab', 'installedaddons 1');
+  await press('Down', 'installedaddons 2');
+  await press('End', 'installedaddons 10');
+  await press('Home', 'installedaddons 1');
+  await press('Down', 'installedaddons 2');
+  await key('Return');
   await page.waitFor(`installedaddons.children[2].children[1].style.display === ''`);
   assert.equal(await page.eval(`installedaddons.children[2].getAttribute('aria-expanded')`), 'true');
   assert.equal(
     await page.eval(`installedaddons.children[2].getAttribute('aria-label')`),
-    'Übersetzer, Version 1.2.-25536.0',
+    'Übersetzer, Version 1.2.-25536.0, update available',
   );
-  await press('Tab', ' btninstalled Remove');
-  await press('shift+Tab', 'installedaddons 2 ');
-  assert.deepEqual(suite.logEntries(), []);
+  await press('Tab', 'btninstalled Remove');
+  await press('shift+Tab', 'installedaddons 2');
+});
+
+test('what has the focus can be seen: a dotted line goes round it', async () => {
+  const outline = await page.eval(`getComputedStyle(document.activeElement).outlineStyle`);
+  assert.equal(outline, 'dotted');
+});
+
+test('an addon is updated after its question, and its row keeps the focus', async () => {
+  await press('Home', 'installedaddons 1');
+  await open('installedaddons', 'Chess');
+  const row = await focus();
+  await pressUntil('Tab', 'btnchange Update');
+  await key('space');
+  assert.match(await confirm(), /Tessel/);
+  await client.event(3, 'the restart of the main client');
+  await page.waitFor(allButtonsOn);
+  await page.settled();
+  assert.equal(await focus(), row);
 });
