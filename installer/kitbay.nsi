@@ -129,6 +129,9 @@ Section
   !insertmacro TakeSuiteObjectsBack
   SetOutPath "$INSTDIR"
   File "${STAGE}\*.*"
+  SetOutPath "$INSTDIR\dark"
+  File "${STAGE}\dark\*.*"
+  SetOutPath "$INSTDIR"
   ${If} $Bits == 64
     File "${STAGE}\64\*.*"
   ${Else}
@@ -184,6 +187,13 @@ Section "un."
   Delete "$INSTDIR\uaddons.gif"
   Delete "$INSTDIR\uchannels.gif"
   Delete "$INSTDIR\utrans.gif"
+  Delete "$INSTDIR\dark\iaddons.gif"
+  Delete "$INSTDIR\dark\ichannels.gif"
+  Delete "$INSTDIR\dark\itrans.gif"
+  Delete "$INSTDIR\dark\uaddons.gif"
+  Delete "$INSTDIR\dark\uchannels.gif"
+  Delete "$INSTDIR\dark\utrans.gif"
+  RMDir "$INSTDIR\dark"
   Delete "$INSTDIR\Licence.txt"
   Delete "$INSTDIR\Licences of libraries.txt"
   Delete "$INSTDIR\Kitbay.spdx.json"

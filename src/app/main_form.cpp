@@ -143,6 +143,7 @@ void MainForm::lblHelp_MouseMove() {
 void MainForm::WebBrowser1_DocumentComplete() {
   const bool is_connected = guarded(parts_.log, kPageLoaded, [&] { ConnectPage(); });
   if (is_connected) {
+    ColoursChanged();
     CheckDocumentMode();
   }
   const bool has_suite_objects = is_connected && CreateSuiteObjects();
@@ -158,6 +159,8 @@ void MainForm::WebBrowser1_DocumentComplete() {
     ExplainEmptyLists(has_suite_objects);
   }
 }
+
+void MainForm::ColoursChanged() { parts_.page.tabs.FollowColours(parts_.window.HasDarkColours()); }
 
 bool MainForm::CreateSuiteObjects() {
   platform::SuiteObjects& suite = parts_.suite_objects;

@@ -68,6 +68,7 @@ class MainForm : public platform::MainWindowEvents {
   void lblHelp_Click() override;
   void lblHelp_MouseMove() override;
   void WebBrowser1_DocumentComplete() override;
+  void ColoursChanged() override;
 
  private:
   void PrepareWorkingFiles();

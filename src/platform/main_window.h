@@ -29,6 +29,9 @@ class StatusBar {
   virtual std::string PanelText(int panel) const = 0;
   virtual void SetPanelText(int panel, const std::string& text) = 0;
 
+  /// Has screen readers say what the panel shows.
+  virtual void Announce(int panel) = 0;
+
   /// The panel's place within the status bar.
   virtual Rectangle PanelRectangle(int panel) const = 0;
 };
@@ -67,6 +70,9 @@ class MainWindowEvents {
   virtual void lblHelp_Click() = 0;
   virtual void lblHelp_MouseMove() = 0;
   virtual void WebBrowser1_DocumentComplete() = 0;
+
+  /// The user's colours are others.
+  virtual void ColoursChanged() = 0;
 };
 
 /// The main window with its browser control, status bar, progress bar, buttons and help label.
@@ -100,6 +106,9 @@ class MainWindow {
   /// Loads the cursor file at `path` and shows it over the help label. Fails with 53 when there is
   /// no such file, with 481 when it is no cursor.
   virtual void SetHelpCursor(const std::string& path) = 0;
+
+  /// Whether the user's colours are light writing on dark.
+  virtual bool HasDarkColours() const = 0;
 
   /// The topic that F1 opens.
   virtual void SetHelpFile(const std::string& topic) = 0;

@@ -76,6 +76,7 @@ void TransferEvents::ShowProgress(const std::string& received) {
 void TransferEvents::EndTransfer(const std::string& file_path) {
   parts_.requests.unanswered().End(file_path);
   parts_.window.progress_bar().SetValue(100);
+  parts_.window.status_bar().Announce(platform::kStatusPanel);
   if (const auto source = TakePending(file_path)) {
     TakeManifest(*source, file_path);
   }

@@ -16,6 +16,9 @@ inline constexpr int kUpdatesControl = 3;
 inline constexpr const char* kInstalledControl = "installed";
 inline constexpr const char* kUpdateControl = "update";
 
+/// The page's base, which says what folder the tab images are in.
+inline constexpr const char* kImageBase = "images";
+
 /// What is said while there is nothing to show.
 inline constexpr const char* kNotice = "notice";
 

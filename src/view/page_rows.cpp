@@ -22,6 +22,9 @@ void PageRows::AddImageTab(const std::string& holder, const std::string& markup)
     if (element->InnerHtml().empty()) {
       element->SetInnerHtml(markup);
       DescribeTabs(Needed(element->Child(0)));
+      if (state_.has_dark_colours) {
+        ShowTabImagesFor(page_, true);
+      }
     }
   });
 }

@@ -188,6 +188,15 @@ void PageTabs::HideOthers(const HtmlNodeRef& name_line) {
   });
 }
 
+void PageTabs::FollowColours(bool dark_colours) {
+  guarded(log_, "Kitbay::FollowColours", [&] {
+    if (std::exchange(state_.has_dark_colours, dark_colours) != dark_colours &&
+        page_.IsConnected()) {
+      ShowTabImagesFor(page_, dark_colours);
+    }
+  });
+}
+
 void PageTabs::FitLists() {
   guarded(log_, "Kitbay::FitLists", [&] {
     for (const auto& [container, list] : state_.lists.All(page_)) {

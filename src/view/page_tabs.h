@@ -44,6 +44,9 @@ class PageTabs {
   /// Opens the row of the clicked name line and closes the other rows of its container.
   void HideOthers(const platform::HtmlNodeRef& name_line);
 
+  /// Shows the tabs in the variant for the user's colours, from now on.
+  void FollowColours(bool dark_colours);
+
   /// Fits the lists under their bars again: the page is shown in another size.
   void FitLists();
 

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <string>
+
 #include "platform/html_document.h"
+#include "view/page_document.h"
 
 namespace kitbay::view {
 
@@ -11,6 +14,10 @@ void DescribeTabs(const platform::HtmlNodeRef& bar);
 
 /// Says of a tab image whether it is the selected one.
 void SaySelected(const platform::HtmlNodeRef& tab, bool is_selected);
+
+/// Shows the images of both bars in the variant for the user's colours. They keep their file names:
+/// the page's base names another folder for them.
+void ShowTabImagesFor(const PageDocument& page, bool dark_colours);
 
 /// Whether a tab image of that source is the selected one of its bar: its file's name begins with
 /// "i".

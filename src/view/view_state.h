@@ -28,6 +28,9 @@ struct ViewState {
   /// get other numbers.
   std::string current_row_name;
 
+  /// True while the user's colours are light writing on dark.
+  bool has_dark_colours = false;
+
   PageLists lists;
 };
 

@@ -115,6 +115,51 @@ void Control::TellSize() {
               {"zoom", static_cast<double>(zoom_) / kUnzoomed}});
 }
 
+void Control::TellColors() {
+  // The names of style sheets, in lower case.
+  static constexpr std::pair<const char*, int> kColors[] = {
+      {"activeborder", COLOR_ACTIVEBORDER},
+      {"activecaption", COLOR_ACTIVECAPTION},
+      {"appworkspace", COLOR_APPWORKSPACE},
+      {"background", COLOR_BACKGROUND},
+      {"buttonface", COLOR_BTNFACE},
+      {"buttonhighlight", COLOR_BTNHIGHLIGHT},
+      {"buttonshadow", COLOR_BTNSHADOW},
+      {"buttontext", COLOR_BTNTEXT},
+      {"captiontext", COLOR_CAPTIONTEXT},
+      {"graytext", COLOR_GRAYTEXT},
+      {"highlight", COLOR_HIGHLIGHT},
+      {"highlighttext", COLOR_HIGHLIGHTTEXT},
+      {"inactiveborder", COLOR_INACTIVEBORDER},
+      {"inactivecaption", COLOR_INACTIVECAPTION},
+      {"inactivecaptiontext", COLOR_INACTIVECAPTIONTEXT},
+      {"infobackground", COLOR_INFOBK},
+      {"infotext", COLOR_INFOTEXT},
+      {"menu", COLOR_MENU},
+      {"menutext", COLOR_MENUTEXT},
+      {"scrollbar", COLOR_SCROLLBAR},
+      {"threeddarkshadow", COLOR_3DDKSHADOW},
+      {"threedface", COLOR_3DFACE},
+      {"threedhighlight", COLOR_3DHIGHLIGHT},
+      {"threedlightshadow", COLOR_3DLIGHT},
+      {"threedshadow", COLOR_3DSHADOW},
+      {"window", COLOR_WINDOW},
+      {"windowframe", COLOR_WINDOWFRAME},
+      {"windowtext", COLOR_WINDOWTEXT},
+  };
+  Json::Object colors;
+  for (const auto& [name, index] : kColors) {
+    const DWORD color = GetSysColor(index);
+    const int rgb = GetRValue(color) << 16 | GetGValue(color) << 8 | GetBValue(color);
+    colors.emplace(name, rgb);
+  }
+  link_.Tell({{"op", "colors"}, {"colors", std::move(colors)}});
+}
+
+void Control::OnColorsChanged() {
+  if (link_.IsConnected()) TellColors();
+}
+
 HRESULT Control::NavigateTo(const std::wstring& url) {
   try {
     const bool is_first = !link_.IsConnected();
@@ -123,6 +168,7 @@ HRESULT Control::NavigateTo(const std::wstring& url) {
     link_.Call({{"op", "navigate"}, {"url", url}, {"flags", flags ? Json(*flags) : Json(nullptr)}});
     ready_state_ = READYSTATE_LOADING;
     if (is_first) TellSize();
+    if (is_first) TellColors();
     return S_OK;
   } catch (const LinkLost&) {
     return RPC_E_DISCONNECTED;

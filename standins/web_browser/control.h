@@ -145,6 +145,7 @@ class Control final
   void ShowPicture(const Json& notice);
   void TellWhereabouts();
   void TellSize();
+  void TellColors();
   HRESULT NavigateTo(const std::wstring& url);
   HRESULT SetZoom(int percent);
 
@@ -158,6 +159,7 @@ class Control final
   void OnPainted(int number) override;
   void OnFocus(bool has_focus) override;
   void OnPressed() override;
+  void OnColorsChanged() override;
   void OnZoomWheel(int steps) override;
 
   static HRESULT GetFlag(bool flag, VARIANT_BOOL* value);

@@ -102,6 +102,9 @@ LRESULT ControlWindow::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
     case WM_MOUSEWHEEL:
       Wheel(wparam, lparam);
       return 0;
+    case WM_SYSCOLORCHANGE:
+      events_.OnColorsChanged();
+      return 0;
     case WM_CAPTURECHANGED:
       return 0;
     default:

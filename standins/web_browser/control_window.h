@@ -20,6 +20,8 @@ class ControlWindowEvents {
   virtual void OnPainted(int number) = 0;
   virtual void OnFocus(bool has_focus) = 0;
   virtual void OnPressed() = 0;
+  /** The system's colours are others. */
+  virtual void OnColorsChanged() = 0;
   /** The wheel was turned with Control held down; forward counts from 0 up. */
   virtual void OnZoomWheel(int steps) = 0;
 };

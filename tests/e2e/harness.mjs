@@ -164,7 +164,7 @@ export class Suite {
   manifests() {
     return fs
       .readdirSync(this.programFolder)
-      .filter((name) => !/\.(exe|dll|manifest|html|gif)$|^DirectoryPreference\.xml$/.test(name));
+      .filter((name) => !/^dark$|\.(exe|dll|manifest|html|gif)$|^DirectoryPreference\.xml$/.test(name));
   }
 
   /** The log's entries as {time, number, procedure, description}; fails where a line has another form. */

@@ -47,6 +47,7 @@ class BlankWindow : public platform::MainWindow {
   void DisconnectDocument() override {}
   void SetHelpCursor(const std::string& /*path*/) override {}
   void SetHelpFile(const std::string& /*topic*/) override {}
+  bool HasDarkColours() const override { return false; }
   platform::StatusBar& status_bar() override { return status_bar_; }
   platform::ProgressBar& progress_bar() override { return progress_bar_; }
 
@@ -55,6 +56,7 @@ class BlankWindow : public platform::MainWindow {
    public:
     std::string PanelText(int /*panel*/) const override { return {}; }
     void SetPanelText(int /*panel*/, const std::string& /*text*/) override {}
+    void Announce(int /*panel*/) override {}
     platform::Rectangle PanelRectangle(int /*panel*/) const override { return {}; }
   };
   class BlankProgressBar : public platform::ProgressBar {

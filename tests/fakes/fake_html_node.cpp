@@ -37,7 +37,7 @@ DomNode* AtOrNull(const std::vector<DomNode*>& nodes, int index) {
 
 /// The attribute behind a property: "tabindex" for "tabIndex", "aria-expanded" for "ariaExpanded".
 std::string AttributeOf(const std::string& property) {
-  constexpr std::array<std::string_view, 4> kPlain = {"tabIndex", "alt", "title", "role"};
+  constexpr std::array<std::string_view, 5> kPlain = {"tabIndex", "alt", "title", "role", "href"};
   constexpr std::string_view kAria = "aria";
   if (property == "className") return "class";
   if (IsOneOf(kPlain, property)) return base::ToLower(property);
@@ -82,7 +82,7 @@ class FakeHtmlNode : public HtmlNode {
   std::string Src() const override {
     const std::string src = Element("Src", kWithSource).GetAttribute("src").value_or("");
     const bool absolute = src.find(':') != std::string::npos;
-    return src.empty() || absolute ? src : page_->base_url + src;
+    return src.empty() || absolute ? src : BaseUrl() + src;
   }
 
   void SetSrc(const std::string& src) override {
@@ -237,6 +237,19 @@ class FakeHtmlNode : public HtmlNode {
   }
 
  private:
+  /// What relative sources are read against.
+  std::string BaseUrl() const {
+    for (const DomNode* html : page_->tree.document().child_elements()) {
+      for (const DomNode* head : html->child_elements()) {
+        for (const DomNode* element : head->child_elements()) {
+          if (element->tag == "base")
+            return element->GetAttribute("href").value_or(page_->base_url);
+        }
+      }
+    }
+    return page_->base_url;
+  }
+
   /// Enters `member`, which only elements have.
   DomNode& Element(const char* member, int cost = 1) const {
     page_->Enter(member, cost);

@@ -49,6 +49,11 @@ class FakeStatusBar : public platform::StatusBar {
     texts_[static_cast<std::size_t>(panel - 1)] = text;
   }
 
+  void Announce(int panel) override { announced.push_back(Text(panel)); }
+
+  /// What screen readers were given to say, in order.
+  std::vector<std::string> announced;
+
   platform::Rectangle PanelRectangle(int panel) const override {
     Text(panel);
     return {100 * (panel - 1), 2, 100 * panel, 20};
@@ -204,6 +209,9 @@ class FakeMainWindow : public platform::MainWindow {
     calls_.Enter("SetHelpCursor", path);
     RequireParts();
   }
+  bool HasDarkColours() const override { return has_dark_colours; }
+  bool has_dark_colours = false;
+
   void SetHelpFile(const std::string& topic) override { calls_.Enter("SetHelpFile", topic); }
 
   FakeStatusBar& status_bar() override {

@@ -33,6 +33,8 @@ export class BrowserPage extends EventEmitter {
   #approved;
   #failedUrl;
   #loadLimit;
+  #colors;
+  #turn = Promise.resolve();
 
   /** Every URL that was asked for, with the reason of its refusal where there was one. */
   requests = [];
@@ -76,6 +78,13 @@ export class BrowserPage extends EventEmitter {
   /** A command for this page; see DevToolsPipe.send. */
   send(method, params = {}) {
     return this.#pipe.send(method, params, this.#session);
+  }
+
+  /** A command that waits for those sent this way before it: input and pictures disturb each other. */
+  sendInTurn(method, params = {}) {
+    const answer = this.#turn.then(() => this.send(method, params));
+    this.#turn = answer.catch(() => {});
+    return answer;
   }
 
   /** Listens to an event of this page. */
@@ -135,6 +144,18 @@ export class BrowserPage extends EventEmitter {
     return result.value;
   }
 
+  /** Gives this document and those to come the system's colours, as numbers by name in lower case. */
+  showColors(colors) {
+    const css = (color) => `#${color.toString(16).padStart(6, '0')}`;
+    this.#colors = Object.fromEntries(Object.entries(colors).map(([name, color]) => [name, css(color)]));
+    this.#applyColors();
+  }
+
+  #applyColors() {
+    if (this.#colors === undefined) return;
+    this.evaluate(`standin.showColors(${JSON.stringify(this.#colors)})`).catch(() => {});
+  }
+
   #isCancelled(url) {
     return new Promise((resolve) => {
       const n = ++this.#lastQuestion;
@@ -147,6 +168,7 @@ export class BrowserPage extends EventEmitter {
     if (context.name !== kWorldName || context.auxData.frameId !== this.#frame) return;
     this.#world = context.id;
     this.generation += 1;
+    this.#applyColors();
     this.emit('document');
   }
 

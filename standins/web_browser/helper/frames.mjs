@@ -8,6 +8,8 @@ export class Frames extends EventEmitter {
   #zoom = 1;
   #running = false;
   #turn = Promise.resolve();
+  #captures = 0;
+  #capture = Promise.resolve();
 
   constructor(page) {
     super();
@@ -15,8 +17,8 @@ export class Frames extends EventEmitter {
     page.listen('Page.screencastFrame', ({ data, sessionId }) => {
       // Acknowledged at once: a host that is slow to paint takes the newest picture later.
       page.send('Page.screencastFrameAck', { sessionId }).catch(() => {});
-      this.#last += 1;
-      this.emit('frame', { n: this.#last, data });
+      if (this.#zoom === 1) this.#emit(data);
+      else this.#captureZoomed();
     });
   }
 
@@ -30,12 +32,30 @@ export class Frames extends EventEmitter {
     if (width < 1 || height < 1) return;
     this.#size = { width, height };
     this.#zoom = zoom;
-    await this.#page.send('Emulation.setDeviceMetricsOverride', {
+    await this.#page.sendInTurn('Emulation.setDeviceMetricsOverride', {
       width: Math.round(width / zoom), height: Math.round(height / zoom), deviceScaleFactor: zoom, mobile: false,
     });
     if (!this.#running) return;
     await this.#page.send('Page.stopScreencast');
     await this.start();
+  }
+
+  #emit(data) {
+    this.#last += 1;
+    this.emit('frame', { n: this.#last, data });
+  }
+
+  /** The browser's own pictures are of the page without its zoom. One that comes meanwhile asks for one more. */
+  #captureZoomed() {
+    this.#captures += 1;
+    if (this.#captures > 1) return;
+    this.#capture = (async () => {
+      for (let taken = 0; taken !== this.#captures; ) {
+        taken = this.#captures;
+        const { data } = await this.#page.sendInTurn('Page.captureScreenshot', { format: 'png' });
+        this.#emit(data);
+      }
+    })().catch(() => {}).finally(() => (this.#captures = 0));
   }
 
   /** Begins; a fresh picture comes first, whether or not the page changes. */
@@ -56,6 +76,7 @@ export class Frames extends EventEmitter {
   /** After the stop no picture of before is on its way any more. */
   async #takeAnother() {
     await this.#page.send('Page.stopScreencast');
+    await this.#capture;
     const frame = once(this, 'frame');
     await this.start();
     const [{ n }] = await frame;

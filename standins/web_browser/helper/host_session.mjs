@@ -81,6 +81,7 @@ export class HostSession extends EventEmitter {
       case 'size': return this.#frames.resize(message.w, message.h, message.zoom).catch(() => {});
       case 'mouse': return this.#mouse(message);
       case 'key': return this.#input.key(message);
+      case 'colors': return this.#page.showColors(message.colors);
       case 'scroll': return this.#scroll(message);
       case 'handled': return this.#handled(message);
       case 'painted': return this.#painted(message.n);

@@ -80,6 +80,6 @@ export class Input extends EventEmitter {
 
   /** Input that the page can no longer take is lost, as on any closing window. */
   #send(method, params) {
-    return this.#page.send(method, params).catch(() => {});
+    return this.#page.sendInTurn(method, params).catch(() => {});
   }
 }

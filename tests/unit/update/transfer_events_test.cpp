@@ -184,6 +184,14 @@ TEST_F(Transfer, FinalProgressLeavesTheTextAndTheEndFillsTheBar) {
   EXPECT_THAT(window_.calls().all(), ElementsAre("SetValue 100"));
 }
 
+TEST_F(Transfer, EndIsSaidToScreenReadersAndProgressIsNot) {
+  Begin("S", "2048");
+  Received("1024");
+  EXPECT_THAT(window_.status_bar().announced, IsEmpty());
+  Finish("/a.xml");
+  EXPECT_THAT(window_.status_bar().announced, ElementsAre("S Completed 1Kb of 2Kb"));
+}
+
 TEST_F(Transfer, ProgressBeforeAnyTotalDividesByZero) {
   window_.status_bar().SetPanelText(platform::kStatusPanel, "S");
   window_.calls().Clear();

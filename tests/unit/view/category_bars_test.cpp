@@ -27,6 +27,23 @@ TEST_F(CategoryBars, ChangeImagesGivesEachTabTheImageAtItsPlace) {
   EXPECT_THAT(log_.entries, IsEmpty());
 }
 
+TEST_F(CategoryBars, DarkColoursShowTheImagesOfAnotherFolder) {
+  Show(std::string("<base id='images'>") + kTwoBarsPage);
+  const std::string folder = "file:///C:/Program Files/Kitbay/";
+  tabs_.FollowColours(true);
+  EXPECT_EQ(At("itabencloser")->Child(0)->Src(), folder + "dark/ichannels.gif");
+  EXPECT_EQ(At("tabencloser")->Child(2)->Src(), folder + "dark/uaddons.gif");
+  // What is set from now on lies there, too.
+  tabs_.showImage("trans", At("itabencloser"));
+  EXPECT_EQ(At("itabencloser")->Child(1)->Src(), folder + "dark/itrans.gif");
+  tabs_.FollowColours(true);
+  EXPECT_EQ(At("itabencloser")->Child(1)->Src(), folder + "dark/itrans.gif");
+  tabs_.FollowColours(false);
+  EXPECT_EQ(At("itabencloser")->Child(1)->Src(), folder + "itrans.gif");
+  EXPECT_EQ(At("tabencloser")->Child(2)->Src(), folder + "uaddons.gif");
+  EXPECT_THAT(log_.entries, IsEmpty());
+}
+
 TEST_F(CategoryBars, ChangeImagesLeavesHiddenTabsHidden) {
   At("tabencloser")->Child(0)->SetStyle("display", "none");
   categories_.ChangeImages("imgtab", "imgtab1");

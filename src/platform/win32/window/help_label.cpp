@@ -8,6 +8,7 @@
 #include "platform/win32/system/utf.h"
 #include "platform/win32/window/child_window.h"
 #include "platform/win32/window/screen_scale.h"
+#include "platform/win32/window/user_colours.h"
 
 namespace kitbay::platform::win32 {
 namespace {
@@ -23,7 +24,7 @@ COLORREF LinkColour() {
   const bool is_high_contrast =
       SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof(contrast), &contrast, 0) &&
       (contrast.dwFlags & HCF_HIGHCONTRASTON) != 0;
-  return is_high_contrast ? GetSysColor(COLOR_BTNTEXT) : kLinkColour;
+  return is_high_contrast || AreColoursDark() ? GetSysColor(COLOR_BTNTEXT) : kLinkColour;
 }
 
 }  // namespace

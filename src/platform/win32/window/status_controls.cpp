@@ -63,6 +63,13 @@ void CommonStatusBar::SetPanelText(int panel, const std::string& text) {
   SendMessageW(window_, SB_SETTEXTW, index, reinterpret_cast<LPARAM>(wide.c_str()));
 }
 
+void CommonStatusBar::Announce(int panel) {
+  const auto child = static_cast<LONG>(IndexOfPanel(panel)) + 1;
+  for (const DWORD event : {EVENT_OBJECT_NAMECHANGE, EVENT_SYSTEM_ALERT}) {
+    NotifyWinEvent(event, window_, OBJID_CLIENT, child);
+  }
+}
+
 Rectangle CommonStatusBar::PanelRectangle(int panel) const {
   RECT place{};
   SendMessageW(window_, SB_GETRECT, IndexOfPanel(panel), reinterpret_cast<LPARAM>(&place));
@@ -73,11 +80,17 @@ Rectangle CommonStatusBar::PanelRectangle(int panel) const {
 CommonProgressBar::CommonProgressBar(HWND form, int id, const CommonStatusBar& status_bar)
     : form_(form),
       status_bar_(status_bar),
-      window_(CreateChildWindow(form,
-                                {.window_class = PROGRESS_CLASSW, .style = PBS_SMOOTH, .id = id})) {
+      window_(CreateChildWindow(form, {.window_class = PROGRESS_CLASSW,
+                                       .caption = L"Progress",  // its name for screen readers
+                                       .style = PBS_SMOOTH,
+                                       .id = id})) {
   constexpr int kWhole = 100;
   SendMessageW(window_, PBM_SETRANGE32, 0, kWhole);
-  // At rest it is a groove, not an empty box.
+  FollowColours();
+}
+
+// At rest it is a groove, not an empty box.
+void CommonProgressBar::FollowColours() {
   SendMessageW(window_, PBM_SETBKCOLOR, 0, static_cast<LPARAM>(GetSysColor(COLOR_SCROLLBAR)));
 }
 

@@ -22,6 +22,7 @@ class CommonStatusBar final : public StatusBar {
 
   std::string PanelText(int panel) const override;
   void SetPanelText(int panel, const std::string& text) override;
+  void Announce(int panel) override;
   Rectangle PanelRectangle(int panel) const override;
 
  private:
@@ -35,6 +36,9 @@ class CommonProgressBar final : public ProgressBar {
 
   /// Moves the bar onto the status bar's first panel when it lies in the status bar.
   void FollowStatusBar();
+
+  /// Takes the user's present colours.
+  void FollowColours();
 
   void SetParent(bool status_bar) override;
   void Move(const Rectangle& place) override;

@@ -8,6 +8,7 @@
 #include "platform/win32/window/automation_document.h"
 #include "platform/win32/window/screen_place.h"
 #include "platform/win32/window/screen_scale.h"
+#include "platform/win32/window/user_colours.h"
 #include "platform/win32/window/window_class.h"
 #include "platform/win32/window/window_layout.h"
 
@@ -16,6 +17,13 @@ namespace {
 
 constexpr const wchar_t* kWindowClass = L"KitbayMainWindow";
 constexpr const wchar_t* kCaption = L"Kitbay";
+
+/// Sends a child window the message that `news`, a MSG, holds.
+BOOL CALLBACK HandOn(HWND child, LPARAM news) {
+  const auto& message = *reinterpret_cast<const MSG*>(news);
+  SendMessageW(child, message.message, message.wParam, message.lParam);
+  return TRUE;
+}
 
 }  // namespace
 
@@ -124,6 +132,8 @@ void Win32MainWindow::SetHelpCursor(const std::string& path) {
   LoadedControls().help().SetCursorFile(path);
 }
 
+bool Win32MainWindow::HasDarkColours() const { return AreColoursDark(); }
+
 void Win32MainWindow::SetHelpFile(const std::string& topic) { help_file_ = topic; }
 
 StatusBar& Win32MainWindow::status_bar() { return LoadedControls().status_bar(); }
@@ -183,6 +193,10 @@ LRESULT Win32MainWindow::HandleMessage(UINT message, WPARAM wparam, LPARAM lpara
     case WM_SETFOCUS:
       OnFocus();
       return 0;
+    case WM_SYSCOLORCHANGE:
+    case WM_SETTINGCHANGE:
+      OnColoursChanged(message, wparam, lparam);
+      break;
     case kDpiChanged:
       OnDpiChanged(HIWORD(wparam), *reinterpret_cast<const RECT*>(lparam));
       return 0;
@@ -244,6 +258,17 @@ void Win32MainWindow::OnDpiChanged(int dpi, const RECT& suggested) {
   // A window that keeps its size is not told of one.
   if (browser_ != nullptr) FitBrowser();
   ZoomPage(dpi);
+}
+
+// The system tells only windows that belong to none.
+void Win32MainWindow::OnColoursChanged(UINT message, WPARAM wparam, LPARAM lparam) {
+  MSG news{};
+  news.message = message;
+  news.wParam = wparam;
+  news.lParam = lparam;
+  EnumChildWindows(window_, HandOn, reinterpret_cast<LPARAM>(&news));
+  if (controls_) controls_->progress_bar().FollowColours();
+  if (events_ != nullptr) events_->ColoursChanged();
 }
 
 void Win32MainWindow::OnMinMaxInfo(MINMAXINFO& info) const {

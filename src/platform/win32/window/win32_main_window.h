@@ -37,6 +37,7 @@ class Win32MainWindow final : public MainWindow, private KeyFilter, private Brow
   std::shared_ptr<HtmlDocument> ConnectDocument(HtmlDocumentEvents& events) override;
   void DisconnectDocument() override;
   void SetHelpCursor(const std::string& path) override;
+  bool HasDarkColours() const override;
   void SetHelpFile(const std::string& topic) override;
   StatusBar& status_bar() override;
   ProgressBar& progress_bar() override;
@@ -48,6 +49,7 @@ class Win32MainWindow final : public MainWindow, private KeyFilter, private Brow
   void OnActivate(bool active);
   void OnFocus();
   void OnDpiChanged(int dpi, const RECT& suggested);
+  void OnColoursChanged(UINT message, WPARAM wparam, LPARAM lparam);
   void OnMinMaxInfo(MINMAXINFO& info) const;
 
   bool HandleKey(MSG& message) override;

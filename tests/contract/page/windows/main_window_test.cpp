@@ -5,6 +5,7 @@
 
 #include <array>
 #include <string>
+#include <vector>
 
 #include "contract/failure_number.h"
 #include "contract/page/windows/loaded_window.h"
@@ -127,6 +128,84 @@ TEST(MainWindow, AnotherResolutionScalesItsControls) {
   SendMessageW(loaded.handle(), kDpiChanged, MAKEWPARAM(96, 96), reinterpret_cast<LPARAM>(&window));
   const RECT after = PlaceIn(loaded.handle(), button);
   EXPECT_TRUE(EqualRect(&after, &before));
+}
+
+/// Other system colours while it lives; they are the whole desktop's.
+class ColoursOfUser {
+ public:
+  ColoursOfUser(COLORREF face, COLORREF text) { Set(face, text); }
+  ~ColoursOfUser() { Set(face_, text_); }
+  ColoursOfUser(const ColoursOfUser&) = delete;
+  ColoursOfUser& operator=(const ColoursOfUser&) = delete;
+
+ private:
+  static void Set(COLORREF face, COLORREF text) {
+    const std::array<INT, 2> elements{COLOR_BTNFACE, COLOR_BTNTEXT};
+    const std::array<COLORREF, 2> colours{face, text};
+    SetSysColors(2, elements.data(), colours.data());
+  }
+
+  COLORREF face_ = GetSysColor(COLOR_BTNFACE);
+  COLORREF text_ = GetSysColor(COLOR_BTNTEXT);
+};
+
+TEST(MainWindow, TellsWhetherTheUsersColoursAreDark) {
+  LoadedWindow& loaded = SharedWindow();
+  EXPECT_FALSE(loaded.window().HasDarkColours());
+  const ColoursOfUser dark(RGB(0, 0, 0), RGB(255, 255, 255));
+  EXPECT_TRUE(loaded.window().HasDarkColours());
+}
+
+LRESULT CALLBACK NoteColourNews(HWND control, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR,
+                                DWORD_PTR list) {
+  if (message == WM_SYSCOLORCHANGE || message == WM_SETTINGCHANGE) {
+    reinterpret_cast<std::vector<UINT>*>(list)->push_back(message);
+  }
+  return DefSubclassProc(control, message, wparam, lparam);
+}
+
+TEST(MainWindow, HandsNewColoursOnToItsControlsAndThePage) {
+  LoadedWindow& loaded = SharedWindow();
+  ASSERT_TRUE(loaded.ShowMarkup("<html><body></body></html>"));
+  std::vector<UINT> handed_on;
+  const SUBCLASSPROC procedure = NoteColourNews;
+  const auto list = reinterpret_cast<DWORD_PTR>(&handed_on);
+  SetWindowSubclass(loaded.Browser(), procedure, 1, list);
+  SetWindowSubclass(loaded.Control(STATUSCLASSNAMEW), procedure, 1, list);
+  loaded.told.clear();
+  SendMessageW(loaded.handle(), WM_SYSCOLORCHANGE, 0, 0);
+  SendMessageW(loaded.handle(), WM_SETTINGCHANGE, 0, 0);
+  RemoveWindowSubclass(loaded.Browser(), procedure, 1);
+  RemoveWindowSubclass(loaded.Control(STATUSCLASSNAMEW), procedure, 1);
+  EXPECT_THAT(handed_on, ElementsAre(WM_SYSCOLORCHANGE, WM_SYSCOLORCHANGE, WM_SETTINGCHANGE,
+                                     WM_SETTINGCHANGE));
+  EXPECT_THAT(loaded.told, ElementsAre("ColoursChanged", "ColoursChanged"));
+}
+
+TEST(MainWindow, TheProgressBarHasANameForScreenReaders) {
+  LoadedWindow& loaded = SharedWindow();
+  EXPECT_NE(loaded.Control(PROGRESS_CLASSW, L"Progress"), nullptr);
+}
+
+std::vector<LONG>& Alerts() {
+  static std::vector<LONG> alerts;
+  return alerts;
+}
+
+void CALLBACK NoteAlert(HWINEVENTHOOK, DWORD, HWND, LONG, LONG child, DWORD, DWORD) {
+  Alerts().push_back(child);
+}
+
+TEST(MainWindow, AStatusTextIsAnnouncedToScreenReaders) {
+  LoadedWindow& loaded = SharedWindow();
+  Alerts().clear();
+  const HWINEVENTHOOK hook =
+      SetWinEventHook(EVENT_SYSTEM_ALERT, EVENT_SYSTEM_ALERT, nullptr, NoteAlert,
+                      GetCurrentProcessId(), 0, WINEVENT_OUTOFCONTEXT);
+  loaded.window().status_bar().Announce(platform::kStatusPanel);
+  EXPECT_TRUE(loaded.RunUntil([] { return !Alerts().empty(); }));
+  UnhookWinEvent(hook);
+  EXPECT_THAT(Alerts(), ElementsAre(platform::kStatusPanel));
 }
 
 TEST(MainWindow, CannotBeMadeTooSmallForItsControls) {
