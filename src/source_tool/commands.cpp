@@ -1,8 +1,10 @@
 #include "source_tool/commands.h"
 
+#include <charconv>
 #include <exception>
 #include <iterator>
 #include <map>
+#include <system_error>
 #include <utility>
 
 #include "base/failure.h"
@@ -55,16 +57,13 @@ std::string KeyFileOf(const Arguments& arguments) {
 }
 
 int Number(const std::string& text, const std::string& option) {
-  try {
-    std::size_t end = 0;
-    const int number = std::stoi(text, &end);
-    if (end == text.size() && number > 0) {
-      return number;
-    }
-  } catch (const std::exception&) {
-    // Told below.
+  int number = 0;
+  const char* const end = text.c_str() + text.size();
+  const auto [stop, error] = std::from_chars(text.c_str(), end, number);
+  if (error != std::errc() || stop != end || number <= 0) {
+    throw WrongUsage(option + " needs a number");
   }
-  throw WrongUsage(option + " needs a number");
+  return number;
 }
 
 int Init(Place& place, const std::vector<std::string>& words) {

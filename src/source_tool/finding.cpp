@@ -25,8 +25,8 @@ void WriteFindingsAsJson(std::ostream& out, const std::vector<Finding>& findings
   out << "{\"findings\":[";
   const char* separator = "";
   for (const Finding& finding : findings) {
-    out << separator << "{\"number\":\"" << NumberOf(finding)
-        << "\",\"file\":" << JsonText(finding.file) << ",\"line\":" << finding.place.line
+    out << separator << R"({"number":")" << NumberOf(finding) << R"(","file":)"
+        << JsonText(finding.file) << ",\"line\":" << finding.place.line
         << ",\"column\":" << finding.place.column << ",\"what\":" << JsonText(finding.what)
         << ",\"shows\":" << JsonText(finding.shows) << ",\"todo\":" << JsonText(finding.todo)
         << "}";

@@ -223,10 +223,11 @@ std::vector<Finding> CheckVersionsSince(const ManifestText& manifest,
       const std::string is = entry.Text("version");
       if (old.kind == entry.kind && old.id() == entry.id() && was != is &&
           PartsOf(is) >= PartsOf(was) && !catalog::IsNewer(was, is)) {
-        findings.Add(Rule::kVersion, ChildOr(entry, "version"),
-                     "version " + is + " does not count as newer than " + was,
-                     "is offered no update: only the last part is compared",
-                     "raise the last part with every release");
+        findings.Add(
+            Rule::kVersion, ChildOr(entry, "version"),
+            std::string("version ").append(is).append(" does not count as newer than ").append(was),
+            "is offered no update: only the last part is compared",
+            "raise the last part with every release");
       }
     }
   }

@@ -179,7 +179,7 @@ std::vector<Finding> CheckPackages(const platform::Files& files, const ManifestT
     progress(static_cast<double>(i) / static_cast<double>(entries.size()));
     const std::string package = base::AfterLastSlash(entries[i].Text("url"));
     PackageCheck(manifest, entries[i], package, findings)
-        .Check(files, folder + "/" + package, bits);
+        .Check(files, std::string(folder).append("/").append(package), bits);
   }
   progress(1);
   return findings;

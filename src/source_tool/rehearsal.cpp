@@ -1,5 +1,6 @@
 #include "source_tool/rehearsal.h"
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <sstream>
@@ -93,7 +94,7 @@ class GivenVersions : public platform::VersionResource {
  private:
   static platform::FileVersion VersionOf(const std::string& text) {
     std::istringstream in(text);
-    std::uint32_t parts[4] = {};
+    std::array<std::uint32_t, 4> parts{};
     char dot = '.';
     for (std::uint32_t& part : parts) {
       in >> part >> dot;
