@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "base/text.h"
+#include "fakes/fake_clock.h"
 #include "fakes/fake_html_document.h"
 #include "fakes/fake_main_window.h"
 #include "fakes/fake_version_resource.h"
@@ -72,7 +73,8 @@ class PageTest : public ::testing::Test {
   fakes::RecordingErrorLog log_;
   std::shared_ptr<fakes::FakeHtmlDocument> document_;
   fakes::FakeMainWindow window_{""};
-  ComponentPage components_{log_, files_, settings_, resources_, window_};
+  fakes::FakeClock clock_;
+  ComponentPage components_{log_, files_, clock_, settings_, resources_, window_};
   PageDocument& page_{components_.document};
   ViewState& state_{components_.state};
   PageRows& rows_{components_.rows};
