@@ -95,7 +95,9 @@ class RefreshSuite {
   catalog::UpdateSourceList sources_;
   catalog::InstalledRows shown_;
   catalog::NewComponents found_;
-  catalog::CatalogFiles files_{disk_, settings_};
+  fakes::FakeClock clock_;
+  catalog::ManifestTrust trust_{log_, clock_, sources_};
+  catalog::CatalogFiles files_{disk_, settings_, trust_};
   catalog::FileVersions versions_{log_, settings_, version_resource_, files_};
   catalog::AvailableUpdates available_{log_, files_, versions_, shown_, rows_};
   catalog::InstalledWithUpdates installed_{log_,       files_, settings_, sources_,
