@@ -38,31 +38,6 @@ class RefreshDisk : public DatastoreDisk {
   std::map<std::string, std::string> manifests_;
 };
 
-/// Counts the rows and makes no markup: what is measured is finding out what they show.
-class RowCount : public CountedRows {
- public:
-  std::size_t count() const { return count_; }
-
-  void fillDiv(const std::string& /*container*/, const std::string& /*name*/,
-               const std::string& /*version*/, const std::string& /*description*/,
-               std::int16_t /*row*/, bool /*is_core*/) override {
-    ++count_;
-  }
-  void fillDivWithUpdates(const std::string& /*container*/, const std::string& /*name*/,
-                          const std::string& /*version*/, const std::string& /*description*/,
-                          std::int16_t /*row*/, bool /*is_core*/, bool /*not_installed*/) override {
-    ++count_;
-  }
-  void showUpdates(const std::string& /*container*/, const std::string& /*name*/,
-                   const std::string& /*version*/, const std::string& /*description*/,
-                   std::int16_t /*row*/) override {
-    ++count_;
-  }
-
- private:
-  std::size_t count_ = 0;
-};
-
 /// The six lists that are filled once the sources have answered.
 class RefreshSuite {
  public:
@@ -74,7 +49,7 @@ class RefreshSuite {
     }
   }
 
-  const RowCount& rows() const { return rows_; }
+  const PlainRows& rows() const { return rows_; }
 
   void Refresh() {
     const catalog::CatalogFiles::Refresh refresh(files_);
@@ -91,7 +66,7 @@ class RefreshSuite {
   base::Settings settings_;
   StrictLog log_;
   OneVersion version_resource_;
-  RowCount rows_;
+  PlainRows rows_;
   catalog::UpdateSourceList sources_;
   catalog::InstalledRows shown_;
   catalog::NewComponents found_;

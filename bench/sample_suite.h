@@ -110,6 +110,31 @@ class CountedRows : public catalog::RowWriter {
   std::size_t markup_bytes_ = 0;
 };
 
+/// Counts the rows and makes no markup: what is measured is finding out what they show.
+class PlainRows : public CountedRows {
+ public:
+  std::size_t count() const { return count_; }
+
+  void fillDiv(const std::string& /*container*/, const std::string& /*name*/,
+               const std::string& /*version*/, const std::string& /*description*/,
+               std::int16_t /*row*/, bool /*is_core*/) override {
+    ++count_;
+  }
+  void fillDivWithUpdates(const std::string& /*container*/, const std::string& /*name*/,
+                          const std::string& /*version*/, const std::string& /*description*/,
+                          std::int16_t /*row*/, bool /*is_core*/, bool /*not_installed*/) override {
+    ++count_;
+  }
+  void showUpdates(const std::string& /*container*/, const std::string& /*name*/,
+                   const std::string& /*version*/, const std::string& /*description*/,
+                   std::int16_t /*row*/) override {
+    ++count_;
+  }
+
+ private:
+  std::size_t count_ = 0;
+};
+
 /// The catalog over a suite that has `entries` components of `kind` installed.
 class SampleSuite {
  public:

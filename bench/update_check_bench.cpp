@@ -25,31 +25,6 @@ class TwoFilesDisk : public DatastoreDisk {
   std::string manifest_;
 };
 
-/// Counts the rows and makes no markup: what is measured is finding out what they show.
-class PlainRows : public CountedRows {
- public:
-  std::size_t count() const { return count_; }
-
-  void fillDiv(const std::string& /*container*/, const std::string& /*name*/,
-               const std::string& /*version*/, const std::string& /*description*/,
-               std::int16_t /*row*/, bool /*is_core*/) override {
-    ++count_;
-  }
-  void fillDivWithUpdates(const std::string& /*container*/, const std::string& /*name*/,
-                          const std::string& /*version*/, const std::string& /*description*/,
-                          std::int16_t /*row*/, bool /*is_core*/, bool /*not_installed*/) override {
-    ++count_;
-  }
-  void showUpdates(const std::string& /*container*/, const std::string& /*name*/,
-                   const std::string& /*version*/, const std::string& /*description*/,
-                   std::int16_t /*row*/) override {
-    ++count_;
-  }
-
- private:
-  std::size_t count_ = 0;
-};
-
 /// The exchange's lists over a suite with `entries` installed components and as many on offer.
 class ExchangeSuite {
  public:

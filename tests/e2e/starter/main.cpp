@@ -22,7 +22,7 @@ void Demand(bool is_done, const char* step) {
 
 struct Order {
   bool is_limited = false;
-  std::wstring library;  ///< empty for none
+  std::wstring put_in;  ///< empty for none
   std::wstring program;
 };
 
@@ -77,7 +77,7 @@ DWORD RunToTheLast(const Order& order) {
   const UniqueKernelObject process(started.hProcess);
   const UniqueKernelObject thread(started.hThread);
   Demand(AssignProcessToJobObject(job.get(), process.get()), "AssignProcessToJobObject");
-  if (!order.library.empty()) LoadInto(process.get(), order.library);
+  if (!order.put_in.empty()) LoadInto(process.get(), order.put_in);
   ResumeThread(thread.get());
 
   DWORD processes = 0;
@@ -99,7 +99,7 @@ Order Read(std::deque<std::wstring> words) {
       order.is_limited = true;
     } else if (words.front() == L"--with") {
       words.pop_front();
-      order.library = Beside(words.front().c_str());
+      order.put_in = Beside(words.front().c_str());
     }
   }
   if (words.empty()) throw std::runtime_error("no program");
