@@ -147,7 +147,7 @@ std::optional<std::string> HttpExchange::Field(DWORD query) const {
 
 bool HttpExchange::HasCertificate() const {
   PCCERT_CONTEXT certificate = nullptr;
-  DWORD size = sizeof certificate;
+  DWORD size = sizeof(PCCERT_CONTEXT);
   if (!WinHttpQueryOption(request_.get(), WINHTTP_OPTION_SERVER_CERT_CONTEXT, &certificate,
                           &size)) {
     return false;
