@@ -113,7 +113,9 @@ std::optional<ManifestSignature> FindSignature(std::string_view manifest) {
 
 bool IsSignedWith(std::string_view manifest, const ManifestSignature& signature,
                   const PublicKey& key) {
-  return crypto_sign_verify_detached(signature.value.data(),
+  // The library wants to be made ready before its first use; later calls of this do nothing.
+  return sodium_init() >= 0 &&
+         crypto_sign_verify_detached(signature.value.data(),
                                      reinterpret_cast<const unsigned char*>(manifest.data()),
                                      signature.signed_bytes, key.data()) == 0;
 }

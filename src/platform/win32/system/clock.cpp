@@ -9,6 +9,7 @@
 
 #include "base/failure.h"
 #include "platform/win32/system/handles.h"
+#include "platform/win32/system/system_time.h"
 #include "platform/win32/system/utf.h"
 #include "platform/win32/win32_platform.h"
 
@@ -31,13 +32,7 @@ class Win32Clock : public Clock {
   }
 
   std::string GeneralDate(const LocalTime& time) const override {
-    SYSTEMTIME parts{};
-    parts.wYear = static_cast<WORD>(time.year);
-    parts.wMonth = static_cast<WORD>(time.month);
-    parts.wDay = static_cast<WORD>(time.day);
-    parts.wHour = static_cast<WORD>(time.hour);
-    parts.wMinute = static_cast<WORD>(time.minute);
-    parts.wSecond = static_cast<WORD>(time.second);
+    SYSTEMTIME parts = ToSystemTime(time);
     DATE date = 0;
     UniqueBstr text;
     if (!SystemTimeToVariantTime(&parts, &date) ||

@@ -11,6 +11,7 @@
 #include "platform/win32/system/replacement_file.h"
 #include "platform/win32/system/system_failure.h"
 #include "platform/win32/system/system_path.h"
+#include "platform/win32/system/system_time.h"
 #include "platform/win32/win32_platform.h"
 
 namespace kitbay::platform::win32 {
@@ -29,13 +30,7 @@ LocalTime ToLocalTime(const FILETIME& time) {
 }
 
 FILETIME ToFileTime(const LocalTime& time) {
-  SYSTEMTIME local{};
-  local.wYear = static_cast<WORD>(time.year);
-  local.wMonth = static_cast<WORD>(time.month);
-  local.wDay = static_cast<WORD>(time.day);
-  local.wHour = static_cast<WORD>(time.hour);
-  local.wMinute = static_cast<WORD>(time.minute);
-  local.wSecond = static_cast<WORD>(time.second);
+  const SYSTEMTIME local = ToSystemTime(time);
   SYSTEMTIME utc{};
   FILETIME result{};
   if (!TzSpecificLocalTimeToSystemTime(nullptr, &local, &utc) ||
