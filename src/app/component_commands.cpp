@@ -31,7 +31,7 @@ bool ComponentCommands::InstallNewAddons(const std::string& container, const std
     return false;
   }
   state_.update_in_progress = false;
-  // Before the request, whose answer may arrive while it is handed over.
+  // Disabled before the request, because the answer may arrive while the request is handed over.
   buttons_.DisableOtherUpdatedDownload();
   if (!requests_.InstallNewAddons(container, name, state_.current_row_id,
                                   state_.current_row_name)) {

@@ -12,8 +12,8 @@
 
 namespace kitbay::app {
 
-/// Starts what the buttons of the page's rows ask for. Where the user may not change the suite each
-/// says so instead.
+/// Starts what the buttons of the page's rows stand for. If the user may not change the suite, each
+/// button says so instead.
 class ComponentCommands : public view::PageCommands {
  public:
   ComponentCommands(update::UpdateRequests& requests, install::UpdateFlows& updates,
@@ -31,8 +31,8 @@ class ComponentCommands : public view::PageCommands {
   void UpdateInstalledChannel() override;
   void RemoveAddon(const std::string& action, const std::string& kind) override;
 
-  /// With an installation under way the buttons of what is installed are off, too, and no update is
-  /// in progress any more, be it that the last one's download failed.
+  /// While an installation is under way, the buttons of installed components are off too. No update
+  /// is in progress any more, even if the last one's download failed.
   bool InstallNewAddons(const std::string& container, const std::string& name) override;
 
  private:

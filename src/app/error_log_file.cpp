@@ -10,7 +10,7 @@ constexpr const char* kSeparator =
 constexpr const char* kSourceStart = "                         [Source:-  ";
 constexpr const char* kDescriptionStart = "                         [Description:-  ";
 
-// An entry has four lines whatever the failing text held.
+// An entry has four lines, whatever the failure's text contains.
 std::string OnOneLine(std::string text) {
   for (char& letter : text) {
     if (static_cast<unsigned char>(letter) < 0x20) {

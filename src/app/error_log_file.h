@@ -15,11 +15,11 @@ class ErrorLogFile : public base::ErrorLog {
  public:
   explicit ErrorLogFile(const platform::Clock& clock) : clock_(clock) {}
 
-  /// Creates the log at `path` anew and writes its header. Throws `base::Failure` when it cannot;
-  /// no log is open then.
+  /// Creates the log at `path`, replacing an earlier one, and writes its header. Throws
+  /// `base::Failure` on failure; no log is open then.
   void Open(platform::FileSystemObject& file_system, const std::string& path);
 
-  /// Closes the log if it is open; later entries are dropped.
+  /// Closes the log if it is open. Later entries are dropped.
   void Close();
 
   std::string TimeText() const override;

@@ -42,7 +42,7 @@ platform::RegistryKeys::KeyResult InstallationCheck::OpenEntry(const std::string
              : opened;
 }
 
-// The executable tells more than the entry: an installer of 32 bits may bring a suite of 64.
+// The executable is more reliable than the entry: a 32-bit installer may install a 64-bit suite.
 void InstallationCheck::TellOtherBitness() {
   guarded(log_, "Kitbay::CheckInstallation", [&] {
     const std::string client = settings_.InstallFolder + "\\" + settings_.MainAppExe;

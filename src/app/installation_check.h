@@ -19,13 +19,12 @@ class InstallationCheck {
                     platform::MainWindow& window, base::Settings& settings)
       : log_(log), desktop_(desktop), keys_(keys), window_(window), settings_(settings) {}
 
-  /// Fills the settings from the uninstall entry. Without an entry that can be read the user is
-  /// told and the main window is unloaded. `file_system` may be empty; then no `install.txt` is
-  /// looked for.
+  /// Fills the settings from the uninstall entry. If no entry can be read, tells the user and
+  /// unloads the main window. Without a `file_system`, no `install.txt` is looked for.
   void CheckInstallation(platform::FileSystemObject* file_system);
 
-  /// Tells the user where the suite that was found is of another bitness than Kitbay, which then
-  /// cannot load the suite's libraries.
+  /// Tells the user if the suite has another bitness than Kitbay, which then cannot load its
+  /// libraries.
   void TellOtherBitness();
 
  private:
@@ -42,7 +41,7 @@ class InstallationCheck {
   platform::RegistryKeys& keys_;
   platform::MainWindow& window_;
   base::Settings& settings_;
-  int entry_bits_ = 0;  ///< of the programs that see the uninstall entry; 0 before it was found
+  int entry_bits_ = 0;  ///< of the registry view with the uninstall entry; 0 until it is found
 };
 
 }  // namespace kitbay::app

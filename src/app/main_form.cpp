@@ -26,8 +26,8 @@ constexpr const char* kPageFile = "\\AddonUpdates.html";
 
 }  // namespace
 
-// The preparation of the working files is a step of its own: in an installation folder that cannot
-// be written, the window is shown all the same, only without a log.
+// Preparing the working files is a separate step: if the installation folder cannot be written, the
+// window still opens, only without a log.
 void MainForm::Load() {
   if (state_ != State::kUnloaded) {
     return;
@@ -177,7 +177,7 @@ bool MainForm::CreateSuiteObjects() {
          });
 }
 
-// Later modes make no element from a start tag, and other ones lay the page out otherwise.
+// Later modes create no element from a start tag, and other modes lay out the page differently.
 void MainForm::CheckDocumentMode() {
   if (std::exchange(is_mode_checked_, true)) {
     return;
@@ -191,7 +191,7 @@ void MainForm::CheckDocumentMode() {
   });
 }
 
-// Behind the lists, and so seen only where they are empty.
+// The explanation lies behind the lists, so it shows only where they are empty.
 void MainForm::ExplainEmptyLists(bool has_suite_objects) {
   guarded(parts_.log, kPageLoaded, [&] {
     const view::PageDocument& page = parts_.page.document;
@@ -211,7 +211,7 @@ void MainForm::ConnectPage() {
   }
 }
 
-// A user who has never started the main client has none.
+// A user who has never started the main client has no such folders.
 void MainForm::MakeUserFolders() {
   guarded(parts_.log, "Kitbay::MakeUserFolders", [&] {
     const std::string& custom_data = parts_.settings.CustomDataFolder;
@@ -224,7 +224,7 @@ void MainForm::MakeUserFolders() {
   });
 }
 
-// Where files are replaced, an earlier run may have been ended in the middle of it.
+// An earlier run may have been ended while it replaced a file.
 void MainForm::SweepReplacements() {
   guarded(parts_.log, "Kitbay::SweepReplacements", [&] {
     const base::Settings& settings = parts_.settings;
@@ -249,8 +249,8 @@ void MainForm::Form_Unload() {
     file_system_.reset();
     parts_.log.Close();
   });
-  // The page goes whatever step failed: a dialog that closes with this window would otherwise have
-  // the driver work on it.
+  // The page is released whichever step failed: otherwise a dialog that closes with this window
+  // would make the driver work on it.
   if (parts_.page.document.IsConnected()) {
     guarded(parts_.log, "Kitbay::Form_Unload", [&] { DropPage(); });
   }
@@ -282,8 +282,8 @@ void MainForm::ObjSetToNothing() {
   });
 }
 
-// Without an installation folder the path would name a folder that is not the program's own; where
-// the suite may not be changed, the folder is that of a program with more rights.
+// Without an installation folder, the path would name a folder that does not belong to the program.
+// If the suite may not be changed, the folder belongs to an instance with more rights.
 void MainForm::DeleteWorkingFolder() {
   const std::string& folder = parts_.settings.InstallFolder;
   if (file_system_ && !folder.empty() && parts_.settings.may_change_suite &&

@@ -43,8 +43,8 @@ struct FormParts {
   install::InstallSession& session;
 };
 
-/// The life of the main window `frmAddOn`, from its load to its unload. Each handler logs its
-/// failure and goes no further.
+/// The life of the main window `frmAddOn`, from load to unload. Each handler logs its failure and
+/// goes no further.
 class MainForm : public platform::MainWindowEvents {
  public:
   explicit MainForm(const FormParts& parts) : parts_(parts) {}
@@ -52,13 +52,13 @@ class MainForm : public platform::MainWindowEvents {
   bool IsLoaded() const { return state_ == State::kLoaded; }
 
   /// Loads the window: checks the installation and the user's rights, opens the error log, shows
-  /// the window and navigates to the page. Without an installation, and when the program starts
-  /// again with more rights, the window is unloaded again; a window that cannot be created stays
+  /// the window and navigates to the page. The window is unloaded again if there is no installation
+  /// or the program starts again with more rights. If the window cannot be created, it stays
   /// unloaded. Does nothing once the window is, or has been, unloaded.
   void Load();
 
-  /// Raises the window above all others, loading it first if need be. Does nothing once the window
-  /// is, or has been, unloaded.
+  /// Raises the window above all others, and loads it first if necessary. Does nothing once the
+  /// window is, or has been, unloaded.
   void BringToFront();
 
   void Form_Unload() override;
@@ -86,7 +86,7 @@ class MainForm : public platform::MainWindowEvents {
   std::string HelpTopic() const;
   void TellMissingHelp();
 
-  /// Nothing that arrives from outside leads back from the end of the program.
+  /// Once the program is ending, no call from outside brings it back.
   enum class State { kUnloaded, kLoaded, kEnding };
 
   FormParts parts_;

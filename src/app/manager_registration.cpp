@@ -16,7 +16,7 @@ void ManagerRegistration::Publish(std::unique_ptr<platform::ManagerService> mana
 
 void ManagerRegistration::Windup() {
   base::guarded(log_, "Kitbay::Windup", [&] {
-    // Without an entry there is nothing to withdraw, which is no failure.
+    // Without an entry there is nothing to withdraw; that is not a failure.
     objects_.RevokeActiveObject(cookie_);
     if (manager_) {
       objects_.DisconnectObject(*manager_);

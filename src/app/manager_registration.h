@@ -19,11 +19,11 @@ class ManagerRegistration {
   ManagerRegistration(base::ErrorLog& log, platform::ActiveObjects& objects)
       : log_(log), objects_(objects) {}
 
-  /// Keeps `manager` and enters it into the table, weakly. When the system does not know the
-  /// ProgID or refuses the entry, the program runs on and cannot be found.
+  /// Keeps `manager` and registers it in the table, weakly. If the system does not know the ProgID
+  /// or refuses the entry, the program runs on and cannot be found.
   void Publish(std::unique_ptr<platform::ManagerService> manager);
 
-  /// Withdraws the entry, cuts off the object's clients and drops it.
+  /// Withdraws the entry, disconnects the object's clients and drops the object.
   void Windup();
 
  private:

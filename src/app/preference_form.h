@@ -7,7 +7,7 @@ class PreferenceForm {
  public:
   virtual ~PreferenceForm() = default;
 
-  /// Shows the dialog, owned by the main window and not modal.
+  /// Shows the dialog, modeless and owned by the main window.
   virtual void Show() = 0;
   virtual void FocusUrlBox() = 0;
 

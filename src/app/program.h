@@ -54,18 +54,18 @@ struct PlatformParts {
   platform::PreferenceWindow& preference_window;
 };
 
-/// The whole program over a platform: its rooms from the ground up, each given what it needs.
+/// The whole program on top of a platform: its layers from the bottom up, each given what it needs.
 struct Program {
   /// `own_place` names the program's own folder and file.
   Program(const PlatformParts& parts, base::Settings own_place);
   Program(const Program&) = delete;
   Program& operator=(const Program&) = delete;
 
-  /// Hands over to the instance that runs already, or loads the window. Returns whether the program
-  /// is to run on.
+  /// Hands over to an instance that is already running, or loads the window. Returns whether the
+  /// program is to keep running.
   bool Start();
 
-  /// Runs the program from its start to its end.
+  /// Runs the program from start to end.
   void Run();
 
   PlatformParts platform;

@@ -10,7 +10,7 @@
 
 namespace kitbay::app {
 
-/// Makes the program's objects for clients outside.
+/// Creates the program's objects for outside clients.
 class ProgramServices : public platform::ServiceFactory {
  public:
   ProgramServices(base::ErrorLog& log, platform::RegistryKeys& keys, const base::Settings& settings,

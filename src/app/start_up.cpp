@@ -16,8 +16,8 @@ void HandOver(const StartUpParts& parts) {
   running->BringToFront();
 }
 
-// With an administrator's rights the system looks at the machine's classes alone. A program that
-// cannot register or offer its classes works all the same for its user.
+// With an administrator's rights, the system looks only at the machine's classes. A program that
+// cannot register or offer its classes still works for its user.
 void OfferClasses(const StartUpParts& parts) {
   guarded(parts.log, "Kitbay::Main", [&] {
     parts.com_server.KeepRegistrationCurrent(parts.settings.is_administrator

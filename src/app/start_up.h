@@ -23,7 +23,7 @@ class Manager : public platform::ManagerService {
   MainForm& form_;
 };
 
-/// What the start of the program works with.
+/// What the program's start works with.
 struct StartUpParts {
   base::ErrorLog& log;
   const base::Settings& settings;
@@ -36,8 +36,8 @@ struct StartUpParts {
   MainForm& form;
 };
 
-/// The start of the program. A first instance loads the main window and becomes findable; a second
-/// one raises the first one's window and ends. Returns whether the program is to run on.
+/// Starts the program. A first instance loads the main window and becomes findable; a second one
+/// raises the first one's window and ends. Returns whether the program is to keep running.
 bool Main(const StartUpParts& parts);
 
 }  // namespace kitbay::app

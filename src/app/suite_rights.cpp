@@ -6,7 +6,7 @@
 namespace kitbay::app {
 namespace {
 
-// Where the log, downloads, manifests, components and the datastore go.
+// The folders of the log, downloads, manifests, components and the datastore.
 constexpr std::array kFolders = {"", "\\Temp", "\\Kitbay", "\\addons", "\\Channels", "\\Datastore"};
 
 std::string WhyNot(const base::Settings& settings) {
@@ -29,7 +29,7 @@ void SuiteRights::Check() {
   }
 }
 
-// A folder that is missing is made, where it is needed, in one that is there.
+// A missing folder is created when it is needed, in a folder that exists.
 bool SuiteRights::MayWriteEverywhere() {
   const std::string& suite = parts_.settings.InstallFolder;
   return suite.empty() || std::none_of(kFolders.begin(), kFolders.end(), [&](const char* folder) {
@@ -37,8 +37,8 @@ bool SuiteRights::MayWriteEverywhere() {
          });
 }
 
-// The program that starts with the rights has to find itself the only one. While the user was asked
-// another may have been started, too.
+// The program that starts with the rights must find no other instance. Another one may have been
+// started while the user was asked.
 void SuiteRights::AskForRights() {
   parts_.instance_mark.Release();
   const bool is_started =

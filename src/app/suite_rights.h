@@ -11,7 +11,7 @@
 
 namespace kitbay::app {
 
-/// What the rights of the user are found out and told with.
+/// What it takes to determine the user's rights and report them.
 struct SuiteRightsParts {
   base::Settings& settings;
   platform::Files& files;
@@ -26,16 +26,16 @@ class SuiteRights {
  public:
   explicit SuiteRights(const SuiteRightsParts& parts) : parts_(parts) {}
 
-  /// Fills the settings. Where the user may not write into the suite's folders, has the system ask
-  /// once for the rights. The main window is unloaded when the program starts again with them;
-  /// otherwise the program goes on and changes nothing.
+  /// Fills the settings. If the user may not write to the suite's folders, has the system ask once
+  /// for the rights. The main window is unloaded when the program starts again with them; otherwise
+  /// the program goes on and changes nothing.
   void Check();
 
-  /// Tells the user, the first time it is called, that nothing can be changed, and why; says
-  /// nothing where all can.
+  /// On its first call, tells the user that nothing can be changed, and why. Says nothing if
+  /// everything can be changed.
   void TellOnce();
 
-  /// Whether the suite may be changed. Tells the user where it may not.
+  /// Whether the suite may be changed. If not, tells the user.
   bool DemandChange();
 
  private:

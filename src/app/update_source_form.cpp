@@ -2,8 +2,8 @@
 
 namespace kitbay::app {
 
-// The dialog may outlive the main window's page when the program ends; its additions are asked at
-// the next start then.
+// The dialog may outlive the main window's page when the program ends; its additions are then asked
+// at the next start.
 void UpdateSourceForm::GetDirectoryPreferenceFile() {
   if (page_.IsConnected()) {
     driver_.GetDirectoryPreferenceFile();

@@ -13,8 +13,8 @@
 
 namespace kitbay::app {
 
-/// The dialog of update sources as the main window's: owned by it, and with the driver that asks
-/// new sources while there is a page to show the answers in.
+/// The dialog of update sources, owned by the main window. The driver asks new sources while there
+/// is a page to show the answers.
 class UpdateSourceForm : public PreferenceForm, private prefs::SourceListUser {
  public:
   UpdateSourceForm(base::ErrorLog& log, platform::Files& files,

@@ -4,9 +4,8 @@
 
 namespace kitbay::base {
 
-/// What the whole program knows about the suite that it serves, filled in while the main window
-/// loads. Folders are UTF-8 and end without a separator, except `InstallFolder` after a transport
-/// was installed.
+/// What the program knows about its suite, filled in while the main window loads. Folders are UTF-8
+/// and end without a separator, except `InstallFolder` after a transport was installed.
 struct Settings {
   std::string MainAppExe;        ///< file name of the main client's executable
   std::string MainAppName;       ///< display name of the main client
@@ -14,12 +13,12 @@ struct Settings {
   std::string CustomDataFolder;  ///< the user's folder of custom components
   bool IsNotNT = false;          ///< whether the system is not of the NT family
 
-  bool is_administrator = false;  ///< whether the process has an administrator's rights in force
-  bool may_change_suite = true;   ///< whether its user may write into the suite's folders
+  bool is_administrator = false;  ///< whether the process is elevated
+  bool may_change_suite = true;   ///< whether the user may write to the suite's folders
 
   std::string program_folder;  ///< the folder of the running executable
   std::string program_name;    ///< the executable's file name without ".exe"
-  int program_bits = 64;       ///< how many bits the program itself is of
+  int program_bits = 64;       ///< the program's own bitness
 };
 
 }  // namespace kitbay::base

@@ -5,7 +5,7 @@
 namespace kitbay::base {
 namespace {
 
-/// The length in bytes of a character that begins with `first`; 0 if none does.
+/// The length in bytes of a character that begins with `first`; 0 if no character does.
 std::size_t CharacterLength(unsigned char first) {
   if (first < 0x80) {
     return 1;

@@ -7,27 +7,27 @@
 
 namespace kitbay::source_tool {
 
-/// The words behind a command are not what it takes; the text says why.
+/// The arguments after a command are not valid for it; the text says why.
 class WrongUsage : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
 };
 
-/// The words behind a command, told apart.
+/// The arguments after a command, sorted into files and options.
 class Arguments {
  public:
-  /// `words` are those behind the command; each of `valued` takes a value and each of `flags` none.
-  /// Throws `WrongUsage` for any other word that begins with "--".
+  /// `words` are the arguments after the command. Each option in `valued` takes a value, each in
+  /// `flags` takes none. Throws `WrongUsage` for any other word that begins with "--".
   Arguments(const std::vector<std::string>& words, const std::vector<std::string>& valued,
             const std::vector<std::string>& flags);
 
   const std::vector<std::string>& files() const { return files_; }
   bool Has(const std::string& option) const { return options_.contains(option); }
 
-  /// The last value of an option; `otherwise` where it was not given.
+  /// The last value of an option, or `otherwise` if it was not given.
   std::string Value(const std::string& option, const std::string& otherwise = "") const;
 
-  /// All values of an option that may be given more than once, in order.
+  /// All values of an option that may be repeated, in order.
   std::vector<std::string> Values(const std::string& option) const;
 
   /// The only file. Throws `WrongUsage` unless there is exactly one.

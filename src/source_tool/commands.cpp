@@ -138,7 +138,7 @@ void Append(std::vector<Finding>& findings, std::vector<Finding> more) {
   findings.insert(findings.end(), std::move_iterator(more.begin()), std::move_iterator(more.end()));
 }
 
-/// A bar of so many of 40 marks, drawn over the last one.
+/// A bar of 40 marks, redrawn in place.
 Progress ProgressBar(std::ostream& err, bool is_shown) {
   return [&err, is_shown](double done) {
     constexpr int kMarks = 40;

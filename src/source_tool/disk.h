@@ -8,11 +8,11 @@
 namespace kitbay::source_tool {
 
 /// The files of the machine that the tool runs on, Windows or not. A path is one of the machine's
-/// own; a path of Kitbay's, such as "C:\Suite\Datastore\olregistry.xml", is a file that was put
-/// there with `Place`, letter case aside. What the tool does not need fails with 70.
+/// own. A Kitbay path such as "C:\Suite\Datastore\olregistry.xml" is a file that was put there with
+/// `Place`; its case does not matter. Operations that the tool does not need fail with 70.
 class Disk : public platform::Files {
  public:
-  /// Has the file at `path` of the machine stand at `place` as well.
+  /// Makes the machine's file at `path` appear at `place` as well.
   void Place(const std::string& place, const std::string& path);
 
   bool Exists(const std::string& path) const override;
@@ -36,7 +36,7 @@ class Disk : public platform::Files {
  private:
   const std::string& Real(const std::string& path) const;
 
-  std::map<std::string, std::string> placed_;  // real paths, by the place in lower case
+  std::map<std::string, std::string> placed_;  // real paths by their place in lower case
 };
 
 /// What follows the last "/" or "\" of a path.

@@ -8,7 +8,7 @@
 
 namespace kitbay::source_tool {
 
-/// The rules of `check`, by the number that a finding of each has.
+/// The rules of `check`, with the numbers that their findings show.
 enum class Rule {
   kIdNotFirst = 1,
   kNameIsNotId = 2,
@@ -29,7 +29,7 @@ enum class Rule {
   kNoPackage = 17,
 };
 
-/// Something that fails without a word at the user's.
+/// Something that fails silently on the user's machine.
 struct Finding {
   Rule rule;
   std::string file;
@@ -39,11 +39,11 @@ struct Finding {
   std::string todo;   ///< what to do
 };
 
-/// Writes findings for people, or as one JSON object for machines.
+/// Writes findings for people, or as one JSON object for programs.
 void WriteFindings(std::ostream& out, const std::vector<Finding>& findings);
 void WriteFindingsAsJson(std::ostream& out, const std::vector<Finding>& findings);
 
-/// `text` between quotation marks, as JSON has it.
+/// `text` as a JSON string, with its quotation marks.
 std::string JsonText(const std::string& text);
 
 }  // namespace kitbay::source_tool

@@ -35,7 +35,7 @@ void WriteKeyFile(platform::Files& files, const std::string& path, const catalog
   std::string text(key.size() * 2 + 1, '\0');
   sodium_bin2hex(text.data(), text.size(), key.data(), key.size());
   text.back() = '\n';
-  // Nobody else may read it from the first byte on.
+  // Nobody else may read it, from the first byte on.
   const std::filesystem::path place(std::u8string(path.begin(), path.end()));
   files.Replace(path, "");
   std::error_code error;

@@ -9,10 +9,10 @@ constexpr std::size_t kHeaderPlace = 0x3C;
 constexpr std::uint32_t kMachine32 = 0x14C;
 constexpr std::uint32_t kMachine64 = 0x8664;
 
-// How the fixed part of a version resource begins: its mark, and the version of its own form.
+// How the fixed part of a version resource begins: its signature and its structure version.
 constexpr std::string_view kVersionMark("\xBD\x04\xEF\xFE\x00\x00\x01\x00", 8);
 
-// The number of `length` bytes at `place`, the lowest first; 0 beyond the end.
+// The little-endian number of `length` bytes at `place`; 0 beyond the end.
 std::uint32_t NumberAt(std::string_view bytes, std::size_t place, std::size_t length) {
   std::uint32_t number = 0;
   for (std::size_t i = length; i > 0 && place + length <= bytes.size(); --i) {

@@ -6,13 +6,13 @@
 
 namespace kitbay::source_tool {
 
-/// What the bytes of a library say of it.
+/// What a library's bytes say about it.
 struct LibraryHeader {
-  int bits = 0;         ///< 32 or 64; 0 for another machine
-  std::string version;  ///< four numbers joined by "."; empty where it has none
+  int bits = 0;         ///< 32 or 64; 0 for another processor
+  std::string version;  ///< four numbers joined by "."; empty if it has none
 };
 
-/// None where the bytes are no Windows library.
+/// Returns nothing if the bytes are not a Windows library.
 std::optional<LibraryHeader> ReadLibraryHeader(std::string_view bytes);
 
 }  // namespace kitbay::source_tool

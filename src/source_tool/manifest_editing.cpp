@@ -22,7 +22,7 @@ using base::RuntimeError;
 struct KindTable {
   const char* list;
   const char* entry;
-  std::vector<const char*> elements;  // in the order in which a new entry has them
+  std::vector<const char*> elements;  // in the order of a new entry
 };
 
 const KindTable& TableOf(ComponentKind kind) {
@@ -55,7 +55,7 @@ void Indent(pugi::xml_node parent, const pugi::xml_node& before, const char* bla
   parent.insert_child_before(pugi::node_pcdata, before).set_value(blanks);
 }
 
-// Every element that the kind has, empty, one on a line.
+// Adds every element that the kind has, empty, one per line.
 pugi::xml_node AppendEntry(pugi::xml_node list, const KindTable& table, const std::string& id,
                            bool is_addon) {
   pugi::xml_node last = list.last_child();
@@ -94,7 +94,7 @@ std::string TextOf(const pugi::xml_node& entry, const char* element) {
   return entry.child(element).text().get();
 }
 
-// The libraries at the package's top, which are those that can register themselves.
+// The libraries at the top level of the package, which are those that can register themselves.
 std::vector<PackageLibrary> TopLibraries(const PackageContents& contents) {
   std::vector<PackageLibrary> top;
   std::ranges::copy_if(contents.libraries, std::back_inserter(top), [](const auto& library) {
@@ -130,7 +130,7 @@ void FillFromPackage(pugi::xml_node entry, const platform::Files& files, const A
 }
 
 void FillNew(pugi::xml_node entry, const std::string& id, ComponentKind kind) {
-  // An update looks for the id that is the name in the row.
+  // An update looks for an id that equals the name in the row.
   SetText(entry, "name", id);
   if (kind == ComponentKind::kAddon) {
     SetText(entry, "autoaccept", "0");

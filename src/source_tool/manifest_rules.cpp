@@ -51,7 +51,7 @@ std::size_t PartsOf(const std::string& version) {
   return static_cast<std::size_t>(std::ranges::count(version, '.')) + 1;
 }
 
-// The child, or the entry itself where it has none.
+// The child, or the entry itself if it has none.
 pugi::xml_node ChildOr(const ManifestEntry& entry, const char* name) {
   const pugi::xml_node child = entry.node.child(name);
   return child ? child : entry.node;
@@ -105,7 +105,7 @@ void CheckVersion(const ManifestEntry& entry, Findings& findings) {
   }
 }
 
-// One library alone does not register itself: the component's own does.
+// A single library does not register itself: the component's own does.
 void CheckLibraries(const ManifestEntry& entry, Findings& findings) {
   const std::string list = entry.Text(kLibraryLists[entry.kind]);
   const std::string own = entry.Text("filename");
@@ -156,7 +156,7 @@ void CheckEntry(const ManifestEntry& entry, Findings& findings) {
 
 TextPlace ManifestText::PlaceOf(const pugi::xml_node& node) const {
   const std::ptrdiff_t offset = node.offset_debug();
-  // The parser tells where a name begins, behind its "<".
+  // The parser reports where a name begins, after its "<".
   return offset > 0 ? source_tool::PlaceOf(bytes, static_cast<std::size_t>(offset) - 1)
                     : TextPlace{};
 }

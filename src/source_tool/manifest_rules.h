@@ -11,7 +11,7 @@
 
 namespace kitbay::source_tool {
 
-/// A manifest as its maker has it: the file's bytes, and the tree that Kitbay reads of them.
+/// A manifest as its maker wrote it: the file's bytes, and the tree that Kitbay reads from them.
 struct ManifestText {
   std::string file;
   std::string bytes;
@@ -28,23 +28,23 @@ struct ManifestEntry {
 
   std::string id() const { return node.attribute("id").value(); }
 
-  /// The text of a child without white space around it; empty where there is none.
+  /// The text of a child, trimmed of white space; empty if there is none.
   std::string Text(const char* name) const;
 };
 
-/// Parses the manifest's bytes. Returns what keeps Kitbay from reading it; nothing where it can.
+/// Parses the manifest's bytes. Returns what keeps Kitbay from reading it, or nothing if it can.
 std::vector<Finding> Parse(ManifestText& manifest);
 
-/// Its entries, in the order in which Kitbay meets them.
+/// Its entries, in the order in which Kitbay reads them.
 std::vector<ManifestEntry> EntriesOf(const ManifestText& manifest);
 
-/// What is wrong with the manifest by itself.
+/// What is wrong with the manifest alone.
 std::vector<Finding> CheckEntries(const ManifestText& manifest);
 
-/// What is wrong with its offers for whoever has installed what the manifest `previous` offered.
+/// What is wrong with its offers for users who have installed what the manifest `previous` offered.
 std::vector<Finding> CheckVersionsSince(const ManifestText& manifest, const ManifestText& previous);
 
-/// What keeps users who have that key from taking the manifest on `today`.
+/// What keeps users with that key from accepting the manifest on `today`.
 std::vector<Finding> CheckSignature(const ManifestText& manifest, const catalog::PublicKey& key,
                                     std::chrono::sys_days today);
 

@@ -14,10 +14,10 @@
 namespace kitbay::source_tool {
 namespace {
 
-// What Kitbay can read in one call.
+// The most that Kitbay can read in one call.
 constexpr std::uint64_t kLargestFile = std::numeric_limits<std::int32_t>::max();
 
-// Why Kitbay would refuse the whole package because of that entry; empty where it would not.
+// Why Kitbay would refuse the whole package because of that entry; empty if it would not.
 std::string RefusalOf(const install::ZipEntry& entry) {
   try {
     install::EntryNames::DemandPlain(entry.name, entry.size == 0);

@@ -20,24 +20,24 @@ struct PackageFile {
 struct PackageLibrary {
   std::string name;
   int bits = 0;
-  std::string version;  ///< empty where it has none
+  std::string version;  ///< empty if it has none
 };
 
-/// What a package holds.
+/// What a package contains.
 struct PackageContents {
   std::vector<PackageFile> files;  ///< files and folders, as the directory lists them
   std::vector<PackageLibrary> libraries;
-  std::string refusal;  ///< why Kitbay would expand none of it; empty where it would
+  std::string refusal;  ///< why Kitbay would not expand it; empty if it would
 };
 
-/// Told of the part of the work that is done, from 0 to 1.
+/// Receives the part of the work that is done, from 0 to 1.
 using Progress = std::function<void(double done)>;
 
-/// Reads the package at `path`. Throws `base::Failure` where there is none, or no archive.
+/// Reads the package at `path`. Throws `base::Failure` if it is missing or not an archive.
 PackageContents ReadPackage(const platform::Files& files, const std::string& path);
 
-/// What is wrong with the packages of the manifest, which lie in `folder` under the names that
-/// their URLs end in. Libraries must have so many `bits`.
+/// What is wrong with the manifest's packages, which lie in `folder` under the file names of their
+/// URLs. `bits` is the bitness that their libraries must have.
 std::vector<Finding> CheckPackages(const platform::Files& files, const ManifestText& manifest,
                                    const std::string& folder, int bits, const Progress& progress);
 

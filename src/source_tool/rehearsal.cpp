@@ -76,7 +76,7 @@ class NoClock : public platform::Clock {
   std::string GeneralDate(const platform::LocalTime& /*time*/) const override { return {}; }
 };
 
-/// The versions that were given, of libraries in folders of the components' ids.
+/// The given versions of libraries, whose folders have the names of the components' ids.
 class GivenVersions : public platform::VersionResource {
  public:
   explicit GivenVersions(const std::map<std::string, std::string>& versions)

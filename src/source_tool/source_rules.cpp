@@ -13,7 +13,7 @@ std::vector<Finding> CheckSources(const platform::Files& files, const std::strin
   ManifestText text{.file = path, .bytes = files.Read(path), .document = {}};
   catalog::ParseXml(text.bytes, path, text.document);
   std::vector<Finding> findings;
-  std::map<std::string, std::string> urls;  // by the manifest's name
+  std::map<std::string, std::string> urls;  // by the manifest's file name
   for (const auto& source : catalog::SelectNodes(text.document, "root/preferences/preference")) {
     const std::string url = source.node().first_attribute().value();
     const std::string name = base::AfterLastSlash(url);

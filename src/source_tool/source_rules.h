@@ -8,8 +8,8 @@
 
 namespace kitbay::source_tool {
 
-/// What is wrong with the sources of a file such as DirectoryPreference.xml. Throws `base::Failure`
-/// where it cannot be read.
+/// What is wrong with the sources in a file such as DirectoryPreference.xml. Throws `base::Failure`
+/// if it cannot be read.
 std::vector<Finding> CheckSources(const platform::Files& files, const std::string& path);
 
 }  // namespace kitbay::source_tool
