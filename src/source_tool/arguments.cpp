@@ -12,7 +12,7 @@ Arguments::Arguments(const std::vector<std::string>& words, const std::vector<st
     } else if (std::ranges::find(flags, *word) != flags.end()) {
       options_[*word];
     } else if (std::ranges::find(valued, *word) == valued.end()) {
-      throw WrongUsage("there is no option " + *word + " here");
+      throw WrongUsage(*word + " is not an option of this command");
     } else if (word + 1 == words.end()) {
       throw WrongUsage(*word + " needs a value");
     } else {

@@ -32,15 +32,13 @@ constexpr const char* kUsageText =
     "  add MANIFEST PACKAGE.zip [--url FOLDER] [--kind addon|transport|channel]\n"
     "      [--name T] [--version T] [--description T] [--progid T]\n"
     "                                                 enters a package, or its next release\n"
-    "  sign MANIFEST [--key FILE] [--days N]          signs it; it holds for N days, 90 unless "
-    "told\n"
+    "  sign MANIFEST [--key FILE] [--days N]          signs it for N days, 90 by default\n"
     "  check MANIFEST [--packages FOLDER] [--previous MANIFEST] [--sources FILE] [--public KEY]\n"
-    "      [--bits 32|64] [--json] [--quiet]          finds what would fail at the user's\n"
+    "      [--bits 32|64] [--json] [--quiet]          finds what would fail on users' machines\n"
     "  rehearse MANIFEST... --registry FILE [--custom FILE] [--installed ID=VERSION]... [--json]\n"
     "                                                 shows what that user would be offered\n"
-    "The key is in MANIFEST.key unless told. Ends with 0 when all is well, 1 when there are "
-    "findings,\n"
-    "2 when the words are wrong, 3 when a file cannot be read or written.\n";
+    "The key is in MANIFEST.key by default. The exit code is 0 if all is well, 1 if there are\n"
+    "findings, 2 if the arguments are wrong, 3 if a file cannot be read or written.\n";
 
 constexpr int kDefaultDays = 90;
 
@@ -79,7 +77,8 @@ int Init(Place& place, const std::vector<std::string>& words) {
   WriteKeyFile(place.disk, key_file, key);
   place.disk.Replace(manifest, EmptyManifest());
   place.out << manifest << " has no entries yet; add packages and sign it.\n"
-            << key_file << " signs it. Keep it secret, keep a copy, and never on the server.\n"
+            << key_file
+            << " signs it. Keep it secret, keep a copy, and never put it on the server.\n"
             << "Users add the source as URL#" << catalog::KeyDigits(PublicKeyOf(key)) << "\n";
   return kDone;
 }

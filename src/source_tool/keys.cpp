@@ -17,7 +17,7 @@ using base::RuntimeError;
 
 catalog::SecretKey MakeSecretKey() {
   if (sodium_init() < 0) {
-    throw Failure(RuntimeError::kInvalidProcedureCall, "there are no random numbers here");
+    throw Failure(RuntimeError::kInvalidProcedureCall, "the system provides no random numbers");
   }
   catalog::PublicKey public_key{};
   catalog::SecretKey secret_key{};
@@ -54,7 +54,7 @@ catalog::SecretKey ReadKeyFile(const platform::Files& files, const std::string& 
   if (sodium_hex2bin(key.data(), key.size(), text.data(), text.size(), "\r\n", &length, nullptr) !=
           0 ||
       length != key.size()) {
-    throw Failure(RuntimeError::kTypeMismatch, path + " holds no key");
+    throw Failure(RuntimeError::kTypeMismatch, path + " contains no key");
   }
   return key;
 }

@@ -179,7 +179,7 @@ Entered AddPackage(const platform::Files& files, const Addition& addition, std::
   for (const char* needed : {"url", "version"}) {
     if (TextOf(entry, needed).empty()) {
       throw Failure(RuntimeError::kObjectVariableNotSet,
-                    id + " has no " + needed + "; say --" + needed);
+                    id + " has no " + needed + "; use --" + needed);
     }
   }
   manifest = catalog::XmlBytes(document);

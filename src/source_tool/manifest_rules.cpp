@@ -65,10 +65,11 @@ void CheckId(const ManifestEntry& entry, Findings& findings) {
                  "put id before the other attributes");
   }
   if (!base::IsPlainLongName(id)) {
-    findings.Add(Rule::kName, entry.node,
-                 "the id " + Quoted(id) + " is no name that Windows keeps as it is, or has a \"~\"",
-                 "clicks on the button, and nothing is downloaded",
-                 "take another id: it names the package and the component's folder");
+    findings.Add(
+        Rule::kName, entry.node,
+        "the id " + Quoted(id) + " is not a name that Windows keeps unchanged, or contains \"~\"",
+        "clicks on the button, and nothing is downloaded",
+        "choose another id: it names the package and the component's folder");
   }
 }
 
@@ -78,14 +79,14 @@ void CheckName(const ManifestEntry& entry, Findings& findings) {
     findings.Add(Rule::kNameIsNotId, ChildOr(entry, "name"),
                  "the name " + Quoted(name) + " is not the id " + Quoted(entry.id()),
                  "clicks on Update, the main client closes, and nothing is downloaded",
-                 "give name and id the same text, letter case aside: an update looks for the id "
-                 "that is the name in the row");
+                 "give name and id the same text (case does not matter): an update looks for an id "
+                 "that equals the name in the row");
   }
   if (name.find("Version") != std::string::npos) {
     findings.Add(Rule::kVersionInName, ChildOr(entry, "name"),
                  "the name " + Quoted(name) + " contains \"Version\"",
                  "clicks on the button, and nothing is downloaded: the name in a row ends there",
-                 "take another name");
+                 "choose another name");
   }
 }
 
@@ -95,7 +96,7 @@ void CheckVersion(const ManifestEntry& entry, Findings& findings) {
   if (entry.kind != ComponentKind::kChannel && PartsOf(version) < kLibraryParts) {
     findings.Add(Rule::kVersion, ChildOr(entry, "version"),
                  "the version " + Quoted(version) + " has fewer than the four parts of a library's",
-                 "is offered no update from this entry on: the list of the manifest ends there",
+                 "is offered no updates from this entry on: the manifest's list ends there",
                  "give it four parts");
   } else if (catalog::LeadingNumber(version.substr(version.rfind('.') + 1)) == 0) {
     findings.Add(Rule::kVersion, ChildOr(entry, "version"),
@@ -179,7 +180,7 @@ std::vector<Finding> Parse(ManifestText& manifest) {
   }
   if (!why.empty()) {
     findings.Add(Rule::kNoManifest, {}, why, "is told that the source's answer is no list",
-                 "mend the file");
+                 "correct the file");
   }
   return findings.Take();
 }
@@ -206,8 +207,7 @@ std::vector<Finding> CheckEntries(const ManifestText& manifest) {
       findings.Add(Rule::kSameId, entry.node,
                    "line " + std::to_string(before->second.line) + " has the id " +
                        Quoted(entry.id()) + " already",
-                   "sees two rows, and gets what the first one says",
-                   "take one of the entries out");
+                   "sees two rows, and gets what the first one says", "remove one of the entries");
     }
   }
   return findings.Take();
@@ -254,8 +254,8 @@ std::vector<Finding> CheckSignature(const ManifestText& manifest, const catalog:
   Findings findings(manifest);
   if (!why.empty()) {
     findings.Add(Rule::kSignature, {}, why,
-                 "is told so, and sees the manifest of before or nothing of the source",
-                 "run kitbay-source sign when all else is right, and serve the very bytes");
+                 "is told so, and sees the previous manifest or nothing from the source",
+                 "run kitbay-source sign last, and serve the file byte for byte");
   }
   return findings.Take();
 }

@@ -22,7 +22,8 @@ std::string RefusalOf(const install::ZipEntry& entry) {
   try {
     install::EntryNames::DemandPlain(entry.name, entry.size == 0);
   } catch (const base::Failure&) {
-    return "the name " + install::Printable(entry.name) + " is none that Windows keeps as it is";
+    return "the name " + install::Printable(entry.name) +
+           " is not one that Windows keeps unchanged";
   }
   if (entry.size > 0 && entry.method != install::kStored && entry.method != install::kDeflated) {
     return entry.name + " is neither stored nor deflated";
@@ -50,7 +51,7 @@ class PackageCheck {
   void Check(const platform::Files& files, const std::string& path, int bits) {
     if (!files.Exists(path)) {
       Add(Rule::kNoPackage, "is not there", "is told that the server has no such file",
-          "put the package there, or mend the URL");
+          "put the package there, or correct the URL");
       return;
     }
     CheckDigest(*files.Open(path));
@@ -72,7 +73,7 @@ class PackageCheck {
       catalog::CheckDigest(package, digest);
     } catch (const base::Failure& failure) {
       Add(Rule::kDigest, "is not what was announced: " + failure.description(),
-          "is told that the download is corrupt, where the manifest is signed",
+          "is told that the download is corrupt, if the manifest is signed",
           "run kitbay-source add again, and sign");
     }
   }
@@ -108,7 +109,7 @@ class PackageCheck {
           "has a library of " + std::to_string(library.bits) + " bits, " + library.name,
           "installs the component, but the library does not register itself, or the suite cannot "
           "load it",
-          "build it for " + std::to_string(bits) + " bits, or say --bits");
+          "build it for " + std::to_string(bits) + " bits, or use --bits");
     }
     const std::string offered = entry_.Text("version");
     const bool is_own = base::ToLower(library.name) == base::ToLower(entry_.Text("filename"));
@@ -154,7 +155,7 @@ class PackageCheck {
 PackageContents ReadPackage(const platform::Files& files, const std::string& path) {
   install::ZipArchive archive(files, path);
   if (!archive.is_open()) {
-    throw base::Failure(base::RuntimeError::kPathFileAccessError, "it is no zip archive");
+    throw base::Failure(base::RuntimeError::kPathFileAccessError, "it is not a zip archive");
   }
   PackageContents contents;
   for (bool there = archive.GoToFirst(); there; there = archive.GoToNext()) {

@@ -21,9 +21,9 @@ std::vector<Finding> CheckSources(const platform::Files& files, const std::strin
       findings.push_back({.rule = Rule::kName,
                           .file = path,
                           .place = text.PlaceOf(source.node()),
-                          .what = "\"" + name + "\" is no name that a manifest can have",
-                          .shows = "sees nothing of this source: it is not asked",
-                          .todo = "end it in .xml, without \"~\""});
+                          .what = "\"" + name + "\" is not a valid name for a manifest",
+                          .shows = "sees nothing from this source: it is not contacted",
+                          .todo = "make it end in .xml, without \"~\""});
     }
     const auto [before, is_new] = urls.try_emplace(base::ToLower(name), url);
     if (!is_new) {
@@ -31,7 +31,7 @@ std::vector<Finding> CheckSources(const platform::Files& files, const std::strin
                           .file = path,
                           .place = text.PlaceOf(source.node()),
                           .what = url + " has the file name of " + before->second,
-                          .shows = "sees every offer twice, of whichever answered last",
+                          .shows = "sees every offer twice, from whichever source answered last",
                           .todo = "give one of the manifests another name"});
     }
   }

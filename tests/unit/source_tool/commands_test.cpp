@@ -95,10 +95,10 @@ TEST_F(Commands, LeaveTheManifestWhereThePackageLacksSomething) {
   Init();
   const std::string before = work_.Read("list.xml");
   EXPECT_EQ(Add({}), kFailed);
-  EXPECT_THAT(work_.err, HasSubstr("chess has no url; say --url"));
+  EXPECT_THAT(work_.err, HasSubstr("chess has no url; use --url"));
   library_ = "no library";
   EXPECT_EQ(Add(), kFailed);
-  EXPECT_THAT(work_.err, HasSubstr("chess has no version; say --version"));
+  EXPECT_THAT(work_.err, HasSubstr("chess has no version; use --version"));
   EXPECT_EQ(work_.Read("list.xml"), before);
 }
 
@@ -106,7 +106,7 @@ TEST_F(Commands, SignOnlyWithAKey) {
   Init();
   work_.Write("list.xml.key", "0011");
   EXPECT_EQ(work_.Run({"sign", list_}), kFailed);
-  EXPECT_THAT(work_.err, HasSubstr("holds no key"));
+  EXPECT_THAT(work_.err, HasSubstr("contains no key"));
 }
 
 TEST_F(Commands, TellMachines) {
