@@ -18,22 +18,23 @@ class ActiveObjects {
  public:
   virtual ~ActiveObjects() = default;
 
-  /// The class identifier that a ProgID names; none when the conversion fails.
+  /// The class identifier that a ProgID names; empty if the conversion fails.
   virtual std::optional<ClassId> ClassIdFromProgId(const std::string& prog_id) = 0;
 
-  /// Enters `object` into the running-object table under `class_id`, weakly, and returns the
-  /// cookie; none when the table refuses it.
+  /// Registers `object` weakly in the running-object table under `class_id` and returns the cookie;
+  /// empty if the table refuses it.
   virtual std::optional<std::uint32_t> RegisterActiveObject(ManagerService& object,
                                                             const ClassId& class_id) = 0;
 
-  /// Withdraws an entry and returns the HRESULT of that: 0, or an error when the cookie names none.
+  /// Withdraws an entry and returns the resulting HRESULT: 0, or an error if the cookie names no
+  /// entry.
   virtual std::int32_t RevokeActiveObject(std::uint32_t cookie) = 0;
 
-  /// Cuts off every client outside that still holds `object`.
+  /// Disconnects every outside client that still holds `object`.
   virtual void DisconnectObject(ManagerService& object) = 0;
 
-  /// The running object of class `prog_id`, in whatever process. Throws `base::Failure` (429) when
-  /// there is none.
+  /// The running object of class `prog_id`, in any process. Throws `base::Failure` (429) if there
+  /// is none.
   virtual std::unique_ptr<ManagerService> GetActive(const std::string& prog_id) = 0;
 };
 

@@ -4,10 +4,10 @@
 
 namespace kitbay::platform {
 
-/// Whose classes are written.
+/// Whose classes are registered.
 enum class ClassesOf {
-  kUser,     ///< found by this user's programs, but not by those with an administrator's rights
-  kMachine,  ///< found by all; only an administrator's rights allow writing them
+  kUser,     ///< found by this user's programs, except elevated ones
+  kMachine,  ///< found by all programs; writing them needs an administrator's rights
 };
 
 /// The program's side as a COM server.
@@ -15,15 +15,15 @@ class ComServer {
  public:
   virtual ~ComServer() = default;
 
-  /// Writes the program's classes and its type library where they are missing or name another
-  /// executable. Throws `base::Failure` when the registry refuses.
+  /// Registers the program's classes and type library where they are missing or name another
+  /// executable. Throws `base::Failure` if the registry refuses.
   virtual void KeepRegistrationCurrent(ClassesOf whose) = 0;
 
-  /// Offers the program's classes to clients outside until `RevokeClassObjects`. Throws
+  /// Offers the program's classes to outside clients until `RevokeClassObjects`. Throws
   /// `base::Failure` with the HRESULT on failure.
   virtual void RegisterClassObjects(ServiceFactory& factory) = 0;
 
-  /// Cuts the clients off as well, whatever objects they hold.
+  /// Also disconnects the clients from all objects that they hold.
   virtual void RevokeClassObjects() = 0;
 };
 

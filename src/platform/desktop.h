@@ -22,7 +22,7 @@ inline constexpr int kAnswerCancel = 2;
 /// The title of every message box.
 inline constexpr const char* kMessageTitle = "Kitbay";
 
-/// Window positions, commands and flags by the system's own values.
+/// Window positions, commands and flags, with the system's own values.
 inline constexpr std::intptr_t kTopmost = -1;
 inline constexpr std::intptr_t kNotTopmost = -2;
 inline constexpr unsigned kNoSize = 1;
@@ -32,13 +32,13 @@ inline constexpr int kRestore = 9;
 
 inline constexpr int kPlatformNt = 2;
 
-/// How long a window has for the close message before the caller goes on.
+/// How long the caller waits for a window to handle the close message.
 inline constexpr unsigned kClosePatienceMs = 3000;
 
-/// How long a program whose window has closed has for its end.
+/// How long the caller waits for a program to end whose window has closed.
 inline constexpr unsigned kEndPatienceMs = 10000;
 
-/// What Kitbay asks of the desktop and of other programs.
+/// What Kitbay needs from the desktop and from other programs.
 class Desktop {
  public:
   virtual ~Desktop() = default;
@@ -50,36 +50,35 @@ class Desktop {
   virtual int ShowMessage(const std::string& text, const std::string& title, int style) = 0;
 
   /// Opens a help topic ("file.chm::/page.html") with the desktop as owner. Throws `base::Failure`
-  /// when the system has no help viewer or the topic cannot be shown.
+  /// if the system has no help viewer or the topic cannot be shown.
   virtual void DisplayHelpTopic(const std::string& topic) = 0;
   virtual void CloseAllHelp() = 0;
 
-  /// Lets any process take the foreground that this one may take.
+  /// Lets any process take the foreground, if this one may.
   virtual void PassForegroundRight() = 0;
 
   virtual void SetWindowPos(WindowHandle window, std::intptr_t insert_after, unsigned flags) = 0;
   virtual void ShowWindow(WindowHandle window, int command) = 0;
   virtual void SetActiveWindow(WindowHandle window) = 0;
 
-  /// The top-level window of that class and caption; 0 when there is none.
+  /// The top-level window of that class and caption; 0 if there is none.
   virtual WindowHandle FindTopWindow(const std::string& window_class,
                                      const std::string& caption) = 0;
 
-  /// Sends the close message and waits until the window has handled it, but no longer than
-  /// `kClosePatienceMs`: a window may hang, or ask its user first. When it is no longer to be seen
-  /// then, and is another program's, waits until that has ended, but no longer than
-  /// `kEndPatienceMs`.
+  /// Sends the close message and waits up to `kClosePatienceMs` until the window has handled it: a
+  /// window may hang, or ask its user first. If the window has disappeared by then and belongs to
+  /// another program, waits up to `kEndPatienceMs` for that program to end.
   virtual void SendClose(WindowHandle window) = 0;
 
-  /// How many bits the program at `path` is of: 32 or 64; none where there is no such program.
+  /// The bitness of the program at `path`, 32 or 64; empty if there is no such program.
   virtual std::optional<int> ProgramBits(const std::string& path) const = 0;
 
-  /// Starts a program, shown normally and with focus, without waiting. Throws `base::Failure` (53
-  /// when there is no such file) when it cannot be started.
+  /// Starts a program, shown normally and with focus, without waiting. Throws `base::Failure` if it
+  /// cannot be started (53 if there is no such file).
   virtual void StartProgram(const std::string& path) = 0;
 
-  /// Does the same with the rights of the user whose desktop it is, for a process that has an
-  /// administrator's. Throws `base::Failure` also when the desktop's shell does not do it.
+  /// Does the same with the rights of the desktop's user, for an elevated process. Also throws
+  /// `base::Failure` if the desktop's shell does not do it.
   virtual void StartProgramAsUser(const std::string& path) = 0;
 };
 

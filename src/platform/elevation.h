@@ -2,10 +2,10 @@
 
 namespace kitbay::platform {
 
-/// What became of the question for an administrator's rights.
+/// The outcome of asking for an administrator's rights.
 enum class ElevationAnswer {
   kStarted,      ///< the program is starting again, with the rights
-  kDeclined,     ///< the user said no, or has no such rights to give
+  kDeclined,     ///< the user refused, or has no such rights to give
   kUnavailable,  ///< the system cannot ask, or has been asked already
 };
 
@@ -14,12 +14,12 @@ class Elevation {
  public:
   virtual ~Elevation() = default;
 
-  /// Whether the process has an administrator's rights in force.
+  /// Whether the process is elevated.
   virtual bool HasAdministratorRights() const = 0;
 
   /// Has the system ask the user whether this program may start again with an administrator's
-  /// rights, and waits for the answer. The process that is started never asks: should it turn out
-  /// to have no more rights than this one, it is told `kUnavailable`.
+  /// rights, and waits for the answer. The process that is started never asks: if it turns out to
+  /// have no more rights than this one, it gets `kUnavailable`.
   virtual ElevationAnswer StartWithAdministratorRights() = 0;
 };
 

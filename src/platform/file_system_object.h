@@ -18,7 +18,7 @@ class TextStream {
   virtual void Close() = 0;
 };
 
-/// The suite's file-system object, which does all work on folders and text files.
+/// The suite's file-system object, which performs all operations on folders and text files.
 class FileSystemObject {
  public:
   virtual ~FileSystemObject() = default;
@@ -26,17 +26,18 @@ class FileSystemObject {
   virtual bool FileExists(const std::string& path) = 0;
   virtual bool FolderExists(const std::string& path) = 0;
 
-  /// Creates one folder. Fails with 58 when it exists, with 76 when its parent does not.
+  /// Creates one folder. Fails with 58 if it exists, with 76 if its parent does not.
   virtual void CreateFolder(const std::string& path) = 0;
 
-  /// Deletes a folder and all below it. Unless `force`, the first read-only file ends it with 70.
+  /// Deletes a folder and everything below it. Unless `force`, the first read-only file stops it
+  /// with 70.
   virtual void DeleteFolder(const std::string& path, bool force) = 0;
 
-  /// Creates a text file, 8-bit. Fails with 58 when it exists and `overwrite` is false, with 76
-  /// when its folder does not exist, with 70 when it may not be written.
+  /// Creates an 8-bit text file. Fails with 58 if it exists and `overwrite` is false, with 76 if
+  /// its folder does not exist, with 70 if it may not be written.
   virtual std::unique_ptr<TextStream> CreateTextFile(const std::string& path, bool overwrite) = 0;
 
-  /// Opens an existing text file for reading. Fails with 53 when there is none.
+  /// Opens an existing text file for reading. Fails with 53 if there is none.
   virtual std::unique_ptr<TextStream> OpenTextFile(const std::string& path) = 0;
 };
 

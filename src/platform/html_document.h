@@ -8,14 +8,14 @@ namespace kitbay::platform {
 
 class HtmlNode;
 
-/// A handle to a node of the page; empty where the page has no such node.
+/// A handle to a node of the page; empty if the page has no such node.
 using HtmlNodeRef = std::shared_ptr<HtmlNode>;
 
 /// A node of the page's document: an element, or a piece of text between elements. Child nodes
-/// leave out text of white space only. Texts are UTF-8.
+/// leave out text that is only white space. Texts are UTF-8.
 ///
-/// Members that the node does not have (an element's members on a text) fail with 438; a handle to
-/// a node of an earlier page, and any failed call, fails with its HRESULT.
+/// Members that the node does not have (an element's members on a text) fail with 438. A handle to
+/// a node of an earlier page, like any failed call, fails with its HRESULT.
 class HtmlNode {
  public:
   virtual ~HtmlNode() = default;
@@ -28,7 +28,7 @@ class HtmlNode {
   virtual bool Disabled() const = 0;
   virtual void SetDisabled(bool disabled) = 0;
 
-  /// An image's source as an absolute URL; set as written.
+  /// An image's source as an absolute URL; it is set as written.
   virtual std::string Src() const = 0;
   virtual void SetSrc(const std::string& src) = 0;
 
@@ -46,24 +46,24 @@ class HtmlNode {
   virtual std::string Property(const std::string& name) const = 0;
   virtual void SetProperty(const std::string& name, const std::string& value) = 0;
 
-  /// How many pixels of the element's content are scrolled out at its top.
+  /// How many pixels of the element's content are scrolled out of view at its top.
   virtual int ScrollTop() const = 0;
   virtual void SetScrollTop(int pixels) = 0;
 
-  /// Gives the focus to the element and scrolls to it. An element that is hidden, off or has no
-  /// "tabIndex" may refuse it, or stay without.
+  /// Gives the focus to the element and scrolls to it. An element that is hidden, disabled or
+  /// without a "tabIndex" may not take it.
   virtual void Focus() = 0;
 
-  /// Lets the element be the one that has the focus whenever the page has it; does not scroll.
+  /// Makes the element the one that has the focus whenever the page has it; does not scroll.
   virtual void SetActive() = 0;
 
   /// Raises the event of a click on the element, as the mouse does.
   virtual void Click() = 0;
 
-  /// The height in pixels that the element's own style sets; 0 when it sets none.
+  /// The height in pixels that the element's own style sets; 0 if it sets none.
   virtual int StylePixelHeight() const = 0;
 
-  /// Empty at the top of the tree.
+  /// The parent; empty at the top of the tree.
   virtual HtmlNodeRef ParentElement() const = 0;
 
   /// Child elements, then all child nodes. An index past the end returns an empty handle.
@@ -72,8 +72,8 @@ class HtmlNode {
   virtual int ChildNodeCount() const = 0;
   virtual HtmlNodeRef ChildNode(int index) const = 0;
 
-  /// All child elements, and all elements of that tag below this one, in document order: for long
-  /// lists, which would take a call for each index.
+  /// All child elements, and all elements of that tag below this one, in document order. For long
+  /// lists, which would otherwise need a call per index.
   virtual std::vector<HtmlNodeRef> Children() const = 0;
   virtual std::vector<HtmlNodeRef> ElementsByTag(const std::string& tag) const = 0;
 
@@ -81,11 +81,12 @@ class HtmlNode {
   virtual void InsertAdjacentHtml(const std::string& where, const std::string& markup) = 0;
   virtual void AppendChild(const HtmlNodeRef& child) = 0;
 
-  /// Gives this element the attributes of `source` besides its own, in place of those of the same
-  /// name; all but id and name.
+  /// Copies the attributes of `source` to this element, except id and name. They replace attributes
+  /// of the same name.
   virtual void MergeAttributes(const HtmlNodeRef& source) = 0;
 
-  /// Takes the node off the page; with its subtree when `deep`, else its children take its place.
+  /// Removes the node from the page: with its subtree if `deep`, otherwise its children take its
+  /// place.
   virtual void RemoveNode(bool deep) = 0;
 };
 
@@ -97,7 +98,7 @@ class HtmlNodeList {
   virtual HtmlNodeRef Item(int index) const = 0;
 };
 
-/// A key that went down on the page: its virtual key code, and what was held down with it.
+/// A key pressed on the page: its virtual key code, and the modifier keys held down with it.
 struct KeyPress {
   int code = 0;
   bool shift = false;
@@ -105,38 +106,39 @@ struct KeyPress {
   bool alt = false;
 };
 
-/// The document of the page in the browser control. Failures are as for `HtmlNode`.
+/// The document of the page in the browser control. Fails as `HtmlNode` does.
 class HtmlDocument {
  public:
   virtual ~HtmlDocument() = default;
 
-  /// The element of that id or name out of all the page's elements; the first when there are
-  /// several, an empty handle when there is none.
+  /// The element with that id or name among all the page's elements; the first if there are
+  /// several, an empty handle if there is none.
   virtual HtmlNodeRef AllItem(const std::string& id) const = 0;
 
-  /// The elements whose name or id is `name`, in document order.
+  /// The elements with the name or id `name`, in document order.
   virtual std::unique_ptr<HtmlNodeList> GetElementsByName(const std::string& name) const = 0;
 
-  /// A new element, outside the page as yet, made from its start tag.
+  /// A new element, not yet in the page, created from its start tag.
   virtual HtmlNodeRef CreateElement(const std::string& start_tag) = 0;
 
   /// The number of the document mode in which the control shows the page.
   virtual int DocumentMode() const = 0;
 
-  /// The height in pixels of the part of the page that the window shows.
+  /// The height in pixels of the visible part of the page.
   virtual int BodyClientHeight() const = 0;
 
-  /// The element that has the focus when the page has it; the body, or empty, when none has.
+  /// The element that has the focus whenever the page has it; the body or an empty handle if no
+  /// element has.
   virtual HtmlNodeRef ActiveElement() const = 0;
 
-  /// The element at which the event being handled arose; empty when no event is being handled.
+  /// The element that raised the event being handled; empty if no event is being handled.
   virtual HtmlNodeRef EventSource() const = 0;
 
-  /// The key of the event being handled; key 0 when no event is being handled.
+  /// The key of the event being handled; key 0 if no event is being handled.
   virtual KeyPress EventKey() const = 0;
 };
 
-/// Receives the events of the page's document and its window, on the user-interface thread.
+/// Receives the events of the page's document and window, on the user-interface thread.
 class HtmlDocumentEvents {
  public:
   virtual ~HtmlDocumentEvents() = default;
@@ -145,10 +147,10 @@ class HtmlDocumentEvents {
   /// Whether the drag may go on.
   virtual bool doc_ondragstart() = 0;
 
-  /// A key went down on the page; whether the page may do what the key does there.
+  /// A key was pressed on the page. Returns whether the page may act on it.
   virtual bool doc_onkeydown() { return true; }
 
-  /// The page is shown in another size, or at another zoom.
+  /// The size or the zoom of the page has changed.
   virtual void window_onresize() {}
 };
 

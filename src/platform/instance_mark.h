@@ -2,16 +2,17 @@
 
 namespace kitbay::platform {
 
-/// The previous-instance test, for each user of each logon session.
+/// The test for a previous instance, per user of each logon session.
 class InstanceMark {
  public:
   virtual ~InstanceMark() = default;
 
-  /// Whether another instance was running when this mark was first asked. Where there was none,
-  /// this one is the first from then on.
+  /// Whether another instance was running when this was first called. If not, this instance is the
+  /// first from then on.
   virtual bool PreviousInstanceExists() = 0;
 
-  /// Leaves the place of the first instance to another. The next question is a first one again.
+  /// Gives up the place of the first instance. The next call of `PreviousInstanceExists` counts as
+  /// the first again.
   virtual void Release() = 0;
 };
 

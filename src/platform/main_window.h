@@ -29,15 +29,15 @@ class StatusBar {
   virtual std::string PanelText(int panel) const = 0;
   virtual void SetPanelText(int panel, const std::string& text) = 0;
 
-  /// Has screen readers say what the panel shows.
+  /// Makes screen readers announce what the panel shows.
   virtual void Announce(int panel) = 0;
 
   /// The panel's place within the status bar.
   virtual Rectangle PanelRectangle(int panel) const = 0;
 };
 
-/// Where the progress bar lies on its panel of the status bar: a slim bar in the middle, which at
-/// rest is a groove and no empty box.
+/// Where the progress bar lies on its panel of the status bar: slim and vertically centred, so that
+/// at rest it looks like a groove and not an empty box.
 inline Rectangle ProgressBarPlace(const Rectangle& panel) {
   const int room = (panel.bottom - panel.top) / 3;
   return {panel.left + room, panel.top + room, panel.right - room, panel.bottom - room};
@@ -53,7 +53,7 @@ class ProgressBar {
   virtual void Move(const Rectangle& place) = 0;
   virtual void SetVisible(bool visible) = 0;
 
-  /// 0 to 100; values beyond are cut to that range.
+  /// Takes 0 to 100; values outside are clamped.
   virtual void SetValue(int percent) = 0;
 };
 
@@ -65,13 +65,13 @@ class MainWindowEvents {
   virtual void CmdClose_Click() = 0;
   virtual void cmdPreference_Click() = 0;
 
-  /// A key went down anywhere in the window, before its controls see it.
+  /// A key was pressed anywhere in the window; called before the window's controls see it.
   virtual void Form_KeyDown(int key_code) = 0;
   virtual void lblHelp_Click() = 0;
   virtual void lblHelp_MouseMove() = 0;
   virtual void WebBrowser1_DocumentComplete() = 0;
 
-  /// The user's colours are others.
+  /// The user's colours have changed.
   virtual void ColoursChanged() = 0;
 };
 
@@ -86,28 +86,28 @@ class MainWindow {
   /// Creates the window, hidden, and its controls; events go to `events` from then on.
   virtual void Load(MainWindowEvents& events) = 0;
 
-  /// Tells `MainWindowEvents::Form_Unload`, then destroys the window. Does nothing when the window
-  /// is not loaded or is being unloaded already.
+  /// Calls `MainWindowEvents::Form_Unload`, then destroys the window. Does nothing if the window is
+  /// not loaded or is already being unloaded.
   virtual void Unload() = 0;
 
   virtual void Show() = 0;
 
-  /// Shows the page file at `path` in the browser control; no other address is ever followed.
+  /// Shows the page file at `path` in the browser control, which follows no other address.
   virtual void Navigate(const std::string& path) = 0;
 
   /// Fits the browser control to the window.
   virtual void FitBrowser() = 0;
 
-  /// The document of the page that is shown. Its events go to `events` until the next page or
-  /// until the window is unloaded.
+  /// The document of the page being shown. Its events go to `events` until the next page, or until
+  /// the window is unloaded.
   virtual std::shared_ptr<HtmlDocument> ConnectDocument(HtmlDocumentEvents& events) = 0;
   virtual void DisconnectDocument() = 0;
 
-  /// Loads the cursor file at `path` and shows it over the help label. Fails with 53 when there is
-  /// no such file, with 481 when it is no cursor.
+  /// Loads the cursor file at `path` and shows it over the help label. Fails with 53 if there is no
+  /// such file, with 481 if it is not a cursor.
   virtual void SetHelpCursor(const std::string& path) = 0;
 
-  /// Whether the user's colours are light writing on dark.
+  /// Whether the user's colours are light text on a dark background.
   virtual bool HasDarkColours() const = 0;
 
   /// The topic that F1 opens.

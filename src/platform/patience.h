@@ -4,8 +4,8 @@
 
 namespace kitbay::platform {
 
-/// Runs `step`, and again ten times a second for about a second, as long as it fails because
-/// another program holds a file: a scanner or an indexer lets go of one in a moment.
+/// Runs `step`, and repeats it ten times a second for about a second while it fails because another
+/// program holds a file: a scanner or an indexer closes one in a moment.
 template <typename Step>
 auto WithPatience(const Files& files, Step step) {
   constexpr unsigned kPauseMs = 100;

@@ -22,7 +22,7 @@ class RegistryService {
   virtual std::int32_t ROOT_REGISTRY_KEY() = 0;
 };
 
-/// Makes the program's objects for clients outside.
+/// Creates the program's objects for outside clients.
 class ServiceFactory {
  public:
   virtual ~ServiceFactory() = default;

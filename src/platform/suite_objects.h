@@ -29,16 +29,16 @@ class TransportObject {
   /// Throws `base::Failure` with the HRESULT on failure.
   virtual void SetUp(OvTransportEvents& receiver) = 0;
 
-  /// Hands a request document over. The answer arrives as events: after this call from the objects
-  /// of this tree, but those of a suite may also answer within it. Throws `base::Failure` with the
-  /// HRESULT when the object does not take it.
+  /// Hands over a request document. The answer arrives as events. This tree's objects answer after
+  /// this call; those of a suite may also answer within it. Throws `base::Failure` with the HRESULT
+  /// if the object does not accept the request.
   virtual void Request(const std::string& document) = 0;
 
-  /// Ends every transfer and lets the receiver go.
+  /// Ends every transfer and releases the receiver.
   virtual void ShutDown() = 0;
 };
 
-/// Creates the suite's objects by ProgID. Every call throws `base::Failure` (429) when the object
+/// Creates the suite's objects by ProgID. Every call throws `base::Failure` (429) if the object
 /// cannot be created.
 class SuiteObjects {
  public:

@@ -6,7 +6,7 @@
 
 namespace kitbay::platform {
 
-/// The file version out of a library's fixed file information.
+/// The file version from a library's fixed file information.
 struct FileVersion {
   std::uint32_t most_significant = 0;
   std::uint32_t least_significant = 0;
@@ -17,7 +17,7 @@ class VersionResource {
  public:
   virtual ~VersionResource() = default;
 
-  /// The file version of the library at `path`; none when the file is missing, is no library, or
+  /// The file version of the library at `path`; empty if the file is missing, is not a library, or
   /// has no version resource with fixed file information.
   virtual std::optional<FileVersion> Read(const std::string& path) const = 0;
 };

@@ -27,8 +27,8 @@ std::unique_ptr<Desktop> MakeDesktop();
 std::unique_ptr<Libraries> MakeLibraries();
 std::unique_ptr<Elevation> MakeElevation();
 
-/// Joins the calling thread to COM's single-threaded apartment for as long as it lives; the
-/// objects below need it.
+/// Keeps the calling thread in COM's single-threaded apartment as long as it lives; the objects
+/// below need it.
 class ComApartment {
  public:
   ComApartment();
@@ -41,18 +41,18 @@ std::unique_ptr<ActiveObjects> MakeActiveObjects();
 std::unique_ptr<ComServer> MakeComServer();
 std::unique_ptr<InstanceMark> MakeInstanceMark();
 
-/// The suite's objects: those that are registered, and for want of them the ones in `folder`, as
-/// the side-by-side manifest there names them. UTF-8.
+/// The suite's objects: the registered ones or, if there are none, those in `folder` that the
+/// side-by-side manifest there names. UTF-8.
 std::unique_ptr<SuiteObjects> MakeSuiteObjects(const std::string& folder);
 
-/// Tells the system, for the rest of the process, not to put ghosts in the place of windows that do
-/// not answer for some seconds, as while a library registers itself: a ghost's close button ends
+/// Tells the system not to replace windows by ghosts, for the rest of the process, if they do not
+/// respond for some seconds, as while a library registers itself: a ghost's close button would end
 /// the program in the middle of its work.
 void DisableGhostWindows();
 
 std::unique_ptr<MessageLoop> MakeMessageLoop();
 
-/// A main window whose keys `loop` passes on: to the window first, then to its browser control.
+/// A main window whose keys `loop` offers first to the window, then to its browser control.
 std::unique_ptr<MainWindow> MakeMainWindow(MessageLoop& loop);
 
 /// A dialog of update sources whose keys `loop` passes on.

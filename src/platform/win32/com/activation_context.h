@@ -9,13 +9,13 @@ namespace kitbay::platform::win32 {
 /// The classes that a side-by-side manifest names, which need not be registered.
 class ActivationContext {
  public:
-  /// Of the manifest at `path`; of none when that cannot be read.
+  /// Uses the manifest at `path`; has no classes if that cannot be read.
   explicit ActivationContext(const std::wstring& path);
   ~ActivationContext();
   ActivationContext(const ActivationContext&) = delete;
   ActivationContext& operator=(const ActivationContext&) = delete;
 
-  /// While it lives, its thread finds the classes of the context first.
+  /// While this object lives, its thread finds the context's classes first.
   class Active {
    public:
     explicit Active(const ActivationContext& context);
@@ -24,7 +24,7 @@ class ActivationContext {
     Active& operator=(const Active&) = delete;
 
    private:
-    ULONG_PTR cookie_ = 0;  // before the flag, whose initialisation fills it
+    ULONG_PTR cookie_ = 0;  // declared before the flag, whose initialisation fills it
     bool is_active_;
   };
 

@@ -23,7 +23,7 @@ using Microsoft::WRL::ComPtr;
 
 static_assert(sizeof(ClassId) == sizeof(CLSID));
 
-/// A manager of whatever process, called late-bound.
+/// A manager in any process, called late-bound.
 class RemoteManager : public ManagerService {
  public:
   explicit RemoteManager(ComPtr<IDispatch> object) : object_(std::move(object)) {}
@@ -57,8 +57,8 @@ class RunningObjects : public ActiveObjects {
     const HRESULT result =
         ::RegisterActiveObject(published.object.Get(), id, ACTIVEOBJECT_WEAK, &cookie);
     if (FAILED(result)) return std::nullopt;
-    // A weak entry ends with the last client that lets its object go; the lock keeps it for the
-    // next.
+    // A weak entry ends when the last client releases its object; the lock keeps it for the next
+    // client.
     if (!published.is_locked) {
       published.is_locked = SUCCEEDED(CoLockObjectExternal(published.object.Get(), TRUE, FALSE));
     }
@@ -72,7 +72,7 @@ class RunningObjects : public ActiveObjects {
   void DisconnectObject(ManagerService& object) override {
     const auto found = published_.find(&object);
     if (found == published_.end()) return;
-    // Clients of this process hold the object itself, which CoDisconnectObject leaves to them.
+    // CoDisconnectObject does not reach clients in this process, which hold the object itself.
     Withdraw(found->second);
     CoDisconnectObject(found->second.object.Get(), 0);
     published_.erase(found);
@@ -91,7 +91,7 @@ class RunningObjects : public ActiveObjects {
   }
 
  private:
-  /// The one COM object that stands for a service.
+  /// The one COM object that represents a service.
   struct Published {
     std::shared_ptr<ServiceLink<ManagerService>> link;
     ComPtr<::IManager> object;

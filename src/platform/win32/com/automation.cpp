@@ -97,7 +97,7 @@ Variant Invoke(IDispatch& object, DISPID member, WORD flags, std::span<const Var
 
 Variant GetProperty(IDispatch& object, const std::string& name,
                     const std::vector<Variant>& arguments) {
-  // Objects that cannot tell a property with arguments from a method are asked for either.
+  // Objects that cannot distinguish a property with arguments from a method accept either.
   const WORD flags = arguments.empty() ? DISPATCH_PROPERTYGET
                                        : static_cast<WORD>(DISPATCH_PROPERTYGET | DISPATCH_METHOD);
   return Invoke(object, FindMember(object, name), flags, arguments);

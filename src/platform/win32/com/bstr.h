@@ -13,12 +13,12 @@
 
 namespace kitbay::platform::win32 {
 
-/// UTF-8 of an automation string that stays its owner's; "" for a null one.
+/// The UTF-8 text of an automation string, which stays with its owner; "" for a null string.
 inline std::string TextOf(BSTR value) {
   return value == nullptr ? std::string() : ToUtf8({value, SysStringLen(value)});
 }
 
-/// Owns one automation string; a null one counts as empty.
+/// Owns one automation string; a null string counts as empty.
 class Bstr {
  public:
   Bstr() = default;
@@ -38,13 +38,13 @@ class Bstr {
 
   BSTR get() const { return value_; }
 
-  /// Where a call puts a string that this object then owns.
+  /// Where a call stores a string that this object then owns.
   BSTR* receive() {
     SysFreeString(std::exchange(value_, nullptr));
     return &value_;
   }
 
-  /// Hands the string over to the caller, who frees it.
+  /// Passes the string to the caller, who frees it.
   BSTR release() { return std::exchange(value_, nullptr); }
 
   std::string ToText() const { return TextOf(value_); }

@@ -20,7 +20,7 @@ class ClassFactory : public CountedObject<IClassFactory> {
 
   explicit ClassFactory(Create create) : create_(std::move(create)) {}
 
-  /// Clients that still hold the class object create nothing from here on.
+  /// From now on, clients that still hold the class object cannot create anything.
   void Stop() { create_ = nullptr; }
 
   STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
@@ -44,7 +44,7 @@ class ClassFactory : public CountedObject<IClassFactory> {
     }
   }
 
-  /// A program's life is its main window's, whatever clients hold.
+  /// The program lives as long as its main window, whatever clients hold.
   STDMETHODIMP LockServer(BOOL) override { return S_OK; }
 
  private:

@@ -14,7 +14,7 @@ namespace {
 
 constexpr wchar_t kClasses[] = L"Software\\Classes\\";
 
-/// Carries the calls of dual interfaces between processes by their type library.
+/// Marshals dual interfaces between processes by their type library.
 constexpr wchar_t kAutomationMarshaler[] = L"{00020424-0000-0000-C000-000000000046}";
 
 constexpr const wchar_t* kPlatform = sizeof(void*) == 8 ? L"win64" : L"win32";
@@ -68,7 +68,7 @@ void KeepClass(const ServerRegistration& server, const ServerRegistration::Class
   KeepText(server.hive, key + L"\\TypeLib", nullptr, TextOfGuid(library.id));
   KeepText(server.hive, key + L"\\Version", nullptr, library.version);
   if (server.kind == ServerRegistration::Kind::kLocalServer) {
-    // Quoted, so that a folder with blanks is not taken for a program and its arguments.
+    // Quoted, so that a folder name with blanks is not taken for a program and its arguments.
     KeepText(server.hive, key + L"\\LocalServer32", nullptr, L"\"" + OwnModulePath() + L"\"");
   } else {
     KeepText(server.hive, key + L"\\InprocServer32", nullptr, OwnModulePath());

@@ -7,9 +7,8 @@
 
 namespace kitbay::platform::win32 {
 
-/// What the COM server that this code is linked into enters below Software\Classes, for its user or
-/// for the machine: its classes, and the type library that it carries as its
-/// resource 1 with the dual interfaces in it.
+/// What the COM server that contains this code registers below Software\Classes, for the user or
+/// for the machine: its classes, and the type library in its resource 1 with the dual interfaces.
 struct ServerRegistration {
   enum class Kind { kInProcess, kLocalServer };
   struct Class {
@@ -22,11 +21,11 @@ struct ServerRegistration {
   std::vector<Class> classes;
 };
 
-/// Writes all of it where it is missing or differs. Throws `base::Failure` with the HRESULT when
-/// the registry refuses.
+/// Registers whatever is missing or differs. Throws `base::Failure` with the HRESULT if the
+/// registry refuses.
 void KeepRegistered(const ServerRegistration& server);
 
-/// Removes all that `KeepRegistered` writes; what is missing already is no failure.
+/// Removes everything that `KeepRegistered` writes; what is already missing is not a failure.
 void Unregister(const ServerRegistration& server);
 
 }  // namespace kitbay::platform::win32

@@ -7,7 +7,7 @@
 
 namespace kitbay::platform::win32 {
 
-// OLE rather than COM alone: the browser control needs it.
+// OLE rather than only COM: the browser control needs it.
 ComApartment::ComApartment() { Check(OleInitialize(nullptr)); }
 
 ComApartment::~ComApartment() { OleUninitialize(); }

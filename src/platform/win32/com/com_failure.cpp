@@ -52,7 +52,7 @@ void LeaveDescription(const std::string& description) noexcept {
   try {
     creation->SetDescription(Bstr(description).get());
   } catch (...) {
-    return;  // the number alone must do
+    return;  // the number alone must suffice
   }
   ComPtr<IErrorInfo> error;
   if (SUCCEEDED(creation.As(&error))) SetErrorInfo(0, error.Get());

@@ -19,7 +19,7 @@ namespace {
 
 using Microsoft::WRL::ComPtr;
 
-/// The services that clients hold, which end with the server.
+/// The services that clients hold; they end with the server.
 template <typename Service>
 class ServedObjects {
  public:

@@ -8,7 +8,8 @@
 
 namespace kitbay::platform::win32 {
 
-/// The counting of a COM object, which is created with one reference and ends with its last.
+/// The reference count of a COM object, which is created with one reference and destroyed with its
+/// last.
 template <typename... Interfaces>
 class CountedObject : public Interfaces... {
  public:
@@ -24,7 +25,7 @@ class CountedObject : public Interfaces... {
   CountedObject& operator=(const CountedObject&) = delete;
 
  protected:
-  /// Every base is made from the same `state`.
+  /// Every base is constructed from the same `state`.
   template <typename... State>
   explicit CountedObject(const State&... state) : Interfaces(state...)... {}
   virtual ~CountedObject() = default;

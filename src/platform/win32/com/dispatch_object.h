@@ -11,8 +11,8 @@
 namespace kitbay::platform::win32 {
 
 /// A COM object of one dual interface, created with one reference. Its late-bound side follows the
-/// interface's description in the type library of the module that the object's code is in. Failures
-/// are reported with descriptions.
+/// interface's description in the type library of the module that contains the object's code.
+/// Failures are reported with descriptions.
 template <typename Interface>
 class DispatchObject : public CountedObject<Interface, ISupportErrorInfo> {
  public:

@@ -11,8 +11,8 @@
 namespace kitbay::platform::win32 {
 namespace {
 
-// The user of this process, as text: programs of several users may run on one desktop. Empty when
-// the system does not tell.
+// The user of this process, as text, because programs of several users may share a desktop. Empty
+// if the system does not report it.
 std::wstring UserId() {
   UniqueKernelObject token;
   alignas(TOKEN_USER) std::array<BYTE, sizeof(TOKEN_USER) + SECURITY_MAX_SID_SIZE> user{};
@@ -35,7 +35,7 @@ bool MutexMark::PreviousInstanceExists() {
   if (!previous_) {
     mutex_.reset(CreateMutexW(nullptr, FALSE, name_.c_str()));
     const DWORD error = GetLastError();
-    // Denied: it exists, made by an instance with other rights.
+    // Access denied means that it exists, created by an instance with other rights.
     previous_ = mutex_ ? error == ERROR_ALREADY_EXISTS : error == ERROR_ACCESS_DENIED;
     if (*previous_) mutex_.reset();
   }

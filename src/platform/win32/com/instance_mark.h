@@ -8,13 +8,14 @@
 
 namespace kitbay::platform::win32 {
 
-/// A named mutex of the logon session, held by the first instance from its first question until
-/// this object ends.
+/// A named mutex of the logon session. The first instance holds it from its first call of
+/// `PreviousInstanceExists` until this object is destroyed.
 class MutexMark : public InstanceMark {
  public:
   explicit MutexMark(std::wstring name) : name_(std::move(name)) {}
 
-  /// When the mutex cannot be had at all there is no other instance to hand over to: false.
+  /// If the mutex cannot be created or opened at all, there is no other instance to hand over to:
+  /// false.
   bool PreviousInstanceExists() override;
   void Release() override;
 

@@ -17,7 +17,7 @@ ComPtr<ITypeLib> LoadOwnTypeLibrary() {
   return library;
 }
 
-/// The name of a type by its index, or of the library (-1); with `want_text` its help text.
+/// The name of a type by its index, or of the library (-1); with `want_text`, its help text.
 std::wstring NameOf(ITypeLib& library, INT index, bool want_text) {
   BSTR found = nullptr;
   Check(library.GetDocumentation(index, want_text ? nullptr : &found, want_text ? &found : nullptr,

@@ -10,10 +10,10 @@
 
 namespace kitbay::platform::win32 {
 
-/// The full path of the module (executable or library) that this code is linked into.
+/// The full path of the module (executable or library) that contains this code.
 std::wstring OwnModulePath();
 
-/// What registering a type library needs to know of it.
+/// What is needed to register a type library.
 struct TypeLibraryFacts {
   struct Interface {
     GUID id;
@@ -22,12 +22,12 @@ struct TypeLibraryFacts {
 
   GUID id;
   std::wstring name;
-  std::wstring version;  ///< major and minor number with a point between, as the registry has it
+  std::wstring version;  ///< major and minor number joined by a point, as in the registry
   std::vector<Interface> dual_interfaces;
 };
 
-/// The type library that this module carries as its resource 1, whether registered or not. Both
-/// throw `base::Failure` with the HRESULT when the module carries none, or not that interface.
+/// The type library in this module's resource 1, whether registered or not. Both throw
+/// `base::Failure` with the HRESULT if the module has none, or the library lacks that interface.
 TypeLibraryFacts OwnTypeLibraryFacts();
 Microsoft::WRL::ComPtr<ITypeInfo> LoadOwnTypeInfo(REFIID iid);
 

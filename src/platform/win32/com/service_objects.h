@@ -13,22 +13,22 @@
 
 namespace kitbay::platform::win32 {
 
-/// What a COM object answers its clients with: a service that may end before the clients do.
+/// The service behind a COM object; it may end before the object's clients do.
 template <typename Service>
 class ServiceLink {
  public:
-  /// The service stays its owner's, who cuts the link before it ends.
+  /// The service stays with its owner, who cuts the link before the service ends.
   explicit ServiceLink(Service& service) : service_(&service) {}
   explicit ServiceLink(std::unique_ptr<Service> service)
       : owned_(std::move(service)), service_(owned_.get()) {}
 
-  /// From here on clients are told that the object has disconnected.
+  /// From now on, clients are told that the object has disconnected.
   void Cut() {
     service_ = nullptr;
     owned_.reset();
   }
 
-  /// Throws `base::Failure` (RPC_E_DISCONNECTED) when the link is cut.
+  /// Throws `base::Failure` (RPC_E_DISCONNECTED) if the link is cut.
   Service& Get() const;
 
  private:

@@ -20,7 +20,7 @@ namespace {
 
 using Microsoft::WRL::ComPtr;
 
-// Reports REGDB_E_CLASSNOTREG where the ProgID names nothing that this process could create.
+// Returns REGDB_E_CLASSNOTREG if the ProgID names nothing that this process could create.
 HRESULT Create(const std::string& prog_id, ComPtr<IDispatch>& object) {
   CLSID id;
   return FAILED(CLSIDFromProgID(ToUtf16(prog_id).c_str(), &id))
@@ -126,7 +126,7 @@ class ComSuiteObjects : public SuiteObjects {
   }
 
  private:
-  // What a suite has registered comes first.
+  // What a suite has registered takes precedence.
   ComPtr<IDispatch> CreateObject(const std::string& prog_id) const {
     ComPtr<IDispatch> object;
     HRESULT result = Create(prog_id, object);

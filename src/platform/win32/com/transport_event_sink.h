@@ -10,13 +10,13 @@
 namespace kitbay::platform::win32 {
 
 /// Passes the events of a suite's object on to a receiver. Created with one reference, which the
-/// object's client holds beside the suite's.
+/// object's client holds in addition to the suite's.
 class TransportEventSink : public CountedObject<IDispatch> {
  public:
   /// `receiver` must live until `Disconnect`.
   explicit TransportEventSink(OvTransportEvents& receiver) : receiver_(&receiver) {}
 
-  /// Events that still arrive are dropped from here on.
+  /// From now on, events that still arrive are dropped.
   void Disconnect() { receiver_ = nullptr; }
 
   STDMETHODIMP QueryInterface(REFIID iid, void** object) override;
@@ -25,8 +25,8 @@ class TransportEventSink : public CountedObject<IDispatch> {
   STDMETHODIMP GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID locale,
                              DISPID* members) override;
 
-  /// Events with fewer texts than the receiver takes are refused; further ones are left alone, and
-  /// so are events other than Message and Exception.
+  /// Refuses events with fewer texts than the receiver takes. Ignores additional texts, and events
+  /// other than Message and Exception.
   STDMETHODIMP Invoke(DISPID member, REFIID iid, LCID locale, WORD flags, DISPPARAMS* parameters,
                       VARIANT* result, EXCEPINFO* failure, UINT* bad_argument) override;
 

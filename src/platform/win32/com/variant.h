@@ -24,29 +24,29 @@ class Variant {
   /// An object reference; null is the empty reference ("nothing").
   Variant(IDispatch* object);
 
-  /// An array of no values. Throws `std::bad_alloc`.
+  /// An empty array. Throws `std::bad_alloc`.
   static Variant EmptyList();
 
-  /// Where a call puts a value into `target`, which must outlive it.
+  /// A reference through which a call stores a value into `target`, which must outlive it.
   static Variant ReferenceTo(Variant& target);
 
   ~Variant() { VariantClear(&value_); }
 
-  /// Throws `base::Failure` when the value cannot be copied.
+  /// Throws `base::Failure` if the value cannot be copied.
   Variant(const Variant& other);
   Variant(Variant&& other) noexcept;
   Variant& operator=(Variant other) noexcept;
 
   const VARIANT& get() const { return value_; }
 
-  /// Where a call puts a value that this object then owns.
+  /// Where a call stores a value that this object then owns.
   VARIANT* receive();
 
-  /// Neither a value nor an object: empty, null, or the empty object reference.
+  /// Whether it is neither a value nor an object: empty, null, or the empty object reference.
   bool IsNothing() const;
 
-  /// The value as text, number or truth value, converted as automation does. Null and empty are
-  /// "", 0 and false. Each throws `base::Failure` (13) where there is no conversion.
+  /// The value as text, number or truth value, converted as automation does. Null and empty become
+  /// "", 0 and false. Each throws `base::Failure` (13) if there is no conversion.
   std::string ToText() const;
   std::int32_t ToInteger() const;
   bool ToBoolean() const;

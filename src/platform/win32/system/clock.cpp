@@ -1,7 +1,7 @@
 #include "platform/clock.h"
 
 #include <windows.h>
-// <oleauto.h> needs the former.
+// After windows.h, which it needs.
 #include <oleauto.h>
 
 #include <memory>

@@ -34,7 +34,7 @@ Failure StartFailure(DWORD error) {
   }
 }
 
-/// The process of a window of another program.
+/// The process that owns a window of another program.
 UniqueKernelObject OtherProcessOf(HWND window) {
   DWORD id = 0;
   GetWindowThreadProcessId(window, &id);
@@ -42,8 +42,8 @@ UniqueKernelObject OtherProcessOf(HWND window) {
       id != 0 && id != GetCurrentProcessId() ? OpenProcess(SYNCHRONIZE, FALSE, id) : nullptr);
 }
 
-/// Waits for the end of a process, but no longer than `kEndPatienceMs`. What it sends to windows of
-/// this thread is answered, for it may be waiting for that; no other message is looked at.
+/// Waits up to `kEndPatienceMs` for a process to end. Meanwhile answers what it sends to windows of
+/// this thread, because it may be waiting for that; handles no other messages.
 void AwaitEnd(HANDLE process) {
   const ULONGLONG limit = GetTickCount64() + kEndPatienceMs;
   for (ULONGLONG now = GetTickCount64(); now < limit; now = GetTickCount64()) {
@@ -95,7 +95,7 @@ class Win32Desktop : public Desktop {
   }
 
   void SendClose(WindowHandle window) override {
-    // The window may look at the value long after this call has given up.
+    // The window may read the value long after this call has given up.
     static std::int32_t zero;
     zero = 0;
     DWORD_PTR ignored = 0;

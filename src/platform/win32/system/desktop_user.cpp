@@ -66,12 +66,12 @@ ComPtr<IShellDispatch2> DesktopShell() {
 
 void StartAsDesktopUser(const std::string& path) {
   const std::wstring program = ToSystemPath(path);
-  // The shell would report a missing file in a message box of its own.
+  // The shell would report a missing file in its own message box.
   if (GetFileAttributesW(program.c_str()) == INVALID_FILE_ATTRIBUTES) {
     throw base::Failure(base::RuntimeError::kFileNotFound);
   }
   const ComPtr<IShellDispatch2> shell = DesktopShell();
-  // The shell's process takes the foreground for the program only where this one lets it.
+  // The shell's process can take the foreground for the program only if this one permits it.
   AllowSetForegroundWindow(ASFW_ANY);
   const VARIANT nothing{};
   BSTR file = SysAllocString(program.c_str());

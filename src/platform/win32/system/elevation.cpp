@@ -14,8 +14,9 @@
 namespace kitbay::platform::win32 {
 namespace {
 
-// Set while the question is asked, so that a process that was started without the rights after all
-// (the question can be switched off for a whole machine) inherits it. One with the rights need not.
+// Set while the question is asked, so that a process that was started without the rights inherits
+// it (the question can be switched off for a whole machine). A process with the rights does not
+// need it.
 constexpr const wchar_t* kAskedVariable = L"KITBAY_ASKED_FOR_RIGHTS";
 
 bool TakeAskedMark() {

@@ -43,7 +43,7 @@ FILETIME ToFileTime(const LocalTime& time) {
 // How many bytes one call of the system can read or write.
 constexpr std::size_t kMostAtOnce = std::numeric_limits<DWORD>::max();
 
-/// Fails as opening a file does when `file` is none; `error` is what the system said then.
+/// Fails as opening a file does if `file` is empty; `error` is what the system reported then.
 void DemandOpen(const UniqueFile& file, DWORD error) {
   if (!file) {
     RaiseFileFailure(error);
@@ -117,7 +117,7 @@ bool Win32Files::Exists(const std::string& path) const {
   if (UniqueFind(FindFirstFileW(system_path.c_str(), &found))) {
     return true;
   }
-  // A root is in no listing.
+  // A root directory appears in no listing.
   return GetFileAttributesW(system_path.c_str()) != INVALID_FILE_ATTRIBUTES;
 }
 
@@ -159,7 +159,7 @@ std::unique_ptr<FileReader> Win32Files::Open(const std::string& path) const {
   UniqueFile file(open(FILE_SHARE_READ));
   DWORD error = GetLastError();
   if (!file && error == ERROR_SHARING_VIOLATION) {
-    // Who has it open for writing already has to be put up with.
+    // Programs that already have it open for writing must be tolerated.
     file.reset(open(kShareAll));
     error = GetLastError();
   }
@@ -190,7 +190,7 @@ bool Win32Files::ReplaceUnchanged(const std::string& path, std::string_view befo
   ReplacementFile replacement(target);
   replacement.Append(bytes);
   replacement.Flush();
-  // After the flush, which takes its time.
+  // Checked after the flush, which takes time.
   if (Read(path) != before) {
     return false;
   }
@@ -229,7 +229,7 @@ void Win32Files::CreateFolder(const std::string& path) {
 
 bool Win32Files::RefusesFiles(const std::string& folder) {
   try {
-    // It is never put in a place, and goes again here.
+    // The file is never moved into place, and is deleted again here.
     const ReplacementFile tried(ToSystemPath(folder + "\\~kb"));
     return false;
   } catch (const base::Failure& failure) {
@@ -245,8 +245,8 @@ bool Win32Files::IsLink(const std::string& path) const {
   }
   WIN32_FIND_DATAW found{};
   const UniqueFind listing(FindFirstFileW(system_path.c_str(), &found));
-  // Some reparse points, such as files that are kept in the cloud, lead nowhere else. Wine does not
-  // say of which kind one is.
+  // Some reparse points, such as files kept in the cloud, are not links. Wine does not report the
+  // kind of a reparse point.
   return !listing || found.dwReserved0 == 0 || IsReparseTagNameSurrogate(found.dwReserved0);
 }
 

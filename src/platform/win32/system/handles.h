@@ -6,8 +6,8 @@
 
 namespace kitbay::platform::win32 {
 
-/// Owns one handle of the system. `Traits` has `Type`, `Invalid()`, which stands for no handle,
-/// and `Close(Type)`, which is called for every other.
+/// Owns one handle of the system. `Traits` has `Type`, `Invalid()`, which stands for no handle, and
+/// `Close(Type)`, which is called for all others.
 template <typename Traits>
 class UniqueHandle {
  public:
@@ -27,7 +27,7 @@ class UniqueHandle {
   explicit operator bool() const { return handle_ != Traits::Invalid(); }
   Type get() const { return handle_; }
 
-  /// Hands the handle over without closing it.
+  /// Releases the handle without closing it.
   Type release() { return std::exchange(handle_, Traits::Invalid()); }
 
   void reset(Type handle = Traits::Invalid()) {
@@ -37,7 +37,7 @@ class UniqueHandle {
     }
   }
 
-  /// For calls that return a handle through a pointer; closes the one held before.
+  /// For calls that return a handle through a pointer. Closes the handle held before.
   Type* put() {
     reset();
     return &handle_;

@@ -21,7 +21,7 @@ BOOL CALLBACK HeldWindows::Hold(HWND window, LPARAM self) {
     }
     return TRUE;
   } catch (...) {
-    // Nothing may pass into the system; what was found so far is held.
+    // No exception may pass into the system; the windows found so far are held.
     return FALSE;
   }
 }

@@ -6,8 +6,8 @@
 
 namespace kitbay::platform::win32 {
 
-/// Takes mouse and keyboard from the visible windows of this thread, `owner` aside, as long as it
-/// lives. A message box does so with its owner alone.
+/// Disables mouse and keyboard for the visible windows of this thread, except `owner`, as long as
+/// it lives. A message box does that only for its owner.
 class HeldWindows {
  public:
   explicit HeldWindows(HWND owner);

@@ -22,13 +22,13 @@ std::wstring ViewerPath() {
 }  // namespace
 
 void HelpViewer::DisplayTopic(const std::string& topic) {
-  // The viewer would report a missing file in a message box of its own.
+  // The viewer would report a missing file in its own message box.
   const std::wstring file = ToSystemPath(topic.substr(0, topic.find("::")));
   if (GetFileAttributesW(file.c_str()) == INVALID_FILE_ATTRIBUTES) {
     throw Failure(RuntimeError::kFileNotFound);
   }
   if (html_help_ == nullptr) {
-    // Stays loaded to the end of the program: its windows have threads of their own.
+    // Stays loaded until the program ends: its windows have their own threads.
     const HMODULE viewer = LoadLibraryW(ViewerPath().c_str());
     if (viewer != nullptr) {
       html_help_ = reinterpret_cast<HtmlHelpFunction>(

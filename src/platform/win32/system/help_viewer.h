@@ -10,7 +10,7 @@ namespace kitbay::platform::win32 {
 class HelpViewer {
  public:
   /// Shows a topic ("file.chm::/page.html") with the desktop as owner. Throws `base::Failure`: 53
-  /// when the help file or the viewer is missing, 75 when the viewer does not show the topic.
+  /// if the help file or the viewer is missing, 75 if the viewer does not show the topic.
   void DisplayTopic(const std::string& topic);
 
   /// Closes every help window of this program.

@@ -1,7 +1,7 @@
 #include "platform/libraries.h"
 
 #include <windows.h>
-// These need the former.
+// After windows.h, which they need.
 #include <objbase.h>
 #include <psapi.h>
 
@@ -30,7 +30,8 @@ bool IsFullPathOfFile(const std::string& path) {
 HMODULE AsModule(LibraryHandle library) { return reinterpret_cast<HMODULE>(library.value); }
 HANDLE AsThread(ThreadHandle thread) { return reinterpret_cast<HANDLE>(thread.value); }
 
-/// Lets a library that cannot be loaded be told by the call's result only, not by a message box.
+/// While it lives, a library that cannot be loaded is reported only by the call's result, not by a
+/// message box.
 class QuietLoading {
  public:
   QuietLoading() { SetThreadErrorMode(GetThreadErrorMode() | SEM_FAILCRITICALERRORS, &before_); }
@@ -42,7 +43,7 @@ class QuietLoading {
   DWORD before_ = 0;
 };
 
-/// Looks a function up that systems of before the update KB2533623 do not have; null there.
+/// Looks up a function that systems before the update KB2533623 lack; null there.
 template <typename Function>
 Function FindInKernel(const char* name) {
   const FARPROC address = GetProcAddress(GetModuleHandleW(L"kernel32.dll"), name);
@@ -52,7 +53,8 @@ Function FindInKernel(const char* name) {
   return function;
 }
 
-/// Lets what a library depends on be found in a folder, too. One that is not there changes nothing.
+/// Adds a folder to those searched for a library's dependencies. A folder that does not exist
+/// changes nothing.
 class HelperFolder {
  public:
   explicit HelperFolder(const std::string& folder) {
@@ -79,8 +81,8 @@ struct Errand {
   std::exception_ptr failure;
 };
 
-/// Keeps COM's multithreaded apartment alive. Threads that have joined none, as those of a
-/// library's function, are in it meanwhile.
+/// Keeps COM's multithreaded apartment alive. Threads that have joined no apartment, such as those
+/// of a library's function, are in it meanwhile.
 class SharedApartment {
  public:
   SharedApartment() : joined_(SUCCEEDED(CoInitializeEx(nullptr, COINIT_MULTITHREADED))) {}
@@ -138,7 +140,7 @@ class Win32Libraries : public Libraries {
     GetModuleInformation(GetCurrentProcess(), module, &place, sizeof(place));
     guard_.ExpectEmpty(place.lpBaseOfDll, place.SizeOfImage);
     FreeLibrary(module);
-    // Stays empty, so that no other library is loaded where a thread will return to.
+    // The range stays reserved, so that no other library is loaded where a thread will return to.
     VirtualAlloc(place.lpBaseOfDll, place.SizeOfImage, MEM_RESERVE, PAGE_NOACCESS);
   }
 

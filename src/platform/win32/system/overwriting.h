@@ -7,8 +7,8 @@
 
 namespace kitbay::platform::win32 {
 
-/// The attributes of the file that is about to be overwritten; those of a new file when there is
-/// none. `path` is one of `ToSystemPath`. Throws `base::Failure` (70) when it is a folder or
+/// The attributes of the file about to be overwritten, or those of a new file if there is none.
+/// `path` comes from `ToSystemPath`. Throws `base::Failure` (70) if the file is a folder or
 /// read-only, whatever rights the user has.
 DWORD DemandOverwritable(const std::wstring& path);
 

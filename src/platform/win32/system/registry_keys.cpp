@@ -13,7 +13,7 @@ namespace kitbay::platform::win32 {
 namespace {
 
 HKEY ToSystem(RegistryKey key) {
-  // The system's own constants for the hives are the same 32 bits, extended by their sign.
+  // The system's own constants for the hives are the same 32 bits, sign-extended.
   if (key == kClassesRoot) {
     return HKEY_CLASSES_ROOT;
   }
@@ -83,7 +83,7 @@ class Win32RegistryKeys : public RegistryKeys {
   std::int32_t SetText(RegistryKey key, const std::string& name, std::string_view data) override {
     std::wstring text = ToUtf16(data);
     const auto size = static_cast<DWORD>(text.size() * sizeof(wchar_t));
-    // The system adds a terminator of its own when it finds a NUL right behind the text.
+    // The system adds its own terminator if it finds a NUL right after the text.
     text.push_back(L'.');
     return RegSetValueExW(ToSystem(key), ToUtf16(name).c_str(), 0, REG_SZ,
                           reinterpret_cast<const BYTE*>(text.data()), size);

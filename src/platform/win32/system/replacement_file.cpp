@@ -28,8 +28,8 @@ bool IsNumber(std::wstring_view text) {
   return !text.empty() && text.find_first_not_of(L"0123456789") == std::wstring_view::npos;
 }
 
-/// Whether the file is there and nobody forbids to delete it, or somebody does who has it open. The
-/// system calls both an access that is denied when it is to be replaced.
+/// Whether the file exists and either nothing forbids deleting it or only a program that has it
+/// open does. When the file is to be replaced, the system reports both as access denied.
 bool IsHeld(const std::wstring& path) {
   const UniqueFile file(CreateFileW(path.c_str(), DELETE,
                                     FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
@@ -38,7 +38,7 @@ bool IsHeld(const std::wstring& path) {
   return file || error == ERROR_SHARING_VIOLATION;
 }
 
-/// Renames the file to the name of a left-over beside it, and returns that name.
+/// Renames the file to a left-over's name beside it, and returns that name.
 std::wstring SetAside(const std::wstring& path) {
   for (int number = 1;; ++number) {
     std::wstring aside = TemporaryName(path, number);
@@ -66,7 +66,7 @@ bool IsTemporaryName(std::wstring_view name) {
 }  // namespace
 
 ReplacementFile::ReplacementFile(std::wstring target) : target_(std::move(target)) {
-  // The file keeps what it was marked with, such as hidden.
+  // The file keeps its attributes, such as hidden.
   const DWORD attributes = DemandOverwritable(target_);
   for (int number = 1; !file_; ++number) {
     path_ = TemporaryName(target_, number);
@@ -95,9 +95,11 @@ void ReplacementFile::Flush() {
 }
 
 void ReplacementFile::PutInPlace() {
-  // Renamed through this handle, the target would be closed to its readers until the handle is.
+  // If the file were renamed through this handle, readers could not open the target until it is
+  // closed.
   file_.reset();
-  // One rename over the target: unlike ReplaceFile it leaves no moment without a file of that name.
+  // A single rename over the target: unlike ReplaceFile, it leaves no moment without a file of that
+  // name.
   if (!MoveFileExW(path_.c_str(), target_.c_str(),
                    MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
     const DWORD error = GetLastError();
@@ -134,7 +136,7 @@ void DeleteLeftOvers(const std::wstring& folder) {
       if (kind == FILE_ATTRIBUTE_DIRECTORY && name != L"." && name != L"..") {
         folders.push_back(path + found.cFileName);
       } else if (IsTemporaryName(name)) {
-        // One that is being written is open for its writer alone and cannot be deleted.
+        // A file that is being written is not shared, so it cannot be deleted.
         DeleteFileW((path + found.cFileName).c_str());
       }
     }

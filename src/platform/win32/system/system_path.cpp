@@ -34,7 +34,7 @@ bool IsRoot(const std::wstring& path) { return path.size() == 3 && path[1] == L'
 }  // namespace
 
 std::wstring ToSystemPath(const std::string& path) {
-  // A NUL would cut the path short, and another file would be meant.
+  // A NUL would cut off the path and so name another file.
   if (path.find('\0') != std::string::npos) {
     throw base::Failure(base::RuntimeError::kPathFileAccessError);
   }

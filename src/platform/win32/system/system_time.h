@@ -6,7 +6,7 @@
 
 namespace kitbay::platform::win32 {
 
-/// The parts of `time` as the system writes them, without the day of the week.
+/// The parts of `time` as the system represents them, without the day of the week.
 inline SYSTEMTIME ToSystemTime(const LocalTime& time) {
   SYSTEMTIME parts{};
   parts.wYear = static_cast<WORD>(time.year);

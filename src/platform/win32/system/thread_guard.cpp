@@ -1,6 +1,6 @@
 #include "platform/win32/system/thread_guard.h"
 
-// Needs <windows.h>, which the former includes.
+// After windows.h, which it needs.
 #include <tlhelp32.h>
 
 #include <algorithm>
@@ -24,7 +24,8 @@ struct EmptyPlace {
 
 constexpr std::size_t kMostThreads = 64;
 
-// The system gives its handlers no argument to find an object by, and they outlive every guard.
+// The system gives its handlers no argument to find an object by, and the handlers outlive every
+// guard.
 SRWLOCK g_lock = SRWLOCK_INIT;
 std::array<WatchedThread, kMostThreads> g_threads;
 std::array<EmptyPlace, kMostThreads> g_empty_places;
@@ -60,13 +61,13 @@ bool IsInEmptyPlace(ULONG_PTR address) {
   });
 }
 
-/// Whether the calling thread has lost the code that it ran in at `address`.
+/// Whether the calling thread has lost the code that it was running at `address`.
 bool HasLostItsCode(ULONG_PTR address) {
   return CurrentThread().is_abandoned ||
          (GetCurrentThreadId() != g_owner && IsInEmptyPlace(address));
 }
 
-/// Whether the fault is that there is no code where the thread goes on.
+/// Whether the fault is that there is no code where the thread continues.
 bool IsWithoutCode(const EXCEPTION_RECORD& exception) {
   return exception.ExceptionCode == EXCEPTION_ACCESS_VIOLATION && exception.NumberParameters >= 2 &&
          exception.ExceptionInformation[1] ==
@@ -80,11 +81,11 @@ LONG WINAPI EndFaultedThread(EXCEPTION_POINTERS* exception) {
   return g_previous_filter != nullptr ? g_previous_filter(exception) : EXCEPTION_CONTINUE_SEARCH;
 }
 
-// Without the library's code there is no way back along the thread's stack, and the system would
-// end the process before it asks the filter below.
+// Without the library's code the thread's stack cannot be unwound, and the system would end the
+// process before it calls the filter below.
 LONG CALLBACK EndLostThread(EXCEPTION_POINTERS* exception) {
   const EXCEPTION_RECORD& record = *exception->ExceptionRecord;
-  // The library's run-time may have put its own filter in the place of this one's, even just now.
+  // The library's run-time may have replaced this filter by its own, even just now.
   if (CurrentThread().handle != nullptr) {
     SetUnhandledExceptionFilter(&EndFaultedThread);
   }
@@ -185,7 +186,7 @@ void ThreadGuard::Close(HANDLE thread) {
   if (place != g_threads.end()) {
     *place = {};
   }
-  // One that the library has set for the process goes with the library.
+  // A filter that the library has set for the process goes with the library.
   SetUnhandledExceptionFilter(&EndFaultedThread);
   CloseHandle(thread);
 }

@@ -6,12 +6,12 @@
 
 namespace kitbay::platform::win32 {
 
-/// Starts threads whose faults end them instead of the process: an exception that nothing on such
+/// Starts threads whose faults end only them and not the process: an exception that nothing on such
 /// a thread handles, whatever filter a library has set for the process, and the return into a
-/// library that is no longer there. The exit code is then the exception's. Exceptions of other
-/// threads, and those that a library handles itself, go their way.
+/// library that has been freed. The exit code is then the exception's. Exceptions of other threads,
+/// and those that a library handles itself, take their normal course.
 ///
-/// The handlers stay for good when a thread still runs as the guard goes.
+/// The handlers stay for good if a thread is still running when the guard is destroyed.
 class ThreadGuard {
  public:
   ThreadGuard();
@@ -19,25 +19,26 @@ class ThreadGuard {
   ThreadGuard(const ThreadGuard&) = delete;
   ThreadGuard& operator=(const ThreadGuard&) = delete;
 
-  /// A handle of a new thread on `start`, which may be null; null when the system cannot make one.
+  /// The handle of a new thread on `start`, which may be null; null if the system cannot create
+  /// one.
   HANDLE Start(LPTHREAD_START_ROUTINE start);
 
-  /// The threads that still run may lose the code that they run in. Returns whether there are any
-  /// that have not been told of before.
+  /// Announces that threads which still run may lose the code that they run in. Returns whether
+  /// there are any that were not announced before.
   bool AbandonRunning();
 
   /// Remembers which threads the process has, before a library is loaded.
   void NoteThreads();
 
-  /// Whether threads have come into being since then that still run. One of the library's own may
-  /// be in its middle; so may one of the system's, and is then counted in vain.
+  /// Whether threads started since then are still running. One of the library's own may be in the
+  /// middle of the library's code; one of the system's may be too, and is then counted needlessly.
   bool HasNewThreads() const;
 
-  /// A library in whose middle a thread may be is about to be freed: every thread that goes on in
-  /// its place ends, whoever started it, but not the one that made the guard.
+  /// A library in whose code a thread may be is about to be freed: every thread that continues in
+  /// its address range ends, whoever started it, except the one that created the guard.
   void ExpectEmpty(const void* place, SIZE_T size);
 
-  /// Closes the thread's handle and watches it no longer.
+  /// Closes the thread's handle and stops watching it.
   void Close(HANDLE thread);
 
  private:

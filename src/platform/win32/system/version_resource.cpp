@@ -41,7 +41,7 @@ class Win32VersionResource : public VersionResource {
     try {
       return ReadFixedFileInfo(ToSystemPath(path));
     } catch (const base::Failure&) {
-      return std::nullopt;  // no path at all
+      return std::nullopt;  // not a path at all
     }
   }
 };
