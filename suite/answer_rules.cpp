@@ -50,7 +50,7 @@ TransferFailure TooLarge() {
   return TransferFailure("The server's list of components is larger than 64 MB");
 }
 
-/// Whole megabytes, and one at least for what is not nothing.
+/// Whole megabytes, at least one unless `bytes` is 0.
 std::string Megabytes(std::uint64_t bytes) {
   return std::to_string(bytes / kMegabyte + (bytes % kMegabyte != 0 ? 1 : 0)) + " MB";
 }

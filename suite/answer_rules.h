@@ -9,29 +9,29 @@
 
 namespace ovalink {
 
-/// Whether an answer with this status names another address to ask.
+/// Whether an answer with this status redirects to another address.
 bool IsRedirection(std::uint32_t status);
 
 /// An answer other than 200 in words, such as "The server answered 404 (Not Found)".
 std::string StatusText(std::uint32_t status);
 
-/// The number of bytes that an answer announces; nothing when the field is no number.
+/// The number of bytes that an answer announces; nothing if the field is not a number.
 std::optional<std::uint64_t> AnnouncedLength(std::string_view content_length);
 
-/// Whether what is stored at `destination` is a list of components: its name ends in ".xml".
+/// Whether the file at `destination` is a list of components: its name ends in ".xml".
 bool IsListAt(std::string_view destination);
 
-/// The most bytes that a file may have which is stored there: 64 MB for a list of components.
+/// The largest size of a file stored there: 64 MB for a list of components.
 std::uint64_t MostBytesAt(std::string_view destination);
 
-/// Compares what arrives with what may: throws `TransferFailure` as soon as it is too much, and
-/// when it has ended too early.
+/// Checks the amount of data that arrives: throws `TransferFailure` as soon as there is too much,
+/// or if it ends too early.
 class ByteCount {
  public:
-  /// `most` is what the file may have; `before` of its bytes are there already.
+  /// The file may have `most` bytes; `before` of them are already there.
   ByteCount(std::uint64_t most, std::uint64_t before) : most_(most), received_(before) {}
 
-  /// The answer announces so many bytes for the whole file.
+  /// The answer announces this many bytes for the whole file.
   void Announce(std::uint64_t length);
 
   void Add(std::uint64_t bytes);
@@ -42,7 +42,7 @@ class ByteCount {
   std::optional<std::uint64_t> announced() const { return announced_; }
   std::uint64_t received() const { return received_; }
 
-  /// The failure of an answer that ended here.
+  /// The failure of an answer that ends here.
   TransferFailure CutShort() const;
 
  private:
@@ -51,11 +51,11 @@ class ByteCount {
   std::uint64_t received_;
 };
 
-/// Throws `TransferFailure` unless so many bytes fit into what is `free` on the disk.
+/// Throws `TransferFailure` unless this many bytes fit into what is `free` on the disk.
 void DemandRoom(std::uint64_t bytes, std::uint64_t free);
 
-/// Whether a path names a file of this computer in full: a drive's letter, a colon, "\" or "/", and
-/// at least one character more, none of them a colon.
+/// Whether a path is the full path of a file on this computer: a drive letter, a colon, "\" or "/",
+/// and at least one more character, none of them a colon.
 bool IsFullLocalPath(std::string_view path);
 
 }  // namespace ovalink

@@ -46,15 +46,15 @@ bool EventWindow::DeliverNext() {
     const Deliver deliver = deliver_;
     deliver(*event);
   } catch (...) {
-    // The system's message loop cannot be told.
+    // There is no way to report it to the system's message loop.
   }
   return true;
 }
 
 LRESULT CALLBACK EventWindow::Procedure(HWND window, UINT message, WPARAM word, LPARAM data) {
   auto* const self = reinterpret_cast<EventWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-  // One event for each message, so that those that arrive while a receiver shows a dialog come
-  // through in order as well.
+  // One event per message, so that events which arrive while a receiver shows a dialog are also
+  // delivered in order.
   if (message == kEventPosted) {
     self->DeliverNext();
   } else if (message == WM_TIMER && word == kWatch) {

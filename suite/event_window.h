@@ -18,24 +18,25 @@ struct WindowTraits {
   static void Close(Type window) { DestroyWindow(window); }
 };
 
-/// Brings events to the thread that created it, one at a time and in order, while that thread
-/// handles its messages. Belongs to that thread but for `Post`.
+/// Delivers events to the thread that created it, one at a time and in order, while that thread
+/// handles its messages. Except for `Post`, only that thread may use it.
 class EventWindow {
  public:
   using Deliver = std::function<void(const TransferEvent&)>;
 
   using Look = std::function<void()>;
 
-  /// Throws `kitbay::base::Failure` when the system has no window left. `look` is called once a
-  /// second while the window watches. Both may destroy this object.
+  /// Throws `kitbay::base::Failure` if the system can create no more windows. Calls `look` once a
+  /// second while the window watches. Both callbacks may destroy this object.
   EventWindow(Deliver deliver, Look look);
   EventWindow(const EventWindow&) = delete;
   EventWindow& operator=(const EventWindow&) = delete;
 
-  /// From any thread, as long as this object lives. The system may refuse to wake the thread.
+  /// May be called from any thread while this object lives. The system may refuse to wake the
+  /// thread.
   void Post(TransferEvent event);
 
-  /// Delivers the next event, if there is one; returns whether there was. Does not throw.
+  /// Delivers the next event, if there is one, and returns whether there was. Does not throw.
   bool DeliverNext();
 
   void Watch(bool watch);

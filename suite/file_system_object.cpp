@@ -24,8 +24,8 @@ using win32::TextOf;
 
 namespace {
 
-/// The attributes of what stands at `path`; INVALID_FILE_ATTRIBUTES for nothing and for a path that
-/// cannot be one.
+/// The attributes of what exists at `path`; INVALID_FILE_ATTRIBUTES if there is nothing or `path`
+/// is not a valid path.
 DWORD AttributesOf(BSTR path) {
   try {
     return GetFileAttributesW(win32::ToSystemPath(TextOf(path)).c_str());
@@ -58,12 +58,12 @@ HRESULT GiveWriter(BSTR path, DWORD disposition, TextFormat format, ::ITextStrea
   const DWORD attributes =
       disposition == CREATE_NEW ? FILE_ATTRIBUTE_NORMAL : win32::DemandOverwritable(full);
   win32::UniqueFile file = Open(full, GENERIC_WRITE, FILE_SHARE_READ, disposition, attributes);
-  // Appending starts at the end of what is there; a file opened otherwise is empty.
+  // Appending starts at the end of the existing text; a file opened otherwise is empty.
   SetFilePointer(file.get(), 0, nullptr, FILE_END);
   return Give(std::make_unique<TextWriter>(std::move(file), format), stream);
 }
 
-/// A reader that shares its file with one who writes it.
+/// A reader that shares its file with a writer.
 HRESULT GiveReader(BSTR path, DWORD disposition, TextFormat format, ::ITextStream** stream) {
   win32::UniqueFile file =
       Open(win32::ToSystemPath(TextOf(path)), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,

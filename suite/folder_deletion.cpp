@@ -20,7 +20,7 @@ namespace {
 
 bool Has(DWORD attributes, DWORD flag) { return (attributes & flag) != 0; }
 
-/// Folders below may be deeper than the system's usual limit.
+/// Subfolders may lie deeper than the system's usual limit.
 std::wstring AnyLength(const std::wstring& path) {
   if (path.starts_with(L"\\\\?\\")) return path;
   return path.starts_with(L"\\\\") ? L"\\\\?\\UNC" + path.substr(1) : L"\\\\?\\" + path;
@@ -85,7 +85,7 @@ void DeleteFolderTree(const std::wstring& path, bool force) {
   while (!levels.empty()) {
     Level& level = levels.back();
     if (!level.has_entry) {
-      // The listing holds the folder open.
+      // The listing keeps the folder open.
       level.listing.reset();
       DeleteEntry(level.path, level.attributes, force);
       levels.pop_back();

@@ -18,15 +18,15 @@ namespace win32 = kitbay::platform::win32;
 
 namespace {
 
-// Larger pieces come no faster, and systems are slower to take them into a file.
+// Larger pieces arrive no faster, and systems take longer to write them to a file.
 constexpr DWORD kMostAtOnce = 64 * 1024;
-// Reads grow while this much at least comes within the first of these times, and are small again
-// past the second.
+// Reads grow while at least this much arrives within the first of these times, and become small
+// again after the second.
 constexpr DWORD kWorthMore = 4096;
 constexpr ULONGLONG kQuickMs = 20;
 constexpr ULONGLONG kSlowMs = 100;
 
-/// The host as the name service takes it.
+/// The host in the form that the name service accepts.
 std::wstring AsciiHost(const std::string& host) {
   const std::wstring name = win32::ToUtf16(host);
   std::array<wchar_t, 256> ascii{};
@@ -39,8 +39,8 @@ std::wstring AsciiHost(const std::string& host) {
 
 }  // namespace
 
-/// How far the step under way has come. The system reports to it from threads of its own, the last
-/// time when the request's handle is gone: until then it keeps itself, and this library, alive.
+/// How far the current step has come. The system reports to it from its own threads, for the last
+/// time after the request's handle is closed. Until then it keeps itself, and this library, alive.
 class HttpExchange::Progress {
  public:
   std::vector<char> buffer = std::vector<char>(kMostAtOnce);
@@ -57,7 +57,7 @@ class HttpExchange::Progress {
     ResetEvent(step_ended_.get());
   }
 
-  /// What the step that ended gave: the bytes available, or read. Throws `TransferFailure`.
+  /// The outcome of the step that ended: the bytes available, or read. Throws `TransferFailure`.
   DWORD Result() {
     const std::lock_guard lock(mutex_);
     if (error_ != ERROR_SUCCESS) ThrowHttpFailure(error_, certificate_flags_);
@@ -183,8 +183,8 @@ std::span<const char> HttpExchange::Read() {
   progress_->Begin();
   const BOOL started = WinHttpReadData(request_.get(), progress_->buffer.data(), wanted, nullptr);
   const DWORD received = Await(started, GetLastError(), INFINITE);
-  // A read may wait until all that it asked for has come. Only what comes fast is therefore asked
-  // for in large pieces.
+  // A read may wait until everything requested has arrived, so only what arrives fast is requested
+  // in large pieces.
   const ULONGLONG lasted = GetTickCount64() - start;
   if (lasted > kSlowMs) {
     read_size_ = 0;
@@ -217,7 +217,7 @@ void HttpExchange::Open(const TransferAddress& address) {
   Listen();
 }
 
-// A system that cannot keep the sign-on from servers does not get to it.
+// A system that cannot withhold the sign-on from servers never gets here.
 void HttpExchange::AllowSignOn() {
   DWORD policy = 3;  // WINHTTP_AUTOLOGON_SECURITY_LEVEL_PROXY_ONLY
   if (!WinHttpSetOption(request_.get(), WINHTTP_OPTION_AUTOLOGON_POLICY, &policy, sizeof policy) ||
@@ -260,9 +260,9 @@ void HttpExchange::Send() {
   status_ = status;
 }
 
-/// Waits for the end of a step, which a call has `started` or not, for `error`. What reads the body
-/// needs no limit here: it may last as long as bytes keep coming, and the system ends it when none
-/// come for the time that it was told.
+/// Waits for the end of a step, which a call has either `started` or failed to start, with `error`.
+/// Reading the body needs no limit here: it may last as long as bytes keep coming, and the system
+/// ends it if none arrive for the configured time.
 DWORD HttpExchange::Await(BOOL started, DWORD error, DWORD limit_ms) {
   if (!started) ThrowHttpFailure(error);
   const std::array<HANDLE, 2> events = {cancel_, progress_->step_ended()};

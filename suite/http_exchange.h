@@ -15,25 +15,24 @@
 
 namespace ovalink {
 
-/// Thrown when the client has cancelled the transfer; nobody is told of it any more.
+/// Thrown when the client has cancelled the transfer; nobody is notified of it any more.
 class TransferCancelled {};
 
-/// One HTTP request and its answer, without cookies or redirection, and without sign-on but to a
-/// proxy. The system's proxy is
-/// used except for loopback. Every step that lasts ends with `TransferCancelled` as soon as the
-/// event `cancel` is set, with `TransferFailure` for "connection timed out" when there is no
-/// connection, or nothing comes, for `timeout_ms`, and with `TransferFailure` for what else goes
-/// wrong.
+/// One HTTP request and its answer, without cookies or redirection, and without sign-on except to a
+/// proxy. The system's proxy is used except for loopback. Every step that takes time ends with
+/// `TransferCancelled` as soon as the event `cancel` is set. It ends with `TransferFailure`
+/// "connection timed out" if there is no connection or no data for `timeout_ms`, and with another
+/// `TransferFailure` for any other error.
 class HttpExchange {
  public:
-  /// What a request says beside its address.
+  /// What a request contains besides its address.
   struct Terms {
-    std::string fields;              ///< of the heading, each ended by CR LF
+    std::string fields;              ///< header fields, each ended by CR LF
     DWORD timeout_ms = 0;            ///< as above
-    DWORD proxy_sign_on_scheme = 0;  ///< by which the user signs on to the proxy; 0 for not at all
+    DWORD proxy_sign_on_scheme = 0;  ///< how the user signs on to the proxy; 0 for not at all
   };
 
-  /// Sends the request and waits for the answer's heading.
+  /// Sends the request and waits for the answer's header.
   HttpExchange(const TransferAddress& address, Terms terms, HANDLE cancel);
   ~HttpExchange();
   HttpExchange(const HttpExchange&) = delete;
@@ -41,15 +40,15 @@ class HttpExchange {
 
   std::uint32_t status() const { return status_; }
 
-  /// How the proxy, having answered 407, lets a user sign on with what the system knows of him; 0
-  /// where it wants a password, and where the answer may be a server's: only one that came before
-  /// the server showed its certificate is certainly not.
+  /// How the proxy, having answered 407, lets a user sign on with the logon credentials; 0 if it
+  /// requires a password, or if the answer may come from a server. Only an answer from before the
+  /// server showed its certificate certainly does not.
   DWORD ProxySignOnScheme() const;
 
-  /// A field of the heading; nothing when it is not there.
+  /// A header field; nothing if it is missing.
   std::optional<std::string> Field(DWORD query) const;
 
-  /// The next bytes of the body, valid until the next call; none at its end.
+  /// The next bytes of the body, valid until the next call; empty at its end.
   std::span<const char> Read();
 
  private:

@@ -52,7 +52,7 @@ void ThrowHttpFailure(DWORD error, DWORD certificate_flags) {
     case ERROR_WINHTTP_CONNECTION_ERROR:
     case WSAECONNRESET:
     case WSAECONNABORTED:
-    case ERROR_WINHTTP_INVALID_SERVER_RESPONSE:  // a heading that ends too early, too
+    case ERROR_WINHTTP_INVALID_SERVER_RESPONSE:  // also a header that ends too early
       throw ConnectionLost();
     case ERROR_WINHTTP_RESEND_REQUEST:
       throw SendAgain();

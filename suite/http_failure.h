@@ -6,8 +6,8 @@
 
 namespace ovalink {
 
-/// Throws the `TransferFailure` that WinHTTP's `error` means, which may be a `ConnectionLost`;
-/// `certificate_flags` are those it gave of a certificate that it refused.
+/// Throws the `TransferFailure` for WinHTTP's `error`, possibly a `ConnectionLost`;
+/// `certificate_flags` are those reported for a certificate that WinHTTP refused.
 [[noreturn]] void ThrowHttpFailure(DWORD error, DWORD certificate_flags = 0);
 
 /// The failure of a server that does not answer in time.

@@ -26,7 +26,7 @@ UniqueInternet OpenWithUsersProxy() {
   const GlobalText proxy(settings.lpszProxy);
   const GlobalText bypass(settings.lpszProxyBypass);
   if (!proxy || settings.fAutoDetect || script) {
-    // Before Windows 8.1 nothing finds a proxy by itself.
+    // Before Windows 8.1, no access type finds a proxy automatically.
     UniqueInternet session = Open(WINHTTP_ACCESS_TYPE_AUTOMATIC_PROXY);
     if (session) return session;
   }
@@ -34,7 +34,7 @@ UniqueInternet OpenWithUsersProxy() {
                : Open(WINHTTP_ACCESS_TYPE_DEFAULT_PROXY);
 }
 
-/// Windows 7 would offer older protocols alone, and later systems know TLS 1.3.
+/// Windows 7 would offer only older protocols; later systems know TLS 1.3.
 void DemandTls(HINTERNET session) {
   DWORD protocols = WINHTTP_FLAG_SECURE_PROTOCOL_TLS1_2 | WINHTTP_FLAG_SECURE_PROTOCOL_TLS1_3;
   if (!WinHttpSetOption(session, WINHTTP_OPTION_SECURE_PROTOCOLS, &protocols, sizeof protocols)) {

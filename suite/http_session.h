@@ -15,11 +15,11 @@ struct InternetTraits {
 };
 using UniqueInternet = kitbay::platform::win32::UniqueHandle<InternetTraits>;
 
-/// A session for asynchronous requests over the user's proxy, or none when `direct`. Its secure
-/// connections are of TLS 1.2 or later. Throws `TransferFailure`.
+/// A session for asynchronous requests through the user's proxy, or without a proxy if `direct`.
+/// Its secure connections use TLS 1.2 or later. Throws `TransferFailure`.
 UniqueInternet OpenSession(bool direct);
 
-/// Sets an option that is a number. Throws `TransferFailure`.
+/// Sets a numeric option. Throws `TransferFailure`.
 void SetNumber(HINTERNET handle, DWORD option, DWORD value);
 
 }  // namespace ovalink

@@ -2,7 +2,7 @@
 
 namespace ovalink {
 
-/// Keeps the library loaded: every object holds one.
+/// Keeps the library loaded; every object has one.
 class ModuleLock {
  public:
   ModuleLock() { Hold(true); }
@@ -10,14 +10,14 @@ class ModuleLock {
   ModuleLock(const ModuleLock&) = delete;
   ModuleLock& operator=(const ModuleLock&) = delete;
 
-  /// Takes one lock more, or gives one back.
+  /// Adds a lock, or releases one.
   static void Hold(bool hold);
 
   /// Keeps the library loaded until the process ends, for callbacks that the system makes after
-  /// their object has gone.
+  /// their object is gone.
   static void Pin();
 
-  /// Whether nothing keeps the library loaded.
+  /// Whether nothing keeps the library loaded any more.
   static bool CanUnload();
 };
 

@@ -11,8 +11,8 @@ constexpr std::string_view kEnd = "</progressevents>";
 
 }  // namespace
 
-// Values are not escaped, and the file's path comes from afar: whatever it holds, the destination
-// is what the caller wrote last.
+// Values are not escaped, and the file's path comes from outside. Whatever it contains, the
+// destination is what the caller wrote last.
 std::optional<DownloadRequest> ReadRequestDocument(std::string_view document) {
   const std::size_t server_end = document.find(kServerEnd);
   const std::size_t file_end = document.rfind(kFileEnd);

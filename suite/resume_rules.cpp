@@ -18,7 +18,8 @@ std::optional<std::uint64_t> NumberIn(std::string_view digits) {
   return number;
 }
 
-/// Takes the text up to the next `mark` off `text`, and the mark; all of it where there is none.
+/// Removes the text up to the next `mark`, and the mark, from `text`, and returns that text; takes
+/// all of it if there is no mark.
 std::string_view TakeUntil(std::string_view& text, char mark) {
   const std::size_t end = std::min(text.find(mark), text.size());
   const std::string_view part = text.substr(0, end);

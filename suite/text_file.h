@@ -13,8 +13,8 @@ namespace ovalink {
 
 enum class TextFormat { kEightBit, kUnicode };
 
-/// Reads the text of an open file from its start, past a mark of its format. Lines end with CR LF
-/// or LF. Failures are `kitbay::base::Failure`.
+/// Reads the text of an open file from its start, skipping the mark of its format. Lines end with
+/// CR LF or LF. Failures are `kitbay::base::Failure`.
 class TextReader {
  public:
   TextReader(kitbay::platform::win32::UniqueFile file, TextFormat format);
@@ -39,10 +39,10 @@ class TextReader {
   std::optional<wchar_t> peeked_;
 };
 
-/// Writes text to an open file, each piece at once. Failures are `kitbay::base::Failure`.
+/// Writes text to an open file immediately, piece by piece. Failures are `kitbay::base::Failure`.
 class TextWriter {
  public:
-  /// A Unicode file that is still empty gets its mark.
+  /// A Unicode file that is still empty gets its byte-order mark.
   TextWriter(kitbay::platform::win32::UniqueFile file, TextFormat format);
 
   void Write(std::wstring_view text);

@@ -69,7 +69,7 @@ STDMETHODIMP TextStream::Write(BSTR text) {
 
 STDMETHODIMP TextStream::WriteLine(BSTR text) {
   try {
-    // In one piece, so that a reader never sees a line without its end.
+    // Written in one piece, so that a reader never sees a line without its end.
     Writer().Write(std::wstring(ViewOf(text)) + L"\r\n");
     return S_OK;
   } catch (...) {

@@ -11,7 +11,7 @@
 
 namespace ovalink {
 
-/// An open text file for clients: of its reader and its writer at most one is there.
+/// An open text file for clients, with either a reader or a writer.
 class TextStream : public kitbay::platform::win32::DispatchObject<::ITextStream> {
  public:
   explicit TextStream(std::unique_ptr<TextReader> reader) : reader_(std::move(reader)) {}

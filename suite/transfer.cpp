@@ -35,7 +35,7 @@ constexpr std::uint32_t kRangeNotSatisfiable = 416;
 constexpr DWORD kContentEncoding = WINHTTP_QUERY_CONTENT_ENCODING;
 constexpr ULONGLONG kProgressIntervalMs = 100;
 
-/// Runs a step on the destination, whose failures name it.
+/// Runs a step on the destination. Failures of the step name the destination.
 template <typename Step>
 auto OnFile(Step step) {
   try {
@@ -97,7 +97,7 @@ class TransferRun {
     return OnFile([&] { return win32::ToSystemPath(request_.destination); });
   }
 
-  /// The answer that holds the file, or what is missing of it, or says that it has not changed.
+  /// The answer that contains the file or the missing part of it, or says that it has not changed.
   std::unique_ptr<HttpExchange> Ask() {
     auto answer = AskFor(store_.Fields());
     if (!IsUsable(*answer)) {
@@ -114,14 +114,14 @@ class TransferRun {
     return range && store_.IsRest(*range);
   }
 
-  /// Whether an answer other than the whole file is one that was asked for.
+  /// Whether an answer other than the whole file is one that was requested.
   bool IsAskedFor(std::uint32_t status, const std::string& fields) const {
     if (status == kNotModified) return !fields.empty() && store_.asks_whether_changed();
     return (status == kPartialContent || status == kRangeNotSatisfiable) && !fields.empty() &&
            store_.first() > 0;
   }
 
-  /// The answer from wherever the server sends the request on to.
+  /// The answer from wherever the server redirects the request.
   std::unique_ptr<HttpExchange> AskFor(const std::string& fields) const {
     const TransferSettings settings = ReadTransferSettings();
     TransferAddress address = AddressOf(request_, settings.plain_http_servers);
@@ -138,7 +138,7 @@ class TransferRun {
     throw TransferFailure("The server sent the request on too often");
   }
 
-  /// The answer of one server, behind a proxy that the user has signed on to if it wants that.
+  /// The answer of one server. If a proxy requires it, the user signs on first.
   std::unique_ptr<HttpExchange> AskAt(const TransferAddress& address,
                                       HttpExchange::Terms& terms) const {
     auto answer = std::make_unique<HttpExchange>(address, terms, cancel_);
@@ -151,7 +151,7 @@ class TransferRun {
     return answer;
   }
 
-  /// What the answer says of the file, after a look at whether there is room for it.
+  /// What the answer says about the file, after checking that there is room for it.
   TransferRecord Expect(const HttpExchange& answer) {
     const std::string encoding = answer.Field(kContentEncoding).value_or("identity");
     if (kitbay::base::ToLower(encoding) != "identity") {
@@ -173,14 +173,14 @@ class TransferRun {
     return record;
   }
 
-  /// An answer in chunks ends where its chunks end, whatever length it announces beside.
+  /// A chunked answer ends with its last chunk, whatever length it announces besides.
   static std::optional<std::uint64_t> Length(const HttpExchange& answer) {
     const auto length = answer.Field(WINHTTP_QUERY_CONTENT_LENGTH);
     if (!length || answer.Field(WINHTTP_QUERY_TRANSFER_ENCODING)) return std::nullopt;
     return AnnouncedLength(*length);
   }
 
-  /// Whether what comes is kept apart until it is whole, so that the transfer can go on later.
+  /// Whether the bytes are kept apart until they are complete, so that the transfer can be resumed.
   bool IsKept(const HttpExchange& answer, const TransferRecord& record) {
     if (answer.status() == kPartialContent) {
       if (store_.KeepRest()) return true;

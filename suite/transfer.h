@@ -7,10 +7,10 @@
 
 namespace ovalink {
 
-/// Carries a request out: fetches the file under a temporary name beside its destination and gives
-/// it its name when it is whole. Sends "Total-Length" and received counts when the server announces
-/// the length, at last either that it is complete or one failure; nothing more, and no file, once
-/// the event `cancel` is set. Lasts as long as the transfer.
+/// Carries out a request: fetches the file under a temporary name beside its destination and
+/// renames it when it is complete. If the server announces the length, sends "Total-Length" and the
+/// received counts. Finally sends either its completion or one failure. Once the event `cancel` is
+/// set, sends nothing more and leaves no file. Returns when the transfer has ended.
 void Transfer(const DownloadRequest& request, HANDLE cancel, const SendEvent& send);
 
 }  // namespace ovalink

@@ -60,8 +60,8 @@ Authority AuthorityOf(std::string_view text) {
   return authority;
 }
 
-/// A path for the request line: what may not stand there as it is, is written as "%XX". What is
-/// written so already stays; a fragment goes.
+/// A path for the request line: what may not appear there is written as "%XX". What is already
+/// written that way stays; a fragment is dropped.
 std::string EncodedPath(std::string_view path) {
   constexpr std::string_view kDigits = "0123456789ABCDEF";
   std::string encoded;
@@ -100,7 +100,7 @@ TransferAddress AddressAfterSlashes(bool is_secure, std::string_view text) {
   return AddressOf(is_secure, AuthorityOf(text.substr(0, end)), text.substr(end));
 }
 
-/// Whether `url` begins with the scheme `name` and "//"; takes both off if so.
+/// Whether `url` begins with the scheme `name` and "//"; removes both if so.
 bool TakeScheme(std::string_view& url, std::string_view name) {
   const std::string start = std::string(name) + "://";
   if (ToLower(url.substr(0, start.size())) != start) return false;
@@ -108,7 +108,7 @@ bool TakeScheme(std::string_view& url, std::string_view name) {
   return true;
 }
 
-/// `path`, which begins with "/", without its segments "." and "..". A query stays as it is.
+/// `path`, which begins with "/", without its segments "." and "..". A query is unchanged.
 std::string WithoutDotSegments(std::string_view path) {
   const std::string_view query = path.substr(std::min(path.find('?'), path.size()));
   path.remove_suffix(query.size());
@@ -128,7 +128,7 @@ std::string WithoutDotSegments(std::string_view path) {
   return resolved + std::string(query);
 }
 
-/// `location` where it is no whole URL: on the same server as `from`.
+/// The address of a `location` that is not a complete URL: on the same server as `from`.
 TransferAddress RelativeTo(const TransferAddress& from, std::string_view location) {
   if (location.starts_with("//")) return AddressAfterSlashes(from.is_secure, location.substr(2));
   const std::string base = from.path.substr(0, from.path.find('?'));
@@ -143,7 +143,7 @@ TransferAddress RelativeTo(const TransferAddress& from, std::string_view locatio
   return to;
 }
 
-/// Whether `text` begins with the scheme of a URL.
+/// Whether `text` begins with a URL scheme.
 bool HasScheme(std::string_view text) {
   const std::size_t colon = text.find(':');
   return colon != std::string_view::npos && text.find_first_of("/?#") > colon;
@@ -159,7 +159,7 @@ bool IsLoopback(std::string_view host) {
   for (auto& number : numbers) {
     const std::size_t end = std::min(rest.find('.'), rest.size());
     number = NumberIn(rest.substr(0, end), 0);
-    // With a zero before them the system takes the digits for octal ones.
+    // With a leading zero, the system would read the digits as octal.
     const bool is_octal = end > 1 && rest.front() == '0';
     if (!number || *number > 255 || is_octal) return false;
     if (&number == &numbers.back()) return end == rest.size() && numbers.front() == 127;
@@ -176,7 +176,7 @@ TransferAddress AddressOf(const DownloadRequest& request, std::string_view plain
     const bool is_plain = IsLoopback(server.host) || IsListed(server, plain_http_servers);
     return AddressOf(!is_plain, server, request.file_path);
   }
-  // Clients that split a URL at its slashes keep one or both of those that follow the scheme.
+  // Clients that split a URL at its slashes keep one or both of the slashes after the scheme.
   std::string_view rest = request.file_path;
   for (int slashes = 0; slashes < 2 && rest.starts_with('/'); ++slashes) rest.remove_prefix(1);
   const TransferAddress address = AddressAfterSlashes(scheme == "https:", rest);

@@ -12,10 +12,10 @@ struct TransferEvent {
   Kind kind;
   std::string file_path;
   std::string field_name;   ///< "Total-Length", "Received" or "Completed"
-  std::string field_value;  ///< or what went wrong
+  std::string field_value;  ///< or the description of the failure
 };
 
-/// Takes the events of a transfer, on the transfer's thread.
+/// Receives the events of a transfer, on the transfer's thread.
 using SendEvent = std::function<void(TransferEvent)>;
 
 }  // namespace ovalink

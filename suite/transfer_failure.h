@@ -6,7 +6,7 @@
 
 namespace ovalink {
 
-/// Ends a transfer; `text()` (UTF-8) tells the user why.
+/// Ends a transfer; `text()` (UTF-8) is the reason for the user.
 class TransferFailure : public std::exception {
  public:
   explicit TransferFailure(std::string text) : text_(std::move(text)) {}
@@ -24,7 +24,7 @@ class ConnectionLost : public TransferFailure {
   ConnectionLost() : TransferFailure("The server gave no whole answer") {}
 };
 
-/// The system has to send the request again, with what it knows by now.
+/// The system must send the request again, with what it has learned.
 class SendAgain : public TransferFailure {
  public:
   SendAgain() : TransferFailure("The server's answer was not understood") {}

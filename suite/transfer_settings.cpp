@@ -7,7 +7,7 @@
 namespace ovalink {
 namespace {
 
-/// A text of the key; "" when it is not there.
+/// A text value of the key; "" if it is missing.
 std::string SettingOf(const wchar_t* name) {
   std::wstring text;
   DWORD bytes = 0;

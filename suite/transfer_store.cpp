@@ -49,7 +49,7 @@ void DeleteOld(const std::wstring& folder) {
   }
 }
 
-/// The folder, with "\" at its end; "" where there can be none.
+/// The folder, with "\" at its end; "" if there can be none.
 std::wstring Folder() {
   std::array<wchar_t, MAX_PATH> local{};
   if (FAILED(SHGetFolderPathW(nullptr, CSIDL_LOCAL_APPDATA, nullptr, SHGFP_TYPE_CURRENT,
@@ -64,7 +64,7 @@ std::wstring Folder() {
   return folder + L"\\";
 }
 
-/// The sum of the file's bytes; 0 where it cannot be read.
+/// The checksum of the file's bytes; 0 if it cannot be read.
 std::uint64_t SumOfFile(const std::wstring& path) {
   try {
     return SumOf(win32::MakeFiles()->Read(win32::ToUtf8(path)));
@@ -82,7 +82,7 @@ TransferStore::TransferStore(const DownloadRequest& request, std::wstring destin
   const std::wstring folder = Folder();
   if (folder.empty()) return;
   DeleteOld(folder);
-  // That two destinations may share a name does no harm: the record tells them apart.
+  // Two destinations may share a name without harm: the record tells them apart.
   base_ = folder + std::to_wstring(SumOf(kitbay::base::ToLower(request.destination)));
   Load();
 }
@@ -99,7 +99,7 @@ void TransferStore::Load() {
   if (record_.sum != 0) {
     asks_whether_changed_ = SumOfFile(destination_) == record_.sum;
   } else if (IsStrong(record_.etag) && record_.length > 1) {
-    // One byte at least is asked for: for none there is no answer.
+    // At least one byte is requested: a request for none has no answer.
     first_ = std::min(LengthOf(BytesPath()), record_.length - 1);
   }
 }
@@ -128,7 +128,7 @@ bool TransferStore::KeepBytes(const TransferRecord& record) {
   record_.length = record.length;
   record_.sum = 0;
   Discard();
-  // The record is there before the first byte that it speaks of.
+  // The record is written before the first byte that it describes.
   return !base_.empty() && WriteRecord() && OpenBytes(CREATE_ALWAYS);
 }
 

@@ -11,16 +11,16 @@
 
 namespace ovalink {
 
-/// A transfer on a thread of its own, which ends with this object.
+/// A transfer on its own thread, which ends with this object.
 class TransferThread {
  public:
-  /// Starts it; `send` is called on that thread.
+  /// Starts it and calls `send` on that thread.
   TransferThread(DownloadRequest request, SendEvent send);
 
-  /// Cancels the transfer if it still runs.
+  /// Cancels the transfer if it is still running.
   ~TransferThread();
 
-  /// Whether the transfer has come to its end, and `send` is called no more.
+  /// Whether the transfer has ended, so that `send` is no longer called.
   bool HasEnded() const { return has_ended_; }
   TransferThread(const TransferThread&) = delete;
   TransferThread& operator=(const TransferThread&) = delete;

@@ -8,7 +8,7 @@
 
 namespace ovalink {
 
-/// XMLRPCTRANSPORT.xTransport: who is told of transfers.
+/// XMLRPCTRANSPORT.xTransport: who is notified of transfers.
 class Transport : public kitbay::platform::win32::DispatchObject<::IOvTransport> {
  public:
   STDMETHODIMP SetUp(IDispatch* receiver, IDispatch* session, IDispatch* user, IDispatch* settings,

@@ -97,7 +97,7 @@ void UrlDownload::StartNext() {
   }
 }
 
-// A message that tells of an event may have been lost, or the event itself.
+// The message for an event may have been lost, or the event itself.
 void UrlDownload::Look() {
   const ComPtr<IUnknown> alive(static_cast<::IURLDownload*>(this));
   const bool has_ended = running_ && running_->HasEnded();
@@ -108,12 +108,12 @@ void UrlDownload::Look() {
 
 void UrlDownload::Deliver(const TransferEvent& event) {
   if (event.kind != TransferEvent::Kind::kProgress) running_.reset();
-  // The receiver may do anything: ask for more, shut this object down, or let it go.
+  // The receiver may do anything: request more, shut this object down, or release it.
   const ComPtr<IDispatch> receiver = receiver_;
   try {
     if (receiver) Tell(*receiver.Get(), event);
   } catch (const std::exception&) {
-    // A receiver that fails has dealt with its own failure; there is nobody else to tell.
+    // A receiver that fails has handled its own failure; there is nobody else to report it to.
   }
   StartNext();
   if (window_ && !running_ && waiting_.empty()) window_->Watch(false);

@@ -15,7 +15,7 @@
 
 namespace ovalink {
 
-/// URLDownloadLib.URLDownload: fetches files one after the other.
+/// URLDownloadLib.URLDownload: fetches files one at a time.
 class UrlDownload : public kitbay::platform::win32::DispatchObject<::IURLDownload> {
  public:
   STDMETHODIMP SetUp(IDispatch* receiver, IDispatch* session, IDispatch* user, IDispatch* settings,
