@@ -4,7 +4,7 @@
 import assert from 'node:assert/strict';
 import fs from 'node:fs';
 import path from 'node:path';
-import { after, before, test } from 'node:test';
+import { after, afterEach, before, test } from 'node:test';
 import { UpdateSource } from '../../standins/update_source/server.mjs';
 import {
   allButtonsOn,
@@ -117,6 +117,8 @@ before(async () => {
   for (const { states } of Object.values(kOperations)) assert.notDeepEqual(states[0], states.at(-1));
   assert.equal(await kitbay.close(), 0);
 });
+// A program that a failed test left running would be in the next one's way.
+afterEach(() => kitbay.dispose());
 after(async () => {
   await kitbay?.dispose();
   await client.close();
@@ -242,9 +244,9 @@ async function killedAt(t, operation, arm, state, holds = () => true, prepare = 
     await killDuring(operation, arm);
     source.behave();
     const isMet = stateOf(operation) === state && holds();
-    await kitbay.dispose();
     if (isMet) return t.diagnostic(`${kills} kills`);
     assert.notEqual(patience.left, 0, `${kills} kills have not met the point`);
+    await kitbay.dispose();
   }
 }
 

@@ -82,9 +82,14 @@ export class BrowserPage extends EventEmitter {
 
   /** A command that waits for those sent this way before it: input and pictures disturb each other. */
   sendInTurn(method, params = {}) {
-    const answer = this.#turn.then(() => this.send(method, params));
+    const answer = this.sendAfterTurn(method, params);
     this.#turn = answer.catch(() => {});
     return answer;
+  }
+
+  /** The same for a command that those sent in turn after it do not wait for. */
+  sendAfterTurn(method, params = {}) {
+    return this.#turn.then(() => this.send(method, params));
   }
 
   /** Listens to an event of this page. */

@@ -3,9 +3,12 @@ import { EventEmitter } from 'node:events';
 /** A command that the browser refused, or that the end of the browser left without an answer. */
 export class DevToolsError extends Error {}
 
+const kLateMs = 60000;
+
 /**
  * The DevTools protocol over a pair of pipes: messages are JSON texts, each ended by a NUL.
- * Emits every event of the browser under its method name as (params, sessionId), and 'end' once.
+ * Emits every event of the browser under its method name as (params, sessionId), and 'end' once. Logs a
+ * command that the browser has left unanswered for a minute.
  */
 export class DevToolsPipe extends EventEmitter {
   #output;
@@ -30,7 +33,9 @@ export class DevToolsPipe extends EventEmitter {
     if (this.#ended) return Promise.reject(new DevToolsError(`${method}: the browser has ended`));
     return new Promise((resolve, reject) => {
       const id = ++this.#lastId;
-      this.#waiting.set(id, { method, resolve, reject });
+      const late = setTimeout(() => console.error(`${method} ${JSON.stringify(params)} is unanswered`), kLateMs);
+      late.unref();
+      this.#waiting.set(id, { method, resolve, reject, late });
       this.#output.write(`${JSON.stringify({ id, method, params, sessionId })}\0`);
     });
   }
@@ -51,8 +56,9 @@ export class DevToolsPipe extends EventEmitter {
       this.emit(message.method, message.params, message.sessionId);
       return;
     }
-    const { method, resolve, reject } = this.#waiting.get(message.id);
+    const { method, resolve, reject, late } = this.#waiting.get(message.id);
     this.#waiting.delete(message.id);
+    clearTimeout(late);
     if (message.error) reject(new DevToolsError(`${method}: ${message.error.message}`));
     else resolve(message.result);
   }
@@ -60,7 +66,8 @@ export class DevToolsPipe extends EventEmitter {
   #end() {
     if (this.#ended) return;
     this.#ended = true;
-    for (const { method, reject } of this.#waiting.values()) {
+    for (const { method, reject, late } of this.#waiting.values()) {
+      clearTimeout(late);
       reject(new DevToolsError(`${method}: the browser has ended`));
     }
     this.#waiting.clear();

@@ -17,8 +17,6 @@ export class Input extends EventEmitter {
   #page;
   #releases = 0;
   #keys = 0;
-  #isMoving = false;
-  #heldMove;
 
   constructor(page) {
     super();
@@ -39,8 +37,8 @@ export class Input extends EventEmitter {
       button: type === 'mouseMoved' && buttons & kLeftButton ? 'left' : button,
       ...(type === 'mouseWheel' ? { deltaX: dx, deltaY: dy } : {}),
     };
-    if (type === 'mouseMoved') this.#move(event);
-    else this.#dispatchMouse(event);
+    const sent = this.#send('Input.dispatchMouseEvent', event);
+    if (type === 'mouseReleased') this.#count(sent, () => (this.#releases += 1));
   }
 
   /** `message` is {type: 'rawKeyDown' | 'keyUp' | 'char', vk, text, mods}. */
@@ -53,33 +51,19 @@ export class Input extends EventEmitter {
     if (type === 'keyUp') this.#count(sent, () => (this.#keys += 1));
   }
 
-  /** Of the moves that come while one is on its way only the newest counts. */
-  async #move(event) {
-    this.#heldMove = event;
-    if (this.#isMoving) return;
-    this.#isMoving = true;
-    while (this.#heldMove) {
-      const move = this.#heldMove;
-      this.#heldMove = undefined;
-      await this.#send('Input.dispatchMouseEvent', move);
-    }
-    this.#isMoving = false;
-  }
-
-  #dispatchMouse(event) {
-    this.#heldMove = undefined;
-    const sent = this.#send('Input.dispatchMouseEvent', event);
-    if (event.type === 'mouseReleased') this.#count(sent, () => (this.#releases += 1));
-  }
-
   async #count(sent, add) {
     await sent;
     add();
     this.emit('taken');
   }
 
-  /** Input that the page can no longer take is lost, as on any closing window. */
+  /**
+   * Input that the page can no longer take is lost, as on any closing window. Nothing waits for the
+   * answer to a move: the engine gives it with the page's next picture, and there may be none before
+   * the button that follows.
+   */
   #send(method, params) {
-    return this.#page.sendInTurn(method, params).catch(() => {});
+    const send = params.type === 'mouseMoved' ? 'sendAfterTurn' : 'sendInTurn';
+    return this.#page[send](method, params).catch(() => {});
   }
 }

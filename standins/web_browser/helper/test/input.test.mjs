@@ -1,6 +1,7 @@
 import assert from 'node:assert/strict';
 import { once } from 'node:events';
 import { after, before, beforeEach } from 'node:test';
+import { BrowserPage } from '../browser_page.mjs';
 import { Input } from '../input.mjs';
 import { test, TestBrowser } from './support.mjs';
 
@@ -76,4 +77,15 @@ test('of many moves at once the last one counts and the press comes after it', a
   assert.equal(await until('globalThis.heard.at(-1) === "mousedown50"'), true);
   const moves = await browser.page.evaluate('globalThis.heard.length');
   assert.ok(moves < 20, `${moves} events`);
+});
+
+test('a button does not wait for a move that the engine leaves unanswered', async () => {
+  const pipe = { on: () => {}, send: (_, { type }) => (type === 'mouseMoved' ? new Promise(() => {}) : Promise.resolve()) };
+  const mouse = new Input(new BrowserPage(pipe, null));
+  const at = (type, buttons) => mouse.mouse({ type, x: 1, y: 1, button: 'left', buttons, count: 1, mods: 0 });
+  at('mouseMoved', 0);
+  at('mousePressed', 1);
+  at('mouseReleased', 0);
+  await once(mouse, 'taken');
+  assert.equal(mouse.taken.releases, 1);
 });
