@@ -7,7 +7,7 @@
 namespace kitbay::platform::win32 {
 namespace {
 
-// Offline, an image of another machine is not fetched, while the page's own files still are.
+// Offline, the control fetches no image from another machine, but still loads the page's own files.
 constexpr LONG kDownloadControl = DLCTL_DLIMAGES | DLCTL_NO_SCRIPTS | DLCTL_NO_JAVA |
                                   DLCTL_NO_RUNACTIVEXCTLS | DLCTL_NO_DLACTIVEXCTLS |
                                   DLCTL_NO_FRAMEDOWNLOAD | DLCTL_NO_BEHAVIORS |

@@ -5,9 +5,8 @@
 
 namespace kitbay::platform::win32 {
 
-/// What the control is told about where it lives: which of a page's contents it may load and run.
-/// Texts from update sources go into the page as markup, so that nothing but the page's own images
-/// is allowed.
+/// Tells the control which of a page's contents it may load and run. Texts from update sources go
+/// into the page as markup, so only the page's own images are allowed.
 class AmbientPropertiesPart : public EventPart<IDispatch> {
  public:
   explicit AmbientPropertiesPart(const BrowserSiteStateRef&) {}

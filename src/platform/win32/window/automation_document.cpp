@@ -25,9 +25,9 @@ class AutomationNodeList final : public HtmlNodeList {
 }  // namespace
 
 HtmlNodeRef AutomationDocument::AllItem(const std::string& id) const {
-  // An empty text names nothing, not the elements without an id.
+  // An empty text names nothing; it does not name the elements without an id.
   if (id.empty()) return nullptr;
-  // The index asks for the first one of several; without it there would be a list of them.
+  // The index requests the first of several; without it they would come as a list.
   return ToNode(CallMethod(*RequireObject(*document_.Get(), "all").Get(), "item", {id, 0}));
 }
 

@@ -29,7 +29,7 @@ class AutomationDocument final : public HtmlDocument {
   KeyPress EventKey() const override;
 
  private:
-  /// The event being handled; null when none is.
+  /// The event being handled; null if there is none.
   Microsoft::WRL::ComPtr<IDispatch> Event() const;
 
   Microsoft::WRL::ComPtr<IDispatch> document_;

@@ -21,7 +21,7 @@ HtmlNodeRef ItemOf(IDispatch& list, int index) {
   try {
     return ToNode(CallMethod(list, "item", {index}));
   } catch (const base::Failure& failure) {
-    // Lists of elements return nothing past their end, lists of nodes refuse the index.
+    // Lists of elements return nothing past their end; lists of nodes refuse the index.
     if (failure.number() == E_INVALIDARG) return nullptr;
     throw;
   }

@@ -57,23 +57,24 @@ class AutomationNode final : public HtmlNode {
   std::string Text(const char* member) const;
   void Put(const char* member, const Variant& value);
 
-  /// The object behind a handle. Fails with 91 for an empty handle and those of other documents.
+  /// The object behind a handle. Fails with 91 for an empty handle and for handles of other
+  /// documents.
   static IDispatch* ObjectOf(const HtmlNodeRef& node);
 
   Microsoft::WRL::ComPtr<IDispatch> node_;
 };
 
-/// The node that a member returned; an empty handle for nothing.
+/// The node that a member returned; an empty handle if it returned nothing.
 HtmlNodeRef ToNode(const Variant& value);
 
-/// The object that `member` of `object` returns. Fails with 91 when it returns none.
+/// The object that `member` of `object` returns. Fails with 91 if it returns none.
 Microsoft::WRL::ComPtr<IDispatch> RequireObject(IDispatch& object, const char* member);
 
 /// The member at `index` of a list of nodes; an empty handle past its end.
 HtmlNodeRef ItemOf(IDispatch& list, int index);
 
-/// All members of a list of nodes, fetched many at a time through its enumerator. Fails with 13
-/// when it has none.
+/// All members of a list of nodes, fetched in batches through its enumerator. Fails with 13 if it
+/// has no enumerator.
 std::vector<HtmlNodeRef> AllOf(IDispatch& list);
 
 }  // namespace kitbay::platform::win32

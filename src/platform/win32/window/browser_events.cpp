@@ -10,8 +10,7 @@
 namespace kitbay::platform::win32 {
 namespace {
 
-/// The argument at `position`, counted from the first one as the event is written down; an empty
-/// one when there are fewer.
+/// The argument at `position` in the event's declaration; an empty one if there are fewer.
 VARIANT Argument(const DISPPARAMS& parameters, UINT position) {
   VARIANT argument;
   VariantInit(&argument);

@@ -11,16 +11,16 @@
 
 namespace kitbay::platform::win32 {
 
-/// The control's own events: lets it load the one page that it was given, and nothing else.
+/// The control's own events: allows it to load the one page that it was given, and nothing else.
 class BrowserEventsPart : public EventPart<DWebBrowserEvents2> {
  public:
   explicit BrowserEventsPart(BrowserSiteStateRef state) : state_(std::move(state)) {}
 
-  /// The control is about to be given the page at `path`. `browser` is the control itself, as
-  /// opposed to the browsers of frames.
+  /// The control is about to get the page at `path`. `browser` is the control itself, as opposed to
+  /// the browsers of frames.
   void ExpectPage(IUnknown* browser, const std::string& path);
 
-  /// The control is about to go; from now on every page is cancelled.
+  /// The control is about to be closed; from now on every page is cancelled.
   void ExpectNothing();
 
   HRESULT STDMETHODCALLTYPE Invoke(DISPID event, REFIID, LCID, WORD, DISPPARAMS* parameters,
@@ -34,7 +34,8 @@ class BrowserEventsPart : public EventPart<DWebBrowserEvents2> {
   BrowserSiteStateRef state_;
   // Not a reference: the control holds this sink.
   IUnknown* browser_ = nullptr;
-  // Set until the page has loaded; a later visit to the same address is not ours.
+  // Set until the page has loaded; a later visit to the same address was not started by the
+  // program.
   std::string expected_path_;
 };
 

@@ -7,7 +7,7 @@
 
 namespace kitbay::platform::win32 {
 
-/// The window as the frame of its active control. It lends no menus, toolbar space or status text.
+/// The window as the frame of its active control. It offers no menus, toolbar space or status text.
 class InPlaceFramePart : public IOleInPlaceFrame {
  public:
   using Interface = IOleInPlaceFrame;

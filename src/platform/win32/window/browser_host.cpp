@@ -12,7 +12,7 @@ using Microsoft::WRL::ComPtr;
 
 RECT ToRect(const Rectangle& place) { return {place.left, place.top, place.right, place.bottom}; }
 
-/// A new control has to be told that it starts without stored settings.
+/// A new control must be told that it starts without stored settings.
 void InitializeNew(IUnknown& control) {
   ComPtr<IPersistStreamInit> storage;
   if (SUCCEEDED(control.QueryInterface(IID_PPV_ARGS(&storage)))) storage->InitNew();
@@ -40,7 +40,7 @@ BrowserHost::BrowserHost(HWND window, const Rectangle& place, BrowserOwner& owne
     Check(control_.As(&state_->in_place_object));
     connection_ = Connection(*browser_.Get(), __uuidof(DWebBrowserEvents2), *events_.Get());
   } catch (...) {
-    // The control and its site hold each other.
+    // The control and its site reference each other.
     state_->in_place_object.Reset();
     state_->active_object.Reset();
     control_->Close(OLECLOSE_NOSAVE);
@@ -106,7 +106,7 @@ void BrowserHost::TakeFocus(MSG* tab) {
 }
 
 bool BrowserHost::TranslateKey(MSG& message) {
-  // Held here: handling the key may deactivate the page.
+  // Keeps a reference: handling the key may deactivate the page.
   const ComPtr<IOleInPlaceActiveObject> active = state_->active_object;
   return active != nullptr && active->TranslateAccelerator(&message) == S_OK;
 }

@@ -29,21 +29,22 @@ class BrowserHost {
   void Move(const Rectangle& place);
   void Navigate(const std::string& path);
 
-  /// Shows the page at that zoom, in percent. An engine without zoom shows it as it is.
+  /// Shows the page at that zoom, in percent. An engine without zoom shows it unchanged.
   void Zoom(int percent);
 
-  /// The document of the page. Fails with 91 when there is none.
+  /// The document of the page. Fails with 91 if there is none.
   Microsoft::WRL::ComPtr<IDispatch> Document() const;
 
   bool HasFocus() const;
 
-  /// Whether a window is the control's, or within it.
+  /// Whether the window is the control's, or lies within it.
   bool Contains(HWND window) const;
 
-  /// Gives the focus to the page; with a Tab key's message to its first or last element.
+  /// Gives the focus to the page; with the message of a Tab key, to the page's first or last
+  /// element.
   void TakeFocus(MSG* tab);
 
-  /// Offers a key to the page; true when the page has used it.
+  /// Offers a key to the page; true if the page has used it.
   bool TranslateKey(MSG& message);
 
   void OnWindowActivate(bool active);

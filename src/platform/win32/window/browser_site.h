@@ -26,7 +26,7 @@ class ClientSitePart : public IOleClientSite {
   HRESULT STDMETHODCALLTYPE RequestNewObjectLayout() override { return E_NOTIMPL; }
 };
 
-/// The place in the window that the control lies in. The window alone decides on it.
+/// The control's place in the window. Only the window decides on it.
 class InPlaceSitePart : public IOleInPlaceSite {
  public:
   using Interface = IOleInPlaceSite;

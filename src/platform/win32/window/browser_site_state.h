@@ -9,7 +9,7 @@
 
 namespace kitbay::platform::win32 {
 
-/// What a browser control asks of the window that it lies in.
+/// What a browser control needs from the window that it lies in.
 class BrowserOwner {
  public:
   virtual ~BrowserOwner() = default;
@@ -17,12 +17,12 @@ class BrowserOwner {
   /// The page given to the control has loaded.
   virtual void PageComplete() = 0;
 
-  /// The focus passed the last element of the page; the first one when `backwards`.
+  /// The focus moved past the last element of the page, or past the first one if `backwards`.
   virtual void FocusLeftPage(bool backwards) = 0;
 };
 
 /// What the parts of the control's container share. The control may hold them longer than the
-/// window lives: `window` is null and `owner` empty from then on.
+/// window lives; from then on `window` is null and `owner` empty.
 struct BrowserSiteState {
   HWND window = nullptr;
   BrowserOwner* owner = nullptr;

@@ -10,13 +10,13 @@ namespace kitbay::platform::win32 {
 struct ChildWindow {
   const wchar_t* window_class;
   const wchar_t* caption = L"";
-  DWORD style = WS_VISIBLE;  ///< beside WS_CHILD
+  DWORD style = WS_VISIBLE;  ///< in addition to WS_CHILD
   DWORD extended_style = 0;
   int id = 0;
 };
 
-/// Creates the control in `parent`, with which it goes. Throws `base::Failure` with the HRESULT
-/// when it cannot be created.
+/// Creates the control in `parent`, with which it is destroyed. Throws `base::Failure` with the
+/// HRESULT on failure.
 HWND CreateChildWindow(HWND parent, const ChildWindow& control);
 
 /// A push button that Tab reaches.

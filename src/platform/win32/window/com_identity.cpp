@@ -10,7 +10,7 @@ bool IsSameObject(IUnknown* first, IUnknown* second) {
   Microsoft::WRL::ComPtr<IUnknown> other_identity;
   if (FAILED(first->QueryInterface(IID_PPV_ARGS(&identity)))) return false;
   if (FAILED(second->QueryInterface(IID_PPV_ARGS(&other_identity)))) return false;
-  // The pointers themselves: this toolchain's ComPtr compares no more than whether both are null.
+  // Compares the pointers themselves: this toolchain's ComPtr only compares whether both are null.
   return identity.Get() == other_identity.Get();
 }
 

@@ -6,7 +6,7 @@
 
 namespace kitbay::platform::win32 {
 
-/// Whether two references are to one object: they answer with the same IUnknown. Null is no object.
+/// Whether two references are to one object: they return the same IUnknown. Null is no object.
 bool IsSameObject(IUnknown* first, IUnknown* second);
 
 }  // namespace kitbay::platform::win32

@@ -13,8 +13,8 @@
 
 namespace kitbay::platform::win32 {
 
-/// Whether an object with `Interface` answers for `id`: for the interface itself and for those that
-/// it extends.
+/// Whether an object with `Interface` supports `id`: the interface itself and those that it
+/// extends.
 template <class Interface>
 bool AnswersFor(REFIID id) {
   return id == __uuidof(Interface) ||
@@ -22,9 +22,9 @@ bool AnswersFor(REFIID id) {
          (std::is_base_of_v<IOleWindow, Interface> && id == __uuidof(IOleWindow));
 }
 
-/// A COM object put together from parts, created with one reference. Each part implements the
-/// methods of one interface, which it names as `Interface`, and leaves those of IUnknown to this
-/// class. Every part is made from the same state.
+/// A COM object composed of parts, created with one reference. Each part implements the methods of
+/// one interface, which it names as `Interface`, and leaves those of IUnknown to this class. Every
+/// part is constructed from the same state.
 template <class FirstPart, class... Parts>
 class ObjectOfParts : public CountedObject<FirstPart, Parts...> {
  public:
@@ -53,7 +53,7 @@ class ObjectOfParts : public CountedObject<FirstPart, Parts...> {
   }
 };
 
-/// A part for an event interface: late-bound calls only, without type information.
+/// A part for an event interface: supports only late-bound calls, without type information.
 template <class EventInterface>
 class EventPart : public EventInterface {
  public:

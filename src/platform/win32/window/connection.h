@@ -7,13 +7,13 @@
 
 namespace kitbay::platform::win32 {
 
-/// A sink's connection to an object's events, cut when this object goes.
+/// A sink's connection to an object's events, closed when this object is destroyed.
 class Connection {
  public:
   Connection() = default;
 
-  /// Throws `base::Failure` with the HRESULT when `source` has no events of that kind or refuses
-  /// the sink.
+  /// Throws `base::Failure` with the HRESULT if `source` has no events of that kind or refuses the
+  /// sink.
   Connection(IUnknown& source, REFIID events, IUnknown& sink);
   ~Connection() { Cut(); }
   Connection(Connection&& other) noexcept;

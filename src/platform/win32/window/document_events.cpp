@@ -48,7 +48,7 @@ class DocumentEventSinkPart : public EventPart<HTMLDocumentEvents> {
   }
 
  private:
-  /// False takes back what the page would do on the event.
+  /// False cancels what the page would do on the event.
   static HRESULT Answer(bool go_on, VARIANT* result) {
     if (result == nullptr) return S_OK;
     result->vt = VT_BOOL;
@@ -99,7 +99,7 @@ DocumentEvents::DocumentEvents(IDispatch& document, HtmlDocumentEvents& events)
     window_connection_ = Connection(*RequireObject(document, "parentWindow").Get(),
                                     __uuidof(HTMLWindowEvents), *window_sink_.Get());
   } catch (const base::Failure&) {
-    // A window that tells nothing of its size: the lists keep the height they were filled at.
+    // A window that does not report its size: the lists keep the height at which they were filled.
   }
 }
 

@@ -13,10 +13,10 @@ namespace kitbay::platform::win32 {
 class DocumentEventSink;
 class WindowEventSink;
 
-/// Passes the events of a document and its window on for as long as it lives.
+/// Passes on the events of a document and its window for as long as it lives.
 class DocumentEvents {
  public:
-  /// Throws `base::Failure` with the HRESULT when the events cannot be had.
+  /// Throws `base::Failure` with the HRESULT if it cannot connect to the events.
   DocumentEvents(IDispatch& document, HtmlDocumentEvents& events);
   ~DocumentEvents();
   DocumentEvents(const DocumentEvents&) = delete;

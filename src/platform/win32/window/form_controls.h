@@ -17,10 +17,10 @@ inline constexpr int kHelpId = 103;
 inline constexpr int kStatusBarId = 104;
 inline constexpr int kProgressBarId = 105;
 
-/// The main window's native controls. They belong to their window and go with it.
+/// The main window's native controls. They are destroyed with their window.
 class FormControls {
  public:
-  /// Throws `base::Failure` with the HRESULT when a control cannot be created.
+  /// Throws `base::Failure` with the HRESULT if a control cannot be created.
   FormControls(HWND form, MainWindowEvents& events);
 
   HWND directories() const { return directories_; }
@@ -31,10 +31,10 @@ class FormControls {
 
   void SetResolution(int dpi);
 
-  /// Puts the controls in their places and returns the browser's.
+  /// Moves the controls to their places and returns the browser's place.
   Rectangle LayOut();
 
-  /// The button whose caption underlines `letter`; null when there is none.
+  /// The button whose caption underlines `letter`; null if there is none.
   HWND ButtonOfMnemonic(wchar_t letter) const;
 
  private:

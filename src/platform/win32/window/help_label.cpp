@@ -17,7 +17,7 @@ constexpr const wchar_t* kHelpCaption = L"Help";
 constexpr int kInvalidPicture = 481;
 constexpr COLORREF kLinkColour = RGB(0, 80, 176);
 
-/// The scheme's own link colour belongs to its windows' background, which the strip need not have.
+/// The scheme's own link colour is meant for window backgrounds, which may differ from the strip's.
 COLORREF LinkColour() {
   HIGHCONTRASTW contrast{};
   contrast.cbSize = sizeof(contrast);
@@ -47,7 +47,7 @@ void HelpLabel::SetCursorFile(const std::string& path) {
   UniqueCursor loaded(static_cast<HCURSOR>(
       LoadImageW(nullptr, file.c_str(), IMAGE_CURSOR, 0, 0, LR_LOADFROMFILE | LR_DEFAULTSIZE)));
   if (!loaded) throw base::Failure(kInvalidPicture, "Invalid picture");
-  // The earlier one may be on the screen: it goes only after the new one is.
+  // The earlier cursor may be on the screen, so it is destroyed only after the new one is set.
   const UniqueCursor earlier = std::exchange(cursor_, std::move(loaded));
   POINT mouse{};
   if (GetCursorPos(&mouse) && WindowFromPoint(mouse) == window_) ShowCursor();
@@ -98,7 +98,7 @@ LRESULT CALLBACK HelpLabel::Subclass(HWND window, UINT message, WPARAM wparam, L
         break;
     }
   } catch (...) {
-    // Nothing may pass into the system; the message is handled as usual.
+    // No exception may pass into the system; the message is handled as usual.
   }
   return DefSubclassProc(window, message, wparam, lparam);
 }

@@ -10,8 +10,8 @@
 
 namespace kitbay::platform::win32 {
 
-/// The label "Help" in the looks of a link, with a cursor of its own. Its clicks come to the parent
-/// window as STN_CLICKED.
+/// The label "Help", which looks like a link and has its own cursor. Clicks reach the parent window
+/// as STN_CLICKED.
 class HelpLabel {
  public:
   HelpLabel(HWND parent, int id, MainWindowEvents& events);
@@ -20,8 +20,8 @@ class HelpLabel {
 
   HWND window() const { return window_; }
 
-  /// Loads the cursor file at `path`. Fails with 53 when there is no such file, with 481 when it is
-  /// no cursor; the cursor stays as it was then.
+  /// Loads the cursor file at `path`. Fails with 53 if there is no such file, with 481 if it is not
+  /// a cursor; the previous cursor then stays.
   void SetCursorFile(const std::string& path);
 
   void SetResolution(int dpi);

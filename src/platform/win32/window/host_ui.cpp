@@ -10,7 +10,7 @@ namespace {
 
 using Microsoft::WRL::ComPtr;
 
-/// Whether the key does no more than move within the page, press its buttons, or copy from it.
+/// Whether the key only moves within the page, presses its buttons, or copies from it.
 bool IsKeyOfPage(WPARAM key) {
   if (IsDown(VK_MENU)) return false;
   if (IsDown(VK_CONTROL)) return key == 'C' || key == 'A' || key == VK_INSERT;

@@ -9,8 +9,8 @@
 
 namespace kitbay::platform::win32 {
 
-/// What the control shows around the page: no border, no menu but "Copy", no browser's keys, and
-/// nothing can be dropped on it.
+/// What the control shows around the page: no border, and no menu but "Copy". The browser's own
+/// keys are off, and nothing can be dropped on the page.
 class HostUiPart : public IDocHostUIHandler {
  public:
   using Interface = IDocHostUIHandler;

@@ -4,7 +4,7 @@
 
 namespace kitbay::platform::win32 {
 
-/// Whether the key is held, as of the message that is being handled.
+/// Whether the key is down, as of the message being handled.
 inline bool IsDown(int key) { return GetKeyState(key) < 0; }
 
 }  // namespace kitbay::platform::win32

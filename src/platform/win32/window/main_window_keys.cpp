@@ -4,8 +4,8 @@
 #include "platform/win32/window/key_state.h"
 #include "platform/win32/window/win32_main_window.h"
 
-// The main window's keyboard: what it takes itself, what it offers to the page, and the way of the
-// focus from the page to the buttons and back.
+// The main window's keyboard: which keys it handles itself, which it offers to the page, and how
+// the focus moves from the page to the buttons and back.
 namespace kitbay::platform::win32 {
 namespace {
 
@@ -25,12 +25,12 @@ bool Win32MainWindow::HandleKey(MSG& message) {
   try {
     return HandleOwnKey(message);
   } catch (...) {
-    // The page refused the key: it goes its usual way.
+    // The page refused the key, which is then handled as usual.
     return false;
   }
 }
 
-// With Control held down the wheel would zoom the page away from the window's own resolution.
+// With Control held down, the wheel would zoom the page away from the window's own resolution.
 bool Win32MainWindow::HandleWheel(const MSG& message) {
   return (GET_KEYSTATE_WPARAM(message.wParam) & MK_CONTROL) != 0 && browser_ != nullptr &&
          browser_->Contains(message.hwnd);
@@ -90,7 +90,7 @@ void Win32MainWindow::FocusLeftPage(bool backwards) {
 
 void Win32MainWindow::FocusControl(HWND control) {
   SetFocus(control);
-  // The user works with the keyboard: let the focus and the underlined letters be seen.
+  // The user is using the keyboard: shows the focus and the underlined letters.
   SendMessageW(window_, WM_CHANGEUISTATE, MAKEWPARAM(UIS_CLEAR, UISF_HIDEFOCUS | UISF_HIDEACCEL),
                0);
 }

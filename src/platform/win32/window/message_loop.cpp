@@ -26,7 +26,7 @@ bool Win32MessageLoop::IsHandledByFilter(MSG& message) {
   const bool is_key = message.message >= WM_KEYFIRST && message.message <= WM_KEYLAST;
   const bool is_wheel = message.message == WM_MOUSEWHEEL;
   if (!is_key && !is_wheel) return false;
-  // Copied: a key may close the window whose filter is being asked.
+  // Copied, because a key may close the window whose filter is being called.
   const std::vector<KeyFilter*> filters = filters_;
   return std::any_of(filters.begin(), filters.end(), [&](KeyFilter* filter) {
     const bool is_still_there =

@@ -8,12 +8,12 @@
 
 namespace kitbay::platform::win32 {
 
-/// Sees the messages of keyboard and wheel before the windows that they are for.
+/// Sees keyboard and wheel messages before their windows do.
 class KeyFilter {
  public:
   virtual ~KeyFilter() = default;
 
-  /// Whether the message has been dealt with and goes no further.
+  /// Whether the message has been handled and goes no further.
   virtual bool HandleKey(MSG& message) = 0;
   virtual bool HandleWheel(const MSG& /*message*/) { return false; }
 };
@@ -23,7 +23,7 @@ class Win32MessageLoop final : public MessageLoop {
   void Run() override;
   void Quit() override;
 
-  /// `filter` is asked until it is removed.
+  /// `filter` is called until it is removed.
   void AddKeyFilter(KeyFilter& filter);
   void RemoveKeyFilter(KeyFilter& filter);
 

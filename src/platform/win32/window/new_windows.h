@@ -10,7 +10,7 @@
 
 namespace kitbay::platform::win32 {
 
-/// Where the control asks for the services below.
+/// Where the control gets the services below.
 class ServiceProviderPart : public IServiceProvider {
  public:
   using Interface = IServiceProvider;

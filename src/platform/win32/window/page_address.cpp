@@ -42,7 +42,7 @@ bool StartsWithDrive(std::string_view path) {
   return path.size() >= 2 && std::isalpha(static_cast<unsigned char>(path[0])) && path[1] == ':';
 }
 
-/// The path that follows "file:": a drive's after any number of slashes, a server's after two.
+/// The path after "file:": a drive's after any number of slashes, a server's after two.
 std::string PathOfFileUrl(std::string_view rest) {
   std::string path = Canonical(WithoutEscapes(rest));
   const std::size_t start = std::min(path.find_first_not_of('\\'), path.size());

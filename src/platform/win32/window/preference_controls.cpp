@@ -12,13 +12,13 @@
 namespace kitbay::platform::win32 {
 namespace {
 
-// What stands between the lines of text of two rows of the list.
+// The space between the lines of text of two rows of the list.
 constexpr int kRowGap = 5;
 
 }  // namespace
 
-// The label stands directly before the text box, so that programs that read the screen take it for
-// the box's name.
+// The label is created directly before the text box, so that screen readers take it for the box's
+// name.
 PreferenceControls::PreferenceControls(HWND dialog)
     : dialog_(dialog),
       label_(CreateChildWindow(
@@ -59,14 +59,14 @@ void PreferenceControls::SetResolution(int dpi) {
   for (const HWND control : {label_, url_box_, add_, remove_, close_, status_bar_}) {
     SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(font.get()), TRUE);
   }
-  // The list has the earlier one until then.
+  // The list uses the earlier font until then.
   const UniqueFont earlier = std::exchange(font_, std::move(font));
   list_.SetFont(font_.get(), LineHeight() + ScaleToDpi(kRowGap, dpi));
 }
 
 void PreferenceControls::LayOut() {
   SendMessageW(status_bar_, WM_SIZE, 0, 0);
-  // The size grip of the earlier size must not stay.
+  // The size grip at its earlier place must not stay visible.
   InvalidateRect(status_bar_, nullptr, TRUE);
   RECT client{};
   GetClientRect(dialog_, &client);

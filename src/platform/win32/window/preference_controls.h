@@ -18,11 +18,10 @@ inline constexpr int kRemoveId = 204;
 inline constexpr int kPreferenceCloseId = 205;
 inline constexpr int kPreferenceStatusId = 206;
 
-/// The dialog's controls, in the order in which Tab goes through them. They belong to their window
-/// and go with it.
+/// The dialog's controls, in Tab order. They are destroyed with their window.
 class PreferenceControls {
  public:
-  /// Throws `base::Failure` with the HRESULT when a control cannot be created.
+  /// Throws `base::Failure` with the HRESULT if a control cannot be created.
   explicit PreferenceControls(HWND dialog);
 
   HWND url_box() const { return url_box_; }

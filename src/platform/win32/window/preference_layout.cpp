@@ -33,7 +33,7 @@ PreferenceLayout LayOutPreferences(Extent client, int status_bar_height, int tex
   const int box_top = row_top + (button.height - box_height) / 2;
   const int list_top = row_bottom + gap;
   const int remove_bottom = list_top + button.height;
-  // The Close button never rises over the other.
+  // The Close button never overlaps the other one.
   const int list_bottom =
       std::max(client.height - status_bar_height - margin, remove_bottom + gap + button.height);
 

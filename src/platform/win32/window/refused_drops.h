@@ -4,7 +4,7 @@
 
 namespace kitbay::platform::win32 {
 
-/// A drop target that takes nothing.
+/// A drop target that accepts nothing.
 class RefusedDropsPart : public IDropTarget {
  public:
   using Interface = IDropTarget;

@@ -22,7 +22,7 @@ Extent ScaleToDpi(Extent logical, int dpi) {
 }
 
 int DpiOfWindow(HWND window) {
-  // Looked up: systems before Windows 10 have one resolution for all windows.
+  // Looked up, because systems before Windows 10 have one resolution for all windows.
   using GetDpi = UINT(WINAPI*)(HWND);
   const FARPROC address = GetProcAddress(GetModuleHandleW(L"user32.dll"), "GetDpiForWindow");
   GetDpi get_dpi = nullptr;

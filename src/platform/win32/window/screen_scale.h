@@ -6,7 +6,7 @@
 
 namespace kitbay::platform::win32 {
 
-/// Sizes are given for a screen of 96 dots per inch and scaled to the window's own.
+/// Sizes are given for a screen of 96 dots per inch and scaled to the window's own resolution.
 inline constexpr int kLogicalDpi = 96;
 
 /// Width and height in pixels.
@@ -15,17 +15,18 @@ struct Extent {
   int height = 0;
 };
 
-/// `logical` pixels of 96 dots per inch as pixels of `dpi` dots per inch, rounded to nearest.
+/// Converts `logical` pixels of 96 dots per inch to pixels of `dpi` dots per inch, rounded to
+/// nearest.
 int ScaleToDpi(int logical, int dpi);
 Extent ScaleToDpi(Extent logical, int dpi);
 
-/// The message that a window's resolution changes, WM_DPICHANGED, which older headers lack.
+/// WM_DPICHANGED, the message that a window's resolution changes; older headers lack it.
 inline constexpr UINT kDpiChanged = 0x02E0;
 
 /// The dots per inch at which the window is shown.
 int DpiOfWindow(HWND window);
 
-/// The program's font, Verdana of 8 points, for that resolution.
+/// The program's font, 8-point Verdana, for that resolution.
 UniqueFont MakeProgramFont(int dpi, bool underlined);
 
 }  // namespace kitbay::platform::win32

@@ -40,7 +40,7 @@ WPARAM SourceListView::IndexOf(int position) const {
 
 std::string SourceListView::Text(int position) const {
   const WPARAM index = IndexOf(position);
-  // The list does not tell how long a text is: a buffer that it fills was too small.
+  // The list does not report how long a text is; a buffer that it fills was too small.
   std::wstring text(256, L'\0');
   for (;;) {
     LVITEMW item{};
@@ -65,7 +65,7 @@ void SourceListView::Add(const std::string& text) {
   if (SendMessageW(window_, LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item)) < 0) {
     throw base::Failure(base::RuntimeError::kOutOfMemory);
   }
-  // Only the new text is measured: measuring all for each would take long for a long list.
+  // Only the new text is measured: measuring all texts each time would be slow for a long list.
   const auto column = static_cast<int>(SendMessageW(window_, LVM_GETCOLUMNWIDTH, 0, 0));
   const auto width = static_cast<int>(
       SendMessageW(window_, LVM_GETSTRINGWIDTHW, 0, reinterpret_cast<LPARAM>(wide.c_str())));
@@ -94,8 +94,8 @@ int SourceListView::Selected() const {
          1;
 }
 
-// A list view has no height of rows of its own; pictures as high as that, though there are none,
-// give it one. The list destroys those that it holds at its end.
+// A list view has no setting for its row height. An image list of that height, even an empty one,
+// sets it. The list destroys its image list with itself.
 void SourceListView::SetFont(HFONT font, int row_height) {
   SendMessageW(window_, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
   const HIMAGELIST pictures = ImageList_Create(1, row_height, ILC_COLOR, 0, 1);
@@ -111,7 +111,7 @@ void SourceListView::Place(const Rectangle& place) {
 }
 
 void SourceListView::FitColumn() {
-  // An empty list would be measured as nothing at all.
+  // An empty list would be measured as having no width at all.
   SendMessageW(window_, LVM_SETCOLUMNWIDTH, 0, LVSCW_AUTOSIZE);
   SetColumnWidth(static_cast<int>(SendMessageW(window_, LVM_GETCOLUMNWIDTH, 0, 0)));
 }

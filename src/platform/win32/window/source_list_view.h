@@ -8,8 +8,8 @@
 
 namespace kitbay::platform::win32 {
 
-/// A list view of one column that fills its width, and of one selected item at most. Items count
-/// from 1; positions beyond fail with 9.
+/// A list view of one column that fills its width, with at most one selected item. Items count from
+/// 1; positions beyond the end fail with 9.
 class SourceListView {
  public:
   SourceListView(HWND parent, int id);
@@ -20,13 +20,13 @@ class SourceListView {
   std::string Text(int position) const;
   void Add(const std::string& text);
 
-  /// When the item was selected, the one that takes its place is, or the last one.
+  /// If the item was selected, the item that takes its place is selected next, or the last one.
   void Remove(int position);
 
-  /// 0 when there is none.
+  /// 0 if none is selected.
   int Selected() const;
 
-  /// Rows are `row_height` pixels high, or higher where the font needs it.
+  /// Rows are `row_height` pixels high, or higher if the font needs it.
   void SetFont(HFONT font, int row_height);
   void Place(const Rectangle& place);
 

@@ -37,7 +37,7 @@ int CommonStatusBar::Height() const {
 
 void CommonStatusBar::FitToParent() {
   SendMessageW(window_, WM_SIZE, 0, 0);
-  // The size grip of the earlier size must not stay.
+  // The size grip at its earlier place must not stay visible.
   InvalidateRect(window_, nullptr, TRUE);
 }
 
@@ -89,7 +89,7 @@ CommonProgressBar::CommonProgressBar(HWND form, int id, const CommonStatusBar& s
   FollowColours();
 }
 
-// At rest it is a groove, not an empty box.
+// At rest it looks like a groove and not like an empty box.
 void CommonProgressBar::FollowColours() {
   SendMessageW(window_, PBM_SETBKCOLOR, 0, static_cast<LPARAM>(GetSysColor(COLOR_SCROLLBAR)));
 }

@@ -8,7 +8,7 @@
 
 namespace kitbay::platform::win32 {
 
-/// The status bar with two panels: one for the progress bar, and one for the status text.
+/// The status bar with two panels: one for the progress bar, one for the status text.
 class CommonStatusBar final : public StatusBar {
  public:
   CommonStatusBar(HWND parent, int id);
@@ -34,10 +34,10 @@ class CommonProgressBar final : public ProgressBar {
   /// Starts as a hidden child of `form`.
   CommonProgressBar(HWND form, int id, const CommonStatusBar& status_bar);
 
-  /// Moves the bar onto the status bar's first panel when it lies in the status bar.
+  /// Moves the bar to the status bar's first panel, if it lies in the status bar.
   void FollowStatusBar();
 
-  /// Takes the user's present colours.
+  /// Applies the user's current colours.
   void FollowColours();
 
   void SetParent(bool status_bar) override;

@@ -5,7 +5,7 @@
 namespace kitbay::platform::win32 {
 namespace {
 
-/// How bright a colour looks, roughly: green counts most.
+/// The approximate brightness of a colour; green counts most.
 int BrightnessOf(DWORD colour) {
   return 2 * GetRValue(colour) + 5 * GetGValue(colour) + GetBValue(colour);
 }

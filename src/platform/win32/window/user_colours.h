@@ -2,7 +2,7 @@
 
 namespace kitbay::platform::win32 {
 
-/// Whether the user's windows have light writing on a dark ground.
+/// Whether the user's windows have light text on a dark background.
 bool AreColoursDark();
 
 }  // namespace kitbay::platform::win32

@@ -18,7 +18,7 @@ namespace {
 constexpr const wchar_t* kWindowClass = L"KitbayMainWindow";
 constexpr const wchar_t* kCaption = L"Kitbay";
 
-/// Sends a child window the message that `news`, a MSG, holds.
+/// Sends a child window the message in `news`, a MSG.
 BOOL CALLBACK HandOn(HWND child, LPARAM news) {
   const auto& message = *reinterpret_cast<const MSG*>(news);
   SendMessageW(child, message.message, message.wParam, message.lParam);
@@ -114,7 +114,7 @@ void Win32MainWindow::Navigate(const std::string& path) {
   LoadedBrowser().Navigate(path);
 }
 
-// A minimised window has no size to fit to; the page keeps the one that it will have again.
+// A minimised window has no size to fit to; the page keeps the size that it will have again.
 void Win32MainWindow::FitBrowser() {
   BrowserHost& browser = LoadedBrowser();
   if (!IsIconic(window_)) browser.Move(LoadedControls().LayOut());
@@ -140,7 +140,7 @@ StatusBar& Win32MainWindow::status_bar() { return LoadedControls().status_bar();
 
 ProgressBar& Win32MainWindow::progress_bar() { return LoadedControls().progress_bar(); }
 
-// A page that cannot be zoomed is shown as it is.
+// A page that cannot be zoomed is shown unchanged.
 void Win32MainWindow::ZoomPage(int dpi) {
   constexpr int kWhole = 100;
   if (browser_ != nullptr) browser_->Zoom(MulDiv(kWhole, dpi, kLogicalDpi));
@@ -164,7 +164,7 @@ LRESULT CALLBACK Win32MainWindow::WindowProcedure(HWND window, UINT message, WPA
   try {
     return self->HandleMessage(message, wparam, lparam);
   } catch (...) {
-    // Nothing may pass into the system; what the handlers do is logged by themselves.
+    // No exception may pass into the system; the handlers log their own failures.
     return 0;
   }
 }
@@ -255,12 +255,12 @@ void Win32MainWindow::OnDpiChanged(int dpi, const RECT& suggested) {
   controls_->SetResolution(dpi);
   SetWindowPos(window_, nullptr, suggested.left, suggested.top, suggested.right - suggested.left,
                suggested.bottom - suggested.top, SWP_NOZORDER | SWP_NOACTIVATE);
-  // A window that keeps its size is not told of one.
+  // A window that keeps its size gets no message about it.
   if (browser_ != nullptr) FitBrowser();
   ZoomPage(dpi);
 }
 
-// The system tells only windows that belong to none.
+// The system notifies only top-level windows.
 void Win32MainWindow::OnColoursChanged(UINT message, WPARAM wparam, LPARAM lparam) {
   MSG news{};
   news.message = message;

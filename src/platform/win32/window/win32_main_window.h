@@ -14,7 +14,7 @@
 
 namespace kitbay::platform::win32 {
 
-/// Joins the thread to OLE, which in-place activation needs beyond COM.
+/// Initialises OLE for the thread, because in-place activation needs more than COM.
 class OleSession {
  public:
   OleSession();

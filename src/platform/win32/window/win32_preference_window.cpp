@@ -62,7 +62,7 @@ void Win32PreferenceWindow::Load(PreferenceWindowEvents& events, WindowHandle ow
 }
 
 void Win32PreferenceWindow::CreateDialogWindow(HWND owner) {
-  // A class of its own: other programs tell the dialog from message boxes by it.
+  // A separate class, by which other programs can distinguish the dialog from message boxes.
   RegisterWindowClass(kDialogClass, DefDlgProcW, DLGWINDOWEXTRA);
   DialogTemplate dialog;
   dialog.head.style = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME | WS_CLIPCHILDREN;
@@ -117,7 +117,7 @@ void Win32PreferenceWindow::AddItem(const std::string& text) { Loaded().list().A
 void Win32PreferenceWindow::RemoveItem(int position) {
   SourceListView& list = Loaded().list();
   list.Remove(position);
-  // The list itself tells only of an item that is there.
+  // The list itself only reports items that exist.
   if (list.Count() == 0) events_->lstPrefURL_SelectionChange();
 }
 
@@ -125,7 +125,7 @@ int Win32PreferenceWindow::SelectedItem() const { return Loaded().list().Selecte
 
 void Win32PreferenceWindow::SetStatusText(const std::string& text) { Loaded().SetStatusText(text); }
 
-// The dialog's own way to give the focus: it also moves the frame of the default button.
+// The dialog's own way to set the focus: it also moves the frame of the default button.
 void Win32PreferenceWindow::Focus(HWND control) {
   SendMessageW(window_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(control), TRUE);
 }
@@ -142,7 +142,7 @@ INT_PTR CALLBACK Win32PreferenceWindow::DialogProcedure(HWND window, UINT messag
   try {
     return self->HandleMessage(message, wparam, lparam) ? TRUE : FALSE;
   } catch (...) {
-    // Nothing may pass into the system; what the handlers do is logged by themselves.
+    // No exception may pass into the system; the handlers log their own failures.
     return TRUE;
   }
 }
@@ -184,8 +184,7 @@ bool Win32PreferenceWindow::HandleMessage(UINT message, WPARAM wparam, LPARAM lp
   }
 }
 
-// The window may be destroyed by its owner's end as well as by `Unload`. Its controls are still
-// there.
+// The window may be destroyed with its owner as well as by `Unload`. Its controls still exist.
 void Win32PreferenceWindow::OnDestroy() {
   is_unloading_ = true;
   if (events_ != nullptr) events_->Form_Unload();
@@ -236,7 +235,7 @@ void Win32PreferenceWindow::OnDpiChanged(int dpi, const RECT& suggested) {
   controls_->SetResolution(dpi);
   SetWindowPos(window_, nullptr, suggested.left, suggested.top, suggested.right - suggested.left,
                suggested.bottom - suggested.top, SWP_NOZORDER | SWP_NOACTIVATE);
-  // A window that keeps its size is not told of one.
+  // A window that keeps its size gets no message about it.
   controls_->LayOut();
 }
 
@@ -251,13 +250,13 @@ bool Win32PreferenceWindow::HandleKey(MSG& message) {
   try {
     return HandleOwnKey(message);
   } catch (...) {
-    // What the handlers do is logged by themselves; the key goes no further.
+    // The handlers log their own failures; the key goes no further.
     return true;
   }
 }
 
-// Enter is told to the text box, or presses the button that has the focus, and never the default
-// button besides.
+// Enter goes to the text box or presses the focused button, but never also presses the default
+// button.
 bool Win32PreferenceWindow::HandleOwnKey(MSG& message) {
   const bool is_key_down = message.message == WM_KEYDOWN;
   if (is_key_down && message.hwnd == controls_->url_box()) {

@@ -11,7 +11,7 @@
 
 namespace kitbay::platform::win32 {
 
-/// The dialog as a real one, so that the system moves the focus and presses underlined letters.
+/// A real dialog, so that the system moves the focus and handles underlined letters.
 class Win32PreferenceWindow final : public PreferenceWindow, private KeyFilter {
  public:
   explicit Win32PreferenceWindow(Win32MessageLoop& loop);

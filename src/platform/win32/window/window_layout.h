@@ -5,20 +5,20 @@
 
 namespace kitbay::platform::win32 {
 
-/// What the program's windows are laid out with, in logical pixels: the free edge, the space
-/// between two controls, and the size of a button.
+/// The layout of the program's windows, in logical pixels: the free edge, the space between two
+/// controls, and the size of a button.
 inline constexpr int kMargin = 10;
 inline constexpr int kGap = 8;
 inline constexpr Extent kButtonExtent{96, 26};
 
-/// The window's first and its smallest size, frame included.
+/// The window's initial and smallest size, frame included.
 Extent InitialWindowExtent(int dpi);
 Extent SmallestWindowExtent(int dpi);
 
 /// The width of the status bar's first panel, which the progress bar covers.
 int ProgressPanelWidth(int dpi);
 
-/// Where the controls lie in the window's client area. None of them has a negative width or height.
+/// Where the controls lie in the window's client area. None has a negative width or height.
 struct WindowLayout {
   Rectangle browser;
   Rectangle help;
@@ -26,7 +26,7 @@ struct WindowLayout {
   Rectangle close;
 };
 
-/// The browser takes what the strip of buttons and the status bar at the bottom leave.
+/// The browser takes the space that the strip of buttons and the status bar at the bottom leave.
 /// `help_text` is the size of the help label's text.
 WindowLayout LayOutWindow(Extent client, int status_bar_height, Extent help_text, int dpi);
 
