@@ -1,4 +1,4 @@
-# What every target of the tree is compiled with.
+# The settings with which every target of the tree is compiled.
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
@@ -19,6 +19,6 @@ if(WIN32)
   # Windows 7 and later; the wide-character functions by default.
   add_compile_definitions(_WIN32_WINNT=0x0601 WINVER=0x0601 UNICODE _UNICODE NOMINMAX
                           WIN32_LEAN_AND_MEAN)
-  # The same sources make the same bytes, whenever they are linked.
+  # The same sources produce the same bytes, whenever they are linked.
   add_link_options(-Wl,--no-insert-timestamp)
 endif()

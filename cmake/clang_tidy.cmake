@@ -1,7 +1,7 @@
-# What the system's interfaces ask of those who call them: handles that are numbers, and names of pointer
-# types; arrays; functions that are looked up by name; interfaces that are in no namespace. Their callbacks
-# let no exception pass, and a window's controls are there as long as it is. The analyzer takes what a
-# message brings for the object to be null.
+# The system's interfaces require what these checks object to: handles that are numbers, names of pointer
+# types, arrays, functions looked up by name, and interfaces outside any namespace. Callbacks must not let
+# exceptions pass, and a window's controls exist as long as the window. The analyzer assumes that an object
+# which a message carries may be null.
 set(KITBAY_CHECKS_NOT_FOR_WINDOWS
   -performance-no-int-to-ptr -misc-misplaced-const -modernize-avoid-c-arrays
   -bugprone-casting-through-void -bugprone-multi-level-implicit-pointer-conversion
@@ -9,11 +9,10 @@ set(KITBAY_CHECKS_NOT_FOR_WINDOWS
   -bugprone-forward-declaration-namespace -clang-analyzer-core.CallAndMessage)
 
 # check_with_clang_tidy(target)
-# Adds the target's sources to what the target "clang_tidy" checks, with the target's include folders
-# and neither the sanitizers nor any other option of the compiler. They are checked as one unit, which
-# takes a third of the time of checking each alone: most of it goes into the library's headers. A clean
-# run leaves a stamp, and the sources are not checked again until one of them, a header of theirs or
-# .clang-tidy changes.
+# Makes the target "clang_tidy" check the target's sources too, with the target's include folders but without
+# the sanitizers or any other compiler option. They are checked as one unit, which takes a third of the time
+# of checking each file alone, because most of it goes into the library's headers. A clean run leaves a
+# stamp; the sources are not checked again until one of them, one of their headers or .clang-tidy changes.
 function(check_with_clang_tidy target)
   find_program(KITBAY_CLANG_TIDY_PROGRAM clang-tidy-19 REQUIRED)
   mark_as_advanced(KITBAY_CLANG_TIDY_PROGRAM)
@@ -42,7 +41,7 @@ function(check_with_clang_tidy target)
   if(WIN32)
     list(APPEND checks ${KITBAY_CHECKS_NOT_FOR_WINDOWS})
     set(definitions "-D$<JOIN:$<TARGET_PROPERTY:${target},COMPILE_DEFINITIONS>,;-D>")
-    # The cross compiler's headers, without those that each compiler has of its own.
+    # The cross compiler's headers, except those that every compiler brings itself.
     list(APPEND system "--target=${KITBAY_TRIPLET}")
     foreach(folder IN LISTS CMAKE_CXX_IMPLICIT_INCLUDE_DIRECTORIES)
       if(NOT folder MATCHES "/lib/gcc/.*/include(-fixed)?$")
@@ -63,7 +62,7 @@ function(check_with_clang_tidy target)
     COMMENT "Checking ${target} with clang-tidy"
     COMMAND_EXPAND_LISTS VERBATIM)
   add_custom_target(clang_tidy_${target} DEPENDS "${stamp}")
-  # It needs what is generated for it.
+  # The check needs the target's generated files.
   if(WIN32)
     add_dependencies(clang_tidy_${target} ${target})
   endif()

@@ -1,7 +1,7 @@
-# One target per library, under the same name in every build:
+# One target per library, with the same name in every build:
 #   Kitbay::pugixml, Kitbay::minizip,
 #   Kitbay::sodium                     all builds
-#   Kitbay::gumbo                      native only: the HTML parser of the tests' page
+#   Kitbay::gumbo                      native only: the HTML parser for the tests' page
 #   GTest::gtest, GTest::gmock_main …  where tests are built
 #   benchmark::benchmark               where benchmarks are built
 # tools/setup installs the native libraries, tools/build_windows_dependencies the others.

@@ -1,6 +1,6 @@
 # share_test_headers(folder)
-# Every test begins with the test library's headers, which take longer to compile than most tests do:
-# they are compiled once, for all test programs in and below the folder.
+# Every test starts with the test library's headers, which take longer to compile than most tests. They are
+# compiled once for all test programs in and below the folder.
 function(share_test_headers folder)
   if(NOT TARGET kitbay_test_headers)
     set(source "${CMAKE_CURRENT_BINARY_DIR}/test_headers.cpp")

@@ -1,6 +1,6 @@
 # add_test_program(name [SHARDS number])
-# One entry of CTest for a GoogleTest program, or several that share its tests: a process for each
-# test would take longer to start than most tests run.
+# Adds one CTest entry for a GoogleTest program, or several that share its tests. A process per test would
+# take longer to start than most tests run.
 function(add_test_program name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "SHARDS" "")
   if(NOT arg_SHARDS)

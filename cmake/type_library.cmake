@@ -1,10 +1,10 @@
 # kitbay_interfaces(name FILE.idl [IMPORTS name...] [LIBRARY])
-# An interface library with the header FILE.h of what an IDL file defines, and the folders of the
-# files that it imports. With LIBRARY the file's type library FILE.tlb is compiled as well, into
-# the folder of the header; the target's property KITBAY_TYPE_LIBRARY names it.
+# An interface library with the header FILE.h for an IDL file, and the folders of the files that it imports.
+# With LIBRARY, also compiles the file's type library FILE.tlb into the header's folder; the target's
+# property KITBAY_TYPE_LIBRARY names it.
 find_program(KITBAY_WIDL ${KITBAY_TRIPLET}-widl REQUIRED)
 find_program(KITBAY_FAKETIME faketime REQUIRED)
-# A type library says when it was made. The same sources are to make the same bytes.
+# A type library contains its creation time, but the same sources must produce the same bytes.
 set(KITBAY_TIMELESS_WIDL env TZ=UTC ${KITBAY_FAKETIME} -f "2000-01-01 00:00:00" ${KITBAY_WIDL})
 set(KITBAY_WIDL_DIR "${CMAKE_CURRENT_LIST_DIR}/widl")
 
@@ -39,7 +39,7 @@ function(kitbay_interfaces name file)
   add_custom_target(${name}_files DEPENDS ${outputs})
   add_library(${name} INTERFACE)
   add_dependencies(${name} ${name}_files)
-  # Generated code is not held to the tree's warnings.
+  # Generated code need not meet the tree's warnings.
   target_include_directories(${name} SYSTEM INTERFACE "${folder}")
   target_link_libraries(${name} INTERFACE ${arg_IMPORTS})
   set_target_properties(${name} PROPERTIES KITBAY_IDL "${source}"

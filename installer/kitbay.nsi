@@ -1,12 +1,12 @@
-; The installer of Kitbay for one user, without an administrator. It holds the program for 32-bit and for
-; 64-bit suites and installs the one that fits the suite that it finds. ./package makes it; it passes on
-;   STAGE    the folder with the files as they are to lie beside the program; those of one bitness only
-;            lie in its folders "32" and "64"
+; The per-user installer of Kitbay, which needs no administrator. It contains the program for 32-bit and for
+; 64-bit suites and installs the one that fits the suite it finds. ./package makes it and passes in
+;   STAGE    the folder with the files to be installed beside the program; those for one bitness only are
+;            in its folders "32" and "64"
 ;   OUTPUT   the installer's path
-;   VERSION  as "1.2.3"
+;   VERSION  such as "1.2.3"
 ;   ICON     the program's icon
-;   SIZE     of all files that are installed, in KB
-; With /S nothing is asked and nothing is shown. It fails with 2 while Kitbay runs.
+;   SIZE     the size of all installed files, in KB
+; With /S it asks and shows nothing. It fails with 2 while Kitbay is running.
 
 !define UNINSTALLS "Software\Microsoft\Windows\CurrentVersion\Uninstall"
 !define UNINSTALL "${UNINSTALLS}\Kitbay"
@@ -16,7 +16,7 @@
 !define I_REGISTRY "{40D822C5-F70C-4C29-981D-8BDAFB9F0135}"
 !define TYPE_LIBRARY "{997F378A-6AD5-4C37-8B7C-27DA8AC64210}"
 
-Var Bits ; of the program to install: 32 or 64
+Var Bits ; the bitness of the program to install: 32 or 64
 
 Name "Kitbay"
 BrandingText "Kitbay ${VERSION}"
@@ -55,9 +55,9 @@ UninstPage instfiles
 !include LogicLib.nsh
 !include x64.nsh
 
-; Only a program of the suite's own bitness can load the suite's libraries. LookForSuite sets $Bits and
-; $R0, where they are empty, to what a view of the registry says: $Bits to the view's own bitness where it
-; has the main client's uninstall entry, $R0 to that of the client's executable where it can be read.
+; Only a program of the suite's own bitness can load the suite's libraries. LookForSuite looks in one view of
+; the registry and sets $Bits and $R0 if they are empty: $Bits to the view's bitness if it has the main
+; client's uninstall entry, $R0 to the bitness of the client's executable if it can be read.
 !macro LookForSuite VIEW
   SetRegView ${VIEW}
   ReadRegStr $0 HKLM "${UNINSTALLS}\Tessel" "InstallLocation"
@@ -82,8 +82,8 @@ UninstPage instfiles
   ${EndIf}
 !macroend
 
-; An entry may lie in the wrong view, for an installer of 32 bits may have brought a suite of 64; the
-; executable is what it is.
+; The entry may be in the wrong view, because a 32-bit installer may have installed a 64-bit suite. The
+; executable is reliable.
 Function ChooseBits
   StrCpy $Bits ""
   StrCpy $R0 ""
@@ -109,9 +109,9 @@ Function un.onInit
   !insertmacro DemandThatKitbayIsClosed
 FunctionEnd
 
-; Older installers registered the suite's objects of this tree; Kitbay creates them from beside itself
-; now. Their library is still the older one's, of either bitness. Without the redirection a 32-bit
-; installer, too, finds the 64-bit registrar.
+; Older installers registered this tree's objects of the suite. Now Kitbay creates them from the library
+; beside it. The library that is still there is the older installer's, of either bitness. Without the
+; redirection, a 32-bit installer finds the 64-bit registrar too.
 !macro TakeSuiteObjectsBack
   ReadRegStr $0 HKCU "${UNINSTALL}" "SuiteObjects"
   ${If} $0 == "registered"
@@ -152,8 +152,8 @@ Section
   WriteRegDWORD HKCU "${UNINSTALL}" "NoRepair" 1
 SectionEnd
 
-; What Kitbay entered for itself when it was started, in the view of the registry that it sees, unless
-; another Kitbay has its place by now. The machine's classes stay where the user may not change them.
+; Deletes what Kitbay registered for itself when it started, in its own view of the registry, unless another
+; Kitbay has replaced it. The machine's classes stay if the user may not change them.
 !macro DeleteOwnClasses VIEW HIVE
   SetRegView ${VIEW}
   ReadRegStr $0 ${HIVE} "Software\Classes\CLSID\${MANAGER}\LocalServer32" ""
@@ -199,6 +199,6 @@ Section "un."
   Delete "$INSTDIR\Kitbay.spdx.json"
   Delete "$INSTDIR\User guide.txt"
   Delete "$INSTDIR\Uninstall.exe"
-  ; Only when it is empty: what else lies there is the user's.
+  ; Only if it is empty: anything else there belongs to the user.
   RMDir "$INSTDIR"
 SectionEnd

@@ -1,14 +1,15 @@
-# Sourced by ./test, with $root set to the top of the tree: which groups of tests run, and which were
-# green before and are kept, since nothing that they depend on has changed. Each group has a folder
+# Sourced by ./test, with $root set to the top of the tree. Decides which groups of tests run, and which
+# passed before and are kept because nothing that they depend on has changed. Each group has a folder
 # below $results:
-#   expected   the reports that it has to leave in its folder, one a line
-#   code       the exit code of its runner where that failed
-#   key        what it depends on, as one sum
-#   green      the day of its last run without a failure or a skip, entered by tools/tally
-#   kept       there where that run stands for this one
-# $results/groups has the groups of this run, one a line.
+#   expected   the reports that must be in its folder, one per line
+#   code       the exit code of its runner, if that failed
+#   key        a hash of everything that it depends on
+#   green      the date of its last run without a failure or a skip, written by tools/tally
+#   kept       exists if that run stands for this one
+# $results/groups lists the groups of this run, one per line.
 
-# tree_key EXCLUDED...: a sum of all files of the tree but documents and what is below these folders.
+# tree_key EXCLUDED...: a hash of all files of the tree, except documents and what lies below these
+# folders.
 tree_key() {
   local folder excluded=(':!docs' ':!*.md' ':!LICENSE')
   for folder in "$@"; do excluded+=(":!$folder"); done
@@ -16,7 +17,7 @@ tree_key() {
     LC_ALL=C sort -zu | xargs -0 sha256sum 2>/dev/null | sha256sum
 }
 
-# machine_key: the versions of what the tests run on, and the settings that they read.
+# machine_key: the versions of everything that the tests run on, and the settings that they read.
 machine_key() {
   dpkg-query -W -f '${Package} ${Version} ${Architecture}\n'
   node --version 2>/dev/null
@@ -24,14 +25,14 @@ machine_key() {
   env | grep '^KITBAY_' | LC_ALL=C sort
 }
 
-# programs_key FOLDER...: size and time of everything below that runs.
+# programs_key FOLDER...: size and time of all programs below these folders.
 programs_key() {
   find "$@" -type f \( -perm -u+x -o -name '*.dll' -o -name '*.zip' \) -printf '%p %s %T@\n' 2>/dev/null |
     LC_ALL=C sort
 }
 
-# begin_group GROUP KEY REPORT...: makes the group's folder ready for these reports; fails where the
-# last run's stand for this one.
+# begin_group GROUP KEY REPORT...: prepares the group's folder for these reports; fails if the last
+# run's reports stand for this run.
 begin_group() {
   local group=$1 folder=$results/$1 key
   key=$(sha256sum <<<"$2")

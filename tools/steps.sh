@@ -11,13 +11,13 @@ release_tree() { exec 8>&-; }
 
 say() { echo "[kitbay] $*"; }
 
-# Every step that ran: its name, the seconds that it took, and those of processor time.
+# Every step that ran: its name, its elapsed seconds and its processor time.
 steps=build/log/steps.tsv
 : >"$steps"
 
-# step NAME COMMAND...: runs a program with its output in build/log/, tells how long it took on the
-# clock and in processor time, and shows what matters of the output where it failed. One that ends
-# with 77 cannot be done here, and its last line says why.
+# step NAME COMMAND...: runs a program with its output in build/log/, reports its elapsed and its
+# processor time, and shows the relevant output if it failed. A program that ends with 77 cannot run
+# here; the last line of its output says why.
 step() {
   local name=$1 log=build/log/${1//[^a-zA-Z0-9_-]/_}.log code=0 seconds cpu
   shift
@@ -27,7 +27,7 @@ step() {
   if [ $code -eq 0 ]; then
     say "$name: $seconds s (processor: $cpu s)"
   elif [ $code -eq 77 ]; then
-    say "$name: left out: $(tail -n 1 "$log")"
+    say "$name: skipped: $(tail -n 1 "$log")"
   else
     say "$name: FAILED after $seconds s (exit code $code); from $log:"
     grep -E 'error:|CMake Error|undefined reference|^FAILED|\*\*\*' "$log" | cut -c 1-300 | head -n 40
@@ -37,18 +37,18 @@ step() {
   return $code
 }
 
-# print_steps SECONDS: the steps as a table, with the sum of their processor time, and how long all of
-# it took.
+# print_steps SECONDS: the steps as a table, with the sum of their processor time and the total elapsed
+# time.
 print_steps() {
   awk -F '\t' -v seconds="$1" '
     BEGIN { row = "%-40s %8s %14s\n"; printf row, "step", "seconds", "processor" }
     { printf row, $1, $2, $3; cpu += $3 }
-    END { printf row, "in all", seconds, cpu + 0 }' "$steps"
+    END { printf row, "total", seconds, cpu + 0 }' "$steps"
 }
 
-# build_preset PRESET TARGET...: configures once and when the presets change; all other changes are
-# noticed by the build itself. With with_tests=false a build folder that is new gets no tests; they
-# join it once they are wanted.
+# build_preset PRESET TARGET...: configures once and when the presets change; the build itself notices
+# all other changes. With with_tests=false, a new build folder gets no tests; they are added once they
+# are wanted.
 with_tests=true
 build_preset() {
   local preset=$1 cache=build/$1/CMakeCache.txt options=()

@@ -1,8 +1,8 @@
-# Sourced by the scripts that use Wine, with $root set to the top of the tree: which Wine runs, and
-# the prefix that it runs in. KITBAY_BITS says whether that is a 32-bit or a 64-bit Windows, and so
-# which build runs there, $windows_build; without it, it is 64. With KITBAY_WOW64, a 64-bit Windows runs
-# 32-bit programs as well, as far as Wine does. A WINEPREFIX below build/ is taken as it is; any other is
-# the user's own and is left alone.
+# Sourced by the scripts that use Wine, with $root set to the top of the tree. Chooses the Wine to run
+# and its prefix. KITBAY_BITS selects a 32-bit or a 64-bit Windows (64 by default), and so the build
+# that runs there, $windows_build. With KITBAY_WOW64, a 64-bit Windows also runs 32-bit programs, as far
+# as Wine does. A WINEPREFIX below build/ is used as it is; any other belongs to the user and is left
+# alone.
 export KITBAY_BITS=${KITBAY_BITS:-64}
 wine=
 wineserver=
@@ -14,7 +14,7 @@ case $KITBAY_BITS in
     wine=$wine32/usr/lib/wine/wine
     wineserver=$wine32/usr/lib/wine/wineserver32
   fi
-  # Whatever else Wine starts is of 64 bits and passes these libraries over.
+  # Other programs that Wine starts are 64-bit and ignore these libraries.
   export LD_LIBRARY_PATH=$wine32/usr/lib/i386-linux-gnu:$wine32/lib/i386-linux-gnu
   export WINESERVER=$wineserver
   ;;
@@ -29,7 +29,7 @@ case $KITBAY_BITS in
   done
   ;;
 *)
-  echo "KITBAY_BITS is $KITBAY_BITS; it has to be 32 or 64" >&2
+  echo "KITBAY_BITS is $KITBAY_BITS; it must be 32 or 64" >&2
   exit 2
   ;;
 esac
@@ -41,12 +41,13 @@ export WINEPREFIX
 export WINEARCH=win$KITBAY_BITS
 windows_build=$root/build/win$KITBAY_BITS
 export WINEDEBUG=${WINEDEBUG:--all}
-# Without .NET and HTML engine nobody is asked to install them; no menu entries in the user's home.
+# Disables .NET and the HTML engine, which Wine would otherwise ask to install, and menu entries in the
+# user's home folder.
 export WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d"
-# File names are UTF-8 whatever the caller's locale; dates and numbers are set in the prefix.
+# File names are UTF-8, whatever the caller's locale. The prefix sets the formats of dates and numbers.
 export LC_ALL=C.UTF-8
-# Wine links the user's folders into the home folder, so that it gets one of its own; KITBAY_HOME names
-# that of a user who may not write there.
+# Wine links the user's folders into the home folder, so it gets its own. KITBAY_HOME names the home
+# folder of a user who may not write to that one.
 export XAUTHORITY=${XAUTHORITY:-${HOME:-}/.Xauthority}
 export HOME=${KITBAY_HOME:-$root/build/home}
 mkdir -p "$HOME"
