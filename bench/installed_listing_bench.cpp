@@ -9,8 +9,8 @@ namespace {
 
 using base::ComponentKind;
 
-// Every benchmark is named kind/step/entries. The first step is the one that the others are
-// compared with: the XML library alone, parsing the same bytes.
+// Every benchmark is named kind/step/entries. The first step is the baseline for the others: only
+// the XML library, parsing the same bytes.
 void ParseOnly(benchmark::State& state, ComponentKind kind) {
   const std::string datastore = DatastoreOf(kind, static_cast<std::size_t>(state.range(0)));
   for (auto _ : state) {

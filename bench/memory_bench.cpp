@@ -1,7 +1,7 @@
 // kitbay_bench_memory KIND ENTRIES
-// Lists a datastore once and prints one line of CSV: kind, entries, bytes of the datastore, the
-// most bytes that the listing held on the heap at one moment, and by how many bytes the process
-// grew. One process per measurement, for the process never shrinks again.
+// Lists a datastore once and prints one line of CSV: the kind, the number of entries, the bytes of the
+// datastore, the listing's peak heap use in bytes, and the growth of the process in bytes. Each measurement
+// needs its own process, because a process never shrinks again.
 
 #include <malloc.h>
 #include <sys/resource.h>
@@ -65,7 +65,7 @@ int main(int argc, char** argv) {
                                                     : ComponentKind::kChannel;
   const std::size_t entries = std::strtoul(argv[2], nullptr, 10);
 
-  // A small listing first, so that what is set up once per process does not count.
+  // Lists a small datastore first, so that one-time set-up does not count.
   kitbay::bench::SampleSuite(kind, 1).List();
   kitbay::bench::SampleSuite suite(kind, entries);
   const std::size_t live_before = live_bytes;

@@ -21,7 +21,7 @@ class RefreshDisk : public DatastoreDisk {
   RefreshDisk(std::size_t sources, std::size_t entries)
       : DatastoreDisk(DatastoreOfAllKinds(entries)) {
     for (std::size_t i = 1; i <= sources; ++i) {
-      // Half of what a source offers is installed, in an older version; the other half is new.
+      // Half of a source's offers are installed in an older version; the other half are new.
       manifests_["source" + std::to_string(i) + ".xml"] =
           ManifestOfAllKinds(entries, "offer" + std::to_string(i) + "-");
     }
@@ -80,7 +80,7 @@ class RefreshSuite {
   catalog::NewComponentListing new_components_{log_, files_, sources_, found_, rows_};
 };
 
-// The measure of the other: each file is read, and parsed in place by the XML library.
+// The baseline: each file is read, and parsed in place by the XML library.
 void ParseEach(benchmark::State& state) {
   const RefreshDisk disk(static_cast<std::size_t>(state.range(0)),
                          static_cast<std::size_t>(state.range(1)));

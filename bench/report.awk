@@ -1,14 +1,13 @@
 # report.awk TIMES MEMORY
 # TIMES is the CSV of kitbay_bench with every repetition ("kind/step/entries"), MEMORY one line of
-# kitbay_bench_memory per kind and size. Prints the report and ends with 1 when something grows by
-# more than is allowed where the entries grow by 10, or was not measured.
+# kitbay_bench_memory per kind and size. Prints the report. The exit code is 1 if something grows by more than
+# allowed when the entries grow by 10, takes too long, or was not measured.
 #
-# Judged are the time and the memory of loading and listing. Allowed is a factor of 11 where the XML
-# library, parsing the same bytes in the same run and doing nothing else, stays within a factor of 10:
-# a tree of 10 000 entries is larger than a processor's own cache, one of 1 000 is not, and what memory
-# costs then depends on the machine and on what else it does. A library that grows by more shows how
-# much more, and the allowance grows in proportion. A whole refresh, once the sources have answered, may
-# take 1.5 times as long as parsing each of its files once.
+# The report judges the time and the memory of loading and listing. They may grow by a factor of 11 if the XML
+# library alone, parsing the same bytes in the same run, stays within a factor of 10. A tree of 10 000 entries
+# is larger than the processor's cache and one of 1 000 is not, so the cost of memory depends on the machine
+# and on what else it does. If the library's own time grows by more, the allowance grows in proportion. A whole
+# refresh, once the sources have answered, may take 1.5 times as long as parsing each of its files once.
 
 BEGIN {
   FS = ","
@@ -23,7 +22,7 @@ BEGIN {
   label["list"] = "it is loaded and listed"
 }
 
-# The fastest repetition is what the work takes when nothing else on the machine disturbs it.
+# The fastest repetition is the time of the work if nothing else on the machine disturbs it.
 FILENAME == ARGV[1] {
   name = $1
   gsub(/"/, "", name)
@@ -39,14 +38,14 @@ FILENAME == ARGV[2] {
   process[$1 "/" $2] = $5
 }
 
-# What is allowed to grow to the size of index i beside bare parsing, `parse`, of the same bytes.
+# The growth allowed up to the size of index i, given the bare parsing, `parse`, of the same bytes.
 function allowance(parse, i, factor) {
   if (time[parse "/" entries[i - 1]] <= 0) return allowed
   factor = time[parse "/" entries[i]] / time[parse "/" entries[i - 1]]
   return allowed * (factor > 10 ? factor / 10 : 1)
 }
 
-# By what `values` grow to the size of index i; a failure when that is more than `limit`.
+# The factor by which `values` grow up to the size of index i; a failure if it exceeds `limit`.
 function growth(values, what, i, limit, larger, smaller, factor) {
   larger = values[what "/" entries[i]]
   smaller = values[what "/" entries[i - 1]]
@@ -78,7 +77,7 @@ function compare(kind, step, text, what, parse, i, ratio) {
   printf "\n"
 }
 
-# A whole refresh with so many sources, beside parsing each of its files once.
+# A whole refresh with this many sources, compared with parsing each of its files once.
 function refresh(sources, i, size, ratio) {
   printf "  %2d %-8s", sources, sources == 1 ? "source" : "sources"
   for (i = 1; i <= 2; ++i) {
@@ -127,12 +126,12 @@ END {
     compare(kinds[k], "check", "what is installed is checked")
     compare(kinds[k], "new", "what is new is listed")
   }
-  printf "\nA whole refresh: files parsed in place by pugixml, six lists filled, and how often the one goes\n"
-  printf "into the other\n\n  %-11s %27s %27s\n", "", "980 entries in each file", "9800 in each"
+  printf "\nA whole refresh: files parsed in place by pugixml, six lists filled, and the ratio of the two\n"
+  printf "\n  %-11s %27s %27s\n", "", "980 entries in each file", "9800 in each"
   count_of_sources = split("1 3 10", source_counts, " ")
   for (k = 1; k <= count_of_sources; ++k) refresh(source_counts[k])
   printf "\nMemory while a list is written, in kilobytes\n"
-  printf "\n%-12s %8s %10s %12s %8s %8s %14s\n", "", "entries", "datastore", "heap at most",
+  printf "\n%-12s %8s %10s %12s %8s %8s %14s\n", "", "entries", "datastore", "peak heap",
          "growth", "per byte", "process grew"
   for (k = 1; k <= count; ++k) {
     for (i = 1; i <= sizes; ++i) {
@@ -146,6 +145,6 @@ END {
   for (i = 1; i <= failed; ++i) {
     printf "TOO MUCH: %s\n", failures[i]
   }
-  if (!failed) printf "Time and memory grow with the entries and no faster, and a refresh is as quick as it should be.\n"
+  if (!failed) printf "Time and memory grow no faster than the entries, and a refresh is fast enough.\n"
   exit failed ? 1 : 0
 }

@@ -22,15 +22,16 @@ namespace kitbay::bench {
 std::string DatastoreOf(base::ComponentKind kind, std::size_t entries);
 
 /// A manifest as a source serves it, with `entries` entries of one kind whose ids begin with
-/// `id_prefix`; UTF-8. Those of "component" are the ids of a datastore, each in a newer version.
+/// `id_prefix`; UTF-8. Entries with the prefix "component" have the ids of a datastore, each with a
+/// newer version.
 std::string ManifestOf(base::ComponentKind kind, std::size_t entries, const std::string& id_prefix);
 
-/// As those, with `entries` entries that the three kinds share in turn; of a manifest's, every
+/// The same with `entries` entries that alternate between the three kinds. In the manifest, every
 /// other id begins with `id_prefix` and is not in the datastore.
 std::string DatastoreOfAllKinds(std::size_t entries);
 std::string ManifestOfAllKinds(std::size_t entries, const std::string& id_prefix);
 
-/// A disk that holds one datastore, and no other file.
+/// A disk that contains one datastore and no other file.
 class DatastoreDisk : public platform::Files {
  public:
   explicit DatastoreDisk(std::string datastore) : datastore_(std::move(datastore)) {}
@@ -73,7 +74,7 @@ class OneVersion : public platform::VersionResource {
   }
 };
 
-/// A log that ends the run: what is measured has to work.
+/// A log that ends the run, because what is measured must work.
 class StrictLog : public base::ErrorLog {
  public:
   std::string TimeText() const override { return {}; }
@@ -81,7 +82,7 @@ class StrictLog : public base::ErrorLog {
                 const std::string& description) override;
 };
 
-/// Makes the markup of each row, as the page gets it, and counts the rows.
+/// Creates the markup of each row, as the page gets it, and counts the rows.
 class CountedRows : public catalog::RowWriter {
  public:
   std::size_t rows() const { return rows_; }
@@ -110,7 +111,7 @@ class CountedRows : public catalog::RowWriter {
   std::size_t markup_bytes_ = 0;
 };
 
-/// Counts the rows and makes no markup: what is measured is finding out what they show.
+/// Counts the rows and creates no markup, to measure only how their contents are determined.
 class PlainRows : public CountedRows {
  public:
   std::size_t count() const { return count_; }
@@ -135,7 +136,7 @@ class PlainRows : public CountedRows {
   std::size_t count_ = 0;
 };
 
-/// The catalog over a suite that has `entries` components of `kind` installed.
+/// The catalog over a suite with `entries` installed components of `kind`.
 class SampleSuite {
  public:
   SampleSuite(base::ComponentKind kind, std::size_t entries);

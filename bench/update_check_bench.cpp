@@ -25,7 +25,8 @@ class TwoFilesDisk : public DatastoreDisk {
   std::string manifest_;
 };
 
-/// The exchange's lists over a suite with `entries` installed components and as many on offer.
+/// The lists of the update exchange over a suite with `entries` installed components and as many
+/// offers.
 class ExchangeSuite {
  public:
   ExchangeSuite(ComponentKind kind, std::size_t entries, const std::string& offered)
@@ -82,7 +83,7 @@ class ExchangeSuite {
   catalog::NewComponentListing listing_{log_, catalog_files_, sources_, found_, rows_};
 };
 
-// The measure of the others: both files are read and parsed by the XML library, and that is all.
+// The baseline: both files are read and parsed by the XML library, and nothing else happens.
 void ParseBoth(benchmark::State& state, ComponentKind kind, const char* offered) {
   const auto entries = static_cast<std::size_t>(state.range(0));
   const TwoFilesDisk disk(DatastoreOf(kind, entries), ManifestOf(kind, entries, offered));
@@ -123,7 +124,7 @@ void Sizes(benchmark::internal::Benchmark* benchmark) {
   benchmark->Arg(1000)->Arg(10000)->Unit(benchmark::kMicrosecond);
 }
 
-// Every offer is for an installed component in the first pair, and new in the second.
+// In the first pair every offer is for an installed component, in the second every offer is new.
 #define KITBAY_BENCHMARKS_OF(kind, name)                                                           \
   BENCHMARK_CAPTURE(ParseBoth, name##_check, kind, "component")                                    \
       ->Name(#name "/check_parse")                                                                 \

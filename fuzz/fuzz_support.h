@@ -12,7 +12,7 @@
 
 namespace kitbay::fuzz {
 
-/// What an input stands for: two files, with a line "=====" between them.
+/// An input contains two files, with a line "=====" between them.
 inline std::pair<std::string, std::string> TwoFiles(const std::uint8_t* data, std::size_t size) {
   constexpr std::string_view kLine = "\n=====\n";
   const std::string_view bytes(reinterpret_cast<const char*>(data), size);
@@ -35,7 +35,7 @@ inline void Demand(bool holds, const char* what) {
   }
 }
 
-/// A log in which only failures of these numbers may turn up.
+/// A log in which only failures with these numbers may appear.
 class ExpectingLog : public base::ErrorLog {
  public:
   explicit ExpectingLog(std::set<std::int32_t> expected) : expected_(std::move(expected)) {}

@@ -9,7 +9,7 @@
 namespace kitbay::fuzz {
 namespace {
 
-/// Demands that the rows of a container are numbered from 1 on, over all sources.
+/// Demands that the rows of a container are numbered from 1, continuously over all sources.
 class NumberedRows : public catalog::RowWriter {
  public:
   void AddImageTab(const std::string& /*holder*/, const std::string& /*markup*/) override {}

@@ -1,6 +1,6 @@
-// A package: nothing it holds lands outside of its folder, and a package that is refused leaves
-// nothing behind. An input is an archive, or, unless it begins as one, a description of one: lines
-// of names and of bytes in turn.
+// A package: nothing in it is written outside its folder, and a refused package leaves nothing
+// behind. An input is an archive or, unless it begins like one, the description of one: alternating
+// lines of names and of bytes.
 #include <algorithm>
 #include <string>
 #include <vector>
@@ -18,14 +18,14 @@ namespace {
 constexpr const char* kArchive = "C:\\S\\Temp\\a.zip";
 constexpr const char* kFolder = "C:\\S\\addons\\a";
 
-// More than this is only a question of time and memory.
+// More than this would only cost time and memory.
 constexpr std::uint64_t kMostBytes = 1U << 20U;
 constexpr std::uint64_t kRefusedSize = 1U << 31U;
 
 class KeptLog : public ExpectingLog {
  public:
-  // No archive; a name without an end; out of memory; a file and a folder of one name; a name that
-  // leads elsewhere; a folder below a file.
+  // Not an archive; a name without an end; out of memory; a file and a folder with the same name; a
+  // name that leads elsewhere; a folder below a file.
   KeptLog() : ExpectingLog({0, 5, 7, 70, 75, 76}) {}
 
   void LogError(const std::string& time_text, const std::string& procedure, std::int32_t number,
@@ -40,8 +40,8 @@ class KeptLog : public ExpectingLog {
   bool has_refused = false;
 };
 
-/// An archive of the lines' names and bytes; a name that begins with "+" is that of a deflated
-/// entry, one that begins with "!" of one that claims more bytes than it has.
+/// An archive of the names and bytes in the lines. A name that begins with "+" is a deflated entry;
+/// one that begins with "!" is an entry that declares more bytes than it has.
 std::string Described(std::string_view lines) {
   std::vector<fakes::ZipFile> files;
   bool is_name = true;
@@ -64,7 +64,7 @@ std::string Described(std::string_view lines) {
   return fakes::ZipOf(files);
 }
 
-/// The bytes that the archive declares: those of its largest entry, and those of all.
+/// The sizes that the archive declares: of its largest entry, and of all entries.
 struct Declared {
   std::uint64_t largest = 0;
   std::uint64_t all = 0;

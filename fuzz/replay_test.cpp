@@ -1,5 +1,5 @@
-// Gives every fuzz target its corpus, one input after the other, without a fuzzer. What a target
-// demands, and the sanitizers, end the program where an input fails.
+// Gives each fuzz target its corpus, one input after another, without a fuzzer. If an input fails,
+// the target's own checks or the sanitizers end the program.
 #include <gtest/gtest.h>
 
 #include <cstddef>

@@ -1,4 +1,4 @@
-// A manifest of a source that signs: no bytes count but those that its maker has signed.
+// A manifest of a source that signs: only bytes that its maker has signed are accepted.
 #include <string>
 
 #include "base/failure.h"

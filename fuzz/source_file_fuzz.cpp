@@ -23,7 +23,7 @@ constexpr const char* kPage =
     "<div id='updatedaddons'></div><div id='updatedtransports'></div>"
     "<div id='updatedchannels'></div>";
 
-/// Demands that nothing is ever stored but a file of the folder of manifests.
+/// Demands that only files in the folder of manifests are ever stored.
 class CheckedDownloads : public platform::TransportObject {
  public:
   void SetUp(platform::OvTransportEvents& /*receiver*/) override {}

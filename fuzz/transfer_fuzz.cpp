@@ -1,5 +1,5 @@
-// A download: the user's plain servers, the answer's Location and its Content-Length or
-// Content-Range, a line each, and then the request document, or a record of an earlier transfer.
+// A download: one line each for the user's plain HTTP servers, the answer's Location, and its
+// Content-Length or Content-Range; then the request document, or a record of an earlier transfer.
 #include <algorithm>
 #include <optional>
 
@@ -17,14 +17,14 @@ namespace {
 using ovalink::DownloadRequest;
 using ovalink::TransferAddress;
 
-/// Takes the first line off `text`.
+/// Removes the first line from `text` and returns it.
 std::string TakeLine(std::string_view& text) {
   const std::string line(text.substr(0, text.find('\n')));
   text.remove_prefix(std::min(line.size() + 1, text.size()));
   return line;
 }
 
-/// The address that `call` returns; none when it says why there is none.
+/// The address that `call` returns; empty if it reports a failure instead.
 template <typename Call>
 std::optional<TransferAddress> Try(Call call) {
   try {

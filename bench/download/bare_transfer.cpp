@@ -1,5 +1,6 @@
 // bare_transfer PORT PATH
-// Fetches a file from 127.0.0.1 with the system's HTTP client, drops what comes, and prints "done".
+// Fetches a file from 127.0.0.1 with the system's HTTP client, discards the data, and prints
+// "done".
 #include <windows.h>
 
 #include <winhttp.h>
@@ -30,6 +31,6 @@ int wmain(int count, wchar_t** words) {
   }
   std::puts("done");
   std::fflush(stdout);
-  // The process's end closes the handles.
+  // The end of the process closes the handles.
   return 0;
 }

@@ -1,4 +1,4 @@
-// Times the download object and curl in turn; see run.
+// Times the download object, the bare transfer and curl in turn; see run.
 import { spawn } from 'node:child_process';
 import { randomBytes } from 'node:crypto';
 import { once } from 'node:events';
@@ -41,7 +41,7 @@ const clients = {
   },
 };
 
-/** Fetches the file again and returns how many milliseconds it took. */
+/** Fetches the file again and returns the time in milliseconds. */
 async function fetchOnce({ file, command, words, last }) {
   if (file) fs.rmSync(file, { force: true });
   source.requests.length = 0;

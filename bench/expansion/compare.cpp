@@ -1,10 +1,10 @@
 // kitbay_bench_compare_expanders ROUNDS FOLDER ARCHIVE KITBAY
-// Expands an archive below FOLDER by each program in turn, ROUNDS times, every round beginning with
-// another one, and prints the median of the time that passed, that of the processor's time, and the
-// most memory that each had. KITBAY is the path of kitbay_bench_expansion.
+// Expands an archive below FOLDER with each program in turn, ROUNDS times, starting each round with a
+// different one. Prints the median elapsed time, the median processor time and the peak memory of each. KITBAY
+// is the path of kitbay_bench_expansion.
 //
-// This program is small and starts the others itself: what a process is said to have had at most
-// includes its parent's memory at the start.
+// This program is small and starts the others itself, because the reported peak memory of a process includes
+// its parent's memory at the start.
 #include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -92,7 +92,7 @@ int main(int count, char** words) {
       {"bsdtar", {"bsdtar", "-xf", archive}},
       {"miniunzip", {"miniunzip", "-o", archive}},
   };
-  // The first round only warms the machine up.
+  // The first round only warms up the machine.
   for (int round = 0; round <= rounds; ++round) {
     for (std::size_t turn = 0; turn < expanders.size(); ++turn) {
       Expander& expander = expanders[(turn + static_cast<std::size_t>(round)) % expanders.size()];

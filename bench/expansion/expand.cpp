@@ -8,7 +8,7 @@
 
 namespace {
 
-/// What is measured has to work.
+/// Ends the run, because what is measured must work.
 class PrintedLog : public kitbay::base::ErrorLog {
  public:
   std::string TimeText() const override { return {}; }

@@ -1,6 +1,6 @@
 // kitbay_bench_make_packages FOLDER
-// Makes small.zip, 5 000 files of up to 8 KB in 200 folders, and large.zip, 20 files of 20 MB.
-// Their text compresses to about a third, as programs and texts do; the same on every run.
+// Creates small.zip, 5 000 files of up to 8 KB in 200 folders, and large.zip, 20 files of 20 MB. Their text
+// compresses to about a third, as programs and texts do, and is the same in every run.
 #include <minizip/zip.h>
 
 #include <cstdint>
@@ -10,14 +10,14 @@
 
 namespace {
 
-/// Text of made-up words, from a generator of fixed numbers.
+/// Text of made-up words, from a generator with a fixed seed.
 class Text {
  public:
   std::string Take(std::size_t length) {
     std::string text;
     text.reserve(length + kLongestWord);
     while (text.size() < length) {
-      // Few words are frequent, many are rare.
+      // A few words are frequent, many are rare.
       const std::uint32_t word = Next() % (1U + Next() % 4000U);
       AppendWord(text, word);
     }

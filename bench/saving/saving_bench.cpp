@@ -18,7 +18,7 @@ using install::ComponentRecord;
 using install::DatastoreRegistration;
 using install::InstallSession;
 
-/// A disk that keeps what is put in place of the datastore, as a write to a real one copies it.
+/// A disk that keeps what replaces the datastore, copied as a write to a real disk would copy it.
 class SavedDisk : public DatastoreDisk {
  public:
   using DatastoreDisk::DatastoreDisk;
@@ -37,7 +37,7 @@ class StringSink : public pugi::xml_writer {
   std::string text;
 };
 
-// What the others are compared with: the XML library alone, on the same bytes.
+// The baseline: only the XML library, on the same bytes.
 void Bare(benchmark::State& state) {
   SavedDisk disk(DatastoreOf(ComponentKind::kAddon, static_cast<std::size_t>(state.range(0))));
   for (auto _ : state) {
@@ -84,7 +84,7 @@ class Installation {
       {log_, disk_, catalog_files_, settings_, desktop_, rows_, buttons_, sources_, session_}};
 };
 
-// From the message that a package is there to the message that the component is installed.
+// From the event that a package has arrived to the message that the component is installed.
 void Enter(benchmark::State& state) {
   Installation installation(static_cast<std::size_t>(state.range(0)),
                             {"chess", "Chess.Game", "Chess", "Plays", "chess.dll", "games", "1",
