@@ -1,7 +1,7 @@
 // kitbay_bench_memory KIND ENTRIES
-// Lists a datastore once and prints one line of CSV: the kind, the number of entries, the bytes of the
-// datastore, the listing's peak heap use in bytes, and the growth of the process in bytes. Each measurement
-// needs its own process, because a process never shrinks again.
+// Lists a datastore once and prints one line of CSV: the kind, the number of entries, the bytes of
+// the datastore, the listing's peak heap use in bytes, and the growth of the process in bytes. Each
+// measurement needs its own process, because a process never shrinks again.
 
 #include <malloc.h>
 #include <sys/resource.h>

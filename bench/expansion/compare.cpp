@@ -1,10 +1,10 @@
 // kitbay_bench_compare_expanders ROUNDS FOLDER ARCHIVE KITBAY
-// Expands an archive below FOLDER with each program in turn, ROUNDS times, starting each round with a
-// different one. Prints the median elapsed time, the median processor time and the peak memory of each. KITBAY
-// is the path of kitbay_bench_expansion.
+// Expands an archive below FOLDER with each program in turn, ROUNDS times, starting each round with
+// a different one. Prints the median elapsed time, the median processor time and the peak memory of
+// each. KITBAY is the path of kitbay_bench_expansion.
 //
-// This program is small and starts the others itself, because the reported peak memory of a process includes
-// its parent's memory at the start.
+// This program is small and starts the others itself, because the reported peak memory of a process
+// includes its parent's memory at the start.
 #include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/wait.h>

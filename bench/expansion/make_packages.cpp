@@ -1,6 +1,6 @@
 // kitbay_bench_make_packages FOLDER
-// Creates small.zip, 5 000 files of up to 8 KB in 200 folders, and large.zip, 20 files of 20 MB. Their text
-// compresses to about a third, as programs and texts do, and is the same in every run.
+// Creates small.zip, 5 000 files of up to 8 KB in 200 folders, and large.zip, 20 files of 20 MB.
+// Their text compresses to about a third, as programs and texts do, and is the same in every run.
 #include <minizip/zip.h>
 
 #include <cstdint>
