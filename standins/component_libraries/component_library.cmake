@@ -1,17 +1,17 @@
-# component_clsid(RESULT PROGID): the class identifier of a component, always the same for its ProgID.
+# component_clsid(RESULT PROGID): the class identifier of a component, always the same for a ProgID.
 function(component_clsid result progid)
   string(UUID uuid NAMESPACE 4c0c9b0e-6a39-4f52-8d5c-6b3c0a1f7e21 NAME "${progid}" TYPE SHA1 UPPER)
   set(${result} "{${uuid}}" PARENT_SCOPE)
 endfunction()
 
-# What all component libraries share is compiled once.
+# The code that all component libraries share is compiled once.
 add_library(component_server OBJECT "${CMAKE_CURRENT_LIST_DIR}/component_server.cpp")
 set(KITBAY_COMPONENT_SOURCES "${CMAKE_CURRENT_LIST_DIR}" CACHE INTERNAL "")
 
 # add_component_library(FILE file.dll OUTPUT_FOLDER folder VERSION a.b.c.d|none PROGID progid
 #                       NAME text [TARGET target])
 # A component library that registers PROGID below HKEY_CLASSES_ROOT and carries VERSION in its version
-# resource. TARGET tells two versions of one file apart; it is the file's name without extension by
+# resource. TARGET distinguishes two versions of one file; it is the file's name without extension by
 # default.
 function(add_component_library)
   cmake_parse_arguments(PARSE_ARGV 0 arg "" "FILE;OUTPUT_FOLDER;VERSION;PROGID;NAME;TARGET" "")

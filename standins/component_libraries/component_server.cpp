@@ -1,5 +1,5 @@
-// The in-process server that every component library is: one class, registered below
-// HKEY_CLASSES_ROOT, whose objects do nothing but exist.
+// The in-process server in every component library: one class, registered below HKEY_CLASSES_ROOT,
+// whose objects do nothing.
 
 #include <windows.h>
 
@@ -24,7 +24,7 @@ class CountedInModule {
   CountedInModule& operator=(const CountedInModule&) = delete;
 };
 
-/// Reference counting and QueryInterface for an object with one interface beside IUnknown.
+/// Reference counting and QueryInterface for an object with one interface besides IUnknown.
 template <class Interface>
 class Object : public Interface {
  public:
@@ -79,8 +79,8 @@ using UniqueKey = std::unique_ptr<HKEY, CloseKey>;
 std::wstring ClassKey() { return std::wstring(L"CLSID\\") + kIdentity.clsid; }
 std::wstring ProgIdKey() { return kIdentity.progid; }
 
-/// Writes a text value of a key below HKEY_CLASSES_ROOT, creating the key; returns the registry's
-/// code.
+/// Writes a text value of a key below HKEY_CLASSES_ROOT, creating the key if necessary. Returns the
+/// registry's result code.
 LSTATUS WriteText(const std::wstring& key, const wchar_t* value, const std::wstring& text) {
   HKEY opened = nullptr;
   const LSTATUS created = RegCreateKeyExW(HKEY_CLASSES_ROOT, key.c_str(), 0, nullptr, 0,

@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-/// Paints the client's contacts in their groups, with a mark for who is there.
+/// Paints the client's contacts in their groups, and marks those who are online.
 class ContactList {
  public:
   ContactList();

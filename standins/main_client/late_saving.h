@@ -2,17 +2,17 @@
 
 #include <string>
 
-/// A main client that saves the datastore when it ends: as it read it at its start, with an element
-/// "saved" added. It does so only where a file "Tessel.saves" lies beside the program.
+/// Makes the main client save the datastore when it ends: as it read it at its start, plus an
+/// element "saved". Only if a file "Tessel.saves" lies beside the program.
 class LateSaving {
  public:
   /// Reads the datastore.
   LateSaving();
 
   /// Saves the datastore as soon as somebody else has changed it, so that the change is lost, or
-  /// after three seconds without one.
+  /// after three seconds without a change.
   void Save() const;
 
  private:
-  std::string datastore_;  ///< empty when nothing is to be saved
+  std::string datastore_;  ///< empty if nothing is to be saved
 };

@@ -1,5 +1,5 @@
-// Stands in for the suite's main client: shows a contact list until it is told to close. Where a
-// file "Tessel.saves" lies beside it, it saves the datastore late, when its window has gone.
+// Stands in for the suite's main client: shows a contact list until it gets the close message. If a
+// file "Tessel.saves" lies beside it, it saves the datastore late, after its window has closed.
 
 #include <windows.h>
 
@@ -14,7 +14,7 @@ constexpr wchar_t kCaption[] = L"OvlTessel";
 constexpr int kWidth = 320;
 constexpr int kHeight = 440;
 
-// The contact list stands at the right edge of the screen, where it hides nobody's window.
+// The contact list is placed at the right edge of the screen, where it hides no other window.
 POINT FirstPlace() {
   RECT work{};
   SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);

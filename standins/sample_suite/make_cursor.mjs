@@ -1,6 +1,6 @@
 // Turns a picture into a Windows cursor file.
 // usage: make_cursor.mjs RGBA_FILE SIZE HOTSPOT_X HOTSPOT_Y CURSOR_FILE
-// RGBA_FILE holds SIZE x SIZE pixels of 4 bytes, top row first.
+// RGBA_FILE contains SIZE x SIZE pixels of 4 bytes, top row first.
 import { readFileSync, writeFileSync } from 'node:fs';
 
 const [rgbaFile, sizeText, hotspotX, hotspotY, cursorFile] = process.argv.slice(2);
@@ -10,7 +10,7 @@ if (rgba.length !== size * size * 4) {
   throw new Error(`${rgbaFile} holds ${rgba.length} bytes, not ${size} x ${size} pixels`);
 }
 
-// Rows of both pictures run from the bottom up; mask rows are padded to 32 bits.
+// Rows of both images run from the bottom up; mask rows are padded to 32 bits.
 const maskStride = Math.ceil(size / 32) * 4;
 const colours = Buffer.alloc(size * size * 4);
 const mask = Buffer.alloc(maskStride * size);

@@ -1,17 +1,18 @@
-# Sourced by lay_out and remove: where the sample suite lies in the Wine prefix.
+# Sourced by lay_out and remove: where the sample suite is in the Wine prefix.
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 source "$root/tools/wine_environment.sh"
 
 drive_c=$WINEPREFIX/drive_c
 uninstall_key='Microsoft\Windows\CurrentVersion\Uninstall\Tessel'
 shell_folders_key='Software\Microsoft\Windows\CurrentVersion\Explorer\Shell Folders'
-# Names the installation folder below drive C that lay_out made, so that nothing else is ever removed.
+# Names the installation folder below drive C that lay_out created, so that nothing else is ever
+# removed.
 laid_out=$WINEPREFIX/.sample_suite
 
 # The Windows form of a folder below drive C.
 windows_path() { echo "C:\\${1//\//\\}"; }
 
-# program_bits PROGRAM: 32 or 64, by the machine that the header of a Windows program names.
+# program_bits PROGRAM: 32 or 64, according to the header of a Windows program.
 program_bits() {
   local header machine
   header=$(od -An -t u4 -j 60 -N 4 "$1")
@@ -23,8 +24,8 @@ program_bits() {
   esac
 }
 
-# uninstall_key_for BITS: where programs of that bitness find the uninstall entry. 32-bit ones have a view
-# of their own on a 64-bit Windows.
+# uninstall_key_for BITS: where programs of that bitness find the uninstall entry. 32-bit programs
+# have their own view on a 64-bit Windows.
 uninstall_key_for() {
   if [[ $1 == 32 && $KITBAY_BITS == 64 ]]; then
     echo "SOFTWARE\\Wow6432Node\\$uninstall_key"
@@ -33,12 +34,12 @@ uninstall_key_for() {
   fi
 }
 
-# Takes the uninstall entry back, wherever it is, as lines of a registry file.
+# Removes the uninstall entry, wherever it is; as lines of a registry file.
 forget_uninstall_entry() {
   printf '[-HKEY_LOCAL_MACHINE\\SOFTWARE\\%s]\n\n' "$uninstall_key" "Wow6432Node\\$uninstall_key"
 }
 
-# The user's application data folder as the registry has it; empty when it has none.
+# The user's application data folder according to the registry; empty if it has none.
 registered_app_data() {
   awk -v section="[${shell_folders_key//\\/\\\\\\\\}]" '
     /^\[/ { inside = index($0, section) == 1 }
@@ -49,7 +50,7 @@ registered_app_data() {
     }' "$WINEPREFIX/user.reg"
 }
 
-# The same as a Unix path, or the usual place when the registry has none.
+# The same as a Unix path, or the usual place if the registry has none.
 app_data_folder() {
   local registered user
   registered=$(registered_app_data)
@@ -63,7 +64,7 @@ app_data_folder() {
   done
 }
 
-# forget_classes BUILD: what takes back all that the component libraries of a build can register, as
+# forget_classes BUILD: removes everything that the component libraries of a build can register; as
 # lines of a registry file.
 forget_classes() {
   local progid clsid
@@ -72,7 +73,7 @@ forget_classes() {
   done < <(cat "$1"/standins/{component_libraries,update_source}/classes.txt)
 }
 
-# Enters the registry file on standard input, with one start of Wine.
+# Imports the registry file on standard input, with a single start of Wine.
 import_registry() {
   local file
   file=$(mktemp "$WINEPREFIX/registry.XXXXXX")

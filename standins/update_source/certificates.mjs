@@ -1,13 +1,14 @@
-// Certificates for a source with TLS: made here and now, for loopback only, and never kept in the tree.
+// Certificates for a source with TLS: created on the spot, for loopback only, and never kept in the
+// tree.
 import { execFileSync } from 'node:child_process';
 import { createHash, X509Certificate } from 'node:crypto';
 import fs from 'node:fs';
 import path from 'node:path';
 
-// Wine compares the host with DNS names only, even where it is an address.
+// Wine compares the host only with DNS names, even if it is an address.
 const kLoopback = 'IP:127.0.0.1,DNS:127.0.0.1,DNS:localhost';
 
-/** What each certificate is told apart by: who it is for, for how many days, and who signs it. */
+/** What distinguishes the certificates: the names, the days of validity, and the signer. */
 const kKinds = {
   good: { names: kLoopback, days: 30 },
   'wrong-name': { names: 'DNS:updates.example', days: 30 },
@@ -49,7 +50,9 @@ function areUsable(folder) {
   }
 }
 
-/** An authority and the certificates it gave out, in a folder where they are made when missing or old. */
+/**
+ * An authority and the certificates it issued, in a folder; created there if missing or too old.
+ */
 export class Certificates {
   #folder;
 
@@ -63,7 +66,7 @@ export class Certificates {
     fs.renameSync(making, folder);
   }
 
-  /** Where the authority's certificate lies, as PEM. */
+  /** The path of the authority's certificate, as PEM. */
   get authorityFile() {
     return path.join(this.#folder, 'ca.pem');
   }
@@ -76,8 +79,8 @@ export class Certificates {
   }
 
   /**
-   * The authority as a registry file to import: below HKEY_LOCAL_MACHINE, where a Windows machine
-   * keeps the roots that all its users trust.
+   * The authority as a registry file to import: below HKEY_LOCAL_MACHINE, where Windows keeps the
+   * root certificates that all users of a machine trust.
    */
   get registryEntry() {
     const der = new X509Certificate(fs.readFileSync(this.authorityFile)).raw;

@@ -1,4 +1,4 @@
-// Packages that no honest source would serve, and the maker of archives for them.
+// Packages that no honest source would serve, and a function that creates archives for them.
 import { deflateRawSync } from 'node:zlib';
 
 const kUtf8Flag = 0x0800;
@@ -13,7 +13,7 @@ const kSums = Uint32Array.from({ length: 256 }, (_, byte) => {
 });
 const sumOf = (bytes) => ~bytes.reduce((sum, byte) => (sum >>> 8) ^ kSums[(sum ^ byte) & 0xff], ~0) >>> 0;
 
-/** Numbers in the order of a zip header: [bytes, number] each. */
+/** Little-endian numbers for a zip header: [bytes, number] each. */
 function fields(...numbers) {
   const bytes = Buffer.alloc(numbers.reduce((sum, [size]) => sum + size, 0));
   let at = 0;
@@ -22,8 +22,8 @@ function fields(...numbers) {
 }
 
 /**
- * The bytes of an archive of {name, bytes, deflated, sum, size, method, zip64}; `sum`, `size` and
- * `method` are what the archive claims instead of the truth, and with `zip64` the sizes stand in the
+ * The bytes of an archive of {name, bytes, deflated, sum, size, method, zip64}. `sum`, `size` and
+ * `method` are what the archive claims instead of the truth; with `zip64` the sizes are in the
  * entry's zip64 field.
  */
 export function zipOf(files) {
@@ -62,7 +62,7 @@ const badName = (name, shown = name.replaceAll('/', '\\')) => ({
 });
 const kWhole = zipOf([kFirst, { name: 'bin/a.txt', bytes: 'a'.repeat(5000), deflated: true }]);
 
-/** By id: the bytes of a package, and the number and description that say why it is refused. */
+/** By id: the bytes of a package, and the number and description of its refusal. */
 export const hostilePackages = {
   parent: badName('../evil.txt'),
   backslashes: badName('..\\..\\evil.txt'),

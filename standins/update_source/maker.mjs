@@ -1,17 +1,17 @@
-// Whoever makes the manifests of a source and signs them, written after docs/formats.md alone: what
-// these signatures prove does not rest on the program's own way of making them.
+// The maker of a source's manifests, who signs them. Written only from docs/formats.md, so that
+// what these signatures prove does not depend on the program's own way of creating them.
 import crypto from 'node:crypto';
 
 const kPrivateKeyStart = Buffer.from('302e020100300506032b657004220420', 'hex');
 const kDay = 24 * 60 * 60 * 1000;
 
-/** The day that lies `days` from today, as a manifest has it. */
+/** The date `days` from today, in a manifest's format. */
 export function dayFromToday(days) {
   const date = new Date(Date.now() + days * kDay);
   return [date.getFullYear(), date.getMonth() + 1, date.getDate()].map((part) => String(part).padStart(2, '0')).join('-');
 }
 
-/** A maker with a key of its own; the same number is the same maker. */
+/** A maker with its own key; the same number is the same maker. */
 export class Maker {
   #secret;
 

@@ -1,10 +1,10 @@
-// The ways in which an update source can go wrong, by name. Each is made with its options and answers
+// The ways in which an update source can go wrong, by name. Each is created with its options and answers
 // an exchange:
 //   type, content   what an honest source would serve
 //   origin          the source's scheme, host and port
-//   path            the path asked for
-//   socket          the connection, to be written to as it is
-//   reset()         breaks the connection off
+//   path            the requested path
+//   socket          the connection, to be written to directly
+//   reset()         resets the connection
 import { STATUS_CODES } from 'node:http';
 import { Readable } from 'node:stream';
 import { pipeline } from 'node:stream/promises';
@@ -35,7 +35,7 @@ function whole(status, type, body, fields = {}) {
   return head(status, { ...fields, 'Content-Type': type, 'Content-Length': Buffer.byteLength(body) }) + body;
 }
 
-/** The content in chunks, without the empty one that ends a transfer. */
+/** The content in chunks, without the empty chunk that ends a transfer. */
 function inChunks(content, size = 4096) {
   const pieces = [];
   for (let at = 0; at < content.length; at += size) {
@@ -45,7 +45,7 @@ function inChunks(content, size = 4096) {
   return Buffer.concat(pieces.map((piece) => Buffer.from(piece)));
 }
 
-/** An honest answer that stops at some point and goes on only when it is told to. */
+/** An honest answer that stops at some point and continues only on request. */
 class HeldAnswer {
   #headFirst;
   #bytesFirst;
@@ -54,7 +54,7 @@ class HeldAnswer {
   #headSent = false;
   #sent = 0;
 
-  /** Settles when an answer has come to the point where it stops. */
+  /** Settles when an answer has reached the point where it stops. */
   reached = new Promise((resolve) => (this.#reach = resolve));
 
   constructor(headFirst, bytesFirst) {
@@ -76,7 +76,7 @@ class HeldAnswer {
     return this.#sent;
   }
 
-  /** Sends the next bytes, and settles when they are on their way; true when none are left. */
+  /** Sends the next bytes, and settles when they are on their way; true if none are left. */
   async next(count = 1) {
     const { content, socket } = this.#exchange;
     await this.#sendHead();
@@ -88,7 +88,7 @@ class HeldAnswer {
     return true;
   }
 
-  /** Sends all that is left. */
+  /** Sends everything that is left. */
   async rest() {
     await this.next(Infinity);
   }
@@ -121,13 +121,15 @@ export const misbehaviours = {
   /** The request is read, then the connection is reset. */
   refuse: simply(({ reset }) => reset()),
 
-  /** Nothing comes until the returned HeldAnswer is told to go on. */
+  /** Nothing comes until the returned HeldAnswer is told to continue. */
   stall: () => new HeldAnswer(false, 0),
 
-  /** Heading and the first bytes of the content come, then nothing until it is told to go on. */
+  /**
+   * The header and the first bytes of the content come, then nothing until it is told to continue.
+   */
   'stall-body': ({ after = 16 } = {}) => new HeldAnswer(true, after),
 
-  /** The heading comes; each byte of the content has to be asked for. */
+  /** The header comes; each byte of the content must be requested. */
   drip: () => new HeldAnswer(true, 0),
 
   /** Fewer bytes come than were announced. */
@@ -137,8 +139,8 @@ export const misbehaviours = {
   }),
 
   /**
-   * A source that validates ends the answer after so many bytes of the body. `fields` of the heading are
-   * others than they should be.
+   * A source that validates ends the answer after this many bytes of the body. `fields` replaces
+   * header fields with wrong ones.
    */
   'validated-cut-short': simply(({ headers, content, type, socket }, { after = Infinity, fields: others = {} }) => {
     const { status, fields, body } = validatedAnswer(headers, content);
@@ -146,7 +148,7 @@ export const misbehaviours = {
     socket.end(body.subarray(0, after));
   }),
 
-  /** A source that validates stops after so many bytes of the body, and waits. */
+  /** A source that validates stops after this many bytes of the body, and waits. */
   'validated-held': ({ after }) => {
     let reach;
     const reached = new Promise((resolve) => (reach = resolve));
@@ -158,14 +160,17 @@ export const misbehaviours = {
     return { reached, answer };
   },
 
-  /** More bytes come than were announced: the content and `extra` bytes, `announced` of them expected. */
+  /**
+   * More bytes come than were announced: the content and `extra` bytes, of which `announced` are
+   * expected.
+   */
   'too-much': simply((exchange, { announced = exchange.content.length, extra = 1024 }) => {
-    // In one piece, so that a client that has read the heading may have the rest as well.
+    // In one piece, so that a client that has read the header may have the rest as well.
     const heading = Buffer.from(contentHead(exchange, announced));
     exchange.socket.end(Buffer.concat([heading, exchange.content, Buffer.alloc(extra, 'x')]));
   }),
 
-  /** As "too-much", but what was not announced comes when the client has hung up, or never. */
+  /** As "too-much", but the unannounced bytes come when the client has hung up, or never. */
   'too-much-later': simply((exchange, { announced }) => {
     exchange.socket.write(contentHead(exchange, announced));
     exchange.socket.write(exchange.content.subarray(0, announced));
@@ -190,7 +195,7 @@ export const misbehaviours = {
     socket.end(inChunks(content.subarray(0, content.length >> 1)));
   }),
 
-  /** `to` is a path on the same host, or a whole URL. */
+  /** `to` is a path on the same host, or a complete URL. */
   redirect: simply(({ socket, origin }, { to, status = 302 }) => {
     socket.end(whole(status, 'text/plain', 'Moved', { Location: to.startsWith('/') ? origin + to : to }));
   }),
@@ -199,18 +204,18 @@ export const misbehaviours = {
     socket.end(whole(302, 'text/plain', 'Moved', { Location: origin + path }));
   }),
 
-  /** The given status with a page that says so in words. */
+  /** The given status, with a page that says so in words. */
   status: simply(({ socket }, { status }) => {
     const asks = status === 401 ? { 'WWW-Authenticate': 'Basic realm="Updates"' } : {};
     socket.end(whole(status, 'text/html', `<h1>${STATUS_CODES[status]}</h1>`, asks));
   }),
 
-  /** What a network's gate serves in place of everything, as if all were well. */
+  /** What a network's gateway serves in place of everything, as if all were well. */
   'login-page': simply(({ socket }) => socket.end(whole(200, 'text/html; charset=utf-8', kLoginPage))),
 
   empty: simply(({ type, socket }) => socket.end(whole(200, type, ''))),
 
-  /** 100 MB of zeros; without announcing so if not `announced`. */
+  /** 100 MB of zeros; without announcing the length if not `announced`. */
   zeros: simply(async ({ type, socket }, { bytes = 100 * 1024 * 1024, announced = true }) => {
     socket.write(head(200, { 'Content-Type': type, ...(announced ? { 'Content-Length': bytes } : {}) }));
     try {

@@ -1,4 +1,5 @@
-// Holds the manifests to the packages of the Windows build (that of KITBAY_BITS, or KITBAY_UPDATE_PACKAGES).
+// Compares the manifests with the packages of the Windows build (that of KITBAY_BITS, or
+// KITBAY_UPDATE_PACKAGES).
 import assert from 'node:assert/strict';
 import { after, before, test } from 'node:test';
 import { inflateRawSync } from 'node:zlib';
@@ -6,7 +7,9 @@ import { UpdateSource } from './server.mjs';
 
 const kKinds = ['addon', 'transport', 'channel'];
 
-/** Offers that nobody can ask for: the suite has the same version, or a rule keeps the button away. */
+/**
+ * Offers that nobody can request: the suite has the same version, or a rule withholds the button.
+ */
 const kWithoutPackage = ['canvas', 'ovlnet', 'VoiceNotes'];
 
 let source;
@@ -53,7 +56,7 @@ function versionOf(library) {
   return [10, 8, 14, 12].map((offset) => library.readUInt16LE(at + offset)).join('.');
 }
 
-test('each entry begins with its id and has all that its kind needs', () => {
+test('each entry begins with its id and has everything that its kind needs', () => {
   const kCommon = ['name', 'version', 'description', 'url', 'progid', 'filename', 'category'];
   const kOwn = {
     addon: ['autoaccept', 'params', 'offline', 'dependencies'],
@@ -68,7 +71,7 @@ test('each entry begins with its id and has all that its kind needs', () => {
   }
 });
 
-test('the sources offer what tells their readers apart', () => {
+test('the sources offer entries that distinguish different readers', () => {
   const idsOf = (manifest, kind) => offersOf(manifest).filter((offer) => offer.kind === kind).map(idOf);
   assert.deepEqual(kKinds.map((kind) => idsOf('/ovalink.xml', kind)), [
     ['spellcheck', 'translator', 'chess', 'canvas', 'scrapbook'],
@@ -82,19 +85,19 @@ test('the sources offer what tells their readers apart', () => {
   ]);
 });
 
-test('each offer that can be asked for has its package', () => {
+test('each offer that can be requested has its package', () => {
   const without = allOffers().filter((offer) => packageOf(offer) === null);
   assert.deepEqual(without.map(idOf).sort(), [...kWithoutPackage].sort());
 });
 
-test('the packages hold the libraries and files that the manifests name, in the offered version', () => {
+test('the packages contain the libraries and files that the manifests name, in the offered version', () => {
   let libraries = 0;
   for (const offer of allOffers()) {
     const archive = packageOf(offer);
     if (archive === null) continue;
     const files = filesOf(archive);
     const named = new Set(`${offer.filename},${offer.dependencies ?? ''}`.split(',').filter((name) => name));
-    // Several libraries of a messaging service lie in a folder of its own.
+    // Several libraries of a messaging service are in a folder of their own.
     const folder = offer.kind === 'transport' && named.size > 1 ? `${idOf(offer)}/` : '';
     for (const name of named) {
       const library = files.get(folder + name);

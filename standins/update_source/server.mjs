@@ -1,7 +1,7 @@
 // server.mjs [--tls CERTIFICATE] [--packages FOLDER] [PATH=MISBEHAVIOUR...]
-// The sample update source: serves the manifests of data/ and the packages of the Windows build on
+// The sample update source: serves the manifests in data/ and the packages of the Windows build on
 // loopback, prints its host and port as its first line, and runs until it is ended. The class is for
-// tests, which can have it misbehave, watch what it is asked, and serve what they like.
+// tests, which can make it misbehave, watch its requests, and serve what they like.
 import { EventEmitter, once } from 'node:events';
 import fs from 'node:fs';
 import http from 'node:http';
@@ -25,14 +25,14 @@ const kLoopback = '127.0.0.1';
 const kTypes = { '.xml': 'text/xml; charset=utf-8', '.zip': 'application/zip' };
 const typeOf = (name) => kTypes[path.posix.extname(name)] ?? 'application/octet-stream';
 
-/** Options for a server that speaks only that protocol; what is old has to be allowed as well. */
+/** Options for a server that supports only that protocol; old protocols must also be permitted. */
 const only = (protocol) =>
   protocol ? { minVersion: protocol, maxVersion: protocol, ciphers: 'DEFAULT@SECLEVEL=0' } : {};
 
 /**
- * One update source on a port of its own. What it is asked is kept in `requests`, in order: {method,
- * path, host, headers, closed}, where `closed` settles when the connection has ended, and {status} of an answer
- * of a source that validates.
+ * One update source on its own port. Its requests are kept in `requests`, in order: {method, path,
+ * host, headers, closed}, where `closed` settles when the connection has ended, and the answer's
+ * {status} if the source validates.
  */
 export class UpdateSource {
   requests = [];
@@ -47,10 +47,11 @@ export class UpdateSource {
   #asked = new EventEmitter().setMaxListeners(0);
 
   /**
-   * `tls` is the certificate to serve HTTPS with ("good", "wrong-name", "expired", "self-signed");
-   * without it the source speaks plain HTTP. `protocol` is the only one that it then speaks
-   * ("TLSv1.1"). `packages` is the folder of the packages. A source that `validates` gives entity tags
-   * and dates, and can be asked for what has changed and for the rest of a file.
+   * `tls` is the certificate with which to serve HTTPS ("good", "wrong-name", "expired",
+   * "self-signed"); without it the source uses plain HTTP. `protocol` is then the only TLS version
+   * that it supports ("TLSv1.1"). `packages` is the folder of the packages. A source that
+   * `validates` sends entity tags and dates, and supports requests for what has changed and for the
+   * rest of a file.
    */
   static async start({ tls = null, protocol = null, packages = kPackageFolder, validates = false } = {}) {
     const source = new UpdateSource(tls, protocol, packages, validates);
@@ -68,7 +69,7 @@ export class UpdateSource {
     this.#server = tls
       ? https.createServer({ ...new Certificates(kCertificateFolder).identity(tls), ...only(protocol) }, answer)
       : http.createServer(answer);
-    // No clock of the server's own ends a connection: that is the tests' business.
+    // The server has no time-outs of its own: ending connections is up to the tests.
     Object.assign(this.#server, { keepAliveTimeout: 0, headersTimeout: 0, requestTimeout: 0, timeout: 0 });
     this.#server.on('connection', (connection) => {
       this.#connections.add(connection);
@@ -86,12 +87,12 @@ export class UpdateSource {
     return `${kLoopback}:${this.port}`;
   }
 
-  /** Scheme and host, as URLs begin. */
+  /** Scheme and host, as at the start of URLs. */
   get origin() {
     return `${this.#tls ? 'https' : 'http'}://${this.host}`;
   }
 
-  /** The same source by another name of the host. */
+  /** The same source under another name of the host. */
   get otherOrigin() {
     return this.origin.replace(kLoopback, 'localhost');
   }
@@ -101,14 +102,16 @@ export class UpdateSource {
     return new Certificates(kCertificateFolder);
   }
 
-  /** Serves `content` at `path` in place of what is there; "@ORIGIN@" in a text becomes the origin. */
+  /**
+   * Serves `content` at `path` in place of what is there; "@ORIGIN@" in a text becomes the origin.
+   */
   publish(path, content) {
     this.#published.set(path, content);
   }
 
   /**
-   * Answers requests for `path` in a wrong way from now on; the ways and their options are those of
-   * misbehaviours.mjs. Gives the answer's handle, which holds and drips.
+   * Answers requests for `path` wrongly from now on; the ways and their options are those of
+   * misbehaviours.mjs. Returns the answer's handle, if it can hold or drip.
    */
   misbehave(path, mode, options) {
     if (!Object.hasOwn(misbehaviours, mode)) throw new Error(`There is no misbehaviour "${mode}"`);
@@ -124,7 +127,7 @@ export class UpdateSource {
     else this.#misbehaving.delete(path);
   }
 
-  /** The `count`th request for `path`, as soon as it has come. */
+  /** The `count`th request for `path`, as soon as it has arrived. */
   async request(path, count = 1) {
     for (;;) {
       const found = this.requests.filter((request) => request.path === path)[count - 1];
@@ -133,7 +136,7 @@ export class UpdateSource {
     }
   }
 
-  /** What an honest source serves at a path; null when that is nothing. */
+  /** What an honest source serves at a path; null if there is nothing. */
   contentOf(pathAsked) {
     let content = this.#published.get(pathAsked) ?? this.#fileContent(pathAsked);
     if (content === null) return null;
@@ -142,8 +145,8 @@ export class UpdateSource {
   }
 
   /**
-   * A port of loopback where connections are refused, as {host, release()}: it is in use, by the near
-   * end of a connection to this source, so that nobody can begin to listen there.
+   * A loopback port that refuses connections, as {host, release()}. It is in use, as the near end
+   * of a connection to this source, so nobody can start to listen there.
    */
   async closedPort() {
     const connection = net.connect(this.port, kLoopback);
@@ -203,7 +206,7 @@ export class UpdateSource {
     }
   }
 
-  /** Resets the connection below the socket, which may be an encrypted one. */
+  /** Resets the connection below the socket, which may be encrypted. */
   #reset(socket) {
     for (const connection of this.#connections) {
       if (connection.remotePort === socket.remotePort) connection.resetAndDestroy();

@@ -14,14 +14,14 @@ import { UpdateSource } from './server.mjs';
 const kManifest = '/ovalink.xml';
 const test = (name, body) => nodeTest(name, { timeout: 60000 }, body);
 
-/** Starts a source that the test's end closes. */
+/** Starts a source that is closed when the test ends. */
 async function start(t, options) {
   const source = await UpdateSource.start(options);
   t.after(() => source.close());
   return source;
 }
 
-/** Asks for a path on a connection of its own; gives what is collected and the connection. */
+/** Requests a path on a separate connection; returns what was collected and the connection. */
 function ask(host, path) {
   const [name, port] = host.split(':');
   const socket = net.connect(Number(port), name);
@@ -62,14 +62,14 @@ describe('An honest source', () => {
     for (const url of urls) assert.match(url, new RegExp(`^http://${source.host}/packages/[a-z]+\\.zip$`));
   });
 
-  test('says 404 to what it does not have and to what lies outside its folders', async (t) => {
+  test('answers 404 for what it does not have and what lies outside its folders', async (t) => {
     const source = await start(t);
     for (const path of ['/none.xml', '/packages/none.zip', '/../server.mjs', '/packages/../../CMakeCache.txt']) {
       assert.equal(status(await answerOf(source, path)), 404, path);
     }
   });
 
-  test('keeps what it is asked, in order', async (t) => {
+  test('keeps the requests, in order', async (t) => {
     const source = await start(t);
     const second = source.request('/partners.xml');
     await answerOf(source);
@@ -88,7 +88,7 @@ describe('An honest source', () => {
     assert.deepEqual((await answerOf(source, '/packages/own.zip')).body, Buffer.from([0x50, 0x4b, 0xff]));
   });
 
-  test('knows a port where nobody listens', async (t) => {
+  test('has a port where nobody listens', async (t) => {
     const source = await start(t);
     const port = await source.closedPort();
     t.after(port.release);
@@ -97,7 +97,7 @@ describe('An honest source', () => {
 });
 
 describe('The source as a program', () => {
-  test('prints where it listens, and misbehaves as its arguments say', async (t) => {
+  test('prints where it listens, and misbehaves according to its arguments', async (t) => {
     const script = fileURLToPath(new URL('server.mjs', import.meta.url));
     const program = spawn(process.execPath, [script, '/partners.xml=404'], { stdio: ['ignore', 'pipe', 'inherit'] });
     const ended = once(program, 'exit');
@@ -132,7 +132,7 @@ describe('A misbehaving source', () => {
     assert.equal(answer.bytes.length, 0);
   });
 
-  test('stalls before the answer, and goes on when told to', async (t) => {
+  test('stalls before the answer, and continues when told to', async (t) => {
     const source = await start(t);
     const stall = source.misbehave(kManifest, 'stall');
     const answer = ask(source.host, kManifest);
@@ -143,7 +143,7 @@ describe('A misbehaving source', () => {
     assert.deepEqual(answer.body, source.contentOf(kManifest));
   });
 
-  test('sees that a client had enough of a stall', async (t) => {
+  test('sees that a client gives up on a stall', async (t) => {
     const source = await start(t);
     const stall = source.misbehave(kManifest, 'stall');
     const answer = ask(source.host, kManifest);
@@ -167,7 +167,7 @@ describe('A misbehaving source', () => {
     assert.deepEqual(answer.body, source.contentOf(kManifest));
   });
 
-  test('drips as many bytes as it is asked for', async (t) => {
+  test('drips as many bytes as requested', async (t) => {
     const source = await start(t);
     source.publish('/five.xml', 'abcde');
     const drip = source.misbehave('/five.xml', 'drip');
@@ -273,7 +273,7 @@ describe('A misbehaving source', () => {
   });
 
   for (const code of [401, 404, 500]) {
-    test(`says ${code}`, async (t) => {
+    test(`answers ${code}`, async (t) => {
       const source = await start(t);
       source.misbehave(kManifest, String(code));
       const answer = await answerOf(source);
@@ -283,7 +283,7 @@ describe('A misbehaving source', () => {
     });
   }
 
-  test('says any other status', async (t) => {
+  test('answers any other status', async (t) => {
     const source = await start(t);
     source.misbehave(kManifest, 'status', { status: 503 });
     assert.match((await answerOf(source)).head, /^HTTP\/1.1 503 Service Unavailable/);
@@ -337,7 +337,7 @@ describe('A misbehaving source', () => {
 });
 
 describe('A source with TLS', () => {
-  /** Asks as a client that trusts the authority; gives the body, or the error's code. */
+  /** Requests as a client that trusts the authority; returns the body, or the error's code. */
   function askSecurely(source, path = kManifest) {
     const ca = fs.readFileSync(UpdateSource.certificates().authorityFile);
     return new Promise((resolve) => {
@@ -360,7 +360,7 @@ describe('A source with TLS', () => {
   });
 
   for (const protocol of ['TLSv1.1', 'TLSv1.2']) {
-    test(`can speak ${protocol} alone`, async (t) => {
+    test(`can support ${protocol} alone`, async (t) => {
       const source = await start(t, { tls: 'good', protocol });
       const [host, port] = source.host.split(':');
       const speak = async (options) => {

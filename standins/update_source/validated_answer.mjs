@@ -1,5 +1,5 @@
-// The answers of a server that knows what its files are: with an entity tag and a date, to be asked for
-// what has changed and for what is missing.
+// The answers of a server that can identify its files by an entity tag and a date, so that clients
+// can ask for what has changed and for what is missing.
 import { createHash } from 'node:crypto';
 
 const kDate = 'Sat, 21 Nov 2026 10:15:30 GMT';

@@ -64,7 +64,7 @@ VARIANT Long(long number) {
   return value;
 }
 
-/** "C:\folder\page.html" for "file:///C:/folder/page.html"; any other URL as it is. */
+/** "C:\folder\page.html" for "file:///C:/folder/page.html"; any other URL unchanged. */
 std::wstring Told(const std::wstring& url) {
   wchar_t path[MAX_PATH];
   DWORD length = MAX_PATH;
@@ -133,7 +133,7 @@ void BrowserEvents::NewWindow(const std::wstring& url, const std::wstring& from_
   if (is_cancelled == VARIANT_FALSE) {
     point_.Fire(DISPID_NEWWINDOW2, {browser, Reference(is_cancelled)});
   }
-  // There is no other window to open: an offered browser is not used.
+  // No other window can be opened: an offered browser is not used.
   if (offered) offered->Release();
 }
 

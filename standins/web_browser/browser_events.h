@@ -6,7 +6,9 @@
 
 namespace kitbay::web_browser {
 
-/** The control's own events, DWebBrowserEvents2. URLs of local files are told as their paths. */
+/**
+ * The control's own events, DWebBrowserEvents2. URLs of local files are reported as their paths.
+ */
 class BrowserEvents {
  public:
   /** `owner` is the control, both as the events' source and as their first argument. */
@@ -14,16 +16,18 @@ class BrowserEvents {
 
   ConnectionPoint& point() { return point_; }
 
-  /** Whether a sink cancels the navigation. */
+  /** Returns whether a sink cancels the navigation. */
   bool BeforeNavigate(const std::wstring& url);
 
-  /** Announces what is about to be loaded, a document or a file to keep; whether the host cancels.
+  /**
+   * Announces a document or a file to keep that is about to be loaded. Returns whether the host
+   * cancels it.
    */
   bool FileDownload(bool is_document);
 
   void NavigateComplete(const std::wstring& url);
   void DocumentComplete(const std::wstring& url);
-  /** Whether a sink keeps the error page away. */
+  /** Returns whether a sink suppresses the error page. */
   bool NavigateError(const std::wstring& url, int status);
   void NewWindow(const std::wstring& url, const std::wstring& from_url);
 

@@ -9,7 +9,7 @@
 
 namespace kitbay::web_browser {
 
-/** Whether a pointer to Interface is what QueryInterface gives for an id: its own or a base's. */
+/** Whether QueryInterface returns a pointer to Interface for an id: its own or that of a base. */
 template <typename Interface>
 bool Answers(REFIID id) {
   return id == __uuidof(Interface);
@@ -32,7 +32,7 @@ inline bool Answers<IViewObject2>(REFIID id) {
   return id == IID_IViewObject2 || id == IID_IViewObject;
 }
 
-/** Reference counting and QueryInterface over a list of interfaces; the first is the identity. */
+/** Reference counting and QueryInterface for a list of interfaces; the first is the identity. */
 template <typename First, typename... Others>
 class ComObject : public First, public Others... {
  public:
@@ -66,7 +66,7 @@ class ComObject : public First, public Others... {
   ULONG references_ = 1;  // Apartment-threaded.
 };
 
-/** Runs the body of a COM method; nothing is thrown out of it. */
+/** Runs the body of a COM method; no exception escapes from it. */
 template <typename Body>
 HRESULT Guarded(Body body) noexcept {
   try {

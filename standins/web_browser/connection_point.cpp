@@ -54,7 +54,7 @@ bool ConnectionPoint::Fire(DISPID event, std::vector<VARIANT> arguments) {
   std::reverse(arguments.begin(), arguments.end());
   DISPPARAMS parameters = {arguments.data(), nullptr, static_cast<UINT>(arguments.size()), 0};
   bool is_cancelled = false;
-  // A sink may come or go while it is called.
+  // Sinks may be added or removed while they are called.
   const std::map<DWORD, ComPtr<IDispatch>> sinks = sinks_;
   for (const auto& [cookie, sink] : sinks) {
     VARIANT result;

@@ -8,7 +8,7 @@
 
 namespace kitbay::web_browser {
 
-/** One source of events, part of the object that owns it and living as long. */
+/** A source of events, part of the object that owns it, with the same lifetime. */
 class ConnectionPoint : public IConnectionPoint {
  public:
   ConnectionPoint(IConnectionPointContainer* owner, REFIID events);
@@ -26,8 +26,8 @@ class ConnectionPoint : public IConnectionPoint {
   bool HasSinks() const { return !sinks_.empty(); }
 
   /**
-   * Calls the event on every sink, arguments in their documented order. Whether one of them
-   * returned the Boolean False, which cancels an event that can be cancelled.
+   * Calls the event on every sink, with the arguments in their documented order. Returns whether a
+   * sink returned the Boolean False, which cancels an event that can be cancelled.
    */
   bool Fire(DISPID event, std::vector<VARIANT> arguments);
 

@@ -16,7 +16,7 @@ Control::Control()
 Control::~Control() { session_->Detach(); }
 
 void Control::HandleNotice(const Json& notice) {
-  // The host may release the control in its answer to an event.
+  // The host may release the control while it handles an event.
   const ComPtr<IConnectionPointContainer> alive = this;
   const std::wstring& kind = notice.At("t").Text();
   if (kind == L"frame") {
@@ -46,7 +46,7 @@ void Control::HandleNotice(const Json& notice) {
 void Control::HandleNavigation(const Json& notice) {
   ready_state_ = READYSTATE_LOADING;
   const bool is_document = notice.At("document").Boolean();
-  // Each answer counts, also where the other one has cancelled already.
+  // Each answer counts, even if the other one has already cancelled.
   const bool is_left = events_.BeforeNavigate(notice.At("url").Text());
   const bool is_cancelled = is_left || events_.FileDownload(is_document) || !is_document;
   link_.Tell({{"op", "decide"}, {"n", notice.At("n")}, {"cancel", is_cancelled}});
@@ -116,7 +116,7 @@ void Control::TellSize() {
 }
 
 void Control::TellColors() {
-  // The names of style sheets, in lower case.
+  // The colours' names in style sheets, in lower case.
   static constexpr std::pair<const char*, int> kColors[] = {
       {"activeborder", COLOR_ACTIVEBORDER},
       {"activecaption", COLOR_ACTIVECAPTION},
@@ -164,7 +164,7 @@ HRESULT Control::NavigateTo(const std::wstring& url) {
   try {
     const bool is_first = !link_.IsConnected();
     const std::optional<int> flags = site_.DownloadControl();
-    // The helper asks for the host's consent by a notice, which comes as a message.
+    // The helper asks for the host's consent by a notice, which arrives as a message.
     link_.Call({{"op", "navigate"}, {"url", url}, {"flags", flags ? Json(*flags) : Json(nullptr)}});
     ready_state_ = READYSTATE_LOADING;
     if (is_first) TellSize();

@@ -18,7 +18,7 @@ namespace kitbay::web_browser {
 inline constexpr CLSID kControlClass = {
     0x8856F961, 0x340A, 0x11D0, {0xA9, 0x6B, 0x00, 0xC0, 0x4F, 0xD7, 0x05, 0xA2}};
 
-/** The optical zoom in percent of a page that has none. */
+/** The optical zoom of an unzoomed page, in percent. */
 inline constexpr int kUnzoomed = 100;
 
 /** The control as its host sees it, for one apartment. */

@@ -34,7 +34,7 @@ int Modifiers() {
   return (IsDown(VK_MENU) ? 1 : 0) | (IsDown(VK_CONTROL) ? 2 : 0) | (IsDown(VK_SHIFT) ? 8 : 0);
 }
 
-/** Left 1, right 2, middle 4, out of the key state of a mouse message. */
+/** Left 1, right 2, middle 4, from the key state of a mouse message. */
 int Buttons(WPARAM keys) {
   return ((keys & MK_LBUTTON) ? 1 : 0) | ((keys & MK_RBUTTON) ? 2 : 0) |
          ((keys & MK_MBUTTON) ? 4 : 0);
@@ -66,7 +66,7 @@ void ControlWindow::Show(const Picture& picture, int number) {
 
 LRESULT CALLBACK ControlWindow::Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
   auto* control = OwnerOf<ControlWindow>(window, message, lparam);
-  // During its creation and destruction the window is not yet, or no longer, its owner's.
+  // While the window is being created or destroyed, its owner does not have it.
   if (!control || control->window_ != window) {
     return DefWindowProcW(window, message, wparam, lparam);
   }
@@ -173,7 +173,7 @@ void ControlWindow::Wheel(WPARAM wparam, LPARAM lparam) {
 
 void ControlWindow::Key(UINT message, WPARAM wparam) {
   const bool is_character = message == WM_CHAR;
-  // Control characters have done their work as keys, but for Enter.
+  // Control characters have had their effect as keys, except Enter.
   if (is_character && wparam < 0x20 && wparam != L'\r') return;
   const char* type = message == WM_KEYDOWN ? "rawKeyDown" : message == WM_KEYUP ? "keyUp" : "char";
   events_.OnInput({{"op", "key"},

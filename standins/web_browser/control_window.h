@@ -9,7 +9,7 @@
 
 namespace kitbay::web_browser {
 
-/** What a window of the control tells it. */
+/** What a window of the control reports to it. */
 class ControlWindowEvents {
  public:
   virtual ~ControlWindowEvents() = default;
@@ -20,9 +20,9 @@ class ControlWindowEvents {
   virtual void OnPainted(int number) = 0;
   virtual void OnFocus(bool has_focus) = 0;
   virtual void OnPressed() = 0;
-  /** The system's colours are others. */
+  /** The system's colours have changed. */
   virtual void OnColorsChanged() = 0;
-  /** The wheel was turned with Control held down; forward counts from 0 up. */
+  /** The wheel was turned while Control was held down; forward is positive. */
   virtual void OnZoomWheel(int steps) = 0;
 };
 
@@ -36,7 +36,7 @@ class ControlWindow {
 
   HWND handle() const { return window_; }
   void Place(const RECT& place);
-  /** Shows a picture soon; it must live as long as the window. */
+  /** Shows a picture soon; the picture must live as long as the window. */
   void Show(const Picture& picture, int number);
 
  private:

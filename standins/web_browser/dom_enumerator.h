@@ -11,10 +11,10 @@ namespace kitbay::web_browser {
 
 class DomSession;
 
-/** The members of a collection of the page, one after the other; each batch is one request. */
+/** The members of a collection of the page, one after another; each batch is one request. */
 class DomEnumerator final : public ComObject<IEnumVARIANT> {
  public:
-  /** Holds the collection. */
+  /** Keeps a reference to the collection. */
   DomEnumerator(std::shared_ptr<DomSession> session, Microsoft::WRL::ComPtr<DomObject> collection);
 
   STDMETHODIMP Next(ULONG count, VARIANT* members, ULONG* fetched) override;

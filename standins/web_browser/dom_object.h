@@ -10,7 +10,7 @@ namespace kitbay::web_browser {
 
 class DomSession;
 
-/** An object of a page: which document of the browser, and which object of that document. */
+/** An object of a page: which document of the browser, and which object in that document. */
 struct DomReference {
   int generation = 0;
   int handle = 0;
@@ -21,15 +21,17 @@ struct DomReference {
 inline constexpr int kDocumentHandle = 1;
 inline constexpr int kWindowHandle = 2;
 
-/** A late-bound object of a page. Documents and their windows are sources of events too. */
+/** A late-bound object of a page. Documents and their windows are also sources of events. */
 class DomObject final : public ComObject<IDispatch, IConnectionPointContainer> {
  public:
   DomObject(std::shared_ptr<DomSession> session, DomReference reference);
 
   const DomReference& reference() const { return reference_; }
 
-  /** Tells the sinks of a document or window; `event` is the event object. Whether one of them
-   * cancels it. */
+  /**
+   * Calls the sinks of a document or window; `event` is the event object. Returns whether one of
+   * them cancels the event.
+   */
   bool Fire(DISPID id, IDispatch* event);
   /** Whether a sink takes the event object as an argument. */
   bool WantsEventObject() const { return events_ && events_->with_object.HasSinks(); }

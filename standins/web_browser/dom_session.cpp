@@ -19,7 +19,7 @@ using Microsoft::WRL::ComPtr;
 
 namespace {
 
-/** A value that has no form in the page's language. */
+/** A value that cannot be represented in the page's language. */
 class TypeMismatch : public std::runtime_error {
  public:
   TypeMismatch() : runtime_error("Type mismatch") {}
@@ -77,7 +77,7 @@ HRESULT DomSession::Invoke(DomReference object, DISPID id, WORD flags, const DIS
     for (UINT i = parameters.cArgs; i > 0; --i) {
       arguments.push_back(ToJson(parameters.rgvarg[i - 1], object.generation));
     }
-    // Arguments left out stand at the end.
+    // Omitted arguments are at the end.
     while (!arguments.empty() && arguments.back().Write() == kNothing.Write()) arguments.pop_back();
     const Json answer = Call(object, *name, flags, std::move(arguments));
     if (const Json* error = answer.Find("e")) {

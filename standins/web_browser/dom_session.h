@@ -12,18 +12,20 @@
 
 namespace kitbay::web_browser {
 
-/** All objects that a host holds of one browser, and the calls on them. */
+/** All objects of one browser that a host holds, and the calls on them. */
 class DomSession : public std::enable_shared_from_this<DomSession> {
  public:
-  /** The link is there until Detach. */
+  /** The link exists until Detach. */
   explicit DomSession(HelperLink& link) : link_(&link) {}
 
-  /** From now on every call answers RPC_E_DISCONNECTED. */
+  /** From now on, every call returns RPC_E_DISCONNECTED. */
   void Detach() { link_ = nullptr; }
 
   MemberNames& names() { return names_; }
 
-  /** The present document; a new object for each that is loaded. Empty before the first. */
+  /**
+   * The current document; a new object for each document that is loaded. Empty before the first.
+   */
   Microsoft::WRL::ComPtr<IDispatch> Document();
 
   /** A call on an object, as IDispatch::Invoke. */
@@ -31,19 +33,18 @@ class DomSession : public std::enable_shared_from_this<DomSession> {
                  VARIANT* result, EXCEPINFO* exception);
 
   /**
-   * Some members of a collection, from the one at `position` on; `got` is how many there were, at
-   * most `count`.
+   * Some members of a collection, starting at `position`; `got` is their number, at most `count`.
    */
   HRESULT Members(DomReference collection, ULONG position, ULONG count, VARIANT* members,
                   ULONG& got);
 
   /**
-   * Tells the host of a numbered event of a document or its window; while it handles that, the
-   * number names the event of the page's window. Whether the host cancels it.
+   * Reports a numbered event of a document or its window to the host. While the host handles it,
+   * the number names the event of the page's window. Returns whether the host cancels it.
    */
   bool FireEvent(int generation, int number, const std::wstring& type);
 
-  /** An object that the host has released for good. */
+  /** Called for an object that the host has released for good. */
   void Forget(const DomObject& object);
 
  private:

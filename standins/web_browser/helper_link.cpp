@@ -7,8 +7,8 @@
 namespace kitbay::web_browser {
 namespace {
 
-// A helper that does not start tells nobody. One that has started is waited for however busy it is:
-// when it ends, so do its connections.
+// A helper that fails to start does not report it, hence the limit. One that has started is waited
+// for however busy it is: when it ends, so do its connections.
 constexpr int kStartLimitMs = 120000;
 
 std::string RandomToken() {
@@ -41,7 +41,7 @@ Json HelperLink::Call(Json::Object request) {
     if (answer.At("i").Integer() != last_call_) throw LinkLost("An answer to another call");
     return answer;
   } catch (const std::exception&) {
-    // What comes now would be taken for the answer to the next call.
+    // Whatever arrives now would be taken for the answer to the next call.
     lost_ = true;
     throw;
   }

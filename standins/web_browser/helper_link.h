@@ -12,7 +12,7 @@ namespace kitbay::web_browser {
 
 /**
  * The two connections to the helper: calls, for the thread that owns the link, and notices, which a
- * thread of its own reads. The helper ends with the link.
+ * separate thread reads. The helper ends with the link.
  */
 class HelperLink {
  public:
@@ -28,10 +28,10 @@ class HelperLink {
    */
   Json Call(Json::Object request);
 
-  /** Whether the helper has dialled; the first call waits for that. */
+  /** Whether the helper has connected; the first call waits for that. */
   bool IsConnected() const { return connected_; }
 
-  /** Sends what has no answer; it is lost where the helper is gone. */
+  /** Sends a message that has no answer; it is lost if the helper is gone. */
   void Tell(Json::Object message) noexcept;
 
  private:

@@ -23,7 +23,7 @@ std::wstring Setting(const wchar_t* variable, const wchar_t* registered) {
   return text;
 }
 
-/** A Unix file as a name by which Wine starts it. */
+/** A Unix file under the name by which Wine can start it. */
 std::wstring DosName(const std::wstring& unix_name) {
   std::wstring name = L"Z:" + unix_name;
   for (wchar_t& c : name) {
@@ -42,8 +42,8 @@ void StartHelper(int port, const std::string& token) {
   STARTUPINFOW startup = {};
   startup.cb = sizeof startup;
   PROCESS_INFORMATION process = {};
-  // Wine gives no usable handles for a Unix program, so there is none to close: the helper's
-  // connections are its lifeline.
+  // Wine returns no usable handles for a Unix program, so there is none to close: the helper lives
+  // as long as its connections.
   if (!CreateProcessW(DosName(node).c_str(), command.data(), nullptr, nullptr, FALSE, 0, nullptr,
                       nullptr, &startup, &process)) {
     throw LinkLost("The helper does not start: error " + std::to_string(GetLastError()));

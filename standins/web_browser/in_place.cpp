@@ -48,7 +48,7 @@ void InPlaceSession::Deactivate() {
   UiDeactivate();
   frame_.Reset();
   document_.Reset();
-  // The site may let go of the control, and so of this session, in its answer.
+  // The site may release the control, and so this session, in this call.
   const ComPtr<IOleInPlaceSite> site = std::exchange(site_, nullptr);
   if (site) site->OnInPlaceDeactivate();
 }

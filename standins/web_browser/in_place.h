@@ -5,12 +5,12 @@
 
 namespace kitbay::web_browser {
 
-/** The conversation with the host's in-place site: activation and its end. */
+/** The exchange with the host's in-place site: activation and its end. */
 class InPlaceSession {
  public:
-  /** Asks the site of `client_site` to activate in place. Fails with what the site answered. */
+  /** Asks the site of `client_site` to activate in place. Fails with the site's result. */
   HRESULT Activate(IOleClientSite* client_site);
-  /** The window and the place that the host gives; after Activate. */
+  /** The window and the place given by the host; valid after Activate. */
   HWND parent() const { return parent_; }
   const RECT& place() const { return place_; }
 

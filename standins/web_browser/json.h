@@ -9,7 +9,7 @@
 
 namespace kitbay::web_browser {
 
-/** A text that is no JSON, or a member that is not there or of another type. */
+/** A text that is not JSON, or a member that is missing or of another type. */
 class JsonError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
@@ -31,7 +31,7 @@ class Json {
   Json(Array value) : value_(std::move(value)) {}
   Json(Object value) : value_(std::move(value)) {}
 
-  // Not inline: gcc 12 takes the variant's inactive members for uninitialized ones.
+  // Not inline, because gcc 12 takes the variant's inactive members for uninitialised ones.
   Json(const Json& other);
   Json(Json&& other) noexcept;
   Json& operator=(Json other) noexcept;
@@ -42,16 +42,16 @@ class Json {
     return std::holds_alternative<T>(value_);
   }
 
-  /** Throws JsonError where the value is of another type. */
+  /** Throws JsonError if the value is of another type. */
   bool Boolean() const { return Get<bool>(); }
   double Number() const { return Get<double>(); }
   int Integer() const { return static_cast<int>(Get<double>()); }
   const std::wstring& Text() const { return Get<std::wstring>(); }
   const Array& Items() const { return Get<Array>(); }
 
-  /** A member of an object; nullptr where there is none. */
+  /** A member of an object; nullptr if it is missing. */
   const Json* Find(std::string_view name) const;
-  /** A member of an object; throws JsonError where there is none. */
+  /** A member of an object; throws JsonError if it is missing. */
   const Json& At(std::string_view name) const;
 
   /** One line of ASCII. */

@@ -1,4 +1,4 @@
-// The library's entry points: it makes controls for whoever asks for the WebBrowser class.
+// The library's entry points: it creates controls for whoever requests the WebBrowser class.
 #include "control.h"
 
 namespace kitbay::web_browser {
@@ -36,5 +36,5 @@ STDAPI DllGetClassObject(REFCLSID class_id, REFIID id, void** result) {
   });
 }
 
-/** Stays loaded: a control's reading thread may still be on its way out. */
+/** Stays loaded, because a control's reading thread may still be about to end. */
 STDAPI DllCanUnloadNow() { return S_FALSE; }

@@ -8,11 +8,13 @@
 
 namespace kitbay::web_browser {
 
-/** Numbers the member names that a host has asked for, whatever their case. */
+/** Numbers the member names that a host has requested, ignoring case. */
 class MemberNames {
  public:
   DISPID IdOf(const wchar_t* name);
-  /** The name as it was first asked for, empty for DISPID_VALUE; nullptr for a number never given.
+  /**
+   * The name as it was first requested, empty for DISPID_VALUE; nullptr for a number never
+   * assigned.
    */
   const std::wstring* NameOf(DISPID id) const;
 

@@ -31,7 +31,7 @@ class Bitmap {
 /** The newest picture of the page. */
 class Picture {
  public:
-  /** Takes a PNG in base64. Throws std::runtime_error where it is none. */
+  /** Decodes a PNG in base64. Throws std::runtime_error if it is not one. */
   void Decode(const std::wstring& base64);
   /** Paints it into a rectangle of the same size; what it does not cover is white. */
   void Paint(HDC target, const RECT& place) const;

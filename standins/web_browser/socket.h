@@ -14,7 +14,7 @@ class LinkLost : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-/** Winsock, started for as long as the object lives. */
+/** Keeps Winsock started for as long as the object lives. */
 class Winsock {
  public:
   Winsock();
@@ -32,16 +32,16 @@ class Socket {
   Socket& operator=(Socket&& other) noexcept;
   ~Socket();
 
-  /** A socket that listens on a port which the system chooses. */
+  /** A socket that listens on a port chosen by the system. */
   static Socket Listen();
   int Port() const;
-  /** The next connection within the time. */
+  /** Waits up to `limit_ms` for the next connection. */
   Socket Accept(int limit_ms) const;
 
   void SendLine(std::string line);
   /** Waits for the next line. */
   std::string ReadLine();
-  /** Ends all waiting on the socket, from any thread. */
+  /** Ends all waiting on the socket; may be called from any thread. */
   void Shutdown();
 
  private:

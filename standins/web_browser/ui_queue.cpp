@@ -41,11 +41,11 @@ void UiQueue::HandleOne() noexcept {
     Json notice;
     {
       const std::lock_guard lock(mutex_);
-      if (notices_.empty()) return;  // Its message belonged to a picture that was replaced.
+      if (notices_.empty()) return;  // The message was for a picture that was replaced.
       notice = std::move(notices_.front());
       notices_.pop_front();
     }
-    // The host may release the control, and this queue with it, in its answer.
+    // The host may release the control, and this queue with it, while it handles the notice.
     const auto handle = handle_;
     handle(notice);
   } catch (const std::exception& error) {

@@ -10,7 +10,8 @@
 
 namespace kitbay::web_browser {
 
-/** Carries notices from the reading thread to the thread that made the queue, by posted messages.
+/**
+ * Passes notices from the reading thread to the thread that created the queue, by posted messages.
  */
 class UiQueue {
  public:
@@ -19,7 +20,7 @@ class UiQueue {
   UiQueue(const UiQueue&) = delete;
   UiQueue& operator=(const UiQueue&) = delete;
 
-  /** From any thread. A picture that waits is replaced by a newer one. */
+  /** May be called from any thread. A waiting picture is replaced by a newer one. */
   void Push(Json notice);
 
  private:

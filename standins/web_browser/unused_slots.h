@@ -51,7 +51,7 @@ class WebBrowserSlots : public IWebBrowser2 {
   STDMETHODIMP ExecWB(OLECMDID, OLECMDEXECOPT, VARIANT*, VARIANT*) override { return E_NOTIMPL; }
 };
 
-/** The members of IOleObject that concern linking, storage and verbs of a menu. */
+/** The members of IOleObject for linking, storage and menu verbs. */
 class OleObjectSlots : public IOleObject {
  public:
   STDMETHODIMP SetMoniker(DWORD, IMoniker*) override { return E_NOTIMPL; }

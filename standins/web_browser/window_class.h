@@ -5,13 +5,13 @@
 namespace kitbay::web_browser {
 
 /**
- * Creates a window whose procedure finds its owner by OwnerOf; registers the class at its first
- * use. Throws std::runtime_error where Windows refuses.
+ * Creates a window whose procedure finds its owner by OwnerOf. The first call registers the class.
+ * Throws std::runtime_error if Windows refuses.
  */
 HWND CreateOwnedWindow(const wchar_t* class_name, UINT class_style, WNDPROC procedure, HWND parent,
                        DWORD style, const RECT& place, void* owner);
 
-/** The owner that was given at the window's creation; nullptr before the window has learnt it. */
+/** The owner given when the window was created; nullptr before the window has received it. */
 template <typename Owner>
 Owner* OwnerOf(HWND window, UINT message, LPARAM lparam) {
   if (message == WM_NCCREATE) {

@@ -1,6 +1,6 @@
-// Uses COM as it registers itself, without having joined an apartment, as many libraries do.
+// Like many libraries, uses COM while it registers itself, without having joined an apartment.
 #include <windows.h>
-// <objbase.h> needs the former.
+// After windows.h, which it needs.
 #include <objbase.h>
 
 extern "C" __declspec(dllexport) HRESULT WINAPI DllRegisterServer() {

@@ -1,4 +1,4 @@
-// Writes where nothing is.
+// Writes to an invalid address.
 #include <windows.h>
 
 extern "C" __declspec(dllexport) HRESULT WINAPI DllRegisterServer() {

@@ -1,5 +1,5 @@
-// Sets a filter of its own for what nobody handles, as the run-times of some compilers do, and then
-// writes where nothing is.
+// Sets its own filter for unhandled exceptions, as the run-times of some compilers do, and then
+// writes to an invalid address.
 #include <windows.h>
 
 namespace {

@@ -1,2 +1,2 @@
-// What OvlNeedy.dll needs.
+// The library that OvlNeedy.dll needs.
 extern "C" __declspec(dllexport) int OvlHelp() { return 1; }

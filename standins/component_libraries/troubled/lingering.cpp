@@ -1,5 +1,5 @@
-// Returns at once, but leaves a thread at work in its code until the event "OvlSlow.Return" of the
-// session is set.
+// Returns at once, but leaves a thread running in its code until the session's event
+// "OvlSlow.Return" is set.
 #include <windows.h>
 
 namespace {

@@ -1,4 +1,4 @@
-// Needs another library to be loaded at all.
+// Cannot be loaded without another library.
 #include <windows.h>
 
 extern "C" __declspec(dllimport) int OvlHelp();

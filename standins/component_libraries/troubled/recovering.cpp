@@ -1,4 +1,4 @@
-// Runs into exceptions and faults on its way, and deals with each of them itself.
+// Causes exceptions and faults, and handles each of them itself.
 #include <windows.h>
 
 #include <stdexcept>

@@ -1,4 +1,4 @@
-// Takes as long as OvlSlow.dll, with a thread of its own at work.
+// Takes as long as OvlSlow.dll, while a thread of its own is running.
 #include <windows.h>
 
 namespace {

@@ -1,4 +1,4 @@
-// Takes 15 seconds to register itself, or until the event "OvlSlow.Return" of the session is set.
+// Takes 15 seconds to register itself, or until the session's event "OvlSlow.Return" is set.
 #include <windows.h>
 
 extern "C" __declspec(dllexport) HRESULT WINAPI DllRegisterServer() {

@@ -1,6 +1,5 @@
-// Lets a C++ exception out, as a library of the system's usual compiler throws it. (This tree's own
-// compiler would end the process: with 32 bits its exceptions are nothing that the system knows
-// of.)
+// Lets a C++ exception out, as a library built with the system's usual compiler throws it. (This
+// tree's own compiler would end the process: its 32-bit exceptions are unknown to the system.)
 #include <windows.h>
 
 extern "C" __declspec(dllexport) HRESULT WINAPI DllRegisterServer() {

@@ -1,6 +1,9 @@
 const kTold = new Set(['expanded', 'selected', 'pressed', 'disabled', 'focused', 'live']);
 
-/** What the browser tells a screen reader of a page: {role, name, properties} in the page's order. */
+/**
+ * What the browser reports about a page to a screen reader: {role, name, properties} in the page's
+ * order.
+ */
 export async function accessibleNodes(page) {
   await page.send('Accessibility.enable');
   const { nodes } = await page.send('Accessibility.getFullAXTree');

@@ -13,13 +13,13 @@ const kErrorPage = '<html><head><title>Cannot be displayed</title></head>' +
 const kQuirksMode = 5;
 
 /**
- * The one page of the browser. Emits
- *   'beforeNavigate' {n, url, document}: whoever listens answers with decide(n, cancel); `document` is
+ * The browser's only page. Emits
+ *   'beforeNavigate' {n, url, document}: the listener answers with decide(n, cancel); `document` is
  *     false for a file that no page can show;
  *   'navigated' {url}, 'complete' {url}, 'failed' {url, status};
  *   'document' when a new document can be called;
  *   'report' (text) for what the page side tells the host.
- * Documents are numbered; handles of the page side are good for one document only.
+ * Documents are numbered; handles of the page side are valid for one document only.
  */
 export class BrowserPage extends EventEmitter {
   #pipe;
@@ -36,9 +36,9 @@ export class BrowserPage extends EventEmitter {
   #colors;
   #turn = Promise.resolve();
 
-  /** Every URL that was asked for, with the reason of its refusal where there was one. */
+  /** Every requested URL, with the reason of its refusal if there was one. */
   requests = [];
-  /** The number of the present document. */
+  /** The number of the current document. */
   generation = 0;
   url = 'about:blank';
 
@@ -54,7 +54,7 @@ export class BrowserPage extends EventEmitter {
     const { targetId } = targetInfos.find((target) => target.type === 'page');
     const { sessionId } = await this.#pipe.send('Target.attachToTarget', { targetId, flatten: true });
     this.#session = sessionId;
-    this.#frame = targetId;  // The top frame of a page has the page's own number.
+    this.#frame = targetId;  // The top frame has the page's own number.
     this.listen('Page.frameNavigated', ({ frame }) => this.#navigated(frame));
     this.listen('Page.navigatedWithinDocument', (params) => this.#moved(params));
     this.listen('Page.loadEventFired', () => this.#loaded());
@@ -80,14 +80,17 @@ export class BrowserPage extends EventEmitter {
     return this.#pipe.send(method, params, this.#session);
   }
 
-  /** A command that waits for those sent this way before it: input and pictures disturb each other. */
+  /**
+   * A command that waits for those sent this way before it, because input and pictures interfere
+   * with each other.
+   */
   sendInTurn(method, params = {}) {
     const answer = this.sendAfterTurn(method, params);
     this.#turn = answer.catch(() => {});
     return answer;
   }
 
-  /** The same for a command that those sent in turn after it do not wait for. */
+  /** The same for a command for which those sent after it in turn do not wait. */
   sendAfterTurn(method, params = {}) {
     return this.#turn.then(() => this.send(method, params));
   }
@@ -99,7 +102,7 @@ export class BrowserPage extends EventEmitter {
     });
   }
 
-  /** Asks the host and then loads a URL or Windows path under the host's download flags. */
+  /** Asks the host, then loads a URL or Windows path under the host's download flags. */
   async navigate(target, flags = kDefaultFlags) {
     const url = toUrl(target);
     this.#flags = flags;
@@ -112,7 +115,7 @@ export class BrowserPage extends EventEmitter {
     if (result.errorText) clearTimeout(this.#loadLimit);
   }
 
-  /** Loads the error page of a navigation that has failed, under the URL that could not be had. */
+  /** Loads the error page of a failed navigation, under the URL that could not be loaded. */
   async showError(url) {
     this.#approved = url;
     this.#failedUrl = url;
@@ -136,8 +139,8 @@ export class BrowserPage extends EventEmitter {
   }
 
   /**
-   * Evaluates in the page side's world and resolves with the value. Rejects with a DevToolsError
-   * where the document is gone, and with an Error of the page's own words where the expression throws.
+   * Evaluates in the page side's world and resolves with the value. Rejects with a DevToolsError if
+   * the document is gone, and with an Error with the page's own message if the expression throws.
    */
   async evaluate(expression) {
     if (this.#world === undefined) throw new DevToolsError('There is no document yet');
@@ -149,7 +152,9 @@ export class BrowserPage extends EventEmitter {
     return result.value;
   }
 
-  /** Gives this document and those to come the system's colours, as numbers by name in lower case. */
+  /**
+   * Gives this document and all later ones the system's colours, as numbers by name in lower case.
+   */
   showColors(colors) {
     const css = (color) => `#${color.toString(16).padStart(6, '0')}`;
     this.#colors = Object.fromEntries(Object.entries(colors).map(([name, color]) => [name, css(color)]));
@@ -202,7 +207,7 @@ export class BrowserPage extends EventEmitter {
       if (isPage) await this.#answerPage(requestId, request.url);
       else await this.#answerResource(requestId, request.url, resourceType);
     } catch {
-      // The request went away with its document.
+      // The request disappeared with its document.
     }
   }
 
@@ -264,7 +269,7 @@ export class BrowserPage extends EventEmitter {
     });
   }
 
-  /** A refused page leaves the present one as it is. */
+  /** A refused page leaves the current one unchanged. */
   #refuse(requestId, url, reason) {
     clearTimeout(this.#loadLimit);
     this.requests.push({ url, refused: true, reason });

@@ -6,10 +6,10 @@ import path from 'node:path';
 import { setTimeout as delay } from 'node:timers/promises';
 import { DevToolsPipe } from './devtools_pipe.mjs';
 
-// The program behind the distribution's shell wrapper: the wrapper's children would outlive it.
+// The program behind the distribution's shell wrapper, whose children would outlive it.
 const kPrograms = ['/usr/lib/chromium/chromium', '/usr/lib/chromium-browser/chromium-browser'];
 
-// A loopback port on which nothing listens: what escapes every other guard ends here.
+// A loopback port on which nothing listens: whatever gets past every other guard ends here.
 const kNoProxy = 'http://127.0.0.1:1';
 
 const kRemovals = 40;
@@ -28,7 +28,7 @@ function programPath() {
   return program;
 }
 
-/** A headless Chromium with a profile and temporary files of its own, driven over pipes. */
+/** A headless Chromium with its own profile and temporary files, driven over pipes. */
 export class Chromium {
   #process;
   #folder;
@@ -41,7 +41,7 @@ export class Chromium {
     this.#process = spawn(programPath(), [...options, 'about:blank'],
       { stdio: ['ignore', 'ignore', 'ignore', 'pipe', 'pipe'], detached: true,
         env: { ...process.env, TMPDIR: this.#folder, DISPLAY: undefined } });
-    this.#process.on('error', () => {});  // A failed start shows as the pipe's end.
+    this.#process.on('error', () => {});  // A failed start appears as the end of the pipe.
     this.#ended = once(this.#process, 'exit').catch(() => {});
     const [, , , output, input] = this.#process.stdio;
     this.pipe = new DevToolsPipe(output, input);
@@ -55,11 +55,11 @@ export class Chromium {
   async close() {
     this.#killAll();
     await this.#ended;
-    // Its child processes may still write for a moment after the browser's end.
+    // Its child processes may still write for a moment after the browser has ended.
     for (let left = kRemovals; left > 0 && !this.#removeFolder(); left -= 1) await delay(50);
   }
 
-  /** The same as far as it can be done at once, for the end of this process. */
+  /** The same as far as possible at once, for the end of this process. */
   kill() {
     this.#killAll();
     this.#removeFolder();

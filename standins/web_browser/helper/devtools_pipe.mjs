@@ -1,14 +1,14 @@
 import { EventEmitter } from 'node:events';
 
-/** A command that the browser refused, or that the end of the browser left without an answer. */
+/** A command that the browser refused, or that got no answer because the browser ended. */
 export class DevToolsError extends Error {}
 
 const kLateMs = 60000;
 
 /**
- * The DevTools protocol over a pair of pipes: messages are JSON texts, each ended by a NUL.
- * Emits every event of the browser under its method name as (params, sessionId), and 'end' once. Logs a
- * command that the browser has left unanswered for a minute.
+ * The DevTools protocol over a pair of pipes: messages are JSON texts, each ended by a NUL. Emits
+ * every event of the browser under its method name as (params, sessionId), and 'end' once. Logs a
+ * command that the browser has not answered for a minute.
  */
 export class DevToolsPipe extends EventEmitter {
   #output;

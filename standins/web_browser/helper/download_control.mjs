@@ -1,5 +1,5 @@
-// What a page may load, after the host's DISPID_AMBIENT_DLCONTROL. Whatever it says, only files on
-// local drives are ever answered: nothing that a page asks for leaves the machine.
+// What a page may load, according to the host's DISPID_AMBIENT_DLCONTROL. Whatever that says, only
+// files on local drives are ever served: no request of a page leaves the machine.
 
 const kImages = 0x10;
 const kVideos = 0x20;
@@ -9,7 +9,7 @@ const kNoActiveX = 0x200 | 0x400;
 const kNoFrames = 0x1000 | 0x80000;
 const kNoClientPull = 0x20000000;
 
-/** What a host that does not answer the ambient property gets. */
+/** The flags of a host that does not answer the ambient property. */
 export const kDefaultFlags = kImages | kVideos | kBackgroundSounds;
 
 /** Whether scripts of the page run. */
@@ -17,12 +17,12 @@ export function scriptsRun(flags) {
   return (flags & kNoScripts) === 0;
 }
 
-/** Whether the page may load another one by itself, by a refresh in its markup. */
+/** Whether the page may load another one by a refresh in its markup. */
 export function mayRefresh(flags) {
   return (flags & kNoClientPull) === 0;
 }
 
-/** The reason why a resource of a page is refused, or undefined where it may load. */
+/** The reason why a resource of a page is refused, or undefined if it may load. */
 export function refusal(flags, resourceType, isLocalFile) {
   if (!isLocalFile) return 'not a local file';
   switch (resourceType) {
@@ -42,7 +42,7 @@ export function refusal(flags, resourceType, isLocalFile) {
   }
 }
 
-/** The same rules for what reaches no request, such as a frame whose content is in its markup. */
+/** The same rules for what causes no request, such as a frame whose content is in its markup. */
 export function contentSecurityPolicy(flags) {
   const rules = ["connect-src 'none'", "form-action 'none'"];
   if (flags & kNoScripts) rules.push("script-src 'none'");

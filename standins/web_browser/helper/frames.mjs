@@ -15,19 +15,19 @@ export class Frames extends EventEmitter {
     super();
     this.#page = page;
     page.listen('Page.screencastFrame', ({ data, sessionId }) => {
-      // Acknowledged at once: a host that is slow to paint takes the newest picture later.
+      // Acknowledged at once: a host that is slow to paint gets the newest picture later.
       page.send('Page.screencastFrameAck', { sessionId }).catch(() => {});
       if (this.#zoom === 1) this.#emit(data);
       else this.#captureZoomed();
     });
   }
 
-  /** How many pixels of the screen a pixel of the page takes. */
+  /** How many pixels of the screen one pixel of the page takes. */
   get zoom() {
     return this.#zoom;
   }
 
-  /** Gives the page another size in pixels of the screen, and another zoom. */
+  /** Gives the page another size in screen pixels, and another zoom. */
   async resize(width, height, zoom = 1) {
     if (width < 1 || height < 1) return;
     this.#size = { width, height };
@@ -45,7 +45,10 @@ export class Frames extends EventEmitter {
     this.emit('frame', { n: this.#last, data });
   }
 
-  /** The browser's own pictures are of the page without its zoom. One that comes meanwhile asks for one more. */
+  /**
+   * The browser's own pictures show the page without its zoom. A picture that arrives during a
+   * capture requests another capture.
+   */
   #captureZoomed() {
     this.#captures += 1;
     if (this.#captures > 1) return;
@@ -58,7 +61,7 @@ export class Frames extends EventEmitter {
     })().catch(() => {}).finally(() => (this.#captures = 0));
   }
 
-  /** Begins; a fresh picture comes first, whether or not the page changes. */
+  /** Starts; a fresh picture comes first, even if the page does not change. */
   async start() {
     this.#running = true;
     await this.#page.send('Page.startScreencast', {
@@ -73,7 +76,7 @@ export class Frames extends EventEmitter {
     return number;
   }
 
-  /** After the stop no picture of before is on its way any more. */
+  /** After the stop, no earlier picture is still on its way. */
   async #takeAnother() {
     await this.#page.send('Page.stopScreencast');
     await this.#capture;

@@ -1,9 +1,10 @@
 import { EventEmitter } from 'node:events';
 
 /**
- * What the host asks for and is told. `calls` carries its requests, in their order, and the answers;
- * `notices` carries what happens on the page. Emits 'handled' when the host has dealt with an event,
- * 'painted' when it has painted a picture, and 'whereabouts' with the place of its window.
+ * What the host requests and receives. `calls` carries its requests, in their order, and the
+ * answers; `notices` carries what happens on the page. Emits 'handled' when the host has handled an
+ * event, 'painted' when it has painted a picture, and 'whereabouts' with the position of its
+ * window.
  */
 export class HostSession extends EventEmitter {
   #calls;
@@ -38,7 +39,10 @@ export class HostSession extends EventEmitter {
     return this.#callCount;
   }
 
-  /** The newest picture that the host has painted, {number, callCount}, with the calls made before. */
+  /**
+   * The newest picture that the host has painted, {number, callCount}, with the number of calls
+   * made before.
+   */
   get lastPainted() {
     return this.#lastPainted;
   }

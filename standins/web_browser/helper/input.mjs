@@ -1,6 +1,6 @@
 import { EventEmitter } from 'node:events';
 
-// Names of the keys that do something else than write a character, by virtual key code.
+// Names of the keys that do something other than write a character, by virtual key code.
 const kKeyNames = {
   8: 'Backspace', 9: 'Tab', 13: 'Enter', 16: 'Shift', 17: 'Control', 18: 'Alt', 27: 'Escape',
   33: 'PageUp', 34: 'PageDown', 35: 'End', 36: 'Home', 37: 'ArrowLeft', 38: 'ArrowUp',
@@ -10,8 +10,8 @@ const kSpaceKey = 32;
 const kLeftButton = 1;
 
 /**
- * Hands the host's mouse and keyboard to the page, in the order in which they come. Emits 'taken' each
- * time the page has dealt with one.
+ * Passes the host's mouse and keyboard input to the page, in the order of its arrival. Emits
+ * 'taken' each time the page has handled an input.
  */
 export class Input extends EventEmitter {
   #page;
@@ -24,7 +24,10 @@ export class Input extends EventEmitter {
     this.#page = page;
   }
 
-  /** How much the page has dealt with: {releases, keys}, of mouse buttons and of keys that went up. */
+  /**
+   * How much input the page has handled: {releases, keys}, the mouse buttons and the keys that were
+   * released.
+   */
   get taken() {
     return { releases: this.#releases, keys: this.#keys };
   }
@@ -33,7 +36,7 @@ export class Input extends EventEmitter {
   mouse({ type, x, y, button, buttons, count, mods, dx, dy }) {
     const event = {
       type, x, y, buttons, clickCount: count, modifiers: mods,
-      // The engine starts a drag only where the move names the button that is held.
+      // The engine starts a drag only if the move names the button that is held.
       button: type === 'mouseMoved' && buttons & kLeftButton ? 'left' : button,
       ...(type === 'mouseWheel' ? { deltaX: dx, deltaY: dy } : {}),
     };
@@ -59,8 +62,8 @@ export class Input extends EventEmitter {
 
   /**
    * Input that the page can no longer take is lost, as on any closing window. Nothing waits for the
-   * answer to a move: the engine gives it with the page's next picture, and there may be none before
-   * the button that follows.
+   * answer to a move: the engine sends it with the page's next picture, and there may be none
+   * before the button that follows.
    */
   #send(method, params) {
     const send = params.type === 'mouseMoved' ? 'sendAfterTurn' : 'sendInTurn';

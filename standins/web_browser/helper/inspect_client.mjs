@@ -4,7 +4,7 @@ import path from 'node:path';
 import { once } from 'node:events';
 import { LineConnection } from './wire.mjs';
 
-/** Resolves with the content of a file as soon as it is there. */
+/** Resolves with the content of a file as soon as it exists. */
 async function appearing(file, signal) {
   const watcher = fs.watch(path.dirname(file), { persistent: false });
   try {
@@ -18,10 +18,10 @@ async function appearing(file, signal) {
 const kLimitMs = 120000;
 
 /**
- * A look at the page of a running host that was started with WEB_BROWSER_STANDIN_INSPECT set to
- * the name of a file that does not exist yet. Every question is answered as the page is while the host
- * waits for messages, never in the middle of its work. It rejects with the page's own words where it
- * fails, and with "Not in time" where there is no answer within the limit.
+ * Inspects the page of a running host that was started with WEB_BROWSER_STANDIN_INSPECT set to the
+ * name of a file that does not exist yet. Every question is answered with the state of the page
+ * while the host waits for messages, never in the middle of its work. A question rejects with the
+ * page's own message if it fails, and with "Not in time" if there is no answer within the limit.
  */
 export class PageInspector {
   #connection;
@@ -32,8 +32,8 @@ export class PageInspector {
   #waiting = new Map();
 
   /**
-   * Waits for the host to name its port in `file`, then connects. `limit` gives how many milliseconds
-   * the next question may take.
+   * Waits for the host to write its port to `file`, then connects. `limit` returns how many
+   * milliseconds the next question may take.
    */
   static async connect(file, limit = () => kLimitMs) {
     const text = await appearing(file, AbortSignal.timeout(limit())).catch((error) => {
@@ -50,7 +50,7 @@ export class PageInspector {
     this.#token = token;
     this.#limit = limit;
     connection.on('message', ({ id, value, error }) => {
-      // Who asked may have given up by now.
+      // The caller may have given up by now.
       const { resolve, reject } = this.#waiting.get(id) ?? { resolve() {}, reject() {} };
       if (error === undefined) resolve(value);
       else reject(new Error(error));
@@ -61,12 +61,15 @@ export class PageInspector {
     });
   }
 
-  /** The JSON value of an expression, evaluated beside the page (page scripts do not see it). */
+  /** The JSON value of an expression, evaluated beside the page (invisible to page scripts). */
   eval(expression) {
     return this.#ask('eval', { expression });
   }
 
-  /** {x, y, width, height, origin}: an element in pixels of the screen, from the page's corner there. */
+  /**
+   * {x, y, width, height, origin}: an element's rectangle in screen pixels, relative to the page's
+   * corner at `origin`.
+   */
   rect(selector, index = 0) {
     return this.#ask('rect', { selector, index });
   }
@@ -77,12 +80,12 @@ export class PageInspector {
     return { x: Math.round(origin.x + x + width / 2), y: Math.round(origin.y + y + height / 2) };
   }
 
-  /** The first true value of an expression; survives navigations. */
+  /** The first true value of an expression; continues across navigations. */
   waitFor(expression) {
     return this.#ask('waitFor', { expression });
   }
 
-  /** Every URL that the page asked for: {url, refused, reason}. */
+  /** Every URL that the page requested: {url, refused, reason}. */
   requests() {
     return this.#ask('requests');
   }
@@ -93,8 +96,9 @@ export class PageInspector {
   }
 
   /**
-   * What the browser tells a screen reader of the page, in the page's order: {role, name, properties},
-   * with "expanded", "selected", "pressed", "disabled" and "focused" among the properties.
+   * What the browser reports about the page to a screen reader, in the page's order: {role, name,
+   * properties}, with "expanded", "selected", "pressed", "disabled" and "focused" among the
+   * properties.
    */
   accessibility() {
     return this.#ask('accessibility');
@@ -105,17 +109,19 @@ export class PageInspector {
     return Buffer.from(await this.#ask('screenshot'), 'base64');
   }
 
-  /** Resolves when the host has dealt with all page events and shows the page as it is. */
+  /** Resolves when the host has handled all page events and shows the current state of the page. */
   settled() {
     return this.#ask('settled');
   }
 
-  /** How much of the user's input the page has dealt with: {releases, keys}, of buttons and of keys. */
+  /**
+   * How much of the user's input the page has handled: {releases, keys}, buttons and keys released.
+   */
   taken() {
     return this.#ask('taken');
   }
 
-  /** Resolves when the page has dealt with so much input altogether. */
+  /** Resolves when the page has handled that much input in total. */
   hasTaken(count) {
     return this.#ask('taken', count);
   }

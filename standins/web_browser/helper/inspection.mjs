@@ -6,7 +6,7 @@ import { DevToolsError } from './devtools_pipe.mjs';
 import { accessibleNodes } from './accessibility.mjs';
 import { LineConnection } from './wire.mjs';
 
-/** Resolves when `holds` does, looked at again at each of the emitter's events. */
+/** Resolves when `holds` is true; checks again at each of the emitter's events. */
 function until(emitter, event, holds) {
   if (holds()) return Promise.resolve();
   return new Promise((resolve) => {
@@ -20,8 +20,8 @@ function until(emitter, event, holds) {
 }
 
 /**
- * The door through which end-to-end tests look at the page; on loopback, with a token. Whoever asks
- * decides how long to wait for the answer.
+ * The interface through which end-to-end tests inspect the page; on loopback, with a token. The
+ * caller decides how long to wait for an answer.
  */
 export class Inspection {
   #page;
@@ -38,7 +38,7 @@ export class Inspection {
     this.#input = input;
   }
 
-  /** Listens and writes {port, token} to a file, whole. */
+  /** Listens, and writes {port, token} to a file in one piece. */
   async open(file) {
     this.#server = net.createServer((socket) => this.#serve(new LineConnection(socket)));
     await new Promise((resolve) => this.#server.listen(0, '127.0.0.1', resolve));
@@ -78,9 +78,9 @@ export class Inspection {
   }
 
   /**
-   * The value of an expression as the page is while the host waits for messages: it has painted the
-   * page as it is, which the system has it do only when no message is left, and calls nothing until
-   * the value is there.
+   * The value of an expression while the host waits for messages: it has painted the current page,
+   * which the system makes it do only when no message is left, and makes no call until the value
+   * has been read.
    */
   async #read(expression) {
     for (;;) {
@@ -90,7 +90,9 @@ export class Inspection {
     }
   }
 
-  /** Resolves when the host waits for messages, with the number of calls that it had made by then. */
+  /**
+   * Resolves when the host waits for messages, with the number of calls that it had made by then.
+   */
   async #idle() {
     await this.#page.evaluate('standin.drawn()');
     const number = await this.#frames.fresh();
@@ -118,7 +120,10 @@ export class Inspection {
     return { x, y, width: w, height: h };
   }
 
-  /** The first true value that is read. A new document ends the wait on the old one; it goes on there. */
+  /**
+   * The first true value that is read. A new document ends the wait on the old one, and the wait
+   * continues there.
+   */
   async #waitFor({ expression }) {
     for (;;) {
       const generation = this.#page.generation;
@@ -138,7 +143,7 @@ export class Inspection {
     return data;
   }
 
-  /** Resolves when the host has dealt with all events and its window shows the page as it is. */
+  /** Resolves when the host has handled all events and its window shows the current page. */
   async #settled() {
     do {
       await this.#idle();
@@ -147,7 +152,7 @@ export class Inspection {
     } while (this.#session.hasUnhandledEvents);
   }
 
-  /** What the page has taken of the user's input, once it is as much as is asked for. */
+  /** How much of the user's input the page has handled, once it is as much as requested. */
   async #taken({ releases = 0, keys = 0 }) {
     const input = this.#input;
     await until(input, 'taken', () => input.taken.releases >= releases && input.taken.keys >= keys);

@@ -8,12 +8,12 @@ const kContentTypes = {
   '.bmp': 'image/bmp', '.ico': 'image/x-icon', '.svg': 'image/svg+xml', '.txt': 'text/plain',
 };
 
-/** The content type that a file's name stands for. */
+/** The content type for a file's name. */
 export function contentTypeOf(file) {
   return kContentTypes[path.extname(file).toLowerCase()] ?? 'application/octet-stream';
 }
 
-/** Whether a URL names what a page can show, as its file name tells. */
+/** Whether a URL names something that a page can show, according to its file name. */
 export function isDocument(url) {
   const file = toWindowsPath(url);
   return file === undefined || path.extname(file) === '' || contentTypeOf(file) !== 'application/octet-stream';
@@ -26,7 +26,10 @@ export function toUrl(target) {
   return `file:///${[parts[0], ...parts.slice(1).map(encodeURIComponent)].join('/')}`;
 }
 
-/** "file:///C:/a%20b/c.html" as "C:\a b\c.html"; undefined for what is no file on a local drive. */
+/**
+ * "file:///C:/a%20b/c.html" as "C:\a b\c.html"; undefined for anything that is not a file on a
+ * local drive.
+ */
 export function toWindowsPath(url) {
   const match = /^file:\/\/\/([a-z]:)((?:\/[^?#]*)?)/i.exec(url);
   if (match === null) return undefined;
@@ -37,7 +40,7 @@ export function toWindowsPath(url) {
   }
 }
 
-/** Finds the files behind Windows names through the drive letters of a Wine prefix. */
+/** Finds the files for Windows names through the drive letters of a Wine prefix. */
 export class LocalFiles {
   #drives;
 
@@ -45,7 +48,7 @@ export class LocalFiles {
     this.#drives = path.join(prefix, 'dosdevices');
   }
 
-  /** The bytes of a file named the Windows way, or undefined where there is no such file. */
+  /** The bytes of a file with a Windows name, or undefined if there is no such file. */
   async read(windowsPath) {
     const file = await this.#resolve(windowsPath);
     return file === undefined ? undefined : fs.readFile(file).catch(() => undefined);
@@ -62,7 +65,9 @@ export class LocalFiles {
     return folder;
   }
 
-  /** The name as the folder has it: an exact match before one that differs in case. */
+  /**
+   * The name as it is in the folder: an exact match takes precedence over one that differs in case.
+   */
   async #actualName(folder, name) {
     if (name === '.' || name === '..') return name;
     const entries = await fs.readdir(folder).catch(() => []);

@@ -1,5 +1,5 @@
 // Usage: node main.mjs PORT TOKEN
-// Dials the host twice on 127.0.0.1: first for its calls, then for notices of what happens on the
+// Connects to the host twice on 127.0.0.1: first for its calls, then for notices of what happens on the
 // page. Ends, with its browser, when either connection or the browser does.
 import fs from 'node:fs';
 import net from 'node:net';
@@ -13,7 +13,10 @@ import { Inspection } from './inspection.mjs';
 import { LocalFiles } from './local_files.mjs';
 import { LineConnection } from './wire.mjs';
 
-/** The host's standard streams are not ours: whoever reads them would wait for our end too. */
+/**
+ * The host's standard streams do not belong to the helper: whoever reads them would wait for the
+ * helper's end too.
+ */
 function leaveStandardStreams() {
   const log = process.env.WEB_BROWSER_STANDIN_LOG || '/dev/null';
   for (const [descriptor, mode] of [[0, 'r'], [1, 'a'], [2, 'a']]) {

@@ -12,7 +12,7 @@ export const kWorldName = 'webBrowserHost';
 /** The function by which the page side reports, added to that world as a binding. */
 export const kBindingName = 'tellHost';
 
-/** The page side as one script for every new document; frames below the top stay without it. */
+/** The page side as one script for every new document; frames below the top do not get it. */
 export function pageScript() {
   const parts = [fs.readFileSync(kParser, 'utf8'), ...kParts.map(read)];
   return `(() => { 'use strict';

@@ -1,4 +1,4 @@
-/** The system's colours as a fresh Windows shows them, by their names in style sheets, in lower case. */
+/** The system's colours in a fresh Windows, by their names in style sheets, in lower case. */
 export const kStandardColors = {
   activeborder: '#b4b4b4', activecaption: '#99b4d1', appworkspace: '#ababab', background: '#000000',
   buttonface: '#f0f0f0', buttonhighlight: '#ffffff', buttonshadow: '#a0a0a0', buttontext: '#000000',

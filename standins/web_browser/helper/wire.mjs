@@ -1,12 +1,12 @@
 import { EventEmitter } from 'node:events';
 
-/** JSON text in ASCII: one \u escape for every UTF-16 unit beyond it. */
+/** JSON text in ASCII: one \u escape for every UTF-16 unit outside it. */
 export function toAscii(json) {
   return json.replace(/[\u007f-\uffff]/g,
     (unit) => `\\u${unit.charCodeAt(0).toString(16).padStart(4, '0')}`);
 }
 
-/** Messages over a socket, one JSON object a line. Emits 'message' for each and 'end' once. */
+/** Messages over a socket, one JSON object per line. Emits 'message' for each and 'end' once. */
 export class LineConnection extends EventEmitter {
   #socket;
   #unfinished = '';

@@ -24,7 +24,7 @@ class Value {
   VARIANT* Receive() { return &value_; }
   const VARIANT& get() const { return value_; }
 
-  /** Throw std::runtime_error where the value is of another type. */
+  /** These throw std::runtime_error if the value is of another type. */
   std::wstring Text() const;
   int Number() const;
   bool Flag() const;
@@ -35,16 +35,16 @@ class Value {
   VARIANT value_;
 };
 
-/** A late-bound call; the bare result code. */
+/** A late-bound call; returns only the result code. */
 HRESULT Try(IDispatch* object, const wchar_t* name, WORD flags, const std::vector<Value>& arguments,
             Value* result);
 
-/** Late-bound calls; they throw std::runtime_error with the result code where they fail. */
+/** Late-bound calls; they throw std::runtime_error with the result code if they fail. */
 Value Get(IDispatch* object, const wchar_t* name, const std::vector<Value>& arguments = {});
 Value Call(IDispatch* object, const wchar_t* name, const std::vector<Value>& arguments = {});
 void Put(IDispatch* object, const wchar_t* name, const Value& value);
 
-/** The object that a property or method gives. */
+/** The object that a property or method returns. */
 Microsoft::WRL::ComPtr<IDispatch> GetObject(IDispatch* object, const wchar_t* name);
 /** document.all.item(id) */
 Microsoft::WRL::ComPtr<IDispatch> ById(IDispatch* document, const wchar_t* id);

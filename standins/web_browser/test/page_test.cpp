@@ -24,7 +24,7 @@ constexpr auto kDragStart = static_cast<DISPID>(DISPID_HTMLDOCUMENTEVENTS2_ONDRA
 constexpr char kList[] =
     "<html><body style='margin:0'><div id=list></div><div id=other>other</div></body></html>";
 
-/** One browser for all tests: a start takes about a second. */
+/** One browser for all tests, because a start takes about a second. */
 class Page : public testing::Test {
  protected:
   static void SetUpTestSuite() {
@@ -45,7 +45,7 @@ ComPtr<IDispatch> Child(IDispatch* element, int index) {
   return Get(element, L"childNodes", {index}).Object();
 }
 
-/** A row as Kitbay adds it: from a start tag, filled, appended. */
+/** A row as Kitbay adds it: created from a start tag, filled, appended. */
 void AddRow(IDispatch* document, int number) {
   const std::wstring id = std::to_wstring(number);
   const ComPtr<IDispatch> row = Call(document, L"createElement",
@@ -171,7 +171,7 @@ TEST_F(Page, FailureInsideThePageIsAnException) {
   Value result;
   const HRESULT code =
       Try(list.Get(), L"insertAdjacentHTML", DISPATCH_METHOD, {L"nowhere", L"x"}, &result);
-  EXPECT_EQ(code, E_FAIL);  // Without a place for the exception's details.
+  EXPECT_EQ(code, E_FAIL);  // The caller passed no place for the exception's details.
 }
 
 TEST_F(Page, ObjectOfAnEarlierPageIsDisconnected) {
@@ -228,7 +228,7 @@ TEST_F(Page, DragIsToldAndDoesNotClick) {
     host_->Mouse(WM_MOUSEMOVE, {from.x + step, from.y});
   }
   TestHost::Until([&] { return sink->HasHeard(kDragStart); });
-  // Released on another element, whose common ancestor with the link the engine would click.
+  // Released on another element: the engine would click its common ancestor with the link.
   const ComPtr<IDispatch> end = ById(document.Get(), L"p");
   host_->Mouse(WM_LBUTTONUP, TestHost::Middle(end.Get()));
   host_->Click(end.Get());
@@ -306,7 +306,7 @@ TEST_F(Page, MarkupRunsNothingAndOpensNoFrame) {
   host_->Click(ById(document.Get(), L"b").Get());
   TestHost::Until([&] { return sink->HasHeard(kClick); });
   TestHost::Until([&] { return Get(ById(document.Get(), L"i").Get(), L"complete").Flag(); });
-  // One more image fails after the first, whose handler has had its turn then.
+  // One more image fails after the first, whose handler has then run.
   Put(ById(document.Get(), L"b").Get(), L"innerHTML", L"<img id=last src=none2.gif>");
   TestHost::Until([&] { return Get(ById(document.Get(), L"last").Get(), L"complete").Flag(); });
   EXPECT_EQ(Get(document.Get(), L"title").Text(), L"");

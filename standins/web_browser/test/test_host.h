@@ -13,17 +13,17 @@
 
 namespace kitbay::web_browser {
 
-/** DLIMAGES, and no scripts, Java, ActiveX or frames. */
+/** Images are allowed, but not scripts, Java, ActiveX or frames. */
 inline constexpr int kMarkupOnly = 0x10 | 0x80 | 0x100 | 0x200 | 0x400 | 0x1000;
 
-/** A sink that keeps what it hears, and answers as a test wants. */
+/** A sink that records its events, and answers as a test requires. */
 class EventSink final : public ComObject<IDispatch> {
  public:
   struct Heard {
     DISPID id;
     std::wstring url;
   };
-  /** Called for each event; what it returns is the event's result. */
+  /** Called for each event; its result is the event's result. */
   using Answer = std::function<bool(DISPID, DISPPARAMS*)>;
 
   explicit EventSink(Answer answer) : answer_(std::move(answer)) {}
@@ -47,8 +47,7 @@ class EventSink final : public ComObject<IDispatch> {
 /** A sink that listens to a source for as long as the object lives. */
 class Listening {
  public:
-  /** `source` is the browser or a document. Throws std::runtime_error where it has no such events.
-   */
+  /** `source` is the browser or a document. Throws std::runtime_error if it has no such events. */
   Listening(IUnknown* source, REFIID events, EventSink::Answer answer = nullptr);
   ~Listening();
   Listening(const Listening&) = delete;
@@ -62,7 +61,7 @@ class Listening {
   DWORD cookie_ = 0;
 };
 
-/** A window that hosts the control, without any of its registration. */
+/** A window that hosts the control, which need not be registered. */
 class TestHost {
  public:
   static constexpr int kWidth = 640;
@@ -77,15 +76,16 @@ class TestHost {
   HWND control_window() const;
   Microsoft::WRL::ComPtr<IDispatch> Document() const;
 
-  /** Handles messages until the condition holds; throws std::runtime_error in 20 s. */
+  /** Handles messages until the condition holds; throws std::runtime_error after 20 s. */
   static void Until(const std::function<bool()>& holds);
 
-  /** Navigates to a file with that markup and waits for its completion. */
+  /** Navigates to a file with that markup and waits until it is complete. */
   void Load(const std::string& markup);
-  /** The path of a new file in the host's own folder. */
+  /** Creates a file in the host's own folder and returns its path. */
   std::wstring Write(const wchar_t* name, const std::string& content) const;
 
-  /** Presses and releases the left button at the middle of an element, as messages to the window.
+  /**
+   * Presses and releases the left button at the middle of an element, as messages to the window.
    */
   void Click(IDispatch* element) const;
   void Mouse(UINT message, POINT point) const;

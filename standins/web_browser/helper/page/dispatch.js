@@ -1,8 +1,8 @@
-// Late-bound calls of the host: objects are handles, members are found without regard to case.
-// A request is {h: handle, n: member name, k: DISPATCH_ flags, a: arguments, e: current event,
-// r: handles that the host released}. An answer is {v: value} or {e: HRESULT, d: description}.
-// Values are JSON, with {h: handle} for an object, {h: 0} for an absent one, {u: 1} for none and
-// {l: values} for a piece of a collection.
+// Late-bound calls of the host: objects are handles, members are found without regard to case. A
+// request is {h: handle, n: member name, k: DISPATCH_ flags, a: arguments, e: current event, r:
+// handles that the host released}. An answer is {v: value} or {e: HRESULT, d: description}. Values
+// are JSON, with {h: handle} for an object, {h: 0} for an absent one, {u: 1} for none and {l:
+// values} for a part of a collection.
 
 const kMethod = 1;
 const kPropertyGet = 2;
@@ -61,7 +61,7 @@ function objectOf(handle) {
   return object;
 }
 
-// Members that only the host sees in this form; page scripts keep the engine's own.
+// Members in a form that only the host sees; page scripts keep the engine's own.
 const isNoise = (node) => node.nodeType === Node.TEXT_NODE && /^[ \t\r\n\f]*$/.test(node.data);
 const descendants = (root) => new ElementCollection(() => [...root.getElementsByTagName('*')]);
 const kHostMembers = [
@@ -86,7 +86,7 @@ function hostMember(object, lowerName) {
 
 const spellings = new WeakMap();
 
-/** The engine's spelling of a member name, or undefined where the object has no such member. */
+/** The engine's spelling of a member name, or undefined if the object has no such member. */
 function spellingOf(object, name) {
   if (name in object) return name;
   const prototype = Object.getPrototypeOf(object);
@@ -98,7 +98,7 @@ function spellingOf(object, name) {
         if (!table.has(own.toLowerCase())) table.set(own.toLowerCase(), own);
       }
     }
-    // Style properties are answered by the engine on demand and are listed only here.
+    // The engine creates style properties on demand and lists them only here.
     for (const listed in object) {
       if (!table.has(listed.toLowerCase())) table.set(listed.toLowerCase(), listed);
     }
@@ -154,7 +154,7 @@ function invoke({ h, n, k, a }) {
   }
   if (!isMethod) return encode(args.length ? defaultValue(member, args) : member);
   const result = member.apply(object, args);
-  // An attribute that is not there is a null value, not an absent object.
+  // A missing attribute is a null value, not an absent object.
   return result === null && name === 'getAttribute' ? null : encode(result);
 }
 

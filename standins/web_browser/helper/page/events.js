@@ -1,5 +1,5 @@
-// What happens on the page, told to the host by number. The page never waits for the host: each
-// event leaves a snapshot here, which is the window's event while the host handles that number.
+// Events of the page, reported to the host by number. The page never waits for the host: each event
+// leaves a snapshot here, which is the window's event while the host handles that number.
 
 const kReported = ['click', 'dblclick', 'mousedown', 'mouseup', 'contextmenu', 'dragstart',
                    'keydown', 'keypress', 'keyup'];
@@ -56,7 +56,7 @@ class PageEvents {
     if (!(event.target instanceof Element) || event.target.closest('[disabled]')) return;
     if (event.type === 'click' && event.detail > 0 && event.isTrusted &&
         event.target !== this.pressed_) {
-      return;  // Pressed on one element and released on another: the engine names their ancestor.
+      return;  // Pressed and released on different elements: the engine names their ancestor.
     }
     const follow = event.type === 'click' ? this.followLink_(event) : undefined;
     const menu = event.type === 'contextmenu' ? this.menuOf_(event) : undefined;
@@ -70,7 +70,7 @@ class PageEvents {
     tellHost(JSON.stringify({ t: 'event', n: this.last_, type: snapshot.type, ...what }));
   }
 
-  /** The host may cancel a key, so the page scrolls only when it has answered. */
+  /** The host may cancel a key, so the page scrolls only after the host has answered. */
   scrollByKey_(event) {
     const hasKeysOfItsOwn = event.target.closest('input, select, textarea, button, [contenteditable]');
     if (hasKeysOfItsOwn || !kScrollingKeys.includes(event.key)) return undefined;
@@ -78,7 +78,7 @@ class PageEvents {
     return event.key;
   }
 
-  /** The menu that belongs to what was clicked, by its CONTEXT_MENU_ number, and its place. */
+  /** The menu for what was clicked, by its CONTEXT_MENU_ number, and its position. */
   menuOf_({ target, clientX, clientY }) {
     const isField = target.matches('textarea, input:not([type=button], [type=submit], [type=reset])');
     let kind = 0;
@@ -89,7 +89,7 @@ class PageEvents {
     return { kind, x: Math.round(clientX), y: Math.round(clientY) };
   }
 
-  /** The host may cancel a click, so a link is followed only when it has answered. */
+  /** The host may cancel a click, so a link is followed only after the host has answered. */
   followLink_(event) {
     const link = event.target.closest('a[href], area[href]');
     if (link === null || event.defaultPrevented) return undefined;
@@ -106,7 +106,7 @@ class PageEvents {
   }
 }
 
-/** Whether Tab would take the focus out of the page; then nothing on the page has it any more. */
+/** Whether Tab would move the focus out of the page; then nothing on the page has it any more. */
 function leavesByTab(back) {
   const stops = [...document.querySelectorAll('a[href], area[href], button, input, select, textarea, [tabindex]')]
     .filter((element) => element.tabIndex >= 0 && !element.closest('[disabled]') &&

@@ -1,7 +1,7 @@
 // More members that documents of the WebBrowser control have and modern engines lack.
 
 define(Element.prototype, 'mergeAttributes', {
-  /** Takes over the attributes of another element; id and name only where they are not preserved. */
+  /** Copies the attributes of another element; id and name only if they are not preserved. */
   value(source, preserve = true) {
     for (const { name, value } of [...source.attributes]) {
       if (!preserve || !(name === 'id' || name === 'name')) this.setAttribute(name, value);

@@ -1,5 +1,6 @@
-// What document mode 5 makes of style sheets: rules and declarations that it does not know go, and
-// what it reads in its own way is rewritten for a modern engine. `csstree` parses and writes CSS.
+// Style sheets as document mode 5 reads them: rules and declarations that it does not know are
+// removed, and what it reads differently is rewritten for a modern engine. `csstree` parses and
+// writes CSS.
 
 const kSides = ['top', 'right', 'bottom', 'left'];
 const sided = (prefix, suffix = '') => kSides.map((side) => `${prefix}-${side}${suffix}`);
@@ -22,7 +23,7 @@ const kKnownProperties = new Set([
   'word-wrap', 'z-index', 'zoom', '-ms-interpolation-mode',
 ]);
 
-// Of these properties the mode knows these words alone.
+// For these properties the mode knows only these words.
 const kKnownWords = {
   'display': 'block inline inline-block list-item none table-footer-group table-header-group',
   'position': 'static relative absolute',
@@ -38,7 +39,7 @@ const kKnownWords = {
 };
 for (const [property, words] of Object.entries(kKnownWords)) kKnownWords[property] = new Set(words.split(' '));
 
-// Text is "small" where nothing says otherwise, and each word is a step larger than in later modes.
+// Text is "small" by default, and each word is a step larger than in later modes.
 const kFontSizes = {
   'xx-small': 10, 'x-small': 13, 'small': 16, 'medium': 18, 'large': 24, 'x-large': 32, 'xx-large': 48,
 };
@@ -64,7 +65,9 @@ const kInlineTags = 'a,abbr,acronym,b,bdo,big,cite,code,dfn,em,font,i,kbd,label,
 
 const kSystemVariables = new Set(kSystemColors.values());
 
-/** The variable of a system colour, given by its name or, where it was read before, by the variable. */
+/**
+ * The variable of a system colour, given by its name or, if it was read before, by the variable.
+ */
 function systemColor(node) {
   if (node.type === 'Identifier') return kSystemColors.get(node.name.toLowerCase());
   const name = node.type === 'Function' && node.name === 'var' ? node.children.first?.name : undefined;
@@ -92,7 +95,7 @@ function knowsValue(property, value) {
   return !words || csstree.generate(value).toLowerCase().split(/\s+/).every((word) => words.has(word));
 }
 
-/** Rewrites a value that the mode reads in its own way. */
+/** Rewrites a value that the mode reads differently. */
 function translate(declaration, property) {
   if (property === '-ms-interpolation-mode') {
     declaration.property = 'image-rendering';
@@ -112,7 +115,7 @@ function translate(declaration, property) {
   });
 }
 
-/** The value with each system colour replaced by what `instead` gives for its variable. */
+/** The value with each system colour replaced by what `instead` returns for its variable. */
 function withSystemColors(value, instead) {
   const changed = csstree.clone(value);
   changed.children.forEach((node, item) => {
@@ -122,7 +125,7 @@ function withSystemColors(value, instead) {
   return changed;
 }
 
-/** Takes what the mode does not know out of a list of declarations. */
+/** Removes what the mode does not know from a list of declarations. */
 function keepKnown(declarations) {
   declarations.forEach((node, item, list) => {
     const property = node.type === 'Declaration' ? node.property.toLowerCase() : '';
@@ -163,7 +166,7 @@ function knowsSelector(selector) {
 const givesSize = (declaration) =>
   /^(width|height)$/.test(declaration.property) && csstree.generate(declaration.value) !== 'auto';
 
-/** Inline elements take a width or height; where the page says how to show them, that counts. */
+/** Inline elements take a width or height, unless the page itself says how to display them. */
 function ruleForSizedInlines(rule) {
   const selector = csstree.generate(rule.prelude);
   if (!rule.block.children.some(givesSize) || selector.includes(':first-')) return '';
@@ -175,7 +178,7 @@ function knowsAtRule({ name, prelude }) {
   return name.toLowerCase() !== 'media' || kMedia.test(csstree.generate(prelude).trim());
 }
 
-/** A style sheet as the mode takes it. */
+/** A style sheet as the mode reads it. */
 function quirksSheet(text) {
   const sheet = csstree.parse(text, { parseCustomProperty: false });
   const companions = [];
@@ -202,14 +205,14 @@ function quirksSheet(text) {
 
 const knownStyles = new Map();
 
-/** The text of a style attribute as the mode takes it. */
+/** The text of a style attribute as the mode reads it. */
 function quirksStyle(text) {
   let known = knownStyles.get(text);
   if (known === undefined) {
     const list = csstree.parse(text, { context: 'declarationList' });
     const before = csstree.generate(list);
     keepKnown(list.children);
-    // A text of which nothing is dropped stays as it was written.
+    // A text from which nothing is dropped stays as it was written.
     known = csstree.generate(list) === before ? text : csstree.generate(list).replaceAll(';', '; ');
     if (knownStyles.size > 1000) knownStyles.clear();
     knownStyles.set(text, known);

@@ -1,10 +1,10 @@
 // The page in document mode 5: its style sheets and style attributes are read as that mode reads
-// them, as they come, before anything of them is drawn. Other modes are left to the engine.
+// them, as they arrive and before any of them is drawn. Other modes are left to the engine.
 
 const kQuirksMode = 5;
 const kEarliestModeOfStandards = 7;
 
-/** The mode that the page names, or that its doctype gives it where it names none. */
+/** The mode that the page names or, if it names none, the mode of its doctype. */
 function documentMode() {
   const named = document.head?.querySelector('meta[http-equiv="x-ua-compatible" i]');
   const [, number] = /\bIE=(?:Emulate\w*?)?(\d+)/i.exec(named?.content ?? '') ?? [];

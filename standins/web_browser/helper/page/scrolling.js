@@ -1,4 +1,4 @@
-// What the scrolling keys do, when the host has let them.
+// What the scrolling keys do once the host has allowed them.
 
 const kPixelsPerArrow = 40;
 const kShareOfPage = 0.875;
@@ -14,7 +14,9 @@ function distanceOf(key, { clientHeight, scrollHeight }) {
   }[key];
 }
 
-/** Scrolls the innermost box around what has the focus that can go further that way. */
+/**
+ * Scrolls the innermost box around the focused element that can scroll further in that direction.
+ */
 function scrollByKey(key) {
   for (let box = document.activeElement; box; box = box.parentElement) {
     const [x, y] = distanceOf(key, box);

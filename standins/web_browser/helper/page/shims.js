@@ -1,17 +1,17 @@
-// Members that documents of the WebBrowser control have and modern engines lack. They are put on
-// the engine's own prototypes, so that dispatch.js meets them like every other member.
+// Members that documents of the WebBrowser control have and modern engines lack. They are added to
+// the engine's own prototypes, so that dispatch.js handles them like every other member.
 
 const kNamedTags = new Set(
   ('A APPLET BUTTON EMBED FORM FRAME FRAMESET IFRAME IMG INPUT MAP META OBJECT SELECT TEXTAREA')
     .split(' '));
 
-/** Whether an element answers to a name: by its id, or by the name of a tag that has names. */
+/** Whether an element has a name: by its id, or by the name of a tag that supports names. */
 function answersTo(element, name) {
   if (element.id === name) return true;
   return kNamedTags.has(element.tagName) && element.getAttribute('name') === name;
 }
 
-/** A live list: every question computes the members anew. */
+/** A live list: every access computes its members again. */
 class ElementCollection {
   constructor(members) {
     this.members_ = members;
@@ -21,7 +21,10 @@ class ElementCollection {
     return this.members_().length;
   }
 
-  /** By position for a number, by id or name for a text; several bearers of a name are a collection. */
+  /**
+   * By position for a number, by id or name for a text; several elements with the same name form a
+   * collection.
+   */
   item(key = 0, index) {
     if (typeof key === 'number') return this.members_()[key] ?? null;
     const bearers = () =>
@@ -48,7 +51,8 @@ define(Document.prototype, 'createElement', {
   value(tag) {
     const text = String(tag);
     if (this.documentMode >= kModeOfTagNamesOnly || !text.trimStart().startsWith('<')) return nativeCreateElement.call(this, text);
-    // Parsed below an element of this document: a template's document would not be in quirks mode.
+    // Parsed below an element of this document, because a template's document would not be in
+    // quirks mode.
     const holder = nativeCreateElement.call(this, 'div');
     holder.innerHTML = text;
     const element = holder.firstElementChild;
@@ -78,7 +82,9 @@ define(Document.prototype, 'parentWindow', {
 });
 
 define(Node.prototype, 'removeNode', {
-  /** Takes the node out of its document, with all below it or leaving its children in its place. */
+  /**
+   * Removes the node from its document, with its subtree, or with its children taking its place.
+   */
   value(deep = false) {
     if (!deep) this.replaceWith(...this.childNodes);
     else this.parentNode?.removeChild(this);
@@ -99,7 +105,7 @@ const kPixelsPerUnit = { px: 1, pt: 96 / 72, pc: 16, in: 96, cm: 96 / 2.54, mm: 
 for (const side of ['Height', 'Width', 'Top', 'Left', 'Right', 'Bottom']) {
   const property = side.toLowerCase();
   define(CSSStyleDeclaration.prototype, `pixel${side}`, {
-    /** The inline length in whole pixels; 0 where there is none or it has no absolute unit. */
+    /** The inline length in whole pixels; 0 if there is none or its unit is not absolute. */
     get() {
       const [, number, unit] = /^(-?[\d.]+)([a-z]*)$/.exec(this[property]) ?? [];
       return Math.round(Number(number ?? 0) * (kPixelsPerUnit[unit ?? ''] ?? 0));

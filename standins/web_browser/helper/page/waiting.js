@@ -1,4 +1,4 @@
-// Waiting for a state of the page, for its inspection.
+// Waits for a state of the page, for its inspection.
 
 /** The first true value of `probe`. */
 function waitUntil(probe) {
@@ -19,7 +19,8 @@ function waitUntil(probe) {
         settle(reject, error);
       }
     }
-    // Not every state is in the tree (a scroll position, a loaded image): look at each frame too.
+    // Not every state is in the tree (a scroll position, a loaded image), so each frame is checked
+    // too.
     function eachFrame() {
       check();
       if (!settled) requestAnimationFrame(eachFrame);

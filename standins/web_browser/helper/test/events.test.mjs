@@ -14,7 +14,7 @@ const kPage = `<body style="margin:0"><div id=a style="height:50px">a</div>
 
 const clicks = () => browser.reports.filter(({ type }) => type === 'click');
 
-/** Events come in order: when the marker's click is here, so is all before it. */
+/** Events arrive in order: once the marker's click has arrived, so has everything before it. */
 async function upToMarker() {
   await browser.page.evaluate("document.body.click()");
   while (clicks().length === 0) await once(browser.page, 'report');
@@ -51,7 +51,7 @@ test('each event keeps its own snapshot until it is forgotten', async () => {
   assert.deepEqual(await ofEvent(first.n), { h: 0 });
 });
 
-test('press on one element and release on another is no click', async () => {
+test('a press on one element and release on another is not a click', async () => {
   await browser.load(kPage);
   await browser.click({ x: 10, y: 10 }, { x: 10, y: 60 });
   await upToMarker();
@@ -66,7 +66,7 @@ test('a click on a disabled button is not reported', async () => {
   assert.equal(await ofEvent(clicks()[0].n, 'srcElement', 'tagName'), 'BODY');
 });
 
-test('a link is not followed by the page but told with its click', async () => {
+test('a link is not followed by the page but reported with its click', async () => {
   await browser.load(kPage);
   const generation = browser.page.generation;
   await browser.page.evaluate('document.getElementById("link").click()');
@@ -75,7 +75,7 @@ test('a link is not followed by the page but told with its click', async () => {
   assert.equal(browser.page.generation, generation);
 });
 
-test('a form is not sent by the page but told with its fields', async () => {
+test('a form is not sent by the page but reported with its fields', async () => {
   await browser.load('<form action="next.html"><input name=q value="a b"><input type=submit id=s></form>');
   await browser.page.evaluate('document.getElementById("s").click()');
   while (!browser.reports.some(({ type }) => type === 'submit')) await once(browser.page, 'report');

@@ -19,7 +19,7 @@ const kSpace = 32;
 const kBackspace = 8;
 const kTab = 9;
 
-/** A key as a window hears it: down, its character where it has one, up. */
+/** A key as a window sees it: down, its character if it has one, up. */
 function press(vk, text = '', mods = 0) {
   input.key({ type: 'rawKeyDown', vk, text: '', mods });
   if (text) input.key({ type: 'char', vk: 0, text, mods });
@@ -34,14 +34,14 @@ for (const [name, vk, text] of [['Enter', kEnter, '\r'], ['Space', kSpace, ' ']]
     await browser.load('<input type=button id=b value=Update>');
     await focus('b');
     press(vk, text);
-    // The click of Enter comes before its key is up, and no report may be left for the next test.
+    // Enter clicks before its key is released, and no report may be left for the next test.
     const heard = (kind) => browser.reports.some(({ type }) => type === kind);
     while (!heard('click') || !heard('keyup')) await once(browser.page, 'report');
     assert.deepEqual(browser.reports.map(({ type }) => type).slice(0, 2), ['keydown', 'keypress']);
   });
 }
 
-test('keys write, delete and go on to the next field', async () => {
+test('keys write, delete and move to the next field', async () => {
   await browser.load('<input id=a><input id=b>');
   await focus('a');
   press(65, 'a');
@@ -62,7 +62,7 @@ test('the wheel scrolls the page', async () => {
   assert.equal(await until('document.body.scrollTop === 300'), true);
 });
 
-test('of many moves at once the last one counts and the press comes after it', async () => {
+test('of many moves at once the last one counts, and the press comes after it', async () => {
   await browser.load('<body style="margin:0"><div id=d style="height:100px">');
   await browser.page.evaluate(`void (() => {
     globalThis.heard = [];

@@ -55,7 +55,7 @@ test('markup runs nothing and opens no frame when the host has switched that off
   await browser.page.evaluate('document.body.insertAdjacentHTML("beforeEnd", ' +
     JSON.stringify('<img src=none2.gif onerror="document.title=\'ran\'"><iframe src=frame.html></iframe>') + ')');
   await browser.page.evaluate('document.getElementById("js").click()');
-  // An image that is added last fails last, when the handlers of the others have had their turn.
+  // An image that is added last fails last, after the handlers of the others have run.
   await browser.page.evaluate(`new Promise((resolve) => {
     const image = new Image();
     image.addEventListener('error', resolve);
@@ -68,7 +68,7 @@ test('markup runs nothing and opens no frame when the host has switched that off
   for (const { frame } of frameTree.childFrames ?? []) assert.notEqual(frame.url, 'file:///C:/frame.html');
 });
 
-test('the same markup runs when the host lets it', async () => {
+test('the same markup runs when the host allows it', async () => {
   await browser.load(kHostile, 0x10);
   await browser.page.evaluate('standin.waitUntil(() => document.title === "ran")');
   assert.equal(await browser.page.evaluate('document.title'), 'ran');
@@ -82,14 +82,14 @@ test('a dialog of a script keeps nobody waiting', async () => {
   assert.equal(await browser.page.evaluate('document.title'), 'false');
 });
 
-test('images load only where the host lets them', async () => {
+test('images load only if the host allows them', async () => {
   await browser.load('Program Files\\App\\Page.html', kMarkupOnly & ~0x10);
   assert.equal(await browser.page.evaluate('document.getElementById("i").naturalWidth'), 0);
   assert.deepEqual(browser.page.requests.at(-1),
     { url: 'file:///C:/Program%20Files/App/Images/A%20b.gif', refused: true, reason: 'images are off' });
 });
 
-test('nothing that is no local file is asked of any server', async () => {
+test('nothing but local files is requested, from any server', async () => {
   const base = `http://127.0.0.1:${server.address().port}`;
   await browser.load(`<img src="${base}/i.gif"><link rel=stylesheet href="${base}/s.css">
     <link rel=preconnect href="${base}"><link rel=prefetch href="${base}/p">
@@ -125,7 +125,7 @@ test('a refresh in the markup is a navigation that the host can cancel', async (
   assert.equal(await browser.page.evaluate('document.getElementById("stays") !== null'), true);
 });
 
-test('a page that is not there fails and leaves the present one', async () => {
+test('a page that does not exist fails and leaves the current one', async () => {
   await browser.load('other.html');
   const failed = once(browser.page, 'failed');
   browser.page.navigate('C:\\missing.html', kMarkupOnly);
@@ -134,7 +134,7 @@ test('a page that is not there fails and leaves the present one', async () => {
   assert.equal(await browser.page.evaluate('document.getElementById("other") !== null'), true);
 });
 
-test('the error page of a failed navigation stands under the URL that could not be had', async () => {
+test('the error page of a failed navigation has the URL that could not be loaded', async () => {
   await browser.load('other.html');
   const complete = once(browser.page, 'complete');
   await browser.page.showError('file:///C:/missing.html');

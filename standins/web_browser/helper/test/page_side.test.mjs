@@ -47,7 +47,7 @@ test('all.item takes a text for a name and a number for a position', async () =>
   assert.equal(await browser.get(all, 'length'), 5);
 });
 
-test('all.item gives the bearers of a shared id as a collection', async () => {
+test('all.item gives the elements with a shared id as a collection', async () => {
   await browser.load('<p><img id=trans src=i.gif></p><p><img id=trans src=i.gif></p>');
   const both = await browser.invoke(await browser.get(browser.document, 'all'), 'item', 'trans');
   assert.equal(await browser.get(both, 'length'), 2);

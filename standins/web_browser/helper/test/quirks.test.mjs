@@ -1,4 +1,4 @@
-// What document mode 5 does otherwise than a modern engine, point by point.
+// What document mode 5 does differently from a modern engine, point by point.
 import assert from 'node:assert/strict';
 import { after, before } from 'node:test';
 import { test, TestBrowser } from './support.mjs';
@@ -20,7 +20,7 @@ const box = (selector) => browser.page.evaluate(`(() => {
   return { x, y, width, height };
 })()`);
 
-test('a page without a doctype is in mode 5, and one that names its mode is in that', async () => {
+test('a page without a doctype is in mode 5, and one that names its mode is in that mode', async () => {
   const mode = async (markup) => {
     await browser.load(markup);
     return browser.get(browser.document, 'documentMode');
@@ -33,7 +33,7 @@ test('a page without a doctype is in mode 5, and one that names its mode is in t
   assert.equal(await mode(`<!doctype html><html><head>${named(5)}</head><p>x`), 5);
 });
 
-test('from mode 9 on an element is not made from a start tag', async () => {
+test('from mode 9 on, an element is not created from a start tag', async () => {
   await browser.load('<html><head><meta http-equiv="X-UA-Compatible" content="IE=9"></head><p>x');
   assert.notEqual((await browser.call(browser.document, 'createElement', 1, '<div id=7>')).e, undefined);
   const div = await browser.invoke(browser.document, 'createElement', 'div');
@@ -48,13 +48,13 @@ test('other modes are left to the engine', async () => {
   assert.equal((await box('#d')).width, 120);
 });
 
-test('at-rules of later engines go with all that is in them', async () => {
+test('at-rules of later engines are removed with everything in them', async () => {
   assert.equal(await sheet('@supports (display: flex) { b { color: red } } i { color: red }'), 'i{color:red}');
   assert.equal(await sheet('@media (max-width: 9px) { b { color: red } } @layer x { i { color: red } }'), '');
   assert.equal(await sheet('@media screen { b { color: red } }'), '@media screen{b{color:red}}');
 });
 
-test('selectors of later engines go, those beside them stay', async () => {
+test('selectors of later engines are removed, those beside them stay', async () => {
   for (const refused of ['p > b', 'p + b', 'p ~ b', '[title]', 'input[disabled]', 'b::before', 'b:before',
                          'b:first-child', 'b:not(.x)', '.x.y', '*', 'b:disabled', ':root', '::selection']) {
     assert.equal(await sheet(`${refused}, i { color: red }`), 'i{color:red}', refused);
@@ -65,14 +65,14 @@ test('selectors of later engines go, those beside them stay', async () => {
   }
 });
 
-test('only links know that the pointer or the focus is on them', async () => {
+test('only links react to the pointer or the focus', async () => {
   for (const state of ['hover', 'active', 'focus']) {
     assert.equal(await sheet(`div:${state} { color: red }`), '');
     assert.equal(await sheet(`a b:${state} { color: red }`), '');
   }
 });
 
-test('properties and values of later engines go', async () => {
+test('properties and values of later engines are removed', async () => {
   for (const declaration of [
     'display: flex', 'display: table-cell', 'display: grid', 'position: sticky', 'position: fixed',
     'min-width: 1px', 'max-height: 1px', 'box-sizing: border-box', 'border-radius: 2px', 'opacity: .5',
@@ -133,12 +133,12 @@ test('text is small unless the page says otherwise', async () => {
   assert.deepEqual(await Promise.all(sizes), ['16px', '18px', '16px']);
 });
 
-test('important rules count more than a style attribute', async () => {
+test('important rules outweigh a style attribute', async () => {
   await browser.load('<style>b { width: 30px !important }</style><b style="width:90px">x</b>');
   assert.equal((await box('b')).width, 30);
 });
 
-test('a style sheet of its own is read in the same way, and so is one that is put in later', async () => {
+test('a style sheet in its own file is read in the same way, and so is one that is inserted later', async () => {
   await browser.load('<link rel=stylesheet href=sheet.css><p><b>x</b><i>y</i>');
   assert.equal((await box('b')).width, 70);
   await browser.page.evaluate(

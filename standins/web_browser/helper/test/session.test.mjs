@@ -9,7 +9,7 @@ import { PageInspector } from '../inspect_client.mjs';
 import { LineConnection } from '../wire.mjs';
 import { kGet, kMarkupOnly, kMethod, kPut, makePrefix, test } from './support.mjs';
 
-/** Plays the host: accepts the helper's two connections, calls, and collects the notices. */
+/** Plays the host: accepts the helper's two connections, makes calls, and collects the notices. */
 class FakeHost {
   notices = [];
   #lastCall = 0;
@@ -23,7 +23,7 @@ class FakeHost {
     fs.mkdirSync(host.temporary);
     host.inspectionFile = path.join(host.prefix, 'inspect.json');
     host.server = net.createServer();
-    // Both connections may come before the first is looked at.
+    // Both connections may arrive before the first is handled.
     host.connections = on(host.server, 'connection');
     await new Promise((resolve) => host.server.listen(0, '127.0.0.1', resolve));
     const main = new URL('../main.mjs', import.meta.url).pathname;
@@ -61,7 +61,7 @@ class FakeHost {
     if (this.#paints) this.calls.send({ op: 'painted', n });
   }
 
-  /** Whether the host paints what it gets; it catches up when it begins to. */
+  /** Whether the host paints what it gets; it catches up when it starts again. */
   set paints(paints) {
     this.#paints = paints;
     if (paints && this.#unpainted) this.calls.send({ op: 'painted', n: this.#unpainted });
@@ -111,7 +111,10 @@ test('a host loads a page and calls its document', async () => {
   assert.equal(gone.e, 0x80010108);
 });
 
-/** Many calls of the host, within which the helper has time for all that it does not wait with. */
+/**
+ * Makes many calls as the host, during which the helper has time for everything that does not wait
+ * for the host.
+ */
 async function busy() {
   for (let i = 0; i < 200; i += 1) await host.call('invoke', { ...(await documentOf()), n: 'title', k: kGet, a: [] });
 }
@@ -121,7 +124,9 @@ async function documentOf() {
   return { ...v, g };
 }
 
-/** Holds the host's painting up, asks, and demands that there is no answer before the host has painted. */
+/**
+ * Stops the host's painting, asks, and demands that there is no answer before the host has painted.
+ */
 async function isAnsweredAfterPainting(ask) {
   host.paints = false;
   let isAnswered = false;
@@ -131,7 +136,7 @@ async function isAnsweredAfterPainting(ask) {
   });
   const [{ data }] = await once(host.events, 'frame');
   assert.ok(Buffer.from(data, 'base64').subarray(1, 4).equals(Buffer.from('PNG')));
-  // Time for all that does not wait for the host.
+  // Time for everything that does not wait for the host.
   for (let i = 0; i < 5; i += 1) await host.inspector.screenshot();
   assert.equal(isAnswered, false);
   host.paints = true;
@@ -146,7 +151,7 @@ test('the page is read when the host has painted it', async () => {
   assert.equal(text, '\u00e4');
 });
 
-test('the page is not settled while the host deals with an event of it', async () => {
+test('the page is not settled while the host handles one of its events', async () => {
   const reported = once(host.events, 'event');
   await host.inspector.eval('document.getElementById("d").click()');
   const [{ g, n }] = await reported;
@@ -163,13 +168,13 @@ test('what is read while the host calls is read again', async () => {
   const reading = host.inspector.eval('(globalThis.readings = (globalThis.readings ?? 0) + 1)');
   await once(host.events, 'frame');
   host.paints = true;
-  // Right behind the painting, before the page can have been read.
+  // Right after the painting, before the page can have been read.
   await host.call('document');
   assert.equal(await reading, 2);
   assert.equal(await host.inspector.eval('readings'), 2);
 });
 
-test('a wait goes on where the host changes the page back before it waits for messages', async () => {
+test('a wait continues if the host changes the page back before it waits for messages', async () => {
   const setTitle = async (value) => host.call('invoke', { ...(await documentOf()), n: 'title', k: kPut, a: [value] });
   host.paints = false;
   const waiting = host.inspector.waitFor('document.title !== "busy" && document.title');
@@ -181,7 +186,7 @@ test('a wait goes on where the host changes the page back before it waits for me
   assert.equal(await waiting, 'done');
 });
 
-test('it is told how much input the page has taken', async () => {
+test('reports how much input the page has handled', async () => {
   assert.deepEqual(await host.inspector.taken(), { releases: 0, keys: 0 });
   const mouse = { op: 'mouse', x: 10, y: 10, button: 'left', count: 1, mods: 0 };
   host.calls.send({ ...mouse, type: 'mousePressed', buttons: 1 });
@@ -209,7 +214,7 @@ test('a wait ends with the change it waits for, also on the next page', async ()
   await assert.rejects(host.inspector.waitFor('nonsense'), /nonsense is not defined/);
 });
 
-test('a question is given up where there is no answer within the limit', async () => {
+test('a question is given up if there is no answer within the limit', async () => {
   const hasty = await PageInspector.connect(host.inspectionFile, () => 50);
   await assert.rejects(hasty.waitFor('false'), /^Error: Not in time: false$/);
   hasty.close();

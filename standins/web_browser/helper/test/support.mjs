@@ -7,7 +7,7 @@ import { BrowserPage } from '../browser_page.mjs';
 import { Chromium } from '../chromium.mjs';
 import { LocalFiles } from '../local_files.mjs';
 
-/** A test that fails where it waits for what does not come. */
+/** A test that fails if it waits for something that does not come. */
 export const test = (name, body) => nodeTest(name, { timeout: 120000 }, body);
 
 export const kMethod = 1;
@@ -17,7 +17,7 @@ export const kPut = 4;
 /** DLCTL_DLIMAGES | NO_SCRIPTS | NO_JAVA | NO_RUNACTIVEXCTLS | NO_DLACTIVEXCTLS | NO_FRAMEDOWNLOAD */
 export const kMarkupOnly = 0x10 | 0x80 | 0x100 | 0x200 | 0x400 | 0x1000;
 
-/** A Wine prefix in miniature: drive C: is a folder with the given files. */
+/** A miniature Wine prefix: drive C: is a folder with the given files. */
 export function makePrefix(files) {
   const prefix = fs.mkdtempSync(path.join(os.tmpdir(), 'standin-test-'));
   fs.mkdirSync(path.join(prefix, 'dosdevices'));
@@ -89,7 +89,7 @@ export class TestBrowser {
     return this.#value(object, name, kMethod, args);
   }
 
-  /** The element of an id, through document.all.item as a host asks for it. */
+  /** The element with an id, through document.all.item, as a host requests it. */
   async byId(id) {
     return this.invoke(await this.get(this.document, 'all'), 'item', id);
   }
