@@ -8,7 +8,7 @@
 
 namespace kitbay::fakes {
 
-/// A page without elements, for programs that only need procedures to find nothing there.
+/// A page without elements, for programs that only need procedures to find nothing.
 class BlankDocument : public platform::HtmlDocument {
  public:
   platform::HtmlNodeRef AllItem(const std::string& /*id*/) const override { return nullptr; }

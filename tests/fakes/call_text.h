@@ -4,7 +4,7 @@
 
 namespace kitbay::fakes {
 
-/// A text as an argument in the record of a call.
+/// A text argument in the record of a call.
 inline std::string Bracketed(const std::string& text) { return " [" + text + "]"; }
 
 }  // namespace kitbay::fakes

@@ -19,8 +19,8 @@ namespace {
 using base::Failure;
 using base::RuntimeError;
 
-// For more, the system's cache looks for memory in one piece, which takes several times as long as
-// the copying.
+// For larger pieces, the system's cache looks for contiguous memory, which takes several times as
+// long as the copying.
 constexpr std::size_t kMostWrittenAtOnce = 65536;
 
 Failure SystemFailure(int error) {
@@ -41,7 +41,7 @@ Failure SystemFailure(int error) {
   }
 }
 
-/// A descriptor, closed at the end.
+/// A descriptor that is closed when it is destroyed.
 class Descriptor {
  public:
   Descriptor(const std::string& place, int flags) : number_(open(place.c_str(), flags, 0666)) {

@@ -6,8 +6,8 @@
 
 namespace kitbay::fakes {
 
-/// The file system of the machine that the tests run on. Drive C: is a folder of it; letter case
-/// matters, and `Exists` knows no patterns.
+/// The file system of the machine that runs the tests. Drive C: is one of its folders; names are
+/// case-sensitive, and `Exists` does not support patterns.
 class DiskFiles : public platform::Files {
  public:
   /// `drive` is the folder that C: stands for.

@@ -20,8 +20,8 @@ inline constexpr std::int32_t kAccessDenied = static_cast<std::int32_t>(0x800700
 inline constexpr std::int32_t kDisconnected = static_cast<std::int32_t>(0x80010108U);
 
 /// The class tables and the running-object table in memory. Every call is recorded in `calls`. As
-/// on Windows a process with an administrator's rights does not find the user's classes, and
-/// neither it nor a standard user's process finds what the other has entered.
+/// on Windows, an elevated process does not find the user's classes, and elevated and standard
+/// processes do not find each other's entries.
 class FakeActiveObjects : public platform::ActiveObjects {
  public:
   FakeActiveObjects();
@@ -34,30 +34,30 @@ class FakeActiveObjects : public platform::ActiveObjects {
   void DisconnectObject(platform::ManagerService& object) override;
   std::unique_ptr<platform::ManagerService> GetActive(const std::string& prog_id) override;
 
-  /// The user's classes by ProgID: `Kitbay.Manager` alone at first, from an earlier start.
+  /// The user's classes by ProgID: initially only `Kitbay.Manager`, from an earlier start.
   std::map<std::string, platform::ClassId> classes;
 
-  /// The machine's: none at first.
+  /// The machine's classes; initially none.
   std::map<std::string, platform::ClassId> machine_classes;
 
   void SetUser(User user) { user_ = user; }
 
-  /// Enters the program's own class, as its registration does.
+  /// Adds the program's own class, as its registration does.
   void AddOwnClass(platform::ClassesOf whose);
 
   /// Makes every registration fail.
   bool table_refuses = false;
 
-  /// The manager that another instance has entered; null while there is none.
+  /// The manager that another instance has registered; null if there is none.
   platform::ManagerService* running_manager = nullptr;
 
-  /// Who runs that instance.
+  /// The user who runs that instance.
   User running_manager_user = User::kStandard;
 
   /// For example "ClassIdFromProgId Kitbay.Manager" or "RevokeActiveObject 7".
   std::vector<std::string> calls;
 
-  /// How many entries of this instance stand in the table.
+  /// How many entries of this instance are in the table.
   std::size_t entry_count() const { return entries_.size(); }
 
  private:
@@ -72,7 +72,7 @@ class FakeActiveObjects : public platform::ActiveObjects {
 
   User user_ = User::kStandard;
   std::map<std::uint32_t, Entry> entries_;
-  /// What clients hold of an object; emptied when it is disconnected.
+  /// The clients' link to an object; emptied when the object is disconnected.
   std::map<platform::ManagerService*, std::shared_ptr<platform::ManagerService*>> links_;
   std::uint32_t next_cookie_ = 1;
 };

@@ -6,7 +6,7 @@
 
 namespace kitbay::fakes {
 
-/// A clock that stands still where it was set. It writes dates as an American user has them:
+/// A clock that stands still at the time it was set to. It writes dates in the American format:
 /// "11/21/2026 10:15:30 AM", at midnight "11/21/2026".
 class FakeClock : public platform::Clock {
  public:

@@ -22,26 +22,26 @@ class FakeComServer : public platform::ComServer {
   void KeepRegistrationCurrent(platform::ClassesOf whose) override;
   void RegisterClassObjects(platform::ServiceFactory& factory) override;
 
-  /// Ends the objects that clients hold as well.
+  /// Also ends the objects that clients hold.
   void RevokeClassObjects() override;
 
   /// What a client gets; fails with 429 while no class objects are registered.
   std::unique_ptr<platform::ManagerService> CreateManager();
   std::unique_ptr<platform::RegistryService> CreateRegistry();
 
-  /// The machine's classes are refused to a standard user (-2147024891).
+  /// A standard user is refused the machine's classes (-2147024891).
   void SetUser(User user) { user_ = user; }
 
-  /// Whose classes were brought up to date, or tried to be, in order.
+  /// Whose classes were registered, or attempted to be, in order.
   std::vector<platform::ClassesOf> registrations;
 
-  /// Where what was registered is found; null for nowhere.
+  /// Where registered classes are found; null for nowhere.
   FakeActiveObjects* class_tables = nullptr;
 
-  /// The factory of the classes on offer; null while there are none.
+  /// The factory of the classes on offer; null if there are none.
   platform::ServiceFactory* offered = nullptr;
 
-  /// What the next calls fail with.
+  /// The failures of the next calls.
   std::optional<base::Failure> registration_failure;
   std::optional<base::Failure> class_object_failure;
 
@@ -56,7 +56,7 @@ class FakeComServer : public platform::ComServer {
   std::vector<std::weak_ptr<std::unique_ptr<platform::RegistryService>>> registries_;
 };
 
-/// A previous-instance test that a test tells whether there is one.
+/// A previous-instance test whose answer the test sets.
 class FakeInstanceMark : public platform::InstanceMark {
  public:
   bool PreviousInstanceExists() override {
@@ -67,7 +67,7 @@ class FakeInstanceMark : public platform::InstanceMark {
 
   bool previous_instance = false;
 
-  /// Whether this instance is the first by now.
+  /// Whether this instance is the first.
   bool is_held() const { return answer_ == false; }
 
  private:

@@ -6,7 +6,7 @@
 namespace kitbay::fakes {
 namespace {
 
-/// The places from the top of the tree down to `node`.
+/// The positions from the top of the tree down to `node`.
 std::vector<std::size_t> PathOf(const DomNode& node) {
   std::vector<std::size_t> path;
   for (const DomNode* at = &node; at->parent() != nullptr; at = at->parent()) {

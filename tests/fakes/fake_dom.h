@@ -17,7 +17,7 @@ struct Attribute {
   std::string value;
 };
 
-/// A node of a `DomTree`. Tag and attribute names are as the parser returns them: small letters for
+/// A node of a `DomTree`. Tag and attribute names are as the parser returns them: lower case for
 /// HTML.
 class DomNode {
  public:
@@ -32,17 +32,17 @@ class DomNode {
   /// The children that are elements.
   const std::vector<DomNode*>& child_elements() const;
 
-  /// The children without texts of white space only.
+  /// The children except texts of only white space.
   const std::vector<DomNode*>& child_nodes() const;
 
   std::optional<std::string> GetAttribute(std::string_view name) const;
   void SetAttribute(std::string_view name, std::string_view value);
   void RemoveAttribute(std::string_view name);
 
-  /// Whether this node is `other` or lies above it.
+  /// Whether this node is `other` or an ancestor of it.
   bool Contains(const DomNode& other) const;
 
-  /// The node's place among all children of its parent, which it must have.
+  /// The node's position among all children of its parent, which it must have.
   std::size_t Place() const;
 
  private:
@@ -56,8 +56,8 @@ class DomNode {
   mutable std::vector<DomNode*> child_nodes_;
 };
 
-/// A page's nodes, those on the page and those taken off it; they live as long as the tree. Keeps
-/// an index, so that finding an element does not slow down as the page grows.
+/// A page's nodes, including those removed from it; they live as long as the tree. Keeps an index,
+/// so that finding an element does not slow down as the page grows.
 class DomTree {
  public:
   DomTree();
@@ -69,7 +69,7 @@ class DomTree {
   DomNode& NewText(std::string_view text);
   DomNode& NewComment(std::string_view text);
 
-  /// Puts `node`, which must have no parent, into `parent` at `place` among all its children.
+  /// Inserts `node`, which must have no parent, into `parent` at `place` among all its children.
   void Insert(DomNode& parent, std::size_t place, DomNode& node);
   void Append(DomNode& parent, DomNode& node) { Insert(parent, parent.children_.size(), node); }
   void Detach(DomNode& node);
@@ -77,7 +77,7 @@ class DomTree {
 
   bool OnPage(const DomNode& node) const { return document_->Contains(node); }
 
-  /// The elements on the page with that id, or with that name attribute, in document order.
+  /// The elements on the page with that id or name attribute, in document order.
   std::vector<DomNode*> WithIdOrName(const std::string& name) const;
 
  private:

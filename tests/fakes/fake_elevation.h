@@ -5,7 +5,7 @@
 
 namespace kitbay::fakes {
 
-/// The rights of a user, who by default is a standard user that declines.
+/// The rights of a user; by default a standard user who declines.
 class FakeElevation : public platform::Elevation {
  public:
   bool HasAdministratorRights() const override { return user_ == User::kAdministrator; }
@@ -18,7 +18,7 @@ class FakeElevation : public platform::Elevation {
 
   void SetUser(User user) { user_ = user; }
 
-  /// What the first question is answered with.
+  /// The answer to the first question.
   platform::ElevationAnswer answer = platform::ElevationAnswer::kDeclined;
 
   int questions = 0;

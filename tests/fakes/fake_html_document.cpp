@@ -38,7 +38,7 @@ class FakeHtmlNodeList : public platform::HtmlNodeList {
   std::vector<DomNode*> nodes_;
 };
 
-/// Makes an element and a key the event's and puts back what was the event's before.
+/// Sets the element and the key of the current event, and restores the previous ones.
 class EventAt {
  public:
   EventAt(FakePage& page, DomNode* source, const platform::KeyPress& key = {})
@@ -73,7 +73,7 @@ bool IsTabStop(const DomNode& node) {
   return index != "-1" && !node.GetAttribute("disabled");
 }
 
-/// The elements at and below `node` that Tab reaches, in its order.
+/// The elements at and below `node` that Tab reaches, in Tab order.
 std::vector<DomNode*> TabStops(DomNode& node) {
   if (IsHidden(node)) return {};
   std::vector<DomNode*> stops;
@@ -85,7 +85,7 @@ std::vector<DomNode*> TabStops(DomNode& node) {
   return stops;
 }
 
-/// The element at which an event on `node` arises.
+/// The element that raises an event on `node`.
 DomNode& EventElement(const FakePage& page, const HtmlNodeRef& node) {
   DomNode* at = NodeOf(node.get());
   if (at == nullptr || !page.tree.OnPage(*at)) {

@@ -35,7 +35,7 @@ DomNode* AtOrNull(const std::vector<DomNode*>& nodes, int index) {
   return index >= 0 && place < nodes.size() ? nodes[place] : nullptr;
 }
 
-/// The attribute behind a property: "tabindex" for "tabIndex", "aria-expanded" for "ariaExpanded".
+/// The attribute of a property: "tabindex" for "tabIndex", "aria-expanded" for "ariaExpanded".
 std::string AttributeOf(const std::string& property) {
   constexpr std::array<std::string_view, 5> kPlain = {"tabIndex", "alt", "title", "role", "href"};
   constexpr std::string_view kAria = "aria";
@@ -237,7 +237,7 @@ class FakeHtmlNode : public HtmlNode {
   }
 
  private:
-  /// What relative sources are read against.
+  /// The URL against which relative sources are resolved.
   std::string BaseUrl() const {
     for (const DomNode* html : page_->tree.document().child_elements()) {
       for (const DomNode* head : html->child_elements()) {
@@ -257,7 +257,7 @@ class FakeHtmlNode : public HtmlNode {
     return node_;
   }
 
-  /// Enters `member`, which only elements of those tags have.
+  /// Enters `member`, which only elements with those tags have.
   template <typename Range>
   DomNode& Element(const char* member, const Range& tags) const {
     DomNode& element = Element(member);
@@ -275,7 +275,7 @@ class FakeHtmlNode : public HtmlNode {
     page_->focused = &element;
   }
 
-  /// Handles to a list's members, which the real one hands over some dozens at a time.
+  /// Handles to a list's members, which the real document delivers in batches of some dozens.
   std::vector<HtmlNodeRef> Handles(const char* member, const std::vector<DomNode*>& nodes) const {
     constexpr std::size_t kBatch = 64;
     page_->Enter(member, static_cast<int>(nodes.size() / kBatch) + 1);

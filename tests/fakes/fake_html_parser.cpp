@@ -23,7 +23,7 @@ Output Parse(std::string_view markup, GumboTag context) {
   return Output(gumbo_parse_with_options(&options, markup.data(), markup.size()));
 }
 
-/// Elements whose content is not parsed as a page's body is.
+/// Elements whose content is not parsed like a page's body.
 bool HasOwnParsingRules(GumboTag tag) {
   switch (tag) {
     case GUMBO_TAG_TITLE:
@@ -118,8 +118,8 @@ std::vector<DomNode*> ParseFragment(DomTree& tree, std::string_view context,
     const Output output = Parse(markup, tag);
     return ConvertAll(tree, output->root->v.element.children);
   }
-  // The parser's fragments are always in standards mode, a page without doctype is not. In a body
-  // both read markup alike.
+  // The parser's fragments are always in standards mode, but a page without doctype is not. In a
+  // body, both modes read markup alike.
   const std::string page = "<html><head></head><body>" + std::string(markup);
   const Output output = Parse(page, GUMBO_TAG_LAST);
   for (const GumboNode* child : Items<GumboNode>(output->root->v.element.children)) {

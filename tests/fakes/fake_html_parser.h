@@ -8,11 +8,11 @@
 
 namespace kitbay::fakes {
 
-/// Parses a whole page without a doctype, that is in quirks mode, into `tree`.
+/// Parses a whole page without a doctype, so in quirks mode, into `tree`.
 void ParsePage(DomTree& tree, std::string_view markup);
 
-/// Parses markup as the content of an element of tag `context` on a quirks-mode page. The nodes
-/// belong to `tree` and have no parent as yet.
+/// Parses markup as the content of an element with the tag `context` on a quirks-mode page. The
+/// nodes belong to `tree` and do not have a parent yet.
 std::vector<DomNode*> ParseFragment(DomTree& tree, std::string_view context,
                                     std::string_view markup);
 

@@ -74,10 +74,10 @@ void AppendAllText(const DomNode& node, std::string& out) {
   for (const DomNode* child : node.all_children()) AppendAllText(*child, out);
 }
 
-/// Text as it stands on lines: white space collapsed, line ends only between texts.
+/// Text in lines: white space is collapsed, and line ends appear only between texts.
 class TextLines {
  public:
-  /// At least so many line ends before the next text.
+  /// Puts at least this many line ends before the next text.
   void BreakLine(std::size_t line_ends) { line_ends_ = std::max(line_ends_, line_ends); }
 
   void Add(std::string_view text) {
@@ -91,7 +91,7 @@ class TextLines {
     }
   }
 
-  /// A line end or a tab that collapses with nothing.
+  /// Adds a line end or a tab that does not collapse with anything.
   void AddControl(char control) {
     blank_ = false;
     StartText();

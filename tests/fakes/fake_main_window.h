@@ -17,7 +17,7 @@ namespace kitbay::fakes {
 /// The calls that the window and its parts received, in order, as text: "SetPanelText 2 Ready".
 class WindowCalls {
  public:
-  /// Notes the call; then throws when a test has ordered calls of that member to fail.
+  /// Records the call, then throws if a test has arranged that calls of that member fail.
   void Enter(const std::string& member, const std::string& arguments = "") {
     calls_.push_back(member + (arguments.empty() ? "" : " " + arguments));
     if (failing_ && failing_->first == member) throw base::Failure(failing_->second);
@@ -51,7 +51,7 @@ class FakeStatusBar : public platform::StatusBar {
 
   void Announce(int panel) override { announced.push_back(Text(panel)); }
 
-  /// What screen readers were given to say, in order.
+  /// What screen readers were given to announce, in order.
   std::vector<std::string> announced;
 
   platform::Rectangle PanelRectangle(int panel) const override {
@@ -111,8 +111,8 @@ class FakeProgressBar : public platform::ProgressBar {
   int value_ = 0;
 };
 
-/// A message loop whose messages are functions that a test posts. It ends when none is left to
-/// handle, whether it was told to quit or not.
+/// A message loop whose messages are functions that a test posts. It ends when none is left, even
+/// if it was not told to quit.
 class FakeMessageLoop : public platform::MessageLoop {
  public:
   explicit FakeMessageLoop(WindowCalls& calls) : calls_(calls) {}
@@ -142,10 +142,10 @@ class FakeMessageLoop : public platform::MessageLoop {
   bool quit_ = false;
 };
 
-/// A main window without a screen. Its page is the markup it was made with, whatever file is shown;
-/// each `Navigate` begins a new document and leaves the one before stale. Tests raise the window's
-/// events by calling `events()`, those of the page by `document()->Click`. A test that has no use
-/// for events may do without `Load`: the parts of the window are there from the start.
+/// A main window without a screen. Its page is the markup it was created with, whatever file is
+/// shown; each `Navigate` starts a new document and makes the previous one stale. Tests raise the
+/// window's events by calling `events()`, those of the page by `document()->Click`. A test that
+/// needs no events may omit `Load`: the parts of the window exist from the start.
 class FakeMainWindow : public platform::MainWindow {
  public:
   explicit FakeMainWindow(std::string page_markup) : page_markup_(std::move(page_markup)) {}

@@ -14,20 +14,20 @@ namespace kitbay::fakes {
 /// What a `FakeHtmlDocument` and the handles to its nodes share.
 struct FakePage {
   struct OrderedFailure {
-    std::string member;  ///< Empty for any.
-    int calls_left = 0;  ///< Until the failing call; 0 fails each call.
+    std::string member;  ///< empty for any
+    int calls_left = 0;  ///< until the failing call; with 0 each call fails
     base::Failure failure;
   };
 
-  /// Every member's first step: counts what it costs in late-bound calls of the real document
-  /// (`Child` is `children`, then `item`), and throws when the page is stale or a test has ordered
-  /// this call to fail.
+  /// Every member's first step: counts the late-bound calls that it would cost in a real document
+  /// (`Child` is `children`, then `item`), and throws if the page is stale or a test has arranged
+  /// that this call fails.
   void Enter(const char* member, int cost = 1);
 
-  /// The element that has the focus; null when it has gone, or was switched off, or there is none.
+  /// The focused element; null if it has been removed or disabled, or there is none.
   DomNode* Active() const;
 
-  /// Raises the event of a click on an element; whether there was one.
+  /// Raises the event of a click on an element. Returns whether there was one.
   bool RaiseClick(DomNode& source);
 
   DomTree tree;
@@ -40,10 +40,10 @@ struct FakePage {
   DomNode* event_source = nullptr;
   platform::KeyPress event_key;
 
-  /// How far elements are scrolled, in pixels; what is filled again begins at its top.
+  /// How far elements are scrolled, in pixels; an element that is filled again starts at its top.
   std::map<const DomNode*, int> scrolled;
 
-  /// The element that was given the focus last; null for none.
+  /// The element that last got the focus; null for none.
   DomNode* focused = nullptr;
   platform::HtmlDocumentEvents* events = nullptr;
 };
@@ -51,8 +51,8 @@ struct FakePage {
 /// A handle to `node`; empty for null.
 platform::HtmlNodeRef MakeHandle(const std::shared_ptr<FakePage>& page, DomNode* node);
 
-/// The node of a handle that `MakeHandle` made; null for an empty handle. Throws
-/// `std::invalid_argument` for any other handle.
+/// The node of a handle from `MakeHandle`; null for an empty handle. Throws `std::invalid_argument`
+/// for any other handle.
 DomNode* NodeOf(const platform::HtmlNode* handle);
 
 }  // namespace kitbay::fakes

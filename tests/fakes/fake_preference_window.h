@@ -109,7 +109,7 @@ class FakePreferenceWindow : public platform::PreferenceWindow {
     if (remove_enabled_) events_->Command1_Click();
   }
 
-  // What tests look at.
+  // For tests to inspect.
 
   platform::PreferenceWindowEvents* events() const { return events_; }
   const std::vector<std::string>& items() const { return items_; }

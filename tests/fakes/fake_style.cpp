@@ -86,7 +86,7 @@ const Property* FindProperty(std::string_view name) {
   return nullptr;
 }
 
-/// A length in the form in which styles return it; nothing when it is none.
+/// A length in the form in which styles return it; nothing if `text` is not a length.
 std::optional<std::string> Length(const std::string& text) {
   const std::string value = base::ToLower(text);
   if (IsOneOf(kLengthWords, value)) return value;
@@ -136,7 +136,8 @@ std::optional<std::string> Normalized(ValueKind kind, const std::string& value) 
   return value;
 }
 
-/// The end of the declaration that begins at `at`: its semicolon outside quotes, or the text's end.
+/// The end of the declaration that starts at `at`: its semicolon outside quotes, or the end of the
+/// text.
 std::size_t EndOfDeclaration(std::string_view text, std::size_t at) {
   char quote = '\0';
   for (; at < text.size(); ++at) {

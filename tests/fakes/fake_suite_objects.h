@@ -13,13 +13,13 @@
 
 namespace kitbay::fakes {
 
-/// Creates the suite's objects: the file-system object as the test says, transport objects that the
-/// test plays through `Find`.
+/// Creates the suite's objects: the file-system object as the test specifies, and transport objects
+/// that the test controls through `Find`.
 class FakeSuiteObjects : public platform::SuiteObjects {
  public:
   using MakeFileSystemObject = std::function<std::unique_ptr<platform::FileSystemObject>()>;
 
-  /// What became of one transport object. It outlives the object.
+  /// The state of one transport object. It outlives the object.
   struct Transport {
     std::string prog_id;
     platform::OvTransportEvents* receiver = nullptr;  ///< null before set-up, after shut-down
@@ -30,7 +30,7 @@ class FakeSuiteObjects : public platform::SuiteObjects {
     bool is_released = false;
   };
 
-  /// Without `make_file_system_object` that object cannot be created.
+  /// Without `make_file_system_object`, that object cannot be created.
   explicit FakeSuiteObjects(MakeFileSystemObject make_file_system_object = nullptr);
 
   std::unique_ptr<platform::FileSystemObject> CreateFileSystemObject(
@@ -38,7 +38,7 @@ class FakeSuiteObjects : public platform::SuiteObjects {
   std::unique_ptr<platform::TransportObject> CreateTransportObject(
       const std::string& prog_id) override;
 
-  /// The transport object created last under `prog_id`; null when there was none.
+  /// The last transport object created under `prog_id`; null if there was none.
   Transport* Find(const std::string& prog_id);
 
   /// The ProgIDs whose objects cannot be created.
@@ -47,7 +47,7 @@ class FakeSuiteObjects : public platform::SuiteObjects {
   /// Makes the set-up of objects created from now on fail, by ProgID.
   std::map<std::string, base::Failure> set_up_failures;
 
-  /// What happens while a transport object is shut down.
+  /// Called while a transport object is shut down.
   std::function<void()> on_shut_down;
 
   /// For example "Create URLDownloadLib.URLDownload", "SetUp URLDownloadLib.URLDownload",

@@ -10,7 +10,7 @@
 
 namespace kitbay::fakes {
 
-/// The version resources of libraries that a test names; every other path has none.
+/// The version resources of libraries that a test names; all other paths have none.
 class FakeVersionResource : public platform::VersionResource {
  public:
   /// Gives the library at `path` the file version `major.minor.build.revision`.

@@ -5,7 +5,7 @@
 
 namespace kitbay::fakes {
 
-/// Whether a range of words holds this one.
+/// Whether a range of words contains this one.
 template <typename Range>
 bool IsOneOf(const Range& range, std::string_view text) {
   return std::find(range.begin(), range.end(), text) != range.end();

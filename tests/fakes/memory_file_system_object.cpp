@@ -7,7 +7,7 @@ namespace kitbay::fakes {
 using base::Failure;
 using base::RuntimeError;
 
-/// A text file of the tree, open for reading or for writing. Writes reach the tree at once.
+/// A text file of the tree, open for reading or for writing. Writes reach the tree immediately.
 class MemoryTextStream : public platform::TextStream {
  public:
   MemoryTextStream(MemoryFiles& files, std::string path, bool writes)

@@ -10,7 +10,7 @@ using base::Failure;
 using base::RuntimeError;
 using platform::LocalTime;
 
-/// A file of the tree, held open.
+/// A file of the tree that is held open.
 class MemoryFileReader : public platform::FileReader {
  public:
   MemoryFileReader(const MemoryFiles& files, std::string path, const MemoryFiles::Entry& entry)
@@ -285,7 +285,7 @@ bool MemoryFiles::MayChangeIn(const WindowsPath& folder) const {
   const Entry* entry = Find(folder);
   bool is_administrators = false;
   for (const auto& [owned, value] : owned_) {
-    // The map goes from an outer folder to those within it.
+    // The map is ordered from outer folders to inner ones.
     if ((folder.Key() + "\\").starts_with(owned + "\\")) {
       is_administrators = value;
     }
@@ -367,7 +367,7 @@ WindowsPath MemoryFiles::CheckPlace(const std::string& path) const {
 
 void MemoryFiles::Put(const std::string& path, std::string_view bytes) {
   const WindowsPath parsed = ParsePath(path);
-  // An overwritten file keeps the letter case of its name.
+  // An overwritten file keeps the case of its name.
   Entry& entry =
       entries_.try_emplace(parsed.Key(), Entry{.name = parsed.parts.back()}).first->second;
   entry.bytes = bytes;

@@ -18,12 +18,12 @@
 
 namespace kitbay::fakes {
 
-/// A file system in memory that follows the rules of Windows: names keep their letter case and are
-/// compared without it, both separators, drives (C: is there from the start and is the current
-/// one), read-only files. `MemoryFileSystemObject` works on the same tree.
+/// A file system in memory that follows the rules of Windows: names keep their case but are
+/// compared without it, both separators, drives (C: exists from the start and is the current one),
+/// read-only files. `MemoryFileSystemObject` works on the same tree.
 ///
-/// What lies below C:\Program Files, C:\Windows and the suite's folder of the tests, C:\Ovalink,
-/// belongs to an administrator: a standard user reads it and changes nothing there.
+/// Everything below C:\Program Files, C:\Windows and the tests' suite folder, C:\Ovalink, belongs
+/// to an administrator: a standard user can read it but not change it.
 class MemoryFiles : public platform::Files {
  public:
   MemoryFiles();
@@ -45,70 +45,71 @@ class MemoryFiles : public platform::Files {
   platform::LocalTime LastModified(const std::string& path) const override;
   void Redate(const std::string& path, const platform::LocalTime& time) override;
 
-  // What tests arrange. None of it counts as an operation.
+  // For tests to arrange. None of it counts as an operation.
 
-  /// Puts a file there, in the place of an existing one, and creates its drive and folders.
+  /// Adds a file, replacing an existing one, and creates its drive and folders.
   void AddFile(const std::string& path, std::string_view bytes);
 
-  /// Puts a folder there and creates its drive and the folders above it.
+  /// Adds a folder and creates its drive and the folders above it.
   void AddFolder(const std::string& path);
 
-  /// Makes what is there a link. Where it leads is not followed: what a test has written through it
-  /// turns up below it.
+  /// Makes what is there a link. The link is not followed: what is written through it appears below
+  /// it.
   void SetLink(const std::string& path, bool is_link = true);
 
   void SetReadOnly(const std::string& path, bool read_only = true);
 
   void SetUser(User user) { user_ = user; }
 
-  /// From here on everybody may change what lies below the folder, or nobody but an administrator.
+  /// From now on everybody may change what lies below the folder, or only an administrator.
   void SetEverybodys(const std::string& folder) { owned_[ParsePath(folder).Key()] = false; }
   void SetAdministrators(const std::string& folder) { owned_[ParsePath(folder).Key()] = true; }
 
   /// Nothing can be created, written or deleted directly in the folder, whoever the user is.
   void SetUnwritable(const std::string& folder, bool unwritable = true);
 
-  /// The file is open elsewhere for that program alone.
+  /// Another program has the file open without sharing.
   void SetInUse(const std::string& path, bool in_use = true);
 
-  /// Another program holds the file so: it reads it, and lets others do so; it writes it, and lets
-  /// others read and write; it has it loaded as a library.
+  /// How another program holds the file: it reads it and shares reading; it writes it and shares
+  /// reading and writing; or it has loaded it as a library.
   enum class Hold { kNone, kReading, kWriting, kLoaded };
   void SetHeld(const std::string& path, Hold hold);
 
-  /// What other programs do while somebody waits for them; none at first.
+  /// What other programs do while somebody waits for them; initially nothing.
   std::function<void()> while_waiting;
 
-  /// What other programs do just before a file is looked at for the last time and replaced.
+  /// What other programs do just before a file is checked for the last time and replaced.
   std::function<void()> before_replacing;
 
-  /// How long was waited for other programs in all, in milliseconds.
+  /// How long other programs were waited for in total, in milliseconds.
   unsigned waited() const { return waited_; }
 
   void SetLastModified(const std::string& path, const platform::LocalTime& time);
 
-  /// What files get as their last-modified time when they are written from now on.
+  /// The last-modified time of files that are written from now on.
   void SetNow(const platform::LocalTime& now) { now_ = now; }
 
-  /// Lets the `nth` operation from now, counted from 1, fail with `error` and do nothing.
+  /// Makes the `nth` operation from now on, counted from 1, fail with `error` and do nothing.
   void FailAt(std::size_t nth, base::RuntimeError error);
 
-  /// Lets every writing of bytes to the file fail with `error` from now on.
+  /// Makes every write to the file fail with `error` from now on.
   void FailWritesTo(const std::string& path, base::RuntimeError error);
 
-  // What tests look at.
+  // For tests to inspect.
 
-  /// The bytes of a file; none when there is no such file.
+  /// The bytes of a file; empty if there is no such file.
   std::optional<std::string> Bytes(const std::string& path) const;
   bool IsFile(const std::string& path) const;
   bool IsFolder(const std::string& path) const;
 
-  /// The names directly in a folder, as they were written when created, in the order of a listing.
+  /// The names directly in a folder, in the case in which they were created and in the order of a
+  /// listing.
   std::vector<std::string> Names(const std::string& folder) const;
 
   std::size_t operation_count() const { return operations_.size(); }
 
-  /// Every operation in order, failed ones included: its name, a blank and the path as it was
+  /// Every operation in order, including failed ones: its name, a blank and the path as it was
   /// given ("Read C:\a.txt"). Those of the file-system object begin with "fso.".
   const std::vector<std::string>& operations() const { return operations_; }
 
@@ -132,7 +133,7 @@ class MemoryFiles : public platform::Files {
 
   void Record(const std::string& operation) const;
 
-  /// Whether what lies directly in the folder may be created, written and deleted.
+  /// Whether the user may create, write and delete files directly in the folder.
   bool MayChangeIn(const WindowsPath& folder) const;
   void DemandChangeIn(const WindowsPath& folder) const;
   Entry* Find(const WindowsPath& path);
@@ -148,7 +149,7 @@ class MemoryFiles : public platform::Files {
   /// Whether anybody has the file open.
   static bool IsHeld(const Entry& entry);
 
-  /// Takes `path` apart; fails unless the folder that it lies in exists and its own name is one.
+  /// Parses `path`. Fails unless its parent folder exists and its own name is valid.
   WindowsPath CheckPlace(const std::string& path) const;
   void Put(const std::string& path, std::string_view bytes);
   void SweepBelow(const WindowsPath& folder);
@@ -157,8 +158,8 @@ class MemoryFiles : public platform::Files {
 
   std::map<std::string, Entry> entries_;  ///< by `WindowsPath::Key`
   User user_ = User::kStandard;
-  /// Whether what lies below a folder, by its `WindowsPath::Key`, is an administrator's; of several
-  /// the innermost counts.
+  /// Whether everything below a folder, by its `WindowsPath::Key`, belongs to an administrator; the
+  /// innermost folder counts.
   std::map<std::string, bool> owned_{
       {"c:\\ovalink", true}, {"c:\\program files", true}, {"c:\\windows", true}};
   std::map<std::string, base::RuntimeError> failing_writes_;
@@ -168,7 +169,7 @@ class MemoryFiles : public platform::Files {
   std::map<std::size_t, base::RuntimeError> faults_;  ///< by the number of the operation
 };
 
-/// The suite's file-system object over the tree of a `MemoryFiles`, which must outlive it and its
+/// The suite's file-system object on the tree of a `MemoryFiles`, which must outlive it and its
 /// streams.
 class MemoryFileSystemObject : public platform::FileSystemObject {
  public:

@@ -28,7 +28,7 @@ std::string Hex(std::uint32_t value) {
   return text.str();
 }
 
-/// Where a 64-bit program finds the key that it opens in the view of 32-bit ones.
+/// Where a 64-bit program finds a key that it opens in the 32-bit view.
 std::string InView(const std::string& path, std::uint32_t access) {
   const std::string hive = "HKEY_LOCAL_MACHINE\\SOFTWARE";
   const bool is_other =

@@ -13,22 +13,22 @@
 
 namespace kitbay::fakes {
 
-/// Types of values: two that are text and two that are none.
+/// Types of values: two that are text and two that are not.
 inline constexpr std::uint32_t kTextType = 1;
 inline constexpr std::uint32_t kExpandableTextType = 2;
 inline constexpr std::uint32_t kBinaryType = 3;
 inline constexpr std::uint32_t kNumberType = 4;
 
-/// Result codes beyond those that Kitbay tells apart.
+/// A result code that Kitbay does not distinguish.
 inline constexpr std::int32_t kRegistryInvalidHandle = 6;
 
-/// A registry in memory. Keys and value names keep their letter case and are compared without it.
-/// Keys are named by their full path from the hive on: "HKEY_CURRENT_USER\Software\Ovalink". It is
-/// what a 64-bit program sees: the machine's keys of 32-bit ones lie below "SOFTWARE\Wow6432Node".
+/// A registry in memory. Keys and value names keep their case but are compared without it. A key's
+/// name is its full path from the hive on: "HKEY_CURRENT_USER\Software\Ovalink". It is what a
+/// 64-bit program sees: the machine's keys for 32-bit programs are below "SOFTWARE\Wow6432Node".
 ///
-/// A standard user reads the machine's keys and cannot write them. HKEY_CLASSES_ROOT is what it is
-/// on Windows: a key of the user's classes where there is one, else the machine's, where new ones
-/// go.
+/// A standard user can read the machine's keys but not write them. HKEY_CLASSES_ROOT behaves as on
+/// Windows: it shows the user's key if there is one, otherwise the machine's, and new keys become
+/// the machine's.
 class MemoryRegistry : public platform::RegistryKeys {
  public:
   MemoryRegistry();
@@ -43,7 +43,7 @@ class MemoryRegistry : public platform::RegistryKeys {
                        std::string_view data) override;
   std::int32_t Close(platform::RegistryKey key) override;
 
-  // What tests arrange. None of it is recorded.
+  // For tests to arrange. None of it is recorded.
 
   void AddKey(const std::string& path);
 
@@ -56,14 +56,14 @@ class MemoryRegistry : public platform::RegistryKeys {
 
   void SetUser(User user) { user_ = user; }
 
-  /// Opening or creating the key returns "access denied" from now on, whoever the user is.
+  /// From now on, opening or creating the key returns "access denied", whoever the user is.
   void DenyAccess(const std::string& path);
 
-  // What tests look at.
+  // For tests to inspect.
 
   bool HasKey(const std::string& path) const;
 
-  /// The bytes of a value; none when there is no such value.
+  /// The bytes of a value; empty if there is no such value.
   std::optional<std::string> Bytes(const std::string& path, const std::string& name) const;
 
   /// Every call in order, by the key's path and not by its handle:
@@ -72,7 +72,7 @@ class MemoryRegistry : public platform::RegistryKeys {
   /// A handle that is not open stands as "(invalid)".
   const std::vector<std::string>& calls() const { return calls_; }
 
-  /// The paths of the keys that are open now, in the order of opening; hives are not among them.
+  /// The paths of the keys that are open now, in the order of opening; hives are not included.
   std::vector<std::string> OpenKeys() const;
 
  private:

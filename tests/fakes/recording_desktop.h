@@ -13,8 +13,7 @@
 
 namespace kitbay::fakes {
 
-/// A desktop that does nothing but write down what was asked of it, with windows and answers that
-/// a test puts in.
+/// A desktop that only records its calls, with windows and answers that a test adds.
 class RecordingDesktop : public platform::Desktop {
  public:
   int PlatformId() const override;
@@ -33,27 +32,27 @@ class RecordingDesktop : public platform::Desktop {
   void StartProgram(const std::string& path) override;
   void StartProgramAsUser(const std::string& path) override;
 
-  // What tests arrange.
+  // For tests to arrange.
 
   void SetPlatformId(int platform_id) { platform_id_ = platform_id; }
 
-  /// The program at `path` is of that many bits; at other paths is none. To ask is not recorded.
+  /// Adds a program with that bitness at `path`; other paths have none. Queries are not recorded.
   void AddProgram(const std::string& path, int bits) { programs_[path] = bits; }
 
-  /// The answer to the next message box that has none yet; without one the user presses OK.
+  /// Adds an answer for the next message box without one; without an answer, the user presses OK.
   void AddAnswer(int answer) { answers_.push_back(answer); }
 
-  /// Puts a top-level window on the desktop.
+  /// Adds a top-level window to the desktop.
   platform::WindowHandle AddWindow(const std::string& window_class, const std::string& caption);
 
-  /// The window stays when it is told to close.
+  /// The window ignores the close message.
   void IgnoreClose(platform::WindowHandle window) { windows_.at(window.value).stays = true; }
 
-  /// Every later showing of help, or starting of a program, fails with `failure`.
+  /// From now on, showing help or starting a program fails with `failure`.
   void FailHelp(const base::Failure& failure) { help_failure_ = failure; }
   void FailStartProgram(const base::Failure& failure) { start_failure_ = failure; }
 
-  // What tests look at.
+  // For tests to inspect.
 
   bool HasWindow(platform::WindowHandle window) const { return windows_.contains(window.value); }
 
@@ -70,7 +69,7 @@ class RecordingDesktop : public platform::Desktop {
   };
 
   int platform_id_ = platform::kPlatformNt;
-  std::map<std::string, int> programs_;  ///< their bits by path
+  std::map<std::string, int> programs_;  ///< bitness by path
   std::deque<int> answers_;
   std::map<std::uintptr_t, Window> windows_;
   std::uintptr_t next_window_ = 0x10001;

@@ -10,7 +10,7 @@
 
 namespace kitbay::fakes {
 
-/// A download object that keeps the request documents it takes.
+/// A download object that keeps the request documents that it accepts.
 class RecordingDownloads : public platform::TransportObject {
  public:
   void SetUp(platform::OvTransportEvents& /*receiver*/) override {}

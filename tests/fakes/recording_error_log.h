@@ -10,7 +10,7 @@
 
 namespace kitbay::fakes {
 
-/// One entry as it came to the log.
+/// One log entry.
 struct LogEntry {
   std::string time_text;
   std::string procedure;
@@ -25,8 +25,8 @@ inline void PrintTo(const LogEntry& entry, std::ostream* out) {
        << entry.description << "}";
 }
 
-/// A log that keeps its entries in memory and always reads the same time. It can be told to fail:
-/// writing then throws `failure` and keeps no entry, reading the time throws `time_failure`.
+/// A log that keeps its entries in memory and always returns the same time. It can be made to fail:
+/// writing then throws `failure` and keeps no entry, and reading the time throws `time_failure`.
 class RecordingErrorLog : public base::ErrorLog {
  public:
   static constexpr const char* kTimeText = "3/14/2005 9:26:53 AM";
@@ -57,7 +57,7 @@ inline LogEntry Entry(const std::string& procedure, std::int32_t number,
   return {RecordingErrorLog::kTimeText, procedure, number, description};
 }
 
-/// The description of a failure for an element or object that is not there, number 91.
+/// The description of failure 91, for an element or object that does not exist.
 inline constexpr const char* kNotSet = "Object variable or With block variable not set";
 
 }  // namespace kitbay::fakes

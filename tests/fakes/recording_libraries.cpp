@@ -19,7 +19,7 @@ namespace {
 constexpr std::int32_t kModuleNotFound = 126;
 constexpr std::uint32_t kAccessViolation = 0xC0000005;
 
-/// What ends a thread of its own in the middle.
+/// Ends a separate thread in the middle of its work.
 struct EndOfThread {};
 
 bool IsSeparator(char c) { return c == '\\' || c == '/'; }

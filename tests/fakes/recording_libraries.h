@@ -11,14 +11,14 @@
 
 namespace kitbay::fakes {
 
-/// What becomes of the thread on a function.
+/// What happens to a thread that runs a function.
 struct FakeFunction {
   std::uint32_t exit_code = 0;
   bool hangs = false;
 };
 
-/// Libraries that a test puts in place, whose functions end or hang as it says; writes down what
-/// is asked of it. Addresses and handles are small numbers, counted per kind.
+/// Libraries that a test adds, whose functions end or hang as the test specifies; records its
+/// calls. Addresses and handles are small numbers, counted per kind.
 class RecordingLibraries : public platform::Libraries {
  public:
   platform::LibraryHandle Load(const std::string& path, const std::string& helpers) override;
@@ -32,35 +32,37 @@ class RecordingLibraries : public platform::Libraries {
   [[noreturn]] void EndThread(std::uint32_t exit_code) override;
   void RunOnOwnThread(const std::function<void()>& body) override;
 
-  // What tests arrange.
+  // For tests to arrange.
 
-  /// Puts a library at `path`.
+  /// Adds a library at `path`.
   void Add(const std::string& path, const std::map<std::string, FakeFunction>& functions);
 
   /// The library at `path` depends on another one, which lies in the folder `helpers`.
   void Need(const std::string& path, const std::string& helpers);
 
-  /// Puts a file at `path` that is no library, or one that cannot be loaded for another reason.
+  /// Adds a file at `path` that is not a library, or a library that cannot be loaded for another
+  /// reason.
   void AddUnloadable(const std::string& path, const base::Failure& failure);
 
-  /// The function `name` of the library at `path` lies at `address`.
+  /// The function `name` of the library at `path` is at `address`.
   void SetAddress(const std::string& path, const std::string& name, std::uintptr_t address);
 
-  /// The system has no thread to give.
+  /// The system cannot create threads.
   void RefuseThreads() { refuses_threads_ = true; }
 
-  /// The call named `call` throws `failure` from now on.
+  /// From now on, the call named `call` throws `failure`.
   void Fail(const std::string& call, const base::Failure& failure);
 
-  /// Every function that hangs returns; a thread whose library was freed has nothing to return to.
+  /// Makes every hanging function return; a thread whose library was freed has nothing to return
+  /// to.
   void LetReturn();
 
-  // What tests look at.
+  // For tests to inspect.
 
   /// Every call in order, its name and then its arguments, numbers in decimal and texts in "[" and
   /// "]": "RunOnOwnThread", "Load [path] [helpers]", "FindExport 1 [name]", "StartThread 4097",
   /// "Wait 1 10000", "ExitCode 1", "Close 1", "Free 1", "EndThread 259", and "Own thread ends" when
-  /// it has.
+  /// it has ended.
   const std::vector<std::string>& calls() const { return calls_; }
 
   /// How many libraries are loaded, and how many threads are not closed.
@@ -74,8 +76,8 @@ class RecordingLibraries : public platform::Libraries {
 
   struct Thread {
     FakeFunction function;
-    std::uintptr_t runs_in = 0;  ///< the handle of the library that it runs in
-    bool is_freed = false;       ///< whether that is gone
+    std::uintptr_t runs_in = 0;  ///< handle of the library that it runs in
+    bool is_freed = false;       ///< whether that library was freed
   };
 
   void Record(const std::string& call, const std::string& arguments = {});

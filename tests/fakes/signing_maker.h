@@ -10,7 +10,7 @@
 
 namespace kitbay::fakes {
 
-/// Whoever makes and signs the manifests of a source; each number is another one, with a key that
+/// The maker of a source's manifests, who signs them. Each number is a different maker, whose key
 /// is always the same.
 class SigningMaker {
  public:
@@ -21,7 +21,7 @@ class SigningMaker {
 
   const catalog::PublicKey& public_key() const { return public_key_; }
 
-  /// As a file of update sources has it.
+  /// The key as in a file of update sources.
   std::string key() const { return catalog::KeyDigits(public_key_); }
 
   std::string Sign(std::string_view manifest, std::uint64_t serial,

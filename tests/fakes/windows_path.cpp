@@ -24,7 +24,7 @@ std::string FoldCase(std::string_view text) {
     if (byte >= 'A' && byte <= 'Z') {
       folded[i] = static_cast<char>(byte + ('a' - 'A'));
     }
-    // U+00C0 to U+00DE but for the multiplication sign: À to Þ.
+    // U+00C0 to U+00DE except the multiplication sign: À to Þ.
     const bool after_c3 = i > 0 && static_cast<unsigned char>(folded[i - 1]) == 0xC3;
     if (after_c3 && byte >= 0x80 && byte <= 0x9E && byte != 0x97) {
       folded[i] = static_cast<char>(byte + 0x20);

@@ -6,29 +6,29 @@
 
 namespace kitbay::fakes {
 
-/// `text` (UTF-8) as the file system and the registry compare names: small letters, those with the
-/// accents of Western Europe included.
+/// `text` (UTF-8) as the file system and the registry compare names: in lower case, including
+/// letters with the accents of Western Europe.
 std::string FoldCase(std::string_view text);
 
-/// A path as Windows takes it apart.
+/// A path, parsed as Windows does.
 struct WindowsPath {
-  std::string drive;               ///< "C:"; the current drive when the path names none
+  std::string drive;               ///< "C:"; the current drive if the path names none
   std::vector<std::string> parts;  ///< without empty, "." and ".." parts
 
   WindowsPath Parent() const;
 
-  /// The path in one spelling: folded, with "\" between parts; "c:" is a drive's root.
+  /// The path in a single spelling: folded, with "\" between parts; "c:" is a drive's root.
   std::string Key() const;
 };
 
-/// Takes `path` apart: both separators, "." and "..", a leading separator or a missing drive for
+/// Parses `path`: both separators, "." and ".."; a leading separator or a missing drive stands for
 /// the root of the current drive C:.
 WindowsPath ParsePath(std::string_view path);
 
-/// Whether `name` matches `pattern` with "*" and "?", letter case aside.
+/// Whether `name` matches `pattern` with "*" and "?", ignoring case.
 bool MatchesPattern(std::string_view name, std::string_view pattern);
 
-/// Whether a file or folder may bear this name.
+/// Whether a file or folder may have this name.
 bool IsValidName(std::string_view name);
 
 }  // namespace kitbay::fakes

@@ -21,7 +21,7 @@ void Append32(std::string& to, std::size_t number) {
   Append16(to, (number >> 16U) & 0xFFFFU);
 }
 
-/// Without the header and the sum at the end that zlib's own format has.
+/// Without the header and the checksum of zlib's own format.
 std::string Deflated(const std::string& bytes) {
   z_stream stream{};
   deflateInit2(&stream, Z_BEST_COMPRESSION, Z_DEFLATED, -MAX_WBITS, MAX_MEM_LEVEL,
@@ -40,8 +40,8 @@ std::string Deflated(const std::string& bytes) {
   return deflated;
 }
 
-/// What stands alike before an entry and in the directory, from the version needed to the length
-/// of the name.
+/// The fields that are the same before an entry and in the directory, from the version needed to
+/// the length of the name.
 std::string SharedFields(const ZipFile& file, std::size_t compressed_size,
                          std::size_t name_length) {
   const uLong crc = crc32(0, reinterpret_cast<const Bytef*>(file.bytes.data()),

@@ -7,21 +7,22 @@
 
 namespace kitbay::fakes {
 
-/// An entry of an archive that a test makes. What is not said is as an honest program writes it.
+/// An entry of an archive that a test creates. Anything not specified is as an honest program
+/// writes it.
 struct ZipFile {
   std::string name;
   std::string bytes = {};
   bool deflated = false;
 
-  // Lies, told in the directory and before the entry alike.
+  // False claims, the same in the directory and before the entry.
   std::optional<std::uint32_t> declared_size = {};
   std::optional<std::uint32_t> declared_compressed_size = {};
   std::optional<std::uint32_t> declared_crc = {};
 
-  /// How the entry says that it is compressed; by `deflated` when not said.
+  /// The declared method of compression; by default it follows `deflated`.
   std::optional<std::uint16_t> declared_method = {};
 
-  /// The name that stands before the entry; that of the directory when not said.
+  /// The name before the entry; by default that of the directory.
   std::optional<std::string> local_name = {};
 
   /// Extra fields of the entry in the directory.
