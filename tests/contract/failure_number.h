@@ -6,7 +6,7 @@
 
 namespace kitbay::contract {
 
-/// The number of the failure that `step` ends with; 0 when it ends without one.
+/// The number of the failure that `step` ends with; 0 if it does not fail.
 inline int FailureNumber(const std::function<void()>& step) {
   try {
     step();

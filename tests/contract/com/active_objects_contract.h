@@ -13,7 +13,7 @@
 
 namespace kitbay::contract {
 
-/// The system's tables, and one client outside the program.
+/// The system's tables, and one outside client.
 class ActiveObjectsWorld {
  public:
   virtual ~ActiveObjectsWorld() = default;
@@ -33,7 +33,7 @@ class ActiveObjectsContract
     return objects().ClassIdFromProgId("Kitbay.Manager").value_or(platform::ClassId{});
   }
 
-  /// Enters the manager; at the end of the test the table is without it again.
+  /// Registers the manager; at the end of the test it is no longer in the table.
   std::optional<std::uint32_t> Register() {
     const auto cookie = objects().RegisterActiveObject(manager_, ManagerClass());
     cookies_.push_back(cookie.value_or(0));
@@ -43,7 +43,7 @@ class ActiveObjectsContract
     for (const std::uint32_t cookie : cookies_) objects().RevokeActiveObject(cookie);
   }
 
-  // The manager outlives the table's hold on it.
+  // The manager outlives its entry in the table.
   CountingManager manager_;
   std::unique_ptr<ActiveObjectsWorld> world_ = GetParam()();
   std::vector<std::uint32_t> cookies_;
@@ -83,7 +83,7 @@ TEST_P(ActiveObjectsContract, WithoutARegisteredManagerNothingIsFound) {
   EXPECT_EQ(world_->ClientGets("Kitbay.Unknown"), kCannotCreateObject);
 }
 
-TEST_P(ActiveObjectsContract, ARevokedManagerIsFoundNoMore) {
+TEST_P(ActiveObjectsContract, ARevokedManagerIsNoLongerFound) {
   const auto cookie = Register();
   ASSERT_TRUE(cookie.has_value());
   EXPECT_EQ(objects().RevokeActiveObject(*cookie), 0);

@@ -11,16 +11,17 @@
 
 namespace kitbay::contract {
 
-/// A COM server, and one client outside the program.
+/// A COM server, and one outside client.
 class ComServerWorld {
  public:
   virtual ~ComServerWorld() = default;
   virtual platform::ComServer& server() = 0;
 
-  /// The client creates an object and keeps it: 0 or the number of its failure.
+  /// The client creates an object and keeps it. Returns 0 or the number of its failure.
   virtual std::int32_t ClientCreates(const std::string& prog_id) = 0;
 
-  /// The client calls a member of its object: the result as text, or "failure " and its number.
+  /// The client calls a member of its object. Returns the result as text, or "failure " and its
+  /// number.
   virtual std::string ClientCalls(const std::string& member) = 0;
   virtual void ClientLetsGo() = 0;
 };

@@ -84,7 +84,7 @@ std::unique_ptr<ComServerWorld> MakeComServerWorld() {
   return std::make_unique<FakeComServerWorld>();
 }
 
-/// The suite's objects with the tree that its file-system object works on.
+/// The suite's objects with the tree on which the file-system object works.
 class FakeSuite : public fakes::FakeSuiteObjects {
  public:
   FakeSuite()
@@ -104,7 +104,7 @@ INSTANTIATE_TEST_SUITE_P(Fake, ComServerContract, testing::Values(&MakeComServer
 INSTANTIATE_TEST_SUITE_P(Fake, InstanceMarkContract, testing::Values(&MakeInstanceMarkWorld));
 INSTANTIATE_TEST_SUITE_P(Fake, SuiteObjectsContract, testing::Values(&MakeSuite));
 
-// What the fakes can be told to do.
+// What tests can arrange on the fakes.
 
 TEST(FakeActiveObjects, CanBeToldToRefuse) {
   fakes::FakeActiveObjects objects;

@@ -8,7 +8,7 @@
 
 namespace kitbay::contract {
 
-/// The mark of one instance, and another instance that comes and goes.
+/// The mark of one instance, and another instance that starts and ends.
 class InstanceMarkWorld {
  public:
   virtual ~InstanceMarkWorld() = default;
@@ -36,13 +36,13 @@ TEST_P(InstanceMarkContract, TheSecondInstanceStaysTheSecond) {
   EXPECT_TRUE(world_->mark().PreviousInstanceExists());
 }
 
-TEST_P(InstanceMarkContract, AnInstanceThatHasEndedIsNoneBefore) {
+TEST_P(InstanceMarkContract, AnInstanceThatHasEndedIsNotAPreviousOne) {
   world_->StartOther();
   world_->EndOther();
   EXPECT_FALSE(world_->mark().PreviousInstanceExists());
 }
 
-TEST_P(InstanceMarkContract, AReleasedMarkIsAnothersToTake) {
+TEST_P(InstanceMarkContract, AReleasedMarkCanBeTakenByAnother) {
   EXPECT_FALSE(world_->mark().PreviousInstanceExists());
   world_->mark().Release();
   world_->StartOther();

@@ -6,7 +6,7 @@
 
 namespace kitbay::contract {
 
-/// Writes its events down.
+/// Records its events.
 class RecordingReceiver : public platform::OvTransportEvents {
  public:
   void Message(const std::string& file_path, const std::string& field_name,

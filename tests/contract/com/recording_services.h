@@ -26,7 +26,7 @@ class CountingManager : public platform::ManagerService {
   std::optional<base::Failure> failure;
 };
 
-/// Makes services that leave their calls in `calls`.
+/// Creates services that record their calls in `calls`.
 class RecordingServices : public platform::ServiceFactory {
  public:
   std::unique_ptr<platform::ManagerService> CreateManager() override {

@@ -33,7 +33,7 @@ TEST_P(SuiteObjectsContract, TransportsAreSetUpAndShutDown) {
 TEST_P(SuiteObjectsContract, ARequestIsTakenWithoutAnEventDuringTheCall) {
   const auto download = objects_->CreateTransportObject("URLDownloadLib.URLDownload");
   download->SetUp(receiver_);
-  // Refused as soon as it is looked at: no server is asked.
+  // Refused as soon as it is examined: no server is contacted.
   EXPECT_NO_THROW(
       download->Request("<server>127.0.0.1</server><filetodownload>/a.xml</filetodownload>"
                         "<destpath>nowhere</destpath><progressevents>true</progressevents>"));
@@ -47,7 +47,7 @@ TEST_P(SuiteObjectsContract, TheFileSystemObjectIsCreated) {
   EXPECT_TRUE(object->FolderExists("C:\\"));
 }
 
-TEST_P(SuiteObjectsContract, AnObjectThatIsNotThereCannotBeCreated) {
+TEST_P(SuiteObjectsContract, AMissingObjectCannotBeCreated) {
   EXPECT_EQ(FailureNumber([&] { objects_->CreateTransportObject("Missing.Transport"); }),
             kCannotCreateObject);
   EXPECT_EQ(FailureNumber([&] { objects_->CreateFileSystemObject("Missing.FileSystem"); }),

@@ -77,7 +77,7 @@ TEST_P(PreferenceWindowContract, LoadingAgainChangesNothing) {
   EXPECT_THAT(others.told, IsEmpty());
 }
 
-TEST_P(PreferenceWindowContract, EachLoadBeginsAnew) {
+TEST_P(PreferenceWindowContract, EachLoadStartsFresh) {
   LoadAndShow({"one", "two"});
   world_->Type("half a URL");
   world_->Select(2);
@@ -172,7 +172,7 @@ TEST_P(PreferenceWindowContract, ADisabledRemoveButtonLeavesTheFocusToTheList) {
   EXPECT_EQ(world_->Focus(), "lstPrefURL");
 }
 
-TEST_P(PreferenceWindowContract, ASelectionByKeyboardIsTold) {
+TEST_P(PreferenceWindowContract, ASelectionByKeyboardIsReported) {
   LoadAndShow({"one", "two", "three"});
   world_->Select(2);
   EXPECT_EQ(window().SelectedItem(), 2);
@@ -180,7 +180,7 @@ TEST_P(PreferenceWindowContract, ASelectionByKeyboardIsTold) {
   EXPECT_THAT(events_.told, Not(Contains("lstPrefURL_MouseUp")));
 }
 
-TEST_P(PreferenceWindowContract, AClickIsToldWhenTheItemIsSelected) {
+TEST_P(PreferenceWindowContract, AClickIsReportedWhenTheItemIsSelected) {
   LoadAndShow({"one", "two", "three"});
   int selected = 0;
   events_.on_told = [&](const std::string& what) {
@@ -208,7 +208,7 @@ TEST_P(PreferenceWindowContract, RemovingTheSelectedLastItemSelectsTheOneBefore)
   EXPECT_EQ(window().SelectedItem(), 1);
 }
 
-TEST_P(PreferenceWindowContract, RemovingTheOnlyItemSelectsNoneAndTellsIt) {
+TEST_P(PreferenceWindowContract, RemovingTheOnlyItemSelectsNoneAndReportsIt) {
   LoadAndShow({"one"});
   world_->Select(1);
   int selected = -1;
@@ -228,7 +228,7 @@ TEST_P(PreferenceWindowContract, RemovingAnotherItemKeepsTheSelection) {
   EXPECT_THAT(Items(), ElementsAre("two"));
 }
 
-TEST_P(PreferenceWindowContract, UnloadingTellsWhileTheControlsCanStillBeAsked) {
+TEST_P(PreferenceWindowContract, UnloadingReportsWhileTheControlsCanStillBeRead) {
   LoadAndShow({"one", "two"});
   world_->Type("half a URL");
   std::vector<std::string> last;
@@ -245,7 +245,7 @@ TEST_P(PreferenceWindowContract, UnloadingTellsWhileTheControlsCanStillBeAsked) 
   EXPECT_THAT(events_.told, ElementsAre("Form_Unload"));
 }
 
-TEST_P(PreferenceWindowContract, GoesWithItsOwnerAndTellsIt) {
+TEST_P(PreferenceWindowContract, EndsWithItsOwnerAndReportsIt) {
   LoadAndShow({"one", "two"});
   std::vector<std::string> last;
   events_.on_told = [&](const std::string&) { last = Items(); };

@@ -8,7 +8,7 @@
 
 namespace kitbay::contract {
 
-/// Writes down what the dialog's window told.
+/// Records the events of the dialog's window.
 class RecordingPreferenceEvents : public platform::PreferenceWindowEvents {
  public:
   void Form_Unload() override { Tell("Form_Unload"); }
@@ -41,14 +41,14 @@ class PreferenceWindowWorld {
   virtual platform::PreferenceWindow& window() = 0;
   virtual platform::WindowHandle owner() const = 0;
 
-  /// The owner is destroyed.
+  /// Destroys the owner.
   virtual void EndOwner() = 0;
 
   virtual bool IsShown() const = 0;
   virtual bool IsRemoveEnabled() const = 0;
   virtual std::string StatusText() const = 0;
 
-  /// The name of the control that has the focus; empty when none of the dialog's has.
+  /// The name of the focused control; empty if none of the dialog's controls has the focus.
   virtual std::string Focus() const = 0;
   virtual void FocusRemoveButton() = 0;
 

@@ -22,7 +22,7 @@ TEST_P(HtmlDocumentContract, AllItemGivesTheFirstOfSeveral) {
   EXPECT_EQ(document.AllItem("trans")->TagName(), "SPAN");
 }
 
-TEST_P(HtmlDocumentContract, AllItemTakesDigitsAsAnIdAndNotAsAPlace) {
+TEST_P(HtmlDocumentContract, AllItemTakesDigitsAsAnIdAndNotAsAPosition) {
   auto& document = Show("<div id='a'></div><div id='7'></div>");
   ASSERT_TRUE(document.AllItem("7"));
   EXPECT_EQ(document.AllItem("7")->Id(), "7");

@@ -7,10 +7,10 @@
 
 namespace kitbay::contract {
 
-/// A host whose page can be clicked on.
+/// A host whose page can be clicked.
 class HtmlClickHost : public HtmlDocumentHost {
  public:
-  /// Clicks on an element as a user does, and returns when the page's events have been handled.
+  /// Clicks an element as a user does, and returns when the page's events have been handled.
   virtual void Click(const platform::HtmlNodeRef& element) = 0;
 };
 
@@ -23,7 +23,7 @@ inline std::string NameOfClickHost(const ::testing::TestParamInfo<HtmlClickHostF
   return info.param.name;
 }
 
-/// The suite on the events of the page. The file that includes it instantiates it as it does
+/// The suite for the events of the page. The file that includes it instantiates it like
 /// `HtmlDocumentContract`.
 class HtmlEventsContract : public ::testing::TestWithParam<HtmlClickHostFactory>,
                            protected platform::HtmlDocumentEvents {
@@ -37,7 +37,7 @@ class HtmlEventsContract : public ::testing::TestWithParam<HtmlClickHostFactory>
   void Click(const platform::HtmlNodeRef& element) { host_->Click(element); }
   int clicks() const { return clicks_; }
 
-  /// What is done at each click.
+  /// Called at each click.
   std::function<void()> at_click_ = [] {};
   std::shared_ptr<platform::HtmlDocument> document_;
 

@@ -17,7 +17,7 @@ class HtmlDocumentHost {
  public:
   virtual ~HtmlDocumentHost() = default;
 
-  /// Shows a page of that markup and waits until it is complete; what was shown before is left.
+  /// Shows a page with that markup and waits until it is complete; the previous page is left.
   /// Events of the page go to `events`.
   virtual std::shared_ptr<platform::HtmlDocument> Load(const std::string& page_markup,
                                                        platform::HtmlDocumentEvents& events) = 0;
@@ -28,7 +28,7 @@ struct HtmlDocumentHostFactory {
   const char* name;
   std::unique_ptr<HtmlDocumentHost> (*make)();
 
-  /// What the page refuses with where nothing may stand. Engines differ in it.
+  /// The failure with which the page refuses a node where none may be. Engines differ in it.
   std::int32_t refusal;
 };
 
@@ -46,12 +46,13 @@ class NoEvents : public platform::HtmlDocumentEvents {
   }
 };
 
-/// The suite on what a document and its nodes do. The file that includes the tests instantiates it:
+/// The suite for what a document and its nodes do. The file that includes the tests instantiates
+/// it:
 ///   INSTANTIATE_TEST_SUITE_P(Fake, HtmlDocumentContract,
 ///       ::testing::Values(HtmlDocumentHostFactory{"Page", &MakeHost, kFails}), NameOfHost);
 class HtmlDocumentContract : public ::testing::TestWithParam<HtmlDocumentHostFactory> {
  protected:
-  /// Shows a quirks-mode page with that content of its body.
+  /// Shows a quirks-mode page with that body content.
   platform::HtmlDocument& Show(const std::string& body) {
     document_ = host_->Load(
         "<html><head><meta http-equiv=\"content-type\" content=\"text/html; charset=utf-8\">"
@@ -61,7 +62,7 @@ class HtmlDocumentContract : public ::testing::TestWithParam<HtmlDocumentHostFac
     return *document_;
   }
 
-  /// Demands that `call` fails as the page refuses.
+  /// Demands that `call` fails with the page's refusal.
   template <typename Call>
   void ExpectRefusal(Call call) {
     EXPECT_EQ(FailureNumber(call), GetParam().refusal);
@@ -77,7 +78,7 @@ class HtmlDocumentContract : public ::testing::TestWithParam<HtmlDocumentHostFac
 inline constexpr std::int32_t kNoSuchMember =
     static_cast<std::int32_t>(base::RuntimeError::kMemberNotFound);
 
-/// What handles of a page that is no longer shown fail with.
+/// The failure of handles of a page that is no longer shown.
 inline constexpr std::int32_t kPageIsLeft = static_cast<std::int32_t>(0x80010108U);
 
 }  // namespace kitbay::contract

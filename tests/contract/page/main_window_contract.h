@@ -13,23 +13,23 @@
 
 namespace kitbay::contract {
 
-/// A loaded main window, and what its user sees of it.
+/// A loaded main window, and what its user sees.
 class MainWindowWorld {
  public:
   virtual ~MainWindowWorld() = default;
   virtual platform::MainWindow& window() = 0;
 
-  /// What it was loaded with.
+  /// The receiver with which it was loaded.
   virtual RecordingMainWindowEvents& events() = 0;
 
-  /// Shows a page with an element of the id "list" and waits until it is complete.
+  /// Shows a page with an element "list" and waits until it is complete.
   virtual void ShowPage() = 0;
 
   virtual bool IsShown() const = 0;
   virtual bool IsProgressShown() const = 0;
   virtual bool IsProgressInStatusBar() const = 0;
 
-  /// The progress bar's place in what it lies on, and its value.
+  /// The progress bar's place within its parent, and its value.
   virtual platform::Rectangle ProgressPlace() const = 0;
   virtual int Progress() const = 0;
 };
@@ -122,7 +122,7 @@ TEST_P(MainWindowContract, EachPageHasADocumentThatEndsWithIt) {
   EXPECT_EQ(FailureNumber([&] { second->AllItem("list"); }), kPageIsLeft);
 }
 
-TEST_P(MainWindowContract, UnloadTellsItsEventsOnceAndEndsTheWindow) {
+TEST_P(MainWindowContract, UnloadReportsOnceAndEndsTheWindow) {
   window().Unload();
   EXPECT_EQ(window().Handle(), platform::WindowHandle{});
   window().Unload();

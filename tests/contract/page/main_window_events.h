@@ -8,7 +8,7 @@
 
 namespace kitbay::contract {
 
-/// Writes down what the main window told.
+/// Records the main window's events.
 class RecordingMainWindowEvents : public platform::MainWindowEvents {
  public:
   void Form_Unload() override { Tell("Form_Unload"); }

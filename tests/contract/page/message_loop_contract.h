@@ -10,19 +10,19 @@
 
 namespace kitbay::contract {
 
-/// A message loop, and a way to give it messages.
+/// A message loop, and a way to send it messages.
 class MessageLoopWorld {
  public:
   virtual ~MessageLoopWorld() = default;
   virtual platform::MessageLoop& loop() = 0;
 
-  /// Lets `message` wait for the loop to handle it.
+  /// Queues `message` for the loop to handle.
   virtual void Post(std::function<void()> message) = 0;
 };
 
 class MessageLoopContract : public testing::TestWithParam<std::unique_ptr<MessageLoopWorld> (*)()> {
  protected:
-  /// A message that leaves its name in `done_`.
+  /// A message that appends its name to `done_`.
   void Post(const std::string& name) {
     world_->Post([this, name] { done_ += name; });
   }

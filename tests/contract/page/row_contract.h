@@ -15,7 +15,7 @@ inline platform::HtmlNodeRef AddRow(platform::HtmlDocument& document, const std:
   return row;
 }
 
-/// The cell of a row's panel that holds its buttons.
+/// The cell with the buttons in a row's panel.
 inline platform::HtmlNodeRef ButtonCell(const platform::HtmlNode& row) {
   return row.ChildNode(1)->ChildNode(0)->ChildNode(1);
 }

@@ -4,11 +4,11 @@
 
 namespace kitbay::contract {
 
-/// The three pieces of markup from which the program makes a row of a list.
+/// The three pieces of markup from which the program creates a row of a list.
 struct RowSample {
-  std::string start_tag;  ///< Of the row element.
-  std::string name_line;  ///< Goes to "afterBegin".
-  std::string panel;      ///< Goes to "beforeEnd".
+  std::string start_tag;  ///< of the row element
+  std::string name_line;  ///< inserted at "afterBegin"
+  std::string panel;      ///< inserted at "beforeEnd"
 };
 
 /// What a component shows in its row.

@@ -6,7 +6,7 @@
 
 namespace kitbay::contract {
 
-/// Whether two handles lead to the same element: what is done through one is seen through the
+/// Whether two handles refer to the same element: a change through one is visible through the
 /// other.
 inline bool AreSame(platform::HtmlNode& one, const platform::HtmlNode& other) {
   const std::string before = one.Style("color");

@@ -66,7 +66,7 @@ TEST_P(HtmlDocumentContract, LengthsWithoutUnitArePixels) {
   EXPECT_EQ(button->StylePixelHeight(), 367);
 }
 
-TEST_P(HtmlDocumentContract, ALengthThatIsNoneIsLeftOut) {
+TEST_P(HtmlDocumentContract, AnInvalidLengthIsLeftOut) {
   auto& document = Show("<span id='cell' style='margin-left:4pt; width:100&; '></span>");
   EXPECT_EQ(document.AllItem("cell")->Style("width"), "");
   EXPECT_EQ(document.AllItem("cell")->Style("marginLeft"), "4pt");
@@ -75,7 +75,7 @@ TEST_P(HtmlDocumentContract, ALengthThatIsNoneIsLeftOut) {
 TEST_P(HtmlDocumentContract, ANegativeHeightIsNotTaken) {
   auto& document = Show("<div id='list' style='height:22px; top:5px'></div>");
   const auto list = document.AllItem("list");
-  // An engine may refuse it or leave it out.
+  // An engine may refuse it or ignore it.
   FailureNumber([&] { list->SetStyle("height", "-33"); });
   EXPECT_EQ(list->Style("height"), "22px");
   list->SetStyle("top", "-33");

@@ -16,7 +16,7 @@ class ClockWorld {
   virtual ~ClockWorld() = default;
   virtual platform::Clock& clock() = 0;
 
-  /// The time now from another source.
+  /// The current time from another source.
   virtual platform::LocalTime WallClock() const = 0;
 };
 

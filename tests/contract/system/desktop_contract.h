@@ -10,27 +10,27 @@
 
 namespace kitbay::contract {
 
-/// A desktop to test, with windows of other programs and a user.
+/// A desktop to test, with a user and windows of other programs.
 class DesktopWorld {
  public:
   virtual ~DesktopWorld() = default;
   virtual platform::Desktop& desktop() = 0;
 
-  /// Puts a top-level window of class "Kitbay.Tests.Ä" on the desktop; it closes when it is told
-  /// to unless `stays`.
+  /// Adds a top-level window of class "Kitbay.Tests.Ä" to the desktop. It closes on the close
+  /// message unless `stays`.
   virtual platform::WindowHandle AddWindow(const std::string& caption, bool stays) = 0;
   virtual bool HasWindow(platform::WindowHandle window) const = 0;
 
-  /// The windows take no end with the close message before `LetAnswer`: they do nothing meanwhile,
-  /// or ask their user in a message loop of their own.
+  /// These windows do not finish handling the close message before `LetAnswer`: meanwhile they do
+  /// nothing, or ask their user in their own message loop.
   virtual platform::WindowHandle AddHangingWindow(const std::string& caption) = 0;
   virtual platform::WindowHandle AddAskingWindow(const std::string& caption) = 0;
   virtual void LetAnswer() = 0;
 
-  /// Has the user answer the next message box of that title and text.
+  /// Has the user answer the next message box with that title and text.
   virtual void AnswerNext(const std::string& title, const std::string& text, int answer) = 0;
 
-  /// Whether the last message box that was answered had the title and text that were waited for.
+  /// Whether the last answered message box had the expected title and text.
   virtual bool UserSawThem() = 0;
 };
 
@@ -84,7 +84,7 @@ TEST_P(DesktopContract, AWindowThatHangsOrAsksIsNotWaitedForLong) {
     const auto window =
         hangs ? world_->AddHangingWindow("OvlTest hangs") : world_->AddAskingWindow("OvlTest asks");
     auto sent = std::async(std::launch::async, [&] { desktop().SendClose(window); });
-    // However long that takes on a busy machine: the window does not answer before it has ended.
+    // However long that takes on a busy machine, the window does not answer before it has ended.
     sent.get();
     EXPECT_TRUE(world_->HasWindow(window)) << hangs;
     world_->LetAnswer();

@@ -21,7 +21,7 @@ class ElevationWorld {
 
 class ElevationContract : public testing::TestWithParam<std::unique_ptr<ElevationWorld> (*)()> {
  protected:
-  // One world at a time: they share the system's question.
+  // One world at a time, because they share the system's question.
   void StartAgain() {
     world_.reset();
     world_ = GetParam()();
@@ -30,7 +30,7 @@ class ElevationContract : public testing::TestWithParam<std::unique_ptr<Elevatio
   std::unique_ptr<ElevationWorld> world_ = GetParam()();
 };
 
-TEST_P(ElevationContract, TheUsersAnswerIsTold) {
+TEST_P(ElevationContract, TheUsersAnswerIsReported) {
   for (const auto answer :
        {platform::ElevationAnswer::kStarted, platform::ElevationAnswer::kDeclined,
         platform::ElevationAnswer::kUnavailable}) {

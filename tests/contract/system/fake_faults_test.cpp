@@ -6,7 +6,7 @@
 #include "fakes/memory_registry.h"
 #include "fakes/recording_desktop.h"
 
-// What tests arrange on the fakes beyond what the contract with the real system covers.
+// What tests can arrange on the fakes beyond what the contract with the real system covers.
 namespace kitbay::fakes {
 namespace {
 
@@ -98,7 +98,7 @@ TEST(MemoryRegistry, TheUsersClassesComeBeforeTheMachines) {
             std::string("machine\0", 8));
 }
 
-TEST(MemoryRegistry, CallsAndOpenKeysAreTold) {
+TEST(MemoryRegistry, CallsAndOpenKeysAreRecorded) {
   MemoryRegistry registry;
   registry.SetUser(User::kAdministrator);
   const auto key = registry.Create(platform::kClassesRoot, "ovl", platform::kKeyReadWrite).key;

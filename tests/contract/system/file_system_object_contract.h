@@ -10,7 +10,7 @@
 
 namespace kitbay::contract {
 
-/// A file-system object to test, and the tree that it works on.
+/// A file-system object to test, and the tree on which it works.
 class FileSystemObjectWorld {
  public:
   virtual ~FileSystemObjectWorld() = default;
@@ -32,7 +32,7 @@ class FileSystemObjectContract
   std::unique_ptr<FileSystemObjectWorld> world_ = GetParam()();
 };
 
-TEST_P(FileSystemObjectContract, FilesAndFoldersAreToldApart) {
+TEST_P(FileSystemObjectContract, FilesAndFoldersAreDistinguished) {
   world_->AddFile(In("Größe.txt"), "");
   object().CreateFolder(In("Ordner"));
   EXPECT_TRUE(object().FileExists(In("GRÖßE.TXT")));
@@ -45,7 +45,7 @@ TEST_P(FileSystemObjectContract, FilesAndFoldersAreToldApart) {
   EXPECT_FALSE(object().FolderExists(""));
 }
 
-TEST_P(FileSystemObjectContract, CreateFolderTellsWhyItCannot) {
+TEST_P(FileSystemObjectContract, CreateFolderReportsWhyItFails) {
   object().CreateFolder(world_->folder() + "/Temp");
   EXPECT_EQ(FailureNumber([&] { object().CreateFolder(In("temp")); }), 58);
   EXPECT_EQ(FailureNumber([&] { object().CreateFolder(In("missing\\sub")); }), 76);
@@ -102,7 +102,7 @@ TEST_P(FileSystemObjectContract, CreateTextFileReplacesAnOlderFileOnlyWhenToldTo
   EXPECT_EQ(world_->Bytes(In("a.txt")), "new");
 }
 
-TEST_P(FileSystemObjectContract, CreateTextFileTellsWhyItCannot) {
+TEST_P(FileSystemObjectContract, CreateTextFileReportsWhyItFails) {
   world_->AddFile(In("a.txt"), "old");
   world_->SetReadOnly(In("a.txt"), true);
   object().CreateFolder(In("sub"));
@@ -131,7 +131,7 @@ TEST_P(FileSystemObjectContract, AnEmptyTextFileHasNoLine) {
   EXPECT_EQ(FailureNumber([&] { text->ReadLine(); }), 62);
 }
 
-TEST_P(FileSystemObjectContract, OpenTextFileTellsWhatIsMissing) {
+TEST_P(FileSystemObjectContract, OpenTextFileReportsWhatIsMissing) {
   EXPECT_EQ(FailureNumber([&] { object().OpenTextFile(In("missing.txt")); }), 53);
   EXPECT_EQ(FailureNumber([&] { object().OpenTextFile(In("missing\\a.txt")); }), 76);
 }

@@ -11,8 +11,8 @@
 
 namespace kitbay::contract {
 
-/// How another program holds a file: it reads it and lets others read, it writes it and lets others
-/// read and write, or it has it loaded as a library.
+/// How another program holds a file: it reads it and shares reading, it writes it and shares
+/// reading and writing, or it has loaded it as a library.
 enum class Held { kReading, kWriting, kLoaded };
 
 /// A file system to test, and what else happens in it.
@@ -29,17 +29,17 @@ class FilesWorld {
   virtual void SetReadOnly(const std::string& path) = 0;
   virtual void SetLastModified(const std::string& path, const platform::LocalTime& time) = 0;
 
-  /// Has another program open the file for itself alone, until the end of the test.
+  /// Has another program open the file without sharing, until the end of the test.
   virtual void HoldOpen(const std::string& path) = 0;
 
   /// Has another program hold the file until `LetGo`.
   virtual void Hold(const std::string& path, Held how) = 0;
   virtual void LetGo() = 0;
 
-  /// Puts a library at `path`.
+  /// Adds a library at `path`.
   virtual void AddLibrary(const std::string& path) = 0;
 
-  /// Makes `path` a link to the folder `target`, and says whether this system can.
+  /// Makes `path` a link to the folder `target`. Returns whether this system can.
   virtual bool MakeLink(const std::string& path, const std::string& target) = 0;
   virtual std::vector<std::string> Names(const std::string& folder) const = 0;
 };
@@ -146,7 +146,7 @@ TEST_P(FilesContract, ExistsLooksForAPatternAsAListingDoes) {
   EXPECT_FALSE(files().Exists(In("*.zip")));
 }
 
-TEST_P(FilesContract, ReadTellsWhatIsMissing) {
+TEST_P(FilesContract, ReadReportsWhatIsMissing) {
   files().Create(In("a.txt"), "");
   EXPECT_EQ(ReadFailure(In("missing.txt")), 53);
   EXPECT_EQ(ReadFailure(In("missing\\a.txt")), 76);
@@ -255,7 +255,7 @@ TEST_P(FilesContract, AFileThatChangedIsNotReplaced) {
   EXPECT_EQ(world_->Names(world_->folder()), std::vector<std::string>{"a.xml"});
 }
 
-TEST_P(FilesContract, WritingTellsThatTheFolderIsMissing) {
+TEST_P(FilesContract, WritingReportsThatTheFolderIsMissing) {
   files().Create(In("a.txt"), "");
   EXPECT_EQ(CreateFailure(In("missing\\a.txt")), 76);
   EXPECT_EQ(CreateFailure(In("a.txt\\b.txt")), 76);
@@ -265,7 +265,7 @@ TEST_P(FilesContract, WritingTellsThatTheFolderIsMissing) {
   EXPECT_EQ(ReplaceFailure(""), 76);
 }
 
-TEST_P(FilesContract, ANameThatNoFileCanBearIsRefused) {
+TEST_P(FilesContract, ANameThatNoFileCanHaveIsRefused) {
   using namespace std::string_literals;
   for (const std::string& name : {"a?.xml"s, "a*.xml"s, "a|b"s, "a<b>"s, "a\"b"s, "a\0b"s}) {
     EXPECT_EQ(CreateFailure(In(name)), 75) << name;
@@ -297,7 +297,7 @@ TEST_P(FilesContract, ReadingEndsWithTheFile) {
   EXPECT_EQ(bytes, "45...");
 }
 
-TEST_P(FilesContract, OpenTellsWhatIsMissing) {
+TEST_P(FilesContract, OpenReportsWhatIsMissing) {
   files().Create(In("a.txt"), "");
   EXPECT_EQ(OpenFailure(In("missing.txt")), 53);
   EXPECT_EQ(OpenFailure(In("missing\\a.txt")), 76);
@@ -324,7 +324,7 @@ TEST_P(FilesContract, CreateLeavesNothingOfALongerFile) {
   EXPECT_EQ(world_->Names(world_->folder()), std::vector<std::string>{"Ä.txt"});
 }
 
-TEST_P(FilesContract, WhatIsNoLinkIsToldApart) {
+TEST_P(FilesContract, WhatIsNoLinkIsDistinguished) {
   files().CreateFolder(In("sub"));
   files().Create(In("a.txt"), "");
   EXPECT_FALSE(files().IsLink(In("sub")));
@@ -420,7 +420,7 @@ TEST_P(FilesContract, CreateFolderMakesOneFolder) {
   EXPECT_EQ(files().Read(In("Ordner ä\\a.txt")), "1");
 }
 
-TEST_P(FilesContract, CreateFolderTellsWhyItCannot) {
+TEST_P(FilesContract, CreateFolderReportsWhyItFails) {
   files().CreateFolder(In("sub"));
   files().Create(In("a.txt"), "");
   const auto failure = [&](const std::string& path) {
@@ -439,7 +439,7 @@ TEST_P(FilesContract, ADeletedFileIsGone) {
   EXPECT_EQ(world_->Names(world_->folder()), std::vector<std::string>{"b.txt"});
 }
 
-TEST_P(FilesContract, DeletingTellsWhatIsWrong) {
+TEST_P(FilesContract, DeletingReportsWhatIsWrong) {
   const auto failure = [&](const std::string& path) {
     return FailureNumber([&] { files().Delete(path); });
   };
@@ -476,7 +476,7 @@ TEST_P(FilesContract, AFileCanBeGivenTheTimeOfAnother) {
   EXPECT_EQ(FailureNumber([&] { files().Redate(In("b.txt"), {2026, 1, 15}); }), 53);
 }
 
-TEST_P(FilesContract, LastModifiedTellsWhatIsMissing) {
+TEST_P(FilesContract, LastModifiedReportsWhatIsMissing) {
   const auto failure = [&](const std::string& path) {
     return FailureNumber([&] { files().LastModified(path); });
   };

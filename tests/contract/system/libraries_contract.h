@@ -19,15 +19,15 @@ class LibrariesWorld {
   virtual platform::Libraries& libraries() = 0;
 
   /// A folder, without a separator at its end, with the libraries "refusing ö.dll", whose
-  /// DllRegisterServer returns 0x80040201, "slow.dll", whose DllRegisterServer does not return
-  /// before `LetReturn`, "mute.dll", which has no such function, "needy.dll", which depends on a
-  /// library in `helpers`, and the text file "text.dll".
+  /// DllRegisterServer returns 0x80040201; "slow.dll", whose DllRegisterServer does not return
+  /// before `LetReturn`; "mute.dll", which has no such function; "needy.dll", which depends on a
+  /// library in `helpers`; and with the text file "text.dll".
   virtual std::string folder() const = 0;
 
   /// Another folder, without a separator at its end.
   virtual std::string helpers() const = 0;
 
-  /// The function of slow.dll returns.
+  /// Makes the function of slow.dll return.
   virtual void LetReturn() = 0;
 };
 

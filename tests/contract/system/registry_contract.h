@@ -16,13 +16,13 @@ class RegistryWorld {
   virtual ~RegistryWorld() = default;
   virtual platform::RegistryKeys& keys() = 0;
 
-  /// The name below the current user's hive of an empty key for the test.
+  /// The name of an empty key for the test, below the current user's hive.
   virtual std::string scratch() const = 0;
 
-  /// The name below the machine's hive of a key that everybody may read and nobody may write.
+  /// The name of a key that everybody may read and nobody may write, below the machine's hive.
   virtual std::string ReadOnlyMachineKey() = 0;
 
-  // Values of the scratch key as other programs write them.
+  // Values of the scratch key, as other programs write them.
   virtual void AddText(const std::string& name, const std::string& text) = 0;
   virtual void AddExpandableText(const std::string& name, const std::string& text) = 0;
   virtual void AddBinary(const std::string& name, const std::string& bytes) = 0;

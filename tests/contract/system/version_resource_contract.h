@@ -9,15 +9,15 @@
 
 namespace kitbay::contract {
 
-/// Libraries to read versions from.
+/// Libraries with versions to read.
 class VersionResourceWorld {
  public:
   virtual ~VersionResourceWorld() = default;
   virtual const platform::VersionResource& versions() = 0;
 
-  /// A folder, without a separator at its end, with the libraries "Größe 1.dll" of file version
-  /// 1.2.40000.65535, "plain.dll" without a version resource, "cut.dll", the first kilobyte of
-  /// the versioned one, and the text file "text.dll".
+  /// A folder, without a separator at its end, with the libraries "Größe 1.dll" with file version
+  /// 1.2.40000.65535, "plain.dll" without a version resource, and "cut.dll", the first kilobyte of
+  /// the first one, and with the text file "text.dll".
   virtual std::string folder() const = 0;
 };
 

@@ -6,7 +6,7 @@
 
 namespace kitbay::contract {
 
-/// Holds a key, such as VK_SHIFT, down for this thread.
+/// Holds down a key, such as VK_SHIFT, for this thread.
 class KeyHeld {
  public:
   explicit KeyHeld(int key) : key_(static_cast<std::size_t>(key)) { Set(0x80); }

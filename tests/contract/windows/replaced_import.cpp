@@ -24,7 +24,7 @@ class Image {
   std::uintptr_t start_;
 };
 
-/// The place from which the image takes the function's address; null for none.
+/// The place where the image stores the function's address; null if it has none.
 std::uintptr_t* PlaceOfImport(const Image& image, std::string_view name) {
   const auto* headers = image.At<IMAGE_NT_HEADERS>(
       static_cast<std::uintptr_t>(image.At<IMAGE_DOS_HEADER>(0)->e_lfanew));

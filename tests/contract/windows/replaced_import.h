@@ -4,18 +4,18 @@
 
 namespace kitbay::contract {
 
-/// As long as it lives, the calls that this program, or one of its libraries, makes of a function
-/// of the system go to another function. Calls that others make are left alone.
+/// As long as it lives, redirects the calls that this program, or one of its libraries, makes to a
+/// function of the system to another function. Calls made by others are not affected.
 class ReplacedImport {
  public:
-  /// `name` is the function's, as the program or the loaded `library` imports it; `replacement` has
-  /// its signature. Throws `std::runtime_error` when it imports no such function.
+  /// `name` is the function's name, as the program or the loaded `library` imports it;
+  /// `replacement` has its signature. Throws `std::runtime_error` if that function is not imported.
   ReplacedImport(const char* name, void* replacement, const wchar_t* library = nullptr);
   ~ReplacedImport();
   ReplacedImport(const ReplacedImport&) = delete;
   ReplacedImport& operator=(const ReplacedImport&) = delete;
 
-  /// The system's function, of the type of `sample`, which is not called.
+  /// The system's function, with the type of `sample`, which is not called.
   template <typename Function>
   Function* original(Function& /*sample*/) const {
     return reinterpret_cast<Function*>(original_);

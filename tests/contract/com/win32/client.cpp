@@ -24,7 +24,7 @@ namespace {
 namespace win32 = platform::win32;
 using Microsoft::WRL::ComPtr;
 
-/// What a pointer holds; 91 when it holds nothing.
+/// What a pointer refers to; 91 if it is empty.
 template <typename Pointer>
 auto& Demand(const Pointer& object) {
   if (!object) throw base::Failure(base::RuntimeError::kObjectVariableNotSet);

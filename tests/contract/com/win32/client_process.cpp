@@ -13,7 +13,7 @@ namespace {
 
 using platform::win32::UniqueKernelObject;
 
-/// Handles messages, by which COM calls come in, until `event` is set.
+/// Handles messages, by which COM calls arrive, until `event` is set.
 void ServeUntil(HANDLE event) {
   for (;;) {
     const DWORD woken = MsgWaitForMultipleObjects(1, &event, FALSE, 60000, QS_ALLINPUT);
@@ -54,7 +54,7 @@ ClientProcess::ClientProcess() {
 }
 
 ClientProcess::~ClientProcess() {
-  // The end of its input ends the client, which first lets its objects go.
+  // The end of its input ends the client, which first releases its objects.
   commands_.reset();
   ServeUntil(process_.get());
 }

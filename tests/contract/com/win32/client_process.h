@@ -6,7 +6,7 @@
 
 namespace kitbay::contract {
 
-/// This executable started a second time, as a client of the program that the test plays.
+/// A second process of this executable: a client of the program that the test plays.
 class ClientProcess {
  public:
   ClientProcess();
@@ -14,7 +14,7 @@ class ClientProcess {
   ClientProcess(const ClientProcess&) = delete;
   ClientProcess& operator=(const ClientProcess&) = delete;
 
-  /// The client's answer to one command; COM calls that it makes are served meanwhile.
+  /// The client's answer to one command. Meanwhile the COM calls that it makes are served.
   std::string Ask(const std::string& command);
   int AskForNumber(const std::string& command) { return std::stoi(Ask(command)); }
 

@@ -27,8 +27,8 @@ class DownloadObject : public testing::Test {
            "</destpath><progressevents>true</progressevents>";
   }
 
-  /// Handles messages until the receiver has been told how a transfer ended; gives all that it has
-  /// been told since.
+  /// Handles messages until the receiver has been told how a transfer ended. Returns everything it
+  /// was told meanwhile.
   std::string AwaitEnd() {
     receiver_.events.clear();
     MSG message;

@@ -31,7 +31,7 @@ TEST_F(DownloadObject, NeedsItsReceiverFirst) {
   EXPECT_EQ(FailureNumber([&] { download_->Request(Document("nowhere")); }), 91);
 }
 
-TEST_F(DownloadObject, TellsOfAFailureWithMessages) {
+TEST_F(DownloadObject, ReportsAFailureByMessages) {
   download_->SetUp(receiver_);
   download_->Request(Document("nowhere"));
   EXPECT_EQ(receiver_.events, "");
@@ -40,7 +40,7 @@ TEST_F(DownloadObject, TellsOfAFailureWithMessages) {
             "local file)");
 }
 
-TEST_F(DownloadObject, TellsOfAnEndWhoseMessageIsLost) {
+TEST_F(DownloadObject, ReportsAnEndWhoseMessageIsLost) {
   for (auto* const post : {&LosePost, &PretendToPost}) {
     const ReplacedImport lost("PostMessageW", reinterpret_cast<void*>(post), L"OvalinkSuite.dll");
     download_->SetUp(receiver_);

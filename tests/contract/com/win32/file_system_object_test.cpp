@@ -29,7 +29,7 @@ using platform::win32::ToSystemPath;
 using platform::win32::UniqueFile;
 
 std::string BytesOf(const std::string& path) {
-  // Shared as a reader of an open log shares it.
+  // Shared as by a reader of an open log.
   const UniqueFile file(CreateFileW(ToSystemPath(path).c_str(), GENERIC_READ,
                                     FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0,
                                     nullptr));
@@ -141,7 +141,7 @@ TEST_F(SuiteFileSystemObject, AMarkAtTheStartIsNoText) {
 }
 
 TEST_F(SuiteFileSystemObject, LongLinesAreReadWhole) {
-  // Longer than any buffer, with a letter of several bytes wherever one may end.
+  // Longer than any buffer, with a multi-byte letter wherever a buffer may end.
   std::string line;
   for (int count = 0; count < 10000; ++count) line += "ä€";
   WriteBytes(In("long.txt"), "x" + line + "\r\nlast");

@@ -57,13 +57,13 @@ TEST(HttpFailure, AnEncryptionThatFailsMayBeTheCertificatesFault) {
             text);
 }
 
-TEST(HttpFailure, EveryTimeOutIsToldTheSame) {
+TEST(HttpFailure, EveryTimeOutIsReportedTheSameWay) {
   EXPECT_EQ(TextOfError(ERROR_WINHTTP_TIMEOUT), "connection timed out");
   EXPECT_EQ(TextOfError(WSAETIMEDOUT), "connection timed out");
   EXPECT_EQ(ovalink::TimedOut().text(), "connection timed out");
 }
 
-TEST(HttpFailure, AConnectionThatEndsEarlyIsToldApart) {
+TEST(HttpFailure, AConnectionThatEndsEarlyIsDistinguished) {
   EXPECT_TRUE(IsConnectionLost(ERROR_WINHTTP_CONNECTION_ERROR));
   EXPECT_TRUE(IsConnectionLost(WSAECONNRESET));
   EXPECT_TRUE(IsConnectionLost(ERROR_WINHTTP_INVALID_SERVER_RESPONSE));

@@ -16,7 +16,7 @@
 #include "platform/win32/system/utf.h"
 #include "platform/win32/win32_platform.h"
 
-// What the program enters for itself, and what only a second process can show.
+// What the program registers for itself, and what only a second process can show.
 namespace kitbay::contract {
 namespace {
 
@@ -93,7 +93,7 @@ TEST(Registration, ForTheMachineEntersNothingForTheUser) {
   const std::wstring server =
       L"Software\\Classes\\CLSID\\{09AF1DF2-E54A-4906-B489-73D097248D58}\\LocalServer32";
   RegDeleteTreeW(HKEY_LOCAL_MACHINE, server.c_str());
-  // The test prefix joins the user's classes to the machine's; this user has some apart.
+  // The test prefix joins the user's classes to the machine's; this user's classes are separate.
   const ScratchUser user;
   platform::win32::MakeComServer()->KeepRegistrationCurrent(platform::ClassesOf::kMachine);
   EXPECT_EQ(TextAt(L"Kitbay.Manager\\CLSID"), "(missing)");
@@ -133,7 +133,7 @@ TEST(Registration, WritesNothingWhereAllIsAsItShouldBe) {
   program.server().KeepRegistrationCurrent(platform::ClassesOf::kUser);
   EXPECT_EQ(WaitForSingleObject(changed.get(), 0), DWORD{WAIT_TIMEOUT});
 
-  // The watch does see a change.
+  // The watch does notice a change.
   ASSERT_EQ(RegDeleteTreeW(HKEY_CURRENT_USER, kServer), ERROR_SUCCESS);
   EXPECT_EQ(WaitForSingleObject(changed.get(), 10000), DWORD{WAIT_OBJECT_0});
   program.server().KeepRegistrationCurrent(platform::ClassesOf::kUser);
@@ -162,7 +162,7 @@ TEST(ProgramAsServer, ADisconnectedManagerIsOutOfReachAndNotMerelySilent) {
   EXPECT_EQ(client.Ask("call NoSuchMember"), "failure 438");
   EXPECT_EQ(objects->RevokeActiveObject(*cookie), 0);
   objects->DisconnectObject(manager);
-  // Asked for its members, too, it answers no more: the system has let the object go.
+  // Nor does it answer queries for its members any more: the system has released the object.
   const std::string answer = client.Ask("call NoSuchMember");
   EXPECT_TRUE(answer.starts_with("failure -")) << answer;
 }
@@ -194,7 +194,7 @@ TEST(ProgramAsServer, TheTableDoesNotKeepTheManagerAlive) {
   ASSERT_TRUE(cookie.has_value());
   ASSERT_EQ(client.Ask("get Kitbay.Manager"), "0");
   ASSERT_EQ(client.Ask("let go"), "0");
-  // Neither revoked nor disconnected: the entry stays, its object goes.
+  // Neither revoked nor disconnected: the entry stays, its object is destroyed.
   objects.reset();
   EXPECT_EQ(client.Ask("get Kitbay.Manager"), "429");
   EXPECT_EQ(platform::win32::MakeActiveObjects()->RevokeActiveObject(*cookie), 0);
@@ -219,8 +219,8 @@ TEST(InstanceMark, OfTheProgramIsTheSessionsAndNotTheMachines) {
   EXPECT_TRUE(NotedMutexName().starts_with(L"Local\\Kitbay.Manager"));
 }
 
-TEST(InstanceMark, ThatMayNotBeOpenedIsAnotherInstancesAllTheSame) {
-  // What Windows says of a mutex that an administrator's instance has made; Wine denies none.
+TEST(InstanceMark, ThatMayNotBeOpenedStillMeansAnotherInstance) {
+  // What Windows reports for a mutex that an elevated instance has created; Wine denies none.
   const ReplacedImport denied("CreateMutexW", reinterpret_cast<void*>(&DenyMutex));
   EXPECT_TRUE(platform::win32::MutexMark(L"Local\\Kitbay.Tests denied").PreviousInstanceExists());
 }

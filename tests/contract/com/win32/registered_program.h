@@ -6,7 +6,7 @@
 
 namespace kitbay::contract {
 
-/// The program's classes registered for this executable; gone again at the end.
+/// Registers the program's classes for this executable as long as it lives.
 class RegisteredProgram {
  public:
   RegisteredProgram() { server_->KeepRegistrationCurrent(platform::ClassesOf::kUser); }

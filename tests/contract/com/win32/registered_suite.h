@@ -12,7 +12,7 @@
 
 namespace kitbay::contract {
 
-/// Calls an export of the suite's library that takes nothing and returns an HRESULT.
+/// Calls an export of the suite's library that has no parameters and returns an HRESULT.
 inline HRESULT CallSuite(const char* name) {
   const FARPROC address = GetProcAddress(GetModuleHandleW(L"OvalinkSuite.dll"), name);
   if (address == nullptr) return E_NOTIMPL;
@@ -27,7 +27,7 @@ inline std::string SuiteFolder() {
   return library.substr(0, library.rfind('\\'));
 }
 
-/// For as long as it lives the suite's classes are not registered.
+/// The suite's classes are not registered as long as this object lives.
 class UnregisteredSuite {
  public:
   UnregisteredSuite() { EXPECT_EQ(CallSuite("DllUnregisterServer"), S_OK); }

@@ -9,7 +9,7 @@
 
 namespace kitbay::contract {
 
-/// For this process alone an empty key stands in the place of the user's registry, until the end.
+/// Replaces the user's registry by an empty key, only for this process and as long as it lives.
 class ScratchUser {
  public:
   ScratchUser() {

@@ -6,7 +6,7 @@
 namespace kitbay::contract {
 namespace {
 
-// The handles of requests are counted from here; any other one is the same.
+// The handles of requests are counted from here; all other handles are the same.
 HINTERNET HandleOf(INT_PTR number) { return reinterpret_cast<HINTERNET>(number); }
 constexpr INT_PTR kOther = 1;
 constexpr INT_PTR kFirstRequest = 2;

@@ -15,12 +15,12 @@
 
 namespace kitbay::contract {
 
-/// An answer as the system's HTTP client gives it, or how it fails.
+/// An answer of the system's HTTP client, or its failure.
 struct ScriptedAnswer {
   DWORD status = 200;
   std::map<DWORD, std::wstring> fields = {};  ///< by WINHTTP_QUERY_...
   std::vector<std::string> pieces = {};
-  DWORD read_error = ERROR_SUCCESS;  ///< instead of the end, behind the last piece
+  DWORD read_error = ERROR_SUCCESS;  ///< instead of the end, after the last piece
   DWORD send_error = ERROR_SUCCESS;
   DWORD certificate_flags = 0;
   bool has_certificate = false;
@@ -28,7 +28,7 @@ struct ScriptedAnswer {
   DWORD target = WINHTTP_AUTH_TARGET_PROXY;
 };
 
-/// What the suite said of one request.
+/// What the suite requested.
 struct ScriptedRequest {
   std::wstring fields = {};
   DWORD disabled = 0;
@@ -36,8 +36,8 @@ struct ScriptedRequest {
   std::vector<std::string> credentials = {};  ///< "target scheme user"
 };
 
-/// In place of the system's HTTP client, for the suite's library, as long as it lives: gives the
-/// scripted answers one after the other, and writes the requests down. There can be one.
+/// Replaces the system's HTTP client for the suite's library as long as it lives: returns the
+/// scripted answers one after another, and records the requests. Only one may exist.
 class ScriptedHttp {
  public:
   ScriptedHttp();

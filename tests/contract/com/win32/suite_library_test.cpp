@@ -52,7 +52,7 @@ std::string DescriptionOf(const std::function<void()>& step) {
   return "(no failure)";
 }
 
-TEST(Automation, AMemberThatIsNotThereIs438) {
+TEST(Automation, AMissingMemberIs438) {
   const auto object = Create(L"FileSystemLib.FileSystemObject");
   EXPECT_EQ(FailureNumber([&] { CallMethod(*object.Get(), "Vanish"); }), 438);
   EXPECT_EQ(FailureNumber([&] { GetProperty(*object.Get(), "Größe"); }), 438);
@@ -137,7 +137,7 @@ TEST(SuiteLibrary, StaysLoadedWhileAnObjectOfItIsHeld) {
   EXPECT_EQ(CallSuite("DllCanUnloadNow"), S_OK);
 }
 
-/// How many keys the user has below a key of his classes.
+/// How many keys the user has below a key of their classes.
 DWORD KeysBelow(const wchar_t* name) {
   platform::win32::UniqueRegistryKey key;
   DWORD count = 0;

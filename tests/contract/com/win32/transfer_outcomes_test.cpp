@@ -1,5 +1,5 @@
-// What the download object makes of what the system's HTTP client may tell it. Which of that
-// happens with a real server depends on the system: here each happens.
+// How the download object handles what the system's HTTP client may report. Which of these cases a
+// real server causes depends on the system; here each one occurs.
 #include <gtest/gtest.h>
 #include <windows.h>
 
@@ -16,7 +16,7 @@ class TransferOutcomes : public DownloadObject {
  protected:
   TransferOutcomes() { download_->SetUp(receiver_); }
 
-  /// How the transfer ends that gets the scripted answers: what is wrong, or "" for nothing.
+  /// How the transfer that gets the scripted answers ends: its failure, or "" for none.
   std::string Outcome(const std::string& server = "127.0.0.1", const std::string& path = "/a.zip") {
     download_->Request(Document(file_, server, path));
     const std::string events = AwaitEnd();
@@ -45,7 +45,7 @@ TEST_F(TransferOutcomes, AllThatWasAnnouncedIsStored) {
   EXPECT_EQ(Stored(), "abcde");
 }
 
-TEST_F(TransferOutcomes, MoreThanWasAnnouncedEndsIt) {
+TEST_F(TransferOutcomes, MoreThanWasAnnouncedEndsTheTransfer) {
   http_.answers = {{.fields = {{WINHTTP_QUERY_CONTENT_LENGTH, L"5"}}, .pieces = {"abcde", "f"}}};
   EXPECT_EQ(Outcome(), "The server sent more than the 5 bytes it announced");
   EXPECT_EQ(Stored(), "(nothing)");
@@ -111,7 +111,7 @@ TEST_F(TransferOutcomes, AProxyThatRefusesTheSignOnIsNotAskedAThirdTime) {
 
 class NoSignOn : public TransferOutcomes {
  protected:
-  /// The one request ends with that status.
+  /// The single request ends with that status.
   void Ends(const std::string& words, const std::string& outcome) {
     EXPECT_EQ(outcome, "The server answered " + words);
     ASSERT_EQ(http_.requests.size(), 1U);

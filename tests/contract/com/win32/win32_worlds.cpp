@@ -27,7 +27,7 @@ class Win32ActiveObjectsWorld : public ActiveObjectsWorld {
   void ClientLetsGo() override { client_.Ask("let go"); }
   std::int32_t ClientBringsToFront() override {
     const std::int32_t number = client_.AskForNumber("bring");
-    // Wine's word for an object that has disconnected.
+    // Wine's code for an object that has disconnected.
     return number == HRESULT_FROM_WIN32(RPC_S_UNKNOWN_IF) ? kDisconnected : number;
   }
 
@@ -65,7 +65,7 @@ class Win32InstanceMarkWorld : public InstanceMarkWorld {
   std::optional<platform::win32::MutexMark> other_;
 };
 
-/// The suite's objects as they lie in a folder, with nothing registered.
+/// The suite's objects in a folder, with nothing registered.
 class SuiteBeside : public platform::SuiteObjects {
  public:
   std::unique_ptr<platform::FileSystemObject> CreateFileSystemObject(

@@ -1,4 +1,4 @@
-// The dialog's keyboard, as messages that go through the program's loop.
+// The dialog's keyboard, as messages that pass through the program's loop.
 #include <windows.h>
 
 #include <commctrl.h>
@@ -31,7 +31,7 @@ class PreferenceKeys : public testing::Test {
   RecordingPreferenceEvents events_;
 };
 
-TEST_F(PreferenceKeys, TabGoesThroughTheControlsAndRound) {
+TEST_F(PreferenceKeys, TabGoesThroughTheControlsAndStartsAgain) {
   for (const char* next : {"cmdPrefOk", "lstPrefURL", "Command1", "cmdPrefClose", "txtPrefUrl"}) {
     world_.PressKey(VK_TAB);
     EXPECT_EQ(world_.Focus(), next);
@@ -53,12 +53,12 @@ TEST_F(PreferenceKeys, TabPassesTheDisabledButton) {
   EXPECT_EQ(world_.Focus(), "cmdPrefClose");
 }
 
-TEST_F(PreferenceKeys, EnterInTheTextBoxIsToldAndPressesNoButton) {
+TEST_F(PreferenceKeys, EnterInTheTextBoxIsReportedAndPressesNoButton) {
   world_.PressKey(VK_RETURN);
   EXPECT_THAT(events_.told, ElementsAre("txtPrefUrl_KeyDown 13"));
 }
 
-TEST_F(PreferenceKeys, OtherKeysInTheTextBoxAreToldAndTyped) {
+TEST_F(PreferenceKeys, OtherKeysInTheTextBoxAreReportedAndTyped) {
   world_.PressKey('A');
   EXPECT_THAT(events_.told, ElementsAre("txtPrefUrl_KeyDown 65"));
   EXPECT_EQ(world_.window().UrlText(), "a");
@@ -78,7 +78,7 @@ TEST_F(PreferenceKeys, EnterInTheListPressesNothing) {
   EXPECT_THAT(events_.told, Not(Contains(HasSubstr("Click"))));
 }
 
-TEST_F(PreferenceKeys, DeleteInTheListIsTold) {
+TEST_F(PreferenceKeys, DeleteInTheListIsReported) {
   world_.Select(2);
   events_.told.clear();
   world_.PressKey(VK_DELETE);

@@ -1,4 +1,4 @@
-// What only the real dialog has: its looks, its place, the mouse and the system's messages.
+// What only the real dialog has: its appearance, its place, the mouse and the system's messages.
 #include <windows.h>
 
 #include <commctrl.h>
@@ -99,7 +99,7 @@ TEST_F(RealPreferenceWindow, ComesToTheFrontWhenShownAgain) {
   EXPECT_EQ(FindWindowExW(nullptr, world_.dialog(), L"KitbayPreferenceWindow", nullptr), nullptr);
 }
 
-TEST_F(RealPreferenceWindow, ButtonsTellTheirClicks) {
+TEST_F(RealPreferenceWindow, ButtonsReportTheirClicks) {
   world_.window().EnableRemoveButton(true);
   for (const char* button : {"cmdPrefOk", "Command1", "cmdPrefClose"}) {
     RECT client{};
@@ -220,7 +220,7 @@ TEST_F(RealPreferenceWindow, AHandlerThatThrowsHarmsNothing) {
   EXPECT_FALSE(world_.window().IsLoaded());
 }
 
-TEST_F(RealPreferenceWindow, EndedWithItsObjectTellsNothing) {
+TEST_F(RealPreferenceWindow, EndedWithItsObjectReportsNothing) {
   auto loop = platform::win32::MakeMessageLoop();
   auto another = platform::win32::MakePreferenceWindow(*loop);
   RecordingPreferenceEvents others;

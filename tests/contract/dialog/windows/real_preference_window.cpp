@@ -13,7 +13,7 @@ namespace {
 struct NamedControl {
   const char* name;
   const wchar_t* window_class;
-  const wchar_t* caption;  ///< null where there is one control of the class
+  const wchar_t* caption;  ///< null if there is only one control of the class
 };
 constexpr std::array<NamedControl, 7> kControls{{{"lblPrefText", WC_STATICW, nullptr},
                                                  {"txtPrefUrl", WC_EDITW, nullptr},
@@ -82,7 +82,7 @@ void Win32PreferenceWindowWorld::Type(const std::string& text) {
   }
 }
 
-// From the item that has the list's own focus, which at first is none, with the keys for it.
+// Starts from the item that has the list's own focus, initially none, and uses the keys for it.
 void Win32PreferenceWindowWorld::Select(int position) {
   SetFocus(Control("lstPrefURL"));
   PressKey(VK_END);

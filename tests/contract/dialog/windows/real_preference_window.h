@@ -10,8 +10,8 @@
 
 namespace kitbay::contract {
 
-/// The real dialog over an owner of the tests, on the real message loop. Keys and the mouse come as
-/// the system's messages.
+/// The real dialog with an owner of the tests, on the real message loop. Keys and the mouse arrive
+/// as the system's messages.
 class Win32PreferenceWindowWorld : public PreferenceWindowWorld {
  public:
   Win32PreferenceWindowWorld();
@@ -34,23 +34,23 @@ class Win32PreferenceWindowWorld : public PreferenceWindowWorld {
   HWND owner_window() const { return owner_; }
   HWND dialog() const;
 
-  /// The control of that name; null when there is none.
+  /// The control of that name; null if there is none.
   HWND Control(const std::string& name) const;
   static std::string TextOf(HWND window);
 
   /// The middle of an item within the list.
   POINT PlaceOfItem(int position) const;
 
-  /// The left button goes down and up over that point of the list.
+  /// Presses and releases the left button at that point of the list.
   void ClickAt(POINT place);
 
-  /// The key goes down and up in the focused control.
+  /// Presses and releases the key in the focused control.
   void PressKey(WPARAM key);
 
-  /// The character comes as it does from a key pressed with Alt.
+  /// Sends the character as a key pressed with Alt does.
   void PressWithAlt(wchar_t letter);
 
-  /// Handles the messages that are waiting by now.
+  /// Handles the messages that are waiting now.
   void RunWaiting();
 
  private:

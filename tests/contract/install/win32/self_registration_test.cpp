@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 #include <windows.h>
-// These need the former.
+// After windows.h, which they need.
 #include <sddl.h>
 #include <tlhelp32.h>
 
@@ -29,7 +29,7 @@ constexpr std::uint32_t kLong = 20000;
 constexpr const wchar_t* kProgId = L"Software\\Classes\\OvlContract.Component";
 constexpr const wchar_t* kClass = L"Software\\Classes\\CLSID\\" KITBAY_CONTRACT_CLSID;
 
-/// The text of a key of the machine; empty when there is no such key.
+/// The text of a key of the machine; empty if there is no such key.
 std::string TextOf(const std::wstring& key) {
   wchar_t text[1024] = L"";
   DWORD size = sizeof(text);
@@ -37,7 +37,7 @@ std::string TextOf(const std::wstring& key) {
   return platform::win32::ToUtf8(text);
 }
 
-/// Makes a key of the machine that nobody may write to, as Windows refuses all of them to a
+/// Creates a key of the machine that nobody may write to, as Windows refuses all of them to a
 /// standard user.
 void RefuseKey(const std::wstring& name) {
   PSECURITY_DESCRIPTOR descriptor = nullptr;
@@ -50,12 +50,12 @@ void RefuseKey(const std::wstring& name) {
   LocalFree(descriptor);
 }
 
-/// The threads that the process had when this was made.
+/// The threads that the process had when this object was created.
 class ThreadsOfThisProcess {
  public:
   ThreadsOfThisProcess() : threads_(Now()) {}
 
-  /// Those that it has got since then.
+  /// The threads that were started since then.
   std::vector<platform::win32::UniqueKernelObject> Newer() const {
     std::vector<platform::win32::UniqueKernelObject> newer;
     for (const DWORD thread : Now()) {
@@ -120,7 +120,7 @@ class RealSelfRegistration : public testing::Test {
     return result;
   }
 
-  /// Whether nothing can be loaded where the library lay that was loaded last.
+  /// Whether nothing can be loaded at the address of the library that was loaded last.
   bool IsPlaceKept() const {
     auto* const place = reinterpret_cast<void*>(libraries_.last_library().value);
     constexpr SIZE_T kSize = 1;

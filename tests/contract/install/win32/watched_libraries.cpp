@@ -40,7 +40,7 @@ void WatchedLibraries::Close(ThreadHandle thread) { real_->Close(thread); }
 
 void WatchedLibraries::EndThread(std::uint32_t exit_code) {
   real_->EndThread(exit_code);
-  std::abort();  // the compiler does not see that a virtual function never returns
+  std::abort();  // the compiler cannot tell that a virtual function never returns
 }
 
 void WatchedLibraries::RunOnOwnThread(const std::function<void()>& body) {

@@ -9,16 +9,17 @@
 
 namespace kitbay::contract {
 
-/// The system's own libraries, with the waiting cut short and the threads left to look at.
+/// The system's own libraries, with shorter waits and with the remaining threads open to
+/// inspection.
 class WatchedLibraries : public platform::Libraries {
  public:
-  /// No thread is waited for longer than `milliseconds`.
+  /// Waits no longer than `milliseconds` for any thread.
   void SetPatience(std::uint32_t milliseconds) { patience_ = milliseconds; }
 
-  /// How long was waited for each thread, had the patience not been set.
+  /// How long each thread would have been waited for without that patience.
   const std::vector<std::uint32_t>& limits() const { return limits_; }
 
-  /// What the threads that have ended in time returned.
+  /// What the threads that ended in time returned.
   const std::vector<std::uint32_t>& exit_codes() const { return exit_codes_; }
 
   /// The thread that was started last.

@@ -1,5 +1,5 @@
-// Compares the trees that the page in memory makes of the program's markup with those that a real browser
-// makes of it. KITBAY_WRITE_TREES is the program that writes the former.
+// Compares the trees that the page in memory builds from the program's markup with those of a real browser.
+// KITBAY_WRITE_TREES is the program that writes the former.
 
 import assert from 'node:assert/strict';
 import { execFileSync, spawnSync } from 'node:child_process';
@@ -24,8 +24,8 @@ function browserProgram() {
 function pageOfReplay() {
   const data = JSON.stringify(inMemory).replaceAll('<', '\\u003c');
   const code = readFileSync(here('replay_in_page.js'), 'utf8');
-  // Without a doctype, so in quirks mode as the program's page. The result leaves the browser as
-  // base64, which is the same text in markup as out of it.
+  // Without a doctype, so in quirks mode like the program's page. The result leaves the browser as
+  // base64, which is the same text in markup and outside it.
   return `<html><head><meta charset="utf-8"><title>still</title></head><body><script>
 ${code}
 const bytes = new TextEncoder().encode(JSON.stringify({

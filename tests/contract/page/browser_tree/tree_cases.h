@@ -6,11 +6,11 @@
 namespace kitbay::contract {
 
 /// One change of the page, as words: the kind of change and its arguments.
-///   row <list> <start tag> <name line> <panel>   makes a row and appends it to the list
+///   row <list> <start tag> <name line> <panel>   creates a row and appends it to the list
 ///   html <id> <markup>                           sets the element's inner HTML
 ///   style <id> <property> <value>                sets a style of the element
 ///   modify <list> <place> <version> <buttons>    changes the version and buttons of a list's row
-///   remove <list> <place>                        takes a list's row off the page
+///   remove <list> <place>                        removes a list's row from the page
 ///   disable <list> <place>                       disables the first button of a list's row
 using Step = std::vector<std::string>;
 
@@ -25,7 +25,7 @@ struct TreeResult {
   std::vector<std::string> texts;  ///< The inner text of each name line, in document order.
 };
 
-/// The content of the body with which each case begins.
+/// The content of the body at the start of each case.
 std::string BodyOfCases();
 
 std::vector<TreeCase> TreeCases();

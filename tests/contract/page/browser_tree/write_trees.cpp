@@ -1,5 +1,5 @@
-// Writes the cases and the trees that the page in memory makes of them to standard output; the
-// browser's trees are compared with them.
+// Writes the cases and the page-in-memory's trees for them to standard output, to be compared with
+// the browser's trees.
 
 #include <cstdio>
 

@@ -1,4 +1,5 @@
-// Measures the program's page, filled, in document mode 5: nothing is cut and nothing covers anything.
+// Measures the program's filled page in document mode 5: nothing is cut off and nothing covers
+// anything else.
 import assert from 'node:assert/strict';
 import { execFileSync } from 'node:child_process';
 import { readFileSync } from 'node:fs';
@@ -17,7 +18,7 @@ before(async () => {
 });
 after(() => browser.close());
 
-/** What an open list measures, in page pixels; `text` is a tight box around what is written. */
+/** The measurements of an open list, in page pixels; `text` is a tight box around the text. */
 const kMeasure = `(id) => {
   const plain = ({ left, top, right, bottom }) => ({ left, top, right, bottom });
   const box = (element) => plain(element.getBoundingClientRect());
@@ -49,7 +50,7 @@ test('the style sheet has nothing that document mode 5 does not know', async () 
   const read = await browser.page.evaluate(`standin.quirksSheet(${JSON.stringify(sheet)})`);
   const rules = (text) => text.match(/\{/g).length;
   const declarations = (text) => text.match(/[{;]\s*[-a-z]+\s*:/g).length;
-  // What the browser is told besides, so that inline elements take a width.
+  // The rules that the browser gets in addition, so that inline elements take a width.
   const own = read.replace(/:where\([^{]*\{display:inline-block\}/g, '');
   assert.equal(rules(own), rules(sheet));
   assert.equal(declarations(own), declarations(sheet));
@@ -60,7 +61,7 @@ const contains = (outer, inner) => inner.left >= outer.left && inner.right <= ou
 
 for (const width of [500, 760, 1400]) {
   for (const id of kLists) {
-    test(`nothing of ${id} is cut or covered at a width of ${width}`, async () => {
+    test(`nothing of ${id} is cut off or covered at a width of ${width}`, async () => {
       await browser.page.send('Emulation.setDeviceMetricsOverride',
         { width, height: 430, deviceScaleFactor: 1, mobile: false });
       const { list, rows } = await browser.page.evaluate(`(${kMeasure})(${JSON.stringify(id)})`);
@@ -84,14 +85,14 @@ for (const width of [500, 760, 1400]) {
         const tops = new Set(row.buttons.map(({ top }) => top));
         assert.ok(tops.size <= 1, `${row.title}: buttons stand on one line`);
       }
-      // Long names make their row higher, and are read to their end.
+      // Long names make their row higher, and can be read to their end.
       const [short, long] = ['Notes', 'A name that goes on'].map((start) => rows.find(({ title }) => title.startsWith(start)));
       assert.ok(width === 1400 || long.name.bottom - long.name.top > short.name.bottom - short.name.top);
     });
   }
 }
 
-test('the tabs and the controls of the categories stand beside one another at the least width', async () => {
+test('the tabs and the category controls stand side by side at the smallest width', async () => {
   await browser.page.send('Emulation.setDeviceMetricsOverride',
     { width: 500, height: 430, deviceScaleFactor: 1, mobile: false });
   const right = (selector) => browser.page.evaluate(

@@ -27,7 +27,7 @@ class SilentPart : public EventPart<IDispatch> {
   }
 };
 
-/// The control's or a frame's browser.
+/// The browser of the control or of a frame.
 class SilentBrowser final : public ObjectOfParts<SilentPart> {};
 
 class CountingOwner : public BrowserOwner {
@@ -155,7 +155,7 @@ TEST_F(NavigationRules, AControlThatIsGoingLoadsNothing) {
   EXPECT_TRUE(IsCancelled(browser_.Get(), kPageUrl));
 }
 
-TEST_F(NavigationRules, AControlThatOutlivesItsWindowTellsNothing) {
+TEST_F(NavigationRules, AControlThatOutlivesItsWindowReportsNothing) {
   state_->owner = nullptr;
   Complete(browser_.Get(), kPageUrl);
   EXPECT_EQ(owner_.pages, 0);

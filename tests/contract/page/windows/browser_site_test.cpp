@@ -1,4 +1,4 @@
-// What the control is told and given by its container.
+// What the control's container tells and gives it.
 
 #include "platform/win32/window/browser_site.h"
 
@@ -41,7 +41,7 @@ class SiteOfControl : public ::testing::Test {
     return message;
   }
 
-  /// Whether the page is given the key that goes down.
+  /// Whether the page gets the key when it is pressed.
   bool ReachesThePage(WPARAM key, UINT kind = WM_KEYDOWN) {
     MSG message = KeyDown(key);
     message.message = kind;
@@ -74,7 +74,7 @@ TEST_F(SiteOfControl, AllowsImagesAndNothingThatRunsOrComesFromElsewhere) {
     EXPECT_TRUE(flags & off) << off;
   }
   EXPECT_FALSE(flags & (DLCTL_VIDEOS | DLCTL_BGSOUNDS));
-  // The page names its own encoding.
+  // The page declares its own encoding.
   EXPECT_FALSE(flags & DLCTL_NO_METACHARSET);
 }
 

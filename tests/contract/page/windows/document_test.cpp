@@ -28,8 +28,8 @@ class ControlHost : public HtmlDocumentHost {
   }
 };
 
-/// Clicks with the mouse, for which the element lies in the corner of the page. Events come in the
-/// order in which they were raised: a click on a mark of the host's own follows each.
+/// Clicks with the mouse, so the element must be in the corner of the page. Events arrive in the
+/// order in which they were raised: each click is followed by a click on a marker of the host.
 class ControlClickHost : public HtmlClickHost, private platform::HtmlDocumentEvents {
  public:
   ~ControlClickHost() override { SharedWindow().window().DisconnectDocument(); }

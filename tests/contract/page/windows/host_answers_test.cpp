@@ -1,4 +1,4 @@
-// What the control asks of the program, as far as its answers show on the page.
+// What the control requests from the program, as far as the answers show on the page.
 
 #include <windows.h>
 
@@ -28,7 +28,7 @@ class HostAnswers : public ::testing::Test {
   }
   void TearDown() override { loaded_.window().DisconnectDocument(); }
 
-  /// Presses and releases a button of the mouse in the top left corner of the page.
+  /// Presses and releases a mouse button in the top left corner of the page.
   void Press(UINT down, UINT up, WPARAM button) const {
     constexpr LPARAM kPlace = MAKELPARAM(10, 10);
     PostMessageW(loaded_.Browser(), down, button, kPlace);
@@ -60,7 +60,7 @@ TEST_F(HostAnswers, TheKeysOfABrowserDoNotReachThePage) {
   Press(WM_LBUTTONDOWN, WM_LBUTTONUP, MK_LBUTTON);
   ASSERT_TRUE(loaded_.RunUntil([&] { return clicks_.count > 0; }));
   SetFocus(loaded_.Browser());
-  // Backspace, which goes back to an earlier page, would take the "c" away.
+  // Backspace, which goes back to an earlier page, would delete the "c".
   for (const WPARAM key : {VK_END, VK_BACK, VK_F5, VK_HOME, VK_DELETE}) loaded_.PressKey(key);
   EXPECT_TRUE(loaded_.RunUntil([&] { return document.AllItem("field")->Value() != "abc"; }));
   EXPECT_EQ(document.AllItem("field")->Value(), "bc");

@@ -4,7 +4,7 @@
 
 namespace kitbay::contract {
 
-/// Events of a page that nobody follows.
+/// A receiver that ignores the events of a page.
 class IgnoredEvents : public platform::HtmlDocumentEvents {
  public:
   void doc_onclick() override {}

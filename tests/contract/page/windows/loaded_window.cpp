@@ -28,7 +28,7 @@ class WindowOfTests : public ::testing::Environment {
   std::unique_ptr<LoadedWindow> window_;
 };
 
-// Owned by the test framework from here on.
+// From now on owned by the test framework.
 WindowOfTests* const window_of_tests = static_cast<WindowOfTests*>(
     ::testing::AddGlobalTestEnvironment(std::make_unique<WindowOfTests>().release()));
 
@@ -46,7 +46,7 @@ LoadedWindow::~LoadedWindow() {
 
 bool LoadedWindow::RunUntil(const std::function<bool()>& is_done) {
   const ULONGLONG start = GetTickCount64();
-  // The real loop does the work; a timer lets it come back to look.
+  // The real loop does the work; a timer interrupts it to check the condition.
   const UINT_PTR timer = SetTimer(nullptr, 0, kTurnMs, LeaveLoop);
   while (!is_done() && GetTickCount64() - start < kTimeLimitMs) loop_->Run();
   KillTimer(nullptr, timer);
@@ -74,7 +74,7 @@ HWND LoadedWindow::Control(const wchar_t* control_class, const wchar_t* caption)
 }
 
 HWND LoadedWindow::Browser() const {
-  // The child at the top left corner, whatever the control calls its window class.
+  // The child at the top left corner, whatever the control's window class is called.
   return ChildWindowFromPointEx(handle(), {1, 1}, CWP_SKIPINVISIBLE);
 }
 

@@ -13,7 +13,7 @@
 
 namespace kitbay::contract {
 
-/// The real main window on the real message loop, with a record of what it told.
+/// The real main window on the real message loop, with a record of its events.
 class LoadedWindow : public RecordingMainWindowEvents {
  public:
   LoadedWindow();
@@ -28,14 +28,14 @@ class LoadedWindow : public RecordingMainWindowEvents {
   /// Handles messages until `is_done`; fails the test and returns false after the time limit.
   bool RunUntil(const std::function<bool()>& is_done);
 
-  /// Handles the messages that are waiting by now.
+  /// Handles the messages that are waiting now.
   void RunWaiting();
 
   /// Shows the page at `path` and waits until it is complete.
   bool ShowPage(const std::string& path);
   bool ShowMarkup(const std::string& markup) { return ShowPage(files_.Write(markup)); }
 
-  /// The control of that window class and caption, or of that class alone.
+  /// The control of that window class and caption, or only of that class.
   HWND Control(const wchar_t* control_class, const wchar_t* caption = nullptr) const;
 
   /// The browser control's window.
@@ -53,8 +53,8 @@ class LoadedWindow : public RecordingMainWindowEvents {
 /// The place of `window` within `parent`.
 RECT PlaceIn(HWND parent, HWND window);
 
-/// One window for the tests that leave it as it is: each start of the control takes a while. It is
-/// loaded when first asked for and unloaded after the last test.
+/// One window for all tests that leave it unchanged, because each start of the control takes a
+/// while. It is loaded on first use and unloaded after the last test.
 LoadedWindow& SharedWindow();
 
 }  // namespace kitbay::contract

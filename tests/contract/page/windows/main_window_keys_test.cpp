@@ -33,7 +33,7 @@ class MainWindowKeys : public ::testing::Test {
   LoadedWindow& loaded_ = SharedWindow();
 };
 
-TEST_F(MainWindowKeys, EveryKeyIsToldBeforeTheControlSeesIt) {
+TEST_F(MainWindowKeys, EveryKeyIsReportedBeforeTheControlSeesIt) {
   SetFocus(directories());
   ASSERT_EQ(GetFocus(), directories());
   loaded_.PressKey(VK_ESCAPE);
@@ -42,7 +42,7 @@ TEST_F(MainWindowKeys, EveryKeyIsToldBeforeTheControlSeesIt) {
               ElementsAre("Form_KeyDown 27", "Form_KeyDown 32", "cmdPreference_Click"));
 }
 
-TEST_F(MainWindowKeys, AKeyInThePageIsToldToo) {
+TEST_F(MainWindowKeys, AKeyInThePageIsReportedToo) {
   ASSERT_TRUE(loaded_.ShowMarkup(kTwoButtons));
   SetFocus(loaded_.Browser());
   ASSERT_TRUE(PageHasFocus());
@@ -104,14 +104,14 @@ TEST_F(MainWindowKeys, EnterPressesTheButtonThatHasTheFocus) {
   EXPECT_THAT(loaded_.told, ElementsAre("Form_KeyDown 13", "CmdClose_Click"));
 }
 
-TEST_F(MainWindowKeys, TabGoesThroughThePageAndTheButtonsAndRound) {
+TEST_F(MainWindowKeys, TabGoesThroughThePageAndTheButtonsAndStartsAgain) {
   ASSERT_TRUE(loaded_.ShowMarkup(kTwoButtons));
   SetFocus(directories());
   loaded_.PressKey(VK_TAB);
   EXPECT_EQ(GetFocus(), close());
   loaded_.PressKey(VK_TAB);
   EXPECT_TRUE(PageHasFocus());
-  // However many steps there are within the page, they end at the first button.
+  // However many stops there are within the page, they end at the first button.
   int steps = 0;
   while (PageHasFocus() && steps < 10) {
     loaded_.PressKey(VK_TAB);

@@ -30,7 +30,7 @@ std::wstring FaceOf(HWND control) {
   return font.lfFaceName;
 }
 
-/// A black square of the usual size as a cursor file, its hot spot at 3, 5.
+/// A black square of the usual size as a cursor file, with its hot spot at 3, 5.
 std::string CursorFile() {
   constexpr std::size_t kSide = 32;
   const std::array<unsigned char, 70> head{
@@ -65,7 +65,7 @@ TEST(MainWindow, HasItsControlsInVerdana) {
   }
 }
 
-TEST(MainWindow, ButtonsAndLabelTellTheirClicks) {
+TEST(MainWindow, ButtonsAndLabelReportTheirClicks) {
   LoadedWindow& loaded = SharedWindow();
   loaded.told.clear();
   SendMessageW(loaded.Control(WC_BUTTONW, L"&Directories"), BM_CLICK, 0, 0);
@@ -74,7 +74,7 @@ TEST(MainWindow, ButtonsAndLabelTellTheirClicks) {
   EXPECT_THAT(loaded.told, ElementsAre("cmdPreference_Click", "CmdClose_Click", "lblHelp_Click"));
 }
 
-TEST(MainWindow, EachMouseMoveOverTheLabelIsTold) {
+TEST(MainWindow, EachMouseMoveOverTheLabelIsReported) {
   LoadedWindow& loaded = SharedWindow();
   loaded.told.clear();
   const HWND label = loaded.Control(WC_STATICW, L"Help");
@@ -106,7 +106,7 @@ TEST(MainWindow, AMinimisedWindowLeavesItsPageAsItIs) {
   const RECT shown = PlaceIn(loaded.handle(), browser);
   ShowWindow(loaded.handle(), SW_MINIMIZE);
   ASSERT_TRUE(IsIconic(loaded.handle()));
-  // As when a page completes meanwhile.
+  // As when a page completes in the meantime.
   loaded.window().FitBrowser();
   const RECT minimised = PlaceIn(loaded.handle(), browser);
   EXPECT_EQ(minimised.right - minimised.left, shown.right - shown.left);
@@ -130,7 +130,7 @@ TEST(MainWindow, AnotherResolutionScalesItsControls) {
   EXPECT_TRUE(EqualRect(&after, &before));
 }
 
-/// Other system colours while it lives; they are the whole desktop's.
+/// Changes system colours for the whole desktop as long as it lives.
 class ColoursOfUser {
  public:
   ColoursOfUser(COLORREF face, COLORREF text) { Set(face, text); }
@@ -216,7 +216,7 @@ TEST(MainWindow, CannotBeMadeTooSmallForItsControls) {
   EXPECT_GE(info.ptMinTrackSize.y, 350);
 }
 
-TEST(MainWindow, ClosingTellsTheUnloadOnceAndDestroysTheWindow) {
+TEST(MainWindow, ClosingReportsTheUnloadOnceAndDestroysTheWindow) {
   LoadedWindow loaded;
   const HWND window = loaded.handle();
   SendMessageW(window, WM_CLOSE, 0, 0);

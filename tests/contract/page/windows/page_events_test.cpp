@@ -32,7 +32,7 @@ class RecordedPageEvents : public platform::HtmlDocumentEvents {
   std::function<void()> on_click = [] {};
 };
 
-/// Three places one below the other, 40 pixels high each: a name, a button, a disabled button.
+/// Three places, one below another and each 40 pixels high: a name, a button, a disabled button.
 constexpr const char* kPage =
     "<html><body style='margin:0'>"
     "<div id='row' style='position:absolute; top:0; left:0; width:300px; height:40px'>"
@@ -123,23 +123,23 @@ TEST_F(PageEvents, AFailureInAHandlerGoesNoFurther) {
 
 TEST_F(PageEvents, ADisabledButtonRaisesNoClick) {
   Click(kDisabledButtonAt);
-  Click(kButtonAt);  // the marker: events come in the order in which they were raised
+  Click(kButtonAt);  // the marker: events arrive in the order in which they were raised
   ASSERT_TRUE(loaded_.RunUntil([&] { return events_.clicks > 0; }));
   EXPECT_THAT(sources_, ElementsAre("btninstalled"));
 }
 
-TEST_F(PageEvents, ADragIsAskedForOnceAndIsNoClick) {
+TEST_F(PageEvents, ADragIsOfferedOnceAndIsNoClick) {
   Mouse(WM_LBUTTONDOWN, MK_LBUTTON, 20, kLinkAt);
   for (int x = 22; x < 60; x += 4) Mouse(WM_MOUSEMOVE, MK_LBUTTON, x, kLinkAt + 2);
   EXPECT_TRUE(loaded_.RunUntil([&] { return events_.drags > 0; }));
   Mouse(WM_LBUTTONUP, 0, 400, kLinkAt);
-  Click(kButtonAt);  // the marker: events come in the order in which they were raised
+  Click(kButtonAt);  // the marker: events arrive in the order in which they were raised
   ASSERT_TRUE(loaded_.RunUntil([&] { return events_.clicks > 0; }));
   EXPECT_THAT(sources_, ElementsAre("btninstalled"));
   EXPECT_EQ(events_.drags, 1);
 }
 
-TEST_F(PageEvents, AfterDisconnectingNothingIsTold) {
+TEST_F(PageEvents, AfterDisconnectingNothingIsReported) {
   loaded_.window().DisconnectDocument();
   RecordedPageEvents later;
   Click(kNameAt);
@@ -149,7 +149,7 @@ TEST_F(PageEvents, AfterDisconnectingNothingIsTold) {
   EXPECT_EQ(events_.clicks, 0);
 }
 
-TEST_F(PageEvents, ConnectingAgainTellsEachEventOnce) {
+TEST_F(PageEvents, ConnectingAgainReportsEachEventOnce) {
   document_ = loaded_.window().ConnectDocument(events_);
   Click(kNameAt);
   ASSERT_TRUE(loaded_.RunUntil([&] { return events_.clicks > 0; }));

@@ -5,7 +5,7 @@
 
 namespace kitbay::contract {
 
-/// A folder of its own for the pages of a test program, removed with everything in it.
+/// A folder for the pages of a test program, deleted at the end with everything in it.
 class PageFiles {
  public:
   PageFiles();
@@ -13,7 +13,7 @@ class PageFiles {
   PageFiles(const PageFiles&) = delete;
   PageFiles& operator=(const PageFiles&) = delete;
 
-  /// Writes a page under a name that no page had before, and returns its path.
+  /// Writes a page under a name not used before, and returns its path.
   std::string Write(const std::string& markup);
 
   /// Writes the file `name` beside the pages, and returns its path.

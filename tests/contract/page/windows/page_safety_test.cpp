@@ -1,4 +1,4 @@
-// Texts of others become markup of the page: it may look odd, but nothing of it runs.
+// Texts from outside become markup of the page: it may look odd, but nothing in it runs.
 
 #include <gmock/gmock.h>
 
@@ -64,7 +64,7 @@ TEST_F(PageSafety, AFrameThatIsPutInLaterIsNoPageOfOurs) {
   auto& document = Show("<div id='list'></div>");
   document.AllItem("list")->SetInnerHtml("<iframe src='frame.html'></iframe>");
   loaded_.told.clear();
-  // The next page of ours is the next that is told.
+  // The next page reported is the next one that the program loads.
   Show("<b id='next'></b>");
   EXPECT_THAT(loaded_.told, ElementsAre("WebBrowser1_DocumentComplete"));
 }

@@ -1,4 +1,4 @@
-// The page that is shipped with the program, as the control shows it.
+// The page shipped with the program, as the control shows it.
 
 #include <gtest/gtest.h>
 

@@ -10,7 +10,7 @@
 #include "platform/win32/system/utf.h"
 #include "platform/win32/win32_platform.h"
 
-// What Kitbay.exe, named on the command line, tells about itself.
+// What Kitbay.exe, named on the command line, says about itself.
 namespace kitbay::contract {
 namespace {
 
@@ -22,7 +22,7 @@ std::wstring& ProgramPath() {
   return path;
 }
 
-/// Kitbay.exe, loaded for its resources alone.
+/// Kitbay.exe, loaded only for its resources.
 class ProgramFile : public ::testing::Test {
  protected:
   void SetUp() override {
@@ -32,7 +32,7 @@ class ProgramFile : public ::testing::Test {
   }
   void TearDown() override { FreeLibrary(module_); }
 
-  /// The bytes of the resource number 1 of that type; none when it is not there.
+  /// The bytes of resource number 1 of that type; empty if it does not exist.
   std::span<const BYTE> FirstResource(const wchar_t* type) const {
     const HRSRC found = FindResourceW(module_, MAKEINTRESOURCEW(1), type);
     if (found == nullptr) return {};
@@ -124,7 +124,7 @@ TEST_F(ProgramFile, TellsWindowsHowItWantsToBeRun) {
   }
 }
 
-// Nothing shows here whether the system obeys: under Wine no window is ever a ghost.
+// Nothing here shows whether the system obeys: Wine never replaces a window by a ghost.
 TEST_F(ProgramFile, CanTellWindowsNotToShowGhosts) {
   const std::string bytes =
       platform::win32::MakeFiles()->Read(platform::win32::ToUtf8(ProgramPath()));

@@ -10,7 +10,7 @@
 #include "platform/win32/system/utf.h"
 #include "platform/win32/win32_platform.h"
 
-// Another program that is told to close, and what it does until its end.
+// Another program that gets the close message, and what it does until it ends.
 namespace kitbay::platform::win32 {
 namespace {
 

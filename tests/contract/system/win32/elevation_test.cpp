@@ -12,7 +12,7 @@
 #include "platform/win32/system/utf.h"
 #include "platform/win32/win32_platform.h"
 
-// What is asked of Windows for an administrator's rights, and what it is told.
+// What the program requests from Windows for an administrator's rights, and what Windows answers.
 namespace kitbay::contract {
 namespace {
 
@@ -23,7 +23,7 @@ using platform::win32::UniqueKernelObject;
 
 constexpr wchar_t kAsked[] = L"KITBAY_ASKED_FOR_RIGHTS";
 
-/// Where the question goes in these tests.
+/// Receives the question in these tests.
 struct Asked {
   int questions = 0;
   DWORD error = ERROR_SUCCESS;
@@ -89,7 +89,8 @@ TEST(Win32Elevation, AProgramThatWasStartedByTheQuestionDoesNotAskAgain) {
       << "what this program starts may ask again";
 }
 
-/// What the program tells of its rights that is started with `token`, or with this one's for none.
+/// What a program started with `token` reports about its rights; with this process's token if none
+/// is given.
 DWORD RightsOf(HANDLE token) {
   std::wstring program = platform::win32::ToUtf16(platform::win32::FindProgramPlace().folder +
                                                   "\\kitbay_contract_rights.exe");

@@ -12,8 +12,8 @@
 #include "platform/win32/system/utf.h"
 #include "platform/win32/win32_platform.h"
 
-// What a file's change asks of the system: seen at the calls themselves, since only a loss of power
-// or another program in that very moment would show it.
+// What a change of a file requests from the system. Observed at the calls themselves, because
+// otherwise only a power cut, or another program at that very moment, would show it.
 namespace kitbay::platform::win32 {
 namespace {
 
@@ -23,7 +23,7 @@ using testing::ElementsAre;
 
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
-/// Watches the calls by which files are written. One at a time.
+/// Watches the calls by which files are written. Only one may exist at a time.
 class WatchedWriting {
  public:
   WatchedWriting() { watching_ = this; }
@@ -71,7 +71,7 @@ class Win32FileWriting : public testing::Test {
  protected:
   std::string In(const std::string& name) const { return folder_.path() + "\\" + name; }
 
-  /// The path of a replacement's file.
+  /// The path of a replacement's temporary file.
   std::string Temporary(int number) const {
     return In("~kb" + std::to_string(GetCurrentProcessId()) + "-" + std::to_string(number) +
               ".tmp");

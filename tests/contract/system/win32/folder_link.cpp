@@ -12,8 +12,8 @@ bool IsReparsePoint(const std::wstring& path) {
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
 }
 
-// Wine does not make links, but shows those of the machine below it, which "ln" makes. That program
-// is no process to Wine; what it did is.
+// Wine creates no links, but shows those of the machine below it, which "ln" creates. That program
+// is not a process to Wine, but its effect is visible.
 void LinkBelowWine(const std::wstring& path, const std::wstring& target) {
   const std::size_t name = path.rfind(L'\\') + 1;
   const std::wstring folder = path.substr(0, name);

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 #include <windows.h>
-// <exdisp.h> needs the former.
+// After windows.h, which it needs.
 #include <exdisp.h>
 #include <wrl/client.h>
 
@@ -18,8 +18,8 @@ using contract::FailureNumber;
 using contract::ScratchFolder;
 using Microsoft::WRL::ComPtr;
 
-/// Lets the help viewer have the system's own browser control, whatever control is registered in
-/// its place, and joins the thread to COM.
+/// Makes the help viewer use the system's own browser control, whatever control is registered in
+/// its place, and initialises COM for the thread.
 class SystemBrowserControl {
  public:
   SystemBrowserControl() {
@@ -66,7 +66,7 @@ BOOL CALLBACK CountHelpWindow(HWND window, LPARAM count) {
   return TRUE;
 }
 
-/// The number of help windows of this program.
+/// The number of this program's help windows.
 int HelpWindows() {
   int count = 0;
   EnumWindows(&CountHelpWindow, reinterpret_cast<LPARAM>(&count));

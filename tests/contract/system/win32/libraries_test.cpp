@@ -36,7 +36,7 @@ class Win32LibrariesTest : public testing::Test {
     return libraries_->StartThread(libraries_->FindExport(library, "DllRegisterServer"));
   }
 
-  /// The exit code of the thread on the function of a copied library.
+  /// The exit code of a thread that runs the function of a copied library.
   std::uint32_t Run(const std::string& name) {
     const LibraryHandle library = libraries_->Load(Copy(name), "");
     const ThreadHandle thread = Start(library);
@@ -51,7 +51,7 @@ class Win32LibrariesTest : public testing::Test {
   std::unique_ptr<Libraries> libraries_ = MakeLibraries();
 };
 
-/// Makes a folder the current one, and names it in PATH, for as long as it lives.
+/// Makes a folder the current one, and adds it to PATH, as long as it lives.
 class Planted {
  public:
   explicit Planted(const std::string& folder) {
@@ -79,7 +79,7 @@ TEST_F(Win32LibrariesTest, DependencyInTheCurrentFolderOrInPathIsNotLoaded) {
   const std::string needy = Copy("OvlNeedy");
   const Planted planted(planted_folder.path());
   {
-    // Where the system looks when it is not told otherwise, the planted one is found.
+    // By default the system finds the planted library.
     const UniqueModule careless(LoadLibraryW(ToUtf16(needy).c_str()));
     ASSERT_TRUE(careless);
   }

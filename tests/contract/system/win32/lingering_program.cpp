@@ -1,5 +1,5 @@
-// A program that takes its time to end: it closes its window when it is told to, sends a message to
-// whoever waits, and ends once the event "Kitbay.Tests.MayEnd" of the session is set.
+// A program that takes its time to end: it closes its window on the close message, sends a message
+// to whoever waits, and ends once the session's event "Kitbay.Tests.MayEnd" is set.
 #include <windows.h>
 
 namespace {

@@ -1,7 +1,7 @@
 #!/usr/bin/env node
 // make_help_file.mjs OUTPUT TITLE PAGE...
-// Writes a help file (.chm) that holds the pages as they are, uncompressed; the first one is what
-// it opens with. One directory chunk holds them all, so that they must be few.
+// Writes a help file (.chm) with the pages as they are, uncompressed; it opens with the first one. All pages
+// are in one directory chunk, so there may be only a few.
 import { readFileSync, writeFileSync } from 'node:fs';
 import { basename } from 'node:path';
 

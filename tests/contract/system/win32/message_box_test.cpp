@@ -14,7 +14,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-/// A window of this thread that writes down when it is enabled and disabled.
+/// A window of this thread that records when it is enabled and disabled.
 class WatchedWindow {
  public:
   WatchedWindow(bool is_visible, bool is_enabled) {
@@ -22,7 +22,7 @@ class WatchedWindow {
     description.lpfnWndProc = &WatchedWindow::Handle;
     description.hInstance = GetModuleHandleW(nullptr);
     description.lpszClassName = L"Kitbay.Tests.Watched";
-    RegisterClassW(&description);  // there already when another window was made
+    RegisterClassW(&description);  // fails harmlessly if another window was created before
     window_ = CreateWindowExW(0, description.lpszClassName, L"", WS_OVERLAPPEDWINDOW, 100, 100, 300,
                               200, nullptr, nullptr, description.hInstance, nullptr);
     ShowWindow(window_, is_visible ? SW_SHOW : SW_HIDE);

@@ -22,7 +22,7 @@ LRESULT CALLBACK TellWhenShown(int code, WPARAM wparam, LPARAM lparam) {
   return CallNextHookEx(nullptr, code, wparam, lparam);
 }
 
-/// Whether a label of the dialog bears the text.
+/// Whether a label of the dialog has the text.
 bool HasText(HWND dialog, const std::wstring& text) {
   for (HWND label = FindWindowExW(dialog, nullptr, L"Static", nullptr); label != nullptr;
        label = FindWindowExW(dialog, label, L"Static", nullptr)) {
@@ -42,7 +42,7 @@ bool AnswerBox(HANDLE shown, const std::wstring& title, const std::wstring& text
   }
   const HWND dialog = FindWindowW(kDialogClass, title.c_str());
   const bool saw_them = dialog != nullptr && HasText(dialog, text);
-  // The only button of a message box without choice may bear either number.
+  // The only button of a message box without choice may have either number.
   HWND button = GetDlgItem(dialog, answer);
   if (button == nullptr) {
     button = FindWindowExW(dialog, nullptr, L"Button", nullptr);
@@ -63,7 +63,7 @@ MessageBoxUser::MessageBoxUser(const std::string& title, const std::string& text
 
 MessageBoxUser::~MessageBoxUser() {
   UnhookWindowsHookEx(hook_);
-  SetEvent(shown_.get());  // ends the wait when no message box came
+  SetEvent(shown_.get());  // ends the wait if no message box appeared
 }
 
 }  // namespace kitbay::contract

@@ -9,8 +9,8 @@
 
 namespace kitbay::contract {
 
-/// A user who waits, on a thread of its own, for a message box of the thread that created this
-/// object, looks at its title and text and presses a button.
+/// A user who waits, on a separate thread, for a message box of the thread that created this
+/// object, checks its title and text and presses a button.
 class MessageBoxUser {
  public:
   MessageBoxUser(const std::string& title, const std::string& text, int answer);

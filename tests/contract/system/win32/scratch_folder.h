@@ -4,7 +4,8 @@
 
 namespace kitbay::contract {
 
-/// A new, empty folder below the user's folder of temporary files; gone with all in it at the end.
+/// A new, empty folder below the user's folder of temporary files, deleted at the end with
+/// everything in it.
 class ScratchFolder {
  public:
   ScratchFolder();

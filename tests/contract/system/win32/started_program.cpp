@@ -1,5 +1,5 @@
-// The program that the tests start. It sets the event that the environment names, or for want of
-// that the one that bears its own name, when it was started to be shown normally.
+// The program that the tests start. If it was started to be shown normally, it sets the event that
+// the environment names or, by default, the event with its own name.
 #include <windows.h>
 
 #include <string>

@@ -21,7 +21,7 @@ TestWindow::TestWindow(const std::string& caption, OnClose on_close)
     window_class.lpfnWndProc = &TestWindow::Handle;
     window_class.hInstance = GetModuleHandleW(nullptr);
     window_class.lpszClassName = kClassName;
-    RegisterClassW(&window_class);  // there already when another test window was made
+    RegisterClassW(&window_class);  // fails harmlessly if another test window was created before
     handle_ = CreateWindowExW(0, kClassName, wide_caption.c_str(), WS_OVERLAPPEDWINDOW, 100, 100,
                               300, 200, nullptr, nullptr, window_class.hInstance, this);
     ShowWindow(handle_, SW_SHOWNOACTIVATE);

@@ -11,14 +11,14 @@
 
 namespace kitbay::contract {
 
-/// What a test window does when it is told to close. One that hangs does nothing before it may
-/// answer, one that asks lets its windows work meanwhile; then both close.
+/// What a test window does on the close message. One that hangs does nothing before it may answer,
+/// one that asks keeps dispatching messages meanwhile; then both close.
 enum class OnClose { kCloses, kStays, kHangs, kAsks };
 
-/// A top-level window of class "Kitbay.Tests.Ä" with a thread and a message loop of its own.
+/// A top-level window of class "Kitbay.Tests.Ä" with its own thread and message loop.
 class TestWindow {
  public:
-  /// Shown when it returns.
+  /// The window is visible when this returns.
   TestWindow(const std::string& caption, OnClose on_close);
   ~TestWindow();
   TestWindow(const TestWindow&) = delete;
@@ -26,12 +26,12 @@ class TestWindow {
 
   HWND handle() const { return handle_; }
 
-  /// The 32-bit value at the address that the last close message carried; -1 before.
+  /// The 32-bit value at the address in the last close message; -1 before.
   std::int32_t close_value() const { return close_value_; }
 
   void LetAnswer() const;
 
-  /// The same value as soon as the window has looked at it.
+  /// The same value, as soon as the window has read it.
   std::int32_t AwaitCloseValue() const;
 
  private:

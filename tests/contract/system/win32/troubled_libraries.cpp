@@ -12,7 +12,7 @@ void CopyTroubledLibrary(const std::string& name, const std::string& path) {
 }
 
 SlowLibrary::SlowLibrary() : may_return_(CreateEventW(nullptr, TRUE, FALSE, L"OvlSlow.Return")) {
-  // A thread whose library was freed never closed its own handle of the event.
+  // A thread whose library was freed never closed its handle of the event.
   ResetEvent(may_return_.get());
 }
 

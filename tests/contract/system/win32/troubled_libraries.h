@@ -6,10 +6,10 @@
 
 namespace kitbay::contract {
 
-/// Copies one of the sample libraries that give trouble, "OvlSlow" for instance, to `path`.
+/// Copies one of the sample libraries that cause trouble, such as "OvlSlow", to `path`.
 void CopyTroubledLibrary(const std::string& name, const std::string& path);
 
-/// Says when the function of OvlSlow.dll returns.
+/// Decides when the function of OvlSlow.dll returns.
 class SlowLibrary {
  public:
   SlowLibrary();

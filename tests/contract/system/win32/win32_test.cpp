@@ -114,7 +114,7 @@ TEST(Win32Desktop, TheBitsOfAProgramAreThoseThatItsHeaderTells) {
   EXPECT_EQ(desktop->ProgramBits(""), std::nullopt);
 }
 
-/// COM for the thread of a test.
+/// Initialises COM for the thread of a test.
 class Apartment {
  public:
   Apartment() { EXPECT_TRUE(SUCCEEDED(CoInitialize(nullptr))); }
@@ -131,7 +131,7 @@ TEST(Win32Desktop, AProgramIsStartedByTheShellWithTheShellsOwnSurroundings) {
   const std::string program = folder.path() + "\\" + name;
   files->Create(program, files->Read(FindProgramPlace().folder + "\\kitbay_contract_started.exe"));
   const UniqueKernelObject started(CreateEventW(nullptr, TRUE, FALSE, ToUtf16(name).c_str()));
-  // A child of this process would inherit this, and set no event.
+  // A child of this process would inherit this and set no event.
   SetEnvironmentVariableW(L"KITBAY_TESTS_EVENT", L"nobody's");
   MakeDesktop()->StartProgramAsUser(program);
   EXPECT_EQ(WaitForSingleObject(started.get(), 60'000), WAIT_OBJECT_0);
@@ -179,7 +179,7 @@ TEST(Win32Files, AReaderSeesTheOldFileOrTheNewOneWhole) {
     while (!done) {
       std::string bytes;
       if (FailureNumber([&] { bytes = MakeFiles()->Read(path); }) == 70) {
-        continue;  // opened in the very moment of the change
+        continue;  // opened at the very moment of the change
       }
       wrong_reads += bytes != old_bytes && bytes != new_bytes ? 1 : 0;
       ++reads;

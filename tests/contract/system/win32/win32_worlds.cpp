@@ -37,7 +37,7 @@ class Win32FilesWorld : public FilesWorld {
   Win32FilesWorld() { SetCurrentDirectoryW(L"C:\\"); }
   platform::Files& files() override { return *files_; }
   std::string folder() const override { return folder_.path(); }
-  // Nobody may change it, not even who runs everything else.
+  // Nobody may change it, not even the user who runs everything else.
   std::string OthersFolder() override { return "Z:\\sys\\kernel"; }
   void SetReadOnly(const std::string& path) override {
     ASSERT_TRUE(SetFileAttributesW(ToSystemPath(path).c_str(), FILE_ATTRIBUTE_READONLY));
@@ -126,7 +126,7 @@ class Win32RegistryWorld : public RegistryWorld {
   std::string ReadOnlyMachineKey() override {
     UniqueRegistryKey key;
     PSECURITY_DESCRIPTOR descriptor = nullptr;
-    // Everybody may read, and the owner, whoever that is, delete the key again.
+    // Everybody may read, and may delete the key again.
     EXPECT_TRUE(ConvertStringSecurityDescriptorToSecurityDescriptorW(
         L"D:P(A;;KR;;;WD)(A;;SD;;;WD)", SDDL_REVISION_1, &descriptor, nullptr));
     EXPECT_EQ(RegCreateKeyExW(HKEY_LOCAL_MACHINE, ToUtf16(scratch()).c_str(), 0, nullptr,
