@@ -1,8 +1,8 @@
-// A process that changes the registry files is killed, at every point of its way and within the
-// replacing of a file itself: the files are always whole, and hold the old or the new state. The
-// process is crash_client, which runs Kitbay's procedures that enter and remove components over the
-// real files, but with an empty page, without packages, and with file operations that can be stopped
-// at; killed_program.test.mjs kills Kitbay.exe itself.
+// A process that changes the registry files is killed at every point of its work and during the
+// replacement of a file itself. The files are always whole and have the old or the new contents.
+// The process is crash_client, which runs Kitbay's procedures that enter and remove components on
+// the real files, but with an empty page, without packages, and with file operations that can be
+// stopped; killed_program.test.mjs kills Kitbay.exe itself.
 import assert from 'node:assert/strict';
 import { spawn } from 'node:child_process';
 import { once } from 'node:events';
@@ -21,7 +21,7 @@ const datastore = path.join(folder, 'Datastore/olregistry.xml');
 const customRegistry = path.join(userFolder, 'customregistry.xml');
 const kPoints = 20;
 
-// In the form in which the XML library writes it, so that a removal leads back to these very bytes.
+// In the form in which the XML library writes it, so that a removal restores exactly these bytes.
 const kDatastore = `<?xml version="1.0"?>
 <root><!-- the suite's -->
   <addons><addon id="notes" name="notes"><core>0</core></addon></addons>
@@ -46,7 +46,7 @@ function write(file, content) {
   fs.writeFileSync(file, content);
 }
 
-/** Both files as they stand; null for one that is missing. */
+/** The contents of both files; null for a missing one. */
 const state = () =>
   [datastore, customRegistry].map((file) => (fs.existsSync(file) ? fs.readFileSync(file, 'utf8') : null));
 
@@ -57,14 +57,14 @@ function restore(contents) {
   [datastore, customRegistry].forEach((file, i) => contents[i] === null || write(file, contents[i]));
 }
 
-/** The names in both folders that are not those of the files themselves. */
+/** The names in both folders other than those of the files themselves. */
 const leftOvers = () =>
   [path.dirname(datastore), userFolder]
     .flatMap((place) => fs.readdirSync(place))
     .filter((name) => !['olregistry.xml', 'customregistry.xml'].includes(name));
 
 /**
- * Starts the client in a process group of its own, and gives its lines and `kill`, which ends it at
+ * Starts the client in a separate process group. Returns its lines and `kill`, which ends it at
  * once, wherever it is.
  */
 function start(...words) {
@@ -81,14 +81,14 @@ function start(...words) {
     kill: async () => {
       process.kill(-child.pid, 'SIGKILL');
       await ended;
-      // The pipe ends when the last process that could still write has gone.
+      // The pipe ends when the last process that could still write to it has ended.
       while (!(await lines.next()).done);
     },
     end: async () => assert.equal((await ended)[0], 0),
   };
 }
 
-/** Lets the client go to its end and gives the number of points on its way. */
+/** Lets the client run to its end and returns the number of points. */
 async function complete(...words) {
   const run = start(...words);
   const line = await run.line();
@@ -99,7 +99,7 @@ async function complete(...words) {
 
 const steps = (verb, components) => components.flatMap((component) => [verb, ...component.split(' ')]);
 
-/** The contents that each file has on the way through the components, one after the other. */
+/** The successive contents of each file while the components are processed. */
 async function statesOnTheWay(verb, first) {
   restore(first);
   const states = [state()];
@@ -110,7 +110,7 @@ async function statesOnTheWay(verb, first) {
   return states;
 }
 
-/** A registry file that is there has to be a whole document with its three lists. */
+/** A registry file that exists must be a complete document with its three lists. */
 function checkWhole(content) {
   if (content === null) return;
   const lists = Array.from(parseXml(content).childNodes, ({ tagName }) => tagName).filter(Boolean);
@@ -127,7 +127,7 @@ async function checkSweep() {
   fs.rmSync(kept);
 }
 
-/** Kills the client at points spread over its way, each before or after a file operation. */
+/** Kills the client at points spread over its run, each before or after a file operation. */
 async function killOnTheWay(verb, states, allowedBesides = []) {
   const words = steps(verb, kComponents);
   restore(states[0]);
@@ -153,7 +153,7 @@ async function killOnTheWay(verb, states, allowedBesides = []) {
   assert.equal(reached, states.length - 1);
 }
 
-/** Stops a run again and again, until it stands within a replacing, and kills it there. */
+/** Stops a run again and again until it is in the middle of a replacement, and kills it there. */
 async function killWithinReplacing(run) {
   await eventually('a stop within a replacing', () => {
     run.signal('SIGSTOP');
@@ -187,15 +187,15 @@ test(`killed at ${kPoints} points of a removal`, async () => {
   await killOnTheWay('remove', states);
 });
 
-test('killed within the replacing itself', async (t) => {
-  // Large, so that most of the time goes by while the new file is being written.
+test('killed during the replacement itself', async (t) => {
+  // Large, so that most of the time is spent writing the new file.
   const filling = `<!--${'x'.repeat(4000000)}-->`;
   const old = kDatastore.replace('<!-- the suite\'s -->', filling);
   restore([old, null]);
   await complete(0, 'install', 'addon', 'chess');
   const states = [old, state()[0]];
   const seen = [0, 0];
-  // The system may still put the file in place that the stopped process asked it to.
+  // The system may still complete a rename that the stopped process requested.
   for (let left = 0; left < kPoints; ) {
     restore([old, null]);
     const run = start('again', 'addon', 'chess');

@@ -1,4 +1,4 @@
-// The suite's download object, against a source that misbehaves in every way.
+// The suite's download object, with a source that misbehaves in every way.
 import assert from 'node:assert/strict';
 import { once } from 'node:events';
 import fs from 'node:fs';
@@ -18,7 +18,7 @@ const kBurst = 1024 * 1024;
 const kTimeOutSeconds = 2;
 let source;
 
-/** What the client is told when it asks the source for a path. */
+/** What the client is told when it requests a path from the source. */
 const ask = (path = kManifest, options) => download([{ server: source.host, path }], options);
 
 /** A test whose transfers time out soon. */
@@ -44,7 +44,7 @@ describe('A file', () => {
     assert.deepEqual(files(), ['file.xml']);
   });
 
-  test('is asked for without cookies or names, once', async () => {
+  test('is requested without cookies or names, once', async () => {
     await ask();
     const [{ method, headers }, ...more] = source.requests;
     assert.deepEqual(more, []);
@@ -54,14 +54,14 @@ describe('A file', () => {
     });
   });
 
-  test('takes the place of an older one', async () => {
+  test('replaces an older one', async () => {
     fs.writeFileSync(path.join(folder, 'file.xml'), 'older, and longer'.repeat(1000));
     await ask();
     assert.deepEqual(stored(), source.contentOf(kManifest));
     assert.deepEqual(files(), ['file.xml']);
   });
 
-  test('takes the place of one that another program holds for a moment', async () => {
+  test('replaces one that another program holds for a moment', async () => {
     fs.writeFileSync(path.join(folder, 'file.xml'), 'older');
     const content = source.contentOf(kManifest);
     assert.deepEqual(await ask(kManifest, { held: 3 }), [...arrived(kManifest, content), { event: 'Attempts', count: 4 }]);
@@ -69,7 +69,7 @@ describe('A file', () => {
     assert.deepEqual(files(), ['file.xml']);
   });
 
-  test('leaves one as it was that stays held', async () => {
+  test('leaves unchanged one that stays held', async () => {
     fs.writeFileSync(path.join(folder, 'file.xml'), 'older');
     const [, ...events] = await ask(kManifest, { held: 99 });
     assert.deepEqual(events, [
@@ -86,7 +86,7 @@ describe('A file', () => {
     assert.equal(stored().length, 0);
   });
 
-  test('of 100 MB arrives with progress that grows', async () => {
+  test('of 100 MB arrives with growing progress', async () => {
     source.publish(kLarge, '');
     source.misbehave(kLarge, 'zeros');
     const start = Date.now();
@@ -106,11 +106,12 @@ describe('A file', () => {
     assert.equal(fs.statSync(path.join(folder, 'file.zip')).size, bytes);
   });
 
-  test('that drips reports how far it is', async () => {
+  test('that drips reports its progress', async () => {
     source.publish('/five.xml', 'abcde');
     const drip = source.misbehave('/five.xml', 'drip');
     const asking = ask('/five.xml', {
-      // A byte that comes at once after the one before is not worth a message: each waits until it is.
+      // A byte that follows the previous one at once does not cause a message, so each waits until
+      // it does.
       onEvent: ({ field, value }) => {
         if (field === 'Total-Length' || field === 'Received') setTimeout(() => drip.next(), 150);
       },
@@ -122,8 +123,8 @@ describe('A file', () => {
     assert.equal(stored().toString(), 'abcde');
   });
 
-  // Reads that are large by then wait for all that they asked for, or do not: that is for the moment
-  // of each transfer to say, so there are three.
+  // Reads that have become large either wait for everything they requested or do not. That varies
+  // from transfer to transfer, so there are three.
   test('that flows, however slowly after a fast start, outlasts the time-out', impatiently(async () => {
     const flowOne = async (name) => {
       const path = `/${name}.zip`;
@@ -152,7 +153,7 @@ describe('A file', () => {
     });
   }
 
-  test('arrives as the server sends it, be it a login page', async () => {
+  test('arrives as the server sends it, even if it is a login page', async () => {
     source.misbehave(kManifest, 'login-page');
     const [total, last] = await ask();
     assert.match(stored().toString(), /type="password"/);
@@ -177,7 +178,7 @@ describe('A file', () => {
     assert.deepEqual(files(), ['file.xml', 'partners.xml']);
   });
 
-  test('is reported by the path as it was written', async () => {
+  test('is reported under the path as it was written', async () => {
     const written = `//${source.host}/ovalink.xml?for=you & me`;
     const events = await download([{ server: 'http:', path: written }]);
     assert.deepEqual(events, arrived(written, source.contentOf(kManifest)));
@@ -185,7 +186,7 @@ describe('A file', () => {
 });
 
 describe('A source that fails', () => {
-  /** One exception, no file, and an older file as it was. */
+  /** One exception, no file, and an older file unchanged. */
   async function fails(text, asking = ask()) {
     const events = await asking;
     assert.deepEqual(events.filter(({ event }) => event === 'Exception'), [events.at(-1)]);
@@ -242,7 +243,8 @@ describe('A source that fails', () => {
 
   test('by breaking the connection off in the answer', async () => {
     const stall = source.misbehave(kManifest, 'stall-body', { after: 100 });
-    // What comes with the end of the connection may be lost: the client has to have the heading.
+    // What arrives with the end of the connection may be lost, so the client must have the header
+    // first.
     const events = await ask(kManifest, { onEvent: ({ event }) => event === 'Message' && stall.breakOff() });
     assert.match(events.at(-1).message, /^The answer was cut short: \d+ of \d+ bytes$/);
     assert.deepEqual(files(), []);
@@ -250,8 +252,8 @@ describe('A source that fails', () => {
 
   test('by cutting the chunks short', async () => {
     source.misbehave(kManifest, 'chunked-cut-short');
-    // Wine takes the end of the connection for the end of the chunks. What Windows makes of it is among
-    // the outcomes of the contract tests.
+    // Wine takes the end of the connection for the end of the chunks. How Windows handles it is
+    // covered by the outcomes in the contract tests.
     const content = source.contentOf(kManifest);
     assert.deepEqual(await ask(), [completed(kManifest)]);
     assert.deepEqual(stored(), content.subarray(0, content.length >> 1));
@@ -265,7 +267,7 @@ describe('A source that fails', () => {
     });
   }
 
-  test('leaves an older file as it was', async () => {
+  test('leaves an older file unchanged', async () => {
     fs.writeFileSync(path.join(folder, 'file.xml'), 'older');
     source.misbehave(kManifest, 'cut-short', { after: 100 });
     await ask();
@@ -346,12 +348,12 @@ describe('A secure source', () => {
     assert.deepEqual(stored(), secure.contentOf(kManifest));
   });
 
-  test('that speaks TLS 1.2 delivers', async (t) => {
+  test('that supports TLS 1.2 delivers', async (t) => {
     await start(t, 'good', 'TLSv1.2');
     assert.equal((await askSecurely()).at(-1).value, 'true');
   });
 
-  test('that speaks nothing newer than TLS 1.1 is asked for nothing', async (t) => {
+  test('that supports nothing newer than TLS 1.1 gets no request', async (t) => {
     await start(t, 'good', 'TLSv1.1');
     const [event, ...more] = await askSecurely();
     assert.deepEqual(more, []);
@@ -359,10 +361,10 @@ describe('A secure source', () => {
     assert.deepEqual(secure.requests, []);
   });
 
-  // Wine does not tell what is wrong with a certificate; what Windows tells is among the outcomes of the
-  // contract tests.
+  // Wine does not report what is wrong with a certificate. What Windows reports is covered by the
+  // outcomes in the contract tests.
   for (const tls of ['wrong-name', 'expired', 'self-signed']) {
-    test(`with a certificate that is ${tls} is asked for nothing`, async (t) => {
+    test(`with a certificate that is ${tls} gets no request`, async (t) => {
       await start(t, tls);
       const text = 'No secure connection to the server could be made; its certificate may not be valid';
       assert.deepEqual(await askSecurely(), [exception(`//${secure.host}${kManifest}`, text)]);
@@ -385,7 +387,7 @@ describe('A secure source', () => {
 });
 
 describe('Plain HTTP to a name other than loopback', () => {
-  // A short way to write 127.0.0.1, which is no loopback address by its letters.
+  // A short form of 127.0.0.1 whose characters do not make it a loopback address.
   const elsewhere = () => source.host.replace('127.0.0.1', '127.1');
 
   test('is refused unless the user lists the server', async () => {
@@ -402,7 +404,7 @@ describe('Plain HTTP to a name other than loopback', () => {
     }
   });
 
-  test('is not what a server without a scheme is asked with', async () => {
+  test('is not used for a server without a scheme', async () => {
     const [event] = await download([{ server: elsewhere(), path: kManifest }]);
     assert.equal(event.event, 'Exception');
     assert.deepEqual(source.requests, []);
@@ -416,7 +418,7 @@ describe('The proxy of the user', () => {
   let proxy;
   let asked;
 
-  /** What the system's dialog of Internet settings writes for a proxy alone. */
+  /** What the system's dialog of Internet settings writes for nothing but a proxy. */
   function settingsFor(host) {
     const number = (value) => Buffer.from(Uint32Array.of(value).buffer);
     const text = (value) => [number(value.length), Buffer.from(value)];
@@ -444,19 +446,19 @@ describe('The proxy of the user', () => {
     proxy.close();
   });
 
-  test('is asked in the place of a server', async () => {
+  test('is contacted instead of a server', async () => {
     assert.deepEqual(await download([{ server: kNoHost, path: kManifest }]), arrived(kManifest, 'proxy'));
     assert.deepEqual(asked.map((url) => new URL(url).href), [`http://${kNoHost}${kManifest}`]);
     assert.equal(stored().toString(), 'proxy');
   });
 
-  test('is not asked in the place of loopback', async () => {
+  test('is not contacted instead of loopback', async () => {
     assert.deepEqual(await ask(), arrived(kManifest, source.contentOf(kManifest)));
     assert.deepEqual(asked, []);
   });
 });
 
-describe('A client that has had enough', () => {
+describe('A client that gives up', () => {
   for (const ending of ['shut-down', 'let-go']) {
     test(`and says so by ${ending} gets no file, no events and no thread`, async () => {
       source.misbehave(kManifest, 'stall-body', { after: 33 });
@@ -474,7 +476,7 @@ describe('A client that has had enough', () => {
     });
   }
 
-  test('may ask the same object again', async () => {
+  test('may use the same object again', async () => {
     source.misbehave(kManifest, 'stall-body', { after: 33 });
     const events = await download(
       [kManifest, '/partners.xml'].map((path) => ({ server: source.host, path })),

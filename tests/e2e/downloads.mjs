@@ -11,12 +11,13 @@ import { downloadClient, prefixFolder, root, wine } from './harness.mjs';
 const kSettings = 'HKCU\\Software\\Ovalink';
 export const folder = path.join(prefixFolder, 'drive_c/downloads');
 export const destination = 'C:\\downloads\\file.xml';
-/** A test that waits for what happens; the limit is only for what never does. */
+/** A test that waits for events; the limit only catches what never happens. */
 export const test = (name, body) => nodeTest(name, { timeout: 600000 }, body);
 
 /**
- * Runs the client and gives the events it was told of. `onEvent` gets each at once. Requests are
- * {server, path, destination}; the first destination is held until `held` attempts to replace it failed.
+ * Runs the client and returns the events that it was told. `onEvent` gets each one immediately.
+ * Requests are {server, path, destination}; the first destination is held until `held` attempts to
+ * replace it have failed.
  */
 export async function download(requests, { ending = null, held = 0, onEvent = () => {} } = {}) {
   const words = requests.flatMap((request) => [request.server, request.path, request.destination ?? destination]);

@@ -1,5 +1,5 @@
-// All that an installation, an update or a removal may change, to be taken before one and compared
-// after it.
+// Everything that an installation, an update or a removal may change, recorded before it and
+// compared after it.
 import assert from 'node:assert/strict';
 import { createHash } from 'node:crypto';
 import fs from 'node:fs';
@@ -12,7 +12,7 @@ const kAllRows = `({${kContainers.map((container) => `${container}: ${rowsOf(con
 
 export const sumOf = (bytes) => createHash('sha256').update(bytes).digest('hex');
 
-/** Every path below a folder with what is there: a file's sum, or that it is a folder. */
+/** Every path below a folder with what is there: a file's hash, or the fact that it is a folder. */
 function sumsBelow(folder, leftOut = []) {
   const found = {};
   for (const entry of fs.readdirSync(folder, { withFileTypes: true })) {
@@ -24,15 +24,16 @@ function sumsBelow(folder, leftOut = []) {
   return found;
 }
 
-/** What is to be found once all that lies in the folder `content` lies in the folder `place`, too. */
+/** What must exist once everything in the folder `content` is also in the folder `place`. */
 export function placed(content, place) {
   const there = Object.entries(sumsBelow(content)).map(([file, sum]) => [path.join(place, path.relative(content, file)), sum]);
   return { [place]: kFolder, ...Object.fromEntries(there) };
 }
 
 /**
- * The files of the suite and of its user; what else lies on the drive and among the programs by its
- * name. What is compared in its own way is left out, and the main client's log.
+ * The files of the suite and of its user with their contents; everything else on the drive and
+ * among the programs only by name. Leaves out what is compared separately, and the main client's
+ * log.
  */
 function files(suite) {
   const drive = path.join(prefixFolder, 'drive_c');
@@ -56,7 +57,7 @@ async function rows(page) {
 const log = (suite) =>
   suite.logEntries().map(({ number, procedure, description }) => [number, procedure, description]);
 
-/** Everything as it stands while the program runs with its page loaded. */
+/** Everything in its current state, while the program runs with its page loaded. */
 export async function everything(suite, page) {
   return {
     files: files(suite),
@@ -68,10 +69,10 @@ export async function everything(suite, page) {
 }
 
 /**
- * Demands that everything is as it was `before`, but for `changes`: `files` and `working` are what was
- * created or replaced, `registry` makes of a registry file's canonical XML (and its place) what is to
- * be found, each of `rows` of a container's rows, and `log` are the entries that were added. No message
- * may be open.
+ * Demands that everything is as it was `before`, except for `changes`: `files` and `working` are
+ * what was created or replaced; `registry` maps a registry file's canonical XML (and its place) to
+ * the expected XML; each function in `rows` maps a container's rows; `log` has the entries that
+ * were added. No message may be open.
  */
 export async function demandOnly(changes, before, suite, page) {
   assert.deepEqual(files(suite), { ...before.files, ...changes.files });

@@ -26,7 +26,7 @@ async function endedCleanly() {
   assert.deepEqual(suite.logEntries(), []);
 }
 
-test('Close ends the program and removes the working folder with all that is in it', async () => {
+test('Close ends the program and deletes the working folder with everything in it', async () => {
   assert.ok(fs.statSync(working()).isDirectory());
   suite.write('Temp/package/part.zip', 'half a package');
   await probe('press', 'Kitbay', '&Close');
@@ -47,7 +47,7 @@ test('every other key is left to the page and its controls', async () => {
   assert.ok(kitbay.isRunning);
 });
 
-test('each start begins the log anew', async () => {
+test('each start begins a new log', async () => {
   const first = fs.readFileSync(suite.log, 'utf8');
   assert.match(first, /^Log Date :\d+\/\d+\/\d{4} \d+:\d\d:\d\d [AP]M\r\n$/);
   await probe('press', 'Kitbay', '&Close');
@@ -68,12 +68,12 @@ test('a read-only file in the working folder is logged and does not keep the pro
   assert.deepEqual(entries, [[70, 'Kitbay::Form_Unload']]);
 });
 
-test('a call that is let in during the end does not show the window again', async () => {
+test('a call that arrives during the end does not show the window again', async () => {
   await probe('press', 'Kitbay', '&Close');
   await endedCleanly();
   kitbay = Program.start(starter, '--with', 'late_call.dll', `${suite.windowsFolder}\\Kitbay\\Kitbay.exe`);
   await (await kitbay.page()).waitFor(`document.querySelector('#installedchannels > div')`);
-  // The method ends with an exception: it is cut off from the program.
+  // The method ends with an exception, because it is cut off from the program.
   assert.deepEqual(await probe('late'), { BringToFront: 'Invoke: 0x80020009' });
   assert.equal(await kitbay.ended(), 1, 'one process');
   assert.equal((await windows()).find(isKitbay), undefined);

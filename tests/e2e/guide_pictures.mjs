@@ -1,5 +1,6 @@
-// guide_pictures.mjs FOLDER: takes the pictures of README and user guide from the program as it is: at
-// 100 and 150 %, in the usual colours and in high contrast. Run it under tools/with_display.
+// guide_pictures.mjs FOLDER: takes the pictures for the README and the user guide from the real
+// program, at 100 and 150 %, in the usual colours and in high contrast. Run it under
+// tools/with_display.
 import path from 'node:path';
 import { UpdateSource } from '../../standins/update_source/server.mjs';
 import {
@@ -19,7 +20,7 @@ const kHighContrast = {
 };
 const usual = new Map();
 
-/** Gives a value of the user's, and remembers the one of before. */
+/** Sets a value of the user's, and remembers the previous one. */
 async function set(key, name, data, type = 'REG_SZ') {
   const text = await wine('reg', 'query', key, '/v', name).catch(() => '');
   usual.set(`${key}|${name}`, /REG_\w+\s+(.*?)\s*$/m.exec(text)?.[1]);
@@ -36,7 +37,7 @@ async function takeBack() {
   usual.clear();
 }
 
-/** A picture of the part of the screen that those windows take. */
+/** A picture of the part of the screen that those windows cover. */
 async function take(name, fits) {
   const places = (await windows()).filter(fits).map(({ place }) => place);
   const edge = (side, choose) => Math.max(0, choose(...places.map((place) => place[side])));

@@ -1,8 +1,10 @@
-// Drives the real program as its user does: under Wine, in a window, with the mouse and the keyboard.
+// Drives the real program as its user does: under Wine, in a window, with the mouse and the
+// keyboard.
 //
-// Nothing here depends on how soon a busy program answers. A step waits for the state that it needs, a
-// question to a window until it is answered, and the page is read while the program waits for messages;
-// all of that shares the one limit that each test has. What the programs say goes into the report.
+// Nothing here depends on how soon a busy program answers. A step waits for the state that it
+// needs, a question to a window waits until it is answered, and the page is read while the program
+// waits for messages. All of that shares the one limit that each test has. What the programs print
+// goes into the report.
 import assert from 'node:assert/strict';
 import { execFile, spawn } from 'node:child_process';
 import fs from 'node:fs';
@@ -31,17 +33,23 @@ const suiteFolder = 'Program Files/Ovalink';
 const uninstallKey = 'HKLM\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall';
 
 export const patience = new Patience();
-// The story of ./demo is no test; it begins its parts by itself.
+// The story of ./demo is not a test; it starts its parts itself.
 if (process.argv[1]?.endsWith('.test.mjs')) beforeEach(() => patience.begin());
 
-/** What `look` gives as soon as it is true; asks again and again, since Windows tells nobody here. */
+/**
+ * Returns the result of `look` as soon as it is true; asks repeatedly, because Windows notifies
+ * nobody here.
+ */
 export const eventually = (what, look) => patience.until(what, look);
 
-/** An error with what a program has said. */
+/** An error with what a program has printed. */
 const saying = (what, ...said) =>
   new Error([what, ...said.map((text) => String(text).trim()).filter(Boolean)].join('\n'));
 
-/** Runs a program of this system, and gives its standard output; what it said is told where it fails. */
+/**
+ * Runs a program of this system and returns its standard output; if it fails, the error has what it
+ * printed.
+ */
 export async function run(program, words = [], options = {}) {
   try {
     return (await promisify(execFile)(program, words, options)).stdout;
@@ -50,12 +58,12 @@ export async function run(program, words = [], options = {}) {
   }
 }
 
-/** Runs a Windows program of Wine's own or of the build, and gives what it printed. */
+/** Runs a Windows program of Wine's own or of the build, and returns what it printed. */
 export const wine = (...words) => wineWithin(patience, words);
 
 async function wineWithin(limit, words) {
-  // Through files, not pipes: the first program also starts Wine's server, which holds what it was
-  // given open for as long as any program runs.
+  // Through files, not pipes: the first program also starts Wine's server, which keeps the handles
+  // it inherited open for as long as any program runs.
   const folder = fs.mkdtempSync(path.join(os.tmpdir(), 'kitbay-wine-'));
   const [output, errors] = ['output', 'errors'].map((name) => path.join(folder, name));
   const said = () => [output, errors].map((file) => fs.readFileSync(file, 'utf8'));
@@ -74,12 +82,12 @@ async function wineWithin(limit, words) {
   }
 }
 
-/** What the probe program says to a command, as a value. */
+/** The probe program's answer to a command, as a value. */
 export async function probe(...words) {
   return JSON.parse(await wine(probeProgram, ...words));
 }
 
-/** The visible top-level windows, from the top of the screen down. */
+/** The visible top-level windows, topmost first. */
 export const windows = () => probe('windows');
 
 /** The first window that `fits`, as soon as there is one. */
@@ -89,7 +97,7 @@ export async function windowWhere(what, fits) {
 
 export const isKitbay = (window) => window.class === 'KitbayMainWindow';
 
-/** A path below drive C as Windows names it. */
+/** The Windows name of a path below drive C. */
 export const windowsPath = (file) => `C:\\${path.relative(driveC, file).replaceAll('/', '\\')}`;
 
 function usersFolder() {
@@ -100,7 +108,7 @@ function usersFolder() {
 /** The message boxes that are open. */
 export const messages = async () => (await windows()).filter((window) => window.class === '#32770');
 
-/** Answers the program's message box, and gives the text that it showed. */
+/** Answers the program's message box, and returns the text that it showed. */
 export async function confirmMessage(button = 'OK') {
   const box = await windowWhere('a message', (window) => window.class === '#32770');
   await probe('press', box.caption, button);
@@ -142,14 +150,14 @@ export class Suite {
     );
   }
 
-  /** Both registry files as they stand, the datastore first. */
+  /** The contents of both registry files, the datastore first. */
   registryFiles() {
     return [this.datastore, this.customRegistry].map((file) => fs.readFileSync(file, 'utf8'));
   }
 
   /**
-   * Demands that the registry files are what `change` (of canonical XML and a file's place) makes of
-   * what they were before; byte for byte as before where it makes nothing else of it.
+   * Demands that the registry files are what `change` (of canonical XML and a file's place) makes
+   * of their previous contents, and byte for byte as before if it changes nothing.
    */
   demandRegistryFiles(before, change) {
     this.registryFiles().forEach((text, file) => {
@@ -160,14 +168,16 @@ export class Suite {
     });
   }
 
-  /** The files in the folder of cached manifests that are no part of the program. */
+  /** The files in the folder of cached manifests that do not belong to the program. */
   manifests() {
     return fs
       .readdirSync(this.programFolder)
       .filter((name) => !/^dark$|\.(exe|dll|manifest|html|gif)$|^DirectoryPreference\.xml$/.test(name));
   }
 
-  /** The log's entries as {time, number, procedure, description}; fails where a line has another form. */
+  /**
+   * The log's entries as {time, number, procedure, description}; fails if a line has another form.
+   */
   logEntries() {
     const lines = fs.readFileSync(this.log, 'utf8').split('\r\n');
     if (!/^Log Date :\d/.test(lines[0]) || lines.pop() !== '') throw new Error('The log has no header');
@@ -197,7 +207,7 @@ export class Suite {
     }
   }
 
-  /** Moves the entry to the view of the registry that 32-bit programs have. */
+  /** Moves the entry to the view of the registry for 32-bit programs. */
   async moveUninstallEntryTo32() {
     const values = { InstallLocation: this.windowsFolder, Displayname: 'Tessel', ApplicationEXE: 'Tessel.exe' };
     await this.deleteUninstallEntry('Tessel');
@@ -225,7 +235,7 @@ export class MainClient {
     this.#suite = suite;
   }
 
-  /** What the client's own log says so far: "started" and "closed", in order. */
+  /** What the client's own log contains so far: "started" and "closed", in order. */
   events() {
     const log = path.join(this.#suite.folder, 'Tessel.log');
     if (!fs.existsSync(log)) return [];
@@ -248,7 +258,7 @@ export class MainClient {
     await this.event(before + 1, 'the start of the main client');
   }
 
-  /** Closes every client that runs. */
+  /** Closes every client that is running. */
   async close() {
     while ((await this.count()) > 0) {
       const before = this.events().length;
@@ -259,7 +269,7 @@ export class MainClient {
   }
 }
 
-/** Lets the machine trust the authority that signs the sample update source's certificates. */
+/** Makes the machine trust the authority that signs the sample update source's certificates. */
 export async function trustAuthority() {
   const folder = fs.mkdtempSync(path.join(os.tmpdir(), 'kitbay-e2e-'));
   const entry = path.join(folder, 'authority.reg');
@@ -268,7 +278,7 @@ export async function trustAuthority() {
   fs.rmSync(folder, { recursive: true });
 }
 
-/** The library that is registered for a component's class; null when there is none. */
+/** The library registered for a component's class; null if there is none. */
 export async function registeredLibrary(progId) {
   try {
     const { text: clsid } = await probe('value', `${progId}\\CLSID`, '');
@@ -278,11 +288,11 @@ export async function registeredLibrary(progId) {
   }
 }
 
-// Longer than a file of tests takes: they keep one program for all of them, and end it themselves.
+// Longer than a test file takes: a file keeps one program for all its tests and ends it itself.
 const kProgramLimitSeconds = 3600;
 const kFarewellMs = 30000;
 
-/** Starts programs in other ways; the words are told in tests/e2e/starter. */
+/** Starts programs in other ways; tests/e2e/starter describes the words. */
 export const starter = path.join(buildFolder, 'tests/e2e/starter/starter.exe');
 
 /** One running instance of a Windows program. */
@@ -317,13 +327,13 @@ export class Program {
     return path.join(this.#scratch, name);
   }
 
-  /** What the program, and the browser of its page, have said. */
+  /** What the program, and the browser of its page, have printed. */
   #said() {
     return ['output', 'browser'].map((name) =>
       fs.existsSync(this.#file(name)) ? fs.readFileSync(this.#file(name), 'utf8') : '');
   }
 
-  /** The exit code, when the program has ended. */
+  /** The exit code, once the program has ended. */
   async ended() {
     return patience.awaited(`the end of ${this.#name}`, this.#ended);
   }
@@ -332,17 +342,17 @@ export class Program {
     return this.#process.exitCode === null && this.#process.signalCode === null;
   }
 
-  /** Has the Windows process killed, wherever it stands, and nothing else. */
+  /** Kills only the Windows process, at whatever point it is. */
   kill() {
     this.signal('SIGKILL');
   }
 
-  /** Sends the Windows process a signal of this system's. */
+  /** Sends the Windows process one of this system's signals. */
   signal(name) {
     process.kill(this.#windowsProcess(), name);
   }
 
-  // Below the one that waits for it.
+  // A child of the process that waits for it.
   #windowsProcess() {
     const children = ({ pid }) => fs.readFileSync(`/proc/${pid}/task/${pid}/children`, 'utf8').split(' ').filter(Boolean);
     const [windowsProcess] = children(this.#process).map(Number);
@@ -352,7 +362,7 @@ export class Program {
     return windowsProcess;
   }
 
-  /** The processor time of the program and of the browser behind its page so far. */
+  /** The processor time used so far by the program and the browser behind its page. */
   processorSeconds() {
     const kTicksPerSecond = 100;
     let ticks = 0;
@@ -362,7 +372,7 @@ export class Program {
         const fields = fs.readFileSync(`/proc/${pid}/stat`, 'latin1').replace(/^.*\) /s, '').split(' ');
         ticks += Number(fields[11]) + Number(fields[12]);  // utime, stime
       } catch {
-        // The process has ended, or is another user's.
+        // The process has ended, or belongs to another user.
       }
     }
     return ticks / kTicksPerSecond;
@@ -381,24 +391,27 @@ export class Program {
     return this.#inspector;
   }
 
-  /** Clicks in the middle of an element of the page, with the mouse, and waits until that is dealt with. */
+  /**
+   * Clicks in the middle of an element of the page, with the mouse, and waits until the click is
+   * handled.
+   */
   async click(selector, index = 0) {
     await this.#clickOnly(selector, index);
     await (await this.page()).settled();
   }
 
-  /** The same without the wait for the program, which may ask its user something. */
+  /** The same without waiting for the program, which may ask its user something. */
   async #clickOnly(selector, index = 0) {
     const page = await this.page();
     await page.settled();
     const { x, y } = await page.middle(selector, index);
     const { releases } = await page.taken();
     await run('xdotool', ['mousemove', String(x), String(y), 'click', '1']);
-    // On a busy machine the click takes its time through the window system.
+    // On a busy machine the click takes time to pass through the window system.
     await page.hasTaken({ releases: releases + 1 });
   }
 
-  /** A key goes down and up in the page, which has the focus; waits until that is dealt with. */
+  /** Presses and releases a key in the page, which has the focus, and waits until it is handled. */
   async key(code) {
     const page = await this.page();
     const { keys } = await page.taken();
@@ -408,8 +421,8 @@ export class Program {
   }
 
   /**
-   * Opens the row of a component, where it is closed, and clicks on one of its buttons. What the
-   * button does may begin with a message, which has to be answered before the click is dealt with.
+   * Opens a component's row if it is closed, and clicks one of its buttons. The button may first
+   * show a message, which must be answered before the click counts as handled.
    */
   async press(container, name, button) {
     const page = await this.page();
@@ -434,16 +447,17 @@ export class Program {
     await this.click(`#${bar} #${tab}`);
   }
 
-  /** Closes the program as its user does; gives its exit code. */
+  /** Closes the program as its user does; returns its exit code. */
   async close() {
     await probe('press', 'Kitbay', '&Close');
     return this.ended();
   }
 
-  /** Ends the program if a failed test left it running, tells what it said, and tidies up. */
+  /** Ends the program if a failed test left it running, reports what it printed, and cleans up. */
   async dispose() {
     this.#inspector?.close();
-    // A program that is killed takes no leave of COM, and Wine then offers its dead class objects.
+    // A program that is killed does not unregister from COM, and Wine then offers its dead class
+    // objects.
     if (this.isRunning && this.#name === 'Kitbay.exe') {
       const farewell = new Patience(kFarewellMs);
       await wineWithin(farewell, [probeProgram, 'press', 'Kitbay', '&Close'])
@@ -460,10 +474,10 @@ export class Program {
   }
 }
 
-/** True when the update sources have answered, and the Updates control has been switched on. */
+/** True when the update sources have answered and the Updates control has been enabled. */
 export const sourcesAnswered = `document.getElementById('category')?.childNodes[3]?.disabled === false`;
 
-/** True when no button of the page is switched off. */
+/** True if no button of the page is disabled. */
 export const allButtonsOn = `document.querySelectorAll('input:disabled').length === 0`;
 
 /** What the rows of a container show: {name, version, description, buttons, open}. */

@@ -1,4 +1,4 @@
-// How the tests wait, and what they tell when something goes wrong.
+// How the tests wait, and what they report when something goes wrong.
 import assert from 'node:assert/strict';
 import { after, before, describe, test } from 'node:test';
 import { setTimeout as delay } from 'node:timers/promises';
@@ -11,7 +11,7 @@ describe('Patience', () => {
     assert.equal(await new Patience().until('something', () => answers.shift()), 'there');
   });
 
-  test('has one limit for all that is waited for, and says what was not in time', async () => {
+  test('has one limit for everything that is waited for, and says what was not in time', async () => {
     const short = new Patience(200);
     assert.equal(await short.until('something', () => short.left < 150), true);
     await assert.rejects(short.until('the end', () => false), /^Error: Not in time: the end$/);
@@ -27,18 +27,18 @@ describe('Patience', () => {
     await assert.rejects(patience.awaited('it', Promise.reject(new Error('broken'))), /^Error: broken$/);
   });
 
-  // Nested as this test is, it has the whole time again, too.
+  // Although this test is nested, it too has the whole time again.
   test('begins with each test', () => delay(50).then(() => assert.ok(patience.left > 4.9 * 60 * 1000)));
   test('and with the next one', () => assert.ok(patience.left > 4.99 * 60 * 1000));
 });
 
 describe('A program that is busy', () => {
-  // By then the system takes a window for one that hangs.
+  // By then the system considers a window to be hanging.
   const kLongMs = 7000;
   let kitbay;
   let page;
 
-  /** Demands that a question waits for the program, and gives the answer. */
+  /** Demands that a question waits for the program, and returns the answer. */
   async function isAnsweredAfterwards(ask) {
     kitbay.signal('SIGSTOP');
     let isAnswered = false;
@@ -58,17 +58,17 @@ describe('A program that is busy', () => {
   });
   after(() => kitbay.dispose());
 
-  test('is waited for by whoever asks its windows', async () => {
+  test('is waited for by questions to its windows', async () => {
     const { controls } = (await isAnsweredAfterwards(windows)).find(isKitbay);
     assert.ok(controls.some(({ text }) => text === '&Directories'));
   });
 
-  test('is waited for by whoever reads its page', async () => {
+  test('is waited for by reads of its page', async () => {
     const rows = await isAnsweredAfterwards(() => page.eval(rowsOf('installedchannels')));
     assert.equal(rows.length, 6);
   });
 
-  test('is waited for by whoever clicks, on a button that is switched off, too', async () => {
+  test('is waited for by clicks, even on a disabled button', async () => {
     await isAnsweredAfterwards(() => kitbay.click('#update'));
   });
 
@@ -82,7 +82,7 @@ describe('A program that is busy', () => {
   });
 });
 
-describe('What a program says when it fails is told', () => {
+describe('What a program prints when it fails is reported', () => {
   const kSaid = /ended with 3\nthis went wrong\nand this$/;
 
   test('by a program of this system', () =>

@@ -1,4 +1,4 @@
-// A click on Install, and all that follows from it.
+// A click on Install, and everything that follows from it.
 import assert from 'node:assert/strict';
 import fs from 'node:fs';
 import path from 'node:path';
@@ -25,7 +25,7 @@ let client;
 let kitbay;
 let page;
 
-/** Takes a channel out of a registry file of the fresh installation, so that it is a new one. */
+/** Removes a channel from a registry file of the fresh installation, so that it is a new one. */
 function withoutChannel(file, id) {
   const text = fs.readFileSync(file, 'utf8');
   const without = text.replace(new RegExp(` *<channel id="${id}"[^]*?</channel>\n`), '');
@@ -66,13 +66,13 @@ const archiveOf = (id) => `/packages/${id}.zip`;
 const downloaded = (...ids) =>
   Object.fromEntries(ids.map((id) => [`${id}.zip`, sumOf(source.contentOf(archiveOf(id)))]));
 
-/** Shows a list of new components, and gives everything as it stands then. */
+/** Shows a list of new components, and returns everything in its current state. */
 async function shown(tab) {
   await kitbay.show('update', tab);
   return everything(suite, page);
 }
 
-/** Clicks on the Install button of a new component; gives the message at the end. */
+/** Clicks the Install button of a new component; returns the final message. */
 async function install(container, name) {
   await kitbay.press(container, name, 'Install');
   const text = await confirmMessage();
@@ -80,20 +80,20 @@ async function install(container, name) {
   return text;
 }
 
-/** Demands that everything is as before, but for `changes`. */
+/** Demands that everything is as before, except for `changes`. */
 const changed = (before, changes) => demandOnly(changes, before, suite, page);
 
-/** The change of the registry files that puts an entry at the end of a list of one of them. */
+/** The change of the registry files that adds an entry at the end of a list in one of them. */
 const added = (changedFile, list, entry) => (text, file) =>
   file === changedFile ? text.replace(`</${list}>`, () => `${entry}</${list}>`) : text;
 
-/** The change of a list that takes a row out of it. */
+/** The change of a list that removes a row from it. */
 const without = (name) => (rows) => rows.filter((row) => row.name !== name);
 
 const [kDatastore, kCustomRegistry] = [0, 1];
 const kNotFound = 'The server answered 404 (Not Found)';
 
-test('a package that the source does not have is told, and may be asked for again', async () => {
+test('a package that the source does not have is reported, and may be requested again', async () => {
   const before = await shown('addons');
   source.misbehave(archiveOf('scrapbook'), '404');
   const text = await install('updatedaddons', 'Scrapbook');
@@ -175,7 +175,7 @@ for (const { what, name, id, tab, container, place, list, entry, message, file, 
     libraries: { 'OvlMesh.Transport': 'OvlMesh.dll', 'OvlMesh.Radio': 'OvlMeshRadio.dll' },
   },
 ]) {
-  test(`${what} is expanded, registered, entered and told`, async () => {
+  test(`${what} is expanded, registered, entered and reported`, async () => {
     const content = path.join(packages, id, fs.existsSync(path.join(packages, id, id)) ? id : '');
     const before = await shown(tab);
 

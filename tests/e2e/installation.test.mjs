@@ -12,7 +12,7 @@ afterEach(() => kitbay?.dispose());
 
 const channelsShown = `document.querySelectorAll('#installedchannels > div').length`;
 
-/** Starts the program on a suite whose datastore the test has prepared; waits for the page's answer. */
+/** Starts the program on a suite whose datastore the test has prepared, and waits for the page. */
 async function startedOn(suite, shown = `(document.getElementById('imgtab')?.innerHTML ?? '') !== ''`) {
   kitbay = suite.start();
   const page = await kitbay.page();
@@ -133,7 +133,7 @@ test('markup in names appears, but runs nothing and fetches nothing', async (t) 
   );
   assert.equal(await page.eval(`document.querySelectorAll('#installedchannels b').length`), 2);
   await kitbay.click('#installedchannels a');
-  // An image that the test adds fails after those of the page, whose handlers have had their turn then.
+  // An image that the test adds fails after those of the page, whose handlers have then run.
   const failed = `new Promise((resolve) => {
     const image = new Image();
     image.addEventListener('error', () => resolve(image.complete));
@@ -155,7 +155,7 @@ test('a datastore of 50 MB is listed', async () => {
   await closed();
 });
 
-test('the datastore is left byte for byte as it was', async () => {
+test('the datastore is unchanged, byte for byte', async () => {
   const suite = await Suite.layOut();
   const before = fs.readFileSync(suite.datastore);
   await startedOn(suite, `${channelsShown} === 6`);

@@ -87,7 +87,7 @@ test('a click on a heading or on empty space changes nothing', async () => {
   assert.equal(await page.eval('document.body.outerHTML'), before);
 });
 
-test('the Updates control is off while no update source can be asked', async () => {
+test('the Updates control is off while no update source can be contacted', async () => {
   assert.equal(await page.eval(`document.getElementById('category').childNodes[3].disabled`), true);
   const before = await page.eval('document.body.outerHTML');
   await kitbay.click('#update');
@@ -95,6 +95,6 @@ test('the Updates control is off while no update source can be asked', async () 
   await picture('updates-off');
 });
 
-test('nothing was wrong on the way', () => {
+test('nothing went wrong meanwhile', () => {
   assert.deepEqual(suite.logEntries(), []);
 });

@@ -1,4 +1,4 @@
-// The page by keyboard alone, up to an update: no test here ever touches the mouse.
+// The page by keyboard alone, including an update: no test here ever touches the mouse.
 import assert from 'node:assert/strict';
 import { after, before, test } from 'node:test';
 import { UpdateSource } from '../../standins/update_source/server.mjs';
@@ -37,21 +37,21 @@ after(async () => {
 
 const key = (...names) => run('xdotool', ['key', ...names]);
 
-/** What has the focus on the page: its parent's id, its own id, and its value. */
+/** The focused element of the page: its parent's id, its own id, and its value. */
 const focus = () =>
   page.eval(`(({ parentElement, id, value }) => [parentElement?.id, id, value].join(' ').trim())(document.activeElement)`);
 
 const hasFocus = (expected) => page.waitFor(`(({ parentElement, id, value }) =>
   [parentElement?.id, id, value].join(' ').trim())(document.activeElement) === ${JSON.stringify(expected)}`);
 
-/** Presses a key, and waits until that has the focus. */
+/** Presses a key, and waits until the expected element has the focus. */
 async function press(name, expected) {
   await key(name);
   await hasFocus(expected);
   await page.settled();
 }
 
-/** Presses a key as often as it takes until that has the focus. */
+/** Presses a key repeatedly until the expected element has the focus. */
 async function pressUntil(name, expected) {
   const seen = [];
   for (let now = await focus(); now !== expected; ) {
@@ -68,7 +68,7 @@ async function pressUntil(name, expected) {
 const place = async (container, name) =>
   (await page.eval(rowsOf(container))).findIndex((row) => row.name === name) + 1;
 
-/** Goes down to the row of a component and opens it. */
+/** Moves down to the row of a component and opens it. */
 async function open(container, name) {
   const row = `document.getElementById('${container}').children[${await place(container, name)}]`;
   await pressUntil('Down', `${container} ${await page.eval(`${row}.id`)}`);
@@ -77,7 +77,7 @@ async function open(container, name) {
   await page.settled();
 }
 
-/** Reads the message that is open, and confirms it with Enter. */
+/** Reads the open message, and confirms it with Enter. */
 async function confirm() {
   const [box] = await eventually('a message', async () => {
     const open = await messages();
@@ -115,7 +115,7 @@ test('Tab reaches categories, tabs and rows in reading order, and arrows go on f
   await press('shift+Tab', 'installedaddons 2');
 });
 
-test('what has the focus can be seen: a dotted line goes round it', async () => {
+test('the focus is visible: a dotted line surrounds it', async () => {
   const outline = await page.eval(`getComputedStyle(document.activeElement).outlineStyle`);
   assert.equal(outline, 'dotted');
 });

@@ -1,6 +1,6 @@
-// Kitbay.exe itself is killed while it installs and removes what its user has asked it to, each time
-// as soon as something has happened that can be seen from outside: the registry files are whole then
-// and hold the old or the new state, and the next start tidies up and works.
+// Kitbay.exe itself is killed while it installs and removes what its user requested, each time as
+// soon as something visible from outside has happened. The registry files are then whole and have
+// the old or the new contents, and the next start cleans up and works.
 import assert from 'node:assert/strict';
 import fs from 'node:fs';
 import path from 'node:path';
@@ -23,7 +23,7 @@ import {
 } from './harness.mjs';
 import { parseXml } from './xml.mjs';
 
-// Large, so that the replacing of a file takes its time.
+// Large, so that the replacement of a file takes time.
 const kFilling = `<!--${'x'.repeat(8000000)}-->`;
 
 let source;
@@ -37,7 +37,7 @@ const registryFolders = () => [suite.datastore, suite.customRegistry].map((file)
 const leftOvers = () =>
   registryFolders().flatMap((folder) => fs.readdirSync(folder)).filter((name) => name.endsWith('.tmp'));
 
-/** The registry files as at the beginning, and nothing of what is installed; left-overs stay. */
+/** Restores the initial registry files and deletes what was installed; left-overs stay. */
 function restore() {
   fs.writeFileSync(suite.datastore, base[0]);
   fs.writeFileSync(suite.customRegistry, base[1]);
@@ -46,7 +46,7 @@ function restore() {
   }
 }
 
-/** Starts Kitbay, which tidies up when its page has loaded. */
+/** Starts Kitbay, which cleans up when its page has loaded. */
 async function start() {
   kitbay = suite.start();
   page = await kitbay.page();
@@ -59,7 +59,9 @@ const addon = () => path.join(suite.folder, 'addons/scrapbook');
 const channel = () => path.join(path.dirname(suite.customRegistry), 'channels/tides');
 const archiveOf = (id) => `/packages/${id}.zip`;
 
-/** What the user does, and the states of both registry files on its way, which `before` finds out. */
+/**
+ * What the user does, and the successive states of both registry files, which `before` determines.
+ */
 const kOperations = {
   addon: {
     what: 'the installation of an addon',
@@ -84,7 +86,7 @@ const { addon: kAddon, channel: kChannel, removal: kRemoval } = kOperations;
 
 const isGone = ({ press: [container, name] }) => `!${container}.innerText.includes(${JSON.stringify(name)})`;
 
-/** Lets the user do it to the end; gives the registry files afterwards. */
+/** Lets the user's operation run to its end; returns the registry files afterwards. */
 async function complete(operation) {
   await kitbay.show(...operation.list);
   await kitbay.press(...operation.press);
@@ -102,7 +104,7 @@ before(async () => {
   const filled = (text) => text.replace('<root>', `<root>${kFilling}`);
   base = [filled(datastore), filled(customRegistry).replace('<addons>', `<addons>${chess}`)];
   assert.ok(base.every((text) => text.includes(kFilling)) && base[1].includes(chess));
-  // Both folders are there beforehand, so that what comes into them can be watched from the start.
+  // Both folders exist beforehand, so that what is written to them can be watched from the start.
   for (const folder of [addon(), channel()]) fs.mkdirSync(folder, { recursive: true });
   restore();
   await start();
@@ -117,13 +119,14 @@ before(async () => {
   for (const { states } of Object.values(kOperations)) assert.notDeepEqual(states[0], states.at(-1));
   assert.equal(await kitbay.close(), 0);
 });
-// A program that a failed test left running would be in the next one's way.
+// A program left running by a failed test would interfere with the next one.
 afterEach(() => kitbay.dispose());
 after(async () => {
   await kitbay?.dispose();
   await client.close();
   await source.close();
-  // Kitbay has taken no leave of COM, and Wine would offer its dead class objects to other tests.
+  // Kitbay has not unregistered from COM, and Wine would offer its dead class objects to other
+  // tests.
   await run(path.join(root, 'tools/wine_prefix'), ['--stop'], { env: { ...process.env, WINEPREFIX: prefixFolder } });
 });
 
@@ -139,7 +142,9 @@ function watch(folder, name, kind = null, fits = () => true) {
   };
 }
 
-/** Calls `kill` with the answer to the request for a package held back after some bytes of it. */
+/**
+ * Calls `kill` while the answer to the request for a package is held back after some of its bytes.
+ */
 const heldAfter = (id, share) => async (kill) => {
   const held = source.misbehave(archiveOf(id), 'stall');
   await held.reached;
@@ -152,7 +157,7 @@ const messageIsOpen = async (kill) => {
   kill();
 };
 
-/** Says yes to the question. */
+/** Answers the question with yes. */
 async function agree() {
   const box = await eventually('the question', async () => (await messages())[0]);
   await probe('press', box.caption, 'OK');
@@ -162,7 +167,7 @@ const kDatastore = () => path.dirname(suite.datastore);
 const kCustomData = () => path.dirname(suite.customRegistry);
 const kNewFile = /^~kb.*\.tmp$/;
 
-/** Whether the kill came before the new file was put in the place of the old one. */
+/** Whether the kill came before the new file replaced the old one. */
 const isWithinReplacing = () => leftOvers().length > 0;
 
 /** What happens to a registry file while it is replaced; `state` is the one before. */
@@ -173,8 +178,8 @@ const replacing = (folder, file, state) => [
 ];
 
 /**
- * By operation: when Kitbay is killed, in which of the operation's states the files have to be then,
- * and what else has to hold.
+ * By operation: when Kitbay is killed, in which of the operation's states the files must be then,
+ * and what else must hold.
  */
 const kPoints = [
   ...[
@@ -199,7 +204,7 @@ const kPoints = [
   ].map((point) => [kRemoval, ...point]),
 ];
 
-/** Demands that both files are whole, and gives which of the operation's states they are in. */
+/** Demands that both files are whole, and returns which of the operation's states they are in. */
 function stateOf({ states }) {
   const now = suite.registryFiles();
   for (const text of now) {
@@ -211,7 +216,7 @@ function stateOf({ states }) {
   return state;
 }
 
-/** Begins the operation and waits until Kitbay has been killed at the point. */
+/** Starts the operation and waits until Kitbay has been killed at the point. */
 async function killDuring(operation, arm) {
   await kitbay.show(...operation.list);
   let isKilled = false;
@@ -219,7 +224,7 @@ async function killDuring(operation, arm) {
     if (!isKilled) kitbay.kill();
     isKilled = true;
   });
-  // What was asked of a program that is gone by then fails.
+  // Requests to a program that is gone by then fail.
   const ended = kitbay.ended();
   const user = kitbay
     .press(...operation.press)
@@ -232,9 +237,9 @@ async function killDuring(operation, arm) {
 }
 
 /**
- * Has Kitbay killed during the operation, again and again, until the kill has met the point: a program
- * is not held up by what is seen of it, and may have gone on by the time it is killed. Its files are
- * whole every time, and in one of the operation's states.
+ * Kills Kitbay during the operation, again and again, until the kill has hit the point: watching
+ * does not hold up the program, which may have moved on by the time it is killed. Every time, its
+ * files are whole and in one of the operation's states.
  */
 async function killedAt(t, operation, arm, state, holds = () => true, prepare = async () => {}) {
   for (let kills = 1; ; kills += 1) {

@@ -1,4 +1,4 @@
-// A main client that saves the datastore while it ends, when its window has gone.
+// A main client that saves the datastore while it ends, after its window has closed.
 import assert from 'node:assert/strict';
 import { afterEach, before, after, beforeEach, test } from 'node:test';
 import { UpdateSource } from '../../standins/update_source/server.mjs';
@@ -29,7 +29,7 @@ afterEach(async () => {
   await client.close();
 });
 
-/** Demands that the datastore holds what the main client saved and what Kitbay made of it. */
+/** Demands that the datastore contains both what the main client saved and what Kitbay changed. */
 async function demandBoth(change) {
   assert.equal(await kitbay.close(), 0);
   const saved = (text) => text.replace('</root>', '<saved by="Tessel"></saved></root>');
@@ -37,7 +37,7 @@ async function demandBoth(change) {
   assert.deepEqual(suite.logEntries(), []);
 }
 
-test('it neither takes back a removal nor is overwritten by it', async () => {
+test('it neither undoes a removal nor is overwritten by it', async () => {
   await kitbay.show('installed', 'addons');
   await kitbay.press('installedaddons', 'Chess', 'Remove');
   await confirmMessage();
@@ -46,7 +46,7 @@ test('it neither takes back a removal nor is overwritten by it', async () => {
   await demandBoth((text) => text.replace(/<addon id="chess".*?<\/addon>/s, ''));
 });
 
-test('it neither takes back an update nor is overwritten by it', async () => {
+test('it neither undoes an update nor is overwritten by it', async () => {
   await kitbay.show('installed', 'channels');
   await kitbay.press('installedchannels', 'Presence', 'Update');
   await confirmMessage();

@@ -1,5 +1,6 @@
-// The installer, in a Wine prefix that has never seen Kitbay: which of its two programs it installs; silent
-// installation, the program started from its shortcut, silent removal, and what is left of it all.
+// The installer, in a Wine prefix that has never seen Kitbay: which of its two programs it
+// installs, silent installation, the program started from its shortcut, silent removal, and what is
+// left afterwards.
 import assert from 'node:assert/strict';
 import fs from 'node:fs';
 import path from 'node:path';
@@ -34,9 +35,9 @@ let keysBefore;
 let kitbay;
 
 /**
- * Every file and folder of drive C but those of the sample suite and its user, and temporary files: the
- * uninstaller runs from a copy there, which Windows deletes at its next start. Names that begin with
- * "." are the browser's, in the home folder that Wine links to.
+ * Every file and folder of drive C except those of the sample suite and its user, and temporary
+ * files: the uninstaller runs from a copy there, which Windows deletes at its next start. Names
+ * that begin with "." belong to the browser, in the home folder that Wine links to.
  */
 const filesOfDrive = () =>
   fs
@@ -45,7 +46,9 @@ const filesOfDrive = () =>
     .filter((name) => !/^(users\/[^/]*\/(AppData\/Local\/)?Temp|windows\/temp)\/|\/\./i.test(name))
     .sort();
 
-/** The user's keys with their values, and those of all classes, without the suite's own key. */
+/**
+ * The user's keys with their values, including those of all classes, without the suite's own key.
+ */
 async function keysOfUser() {
   const texts = [];
   for (const key of ['HKCU\\Software', 'HKLM\\Software\\Classes']) {
@@ -69,7 +72,7 @@ async function values(key) {
   );
 }
 
-/** 32 or 64, by the machine that a program's header names. */
+/** 32 or 64, according to a program's header. */
 function bitsOf(program) {
   const bytes = fs.readFileSync(program);
   return { 0x14c: 32, 0x8664: 64 }[bytes.readUInt16LE(bytes.readUInt32LE(0x3c) + 4)];
@@ -99,7 +102,7 @@ after(async () => {
 
 const kEntry = 'Microsoft\\Windows\\CurrentVersion\\Uninstall\\Tessel';
 
-/** Enters a suite with the main client of a build into a view of the registry. */
+/** Registers a suite with the main client of a build in a view of the registry. */
 async function enterSuite(build, view) {
   const place = path.join(driveC, 'suite');
   fs.mkdirSync(place, { recursive: true });
@@ -122,7 +125,7 @@ for (const { what, build, view, expected, on } of [
   { what: 'an entry of 64 bits without a main client', view: '', expected: 64, on: ['64'] },
 ]) {
   if (!on.includes(bits)) continue;
-  test(`for ${what} the program of ${expected} bits is installed`, { skip }, async () => {
+  test(`for ${what} the ${expected}-bit program is installed`, { skip }, async () => {
     const takeBack = view === undefined ? () => {} : await enterSuite(build, view);
     try {
       await wine(installer, '/S');
@@ -135,8 +138,8 @@ for (const { what, build, view, expected, on } of [
   });
 }
 
-test('a silent installation puts the program where the user may write, and enters it', { skip }, async () => {
-  // The prefix of the tests has the objects of the build registered; Kitbay is to find its own.
+test('a silent installation puts the program where the user may write, and registers it', { skip }, async () => {
+  // The test prefix has the build's objects registered, but Kitbay is to find its own.
   await wine('regsvr32', '/s', '/u', path.join(buildFolder, 'suite/OvalinkSuite.dll'));
   await Suite.layOut();
   filesBefore = filesOfDrive();
@@ -163,14 +166,15 @@ test('the program that the shortcut names lists what is installed', { skip }, as
 });
 
 test('nothing is removed while the program runs', { skip }, async () => {
-  // Told its place, it works there instead of starting a copy of itself, and gives its exit code.
+  // If it is told its folder, it works there instead of starting a copy of itself, and returns its
+  // exit code.
   await assert.rejects(wine(path.join(folder, 'Uninstall.exe'), '/S', `_?=${windowsPath(folder)}`), { code: 2 });
   assert.deepEqual(fs.readdirSync(folder).sort(), [...files].sort());
   assert.equal(await kitbay.close(), 0);
   await eventually('the end of the window', async () => !(await windows()).some(isKitbay));
 });
 
-test('a silent removal leaves the files and keys of before', { skip }, async () => {
+test('a silent removal restores the previous files and keys', { skip }, async () => {
   await remove();
   const programs = path.dirname(folder);
   assert.deepEqual(
@@ -180,7 +184,7 @@ test('a silent removal leaves the files and keys of before', { skip }, async () 
   assert.deepEqual(await keysOfUser(), keysBefore);
 });
 
-test('objects that an older installation has registered are taken back', { skip }, async () => {
+test('objects that an older installation registered are unregistered', { skip }, async () => {
   const clsid = 'HKCU\\Software\\Classes\\URLDownloadLib.URLDownload\\CLSID';
   await wine('regsvr32', '/s', path.join(buildFolder, 'suite/OvalinkSuite.dll'));
   await wine('reg', 'query', clsid);

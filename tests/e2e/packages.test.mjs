@@ -1,4 +1,4 @@
-// Packages that are damaged, or made to do harm: what becomes of them from the click to the files.
+// Packages that are damaged or harmful: what happens to them, from the click to the files.
 import assert from 'node:assert/strict';
 import fs from 'node:fs';
 import path from 'node:path';
@@ -65,7 +65,7 @@ after(async () => {
   await source?.close();
 });
 
-/** Clicks on Install and gives the message, and everything as it stood before. */
+/** Clicks Install and returns the message, and the previous state of everything. */
 async function install(kind, id) {
   const before = await everything(suite, page);
   await kitbay.press(kinds[kind].container, nameOf(id), 'Install');
@@ -74,11 +74,11 @@ async function install(kind, id) {
   return { text, before };
 }
 
-/** Demands that everything is as before but for the package among the downloads, and `changes`. */
+/** Demands that everything is as before, except for the downloaded package and `changes`. */
 const changed = (before, kind, id, changes) =>
   demandOnly({ ...changes, working: { [`${id}.zip`]: sumOf(kinds[kind].packages[id].bytes) } }, before, suite, page);
 
-/** Demands that a package is refused, and that nothing but `folder`, when it is new, comes of it. */
+/** Demands that a package is refused and leaves nothing, except `folder` if that is new. */
 async function isRefused(kind, id, { folder = null, procedure, ending }) {
   const { text, before } = await install(kind, id);
   assert.equal(text, `Download of ${id}${ending}`);
@@ -100,7 +100,7 @@ for (const id of Object.keys(hostilePackages)) {
     isRefused('addon', id, { folder: addonFolder(id), ...asAddon }));
 }
 
-test('nothing is written through a link that lies on disk', async () => {
+test('nothing is written through a link on disk', async () => {
   const outside = path.join(suite.folder, 'outside');
   fs.mkdirSync(outside);
   fs.mkdirSync(path.join(addonFolder('link'), 'bin'), { recursive: true });

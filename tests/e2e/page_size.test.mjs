@@ -1,4 +1,5 @@
-// The page in windows of other sizes, minimised and restored, and on screens of other resolutions.
+// The page in windows of other sizes, minimised and restored, and on screens with other
+// resolutions.
 import assert from 'node:assert/strict';
 import { after, before, test } from 'node:test';
 import { eventually, isKitbay, picture, probe, run, Suite, windows, windowWhere } from './harness.mjs';
@@ -14,7 +15,7 @@ after(() => kitbay.dispose());
 
 const kitbayWindow = async () => (await windows()).find(isKitbay);
 
-/** The place of the browser's control on the screen: [left, top, right, bottom]. */
+/** The position of the browser control on the screen: [left, top, right, bottom]. */
 async function browserPlace() {
   const { controls } = await kitbayWindow();
   return controls.find((control) => control.class === 'WebBrowserStandin').place;
@@ -43,7 +44,8 @@ test('a page that loads while its window is minimised fits the window that is re
   await probe('minimize', 'Kitbay');
   await eventually('the minimised window', async () => (await kitbayWindow())?.minimized);
   page = await kitbay.page();
-  // A minimised window paints nothing, and so the page is not asked; each of the six rows took calls.
+  // A minimised window paints nothing, so the page cannot be asked; each of the six rows took
+  // calls.
   await eventually('the rows', async () => (await page.calls()).members.mergeAttributes === 6);
   await probe('restore', 'Kitbay');
   await page.waitFor(`document.querySelectorAll('#installedchannels > div').length === 6`);
@@ -58,7 +60,7 @@ test('a list follows the window to every size', async () => {
   await probe('size', 'Kitbay', '620', '400');
   const lower = await demandThatTheListFits();
   assert.ok(lower < first && first < higher, `${lower} ${first} ${higher}`);
-  // The lists that are not shown follow, too, once they have been filled.
+  // The lists that are not shown follow too, once they have been filled.
   await kitbay.click('#itabencloser #addons');
   assert.equal(await page.eval(`installedaddons.style.height`), `${lower - 33}px`);
   await kitbay.click('#itabencloser #channels');
@@ -83,7 +85,7 @@ for (const dpi of [144, 192, 96]) {
     await probe('resolution', 'Kitbay', String(dpi));
     await demandThatTheListFits(zoom);
     assert.equal(await page.eval('devicePixelRatio'), zoom);
-    // In pixels of the screen everything has grown alike.
+    // In screen pixels, everything has grown alike.
     const { height: tab, width } = await page.rect('#itabencloser img');
     const { height: control } = await page.rect('#installed');
     assert.deepEqual([tab, width, control], [33 * zoom, 100 * zoom, 30 * zoom]);
@@ -99,7 +101,7 @@ test('Control with the wheel does not zoom the page', async () => {
   await kitbay.click('#itabencloser #addons');
   const { x, y } = await page.middle('#installedaddons > div > span');
   await run('xdotool', ['mousemove', String(x), String(y), 'keydown', 'ctrl', 'click', '4', 'click', '4', 'keyup', 'ctrl']);
-  // What comes later has been dealt with later: the wheel alone scrolls.
+  // What comes later is handled later: the wheel alone scrolls.
   await run('xdotool', ['mousemove', String(x), String(y), 'click', '5']);
   await page.waitFor('installedaddons.scrollTop > 0');
   assert.equal(await page.eval('devicePixelRatio'), 1);

@@ -1,7 +1,7 @@
 // How long a test waits for what it needs.
 import { setTimeout as delay } from 'node:timers/promises';
 
-/** For all that one test, or one of its hooks, waits for: enough on a machine that is kept busy. */
+/** For everything that one test, or one of its hooks, waits for: enough even on a busy machine. */
 const kLimitMs = 5 * 60 * 1000;
 const kPauseMs = 50;
 
@@ -14,17 +14,20 @@ export class Patience {
     this.begin();
   }
 
-  /** From now on there is the whole time again. */
+  /** From now on the whole time is available again. */
   begin() {
     this.#end = Date.now() + this.#limitMs;
   }
 
-  /** The milliseconds that are left. */
+  /** The remaining milliseconds. */
   get left() {
     return Math.max(0, this.#end - Date.now());
   }
 
-  /** What `look` gives as soon as it is true; asks again and again, for where nobody is told. */
+  /**
+   * Returns the result of `look` as soon as it is true; asks repeatedly, for cases without
+   * notification.
+   */
   async until(what, look) {
     for (;;) {
       const found = await look();
@@ -34,7 +37,7 @@ export class Patience {
     }
   }
 
-  /** What `promise` gives, if that is in time. */
+  /** Returns the value of `promise`, if that is in time. */
   async awaited(what, promise) {
     let timer;
     const late = new Promise((_, reject) => {

@@ -1,5 +1,5 @@
-// What lies beside the installer and lets a user check it: the same bytes from the same sources, a sum, a
-// list of what it is made of, and a signature where there is a key.
+// What lies beside the installer and lets a user check it: the same bytes from the same sources, a
+// checksum, a list of its parts, and a signature if there is a key.
 import assert from 'node:assert/strict';
 import { execFile } from 'node:child_process';
 import fs from 'node:fs';
@@ -30,7 +30,7 @@ const setup = (folder) => path.join(folder, 'KitbaySetup.exe');
 before(() => makeInstaller(unsigned));
 after(() => fs.rmSync(scratch, { recursive: true }));
 
-test('the same sources make the same installer, in another folder, at another time and place', async () => {
+test('the same sources make the same installer, in another folder, at another time, in another time zone and locale', async () => {
   const again = path.join(scratch, 'a folder with a longer name');
   const images = path.join(root, 'build/win32/page');
   for (const name of fs.readdirSync(images).filter((name) => name.endsWith('.gif'))) {
@@ -42,7 +42,7 @@ test('the same sources make the same installer, in another folder, at another ti
   }
 });
 
-test('the sum beside the installer is its own', async () => {
+test('the checksum beside the installer is its own', async () => {
   const check = () => run('sha256sum', ['--check', 'KitbaySetup.exe.sha256'], { cwd: unsigned });
   assert.equal(await check(), 'KitbaySetup.exe: OK\n');
 });
@@ -86,7 +86,7 @@ test('every library that the programs are linked with is in the list, with its l
   }
 });
 
-test('without a key nothing is signed, and half of one is refused', async () => {
+test('without a key nothing is signed, and half a key is refused', async () => {
   await assert.rejects(run('osslsigncode', ['verify', '-in', setup(unsigned)]), /No signature found/);
   await assert.rejects(
     makeInstaller(path.join(scratch, 'half'), { KITBAY_SIGNING_CERTIFICATE: 'certificate.pem' }),

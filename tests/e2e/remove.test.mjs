@@ -32,7 +32,7 @@ async function start() {
 
 const namesIn = async (container) => (await page.eval(rowsOf(container))).map(({ name }) => name);
 
-/** `word` is what the user's messages call the kind. */
+/** `word` is the kind's name in the user's messages. */
 const kKinds = {
   addon: { tab: 'addons', container: 'installedaddons', element: 'addon', word: 'Addon' },
   service: { tab: 'trans', container: 'installedtransports', element: 'transport', word: '' },
@@ -42,7 +42,7 @@ const kRunning = (name, { word }) =>
   `To Remove ${name} ${word} Tessel  needs to be shut down. Please restart Tessel for the changes to take effect.`;
 const kNotRunning = (name, { word }) => `Are you sure you want to Remove the ${name} ${word}.`;
 
-/** Clicks on Remove; gives everything as it stood before. */
+/** Clicks Remove; returns the previous state of everything. */
 async function press(name, kind) {
   await kitbay.show('installed', kind.tab);
   const before = await everything(suite, page);
@@ -50,7 +50,7 @@ async function press(name, kind) {
   return before;
 }
 
-/** Answers the question with Cancel, after which everything has to be as it was. */
+/** Answers the question with Cancel, after which everything must be as it was. */
 async function cancel(before, question) {
   assert.equal(await confirmMessage('Cancel'), question);
   await page.settled();
@@ -61,7 +61,7 @@ async function cancel(before, question) {
 const withoutEntry = (text, { element }, id) =>
   text.replace(new RegExp(`<${element} id="${id}".*?</${element}>`, 's'), '');
 
-/** Demands that the component's row and entry are gone, and that all else is as before. */
+/** Demands that the component's row and entry are gone, and that everything else is as before. */
 async function removed({ name, id, kind }, before) {
   await page.waitFor(`!${kind.container}.innerText.includes(${JSON.stringify(name)})`);
   assert.ok(await page.eval(allButtonsOn));
@@ -117,7 +117,7 @@ for (const component of [
   });
 }
 
-test('the next start lists them no more, and offers those that a source has as new', async () => {
+test('the next start no longer lists them, and offers those that a source has as new', async () => {
   assert.equal(await kitbay.close(), 0);
   await start();
   const lists = ['addons', 'transports', 'channels'];

@@ -1,4 +1,4 @@
-// Transfers that go on where they broke off, and files that are fetched only when they have changed.
+// Transfers that resume where they broke off, and files that are fetched only if they have changed.
 import assert from 'node:assert/strict';
 import { createHash } from 'node:crypto';
 import fs from 'node:fs';
@@ -11,7 +11,7 @@ import { completed, download, exception, files, folder, forgetTransfers, message
 const kPackage = '/large.zip';
 const kManifest = '/ovalink.xml';
 
-/** Bytes that no two places share. */
+/** Bytes that are different at every place. */
 const bytesOf = (seed, length) =>
   Buffer.concat(
     Array.from({ length: Math.ceil(length / 32) }, (_, at) => createHash('sha256').update(`${seed} ${at}`).digest()),
@@ -41,7 +41,7 @@ async function cutAt(place) {
 }
 
 describe('A transfer that broke off', () => {
-  test('goes on at each of 50 places in a later run of the program', async () => {
+  test('resumes at each of 50 places in a later run of the program', async () => {
     const places = Array.from({ length: 50 }, (_, at) => Math.round((at * (kLength - 1)) / 49));
     const requests = places.map((place) => {
       const path = `/cut-${place}.zip`;
@@ -69,7 +69,7 @@ describe('A transfer that broke off', () => {
     );
   });
 
-  test('goes on again and again', async () => {
+  test('resumes again and again', async () => {
     for (let place = 9000; place < kLength; place += 9000) {
       source.misbehave(kPackage, 'validated-cut-short', { after: 9000 });
       assert.deepEqual((await ask()).at(-1), cutShort(place));
@@ -78,12 +78,12 @@ describe('A transfer that broke off', () => {
     assert.deepEqual(await ask(), [message(kPackage, 'Total-Length', kLength), completed(kPackage)]);
     assert.ok(stored('file.zip').equals(content));
     assert.deepEqual([lastHeaders().range, lastHeaders()['if-range']], ['bytes=99000-', tagOf(content)]);
-    // What is whole is not kept twice, nor asked for in part.
+    // A complete file is neither kept twice nor requested in part.
     await ask();
     assert.equal(lastHeaders().range, undefined);
   });
 
-  test('begins again where the file has changed meanwhile', async () => {
+  test('starts again if the file has changed meanwhile', async () => {
     await cutAt(5000);
     const changed = bytesOf('second', kLength - 1);
     source.publish(kPackage, changed);
@@ -98,7 +98,7 @@ describe('A transfer that broke off', () => {
     ['part of the part', { 'Content-Range': `bytes 5000-6000/${kLength}` }],
     ['an unknown part', { 'Content-Range': 'bytes' }],
   ]) {
-    test(`begins again where the server sends ${what}`, async () => {
+    test(`starts again if the server sends ${what}`, async () => {
       await cutAt(5000);
       source.misbehave(kPackage, 'validated-cut-short', { fields });
       source.requests.length = 0;
@@ -108,7 +108,7 @@ describe('A transfer that broke off', () => {
     });
   }
 
-  test('begins again where the server has nothing at that place', async () => {
+  test('starts again if the server has nothing at that place', async () => {
     await cutAt(5000);
     source.misbehave(kPackage, 'status', { status: 416 });
     const [event] = await ask();
@@ -119,7 +119,7 @@ describe('A transfer that broke off', () => {
     assert.ok(stored('file.zip').equals(content));
   });
 
-  test('begins again from a server whose files have no certain name', async () => {
+  test('starts again if the server cannot identify its files', async () => {
     source.misbehave(kPackage, 'validated-cut-short', { after: 5000, fields: { ETag: `W/${tagOf(content)}` } });
     await ask();
     source.behave();
@@ -128,7 +128,7 @@ describe('A transfer that broke off', () => {
     assert.ok(stored('file.zip').equals(content));
   });
 
-  test('begins again for another source of the same destination', async () => {
+  test('starts again for another source with the same destination', async () => {
     await cutAt(5000);
     const other = bytesOf('other', kLength);
     source.publish('/other.zip', other);
@@ -137,7 +137,7 @@ describe('A transfer that broke off', () => {
     assert.ok(stored('file.zip').equals(other));
   });
 
-  test('leaves an older file until the new one is whole', async () => {
+  test('leaves an older file until the new one is complete', async () => {
     fs.writeFileSync(path.join(folder, 'file.zip'), 'older');
     await cutAt(5000);
     assert.equal(stored('file.zip').toString(), 'older');
@@ -145,14 +145,14 @@ describe('A transfer that broke off', () => {
     assert.ok(stored('file.zip').equals(content));
   });
 
-  test('that the program ended goes on, too', async () => {
+  test('that the program ended is resumed too', async () => {
     const held = source.misbehave(kPackage, 'validated-held', { after: 5000 });
     const events = await download([requestFor(kPackage)], { ending: 'shut-down' });
     assert.equal(events.at(-1).event, 'Ended');
     await held.reached;
     source.behave();
     await ask();
-    // How much of what was sent had come is for the moment to say.
+    // How much of what was sent had arrived varies.
     const [, first] = /^bytes=(\d+)-$/.exec(lastHeaders().range ?? 'bytes=0-');
     assert.ok(Number(first) <= 5000);
     assert.ok(stored('file.zip').equals(content));
@@ -195,7 +195,7 @@ describe('A list of components that is there', () => {
     });
   }
 
-  test('has not "not changed" unless that was asked', async () => {
+  test('does not accept "not changed" unless it asked for that', async () => {
     source.misbehave(kManifest, 'status', { status: 304 });
     assert.deepEqual(await askForList(), [exception(kManifest, 'The server answered 304')]);
     assert.deepEqual(files(), []);
@@ -215,7 +215,7 @@ describe('A list of components that is there', () => {
   }
 });
 
-test('A file that is larger than the room on the disk is not begun', async () => {
+test('A file that is larger than the free disk space is not begun', async () => {
   const bytes = 2 ** 50;
   source.misbehave(kPackage, 'validated-cut-short', { fields: { 'Content-Length': bytes } });
   const [event, ...more] = await ask();
@@ -224,7 +224,7 @@ test('A file that is larger than the room on the disk is not begun', async () =>
   assert.deepEqual(files(), []);
 });
 
-test('A compressed answer that nobody asked for is refused', async () => {
+test('A compressed answer that was not requested is refused', async () => {
   source.misbehave(kManifest, 'validated-cut-short', { fields: { 'Content-Encoding': 'gzip' } });
   assert.deepEqual(await ask(kManifest, 'file.xml'), [
     exception(kManifest, 'The server\'s answer is compressed, which was not asked for'),

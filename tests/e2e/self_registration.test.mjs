@@ -1,4 +1,4 @@
-// Components whose libraries register themselves, and those whose libraries give trouble.
+// Components whose libraries register themselves, and those whose libraries cause trouble.
 import assert from 'node:assert/strict';
 import fs from 'node:fs';
 import os from 'node:os';
@@ -29,7 +29,10 @@ const troubled = (name) => path.join(buildFolder, 'standins/component_libraries/
 const sound = (place) => path.join(buildFolder, 'standins/update_source/content', place);
 const kReadMe = 'What there is to know.\r\n';
 
-/** The components on offer; `files` are what their packages hold: a file of the build, or a text. */
+/**
+ * The components on offer; `files` are the contents of their packages: a file of the build, or a
+ * text.
+ */
 const components = {
   pair: {
     libraries: ['OvlScrapbook.dll', 'OvlPaste.dll'],
@@ -124,8 +127,8 @@ function changesOf(id, failures) {
 
 /**
  * Installs a component with a click, and demands what is the same for each: the message, and that
- * nothing has changed but the files, the registry file's entry, the row that goes, the download, and
- * `failures` in the log.
+ * nothing has changed except the files, the registry file's entry, the row that disappears, the
+ * download, and `failures` in the log.
  */
 async function install(id, { failures = [], untilItAnswers = async () => {} } = {}) {
   const before = await everything(suite, page);
@@ -157,13 +160,13 @@ test('a library that does not return in time holds up neither the program nor th
   assert.ok((await windows()).some(isKitbay));
 });
 
-test('a library that fails is entered all the same', () => install('refusing'));
+test('a library that fails is entered anyway', () => install('refusing'));
 
-test('a library without the function is entered all the same', () => install('mute'));
+test('a library without the function is entered anyway', () => install('mute'));
 
-test('a library that crashes is entered all the same', () => install('crashing'));
+test('a library that crashes is entered anyway', () => install('crashing'));
 
-test('a file that is no library is logged and entered', () => {
+test('a file that is not a library is logged and entered', () => {
   const why = `Bad EXE format for ${windowsPath(installed('text', 'OvlText.dll'))}.`;
   return install('text', { failures: [[193, kFailedToLoad, why]] });
 });

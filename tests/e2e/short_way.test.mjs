@@ -1,5 +1,5 @@
-// The short way through: start, lists, an update, an installation, a removal, the end. It is all that
-// runs on the bitness that the other tests do not run on.
+// The short way through: start, lists, an update, an installation, a removal, the end. With the
+// bitness that the other tests do not use, only this runs.
 import assert from 'node:assert/strict';
 import fs from 'node:fs';
 import path from 'node:path';
@@ -21,7 +21,7 @@ import {
 import { bits } from '../../tools/windows_build.mjs';
 import { canonicalXml } from './xml.mjs';
 
-/** The files that a package holds. */
+/** The files that a package contains. */
 const content = (id) => path.join(buildFolder, 'standins/update_source/content', id);
 
 let source;
@@ -116,11 +116,11 @@ test('the end leaves an empty log and no working folder', async () => {
   assert.equal(fs.existsSync(suite.workingFolder), false);
 });
 
-test('a suite of the other bitness is told at the start, and its components are listed', async () => {
+test('a suite of the other bitness is reported at the start, and its components are listed', async () => {
   const other = bits === '32' ? '64' : '32';
   const exe = 'standins/main_client/Tessel.exe';
   fs.copyFileSync(path.join(root, `build/win${other}`, exe), path.join(suite.folder, 'Tessel.exe'));
-  // A 32-bit Windows has one view only.
+  // A 32-bit Windows has only one view.
   if (bits === '64') await suite.moveUninstallEntryTo32();
   kitbay = suite.start();
   assert.equal(

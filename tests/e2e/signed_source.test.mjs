@@ -1,5 +1,5 @@
-// A source that signs its manifests, in the hands of whoever holds its server but not its key: nothing
-// is written, and the user is told.
+// A source that signs its manifests, controlled by an attacker who has its server but not its key:
+// nothing is written, and the user is told.
 import assert from 'node:assert/strict';
 import fs from 'node:fs';
 import path from 'node:path';
@@ -18,11 +18,11 @@ let suite;
 let kitbay;
 let page;
 let honest; // the manifest without a signature
-let cached; // the manifest of before, as the file in the cache
+let cached; // the previous manifest, as the file in the cache
 
 const sourceFile = () => path.join(suite.userFolder, 'updatepreference.xml');
 const cachedFile = () => path.join(suite.programFolder, 'ovalink.xml');
-/** How many sources offer Scrapbook on the page; partners.xml does as well. */
+/** How many sources offer Scrapbook on the page; partners.xml does too. */
 const offersOfScrapbook = async () =>
   (await page.eval(rowsOf('updatedaddons'))).filter(({ name }) => name === 'Scrapbook').length;
 const ofYesterday = () => {
@@ -48,7 +48,7 @@ before(async () => {
 afterEach(() => kitbay?.dispose());
 after(() => source.close());
 
-test('an honest manifest is taken, its number is noted, and its packages are installed', async () => {
+test('an honest manifest is accepted, its number is recorded, and its packages are installed', async () => {
   source.publish(manifestPath, maker.sign(honest, { serial: signedBefore }));
   await start();
   await page.waitFor(sourcesAnswered);
@@ -66,7 +66,10 @@ test('an honest manifest is taken, its number is noted, and its packages are ins
   assert.deepEqual(suite.logEntries(), []);
 });
 
-/** What a source of the attacker's says in place of the honest one: an entry of a library of theirs. */
+/**
+ * What the attacker's source serves in place of the honest one: an entry with the attacker's
+ * library.
+ */
 const forged = (text) => text.replace('OvlScrapbook.dll', 'Evil.dll');
 
 /** The manifest with the first entry of another one. */
@@ -163,9 +166,9 @@ for (const { what, serve, misbehave, told } of manifestAttacks) {
   });
 }
 
-test('a manifest changed on disk is not listed, is told, and is fetched again', async () => {
+test('a manifest changed on disk is not listed, is reported, and is fetched again', async () => {
   source.publish(manifestPath, maker.sign(honest, { serial: 6 }));
-  fs.writeFileSync(cachedFile(), forged(cached)); // of today: it would not be asked for
+  fs.writeFileSync(cachedFile(), forged(cached)); // dated today, so it would not be requested
   await start();
   assert.match(await confirmMessage(), /ovalink\.xml was changed after it was signed$/);
   await page.waitFor(sourcesAnswered);
@@ -177,7 +180,7 @@ test('a manifest changed on disk is not listed, is told, and is fetched again', 
   );
 });
 
-test('a manifest changed on disk whose source fails, too, offers nothing', async () => {
+test('a manifest changed on disk whose source also fails offers nothing', async () => {
   source.publish(manifestPath, forged(honest));
   fs.writeFileSync(cachedFile(), forged(cached));
   await start();

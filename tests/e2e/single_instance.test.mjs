@@ -1,4 +1,4 @@
-// One instance for each user.
+// One instance per user.
 import assert from 'node:assert/strict';
 import path from 'node:path';
 import { after, before, test } from 'node:test';
@@ -20,7 +20,7 @@ after(async () => {
   await kitbay.dispose();
 });
 
-test('a second start raises the first window, shows none of its own and ends', async () => {
+test('a second start raises the first window, shows no window of its own and ends', async () => {
   client = Program.start(path.join(suite.folder, 'Tessel.exe'));
   await windowWhere('the main client', isClient);
   await eventually('the main client above Kitbay', async () => {
@@ -39,7 +39,7 @@ test('a second start raises the first window, shows none of its own and ends', a
   assert.ok(kitbay.isRunning);
 });
 
-test('a second start restores the first window when it is minimised', async () => {
+test('a second start restores the first window if it is minimised', async () => {
   await probe('minimize', 'Kitbay');
   await eventually('the minimised window', async () => (await windows()).find(isKitbay)?.minimized);
   assert.equal(await suite.start().ended(), 0);

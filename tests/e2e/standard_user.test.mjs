@@ -1,5 +1,6 @@
-// A standard user, on a suite that is somebody else's: an ordinary user of this system, to whom the
-// machine's keys refuse writing, whose classes are not the machine's, and who never ran the main client.
+// A standard user, on a suite that belongs to somebody else: an ordinary user of this system, whom
+// the machine's keys refuse writing, whose classes are separate from the machine's, and who never
+// ran the main client.
 import assert from 'node:assert/strict';
 import fs from 'node:fs';
 import path from 'node:path';
@@ -7,7 +8,7 @@ import { after, before, test } from 'node:test';
 import { UpdateSource } from '../../standins/update_source/server.mjs';
 import { endStandardUser, standardUser } from './worlds.mjs';
 
-// Wine asks a key itself, not the one above it, whether a key may be made there.
+// Wine checks the access list of a key itself, not of the one above it, when a key is created.
 const kKeys = ['SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\Tessel', 'Software\\Classes\\ovl'];
 const kFolder = 'C:\\Program Files\\Ovalink';
 const kWhy = `You have no right to change files in ${kFolder}.`;
@@ -82,7 +83,7 @@ test('the user is asked for rights, and told why nothing can be changed without 
   assert.equal((await windowsOfKitbay()).length, 1);
 });
 
-test('what is installed is shown, with what manifests that are there offer', { skip }, async () => {
+test('what is installed is shown, with the offers of stored manifests', { skip }, async () => {
   assert.ok((await namesIn('installedaddons')).includes('Chess'));
   assert.ok((await namesIn('installedtransports')).includes('Postoffice'));
   assert.ok((await namesIn('installedchannels')).includes('Presence'));
@@ -109,12 +110,12 @@ for (const { name, button, category, tab, container } of [
   });
 }
 
-test("the user's own folders are made, and the list of directories in them", { skip }, () => {
+test("the user's own folders are created, and the list of directories in them", { skip }, () => {
   assert.ok(fs.statSync(path.join(suite.userFolder, 'CustomData')).isDirectory());
   assert.match(fs.readFileSync(path.join(suite.userFolder, 'updatepreference.xml'), 'utf8'), /ovalink\.xml/);
 });
 
-test("Kitbay's classes and the protocol are the user's, where the machine refuses them", { skip }, async () => {
+test("Kitbay's classes and the protocol are registered for the user if the machine refuses them", { skip }, async () => {
   const command = 'HKCU\\Software\\Classes\\ovl\\shell\\open\\command';
   await assert.rejects(harness.wine('reg', 'query', command), { code: 1 });
   assert.match((await harness.probe('registry')).GetAppDataPath, /AppData\\Roaming$/i);
@@ -131,20 +132,20 @@ test('a second start raises the window and ends', { skip }, async () => {
   assert.deepEqual((await windowsOfKitbay()).map(({ minimized }) => minimized), [false]);
 });
 
-test('the end leaves the suite as it was, and no source was asked', { skip }, async () => {
+test('the end leaves the suite as it was, and no source was contacted', { skip }, async () => {
   assert.equal(await kitbay.close(), 1, 'one process');
   await kitbay.dispose();
   assert.deepEqual(contents(), owners);
   assert.deepEqual(source.requests, []);
 });
 
-test('a start that brings no right to the folder, though the user agreed, does not ask again', { skip }, async () => {
+test('a start that gains no right to the folder, though the user agreed, does not ask again', { skip }, async () => {
   kitbay = start();
   await harness.confirmMessage('&Yes');
   page = await kitbay.page();
   await page.waitFor(harness.sourcesAnswered);
   const [notice, whatToDo] = (await harness.confirmMessage()).split(/(?=\n\n)/);
-  // Wine may or may not start it with the rights of Windows, which open nothing that this system refuses.
+  // Wine may or may not start it elevated, but that opens nothing that this system refuses.
   assert.equal(notice, kNotice);
   assert.ok([kOffer, '\n\nAsk whoever looks after that folder.'].includes(whatToDo), whatToDo);
   assert.equal((await windowsOfKitbay()).length, 1);

@@ -1,6 +1,6 @@
 // tour.mjs FOLDER: plays the program's story on a fresh sample suite and a sample update source:
 // what is installed, a source that fails, the list of sources, an update with the main client
-// running, an installation and a removal. It leaves numbered pictures and the error log in FOLDER.
+// running, an installation and a removal. Leaves numbered pictures and the error log in FOLDER.
 import fs from 'node:fs';
 import path from 'node:path';
 import { UpdateSource } from '../../standins/update_source/server.mjs';
@@ -33,7 +33,7 @@ let page;
 
 let count = 0;
 const show = async (what) => {
-  await page.eval('true'); // The window shows the page as it is then, under whatever is open.
+  await page.eval('true'); // The window then shows the current page, under whatever is open.
   const name = `${String((count += 1)).padStart(2, '0')}-${what.replaceAll(' ', '-')}`;
   console.log(await picture(name, folder));
 };
@@ -79,7 +79,7 @@ async function update() {
   await confirmMessage();
   await held.reached;
   await client.event(2, 'the end of the main client');
-  // Progress shows after some more bytes, and the last of the 84 kB have to wait for the picture.
+  // Progress shows after some more bytes, and the last of the 84 kB must wait for the picture.
   const hasProgress = async () => (await windows()).find(isKitbay).controls.some(({ value }) => value > 30);
   await held.next(40 * 1024);
   await eventually('progress', async () => (await hasProgress()) || (await held.next(1024)));

@@ -49,8 +49,8 @@ const asked = () => source.requests.map((request) => request.path).filter((asked
 const rowOf = async ({ container, name }) => (await page.eval(rowsOf(container))).find((row) => row.name === name);
 
 /**
- * The versions before and after, and `shown`, which the row says at once: of an addon that is the
- * manifest's value of "offline". `change` is what becomes of a registry file.
+ * The versions before and after, and `shown`, which the row shows at once: for an addon, the
+ * manifest's value of "offline". `change` maps a registry file to its new contents.
  */
 const kUpdates = [
   {
@@ -115,7 +115,7 @@ const kPrompt = (words) =>
 
 const archiveOf = (update) => `/packages/${update.package}.zip`;
 
-/** Clicks on Update; gives everything as it stood before. */
+/** Clicks Update; returns the previous state of everything. */
 async function press(update) {
   await kitbay.show('installed', update.tab);
   const before = await everything(suite, page);
@@ -125,7 +125,7 @@ async function press(update) {
 
 const unchanged = (before) => demandOnly({}, before, suite, page);
 
-/** Waits for the end of an update, and demands that everything is as it leaves it. */
+/** Waits for the end of an update, and demands that everything is as an update leaves it. */
 async function updated(update, before) {
   await page.waitFor(allButtonsOn);
   const files = placed(path.join(packages, update.package), update.target());
@@ -182,7 +182,7 @@ describe('while the main client runs', () => {
     assert.deepEqual(asked(), kUpdates.map(archiveOf));
   });
 
-  test('a component whose name is not its id is not found: nothing but its button changes', async () => {
+  test('a component whose name is not its id is not found: only its button changes', async () => {
     const events = client.events();
     const before = await press({ tab: 'addons', container: 'installedaddons', name: 'Spell Checker' });
     assert.equal(await confirmMessage(), kPrompt('Spell Checker Addon'));
@@ -217,7 +217,7 @@ describe('while the main client does not run', () => {
   afterEach(() => client.close());
 
   for (const update of kUpdates) {
-    test(`nothing is asked, ${update.what} is updated, and the main client is started`, async () => {
+    test(`no question is asked, ${update.what} is updated, and the main client is started`, async () => {
       const events = client.events();
       const held = source.misbehave(archiveOf(update), 'stall');
       const before = await press(update);
@@ -247,7 +247,7 @@ describe('while the source does not have the package', () => {
   });
   after(end);
 
-  test('that is told, nothing is updated, and the main client stays closed', async () => {
+  test('that is reported, nothing is updated, and the main client stays closed', async () => {
     source.misbehave(archiveOf(chess), '404');
     const before = await press(chess);
     assert.equal(await confirmMessage(), kPrompt(chess.words));
@@ -259,7 +259,7 @@ describe('while the source does not have the package', () => {
     assert.deepEqual([client.events(), await client.count()], [['started', 'closed'], 0]);
   });
 
-  test('the next package that is unpacked, be it of a new component, starts the main client again', async () => {
+  test('the next package that is unpacked, even of a new component, starts the main client again', async () => {
     await kitbay.show('update', 'addons');
     const before = await everything(suite, page);
     await kitbay.press('updatedaddons', 'Scrapbook', 'Install');
@@ -274,7 +274,7 @@ describe('while the source does not have the package', () => {
     assert.deepEqual(client.events(), ['started', 'closed', 'started']);
   });
 
-  test('the update can be asked for again', async () => {
+  test('the update can be requested again', async () => {
     const events = client.events();
     const before = await press(chess);
     assert.equal(await confirmMessage(), kPrompt(chess.words));

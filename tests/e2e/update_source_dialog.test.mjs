@@ -30,7 +30,7 @@ let sourceFile;
 
 beforeEach(async () => {
   source = await UpdateSource.start();
-  // The domain ending that a URL must have stands in the name here: the host is an address.
+  // The host is an address, so the domain ending that a URL must have is in the file name.
   source.publish('/partners.com.xml', manifest);
   own = `${source.host}/ovalink.xml`;
   suite = await Suite.layOut({ KITBAY_UPDATE_SOURCE: own });
@@ -58,7 +58,10 @@ const named = {
   close: ({ text }) => text === '&Close',
 };
 
-/** What the dialog shows: {id, owner, box, list, status, add, remove, close, items, selected, focus}. */
+/**
+ * What the dialog shows: {id, owner, box, list, status, add, remove, close, items, selected,
+ * focus}.
+ */
 async function dialog() {
   const window = await windowWhere('the dialog', isDialog);
   const control = Object.fromEntries(
@@ -104,7 +107,7 @@ async function ends() {
   assert.deepEqual(suite.logEntries(), []);
 }
 
-test('sources are added and removed, and the added one is asked when the dialog closes', async () => {
+test('sources are added and removed, and the added one is contacted when the dialog closes', async () => {
   const partners = `${source.host}/partners.com.xml`;
   const opened = await openByMouse();
   assert.equal(opened.caption, 'Tessel Directories');
@@ -171,7 +174,7 @@ test('sources are added and removed, and the added one is asked when the dialog 
   assert.deepEqual(paths(), ['/ovalink.xml', '/partners.com.xml']);
 });
 
-test('a source typed with its key is marked, and asked for manifests that the key has signed', async () => {
+test('a source typed with its key is marked, and must serve manifests signed with it', async () => {
   const maker = new Maker(1);
   const partners = `${source.host}/partners.com.xml`;
   source.publish('/partners.com.xml', maker.sign(source.contentOf('/partners.com.xml'), { serial: 3 }));
@@ -194,7 +197,7 @@ test('Escape closes the dialog with the main window, and what was added is saved
   await keys('Return');
   await tells(added);
 
-  // In the dialog itself Escape closes nothing, and Directories brings back the one that is open.
+  // In the dialog itself Escape closes nothing, and Directories raises the one that is open.
   await keys('Escape');
   await kitbay.click('#itabencloser #channels');
   const again = await openByMouse();

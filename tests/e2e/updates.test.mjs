@@ -1,4 +1,4 @@
-// The update sources are asked, and the page shows what they offer.
+// The update sources are contacted, and the page shows what they offer.
 import assert from 'node:assert/strict';
 import fs from 'node:fs';
 import path from 'node:path';
@@ -53,7 +53,7 @@ const summary = async (page, container) =>
 const shown = (page, ...ids) =>
   page.eval(`${JSON.stringify(ids)}.filter((id) => document.getElementById(id).offsetParent !== null)`);
 
-/** Where the progress bar stands, of 100. */
+/** The value of the progress bar, out of 100. */
 const progress = async () =>
   (await windows()).find(isKitbay).controls.find((control) => control.class === 'msctls_progress32').value;
 
@@ -93,7 +93,7 @@ test('a source that answers gives Update buttons and a list of new components', 
   assert.deepEqual(suite.logEntries(), []);
 });
 
-test('a manifest of today is used again, one of yesterday is asked for again', async () => {
+test('a manifest of today is used again, one of yesterday is requested again', async () => {
   let page = await started(`${source.host}/ovalink.xml`);
   await page.waitFor(answered);
   await closed();
@@ -112,7 +112,7 @@ test('a manifest of today is used again, one of yesterday is asked for again', a
   assert.equal(source.requests.length, 2);
 });
 
-test('a source whose manifest has not changed since yesterday sends its heading only', async (t) => {
+test('a source whose manifest has not changed since yesterday sends only a header', async (t) => {
   const careful = await UpdateSource.start({ validates: true });
   t.after(() => careful.close());
   let page = await started(`${careful.host}/ovalink.xml`);
@@ -130,7 +130,7 @@ test('a source whose manifest has not changed since yesterday sends its heading 
   assert.deepEqual(careful.requests.map(({ status }) => status), [200, 304]);
   assert.deepEqual(fs.readFileSync(kept), careful.contentOf('/ovalink.xml'));
 
-  // It counts as one of today.
+  // The manifest counts as one of today.
   page = await restarted();
   await page.waitFor(answered);
   await closed();
@@ -139,7 +139,7 @@ test('a source whose manifest has not changed since yesterday sends its heading 
   assert.deepEqual(suite.logEntries(), []);
 });
 
-test('a package whose transfer broke off goes on after the program was started again', async (t) => {
+test('a package whose transfer broke off is resumed after the program was restarted', async (t) => {
   const careful = await UpdateSource.start({ validates: true });
   t.after(() => careful.close());
   const asked = '/packages/scrapbook.zip';
@@ -169,7 +169,7 @@ test('a package whose transfer broke off goes on after the program was started a
   await closed();
 });
 
-test('a failing source is told once and the next one is asked', async () => {
+test('a failing source is reported once and the next one is contacted', async () => {
   source.misbehave('/ovalink.xml', '404');
   const page = await started(`${source.host}/ovalink.xml`, `${source.host}/partners.xml`);
   const text = await confirmMessage();
@@ -181,7 +181,7 @@ test('a failing source is told once and the next one is asked', async () => {
   assert.deepEqual(entries, [[0, 'Kitbay::OvTransportEvents_Exception']]);
 });
 
-test('a source that fails leaves the answer of one that was asked today', async () => {
+test('a source that fails leaves the answer of one that was contacted today', async () => {
   const page = await started(`${source.host}/ovalink.xml`, `${source.host}/missing.xml`);
   await confirmMessage();
   await page.waitFor(answered);
@@ -208,7 +208,7 @@ test('Close in the middle of a transfer ends the program and leaves no part of t
 for (const [mode, reason] of [
   ['too-much', 'The server sent more than the 500 bytes it announced'],
   ['too-much-later', 'The server\'s answer is not a list of components'],
-]) test(`"${mode}" is a failed source, never kept, and the page can be used`, async () => {
+]) test(`"${mode}" is a failed source, is never kept, and the page can be used`, async () => {
   source.misbehave('/ovalink.xml', mode, { announced: 500 });
   const page = await started(`${source.host}/ovalink.xml`);
   assert.equal(await confirmMessage(), `/ovalink.xml      ${reason}`);
@@ -248,7 +248,7 @@ for (const [mode, options] of [
   });
 }
 
-test('an only source that fails leaves a page that can be used', async () => {
+test('a single source that fails leaves a page that can be used', async () => {
   source.misbehave('/ovalink.xml', 'cut-short', { after: 100 });
   const page = await started(`${source.host}/ovalink.xml`);
   assert.match(await confirmMessage(), /^\/ovalink\.xml {6}\w/);
@@ -298,7 +298,7 @@ test('a manifest that drips shows its progress and is kept whole', async () => {
   assert.deepEqual(suite.logEntries(), []);
 });
 
-test('a source with TLS is asked, and delivers a package', async (t) => {
+test('a source with TLS is contacted, and delivers a package', async (t) => {
   await trustAuthority();
   const secure = await UpdateSource.start({ tls: 'good' });
   t.after(() => secure.close());
@@ -316,7 +316,7 @@ test('a source with TLS is asked, and delivers a package', async (t) => {
 });
 
 for (const mode of ['stall', 'stall-body']) {
-  test(`"${mode}" ends with the time-out alone as message`, async () => {
+  test(`"${mode}" ends with only the time-out as message`, async () => {
     await wine('reg', 'add', settingsKey, '/v', 'TransferTimeout', '/d', '1', '/f');
     try {
       source.misbehave('/ovalink.xml', mode);
@@ -364,7 +364,7 @@ for (const [mode, reason] of [
       [[0, 'Kitbay::OvTransportEvents_Exception', reason]],
     );
 
-    // It is asked again at the next start of the same day.
+    // It is contacted again at the next start on the same day.
     source.behave();
     source.requests.length = 0;
     page = await restarted();
@@ -404,7 +404,7 @@ test('switching categories and tabs keeps the selected kind', async () => {
   assert.deepEqual(suite.logEntries(), []);
 });
 
-test('a download shows its progress and switches the other buttons off', async () => {
+test('a download shows its progress and disables the other buttons', async () => {
   const page = await started(`${source.host}/ovalink.xml`);
   await page.waitFor(answered);
   const drip = source.misbehave('/packages/scrapbook.zip', 'drip');

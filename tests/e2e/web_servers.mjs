@@ -1,5 +1,5 @@
-// nginx and Apache as Debian ships them, configured by the lines that docs/formats.md gives to operators,
-// on ports of loopback.
+// nginx and Apache as Debian ships them, on ports of loopback, configured by the lines that
+// docs/formats.md gives to operators.
 import { spawn } from 'node:child_process';
 import { once } from 'node:events';
 import fs from 'node:fs';
@@ -12,13 +12,13 @@ import { eventually, root } from './harness.mjs';
 const kLoopback = '127.0.0.1';
 const kModules = '/usr/lib/apache2/modules';
 
-/** The lines of the page that are fenced as `language`. */
+/** The page's lines that are fenced as `language`. */
 function documented(language) {
   const page = fs.readFileSync(path.join(root, 'docs/formats.md'), 'utf8');
   return new RegExp(`^\`\`\`${language}\n(.*?)^\`\`\``, 'ms').exec(page)[1];
 }
 
-/** Two ports that nobody listened at a moment ago. */
+/** Two ports on which nobody listened a moment ago. */
 async function freePorts() {
   const servers = [net.createServer(), net.createServer()];
   const ports = [];
@@ -88,7 +88,7 @@ const accepts = (port) =>
     connection.on('error', () => resolve(false));
   });
 
-/** A web server with a folder of its own, which it serves. */
+/** A web server that serves its own folder. */
 export class WebServer {
   #process;
   #folder;
@@ -101,7 +101,7 @@ export class WebServer {
       if (await server.#begin(kinds[kind])) return server;
       const said = fs.readFileSync(path.join(server.#folder, 'said'), 'utf8');
       await server.close();
-      // Somebody was quicker to take one of the ports.
+      // Somebody else took one of the ports first.
       if (!/address already in use/i.test(said)) throw new Error(`${kind} has ended: ${said}`);
     }
   }
@@ -131,8 +131,9 @@ export class WebServer {
   }
 
   /**
-   * Puts a file there in one step, as an operator should, written before the test and after what was there:
-   * Apache is not certain of a file of this second, and nginx counts no less than seconds.
+   * Publishes a file in one step, as an operator should, dated before the test and after what was
+   * there: Apache does not trust the date of a file written in the current second, and nginx counts
+   * only whole seconds.
    */
   publish(name, content) {
     fs.writeFileSync(path.join(this.served, `${name}.new`), content);
@@ -141,7 +142,7 @@ export class WebServer {
     fs.renameSync(path.join(this.served, `${name}.new`), path.join(this.served, name));
   }
 
-  /** The status of each answer so far, as the server's own log has it: "GET /a.xml 200". */
+  /** The status of each answer so far, according to the server's own log: "GET /a.xml 200". */
   answers() {
     const log = fs.readFileSync(path.join(this.#folder, 'access.log'), 'utf8');
     return [...log.matchAll(/"(GET \S+) HTTP\/[\d.]+" (\d+)/g)].map(([, request, status]) => `${request} ${status}`);

@@ -1,4 +1,4 @@
-// Honest transfers from the web servers that operators have.
+// Honest transfers from the web servers that operators use.
 import assert from 'node:assert/strict';
 import { randomBytes } from 'node:crypto';
 import fs from 'node:fs';
@@ -30,7 +30,7 @@ for (const kind of webServers) {
       server: 'https:', path: pathAt(port, name), destination,
     });
 
-    test('delivers whole files of every size, one after the other', async () => {
+    test('delivers complete files of every size, one after another', async () => {
       server.publish('empty.zip', '');
       const events = await download(['list.xml', 'empty.zip', 'large.zip'].map((name) => securely(name)));
       const ends = events.filter(({ field }) => field !== 'Received');
@@ -43,7 +43,7 @@ for (const kind of webServers) {
       assert.deepEqual(files(), Object.keys(contents).sort());
     });
 
-    test('sends plain HTTP on to HTTPS', async () => {
+    test('redirects plain HTTP to HTTPS', async () => {
       const plain = `127.0.0.1:${server.plainPort}`;
       const events = await download([{ server: plain, path: '/list.xml' }]);
       assert.deepEqual(events, arrived('/list.xml', kList));
@@ -57,7 +57,7 @@ for (const kind of webServers) {
     });
 
     test('compresses for others, and sends Kitbay the file as it is', async () => {
-      // The server is asked as a browser would.
+      // The server is contacted as by a browser.
       const { get } = await import('node:https');
       const encoding = await new Promise((resolve, reject) => {
         const options = { rejectUnauthorized: false, headers: { 'Accept-Encoding': 'gzip' } };
@@ -70,7 +70,7 @@ for (const kind of webServers) {
       assert.deepEqual(stored('list.xml'), kList);
     });
 
-    test('sends a list again only when it has changed', async () => {
+    test('sends a list again only if it has changed', async () => {
       const events = await download([securely('list.xml'), securely('list.xml')]);
       const asked = pathAt(server.securePort, 'list.xml');
       assert.deepEqual(events, [...arrived(asked, kList), completed(asked)]);
@@ -83,8 +83,8 @@ for (const kind of webServers) {
       assert.deepEqual(stored('list.xml'), changed);
     });
 
-    test('goes on with a package that was cut, in a later run of the program', async (t) => {
-      // The first bytes are the handshake's; the last cuts fall into the end of the file.
+    test('resumes a package that was cut off, in a later run of the program', async (t) => {
+      // The first bytes belong to the handshake; the last cuts are near the end of the file.
       const limits = [20_000, 500_000, 1_234_567, 2_900_000, 3_000_000];
       const relay = await relayTo(server.securePort, limits);
       t.after(() => relay.close());
@@ -100,7 +100,7 @@ for (const kind of webServers) {
       assert.deepEqual(server.answers().slice(-limits.length), limits.map(() => 'GET /large.zip 206'));
     });
 
-    test('begins again where a package was replaced after the cut', async (t) => {
+    test('starts again if a package was replaced after the cut', async (t) => {
       const relay = await relayTo(server.securePort, [500_000]);
       t.after(() => relay.close());
       const request = securely('large.zip', relay.address().port);

@@ -1,5 +1,5 @@
-// A user with an administrator's rights: the user's classes are not found, nothing of the suite's is
-// registered, and all that Kitbay does works all the same.
+// A user with an administrator's rights: the user's classes are not found, none of the suite's
+// objects is registered, and everything that Kitbay does still works.
 import assert from 'node:assert/strict';
 import path from 'node:path';
 import { test } from 'node:test';
@@ -20,7 +20,7 @@ test('no object of the suite is registered', async () => {
   await assert.rejects(query(`HKCU\\${kObject}`), { code: 1 });
 });
 
-test('a library that was installed has registered itself for the machine', async () => {
+test('an installed library has registered itself for the machine', async () => {
   assert.match(await query('HKLM\\Software\\Classes\\OvlScrapbook.Book\\CLSID'), /\{[-0-9A-F]+\}/);
   await assert.rejects(query('HKCU\\Software\\Classes\\OvlScrapbook.Book'), { code: 1 });
 });
@@ -48,7 +48,7 @@ test("Kitbay's classes are the machine's, and a second start raises the window",
 });
 
 for (const [second, first] of [['with', 'without'], ['without', 'with']]) {
-  test(`a start ${second} the rights ends where Kitbay runs ${first} them, and leaves one window`, async () => {
+  test(`a start ${second} the rights ends if Kitbay runs ${first} them, and leaves one window`, async () => {
     const suite = await Suite.layOut();
     const kitbayWith = () => suite.start();
     const kitbayWithout = () => Program.start(starter, '--limited', `${suite.windowsFolder}\\Kitbay\\Kitbay.exe`);
@@ -67,7 +67,7 @@ for (const [second, first] of [['with', 'without'], ['without', 'with']]) {
       assert.deepEqual(suite.logEntries(), []);
     } finally {
       await kitbay.dispose();
-      // The one without the rights has registered its classes for the user.
+      // The instance without the rights has registered its classes for the user.
       await wine('reg', 'delete', 'HKCU\\Software\\Classes\\Kitbay.Manager', '/f').catch(() => {});
     }
   });

@@ -1,8 +1,8 @@
-// Who runs the program, and whose the suite is.
+// Who runs the program, and to whom the suite belongs.
 //
-// Wine refuses nobody anything, so what Windows refuses is refused here by other means: a world has a
-// prefix of its own, in which the user's classes are not found among the machine's and no objects of the
-// suite are registered.
+// Wine refuses nobody anything, so what Windows refuses is refused here by other means: a world has
+// its own prefix, in which the user's classes are not found among the machine's and none of the
+// suite's objects is registered.
 import { execFileSync } from 'node:child_process';
 import fs from 'node:fs';
 import path from 'node:path';
@@ -19,7 +19,10 @@ function run(program, words, options = {}) {
   return execFileSync(program, words, { stdio: ['ignore', 'pipe', 'pipe'], encoding: 'utf8', ...options });
 }
 
-/** Makes the prefix of that name this process's. Prefixes are named before the harness looks at them. */
+/**
+ * Makes this process use the prefix of that name. Prefixes are named before the harness looks at
+ * them.
+ */
 function name(world) {
   const bits = process.env.KITBAY_BITS ?? '64';
   process.env.WINEPREFIX = path.join(root, `build/wine${bits}-${world}`);
@@ -27,8 +30,8 @@ function name(world) {
 }
 
 /**
- * The world of a user with an administrator's rights, which is what Wine takes everybody for. What looks at
- * the prefix when it is imported, such as the harness, must not have been imported before.
+ * The world of a user with an administrator's rights, which Wine assumes everybody has. Whatever
+ * reads the prefix when it is imported, such as the harness, must not have been imported before.
  */
 export function withRights() {
   name('with-rights');
@@ -36,9 +39,10 @@ export function withRights() {
 }
 
 /**
- * The world of a standard user, for whom `prepare` lays a suite out and returns its folder. From then on
- * that is somebody else's, the machine's `keys` refuse writing, and this process is an ordinary user's to
- * its end. Gives a reason where that cannot be, and null where it is so.
+ * The world of a standard user, for whom `prepare` lays out a suite and returns its folder. From
+ * then on the suite belongs to somebody else, the machine's `keys` refuse writing, and this process
+ * belongs to an ordinary user until it ends. Returns the reason if that is impossible, otherwise
+ * null.
  */
 export async function standardUser(prepare, keys) {
   const { asRoot, reason } = meansOfRights();
@@ -51,20 +55,20 @@ export async function standardUser(prepare, keys) {
   if (process.getuid() === 0) becomeNobody(process.env.WINEPREFIX);
   serveForGood();
   const { probe } = await import('./harness.mjs');
-  // The desktop is started by the first program that looks at it, and so by nobody else.
+  // The desktop belongs to the first program that looks at it, so that program is this one.
   await probe('windows');
   for (const key of keys) await probe('refuse', key);
   return null;
 }
 
-/** Ends all that runs in the world; a user who may gets the suite back. */
+/** Ends everything that runs in the world, and gives the suite back to a user who may have it. */
 export function endStandardUser(folder) {
   run(kPrefixTool, ['--stop']);
   const { asRoot } = meansOfRights();
   asRoot?.('chown', '-R', `${process.getuid()}:${process.getgid()}`, folder);
 }
 
-/** What this process may do about users; a reason where it may do nothing. */
+/** How this process can change users; a reason if it cannot. */
 function meansOfRights() {
   if (process.getuid() === 0) {
     try {
@@ -92,10 +96,10 @@ function startAfresh(prefix, asRoot) {
   run(kPrefixTool, []);
 }
 
-// All of the prefix but its drive becomes the user's, and of the drive what every user may write into. What
-// the user keeps there is somebody else's, and goes.
+// The whole prefix except its drive becomes the user's, as does whatever every user may write to on
+// the drive. What the user stores there belongs to somebody else and is deleted.
 function becomeNobody(prefix) {
-  // It names a folder of the former user's, in which Wine's server would listen.
+  // It names a folder of the former user, in which Wine's server would listen.
   fs.rmSync(path.join(prefix, 'wineserver'), { force: true });
   const home = path.join(prefix, 'home');
   fs.mkdirSync(home);
@@ -116,7 +120,7 @@ function becomeNobody(prefix) {
   process.setuid(kNobody);
 }
 
-// What a key refuses is forgotten with Wine's server.
+// What a key refuses is forgotten when Wine's server ends.
 function serveForGood() {
   const script = 'root=$1; source "$root/tools/wine_environment.sh"; "$wineserver" -p';
   run('bash', ['-c', script, 'bash', root], { stdio: 'ignore' });

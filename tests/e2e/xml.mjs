@@ -1,5 +1,5 @@
-// Reads the suite's registry files without any of the program's code, so that tests can hold them to
-// what must stand in them.
+// Reads the suite's registry files without any of the program's code, so that tests can check their
+// required contents.
 import { DOMParser } from '@xmldom/xmldom';
 
 const parser = new DOMParser({
@@ -8,7 +8,7 @@ const parser = new DOMParser({
   },
 });
 
-/** The document element of a text as a DOM. Throws where the text is not well-formed. */
+/** The document element of a text as a DOM. Throws if the text is not well-formed. */
 export const parseXml = (text) =>
   parser.parseFromString(text.replace(/^\ufeff/, ''), 'text/xml').documentElement;
 
@@ -32,5 +32,5 @@ function written(node) {
   }
 }
 
-/** The document element of a text, written in one way: the same for texts that mean the same. */
+/** The document element of a text, written in one way: the same for texts with the same meaning. */
 export const canonicalXml = (text) => written(parseXml(text));

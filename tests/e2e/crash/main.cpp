@@ -1,9 +1,10 @@
 // crash_client SUITE_FOLDER USER_FOLDER STOP (install|remove KIND ID)...
-// Enters components into the suite's registry files, or takes them out of them, as the program
-// does; KIND is addon, transport or channel. Removed is the component whose name is ID. Stops for
-// ever at the STOPth point of the way, after the line "stopped"; at 0 it goes on to the end and
-// prints "done" with the number of points. crash_client SUITE_FOLDER USER_FOLDER again KIND ID
-// Enters the component and takes it out again, over and over, after the line "begun".
+// Enters components into the suite's registry files, or removes them, as the program does. KIND is
+// addon, transport or channel. The component removed is the one whose name is ID. Stops for ever at
+// the STOPth point, after the line "stopped"; with 0 it continues to the end and prints "done" with
+// the number of points.
+// crash_client SUITE_FOLDER USER_FOLDER again KIND ID
+// Enters the component and removes it again, over and over, after the line "begun".
 // crash_client SUITE_FOLDER USER_FOLDER sweep
 // Sweeps what interrupted saves have left, as the program does at its start.
 #include <cstdio>
@@ -35,7 +36,7 @@ void Print(const std::string& line) {
   std::exit(1);
 }
 
-/// A log that ends the run: what is done here has to work.
+/// A log that ends the run, because everything done here must succeed.
 class StrictLog : public base::ErrorLog {
  public:
   std::string TimeText() const override { return {}; }
@@ -45,7 +46,7 @@ class StrictLog : public base::ErrorLog {
   }
 };
 
-/// The rooms that change the registry files, over a page without rows and without a main client.
+/// The parts that change the registry files, over a page without rows and without a main client.
 class Rooms {
  public:
   Rooms(platform::Files& files, const std::string& suite, const std::string& user) : files_(files) {

@@ -7,11 +7,11 @@
 
 namespace kitbay::crash {
 
-/// Files whose operations are counted, once before each and once after it, and that stop for ever
-/// at one of these points, after the line "stopped".
+/// Files whose operations are counted, once before and once after each, and that stop for ever at
+/// one of these points, after the line "stopped".
 class StoppingFiles : public platform::Files {
  public:
-  /// Stops at the point `stop`, counted from 1; at none when it is 0.
+  /// Stops at point number `stop`, counted from 1; with 0, at none.
   StoppingFiles(platform::Files& files, int stop) : files_(files), stop_(stop) {}
 
   int points() const { return points_; }
@@ -36,7 +36,7 @@ class StoppingFiles : public platform::Files {
  private:
   void Pass() const;
 
-  /// Does `operation` between two points.
+  /// Carries out `operation` between two points.
   template <typename Operation>
   auto Between(Operation operation) const;
 

@@ -8,7 +8,7 @@
 
 namespace {
 
-// The system calls without an argument that would lead to an object.
+// The system calls these without an argument that could lead to an object.
 HeldFile* g_held = nullptr;
 decltype(MoveFileExW)* g_move = nullptr;
 

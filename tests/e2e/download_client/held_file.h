@@ -6,17 +6,17 @@
 #include "contract/windows/replaced_import.h"
 #include "platform/win32/system/handles.h"
 
-/// A hold on a file, as another program's, that ends when so many attempts of the suite's objects
-/// to put a file in its place have failed. There is one at most.
+/// Holds a file as another program would, until the suite's objects have failed a number of times
+/// to replace it. Only one may exist.
 class HeldFile {
  public:
-  /// The suite's library has to be loaded. Throws `std::runtime_error` when the file is not there.
+  /// The suite's library must be loaded. Throws `std::runtime_error` if the file does not exist.
   HeldFile(const std::string& path, int failures);
   ~HeldFile();
   HeldFile(const HeldFile&) = delete;
   HeldFile& operator=(const HeldFile&) = delete;
 
-  /// How often a file was to be put in its place, with success or without.
+  /// How often the file was to be replaced, with or without success.
   int attempts() const { return attempts_; }
 
   /// Counts an attempt, if `to` is the file.

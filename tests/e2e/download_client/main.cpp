@@ -1,10 +1,10 @@
 // download_client [--shut-down | --let-go | --again | --held COUNT] (SERVER PATH DESTINATION)...
 // Hands requests to the suite's download object and prints what it is told, each event as a line of
-// JSON, until every request has ended. With --shut-down or --let-go it has enough at the first
-// event: it shuts the object down, or releases it, and prints how many threads there were before
-// the request, during the transfer, and are afterwards. With --again it then asks anew for the last
-// of its requests. With --held it holds the first destination, which must be there, until COUNT
-// attempts to replace it have failed, and prints how many there were in all.
+// JSON, until every request has ended. With --shut-down or --let-go it gives up at the first event:
+// it shuts down the object, or releases it, and prints how many threads there were before the
+// request, during the transfer and afterwards. With --again it then repeats the last request. With
+// --held it holds the first destination, which must exist, until COUNT attempts to replace it have
+// failed, and prints the total number of attempts.
 #include <windows.h>
 
 #include <shellapi.h>
@@ -42,8 +42,8 @@ void Print(const std::string& line) {
   std::fflush(stdout);
 }
 
-/// Whether a thread of this process was started by code other than the system's pool of threads,
-/// which keeps its own for a while.
+/// Whether a thread of this process was started by code other than the system's thread pool, which
+/// keeps its threads for a while.
 bool IsStartedByCode(DWORD id) {
   constexpr auto kStartAddress = static_cast<THREADINFOCLASS>(9);
   const win32::UniqueKernelObject thread(OpenThread(THREAD_QUERY_INFORMATION, FALSE, id));
@@ -98,7 +98,7 @@ class Client : public platform::OvTransportEvents {
     MSG message;
     while (open_ > 0 && GetMessageW(&message, nullptr, 0, 0) > 0) {
       DispatchMessageW(&message);
-      // The object lives at least as long as the event that it is let go in.
+      // The object lives at least as long as the event in which it is released.
       if (was_told_ && ending_ == Ending::kLetGo) End();
     }
     if (held_) {
@@ -183,7 +183,7 @@ Ending TakeEnding(std::vector<std::string>& words) {
   return ending;
 }
 
-/// How many attempts on a held file have to fail; 0 when none is held.
+/// How many attempts on a held file must fail; 0 if none is held.
 int TakeHeld(std::vector<std::string>& words) {
   if (words.size() < 2 || words.front() != "--held") return 0;
   const int held = std::stoi(words[1]);
@@ -200,7 +200,7 @@ int main() {
     const int held = TakeHeld(words);
     const win32::ComApartment apartment;
     Client(ending, held, std::move(words)).Run();
-    // What the system still holds of a cancelled transfer comes to its end by itself.
+    // What the system still holds of a cancelled transfer ends by itself.
     const ULONGLONG limit = GetTickCount64() + 60000;
     while (!SuiteCanUnload() && GetTickCount64() < limit) Sleep(10);
     Print(std::string("{\"event\":\"Gone\",\"library\":") +

@@ -1,34 +1,31 @@
-// e2e_probe COMMAND [ARGUMENT...]: looks at the desktop, or uses Kitbay's objects, from a process
-// of its own, and prints one line of JSON.
+// e2e_probe COMMAND [ARGUMENT...]: looks at the desktop, or uses Kitbay's objects, from a separate
+// process, and prints one line of JSON.
 //
-//   windows                  the visible top-level windows from the top of the screen down
+//   windows                  the visible top-level windows, topmost first
 //   press CAPTION BUTTON     presses a button of a top-level window of that caption, as soon as
-//   there
-//                            is one that is switched on
+//                            there is one that is enabled
 //   close CLASS CAPTION      sends the close message to the top-level window of that class
 //                            and caption
 //   minimize CAPTION         minimises the top-level window of that caption
-//   restore CAPTION          gives it the place again that it had
+//   restore CAPTION          restores its previous place
 //   size CAPTION WIDTH HEIGHT
 //                            gives it another size in pixels
-//   resolution CAPTION DPI   tells it that it is shown at so many dots per inch, and leaves it its
+//   resolution CAPTION DPI   tells it that it is shown at that many dots per inch, but leaves its
 //                            place
-//   key CAPTION CODE         a key goes down and up in the focused control of that window
+//   key CAPTION CODE         presses and releases a key in the focused control of that window
 //   value KEY NAME           the type and the bytes of a value of a class: the user's, or else the
 //                            machine's
-//   refuse KEY               from here on, until Wine ends, nobody may write the key below
+//   refuse KEY               from now on, until Wine ends, nobody may write the key below
 //                            HKEY_LOCAL_MACHINE; everybody may read it
-//   programs NAME            the processes of an executable: who started each, and whether it has
-//   an
-//                            administrator's rights
+//   programs NAME            the processes of an executable: who started each, and whether it is
+//                            elevated
 //   registry                 creates Kitbay.Registry, calls its members in the interface's order
 //   manager                  creates Kitbay.Manager and calls BringToFront
 //   late                     creates Kitbay.Manager, closes Kitbay's window, and calls BringToFront
-//                            when the event "Kitbay.Tests.Ending" is set; says what became of that
+//                            when the event "Kitbay.Tests.Ending" is set; reports the outcome
 //
-// What a window is asked it waits for, however long the window is busy: whoever runs the probe ends
-// it when that takes too long. It exits with 1, and prints {"error":...}, when something cannot be
-// done.
+// The probe waits for the answers of windows, however long they are busy; whoever runs it ends it
+// when that takes too long. It exits with 1, and prints {"error":...}, if something cannot be done.
 #include <windows.h>
 // After windows.h, which they need.
 #include <commctrl.h>
@@ -86,7 +83,7 @@ std::wstring Caption(HWND window) {
   return text;
 }
 
-// The text of a control of another process, which GetWindowText does not ask for.
+// The text of a control of another process, which GetWindowText does not read.
 std::wstring ControlText(HWND control) {
   const LRESULT length = SendMessageW(control, WM_GETTEXTLENGTH, 0, 0);
   std::wstring text(static_cast<std::size_t>(length) + 1, L'\0');
@@ -123,7 +120,7 @@ std::string Numbers(const RECT& place) {
          std::to_string(place.right) + "," + std::to_string(place.bottom) + "]";
 }
 
-// How far a progress bar is; null for other controls.
+// The value of a progress bar; null for other controls.
 std::string ProgressOf(HWND control) {
   if (ClassName(control) != PROGRESS_CLASSW) {
     return "null";
@@ -131,7 +128,7 @@ std::string ProgressOf(HWND control) {
   return std::to_string(SendMessageW(control, PBM_GETPOS, 0, 0));
 }
 
-// Memory within another process, which a message to one of its windows can point at.
+// Memory in another process, to which a message to one of its windows can point.
 class MemoryThere {
  public:
   MemoryThere(HWND window, std::size_t size) {
@@ -167,7 +164,7 @@ LRESULT Ask(HWND control, UINT message, WPARAM wparam, const void* argument = nu
   return SendMessageW(control, message, wparam, reinterpret_cast<LPARAM>(argument));
 }
 
-// The items of a list view as {text, selected, place}, the place in pixels of the screen.
+// The items of a list view as {text, selected, place}, with the place in screen pixels.
 std::string ItemsOfList(HWND control) {
   constexpr std::size_t kLongest = 1024;
   const MemoryThere memory(control, sizeof(LVITEMW) + kLongest * sizeof(wchar_t));
@@ -196,7 +193,7 @@ std::string ItemsOfList(HWND control) {
   return json + "]";
 }
 
-// The items of a list view; null for other controls, and for one that has gone by now.
+// The items of a list view; null for other controls, and for one that no longer exists.
 std::string ItemsOf(HWND control) {
   if (ClassName(control) != WC_LISTVIEWW) {
     return "null";
@@ -244,7 +241,7 @@ std::string Describe(HWND window) {
   return json + "]}";
 }
 
-// EnumWindows goes through the windows in their order on the screen, the topmost first.
+// EnumWindows enumerates the windows in their order on the screen, topmost first.
 std::string Windows() {
   std::vector<HWND> windows;
   EnumWindows(Collect, reinterpret_cast<LPARAM>(&windows));
@@ -265,7 +262,7 @@ HWND Needed(const std::wstring& caption) {
   return window;
 }
 
-// A button of a top-level window, switched on; null when there is none.
+// An enabled button of a top-level window; null if there is none.
 HWND ButtonOf(const std::wstring& caption, const std::wstring& button) {
   for (HWND window = FindWindowW(nullptr, caption.c_str()); window != nullptr;
        window = FindWindowExW(nullptr, window, nullptr, caption.c_str())) {
@@ -278,7 +275,7 @@ HWND ButtonOf(const std::wstring& caption, const std::wstring& button) {
   return nullptr;
 }
 
-// Windows tells nobody of the windows of others.
+// Windows does not notify anybody of other programs' windows.
 std::string Press(const std::wstring& caption, const std::wstring& button) {
   constexpr DWORD kPauseMs = 50;
   HWND found = ButtonOf(caption, button);

@@ -1,5 +1,5 @@
-// Stands in for the question that Windows asks before it starts a program with an administrator's
-// rights. Wine starts it unasked.
+// Stands in for Windows' question before it starts an elevated program. Wine starts it without
+// asking.
 #include <windows.h>
 // After windows.h, which it needs.
 #include <shellapi.h>

@@ -1,6 +1,6 @@
-// Makes the end of Kitbay wait for a call of a client, and lets it in, as every call to another
-// process does while it waits for the answer. The event "Kitbay.Tests.Ending" says that the end has
-// come so far.
+// Makes the end of Kitbay wait for a client's call and lets it in, as every call to another process
+// does while it waits for the answer. The event "Kitbay.Tests.Ending" signals that the end has come
+// that far.
 #include <windows.h>
 // After windows.h, which it needs.
 #include <oleauto.h>

@@ -1,7 +1,7 @@
-// starter [--limited] [--with LIBRARY] PROGRAM: starts a program, with --limited as Windows does
-// for an administrator whose rights are not in force, which Wine calls a linked token, and puts the
-// library, which lies beside this program, into it. When the program and all that it has started
-// have ended, ends with the number of these processes; with 99 when it cannot.
+// starter [--limited] [--with LIBRARY] PROGRAM: starts a program and injects the library, which
+// lies beside this program. With --limited, starts it as Windows does for an administrator who is
+// not elevated, with what Wine calls a linked token. When the program and everything that it
+// started have ended, exits with the number of these processes, or with 99 on failure.
 #include <windows.h>
 
 #include <cstdio>
@@ -22,7 +22,7 @@ void Demand(bool is_done, const char* step) {
 
 struct Order {
   bool is_limited = false;
-  std::wstring put_in;  ///< empty for none
+  std::wstring put_in;  ///< the injected library; empty for none
   std::wstring program;
 };
 
@@ -59,7 +59,7 @@ void LoadInto(HANDLE process, const std::wstring& library) {
   Demand(GetExitCodeThread(loading.get(), &is_loaded) && is_loaded != 0, "LoadLibrary");
 }
 
-// A job tells a port when its last process has ended.
+// A job notifies a port when its last process has ended.
 DWORD RunToTheLast(const Order& order) {
   const UniqueKernelObject job(CreateJobObjectW(nullptr, nullptr));
   const UniqueKernelObject port(CreateIoCompletionPort(INVALID_HANDLE_VALUE, nullptr, 0, 1));
