@@ -32,7 +32,7 @@ class ErrorLogFileTest : public ::testing::Test {
 
   std::string Bytes() const { return files_.Bytes(kPath).value_or("(none)"); }
 
-  /// What the log holds after its header.
+  /// The contents of the log after its header.
   std::string Entries() const {
     const std::string bytes = Bytes();
     return bytes.substr(bytes.find("\r\n") + 2);
@@ -196,7 +196,7 @@ TEST_F(ErrorLogFileTest, OnlyTheFirstErrorOfAProcedureIsLogged) {
                            "                         [Description:-  first]\r\n");
 }
 
-TEST_F(ErrorLogFileTest, AnEntryBearsTheTimeOfItsError) {
+TEST_F(ErrorLogFileTest, AnEntryHasTheTimeOfItsError) {
   log_.Open(file_system_, kPath);
   clock_.SetNow({2026, 11, 21, 12, 0, 5});
   base::guarded(log_, "Kitbay::Sample", [] { throw Failure(5, ""); });

@@ -28,26 +28,26 @@ inline constexpr const char* kUninstallKey =
     "HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\";
 inline constexpr const char* kLogPath = "C:\\Ovalink\\KitbayLog.log";
 
-/// The program put together as its own start does it, on a machine in memory. The suite is
-/// installed in C:\Ovalink, the program lies in C:\Ovalink\Kitbay, the user's data in C:\Ana. A
-/// standard user runs the program, but may change the suite until a test says otherwise.
+/// The program assembled as at its real start, on a machine in memory. The suite is installed in
+/// C:\Ovalink, the program in C:\Ovalink\Kitbay, and the user's data are in C:\Ana. A standard user
+/// runs the program, but may change the suite until a test says otherwise.
 class FakeProgram : public ::testing::Test {
  protected:
   FakeProgram();
 
-  /// Runs the program with an administrator's rights.
+  /// Runs the program elevated.
   void RunAsAdministrator();
 
-  /// Starts the program; returns whether it runs on.
+  /// Starts the program; returns whether it keeps running.
   bool Start();
 
-  /// Starts the program and lets its page load.
+  /// Starts the program and completes its page.
   void StartAndLoadPage();
 
-  /// The log file's bytes; "(none)" when there is no such file.
+  /// The log file's bytes; "(none)" if there is no such file.
   std::string Log() const;
 
-  /// What a log holds at its start, and the four lines of an entry. The clock stands still.
+  /// The header of a log, and the four lines of an entry. The clock stands still.
   static std::string Header();
   static std::string Entry(const std::string& procedure, const std::string& number,
                            const std::string& description);
@@ -55,7 +55,7 @@ class FakeProgram : public ::testing::Test {
   /// The journal's calls that begin with one of `starts`.
   std::vector<std::string> CallsOf(const std::vector<std::string>& starts);
 
-  /// How often that call stands in the journal.
+  /// How often the journal contains that call.
   std::ptrdiff_t Count(const std::string& call);
 
   platform::HtmlNodeRef At(const std::string& id) const { return window.document()->ById(id); }

@@ -9,7 +9,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-/// A check on its own, with a log that keeps its entries.
+/// A check by itself, with a log that keeps its entries.
 class InstallationCheckTest : public FakeProgram {
  protected:
   InstallationCheckTest() { settings.MainAppName = "Application"; }
@@ -71,7 +71,7 @@ TEST_F(InstallationCheckTest, AMissingEntryIsLookedForOnceInEachView) {
   EXPECT_FALSE(form.IsLoaded());
 }
 
-TEST_F(InstallationCheckTest, WithoutAnEntryThatCanBeReadTheUserIsToldAboutApplicationTwice) {
+TEST_F(InstallationCheckTest, WithoutAReadableEntryTheMessageNamesApplicationTwice) {
   settings.program_folder = "C:\\Elsewhere";
   keys.DenyAccess(EntryOf("Tessel"));
   window.Load(form);
@@ -109,28 +109,28 @@ TEST_F(InstallationCheckTest, AProgramOf32BitsLooksInTheViewOf64) {
   EXPECT_THAT(KeysOpened(), ElementsAre(opened + " 0x3f", opened + " 0x13f"));
 }
 
-/// The message at the start for a suite of the other bitness.
+/// The start-up message for a suite of the other bitness.
 std::string OtherBitness(const std::string& suite, const std::string& program) {
   return "ShowMessage [Tessel Messenger is a " + suite + "-bit program, but this is the " +
          program + "-bit Kitbay. It cannot register the libraries of components; the " + suite +
          "-bit Kitbay can. To get it, run Kitbay's installer again.] [Kitbay] 0";
 }
 
-TEST_F(InstallationCheckTest, ASuiteOfTheSameBitnessNeedsNoWords) {
+TEST_F(InstallationCheckTest, ASuiteOfTheSameBitnessNeedsNoMessage) {
   desktop.AddProgram("C:\\Ovalink\\TesselMain.exe", 64);
   Check();
   check_.TellOtherBitness();
   EXPECT_THAT(CallsOf({"ShowMessage"}), IsEmpty());
 }
 
-TEST_F(InstallationCheckTest, AMainClientOfTheOtherBitnessIsTold) {
+TEST_F(InstallationCheckTest, AMainClientOfTheOtherBitnessIsReported) {
   desktop.AddProgram("C:\\Ovalink\\TesselMain.exe", 32);
   Check();
   check_.TellOtherBitness();
   EXPECT_THAT(CallsOf({"ShowMessage"}), ElementsAre(OtherBitness("32", "64")));
 }
 
-TEST_F(InstallationCheckTest, ThePeerOf32BitsTellsThatOf64) {
+TEST_F(InstallationCheckTest, The32BitProgramReportsA64BitClient) {
   settings.program_bits = 32;
   desktop.AddProgram("C:\\Ovalink\\TesselMain.exe", 64);
   Check();
@@ -150,7 +150,7 @@ TEST_F(InstallationCheckTest, WithoutAReadableMainClientTheViewOfTheEntryCounts)
   EXPECT_THAT(CallsOf({"ShowMessage"}), ElementsAre(OtherBitness("32", "64")));
 }
 
-TEST_F(InstallationCheckTest, AnEntryInTheWrongViewIsNoMatterWhereTheMainClientFits) {
+TEST_F(InstallationCheckTest, AnEntryInTheWrongViewDoesNotMatterIfTheMainClientFits) {
   PutInstallTxt("custom\r\nTesselPro\r\n");
   keys.AddText(
       "HKEY_LOCAL_MACHINE\\SOFTWARE\\Wow6432Node\\Microsoft\\Windows\\CurrentVersion\\"

@@ -7,14 +7,14 @@
 
 namespace kitbay::app {
 
-/// The calls that several fakes received, in one order. A fake that makes a `Moment` in each of its
-/// calls is in its right place among the others.
+/// The calls that several fakes received, in a single order. A fake that creates a `Moment` in each
+/// of its calls gets its calls into the right place among the others.
 class Journal {
  public:
-  /// Watches what a fake writes down; it must outlive the journal.
+  /// Watches the calls that a fake records; they must outlive the journal.
   void Watch(const std::vector<std::string>& calls) { sources_.emplace_back(&calls, 0); }
 
-  /// Takes up what was written down since.
+  /// Adds what has been recorded since the last time.
   void Drain() {
     for (auto& [source, taken] : sources_) {
       for (; taken < source->size(); ++taken) {
@@ -23,7 +23,7 @@ class Journal {
     }
   }
 
-  /// Drains at the beginning and at the end of a call.
+  /// Drains at the start and at the end of a call.
   class Moment {
    public:
     explicit Moment(Journal& journal) : journal_(journal) { journal_.Drain(); }

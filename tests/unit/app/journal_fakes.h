@@ -14,7 +14,7 @@
 #include "fakes/recording_desktop.h"
 #include "journal.h"
 
-/// The fakes of the platform whose calls stand in their order in a journal.
+/// The fakes of the platform whose calls appear in order in a journal.
 namespace kitbay::app {
 
 class JournalDesktop : public fakes::RecordingDesktop {
@@ -204,7 +204,7 @@ class JournalWindow : public fakes::FakeMainWindow {
   Journal& journal_;
 };
 
-/// The dialog of update sources; what the program does with it stands in the journal as
+/// The dialog of update sources; the journal shows what the program does with it, such as
 /// "Preference.Show".
 class JournalPreferenceWindow : public fakes::FakePreferenceWindow {
  public:

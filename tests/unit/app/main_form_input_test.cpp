@@ -52,7 +52,7 @@ TEST_F(MainFormInput, HelpShowsItsTopic) {
   EXPECT_EQ(Log(), Header());
 }
 
-TEST_F(MainFormInput, HelpThatCannotBeShownIsToldAndLogged) {
+TEST_F(MainFormInput, HelpThatCannotBeShownIsReportedAndLogged) {
   desktop.FailHelp(base::Failure(base::RuntimeError::kFileNotFound));
   window.events()->lblHelp_Click();
   EXPECT_EQ(Log(), Header() + Entry("Kitbay::lblHelp_Click", "53", "File not found"));
@@ -61,7 +61,7 @@ TEST_F(MainFormInput, HelpThatCannotBeShownIsToldAndLogged) {
             1);
 }
 
-TEST_F(MainFormInput, TheHelpCursorIsLoadedAnewOnEveryMove) {
+TEST_F(MainFormInput, TheHelpCursorIsLoadedAgainOnEveryMove) {
   window.events()->lblHelp_MouseMove();
   window.events()->lblHelp_MouseMove();
   EXPECT_THAT(journal.calls(), ElementsAre("SetHelpCursor C:\\Ovalink\\Channels\\HAND-M.cur",

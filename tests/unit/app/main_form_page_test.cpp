@@ -1,4 +1,4 @@
-// What follows when the page has loaded.
+// What happens when the page has loaded.
 #include "fake_program.h"
 
 namespace kitbay::app {
@@ -12,7 +12,7 @@ using ::testing::IsEmpty;
 
 class PageLoaded : public FakeProgram {
  protected:
-  /// Lets the page load in a program that has started.
+  /// Completes the page in a program that has been started.
   void LoadPage() {
     ASSERT_TRUE(Start());
     journal.Clear();
@@ -261,7 +261,7 @@ TEST_F(PageLoaded, ADownloadObjectThatCannotBeSetUpEndsTheSequence) {
   EXPECT_THAT(CallsOf({"fso.FileExists"}), IsEmpty());
 }
 
-TEST_F(PageLoaded, WithoutTheFileSystemObjectTheListsFollowAllTheSame) {
+TEST_F(PageLoaded, WithoutTheFileSystemObjectTheListsAreStillFilled) {
   suite_objects.missing.insert(kFileSystemObject);
   files.AddFile("C:\\Ana\\Ovalink\\updatepreference.xml",
                 "<root><preferences><preference url='mine.example/list.xml'/></preferences>"
@@ -306,7 +306,7 @@ TEST_F(PageLoaded, ADownloadObjectOfASecondPageThatCannotBeSetUpTakesNoRequests)
   EXPECT_THAT(suite_objects.Find(kDownload)->requests, IsEmpty());
 }
 
-TEST_F(PageLoaded, ASecondPageIsConnectedAnew) {
+TEST_F(PageLoaded, ASecondPageIsConnectedAgain) {
   LoadPage();
   window.Navigate("C:\\Ovalink\\Kitbay\\AddonUpdates.html");
   window.events()->WebBrowser1_DocumentComplete();

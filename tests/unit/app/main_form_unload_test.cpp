@@ -32,7 +32,7 @@ TEST_F(MainFormUnload, GoesThroughItsStepsInOrder) {
   EXPECT_EQ(Log(), Header());
 }
 
-TEST_F(MainFormUnload, LetsEverythingGo) {
+TEST_F(MainFormUnload, ReleasesEverything) {
   window.Unload();
   EXPECT_TRUE(suite_objects.Find(kDownload)->is_released);
   EXPECT_TRUE(suite_objects.Find(kTransport)->is_released);

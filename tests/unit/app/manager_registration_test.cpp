@@ -9,7 +9,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-/// A manager that tells when it is gone.
+/// A manager that reports its destruction.
 class MortalManager : public platform::ManagerService {
  public:
   explicit MortalManager(bool& gone) : gone_(gone) {}
@@ -88,7 +88,7 @@ TEST_F(ManagerRegistrationTest, WindupWithoutAnObjectRevokesCookieZero) {
   EXPECT_THAT(log_.entries, IsEmpty());
 }
 
-/// A table whose connections cannot be cut.
+/// A table whose connections cannot be closed.
 class StubbornObjects : public fakes::FakeActiveObjects {
  public:
   void DisconnectObject(platform::ManagerService& /*object*/) override {

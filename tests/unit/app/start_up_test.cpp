@@ -37,7 +37,7 @@ class SecondStart : public FakeProgram {
   OtherManager other_{desktop};
 };
 
-TEST_F(SecondStart, RaisesTheFirstWindowAndEndsWithoutOneOfItsOwn) {
+TEST_F(SecondStart, RaisesTheFirstWindowAndEndsWithoutAWindow) {
   active_objects.running_manager = &other_;
   EXPECT_FALSE(Start());
   EXPECT_EQ(other_.raised, 1);
@@ -200,8 +200,8 @@ TEST_F(FirstStart, WithoutAWindowEndsInsteadOfRunningUnseen) {
 class BringToFront : public FakeProgram {
  protected:
   static std::vector<std::string> RaisingCalls() {
-    // 65602 is the window's handle; -1 topmost, -2 not topmost, 3 neither size nor place; 9
-    // restore, 5 show.
+    // 65602 is the window's handle; -1 is topmost, -2 not topmost, 3 neither size nor position; 9
+    // is restore, 5 show.
     return {"SetWindowPos 65602 -1 3", "SetWindowPos 65602 -2 3", "ShowWindow 65602 9",
             "ShowWindow 65602 5", "SetActiveWindow 65602"};
   }
@@ -247,7 +247,7 @@ TEST_F(BringToFront, WhileTheProgramEndsLoadsNothingAgain) {
   EXPECT_FALSE(form.IsLoaded());
 }
 
-TEST_F(BringToFront, OfAManagerThatIsMadeWhileTheProgramEndsLoadsNothingAgain) {
+TEST_F(BringToFront, OfAManagerCreatedWhileTheProgramEndsLoadsNothingAgain) {
   StartAndLoadPage();
   suite_objects.on_shut_down = [&] { program.services.CreateManager()->BringToFront(); };
   window.Unload();

@@ -1,4 +1,4 @@
-// What a user may do who has no right to change the suite's folder, and what is said of it.
+// What a user without the right to change the suite's folder may do, and what Kitbay says about it.
 #include "app/suite_rights.h"
 
 #include "fake_program.h"
@@ -24,7 +24,7 @@ constexpr const char* kAnswer =
     "an "
     "administrator.] [Kitbay] 0";
 
-/// A standard user on a suite whose folder is an administrator's.
+/// A standard user on a suite whose folder belongs to an administrator.
 class StandardUser : public FakeProgram {
  protected:
   StandardUser() { files.SetAdministrators("C:\\Ovalink"); }
@@ -107,7 +107,7 @@ TEST_F(StandardUser, LeavesTheWorkingFolderOfAProgramWithMoreRights) {
   EXPECT_TRUE(files.IsFile("C:\\Ovalink\\Temp\\notes.zip"));
 }
 
-TEST_F(StandardUser, WhoMeanwhileStartedAnotherLeavesThePlaceToThat) {
+TEST_F(StandardUser, WhoStartedAnotherMeanwhileLeavesThePlaceToThat) {
   class BusyUser : public platform::Elevation {
    public:
     explicit BusyUser(fakes::FakeInstanceMark& mark) : mark_(mark) {}
@@ -145,7 +145,7 @@ TEST_F(StandardUser, MayLackTheRightInOneFolderAlone) {
   }
 }
 
-/// Every button, where the user has declined.
+/// Every button, after the user has declined.
 class Buttons : public StandardUser {
  protected:
   Buttons() {
@@ -203,7 +203,7 @@ TEST_F(Buttons, TheDirectoriesCanBeEditedForTheyAreTheUsersOwn) {
   EXPECT_THAT(CallsOf({"ShowMessage"}), IsEmpty());
 }
 
-TEST_F(Buttons, DirectoriesThatCannotBeSavedAreToldOf) {
+TEST_F(Buttons, DirectoriesThatCannotBeSavedAreReported) {
   window.events()->cmdPreference_Click();
   preference_window.Type("www.example.org/mine.xml");
   preference_window.events()->cmdPrefOk_Click();
@@ -213,7 +213,7 @@ TEST_F(Buttons, DirectoriesThatCannotBeSavedAreToldOf) {
               ElementsAre("ShowMessage [The list of directories could not be saved.] [Kitbay] 0"));
 }
 
-/// The same suite, and an administrator's rights.
+/// The same suite, with an administrator's rights.
 class Administrator : public StandardUser {
  protected:
   Administrator() { RunAsAdministrator(); }
@@ -229,7 +229,7 @@ TEST_F(Administrator, IsNotAskedAndMayChangeEverything) {
   EXPECT_EQ(suite_objects.Find(kDownload)->requests.size(), 1U);
 }
 
-TEST_F(Administrator, WhoMayNotWriteEitherIsNotAskedButTold) {
+TEST_F(Administrator, WhoMayNotWriteEitherIsToldButNotAsked) {
   files.SetUnwritable("C:\\Ovalink");
   StartAndLoadPage();
   EXPECT_EQ(elevation.questions, 0);

@@ -29,7 +29,7 @@ class ProgramWithItsDialog : public FakeProgram {
 
   std::vector<std::string>& Requests() { return suite_objects.Find(kDownload)->requests; }
 
-  /// Lets the source that was asked when the page had loaded answer.
+  /// Makes the source that was contacted after the page had loaded answer.
   void AnswerFirstSource() {
     files.AddFile("C:\\Ovalink\\Kitbay\\list.xml", "<components/>");
     suite_objects.Find(kDownload)->receiver->Message("/list.xml", "Received-Length", "true");

@@ -62,7 +62,7 @@ TEST_F(Guarded, LackOfMemoryIsErrorSeven) {
   EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::Procedure", 7, "Out of memory")));
 }
 
-TEST_F(Guarded, OtherStandardExceptionIsErrorFiveInItsOwnWords) {
+TEST_F(Guarded, OtherStandardExceptionIsErrorFiveWithItsOwnText) {
   EXPECT_FALSE(RunThrowing(std::out_of_range("index 3 of 2")));
   EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::Procedure", 5, "index 3 of 2")));
 }
@@ -92,13 +92,13 @@ TEST_F(Guarded, WhatWasSetBeforeTheFailureStays) {
   EXPECT_EQ(result, "set");
 }
 
-TEST_F(Guarded, LogThatCannotBeWrittenIsNoFailure) {
+TEST_F(Guarded, UnwritableLogIsNotAFailure) {
   log_.failure = std::make_exception_ptr(Failure(RuntimeError::kDiskFull));
   EXPECT_FALSE(RunThrowing(Failure(RuntimeError::kOverflow)));
   EXPECT_THAT(log_.entries, IsEmpty());
 }
 
-TEST_F(Guarded, ClockThatCannotBeReadIsNoFailure) {
+TEST_F(Guarded, UnreadableClockIsNotAFailure) {
   log_.time_failure = std::make_exception_ptr(42);
   EXPECT_FALSE(RunThrowing(Failure(RuntimeError::kOverflow)));
   EXPECT_THAT(log_.entries, IsEmpty());

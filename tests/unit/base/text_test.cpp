@@ -69,7 +69,7 @@ TEST(AfterLastSlash, TextWithoutASlashIsTheNameItself) {
   EXPECT_EQ(AfterLastSlash(""), "");
 }
 
-TEST(AfterLastSlash, BackslashIsNoSlash) { EXPECT_EQ(AfterLastSlash("a/b\\c.xml"), "b\\c.xml"); }
+TEST(AfterLastSlash, BackslashIsNotASlash) { EXPECT_EQ(AfterLastSlash("a/b\\c.xml"), "b\\c.xml"); }
 
 }  // namespace
 }  // namespace kitbay::base

@@ -9,7 +9,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-/// The installed lists as the program writes them, through the listing that asks each source.
+/// The installed lists as the program writes them, with the listing that asks each source.
 class Updates : public ManifestTest {
  protected:
   Updates() { sources_.UpdateSources = {"one.example/a.xml"}; }
@@ -158,7 +158,7 @@ TEST_F(Updates, UnreadableVersionComparesTheFirstOfferedPartWithZero) {
                                        "fillDiv installedaddons|B|N/A|About B|2|-"));
 }
 
-TEST_F(Updates, EachSourceWritesTheHeadingOfAddonsAndTransportsAnew) {
+TEST_F(Updates, EachSourceWritesTheHeadingOfAddonsAndTransportsAgain) {
   sources_.UpdateSources = {"one.example/a.xml", "two.example/b.xml"};
   SetDatastore(RegistryText(Addon("a", "A", "a.dll"), Transport("t", "T", "t.dll"), ""));
   SetManifest("a.xml", ManifestText(Offer("addon", "a", "A", "1"), "", ""));
@@ -206,7 +206,7 @@ INSTANTIATE_TEST_SUITE_P(Manifests, NoList,
                                          "<!DOCTYPE html><html></html>", "no xml at all",
                                          "<components><transports/></components>"));
 
-TEST_F(Updates, ManifestThatIsNotThereIsPassedOver) {
+TEST_F(Updates, MissingManifestIsSkipped) {
   SetDatastore(RegistryText(Addon("a", "A", "a.dll"), "", ""));
   installed_.InstalledAddons();
   EXPECT_THAT(rows_.calls, IsEmpty());
@@ -223,7 +223,7 @@ TEST_F(Updates, MissingVersionOfAMatchedOfferIsLoggedAndEndsTheRows) {
   EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::AddInfo", 91, kNotSet)));
 }
 
-TEST_F(Updates, MissingVersionOfAnOfferThatNobodyHasHarmsNothing) {
+TEST_F(Updates, MissingVersionOfAnOfferNotInstalledHarmsNothing) {
   SetDatastore(RegistryText("", "", Channel("a", "A", "1")));
   SetManifest("a.xml", ManifestText("", "", "<channel id='zzz'/>"));
   installed_.InstalledChannels();

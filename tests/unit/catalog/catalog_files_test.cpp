@@ -1,4 +1,4 @@
-// One reading of each file for one refresh of the lists.
+// Each file is read once per refresh of the lists.
 #include "catalog/catalog_files.h"
 
 #include <gmock/gmock.h>
@@ -16,7 +16,7 @@ constexpr const char* kReadDatastore = "Read C:\\Suite\\Datastore\\olregistry.xm
 
 class CatalogFilesTest : public ManifestTest {
  protected:
-  /// Counts how often the version of a library is asked for.
+  /// Counts how often the version of a library is requested.
   class CountedVersions : public fakes::FakeVersionResource {
    public:
     std::optional<platform::FileVersion> Read(const std::string& path) const override {
@@ -74,7 +74,7 @@ TEST_F(CatalogFilesTest, TheCustomRegistryIsOneFileInWhateverCaseItIsWritten) {
             catalog_files_.TryFile("C:\\User\\CustomData\\CustomRegistry.xml"));
 }
 
-TEST_F(CatalogFilesTest, ANameThatNoManifestMayHaveIsNotRead) {
+TEST_F(CatalogFilesTest, AnInvalidManifestNameIsNotRead) {
   files_.AddFile("C:\\Suite\\Kitbay\\DirectoryPreference.xml", ManifestText("", "", ""));
   const CatalogFiles::Refresh refresh(catalog_files_);
   EXPECT_EQ(catalog_files_.TryManifest("DirectoryPreference.xml"), nullptr);

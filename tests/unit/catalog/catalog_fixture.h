@@ -17,7 +17,7 @@ using fakes::kNotSet;
 
 inline constexpr std::int32_t kInvalidData = -2147024883;
 
-/// A suite in memory, installed in C:\Suite, its user's folder C:\User\CustomData.
+/// A suite in memory, installed in C:\Suite, with the user's folder C:\User\CustomData.
 class CatalogTest : public testing::Test {
  protected:
   static constexpr const char* kDatastore = "C:\\Suite\\Datastore\\olregistry.xml";
@@ -62,7 +62,7 @@ inline std::string Channel(const std::string& id, const std::string& name,
          "</core></channel>";
 }
 
-/// A registry file whose three containers hold these entries.
+/// A registry file whose three containers contain these entries.
 inline std::string RegistryText(const std::string& addons, const std::string& transports,
                                 const std::string& channels) {
   return "<root><addons>" + addons + "</addons><transports>" + transports +

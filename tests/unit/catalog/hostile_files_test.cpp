@@ -12,7 +12,7 @@ using testing::SizeIs;
 
 constexpr std::size_t kMegabyte = 1024 * 1024;
 
-/// Datastores as nobody's program writes them, read by the listing of addons.
+/// Datastores that no program writes, read by the listing of addons.
 class HostileDatastore : public CatalogTest {
  protected:
   void List(const std::string& datastore) {
@@ -96,7 +96,7 @@ TEST_F(HostileDatastore, FiftyMegabytesOfEntriesEndInAnOverflow) {
   EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::InitialInstalledAddons", 6, "Overflow")));
 }
 
-// Reading the text below an element used to recurse once per level and overran the stack.
+// Reading the text below an element once recursed per level and overran the stack.
 TEST_F(HostileDatastore, DescriptionNestedAMillionDeepIsRead) {
   constexpr std::size_t kDepth = 1000000;
   std::string opening;

@@ -204,7 +204,7 @@ TEST_F(InstalledListing, RowPast32767IsALoggedOverflow) {
   EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::InitialInstalledAddons", 6, "Overflow")));
 }
 
-TEST_F(InstalledListing, DatastoreIsReadAnewByEachListing) {
+TEST_F(InstalledListing, DatastoreIsReadAgainByEachListing) {
   Addons(RegistryText(Addon("a", "A", "a.dll"), "", ""));
   rows_.calls.clear();
   EXPECT_THAT(Addons(RegistryText(Addon("b", "B", "b.dll"), "", "")),

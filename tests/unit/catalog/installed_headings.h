@@ -2,7 +2,7 @@
 
 namespace kitbay::catalog {
 
-/// What the row writer is told before each list of installed components.
+/// What the row writer receives before each list of installed components.
 inline constexpr const char* kInstalledAddonHeading =
     "FillDivHeader installedaddons|itabencloser|Currently Installed  Addons";
 inline constexpr const char* kInstalledTransportHeading =

@@ -59,7 +59,7 @@ TEST_F(ListingWithUpdates, AddonsForgetTheRowsOfTheListingBefore) {
   EXPECT_THAT(shown_.ids, ElementsAre("chat"));
 }
 
-TEST_F(ListingWithUpdates, EmptyContainerForgetsTheRowsBeforeAndAsksNoSource) {
+TEST_F(ListingWithUpdates, EmptyContainerForgetsThePreviousRowsAndAsksNoSource) {
   SetDatastore(RegistryText("", "", ""));
   installed_.InstalledAddons();
   EXPECT_THAT(check_.calls, IsEmpty());

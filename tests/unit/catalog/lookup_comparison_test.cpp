@@ -1,5 +1,5 @@
-// The lists are looked up through indexes; here they are compared with plain nested walks over the
-// same random entries.
+// The lists use indexes for lookups; here they are compared with plain nested walks over the same
+// random entries.
 #include <gmock/gmock.h>
 
 #include <random>
@@ -22,7 +22,7 @@ class LookupComparison : public ManifestTest {
  protected:
   int Below(int limit) { return std::uniform_int_distribution<int>(0, limit - 1)(random_); }
 
-  /// Few different ids, in two letter cases, so that many are equal.
+  /// Only a few different ids, in two spellings of their case, so that many are equal.
   std::vector<Item> RandomItems(int count, bool may_lack_id) {
     std::vector<Item> items;
     for (int i = 0; i < count; ++i) {
@@ -53,8 +53,8 @@ class LookupComparison : public ManifestTest {
     return ManifestText("", "", text);
   }
 
-  /// What the check of one source writes: one walk through the offers for each installed entry,
-  /// ended by the first failure.
+  /// What the check of one source writes: one walk through the offers per installed entry, ended by
+  /// the first failure.
   static std::vector<std::string> CheckByWalking(const std::vector<Item>& installed,
                                                  const std::vector<Item>& offered) {
     std::vector<std::string> calls;
@@ -89,7 +89,7 @@ class LookupComparison : public ManifestTest {
     int row = 0;
     for (const Item& offer : offered) {
       if (!offer.has_id) {
-        return calls;  // no other list knows the id "~", and the entry has no @id
+        return calls;  // no other list has the id "~", and the entry has no @id
       }
       bool is_installed = false;
       for (const Item& entry : installed) {
@@ -142,7 +142,7 @@ TEST_F(LookupComparison, UpdateCheckGivesWhatANestedWalkGives) {
       updates += call.starts_with("fillDivWithUpdates") ? 1 : 0;
     }
   }
-  // The rounds are of use only when all of this has turned up.
+  // The rounds are useful only if all of this has occurred.
   EXPECT_GT(updates, 200U);
   EXPECT_GT(failures, 200U);
 }

@@ -17,14 +17,14 @@ inline std::string Offer(const std::string& element, const std::string& id, cons
          ".zip</url></" + element + ">";
 }
 
-/// A manifest whose three containers hold these entries.
+/// A manifest whose three containers contain these entries.
 inline std::string ManifestText(const std::string& addons, const std::string& transports,
                                 const std::string& channels) {
   return "<components><addons>" + addons + "</addons><transports>" + transports +
          "</transports><channels>" + channels + "</channels></components>";
 }
 
-/// A suite in memory whose update sources have left manifests.
+/// A suite in memory with manifests from its update sources.
 class ManifestTest : public CatalogTest {
  protected:
   void SetManifest(const std::string& name, const std::string& text) {

@@ -41,7 +41,7 @@ TEST(ManifestSignatures, SayWhatTheyWereMadeWith) {
   EXPECT_EQ(signature->until, kUntil);
 }
 
-// From RFC 8032, section 7.1, test 3: what libsodium signs is what others verify.
+// From RFC 8032, section 7.1, test 3: what libsodium signs, others can verify.
 TEST(ManifestSignatures, AreThoseOfEd25519) {
   const auto key = ReadKey("fc51cd8e6218a1a38da47ed00230f0580816ed13ba3303ac5deb911548908025");
   ASSERT_TRUE(key);
@@ -95,7 +95,7 @@ TEST(ManifestSignatures, MayBeFollowedByWhiteSpace) {
   EXPECT_TRUE(FindSignature(kMaker.Sign(kManifest, 7, kUntil) + " \r\n\t\n"));
 }
 
-TEST(ManifestSignatures, ThatCannotBeReadAreNotTakenForNone) {
+TEST(ManifestSignatures, ThatCannotBeReadAreNotTakenForMissingOnes) {
   const std::string text = kMaker.Sign(kManifest, 7, kUntil);
   for (const auto& [from, to] : {
            std::pair{"serial=\"7\"", ""},

@@ -14,7 +14,7 @@ using testing::IsEmpty;
 constexpr std::int32_t kBadSignature = -2146893818;  // NTE_BAD_SIGNATURE
 constexpr std::chrono::sys_days kToday = 2026y / 11 / 21;
 
-// The source of m.xml signs; number 5 was seen already. The clock shows 2026-11-21.
+// The source of m.xml signs; number 5 has already been seen. The clock shows 2026-11-21.
 class SignedManifests : public ManifestTest {
  protected:
   SignedManifests() { sources_.keys["m.xml"] = {.key = maker_.key(), .serial = 5}; }
@@ -72,7 +72,7 @@ TEST_F(SignedManifests, HoldThroughTheirLastDay) {
   EXPECT_EQ(Refusal(Signed()), "m.xml held until 2026-11-21 only");
 }
 
-TEST_F(SignedManifests, OfASourceWhoseKeyIsNoneAreRefused) {
+TEST_F(SignedManifests, OfASourceWithAnInvalidKeyAreRefused) {
   sources_.keys["m.xml"].key = "";
   EXPECT_EQ(Refusal(Signed()), "m.xml cannot be checked: the key of its source is not a key");
 }
@@ -105,7 +105,7 @@ TEST_F(SignedManifests, AreStillReadAsXml) {
   EXPECT_EQ(catalog_files_.TryManifest("m.xml"), nullptr);
 }
 
-// The older reader has no notion of keys: for it the signature is a comment.
+// The older reader has no concept of keys: to it the signature is a comment.
 TEST_F(SignedManifests, AreReadAsBeforeByWhoHasNoKey) {
   sources_.keys.clear();
   SetManifest("m.xml", Signed());

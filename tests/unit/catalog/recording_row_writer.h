@@ -8,8 +8,8 @@
 
 namespace kitbay::catalog {
 
-/// Writes every call down, in order: the procedure, a blank, and its arguments joined by "|". Flags
-/// stand as their names, or as "-" when they are off.
+/// Records every call, in order: the procedure, a blank, and its arguments joined by "|". Flags
+/// appear by their names, or as "-" when they are off.
 class RecordingRowWriter : public RowWriter {
  public:
   void AddImageTab(const std::string& holder, const std::string& markup) override {

@@ -8,8 +8,8 @@
 
 namespace kitbay::catalog {
 
-/// Writes every call down, in order, as "AddAddonInfo news.xml [chat dice] 1 2": the manifest, the
-/// ids of the installed entries and the numbers of the rows that it takes, one per entry.
+/// Records every call, in order, as "AddAddonInfo news.xml [chat dice] 1 2": the manifest, the ids
+/// of the installed entries and the row numbers that it takes, one per entry.
 class RecordingUpdateCheck : public UpdateCheck {
  public:
   explicit RecordingUpdateCheck(InstalledRows& shown) : shown_(shown) {}
@@ -31,9 +31,9 @@ class RecordingUpdateCheck : public UpdateCheck {
   }
 
   std::vector<std::string> calls;
-  std::vector<InstalledRows> shown_at_call;  ///< the collections as each call found them
-  bool notes_ids = true;  ///< whether the entries' ids go into the shared collection
-  bool fails = false;     ///< whether each call ends in error 9 once it is written down
+  std::vector<InstalledRows> shown_at_call;  ///< the collections at each call
+  bool notes_ids = true;  ///< whether the entries' ids are added to the shared collection
+  bool fails = false;     ///< whether each call fails with error 9 after it is recorded
 
  private:
   void Note(const std::string& procedure, const Entries& installed, const std::string& manifest,

@@ -56,7 +56,7 @@ TEST(ManifestName, IsThatOfAnXmlFileInTheFolderItself) {
   EXPECT_FALSE(IsManifestName("..\\ovalink.xml"));
 }
 
-TEST(ManifestName, IsNoneOfTheFilesOfSourcesUnderWhateverName) {
+TEST(ManifestName, IsNotAFileOfSourcesInAnySpelling) {
   EXPECT_FALSE(IsManifestName("DirectoryPreference.xml"));
   EXPECT_FALSE(IsManifestName("UpdatePreference.xml"));
   EXPECT_FALSE(IsManifestName("DIRECT~1.xml"));

@@ -29,7 +29,7 @@ TEST_P(VersionPairs, LastInstalledPartDecides) {
 INSTANTIATE_TEST_SUITE_P(
     VersionRule, VersionPairs,
     testing::Values(
-        // Every step overwrites the one before.
+        // Every step overwrites the previous one.
         Pair{"1.2.0.5", "1.3.0.0", false}, Pair{"2.0.0.0", "1.0.0.1", true},
         Pair{"1.0.0.9", "1.0.1.0", false}, Pair{"1.0.0.9", "0.0.0.10", true},
         Pair{"1.0.0.0", "1.0.0.0", false}, Pair{"1.0.0.0", "1.0.0.1", true},
@@ -38,14 +38,14 @@ INSTANTIATE_TEST_SUITE_P(
         // Numbers, not texts.
         Pair{"1.0.0.9", "1.0.0.10", true}, Pair{"1.0.0.10", "1.0.0.9", false},
         Pair{"1.0.0.09", "1.0.0.9", false}, Pair{"1.0.0.2", "1.0.0.002", false},
-        // Other counts of parts.
+        // Different numbers of parts.
         Pair{"1", "2", true}, Pair{"2", "2", false}, Pair{"1.5", "1.6", true},
         Pair{"1.5", "1.6.9.9", true}, Pair{"1.5", "9.5.9", false}, Pair{"3", "2.9.9.9", false},
         Pair{"1.0.0.0.1", "1.0.0.0.2", true},
-        // An unreadable version has one part, which counts 0.
+        // An unreadable version has one part, which counts as 0.
         Pair{"N/A", "1.0.0.0", true}, Pair{"N/A", "0.9.9.9", false}, Pair{"N/A", "2", true},
         Pair{"N/A", "N/A", false},
-        // Only the number that a part begins with counts.
+        // Only the number at the start of a part counts.
         Pair{"1.0.0.3", "1.0.0.4beta", true}, Pair{"1.0.0.4", "1.0.0.4beta", false},
         Pair{"1.0.0.0", "1.0.0.beta4", false}, Pair{"1.0.0.x", "1.0.0.1", true},
         Pair{"1.0.0.", "1.0.0.1", true}, Pair{"1.0.0.1", "1.0.0.", false},

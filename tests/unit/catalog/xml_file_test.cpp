@@ -16,7 +16,7 @@ constexpr const char* kPath = "C:\\Suite\\a.xml";
 
 class XmlFile : public CatalogTest {
  protected:
-  /// The number of the failure of loading a file of these bytes; 0 when it loads.
+  /// The number of the failure to load a file with these bytes; 0 if it loads.
   std::int32_t LoadNumber(const std::string& bytes) { return NumberOfLoading(LoadXml, bytes); }
 
   std::int32_t LoadToChangeNumber(const std::string& bytes) {
@@ -156,12 +156,12 @@ TEST_F(XmlFile, SavedUtf16DeclaresItselfAsUtf8) {
   EXPECT_EQ(Saved(), "<?xml version=\"1.0\" encoding=\"UTF-8\"?><r/>");
 }
 
-TEST_F(XmlFile, OfAnEncodingThatIsNotKnownReadsWhatCanBeRead) {
+TEST_F(XmlFile, OfAnUnknownEncodingReadsWhatCanBeRead) {
   EXPECT_EQ(LoadNumber("<?xml version='1.0' encoding='windows-1252'?><r a='B\xFC' b='News'/>"), 0);
   EXPECT_STREQ(document_.child("r").attribute("b").value(), "News");
 }
 
-TEST_F(XmlFile, OfAnEncodingThatIsNotKnownIsNotChanged) {
+TEST_F(XmlFile, OfAnUnknownEncodingIsNotChanged) {
   for (const char* encoding : {"windows-1252", "ISO-8859-15", "Shift_JIS"}) {
     const std::string bytes =
         std::string("<?xml version='1.0' encoding='") + encoding + "'?><r a='B\xFC'/>";

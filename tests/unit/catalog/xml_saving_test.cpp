@@ -1,4 +1,4 @@
-// What a file that is loaded to be changed keeps when it is saved, and what may be put into it.
+// What a file loaded for changes keeps when it is saved, and what may be put into it.
 #include "catalog/xml_characters.h"
 #include "catalog/xml_file.h"
 #include "catalog_fixture.h"
@@ -10,7 +10,7 @@ constexpr const char* kSavedPath = "C:\\Suite\\a.xml";
 
 class XmlSaving : public CatalogTest {
  protected:
-  /// The bytes of a file of these bytes when it was loaded and saved again.
+  /// The bytes of a file with these bytes after it was loaded and saved again.
   std::string SavedAgain(const std::string& bytes) {
     files_.AddFile(kSavedPath, bytes);
     XmlDocument document;
@@ -20,7 +20,7 @@ class XmlSaving : public CatalogTest {
   }
 };
 
-TEST_F(XmlSaving, WhatIsNotChangedComesOutByteForByte) {
+TEST_F(XmlSaving, UnchangedPartsAreKeptByteForByte) {
   const std::string bytes =
       "<?xml version=\"1.0\" encoding=\"utf-8\" standalone=\"yes\"?>\r\n"
       "<!-- by hand: <addons> -->\r\n<?client keep='<'?>\n\n"

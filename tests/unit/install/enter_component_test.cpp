@@ -1,4 +1,4 @@
-// Reading the manifest entry of the component that is being installed.
+// Reading the manifest entry of the component being installed.
 #include "registration_fixture.h"
 
 namespace kitbay::install {

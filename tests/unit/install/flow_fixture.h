@@ -32,10 +32,10 @@ using fakes::kNotSet;
 inline constexpr const char* kDatastore = "C:\\Ovalink\\Datastore\\olregistry.xml";
 inline constexpr const char* kCustomRegistry = "C:\\Ana\\CustomData\\customregistry.xml";
 
-/// How the main client's window is looked for.
+/// The call that looks for the main client's window.
 inline constexpr const char* kFindClient = "FindTopWindow [ThunderRT6FormDC] [OvlTessel]";
 
-/// A desktop on which something happens while the user is told or asked.
+/// A desktop on which something happens while the user reads a message or answers a question.
 class BusyDesktop : public fakes::RecordingDesktop {
  public:
   int ShowMessage(const std::string& text, const std::string& title, int style) override {
@@ -57,7 +57,7 @@ class BusyDesktop : public fakes::RecordingDesktop {
   std::optional<base::Failure> search_failure;
 };
 
-/// A page with rows of components, in the suite of C:\Ovalink and with the user's data in
+/// A page with rows of components, with the suite in C:\Ovalink and the user's data in
 /// C:\Ana\CustomData. The main client is not running.
 class FlowTest : public ::testing::Test {
  protected:
@@ -86,17 +86,17 @@ class FlowTest : public ::testing::Test {
     rows_.showUpdates(view::kUpdatedContainers[kind], name, "2.0.0.0", "Does things.", row);
   }
 
-  /// The row of that place in a container.
+  /// The row at that position in a container.
   platform::HtmlNodeRef Row(const std::string& container, int place = 0) const {
     return html_->ById(container)->Child(place);
   }
 
-  /// A button of a row; in an installed row Remove comes first and then Update.
+  /// A button of a row; in an installed row Remove comes first, then Update.
   platform::HtmlNodeRef Button(const std::string& container, int place, int button) const {
     return Row(container, place)->Child(1)->Child(0)->Child(1)->Child(button);
   }
 
-  /// Lets the present click be on that button of an installed row.
+  /// Makes that button of an installed row the source of the current click.
   platform::HtmlNodeRef Click(base::ComponentKind kind, int place, int button) {
     platform::HtmlNodeRef clicked = Button(view::kInstalledContainers[kind], place, button);
     html_->set_event_source(clicked);

@@ -1,5 +1,5 @@
-// Installations, updates and removals on a file system that fails at every one of its operations,
-// one run each: the registry files hold the old state or the new one, and no failure is silent.
+// Installations, updates and removals on a file system that fails at each of its operations, in one
+// run each: the registry files have the old or the new contents, and no failure is silent.
 #include <functional>
 
 #include "catalog/xml_file.h"
@@ -15,7 +15,7 @@ using base::RuntimeError;
 constexpr const char* kFreshCustomRegistry =
     "<root><transports></transports><addons></addons><channels></channels></root> ";
 
-/// A machine of its own for each run.
+/// A separate machine for each run.
 class Machine : public InstallationTest {
  public:
   Machine() {
@@ -58,7 +58,7 @@ class Machine : public InstallationTest {
   std::string Datastore() const { return File(kDatastore); }
   std::string CustomRegistry() const { return File(kCustomRegistry); }
 
-  /// All that the run is to bring about: both registry files, the files of the component, what the
+  /// Everything that the run should achieve: both registry files, the component's files, what the
   /// user reads and what is started.
   std::string Result() const {
     std::string result = Datastore() + "\n" + CustomRegistry() + "\n";
@@ -142,7 +142,7 @@ INSTANTIATE_TEST_SUITE_P(Removals, EveryFault, ::testing::ValuesIn(Removals()), 
 INSTANTIATE_TEST_SUITE_P(Installations, EveryFaultOfAnInstallation,
                          ::testing::ValuesIn(Installations()), ScenarioName);
 
-/// What a run without faults does.
+/// The course of a run without faults.
 struct Course {
   std::string old_datastore;
   std::string old_custom_registry;
@@ -172,7 +172,7 @@ Course CourseOf(const Scenario& scenario) {
   return course;
 }
 
-/// The ids of a registry file's entries, in its order; an empty element may be written either way.
+/// The ids of a registry file's entries, in order; an empty element may be written either way.
 std::vector<std::string> IdsIn(const std::string& registry) {
   pugi::xml_document document;
   document.load_string(registry.c_str());
@@ -204,7 +204,7 @@ void CheckFault(const Scenario& scenario, const Course& course, std::size_t nth,
   EXPECT_TRUE(machine.log_size() > 0 || machine.Result() == course.result) << machine.Result();
 }
 
-TEST_P(EveryFault, LeavesTheOldStateOrTheNewOneAndIsTold) {
+TEST_P(EveryFault, LeavesTheOldStateOrTheNewOneAndIsReported) {
   const Course course = CourseOf(GetParam());
   ASSERT_GE(course.operations, 3U);
   for (const RuntimeError error :

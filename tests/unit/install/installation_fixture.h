@@ -12,8 +12,8 @@ namespace kitbay::install {
 
 inline constexpr const char* kEmptyRegistry = "<root><addons/><transports/><channels/></root>";
 
-/// A suite without components, whose one update source offers "notes" as an addon, a transport and
-/// a channel; the package of each lies in the working folder.
+/// A suite without components, whose only update source offers "notes" as an addon, a transport and
+/// a channel; the package of each is in the working folder.
 class InstallationTest : public FlowTest {
  protected:
   InstallationTest() {
@@ -27,7 +27,7 @@ class InstallationTest : public FlowTest {
     session_.file_system = &file_system_;
   }
 
-  /// Lets the manifest offer that id as each kind, with those further libraries of an addon and a
+  /// Makes the manifest offer that id as each kind, with those further libraries of an addon and a
   /// channel, and those files of a transport.
   void Offer(const std::string& id, const std::string& libraries = "notes.dll",
              const std::string& own_library = "own.dll") {
@@ -55,10 +55,10 @@ class InstallationTest : public FlowTest {
                                  {.name = "data/notes.txt", .bytes = "one"}}));
   }
 
-  /// Puts a library at `path` that registers itself.
+  /// Adds a library at `path` that registers itself.
   void AddLibrary(const std::string& path) { libraries_.Add(path, {{"DllRegisterServer", {}}}); }
 
-  /// Hands the package `name`, asked for from row 3, of Notes, over as downloaded.
+  /// Delivers the package `name`, requested from row 3, of Notes, as downloaded.
   void Install(base::ComponentKind kind, const std::string& name = "notes") {
     const update::PendingPackage package = {
         .file_path = name + ".zip", .name = name, .row_id = "3", .row_name = "Notes"};

@@ -1,5 +1,5 @@
-// A machine that is short of memory. In a program of its own, for it replaces the operator that
-// memory for an entry comes from.
+// A machine that is short of memory. This is a separate program, because it replaces the operator
+// that allocates the memory for an entry.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 

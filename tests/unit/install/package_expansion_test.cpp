@@ -111,7 +111,7 @@ TEST_F(PackageExpansionTest, TheCallersDestinationGetsItsSeparatorAndKeepsIt) {
   EXPECT_EQ(destination_, "C:\\S\\addons\\skins\\");
 }
 
-TEST_F(PackageExpansionTest, AMissingArchiveIsToldByTheResultAlone) {
+TEST_F(PackageExpansionTest, AMissingArchiveIsReportedOnlyByTheResult) {
   EXPECT_FALSE(ExpandZipFile());
   EXPECT_THAT(log_.entries, IsEmpty());
   EXPECT_EQ(destination_, "C:\\S\\addons\\skins\\");
@@ -150,7 +150,7 @@ TEST_F(PackageExpansionTest, AnArchiveWithoutEntriesIsExpandedToNothing) {
   EXPECT_THAT(Names(), IsEmpty());
 }
 
-// Older versions of the library do not find a directory at the very start of a file, newer ones do.
+// Older versions of the library do not find a directory at the very start of a file; newer ones do.
 TEST_F(PackageExpansionTest, AnArchiveThatIsOnlyADirectoryWritesNothing) {
   Expand(ZipOf({}));
   EXPECT_THAT(Names(), IsEmpty());
@@ -161,7 +161,7 @@ TEST_F(PackageExpansionTest, BytesBeforeTheArchiveDoNotMatter) {
   EXPECT_EQ(Bytes("a.txt"), "a");
 }
 
-TEST_F(PackageExpansionTest, AWrongSumIsNotNoticed) {
+TEST_F(PackageExpansionTest, AWrongChecksumIsNotNoticed) {
   EXPECT_TRUE(Expand(ZipOf(
       {{.name = "a.txt", .bytes = "as it came", .declared_crc = 1},
        {.name = "b.txt", .bytes = std::string(5000, 'b'), .deflated = true, .declared_crc = 1}})));
@@ -411,7 +411,7 @@ TEST_F(PackageExpansionTest, AnArchiveThatTheDownloadObjectStillHoldsIsRead) {
   EXPECT_EQ(Bytes("a.txt"), "a");
 }
 
-TEST_F(PackageExpansionTest, AFileWhereAFolderShouldBeIsNoFolder) {
+TEST_F(PackageExpansionTest, AFileInPlaceOfAFolderIsNotAFolder) {
   EXPECT_TRUE(Expand(ZipOf({{"a", "file"}, {"a/b.txt", "b"}, {"c.txt", "c"}})));
   EXPECT_THAT(log_.entries, ElementsAre(Entry(76, "Path not found: a\\b.txt")));
   EXPECT_EQ(Bytes("a"), "file");

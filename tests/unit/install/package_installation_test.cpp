@@ -24,7 +24,7 @@ class Installation : public InstallationTest {
 class InstallationOfEachKind : public Installation,
                                public ::testing::WithParamInterface<ComponentKind> {
  protected:
-  /// The folder that the package of "notes" is expanded into.
+  /// The folder into which the package of "notes" is expanded.
   static std::string Folder() {
     constexpr base::PerKind<const char*> kFolders = {
         .addon = "C:\\Ovalink\\addons\\notes",
@@ -33,7 +33,7 @@ class InstallationOfEachKind : public Installation,
     return kFolders[GetParam()];
   }
 
-  /// The registry file that the component is entered into.
+  /// The registry file in which the component is entered.
   std::string RegistryFile() const {
     return File(GetParam() == ComponentKind::kChannel ? kCustomRegistry : kDatastore);
   }
@@ -64,7 +64,7 @@ TEST_P(InstallationOfEachKind, ExpandsEntersAndTellsTheUser) {
   EXPECT_THAT(log_.entries, IsEmpty());
 }
 
-TEST_P(InstallationOfEachKind, AMissingDownloadIsToldAndNothingIsCreated) {
+TEST_P(InstallationOfEachKind, AMissingDownloadIsReportedAndNothingIsCreated) {
   constexpr base::PerKind<const char*> kProcedures = {
       .addon = "Kitbay::Unpack", .transport = "Kitbay::Unpack", .channel = "Kitbay::UnpackChannel"};
   file_system_.DeleteFolder("C:\\Ovalink\\Temp", true);
@@ -78,7 +78,7 @@ TEST_P(InstallationOfEachKind, AMissingDownloadIsToldAndNothingIsCreated) {
   EXPECT_EQ(settings_.InstallFolder, "C:\\Ovalink");
 }
 
-TEST_P(InstallationOfEachKind, ACorruptArchiveIsToldAndNothingIsEntered) {
+TEST_P(InstallationOfEachKind, ACorruptArchiveIsReportedAndNothingIsEntered) {
   constexpr base::PerKind<const char*> kProcedures = {.addon = "Kitbay::UnPack",
                                                       .transport = "Kitbay::UnPackTransport",
                                                       .channel = "Kitbay::UnPackChannel"};
@@ -113,7 +113,7 @@ TEST_P(InstallationOfEachKind, ARegistryFileThatCannotBeWrittenClearsTheStatusBa
   EXPECT_TRUE(StatusIsClear());
 }
 
-TEST_P(InstallationOfEachKind, AFileThatCouldNotBeWrittenIsToldBeforeTheRest) {
+TEST_P(InstallationOfEachKind, AFileThatCouldNotBeWrittenIsReportedBeforeTheRest) {
   files_.AddFile(Folder() + "\\data\\notes.txt", "old");
   files_.SetInUse(Folder() + "\\data\\notes.txt");
   AddLibrary(Folder() + "\\own.dll");
@@ -168,7 +168,7 @@ TEST_P(InstallationOfEachKind, WithoutARestartFlagTheClientIsNotStarted) {
   EXPECT_EQ(desktop_.calls().size(), 1U);
 }
 
-TEST_P(InstallationOfEachKind, AClientThatWasClosedIsStartedAgainAlsoWhenNothingWasEntered) {
+TEST_P(InstallationOfEachKind, AClosedClientIsStartedAgainEvenIfNothingWasEntered) {
   Offer("other");
   session_.restart = true;
   Install(GetParam());
@@ -186,7 +186,7 @@ TEST_P(InstallationOfEachKind, APackageThatCannotBeUnpackedLeavesTheRestartFlag)
   EXPECT_THAT(desktop_.calls(), ElementsAre(HasSubstr("is corrupt"), HasSubstr("Not Found")));
 }
 
-TEST_P(InstallationOfEachKind, EndsAnUpdateWhateverBecomesOfIt) {
+TEST_P(InstallationOfEachKind, EndsAnUpdateWhateverItsOutcome) {
   state_.update_in_progress = true;
   desktop_.while_asking = [&] { EXPECT_TRUE(state_.update_in_progress); };
   Install(GetParam());
@@ -215,8 +215,8 @@ TEST_P(InstallationOfEachKind, AnUpdateChangesTheRowThatAskedForIt) {
   EXPECT_EQ(Messages().size(), 1U);
 }
 
-// The number of the row is what it was at the click; the lists count from 1 each time.
-TEST_P(InstallationOfEachKind, OfAListFilledAnewMeanwhileTheComponentsOwnRowGoes) {
+// The row's number is the one from the click; the lists count from 1 each time.
+TEST_P(InstallationOfEachKind, OfAListFilledAgainMeanwhileTheComponentsOwnRowGoes) {
   const char* container = view::kUpdatedContainers[GetParam()];
   Offer("notes", "");
   AddNew(GetParam(), "Notes", 1);
@@ -227,7 +227,7 @@ TEST_P(InstallationOfEachKind, OfAListFilledAnewMeanwhileTheComponentsOwnRowGoes
   EXPECT_THAT(log_.entries, IsEmpty());
 }
 
-TEST_P(InstallationOfEachKind, OfAListFilledAnewDuringTheMessageNoOtherRowGoes) {
+TEST_P(InstallationOfEachKind, OfAListFilledAgainDuringTheMessageNoOtherRowGoes) {
   const char* container = view::kUpdatedContainers[GetParam()];
   Offer("notes", "");
   AddNew(GetParam(), "Notes", 3);
@@ -241,7 +241,7 @@ TEST_P(InstallationOfEachKind, OfAListFilledAnewDuringTheMessageNoOtherRowGoes) 
   EXPECT_THAT(log_.entries, IsEmpty());
 }
 
-TEST_P(InstallationOfEachKind, OfAListFilledAnewMeanwhileTheUpdateChangesTheComponentsOwnRow) {
+TEST_P(InstallationOfEachKind, OfAListFilledAgainMeanwhileTheUpdateChangesTheComponentsOwnRow) {
   constexpr base::PerKind<const char*> kVersions = {
       .addon = "Version 0", .transport = "Version 2.0", .channel = "Version 2.0"};
   const char* container = view::kInstalledContainers[GetParam()];

@@ -14,8 +14,8 @@
 #include "fakes/recording_error_log.h"
 #include "install/package_expansion.h"
 
-// Archives that other programs made, as Debian ships them: what unzip makes of them is what Kitbay
-// makes of them, but for empty files and folders.
+// Archives made by other programs, as Debian ships them: Kitbay expands them as unzip does, except
+// for empty files and folders.
 namespace kitbay::install {
 namespace {
 
@@ -40,7 +40,7 @@ class TemporaryFolder {
 
 using Tree = std::map<std::string, std::string>;
 
-/// Every path below `folder`, and the bytes of files; "/" for a folder that has something in it.
+/// Every path below `folder`, with the bytes of files, and "/" for a folder that is not empty.
 Tree TreeOf(const fs::path& folder, bool with_empty) {
   Tree tree;
   for (const fs::directory_entry& entry : fs::recursive_directory_iterator(folder)) {
@@ -64,7 +64,7 @@ Tree TreeOf(const fs::path& folder, bool with_empty) {
   return tree;
 }
 
-/// The file of a folder that has this beginning of its name; versions follow it.
+/// The file in a folder whose name has this start; a version follows.
 struct Package {
   const char* folder;
   const char* beginning;

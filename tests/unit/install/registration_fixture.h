@@ -8,8 +8,8 @@
 
 namespace kitbay::install {
 
-/// The suite with row 7 of its page, that of Chess, clicked and a component on its way into the
-/// registry files.
+/// The suite with row 7 of its page, that of Chess, clicked, and a component about to be entered in
+/// the registry files.
 class RegistrationTest : public FlowTest {
  protected:
   RegistrationTest() {
@@ -34,10 +34,10 @@ class RegistrationTest : public FlowTest {
       {log_, files_, catalog_files_, settings_, desktop_, rows_, buttons_, sources_, session_}};
 };
 
-/// The texts of a manifest entry's child elements, in the order of their names.
+/// The texts of a manifest entry's child elements, ordered by their names.
 using Elements = std::map<std::string, std::string>;
 
-/// `<kind attributes>` with those child elements; their texts go in as markup.
+/// `<kind attributes>` with those child elements; their texts are inserted as markup.
 inline std::string ManifestEntry(const std::string& kind, const std::string& attributes,
                                  const Elements& elements) {
   std::string markup = "<" + kind + " " + attributes + ">";

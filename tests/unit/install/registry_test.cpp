@@ -28,7 +28,7 @@ class RegistryAccess : public testing::Test {
 
   Registry& Make() { return registry_.emplace(log_, keys_, settings_); }
 
-  /// What `Step` calls on the registry after a `Registry` object over an existing key was made.
+  /// What `Step` calls on the registry after a `Registry` object was created for an existing key.
   template <typename Step>
   std::vector<std::string> CallsOf(Step step) {
     keys_.AddKey(kSuiteKey);
@@ -171,7 +171,7 @@ TEST_F(RegistryAccess, HandlesOfTheKeysThatAreCreatedStayOpen) {
                                             "HKEY_CLASSES_ROOT\\ovl\\shell\\open\\command"));
 }
 
-TEST_F(RegistryAccess, ProtocolIsWrittenAnewOverAnEarlierOne) {
+TEST_F(RegistryAccess, ProtocolIsWrittenOverAnEarlierOne) {
   keys_.AddText("HKEY_CLASSES_ROOT\\ovl\\DefaultIcon", "", "C:\\Old\\Old.exe");
   Make().RegisterUrlHandler();
   EXPECT_EQ(keys_.Bytes("HKEY_CLASSES_ROOT\\ovl\\DefaultIcon", ""), "Kitbay.exe");
@@ -217,7 +217,7 @@ TEST_F(RegistryAccess, TheProtocolGoesToTheMachineWhereTheUserMayWriteThere) {
   EXPECT_FALSE(keys_.HasKey("HKEY_CURRENT_USER\\Software\\Classes\\ovl"));
 }
 
-/// A registry whose every call throws.
+/// A registry in which every call throws.
 class BrokenRegistry : public platform::RegistryKeys {
  public:
   KeyResult Open(platform::RegistryKey, const std::string&, std::uint32_t) override { Break(); }

@@ -10,7 +10,7 @@ using base::ComponentKind;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-// What the page tells `RemoveAddon` for each kind, and what a registry file calls it.
+// What the page passes to `RemoveAddon` for each kind, and the kind's name in a registry file.
 struct KindWords {
   const char* action;
   const char* kind;
@@ -36,7 +36,7 @@ class Remove : public FlowTest {
   void SetFile(const std::string& path, const std::string& text) { files_.AddFile(path, text); }
   std::string File(const std::string& path) const { return files_.Bytes(path).value_or("(none)"); }
 
-  /// A registry file with one entry of that id and name of each kind.
+  /// A registry file with one entry of each kind, with that id and name.
   static std::string Registry(const std::string& id, const std::string& name) {
     std::string text = "<root>";
     for (const ComponentKind kind : base::kComponentKinds) {
@@ -56,7 +56,7 @@ class Remove : public FlowTest {
     return text.substr(0, begin) + "<" + list + "/>" + text.substr(text.find(end) + end.size());
   }
 
-  /// Clicks on Remove in the row of that place.
+  /// Clicks Remove in the row at that position.
   void Press(ComponentKind kind, int place = 0) {
     Click(kind, place, kRemove);
     removal_.RemoveAddon(kWords[kind].action, kWords[kind].kind);
@@ -312,7 +312,7 @@ TEST_F(Remove, AnInstallationThatEndsDuringTheQuestionDoesNotChangeWhichRowGoes)
   EXPECT_EQ(Row("installedaddons")->Child(0)->InnerText(), "MailVersion 1.0.0.0");
 }
 
-TEST_F(Remove, AListFilledAnewDuringTheQuestionLosesTheComponentsOwnRow) {
+TEST_F(Remove, AListFilledAgainDuringTheQuestionLosesTheComponentsOwnRow) {
   AddInstalled(ComponentKind::kAddon, "Notes", 1);
   AddInstalled(ComponentKind::kAddon, "Mail", 2);
   desktop_.while_asking = [&] {

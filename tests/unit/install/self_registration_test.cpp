@@ -54,7 +54,7 @@ TEST_F(SelfRegistrationTest, UnregisteringRunsTheOtherFunction) {
                   "StartThread 4098", "Wait 1 10000", "Close 1", "Free 1", "Own thread ends"));
 }
 
-TEST_F(SelfRegistrationTest, FailureCodeOfTheLibraryIsNotLookedAt) {
+TEST_F(SelfRegistrationTest, FailureCodeOfTheLibraryIsIgnored) {
   libraries_.Add(kSpell, {{"DllRegisterServer", {kFailureCode}}});
   EXPECT_EQ(Register(kSpell), 0);
   EXPECT_THAT(
@@ -71,7 +71,7 @@ TEST_F(SelfRegistrationTest, MissingLibraryGivesOneAndOneEntry) {
               ElementsAre(Entry(" Kitbay::Loading of library failed", 126, "Module not found.")));
 }
 
-TEST_F(SelfRegistrationTest, FileThatIsNoLibraryIsLoggedWithTheSystemsOwnNumber) {
+TEST_F(SelfRegistrationTest, FileThatIsNotALibraryIsLoggedWithTheSystemsOwnNumber) {
   libraries_.AddUnloadable(kSpell, {193, "Not a valid Win32 application."});
   EXPECT_EQ(Register(kSpell), 1);
   EXPECT_THAT(log_.entries, ElementsAre(Entry(" Kitbay::Loading of library failed", 193,

@@ -103,7 +103,7 @@ TEST_P(SignedPackages, OfWhichNothingWasAnnouncedAreNotOpened) {
   ExpectRefused("list.xml does not say the size and the SHA-256 of the package");
 }
 
-// Whoever else offers the id must not say what the signed package is.
+// Another source that offers the id must not decide what the signed package is.
 TEST_P(SignedPackages, AreEnteredAsTheirOwnManifestSays) {
   const std::string signed_manifest = File(kManifest);
   Offer("notes", "evil.dll", "evil.dll");

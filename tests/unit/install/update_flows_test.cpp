@@ -30,7 +30,7 @@ class Update : public FlowTest {
            "<filename>f.dll</filename><url>" + url + "</url>";
   }
 
-  /// Puts a manifest there with those entries of `kind`, each as `Offer` returns it.
+  /// Adds a manifest with those entries of `kind`, each as `Offer` returns it.
   void AddManifest(ComponentKind kind, const std::vector<std::string>& offers,
                    const std::string& name = "list.xml") {
     const std::string list = kLists[kind];
@@ -42,7 +42,7 @@ class Update : public FlowTest {
     files_.AddFile("C:\\Ovalink\\Kitbay\\" + name, text + "</" + list + "></components>");
   }
 
-  /// Clicks on Update in the row of that place.
+  /// Clicks Update in the row at that position.
   void Press(ComponentKind kind, int place = 0) {
     clicked_ = Click(kind, place, kUpdate);
     switch (kind) {

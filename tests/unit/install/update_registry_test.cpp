@@ -1,4 +1,4 @@
-// Writing the record into the registry files, and what the user is shown of it.
+// Writing the record into the registry files, and what the user sees of it.
 #include <optional>
 
 #include "catalog/xml_file.h"
@@ -73,7 +73,7 @@ class UpdateRegistry : public RegistrationTest {
            "<filename/><description>Reads</description><core>0</core></channel>";
   }
 
-  /// The text of a child element of the datastore's entry of that id, as a reader sees it.
+  /// The text of a child element of the datastore's entry with that id, as a reader sees it.
   std::string Written(const std::string& id, const char* element) {
     catalog::XmlDocument document;
     catalog::LoadXml(files_, kDatastore, document);
@@ -276,7 +276,7 @@ TEST_F(UpdateRegistry, MessagesNameComponentKindAndMainClient) {
                           "restart Tessel Messenger to view the new feature.] [Kitbay] 0"));
 }
 
-TEST_F(UpdateRegistry, SavedThenStatusClearedThenToldThenTheRowTakenAway) {
+TEST_F(UpdateRegistry, SavedThenStatusClearedThenToldThenTheRowRemoved) {
   rows_.showUpdates("updatedaddons", "Chess", "1", "Plays", 7);
   TakeAddon();
   bool shown = false;
@@ -313,7 +313,7 @@ class PresentComponent : public UpdateRegistry {
     rows_.fillDivWithUpdates(list, "Chess", "1.0", "Text", 7, false, false);
   }
 
-  /// The version that the row shows, and how many buttons it has.
+  /// The version shown in the row, and the number of its buttons.
   std::string Version(const std::string& list) const {
     return Row(list)->ChildNode(0)->ChildNode(1)->InnerText();
   }
@@ -456,7 +456,7 @@ TEST_F(FailingUpdate, NothingIsEnteredWithoutAComponent) {
   EXPECT_THAT(desktop_.calls(), IsEmpty());
 }
 
-TEST_F(FailingUpdate, FailureAtAnyFileOperationLeavesOldBytesAndIsTold) {
+TEST_F(FailingUpdate, FailureAtAnyFileOperationLeavesOldBytesAndIsReported) {
   const std::string before = Datastore();
   const std::string page = html_->TreeText();
   TakeAddon();

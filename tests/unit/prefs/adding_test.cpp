@@ -26,14 +26,14 @@ TEST_F(AddingASource, AppendsItAndClearsTheBoxForTheNext) {
   EXPECT_EQ(window_.focus(), "txtPrefUrl");
 }
 
-TEST_F(AddingASource, TellsOfAnotherOneWhoseListHasTheSameFileName) {
+TEST_F(AddingASource, ReportsAnotherOneWhoseListHasTheSameFileName) {
   Add("new.example.net/lists/b.xml");
   EXPECT_THAT(same_names_, ElementsAre("new.example.net/lists/b.xml b.example.org/B.xml"));
   EXPECT_EQ(window_.status_text(), kAdded);
   EXPECT_EQ(window_.items().back(), "new.example.net/lists/b.xml");
 }
 
-TEST_F(AddingASource, TellsNothingOfOtherFileNames) {
+TEST_F(AddingASource, ReportsNothingForOtherFileNames) {
   Add("new.example.net/bb.xml");
   Add("b.example.org/B.xml");
   EXPECT_THAT(same_names_, IsEmpty());
@@ -76,7 +76,7 @@ TEST_F(AddingASource, EveryOtherKeyInTheBoxIsIgnored) {
 
 class RefusedUrl : public AddingASource, public testing::WithParamInterface<const char*> {};
 
-TEST_P(RefusedUrl, IsToldAndStaysInTheBox) {
+TEST_P(RefusedUrl, IsReportedAndStaysInTheBox) {
   Add(GetParam());
   EXPECT_THAT(
       window_.calls().all(),
@@ -89,13 +89,13 @@ INSTANTIATE_TEST_SUITE_P(WithoutXmlOrDomainEnding, RefusedUrl,
                          testing::Values("", "www.example.com", "http://www.example.com/list.txt",
                                          "http://localhost/list.xml", "example.info/list.xml"));
 
-// The ending stands before the "www", and so is no longer there when the rest is judged.
+// The ending is before the "www", so it is no longer there when the rest is checked.
 INSTANTIATE_TEST_SUITE_P(WithoutADomainEndingAfterWww, RefusedUrl,
                          testing::Values("http://example.com/www/list.xml"));
 
 class DuplicateUrl : public AddingASource, public testing::WithParamInterface<const char*> {};
 
-TEST_P(DuplicateUrl, IsToldAndGoesFromTheBox) {
+TEST_P(DuplicateUrl, IsReportedAndRemovedFromTheBox) {
   Add(GetParam());
   EXPECT_THAT(window_.calls().all(), ElementsAre("SetStatusText", "FocusAddButton", "SetUrlText",
                                                  std::string("SetStatusText ") + kDuplicate));

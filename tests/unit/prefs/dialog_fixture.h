@@ -20,7 +20,7 @@ inline constexpr const char* kPath = "C:\\User\\Ovalink\\updatepreference.xml";
 inline constexpr const char* kPermissionDenied = "Permission denied";
 inline constexpr platform::WindowHandle kOwner{0x10042};
 
-/// The dialog over a file in memory, with a main window that counts how often it is told.
+/// The dialog on a file in memory, with a main window that counts its notifications.
 class DialogTest : public testing::Test, private SourceListUser {
  protected:
   DialogTest() {
@@ -71,13 +71,13 @@ class DialogTest : public testing::Test, private SourceListUser {
   fakes::FakePreferenceWindow window_;
   UpdateSourceDialog dialog_{log_, files_, source_file_, window_, *this};
 
-  /// What the file held each time that the main window was told.
+  /// The contents of the file at each notification of the main window.
   std::vector<std::string> told_;
 
-  /// How often it was told of a change that could not be saved.
+  /// How often a change that could not be saved was reported.
   int unsaved_ = 0;
 
-  /// What it was told of sources of one file name.
+  /// What was reported about sources with the same file name.
   std::vector<std::string> same_names_;
 
  private:

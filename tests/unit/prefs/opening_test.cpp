@@ -74,7 +74,7 @@ TEST_F(OpeningTheDialog, AgainOnlyBringsItToTheFrontAsItIs) {
   EXPECT_EQ(window_.UrlText(), "half a URL");
 }
 
-TEST_F(OpeningTheDialog, AfterItWasClosedReadsTheFileAnew) {
+TEST_F(OpeningTheDialog, AfterItWasClosedReadsTheFileAgain) {
   OpenWith({"first"});
   window_.Type("half a URL");
   window_.events()->cmdPrefClose_Click();
@@ -84,7 +84,7 @@ TEST_F(OpeningTheDialog, AfterItWasClosedReadsTheFileAnew) {
   EXPECT_EQ(window_.UrlText(), "");
 }
 
-TEST_F(OpeningTheDialog, TellsWhenThereCanBeNoWindow) {
+TEST_F(OpeningTheDialog, ReportsThatThereCanBeNoWindow) {
   window_.calls().FailMember("Load", base::Failure(base::RuntimeError::kOutOfMemory));
   EXPECT_THROW(Open(), base::Failure);
   EXPECT_FALSE(window_.IsLoaded());

@@ -166,7 +166,7 @@ TEST_F(RemovingASource, AFileThatCannotBeReadIsLoggedAndLeavesTheList) {
                                               base::RuntimeError::kPermissionDenied)));
 }
 
-TEST_F(RemovingASource, AFileThatIsNoneIsLoggedAndStaysAsItIs) {
+TEST_F(RemovingASource, AnInvalidFileIsLoggedAndStaysAsItIs) {
   files_.AddFile(kPath, "<root><preferences>");
   SelectAndPressDelete(2);
   EXPECT_EQ(File(), "<root><preferences>");

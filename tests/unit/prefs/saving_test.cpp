@@ -1,4 +1,4 @@
-// What is left behind when the dialog closes, whoever closed it.
+// What the dialog leaves when it closes, whoever closed it.
 #include "dialog_fixture.h"
 
 namespace kitbay::prefs {
@@ -103,7 +103,7 @@ TEST_F(ClosingTheDialog, WithoutAFileSavesNothing) {
   EXPECT_THAT(log_.entries, IsEmpty());
 }
 
-TEST_F(ClosingTheDialog, AFileThatIsNoneStaysAsItIs) {
+TEST_F(ClosingTheDialog, AnInvalidFileStaysAsItIs) {
   OpenFile("<root><preferences>");
   Add(kOne);
   Close();
@@ -136,11 +136,11 @@ TEST_F(ClosingTheDialog, AFileThatCannotBeWrittenIsLoggedAndStaysAsItIs) {
               ElementsAre(Entry("Kitbay::SavePreference", base::RuntimeError::kDiskFull)));
 }
 
-TEST_F(ClosingTheDialog, AFaultAfterTheFirstAdditionKeepsThatOneAndTells) {
+TEST_F(ClosingTheDialog, AFaultAfterTheFirstAdditionKeepsThatOneAndReports) {
   OpenWith({"own"});
   Add(kOne);
   Add(kTwo);
-  // Three readings, and the replacement after the second; then the second replacement.
+  // Three reads, and the replacement after the second; then the second replacement.
   files_.FailAt(5, base::RuntimeError::kDiskFull);
   Close();
   EXPECT_EQ(File(), FileOf({"own", kOne}));
@@ -149,8 +149,8 @@ TEST_F(ClosingTheDialog, AFaultAfterTheFirstAdditionKeepsThatOneAndTells) {
               ElementsAre(Entry("Kitbay::SavePreference", base::RuntimeError::kDiskFull)));
 }
 
-// Each step on the file fails in turn; whatever comes, the file is one of those that lie on the
-// way.
+// Each step on the file fails in turn; whatever happens, the file has one of its intermediate
+// contents.
 TEST_F(ClosingTheDialog, AFaultAtAnyStepLeavesAWholeFile) {
   for (std::size_t step = 1; step <= 5; ++step) {
     OpenWith({"own"});

@@ -60,7 +60,7 @@ TEST_F(SigningSource, IsADuplicateOfItsUrlWithoutTheKey) {
   EXPECT_THAT(window_.items(), ElementsAre("first.example.com/Own.xml", "n.org/n.xml"));
 }
 
-// Otherwise whoever had it typed again without the key would take the key away.
+// Otherwise typing the URL again without the key would remove the key.
 TEST_F(SigningSource, KeepsItsKeyWhenItsUrlIsTypedWithoutOne) {
   Add("n.org/n.xml#" + kKey);
   Add("n.org/n.xml");

@@ -1,4 +1,4 @@
-// From nothing to a signed source, and what the tool ends with.
+// From nothing to a signed source, and the tool's exit codes.
 #include "catalog/manifest_signature.h"
 #include "tool_fixture.h"
 
@@ -26,7 +26,7 @@ class Commands : public testing::Test {
 
   Workplace work_;
   std::string list_ = work_.Path("list.xml");
-  // As little as says that it is a library of version 1.2.0.7.
+  // The minimum that makes it a library of version 1.2.0.7.
   std::string library_ = "MZ" + std::string(0x3A, '\0') + std::string("\x40\0\0\0", 4) +
                          std::string("PE\0\0\x4C\x01", 6) +
                          std::string("\xBD\x04\xEF\xFE\0\0\x01\0\x02\0\x01\0\x07\0\0\0", 16);

@@ -1,5 +1,5 @@
-// What `check` finds in the entries of a manifest; beside each rule, Kitbay's own procedures show
-// what becomes of such an entry at a user's.
+// What `check` finds in the entries of a manifest. For each rule, Kitbay's own procedures show what
+// happens to such an entry on a user's machine.
 #include "flow_fixture.h"
 #include "install/update_flows.h"
 #include "tool_fixture.h"
@@ -21,7 +21,7 @@ class OfferedRules : public testing::Test {
     return work_.out;
   }
 
-  /// What a user who has installed `addons` is shown of the manifest checked last.
+  /// What a user who has installed `addons` sees of the manifest that was checked last.
   std::string Shown(const std::string& addons, const std::string& versions = "chess=1.2.0.5") {
     work_.Run({"rehearse", manifest_, "--registry", work_.Write("r.xml", RegistryOf(addons)),
                "--installed", versions});

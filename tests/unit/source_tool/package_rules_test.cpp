@@ -1,5 +1,5 @@
-// What `check` finds in packages; beside each rule, Kitbay's own procedures show what becomes of
-// such a package at a user's.
+// What `check` finds in packages. For each rule, Kitbay's own procedures show what happens to such
+// a package on a user's machine.
 #include "base/failure.h"
 #include "catalog/package_digest.h"
 #include "installation_fixture.h"
@@ -109,7 +109,7 @@ TEST_F(PackageRules, ANameThatWindowsWillNotKeep) {
   }
 }
 
-// K09: Windows loads no library of the other bitness, as here none is there to be loaded.
+// K09: Windows loads no library of the other bitness; here there is none to load.
 TEST_F(PackageRules, ALibraryOfTheOtherBitness) {
   EXPECT_THAT(Check({{.name = "own.dll", .bytes = Library(64)}}),
               HasSubstr("K09 the package notes.zip has a library of 64 bits, own.dll"));
@@ -156,7 +156,7 @@ TEST_F(PackageRules, NoPackage) {
   EXPECT_THAT(Messages(), ElementsAre("Download of notes.zip is corrupt . Try again"));
 }
 
-TEST_F(PackageRules, ShowHowFarTheyAreUnlessTold) {
+TEST_F(PackageRules, ShowTheirProgressUnlessQuiet) {
   work_.Write("notes.zip", fakes::ZipOf({{.name = "own.dll", .bytes = "x"}}));
   const std::string manifest = work_.Write("list.xml", ManifestOf(Entry("notes")));
   work_.Run({"check", manifest, "--packages", work_.Path("")});

@@ -1,4 +1,4 @@
-// Signatures and lists of sources, as `check` judges them and as Kitbay does.
+// Signatures and lists of sources, as `check` and as Kitbay judge them.
 #include "catalog/manifest_trust.h"
 #include "fakes/fake_clock.h"
 #include "fakes/recording_error_log.h"
@@ -12,7 +12,7 @@ using testing::HasSubstr;
 
 class Sources : public testing::Test {
  protected:
-  /// What Kitbay's own judgement of a manifest of that key is; empty where it takes it.
+  /// Kitbay's own verdict on a manifest of that key; empty if it accepts it.
   std::string Judged(const std::string& bytes) const {
     fakes::RecordingErrorLog log;
     const fakes::FakeClock clock;

@@ -20,7 +20,7 @@ using namespace std::chrono_literals;
 
 inline constexpr std::chrono::sys_days kToday = 2026y / 11 / 21;
 
-/// A folder of this test's own, in which the tool is run.
+/// A folder for this test, in which the tool runs.
 class Workplace {
  public:
   Workplace() {
@@ -43,7 +43,7 @@ class Workplace {
     return {std::istreambuf_iterator<char>(file), {}};
   }
 
-  /// What the tool ends with for these words; its output is kept.
+  /// The tool's exit code for these arguments; its output is kept.
   int Run(const std::vector<std::string>& words, std::chrono::sys_days today = kToday) {
     std::ostringstream out;
     std::ostringstream err;
@@ -60,7 +60,7 @@ class Workplace {
   std::string folder_;
 };
 
-/// An addon's entry in which nothing is wrong, with the texts of some elements replaced.
+/// An addon's entry without mistakes, with the texts of some elements replaced.
 inline std::string Entry(const std::string& id, const std::string& changed = "",
                          const std::string& text = "", const std::string& attributes = "") {
   const std::vector<std::pair<std::string, std::string>> elements = {

@@ -5,7 +5,7 @@
 namespace ovalink {
 namespace {
 
-TEST(AnswerRules, StatusIsToldInWords) {
+TEST(AnswerRules, StatusIsReportedInWords) {
   EXPECT_EQ(StatusText(401), "The server answered 401 (Unauthorized)");
   EXPECT_EQ(StatusText(404), "The server answered 404 (Not Found)");
   EXPECT_EQ(StatusText(500), "The server answered 500 (Internal Server Error)");

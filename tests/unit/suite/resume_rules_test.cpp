@@ -17,7 +17,7 @@ TEST(TransferRecords, AreReadAsTheyWereWritten) {
   EXPECT_EQ(ReadRecord(RecordText({})), TransferRecord{});
 }
 
-TEST(TransferRecords, OfAnotherFormAreNone) {
+TEST(TransferRecords, OfAnotherFormAreInvalid) {
   const std::string text = RecordText(kRecord);
   for (std::size_t end = 0; end < text.size(); ++end) {
     EXPECT_EQ(ReadRecord(text.substr(0, end)), std::nullopt) << end;

@@ -30,7 +30,7 @@ std::string Asked(const std::string& server, const std::string& path,
   return Outcome([&] { return AddressOf({server, path, ""}, plain_http_servers); });
 }
 
-TEST(TransferAddress, IsSecureUnlessToldOtherwise) {
+TEST(TransferAddress, IsSecureByDefault) {
   EXPECT_EQ(Asked("updates.example", "/a.xml"), "https://updates.example:443/a.xml");
   EXPECT_EQ(Asked("updates.example:8443", "/a.xml"), "https://updates.example:8443/a.xml");
   EXPECT_EQ(Asked("https:", "//updates.example/a.xml"), "https://updates.example:443/a.xml");

@@ -22,7 +22,7 @@ namespace kitbay::update {
 using fakes::Entry;
 using fakes::kNotSet;
 
-/// Writes down what it is handed: "Unpack name C:\a.zip", "InstallProcess".
+/// Records what it receives: "Unpack name C:\a.zip", "InstallProcess".
 class RecordingPackages : public PackageReceiver {
  public:
   void Unpack(const PendingPackage& package, const std::string& path) override {
@@ -40,7 +40,7 @@ class RecordingPackages : public PackageReceiver {
 };
 
 /// The whole update exchange over a page in memory, with one channel and one addon installed in
-/// C:\Suite. The Updates control is switched off at the start, as after the page's first filling.
+/// C:\Suite. Initially the Updates control is disabled, as after the page's first filling.
 class ExchangeTest : public testing::Test {
  protected:
   static constexpr const char* kPage =
@@ -71,7 +71,7 @@ class ExchangeTest : public testing::Test {
                    "<root><preferences>" + preferences + "</preferences></root>");
   }
 
-  /// Puts a manifest there that offers one new addon, written at `time`.
+  /// Adds a manifest that offers one new addon, written at `time`.
   void AddManifest(const std::string& name, const platform::LocalTime& time = {2026, 11, 21}) {
     const std::string path = "C:\\Suite\\Kitbay\\" + name;
     files_.AddFile(path, "<components><addons><addon id='new-" + name + "'><name>Offer of " + name +
@@ -89,7 +89,7 @@ class ExchangeTest : public testing::Test {
            "</destpath><progressevents>true</progressevents>";
   }
 
-  /// The request for the manifest of a source that is written as host and path.
+  /// The request for the manifest of a source given as host and path.
   static std::string ManifestRequest(const std::string& host, const std::string& path) {
     return Request(host, path, "C:\\Suite\\Kitbay" + ("\\" + path.substr(path.rfind('/') + 1)));
   }
@@ -98,14 +98,14 @@ class ExchangeTest : public testing::Test {
   std::string Text(const std::string& id) const { return html_->ById(id)->InnerText(); }
   bool UpdatesControlIsOn() const { return !html_->ById("update")->Disabled(); }
 
-  /// The page with every list filled, as after the last answer.
+  /// Whether the page has every list filled, as after the last answer.
   bool DetailsAreShown() const {
     return state_.installed_lists_current && UpdatesControlIsOn() &&
            Text("updatedaddons").find("Addons") != std::string::npos &&
            Text("installedchannels").find("Currently Installed Channels") == 0;
   }
 
-  /// The page as it is while no source has answered.
+  /// Whether the page is as it is while no source has answered.
   bool LocalDataIsShown() const {
     return !state_.installed_lists_current && !UpdatesControlIsOn() &&
            Text("installedchannels").find("News") != std::string::npos &&

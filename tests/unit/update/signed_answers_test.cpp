@@ -1,4 +1,4 @@
-// Answers of a source that signs its manifests, and the manifests that lie in the cache.
+// Answers of a source that signs its manifests, and the manifests in the cache.
 #include "exchange_fixture.h"
 #include "fakes/signing_maker.h"
 
@@ -35,7 +35,7 @@ class SignedAnswers : public ExchangeTest {
     return maker_.Sign(unsigned_, serial, until);
   }
 
-  /// Starts, and has the source answer.
+  /// Starts the exchange, and makes the source answer.
   void Answer(const std::string& bytes) {
     driver_.GetDirectoryPreferenceFile();
     downloads_.documents.clear();
@@ -47,7 +47,7 @@ class SignedAnswers : public ExchangeTest {
     return *files_.Bytes("C:\\User\\Ovalink\\updatepreference.xml");
   }
 
-  /// Demands that the answer was a failed source, and that all else is as it was.
+  /// Demands that the source counts as failed, and that everything else is unchanged.
   void ExpectRefused(const std::string& why) {
     EXPECT_EQ(files_.Bytes(kCached), Signed(5));
     EXPECT_THAT(Preferences(), HasSubstr("serial='5'"));
@@ -124,7 +124,7 @@ TEST_F(SignedAnswers, ThatLieInTheCacheAreReadAgainOnTheirDay) {
   EXPECT_THAT(log_.entries, IsEmpty());
 }
 
-TEST_F(SignedAnswers, ThatWereChangedInTheCacheAreToldAndAskedForAgain) {
+TEST_F(SignedAnswers, ThatWereChangedInTheCacheAreReportedAndRequestedAgain) {
   SetCached(unsigned_, {2026, 11, 21});
   driver_.GetDirectoryPreferenceFile();
   EXPECT_THAT(downloads_.documents, ElementsAre(ManifestRequest("one.example", "/a.xml")));

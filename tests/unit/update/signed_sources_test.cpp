@@ -1,4 +1,4 @@
-// The keys of sources that sign their manifests, in the user's file and in the installation's own.
+// The keys of sources that sign their manifests, in the user's file and in the installation's.
 #include "fakes/memory_files.h"
 #include "fakes/recording_error_log.h"
 #include "gmock/gmock.h"
@@ -29,7 +29,7 @@ class SignedSources : public testing::Test {
     file_.GetPreferences();
   }
 
-  /// What becomes of the user's sources beside the installation's.
+  /// What happens to the user's sources, given the installation's.
   std::string Seeded(const std::string& sources, const std::string& seed) {
     files_.AddFile("C:\\Suite\\Kitbay\\DirectoryPreference.xml", FileOf(seed));
     files_.AddFile(kUserFile, FileOf(sources));
@@ -44,7 +44,7 @@ class SignedSources : public testing::Test {
     return bytes.substr(start, bytes.find("</preferences>") - start);
   }
 
-  /// "key serial" of the manifest; "none" where it needs no signature.
+  /// "key serial" of the manifest; "none" if it needs no signature.
   std::string KeyOf(const std::string& manifest) const {
     const catalog::SourceKey* const key = sources_.KeyOf(manifest);
     return key == nullptr ? "none" : key->key + " " + std::to_string(key->serial);

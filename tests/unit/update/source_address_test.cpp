@@ -30,7 +30,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Split{"updates.example/a/b/c.xml", "updates.example", "/a/b/c.xml"},
                     Split{"updates.example:8080/a.xml", "updates.example:8080", "/a.xml"},
                     Split{"[::1]:8080/a.xml", "[::1]:8080", "/a.xml"},
-                    // With a scheme, that and its colon become the server.
+                    // With a scheme, the scheme and its colon become the server.
                     Split{"https://updates.example/a.xml", "https:", "//updates.example/a.xml"},
                     Split{"http://h/a", "http:", "//h/a"},
                     // Without a slash, both are the whole text.

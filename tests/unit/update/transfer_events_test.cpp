@@ -26,7 +26,7 @@ class Transfer : public ExchangeTest {
 
   void Received(const std::string& bytes) { events_.Message("/a.xml", "Received", bytes); }
 
-  /// The exchange as it is once the first of `sources` has been asked.
+  /// The exchange after the first of `sources` has been contacted.
   void Ask(const std::vector<std::string>& sources) {
     tabs_.ShowLocalData();
     sources_.UpdateSources = sources;
@@ -37,7 +37,7 @@ class Transfer : public ExchangeTest {
 
   void Finish(const std::string& path) { events_.Message(path, "Result", "true"); }
 
-  /// Rows with buttons in each list, all switched off as while something is transferred.
+  /// Adds rows with buttons to each list, all disabled as during a transfer.
   void AddButtons() {
     for (const base::ComponentKind kind : base::kComponentKinds) {
       rows_.fillDivWithUpdates(view::kInstalledContainers[kind], "Old", "1", "", 1, false, false);
@@ -46,13 +46,13 @@ class Transfer : public ExchangeTest {
     SwitchButtonsOff();
   }
 
-  /// As the page and the update flows do when they have asked for a package.
+  /// As the page and the update flows do when they have requested a package.
   void SwitchButtonsOff() {
     buttons_.DisableOtherDownload();
     buttons_.DisableOtherUpdatedDownload();
   }
 
-  /// For each button of the lists, whether it is switched off.
+  /// For each button of the lists, whether it is disabled.
   std::vector<bool> ButtonsOff() const {
     std::vector<bool> off;
     for (const auto* containers : {&view::kInstalledContainers, &view::kUpdatedContainers}) {
@@ -101,7 +101,7 @@ TEST_F(Transfer, ProgressMovesTheBarAndAddsToTheStatusText) {
   EXPECT_THAT(log_.entries, IsEmpty());
 }
 
-TEST_F(Transfer, EachTotalLengthSavesTheStatusTextAnew) {
+TEST_F(Transfer, EachTotalLengthSavesTheStatusTextAgain) {
   Begin("One.", "4096");
   Received("1024");
   Begin("Two.", "8192");
@@ -162,7 +162,7 @@ INSTANTIATE_TEST_SUITE_P(Percent, ProgressTexts,
                                          Progress{"-5", "200", " Completed 0Kb of 0Kb", 0}));
 
 INSTANTIATE_TEST_SUITE_P(NotBelowTheTotal, ProgressTexts,
-                         // The text is left as it was.
+                         // The text is unchanged.
                          testing::Values(Progress{"4096", "4096", "", 100},
                                          Progress{"9000", "4096", "", 100},
                                          Progress{"4096", "4096.0", "", 100}));
@@ -184,7 +184,7 @@ TEST_F(Transfer, FinalProgressLeavesTheTextAndTheEndFillsTheBar) {
   EXPECT_THAT(window_.calls().all(), ElementsAre("SetValue 100"));
 }
 
-TEST_F(Transfer, EndIsSaidToScreenReadersAndProgressIsNot) {
+TEST_F(Transfer, EndIsAnnouncedToScreenReadersAndProgressIsNot) {
   Begin("S", "2048");
   Received("1024");
   EXPECT_THAT(window_.status_bar().announced, IsEmpty());
@@ -201,7 +201,7 @@ TEST_F(Transfer, ProgressBeforeAnyTotalDividesByZero) {
   EXPECT_EQ(Status(), "S");
 }
 
-TEST_F(Transfer, TotalThatIsNoNumberDividesByZero) {
+TEST_F(Transfer, TotalThatIsNotANumberDividesByZero) {
   for (const char* total : {"", "many", "0"}) {
     Begin("S", total);
     log_.entries.clear();
@@ -285,7 +285,7 @@ TEST_F(Transfer, FailedSourceIsNotAskedAgainThoughItIsPendingTwice) {
   EXPECT_THAT(downloads_.documents, ElementsAre(ManifestRequest("two.example", "/a.xml")));
 }
 
-TEST_F(Transfer, SourcesOfOnePathOnTwoServersAreToldApartByTheirOrder) {
+TEST_F(Transfer, SourcesOfOnePathOnTwoServersAreDistinguishedByTheirOrder) {
   Ask({"one.example/a.xml", "two.example/a.xml"});
   Finish("/a.xml");
   EXPECT_THAT(sources_.PendingSources, ElementsAre("two.example/a.xml"));
@@ -324,7 +324,7 @@ TEST_F(Transfer, FailedOnlySourceWithoutAnyManifestGivesTheButtonsBackAndKeepsTh
   EXPECT_FALSE(state_.installed_lists_current);
   EXPECT_FALSE(UpdatesControlIsOn());
   EXPECT_TRUE(ButtonsAreGivenBack());
-  // The status is cleared when the failure comes and again at the end.
+  // The status is cleared when the failure arrives and again at the end.
   EXPECT_THAT(window_.calls().all(), ElementsAre("SetPanelText 2 ", "SetVisible false",
                                                  "SetPanelText 2 ", "SetVisible false"));
   EXPECT_THAT(downloads_.documents, IsEmpty());
@@ -412,7 +412,7 @@ class ManifestAnswers : public Transfer {
   static constexpr const char* kCopyPath = "C:\\Suite\\Kitbay\\a.xml.before";
   static constexpr const char* kRefusal = "The server's answer is not a list of components";
 
-  /// What whoever transfers it writes over the manifest of before.
+  /// Writes over the previous manifest, as the download object does.
   void Arrive(const std::string& bytes) {
     files_.AddFile(kManifestPath, bytes);
     Finish("/a.xml");
@@ -430,7 +430,7 @@ class ManifestAnswers : public Transfer {
 
 class NoManifest : public ManifestAnswers, public testing::WithParamInterface<const char*> {};
 
-TEST_P(NoManifest, IsAFailedSourceAndTheOneOfBeforeStays) {
+TEST_P(NoManifest, IsAFailedSourceAndThePreviousOneStays) {
   AskAgain();
   Arrive(GetParam());
   EXPECT_EQ(files_.Bytes(kManifestPath), before_);
@@ -467,7 +467,7 @@ TEST_F(ManifestAnswers, ASourceThatWasRefusedIsAskedAgainAtTheNextStart) {
   EXPECT_TRUE(DetailsAreShown());
 }
 
-TEST_F(ManifestAnswers, TheOneOfBeforeIsBackWhenTheProgramEndedBeforeItLooked) {
+TEST_F(ManifestAnswers, ThePreviousOneIsBackWhenTheProgramEndedBeforeItLooked) {
   AskAgain();
   files_.AddFile(kManifestPath, "log in");
   requests_.SetDownloadObject(&downloads_);
@@ -512,7 +512,7 @@ TEST_F(ManifestAnswers, OneThatIsTooLargeIsRefused) {
   EXPECT_EQ(files_.Bytes(kManifestPath)->size(), kMost);
 }
 
-TEST_F(ManifestAnswers, OneThatCannotBePutAsideIsAskedForAllTheSame) {
+TEST_F(ManifestAnswers, OneThatCannotBePutAsideIsStillRequested) {
   files_.FailWritesTo(kCopyPath, base::RuntimeError::kDiskFull);
   AskAgain();
   EXPECT_THAT(downloads_.documents, ElementsAre(ManifestRequest("one.example", "/a.xml")));
@@ -614,7 +614,7 @@ TEST_F(PackageAnswers, AnswerWithinTheRequestIsTaken) {
   EXPECT_EQ(pending_packages_.channel.name, "");
 }
 
-/// A package is asked for while a manifest is on its way.
+/// A package is requested while a manifest is on its way.
 class PackageBehindAManifest : public Transfer {
  protected:
   static constexpr const char* kStatus = "Downloading Sky Addon.";
@@ -688,7 +688,7 @@ TEST_F(PackageBehindAManifest, StatusIsThatOfTheTransferUnderWay) {
   EXPECT_EQ(Status(), "");
 }
 
-/// The user reads each message for a while, in which something happens.
+/// The user takes a while to read each message, and meanwhile something happens.
 class SlowReader : public fakes::RecordingDesktop {
  public:
   explicit SlowReader(std::function<void()> meanwhile) : meanwhile_(std::move(meanwhile)) {}

@@ -22,7 +22,7 @@ class Unanswered : public testing::Test {
   UnansweredRequests requests_{window_};
 };
 
-TEST_F(Unanswered, TheLatestOfTwoEqualRequestsIsTakenBack) {
+TEST_F(Unanswered, TheLatestOfTwoEqualRequestsIsWithdrawn) {
   Add("/a.zip", "first");
   Add("/a.zip", "second");
   requests_.TakeBack("/a.zip");

@@ -227,21 +227,21 @@ TEST_P(CalendarDay, DecidesWhetherAManifestIsFresh) {
 INSTANTIATE_TEST_SUITE_P(
     Times, CalendarDay,
     testing::Values(
-        // Fetched just before midnight: stale a minute later, fresh until then.
+        // Fetched just before midnight: fresh until then, stale a minute later.
         Day{{2026, 11, 20, 23, 59, 30}, {2026, 11, 20, 23, 59, 59}, true},
         Day{{2026, 11, 20, 23, 59, 30}, {2026, 11, 21, 0, 0, 30}, false},
         Day{{2026, 11, 21, 0, 0, 0}, {2026, 11, 21, 23, 59, 59}, true},
         Day{{2026, 11, 21, 23, 59, 59}, {2026, 11, 21, 0, 0, 0}, true},
-        // Less than a day, but another date; a month and a year later on the same day.
+        // Less than a day ago, but on another date; a month and a year ago on the same day.
         Day{{2026, 11, 20, 12, 0, 0}, {2026, 11, 21, 11, 0, 0}, false},
         Day{{2026, 10, 21, 12, 0, 0}, {2026, 11, 21, 12, 0, 0}, false},
         Day{{2025, 11, 21, 12, 0, 0}, {2026, 11, 21, 12, 0, 0}, false},
-        // Over the ends of a month, a year, a February.
+        // Across the end of a month, a year, a February.
         Day{{2026, 10, 31, 23, 0, 0}, {2026, 11, 1, 1, 0, 0}, false},
         Day{{2025, 12, 31, 23, 0, 0}, {2026, 1, 1, 1, 0, 0}, false},
         Day{{2028, 2, 28, 23, 0, 0}, {2028, 2, 29, 1, 0, 0}, false},
         Day{{2028, 2, 29, 1, 0, 0}, {2028, 2, 29, 2, 0, 0}, true},
-        // A file from the future, by a clock that was set back, counts as fetched today.
+        // A file from the future, because the clock was set back, counts as fetched today.
         Day{{2026, 11, 22, 0, 0, 0}, {2026, 11, 21, 23, 0, 0}, true},
         Day{{2027, 1, 1, 0, 0, 0}, {2026, 12, 31, 0, 0, 0}, true}));
 
@@ -250,7 +250,7 @@ TEST_F(DirectoryPreference, PendingEntryOfAFreshSourceIsFoundWithoutLetterCase) 
   SetSources("<preference url='updates.example/components.xml'/>");
   AddManifest("components.xml");
   driver_.GetDirectoryPreferenceFile();
-  // The entry from before is the first match; the one appended now stays and is asked.
+  // The earlier entry is the first match; the one appended now stays and is asked.
   EXPECT_THAT(sources_.PendingSources, ElementsAre("updates.example/components.xml"));
   EXPECT_TRUE(sources_.UsedCachedManifest);
   EXPECT_THAT(downloads_.documents,

@@ -120,7 +120,7 @@ INSTANTIATE_TEST_SUITE_P(Names, UnusableSource,
                                          "h/a.xml.", "h/a?b=c", "h/a*.xml", "..\\evil.xml",
                                          "h/\\\\server\\share"));
 
-// Of what lies in the folder of manifests, only manifests may be replaced.
+// In the folder of manifests, only manifests may be replaced.
 INSTANTIATE_TEST_SUITE_P(OtherFiles, UnusableSource,
                          testing::Values("www.h.org/DirectoryPreference.xml",
                                          "h/directorypreference.XML", "h/UpdatePreference.xml",

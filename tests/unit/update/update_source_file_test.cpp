@@ -33,7 +33,7 @@ class UpdateSources : public testing::Test {
 
   std::string File() const { return files_.Bytes(kPath).value_or("(no file)"); }
 
-  /// The bytes of the file once it was loaded from `bytes` and seeded.
+  /// The bytes of the file after it was loaded from `bytes` and seeded.
   std::string Seeded(const std::string& bytes) {
     files_.AddFile(kPath, bytes);
     sources_file_.MakeDirectoryPreferenceFile(&file_system_);

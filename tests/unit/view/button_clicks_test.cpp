@@ -10,7 +10,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-/// Notes the buttons' state at the time of an installation.
+/// Records the buttons' state at the time of an installation.
 class NotingCommands : public RecordingCommands {
  public:
   explicit NotingCommands(const ViewState& state) : state_(state) {}
@@ -33,7 +33,7 @@ class ButtonClicks : public PageTest {
     document_->SetEvents(&events_);
   }
 
-  /// Clicks on an enabled button that stands alone in the only row of an installed list.
+  /// Clicks an enabled button that is alone in the only row of an installed list.
   void ClickInstalled(const std::string& container, const std::string& value) {
     rows_.FillDivHeader(container, "itabencloser", "Heading");
     rows_.fillDiv(container, "Notes", "1", "", 1, false);
@@ -148,7 +148,7 @@ INSTANTIATE_TEST_SUITE_P(UpdatedContainers, InstallClicks,
 
 class NewRow : public ButtonClicks {
  protected:
-  /// Clicks on the button of a new addon of that name; returns the name that is installed.
+  /// Clicks the button of a new addon with that name; returns the name that is installed.
   std::string InstalledName(const std::string& name) {
     rows_.FillDivHeader("updatedaddons", "tabencloser", "Heading");
     rows_.showUpdates("updatedaddons", name, "1.0", "", 1);
@@ -192,7 +192,7 @@ TEST_F(NewRow, APanelWithoutANumberIsLoggedAndTheClickIsDropped) {
 
 class OtherClicks : public ButtonClicks {
  protected:
-  /// Clicks there and expects that nothing comes of it.
+  /// Clicks there and expects that nothing happens.
   void ExpectNothingAt(const platform::HtmlNodeRef& node) {
     const std::string before = document_->TreeText();
     EXPECT_TRUE(document_->Click(node));

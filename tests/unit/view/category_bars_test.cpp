@@ -33,7 +33,7 @@ TEST_F(CategoryBars, DarkColoursShowTheImagesOfAnotherFolder) {
   tabs_.FollowColours(true);
   EXPECT_EQ(At("itabencloser")->Child(0)->Src(), folder + "dark/ichannels.gif");
   EXPECT_EQ(At("tabencloser")->Child(2)->Src(), folder + "dark/uaddons.gif");
-  // What is set from now on lies there, too.
+  // What is set from now on also lies there.
   tabs_.showImage("trans", At("itabencloser"));
   EXPECT_EQ(At("itabencloser")->Child(1)->Src(), folder + "dark/itrans.gif");
   tabs_.FollowColours(true);

@@ -1,4 +1,4 @@
-// Which lists a category fills again, and in which order; the filling of the page at the end.
+// Which lists a category fills again, and in which order; the final filling of the page.
 #include "page_fixture.h"
 #include "two_bars_page.h"
 #include "unit/catalog/recording_row_writer.h"
@@ -13,7 +13,7 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::UnorderedElementsAreArray;
 
-/// Notes among the rows when its status bar is asked for.
+/// Records among the rows when its status bar is requested.
 class NotingWindow : public fakes::FakeMainWindow {
  public:
   explicit NotingWindow(std::vector<std::string>& calls) : FakeMainWindow(""), calls_(calls) {}
@@ -27,7 +27,7 @@ class NotingWindow : public fakes::FakeMainWindow {
   std::vector<std::string>& calls_;
 };
 
-/// The page with lists that are written down instead of shown.
+/// The page with lists that are recorded instead of shown.
 class CategoryLists : public PageTest {
  protected:
   CategoryLists() {
@@ -158,7 +158,7 @@ TEST_F(Details, UnderInstalledPressItsControlAndLeaveWhatIsShown) {
   EXPECT_THAT(log_.entries, IsEmpty());
 }
 
-TEST_F(Details, UnderUpdatesPressItsControlAndShowItAnew) {
+TEST_F(Details, UnderUpdatesPressItsControlAndShowItAgain) {
   state_.updates_category = true;
   tabs_.showImage("addons", At("tabencloser"));
   categories_.ShowDetails();

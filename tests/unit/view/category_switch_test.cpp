@@ -27,13 +27,13 @@ class CategorySwitch : public PageTest {
 
   void ClickTab(const std::string& bar, int place) { document_->Click(At(bar)->Child(place)); }
 
-  /// What tells a pressed control from a raised one.
+  /// What distinguishes a pressed control from a raised one.
   std::vector<std::string> Look(const std::string& control) const {
     return {At(control)->Style("border"), At(control)->Style("background"),
             At(control)->Style("fontWeight")};
   }
 
-  /// The display of a category's holder and of its bar.
+  /// The display style of a category's holder and of its bar.
   std::vector<std::string> BarDisplays(const std::string& holder, const std::string& bar) const {
     return {Display(holder), Display(bar)};
   }
@@ -223,8 +223,7 @@ TEST_F(CategorySwitch, showInstalledSetsItsElementsInOrder) {
                                           "itabencloser",   "updatedaddons", "updatedtransports",
                                           "updatedchannels"};
   const std::vector<std::string> wanted = {"", "none", "none", "", "none", "none", "none"};
-  // Without a datastore no list is written; three styles of each of the two controls are set
-  // before.
+  // Without a datastore no list is written; three styles of each of the two controls are set first.
   files_ = fakes::MemoryFiles();
   constexpr int kControls = 6;
   for (std::size_t failing = 0; failing < order.size(); ++failing) {

@@ -1,4 +1,5 @@
-// How many calls into the document a refresh takes: each is felt in a list of thousands of rows.
+// How many calls into the document a refresh takes: each is noticeable in a list of thousands of
+// rows.
 #include "page_fixture.h"
 #include "two_bars_page.h"
 
@@ -15,7 +16,7 @@ class DocumentCalls : public PageTest {
  protected:
   DocumentCalls() { Show(kTwoBarsPage); }
 
-  /// Installs channels that an update source offers in a newer version, and has it offer as many
+  /// Installs channels that an update source offers in a newer version, and makes it offer as many
   /// new ones: half of all rows each.
   void InstallAndOffer(int rows) {
     std::string installed;

@@ -28,7 +28,7 @@ class CurrentRow : public PageTest {
     rows_.showUpdates(container, name, "2.0.0.0", "Keeps notes.", row);
   }
 
-  /// The row of that place in the container.
+  /// The row at that position in the container.
   platform::HtmlNodeRef Row(const std::string& container, int place = 0) const {
     return At(container)->ChildNode(place);
   }
@@ -190,7 +190,7 @@ TEST_F(FollowedRow, KeepsItsNumberWhileThatShowsItsName) {
   EXPECT_EQ(state_.current_row_id, "7");
 }
 
-TEST_F(FollowedRow, IsTheFirstOfItsNameWhenTheNumberIsAnothers) {
+TEST_F(FollowedRow, IsTheFirstOfItsNameIfTheNumberIsAnotherRows) {
   AddNew("updatedaddons", 4, "Notes ");
   AddNew("updatedaddons", 5);
   AddNew("updatedaddons", 6);
@@ -199,7 +199,7 @@ TEST_F(FollowedRow, IsTheFirstOfItsNameWhenTheNumberIsAnothers) {
   EXPECT_EQ(state_.current_row_id, "5");
 }
 
-TEST_F(FollowedRow, IsTheFirstOfItsNameWhenTheNumberIsNobodys) {
+TEST_F(FollowedRow, IsTheFirstOfItsNameIfNoRowHasTheNumber) {
   AddNew("updatedaddons", 1);
   rows_.FollowCurrentRow("updatedaddons");
   EXPECT_EQ(state_.current_row_id, "1");

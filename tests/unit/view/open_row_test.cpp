@@ -26,7 +26,7 @@ class OpenRow : public PageTest {
             row->ChildNode(0)->ChildNode(0)->Style("fontWeight"), row->Child(1)->Style("display")};
   }
 
-  /// The row of that number among the addons, whose heading is child 0.
+  /// The row with that number among the addons, whose heading is child 0.
   platform::HtmlNodeRef Addon(int number) const { return At("installedaddons")->Child(number); }
 
   void ClickAddon(int number) { tabs_.HideOthers(Addon(number)->ChildNode(0)); }

@@ -38,7 +38,7 @@ class PageButtonsTest : public PageTest {
     for (const char* list : kUpdatedLists) FillUpdated(list);
   }
 
-  /// Whether each of the three buttons of a list so filled is off.
+  /// Whether each of the three buttons of a list filled that way is disabled.
   std::vector<bool> Off(const std::string& container) const {
     return {Button(container, 1)->Disabled(), Button(container, 2, 0)->Disabled(),
             Button(container, 2, 1)->Disabled()};
@@ -101,7 +101,7 @@ TEST_F(PageButtonsTest, ButtonsMadeDuringADownloadComeOnWithTheOthers) {
   EXPECT_THAT(Off("installedchannels"), Each(false));
 }
 
-TEST_F(PageButtonsTest, WhatIsListedAnewDuringADownloadIsSwitchedOffAgain) {
+TEST_F(PageButtonsTest, WhatIsListedAgainDuringADownloadIsSwitchedOffAgain) {
   FillAll();
   state_.download_in_progress = true;
   FillAll();
@@ -112,7 +112,7 @@ TEST_F(PageButtonsTest, WhatIsListedAnewDuringADownloadIsSwitchedOffAgain) {
   EXPECT_TRUE(state_.download_in_progress);
 }
 
-TEST_F(PageButtonsTest, WhatIsListedAnewWithoutADownloadStaysOn) {
+TEST_F(PageButtonsTest, WhatIsListedAgainWithoutADownloadStaysOn) {
   FillAll();
   buttons_.DisableRelisted();
   for (const char* list : kInstalledLists) EXPECT_THAT(Off(list), Each(false)) << list;

@@ -27,7 +27,7 @@ class PageEventsTest : public PageTest {
     rows_.fillDiv(container, "Polls", "1", "Asks.", 2, false);
   }
 
-  /// Clicks there and expects that nothing comes of it.
+  /// Clicks there and expects that nothing happens.
   void ExpectNothingAt(const platform::HtmlNodeRef& node) {
     const std::string before = document_->TreeText();
     EXPECT_TRUE(document_->Click(node));
@@ -35,7 +35,7 @@ class PageEventsTest : public PageTest {
     EXPECT_THAT(log_.entries, IsEmpty());
   }
 
-  /// The panel displays of the two rows.
+  /// The display styles of the two rows' panels.
   std::vector<std::string> Panels(const std::string& container) const {
     return {At(container)->Child(1)->Child(1)->Style("display"),
             At(container)->Child(2)->Child(1)->Style("display")};

@@ -1,4 +1,4 @@
-// The page file that is shipped, as the program finds it and changes it.
+// The shipped page file, as the program finds it and changes it.
 #include <fstream>
 #include <iterator>
 
@@ -40,7 +40,7 @@ class PageFile : public PageTest {
   PageEvents events_{log_, page_, state_, tabs_, categories_, buttons_, commands_};
 };
 
-// A mode from 9 on would make no element from a start tag.
+// From mode 9 on, no element would be created from a start tag.
 TEST_F(PageFile, NamesItsDocumentModeBeforeAllElseAndHasNoScript) {
   const std::string markup = base::ToLower(PageMarkup());
   EXPECT_THAT(markup, StartsWith("<html lang=\"en\">\n<head>\n"
@@ -61,7 +61,7 @@ TEST_F(PageFile, TheUpdatesControlIsChildNodeThreeOfTheCategorySwitch) {
   const auto category = At("category");
   ASSERT_GT(category->ChildNodeCount(), 3);
   EXPECT_EQ(category->ChildNode(3)->Id(), "update");
-  // No text between the elements: a browser that counts white space finds the same child.
+  // No text between the elements, so that a browser which counts white space finds the same child.
   EXPECT_EQ(category->ChildNodeCount(), category->ChildCount());
   EXPECT_THAT(category->InnerHtml(), Not(HasSubstr("> <")));
   EXPECT_THAT(category->InnerHtml(), Not(HasSubstr("\n")));

@@ -37,7 +37,7 @@ class PageTest : public ::testing::Test {
     files_.AddFile("C:\\Ovalink\\Datastore\\olregistry.xml", content);
   }
 
-  /// Lets one update source have answered with that manifest.
+  /// Adds an update source that has answered with that manifest.
   void OfferManifest(const std::string& content) {
     sources_.UpdateSources = {"updates.example/list.xml"};
     files_.AddFile("C:\\Ovalink\\Kitbay\\list.xml", content);
@@ -47,13 +47,13 @@ class PageTest : public ::testing::Test {
 
   std::string Display(const std::string& id) const { return At(id)->Style("display"); }
 
-  /// The display of the three lists of a category: addons, transports, channels.
+  /// The display styles of the three lists of a category: addons, transports, channels.
   std::vector<std::string> Displays(const std::string& category) const {
     return {Display(category + "addons"), Display(category + "transports"),
             Display(category + "channels")};
   }
 
-  /// The image files of a bar, in its order.
+  /// The image files of a bar, in order.
   std::vector<std::string> Images(const std::string& bar) const {
     std::vector<std::string> images;
     for (int i = 0; i < At(bar)->ChildCount(); ++i) {
@@ -62,7 +62,7 @@ class PageTest : public ::testing::Test {
     return images;
   }
 
-  /// A button of a row; heading and rows of a list count from 0, and so do the buttons.
+  /// A button of a row. A list's heading and rows count from 0, and so do the buttons.
   platform::HtmlNodeRef Button(const std::string& container, int row, int button = 0) const {
     return At(container)->Child(row)->Child(1)->Child(0)->Child(1)->Child(button);
   }

@@ -1,4 +1,4 @@
-// The page by keyboard: the way of Tab, the arrows, Enter and Space, and where the focus stays.
+// The page by keyboard: Tab order, the arrows, Enter and Space, and where the focus stays.
 #include "page_fixture.h"
 #include "recording_commands.h"
 #include "two_bars_page.h"
@@ -42,7 +42,7 @@ class PageKeysTest : public PageTest {
     }
   }
 
-  /// What has the focus, as the id of the element and of its parent.
+  /// The focused element, as its id and that of its parent.
   std::string Focused() const {
     const auto active = document_->ActiveElement();
     const auto parent = active->ParentElement();

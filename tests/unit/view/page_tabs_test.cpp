@@ -16,7 +16,7 @@ class PageTabsTest : public PageTest {
     InstallDatastore(kSmallDatastore);
   }
 
-  /// What is clicked: the tab of a bar at that place.
+  /// Makes the tab at that position in a bar the source of the click.
   void ClickIsOn(const std::string& bar, int place) {
     document_->set_event_source(At(bar)->Child(place));
   }
@@ -112,7 +112,7 @@ TEST_F(PageTabsTest, AClickOnChannelsShowsTheChannels) {
   EXPECT_THAT(Displays("installed"), ElementsAre("none", "none", ""));
 }
 
-TEST_F(PageTabsTest, AClickOnATabListsItsKindAnewWhileTheListsAreNotCurrent) {
+TEST_F(PageTabsTest, AClickOnATabListsItsKindAgainWhileTheListsAreNotCurrent) {
   ClickIsOn("itabencloser", kAddonsTab);
   tabs_.ShowInstalledTab();
   EXPECT_EQ(At("installedaddons")->ChildNodeCount(), 2);
@@ -199,7 +199,7 @@ TEST_F(PageTabsTest, AClickInTheUpdatesBarShowsChannelsAlone) {
   EXPECT_THAT(Displays("updated"), ElementsAre("none", "none", ""));
 }
 
-TEST_F(PageTabsTest, AClickInTheUpdatesBarListsNothingAnew) {
+TEST_F(PageTabsTest, AClickInTheUpdatesBarListsNothingAgain) {
   OfferManifest(kSmallManifest);
   for (const int tab : {kAddonsTab, kTransportsTab, kChannelsTab}) {
     ClickIsOn("tabencloser", tab);
@@ -211,7 +211,7 @@ TEST_F(PageTabsTest, AClickInTheUpdatesBarListsNothingAnew) {
   }
 }
 
-TEST_F(PageTabsTest, AClickInTheInstalledBarIsNoneOfTheUpdates) {
+TEST_F(PageTabsTest, AClickInTheInstalledBarIsNotOneInTheUpdatesBar) {
   ClickIsOn("itabencloser", kAddonsTab);
   const std::string before = document_->TreeText();
   EXPECT_FALSE(tabs_.ShowUpdatedTab());
@@ -242,7 +242,7 @@ TEST_F(PageTabsTest, ShowLocalDataSwitchesTheUpdatesOffAndListsTheChannels) {
   EXPECT_THAT(log_.entries, IsEmpty());
 }
 
-TEST_F(PageTabsTest, LocalDataAreNotCurrentAndATabListsItsKindAnew) {
+TEST_F(PageTabsTest, LocalDataAreNotCurrentAndATabListsItsKindAgain) {
   state_.installed_lists_current = true;
   tabs_.ShowLocalData();
   EXPECT_FALSE(state_.installed_lists_current);

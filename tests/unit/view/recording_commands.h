@@ -7,7 +7,7 @@
 
 namespace kitbay::view {
 
-/// Writes every command down, in order: the procedure, a blank, and its arguments joined by "|".
+/// Records every command, in order: the procedure, a blank, and its arguments joined by "|".
 class RecordingCommands : public PageCommands {
  public:
   void UpdateInstalledAddon() override { calls.emplace_back("UpdateInstalledAddon"); }

@@ -9,11 +9,11 @@
 
 namespace kitbay::view {
 
-/// What a `RecordingPage` was asked to do, in order: "CreateElement <div>",
-/// "new: InsertAdjacentHtml afterBegin <b>", "list: AppendChild new".
+/// The calls of a `RecordingPage`, in order: "CreateElement <div>", "new: InsertAdjacentHtml
+/// afterBegin <b>", "list: AppendChild new".
 using PageCalls = std::vector<std::string>;
 
-/// An element that only writes down what is put into it.
+/// An element that only records what is put into it.
 class RecordingElement : public platform::HtmlNode {
  public:
   RecordingElement(PageCalls& calls, std::string name) : calls_(calls), name_(std::move(name)) {}
@@ -75,8 +75,7 @@ class RecordingElement : public platform::HtmlNode {
   std::string name_;
 };
 
-/// A page of which every element exists and that only writes down what is put into it, byte for
-/// byte.
+/// A page on which every element exists and that only records what is put into it, byte for byte.
 class RecordingPage : public platform::HtmlDocument {
  public:
   platform::HtmlNodeRef AllItem(const std::string& id) const override {

@@ -19,7 +19,7 @@ class RowBuilding : public ::testing::Test {
   PageRows rows_{log_, page_, state_};
 };
 
-/// What stands for keyboard and screen reader is set on the row when it is complete.
+/// The attributes for keyboard and screen reader are set on the complete row.
 constexpr const char* kAttributes =
     "CreateElement <div role='treeitem' aria-expanded='false' tabindex='-1' "
     "aria-label='Notes, Version 1.2.0.5'>";

@@ -66,7 +66,7 @@ TEST(RowMarkup, TheRemoveButtonOfACommittedUpdateIsThePlainOne) {
                "font-family:verdana; font-size:11;'>");
 }
 
-/// What every panel with update status begins with.
+/// The start of every panel with update status.
 constexpr const char* kUpdatesOpening =
     "<div id ='div9'  style='font-size:11; display:none; width:100%; padding-top:5pt;' );'>"
     "<span style='margin-left:4pt; margin-right:4pt; width:100&; '>"

@@ -1,4 +1,4 @@
-// The parts of a row, from the row and from its buttons.
+// The parts of a row, starting from the row and from its buttons.
 #include "view/row_nodes.h"
 
 #include "base/failure.h"
@@ -50,7 +50,7 @@ TEST_F(RowNodes, LeadFromAButtonToItsRow) {
   EXPECT_FALSE(RowOfButton(nullptr));
 }
 
-TEST_F(RowNodes, TellTheNameAsItIsReadAndAsItIsWritten) {
+TEST_F(RowNodes, GiveTheNameAsItIsReadAndAsItIsWritten) {
   EXPECT_EQ(ShownName(Row()), "My Notes");
   EXPECT_EQ(NameMarkup(Row()), "My <b>Notes</b>");
   EXPECT_EQ(NameMarkup(nullptr), "");

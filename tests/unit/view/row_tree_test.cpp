@@ -11,7 +11,7 @@ class RowTree : public PageTest {
  protected:
   RowTree() { Show("<div id='installedaddons'></div><div id='updatedaddons'></div>"); }
 
-  /// The cell of a row's panel that holds the description, and the one that holds the buttons.
+  /// The cell with the description in a row's panel, and the one with the buttons.
   static platform::HtmlNodeRef TextCell(const platform::HtmlNodeRef& row) {
     return row->ChildNode(1)->ChildNode(0)->ChildNode(0);
   }
