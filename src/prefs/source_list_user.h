@@ -4,7 +4,7 @@
 
 namespace kitbay::prefs {
 
-/// Works with the update sources, and is told when there are new ones, or when there should be.
+/// Works with the update sources; is notified of new sources and of problems with them.
 class SourceListUser {
  public:
   virtual ~SourceListUser() = default;
@@ -15,8 +15,8 @@ class SourceListUser {
   /// A change that the user made could not be saved.
   virtual void TellNotSaved() = 0;
 
-  /// The user has added `url`, whose manifest has the file name of that of `other`: each of the two
-  /// replaces the other.
+  /// The user has added `url`, whose manifest has the same file name as that of `other`, so the two
+  /// manifests replace each other.
   virtual void TellSameName(const std::string& url, const std::string& other) = 0;
 };
 

@@ -35,7 +35,7 @@ pugi::xml_node FirstSource(const pugi::xml_node& preferences) {
   return catalog::FirstElement(preferences);
 }
 
-// The first source of that URL from `source` on.
+// The first source with that URL, starting at `source`.
 pugi::xml_node FindSource(pugi::xml_node source, const std::string& url) {
   while (source && !AreEqual(catalog::FirstAttributeText(source), url)) {
     source = catalog::NextElement(source);
@@ -43,7 +43,7 @@ pugi::xml_node FindSource(pugi::xml_node source, const std::string& url) {
   return source;
 }
 
-// Returns whether the file lacked the source, or its key.
+// Returns whether the file lacked the source or its key.
 bool AddSource(pugi::xml_node preferences, const TypedSource& typed) {
   pugi::xml_node source = FindSource(FirstSource(preferences), typed.url);
   const bool lacks_key = !typed.key.empty() && !source.attribute("key");
@@ -191,7 +191,7 @@ bool UpdateSourceDialog::IsListed(const std::string& url) const {
                      [&](const TypedSource& source) { return AreEqual(source.url, url); });
 }
 
-// The search begins after the first source, which must stay even if another one has the same URL. A
+// The search starts after the first source, which must stay even if another one has the same URL. A
 // source that was added since the dialog opened is not in the file yet.
 void UpdateSourceDialog::RemoveSource(int position) {
   window_.SetStatusText("");
@@ -208,7 +208,7 @@ void UpdateSourceDialog::RemoveSource(int position) {
 
 void UpdateSourceDialog::SavePreference(bool& changed) {
   const bool is_done = guarded(log_, "Kitbay::SavePreference", [&] {
-    // A file that cannot be loaded in the first place is no failure.
+    // A file that could not be loaded in the first place is not a failure.
     for (const TypedSource& source : listed_) {
       bool is_new = false;
       const auto add = [&](catalog::XmlDocument& file) {

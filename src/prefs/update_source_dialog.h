@@ -12,11 +12,11 @@
 
 namespace kitbay::prefs {
 
-/// The dialog `frmPreference`, in which the user adds and removes update sources. Removals are in
-/// the file at once, additions when the dialog closes; then `SourceListUser` is told. The handlers
-/// log their failures and go no further; the file is whole then, and the list shows what it holds.
-/// Sources that sign their manifests are marked in the list.
-/// A change that could not be saved is told to `SourceListUser` as well.
+/// The dialog `frmPreference`, in which the user adds and removes update sources. Removals are
+/// saved at once, additions when the dialog closes; then `SourceListUser` is notified, also if a
+/// change could not be saved. The handlers log their failures and go no further; the file is then
+/// whole, and the list shows its contents. Sources that sign their manifests are marked in the
+/// list.
 class UpdateSourceDialog : public platform::PreferenceWindowEvents {
  public:
   UpdateSourceDialog(base::ErrorLog& log, platform::Files& files,
@@ -24,8 +24,8 @@ class UpdateSourceDialog : public platform::PreferenceWindowEvents {
                      platform::PreferenceWindow& window, SourceListUser& user)
       : log_(log), files_(files), source_file_(source_file), window_(window), user_(user) {}
 
-  /// Opens the dialog, owned by `owner`, with the sources of the file; when it is open already,
-  /// brings it to the front as it is. Throws `base::Failure` when there can be no window.
+  /// Opens the dialog, owned by `owner`, with the sources in the file; if it is already open,
+  /// brings it to the front unchanged. Throws `base::Failure` if the window cannot be created.
   void Show(platform::WindowHandle owner);
   void FocusUrlBox() { window_.FocusUrlBox(); }
 
