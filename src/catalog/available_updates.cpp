@@ -19,7 +19,7 @@ using base::guarded;
 // The versions that a manifest offers, by the ids of its entries.
 class Offers {
  public:
-  // An entry without an id ends the index, as it ends a walk through the entries.
+  // An entry without an id ends the index, just as it ends a walk through the entries.
   explicit Offers(const Entries& entries) {
     for (const pugi::xml_node& entry : entries) {
       const pugi::xml_attribute id = entry.attribute("id");
@@ -31,8 +31,8 @@ class Offers {
     }
   }
 
-  // Whether the first entry of `id` offers a newer version than `installed`. Throws 91 when an
-  // entry without an id stands before it, or when it has no version.
+  // Whether the first entry of `id` offers a newer version than `installed`. Throws 91 if an entry
+  // without an id precedes it, or if it has no version.
   bool HasNewer(const std::string& id, const std::string& installed) const {
     const auto offer = versions_.find(id);
     if (offer != versions_.end()) {
@@ -45,7 +45,7 @@ class Offers {
   }
 
  private:
-  std::unordered_map<std::string_view, pugi::xml_node> versions_;  // the ids are the document's
+  std::unordered_map<std::string_view, pugi::xml_node> versions_;  // the ids belong to the document
   bool is_cut_off_ = false;
 };
 
@@ -104,7 +104,7 @@ void AvailableUpdates::CheckEntries(ComponentKind kind, const Entries& installed
     return;
   }
   shown_.is_answered = true;
-  // The channels' heading stands above the rows of all sources; the caller has written it.
+  // The channels' heading is above the rows of all sources; the caller has written it.
   if (kind != ComponentKind::kChannel) {
     const InstalledTable& table = kInstalledTables[kind];
     rows_.FillDivHeader(table.container, kInstalledBar, table.heading);

@@ -16,11 +16,11 @@
 
 namespace kitbay::catalog {
 
-/// Writes the rows of installed components, with an Update button where a manifest offers a newer
-/// version. Ids must be equal, letter case included; a manifest's first entry of an id counts.
+/// Writes the rows of installed components, with an Update button if a manifest offers a newer
+/// version. Ids must be equal, including their case; a manifest's first entry of an id counts.
 ///
-/// A manifest that does not load is skipped. An offered version with fewer parts than the
-/// installed one, or an entry without one of its texts, is logged and ends that manifest's rows.
+/// A manifest that does not load is skipped. An offered version with fewer parts than the installed
+/// one, or an entry without one of its texts, is logged and ends that manifest's rows.
 class AvailableUpdates : public UpdateCheck {
  public:
   AvailableUpdates(base::ErrorLog& log, CatalogFiles& files, const FileVersions& versions,
@@ -35,7 +35,7 @@ class AvailableUpdates : public UpdateCheck {
                      RowNumber& row) override;
 
  private:
-  // The version that an installed entry of that id has.
+  // The version of the installed entry with that id.
   using VersionOf = std::function<std::string(const pugi::xml_node& entry, const std::string& id)>;
 
   void CheckEntries(base::ComponentKind kind, const Entries& installed, const std::string& manifest,

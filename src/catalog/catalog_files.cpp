@@ -68,7 +68,7 @@ const XmlDocument* CatalogFiles::TryManifest(const std::string& name) {
     return nullptr;
   }
   const std::string path = ManifestPath(settings_, name);
-  // The bytes that are judged are the bytes that are parsed.
+  // The bytes that are checked are the bytes that are parsed.
   const File& file = LoadWith(path, [&](XmlDocument& document) {
     std::string bytes = files_.Read(path);
     DemandTrust(name, bytes);

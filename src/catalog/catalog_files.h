@@ -15,7 +15,7 @@
 
 namespace kitbay::catalog {
 
-/// The files that the lists are made from: the suite's two registry files and the manifests of the
+/// The files from which the lists are made: the suite's two registry files and the manifests of the
 /// update sources. During a `Refresh` each is read once. A failure to read one is kept too, so that
 /// every listing that needs the file reports it. Documents live until the refresh ends; all calls
 /// must be made within one.
@@ -25,7 +25,7 @@ class CatalogFiles {
                const ManifestTrust& trust)
       : files_(files), settings_(settings), trust_(trust) {}
 
-  /// One look at the files. Refreshes nest; the outermost forgets what was read.
+  /// One reading of the files. Refreshes nest; the outermost forgets what was read.
   class Refresh {
    public:
     explicit Refresh(CatalogFiles& files) : files_(files) { ++files_.refreshes_; }
@@ -40,16 +40,17 @@ class CatalogFiles {
   /// The datastore. Throws the `base::Failure` with which it did not load.
   const XmlDocument& Datastore();
 
-  /// Each is null where the file does not load.
+  /// Each is null if the file does not load.
   const XmlDocument* TryDatastore();
   const XmlDocument* TryCustomRegistry();
   const XmlDocument* TryFile(const std::string& path);
 
-  /// The manifest of that file name; null too if no manifest may have the name, and if its source
-  /// signs its manifests and this one may not count. That is logged.
+  /// The manifest with that file name. Null if no manifest may have the name, and also if its
+  /// source signs its manifests and this one is not acceptable, which is logged.
   const XmlDocument* TryManifest(const std::string& name);
 
-  /// What the entry says of its package, where the source of the manifest of that file name signs.
+  /// What the entry says about its package, if the source of the manifest with that file name
+  /// signs.
   std::optional<PackageDigest> SignedDigest(const std::string& manifest,
                                             const pugi::xml_node& entry) const {
     return trust_.IsDemandedOf(manifest) ? std::optional(ReadDigest(manifest, entry))

@@ -7,14 +7,14 @@
 
 namespace kitbay::catalog {
 
-/// The elements that a path "list//name" selects from a document, in document order: those of that
-/// name at any depth below the elements of the list's path. Found in one walk, which takes a
-/// fraction of what the path's own evaluation does; the document must outlive them.
+/// The elements that a path "list//name" selects from a document, in document order: those with
+/// that name at any depth below the elements of the list's path. Found in one walk, which takes a
+/// fraction of the time of evaluating the path; the document must outlive them.
 class Entries {
  public:
   using LeavesOut = std::function<bool(const pugi::xml_node&)>;
 
-  /// Entries that `leaves_out` is true of are passed over.
+  /// Entries for which `leaves_out` is true are skipped.
   Entries(const pugi::xml_document& document, std::string_view path,
           const LeavesOut& leaves_out = nullptr);
 
@@ -26,8 +26,8 @@ class Entries {
   std::vector<pugi::xml_node> nodes_;
 };
 
-/// The node after `node` in document order below `top`; none after the last. Not recursive: a file
-/// may nest as deep as it is long.
+/// The node after `node` in document order below `top`; none after the last. Not recursive, because
+/// a file may nest as deep as it is long.
 pugi::xml_node NextBelow(const pugi::xml_node& top, pugi::xml_node node);
 
 }  // namespace kitbay::catalog

@@ -12,7 +12,7 @@ namespace kitbay::catalog {
 /// Shown in place of a version that cannot be read.
 inline constexpr const char* kNoVersion = "N/A";
 
-/// Reads the versions of installed components from their libraries, each library once in a refresh
+/// Reads the versions of installed components from their libraries, each library once per refresh
 /// of the lists.
 class FileVersions {
  public:
@@ -21,14 +21,14 @@ class FileVersions {
       : log_(log), settings_(settings), resources_(resources), files_(files) {}
 
   /// The file version of the library at `path`: four numbers joined by ".", each written as a
-  /// signed 16-bit number; `kNoVersion` when it has none.
+  /// signed 16-bit number; `kNoVersion` if it has none.
   std::string GetVersionInfo(const std::string& path) const;
 
-  /// The version of an addon: of the library in the addon's own folder or else in the installation
-  /// folder.
+  /// The version of an addon: that of the library in the addon's own folder or else in the
+  /// installation folder.
   std::string OfAddon(const std::string& id, const std::string& filename) const;
 
-  /// The version of a transport, whose library lies in the installation folder.
+  /// The version of a transport, whose library is in the installation folder.
   std::string OfTransport(const std::string& filename) const;
 
  private:

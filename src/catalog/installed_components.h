@@ -13,7 +13,7 @@
 
 namespace kitbay::catalog {
 
-/// Lists what is installed, from the local files only.
+/// Lists what is installed, only from the local files.
 class InstalledComponents {
  public:
   InstalledComponents(base::ErrorLog& log, CatalogFiles& files, const FileVersions& versions,
@@ -21,12 +21,12 @@ class InstalledComponents {
       : log_(log), files_(files), versions_(versions), rows_(rows) {}
 
   /// Each fills its kind's installed list. A datastore that does not load is logged and leaves the
-  /// page as it is; an entry without one of its texts is logged and ends the list there.
+  /// page unchanged; an entry without one of its texts is logged and ends the list there.
   void InitialInstalledAddons();
   void InitialInstalledTransports();
 
-  /// The datastore's channels, then those of the user's custom registry; each id once, whatever its
-  /// letter case.
+  /// The datastore's channels, then those of the user's custom registry; each id once, ignoring
+  /// case.
   void InitialInstalledChannels();
 
  private:

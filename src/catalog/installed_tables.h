@@ -14,11 +14,11 @@ inline constexpr const char* kInstalledBarMarkup =
 
 /// What is specific to one kind in the installed listings.
 struct InstalledTable {
-  const char* container;       ///< the element that the rows go into
+  const char* container;       ///< the element that gets the rows
   const char* heading;         ///< the list's heading
   const char* nothing;         ///< status line of an empty list with update status
   const char* nothing_local;   ///< status line of an empty local list
-  const char* registry_list;   ///< the element that holds the kind's entries
+  const char* registry_list;   ///< the element with the kind's entries
   const char* entries;         ///< the kind's entries, at any depth of their element
   const char* custom_entries;  ///< what counts as the custom registry's entries
 };

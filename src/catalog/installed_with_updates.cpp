@@ -76,7 +76,7 @@ bool InstalledWithUpdates::ListChannels() {
   }
   const XmlDocument* custom = files_.TryCustomRegistry();
   if (custom_entries > 0 && custom != nullptr) {
-    // A channel of both files is listed as the datastore has it.
+    // A channel in both files is listed from the datastore.
     const Entries custom_channels(
         *custom, table.custom_entries, [shown = ShownIds()](const pugi::xml_node& channel) {
           return shown.contains(base::ToLower(channel.attribute("id").value()));

@@ -17,7 +17,7 @@
 
 namespace kitbay::catalog {
 
-/// Looks installed entries up in one update manifest and writes their rows.
+/// Looks up installed entries in an update manifest and writes their rows.
 class UpdateCheck {
  public:
   virtual ~UpdateCheck() = default;
@@ -33,7 +33,7 @@ class UpdateCheck {
                              RowNumber& row) = 0;
 };
 
-/// Lists what is installed together with what the update sources offer for it.
+/// Lists what is installed, together with what the update sources offer for it.
 class InstalledWithUpdates {
  public:
   InstalledWithUpdates(base::ErrorLog& log, CatalogFiles& files, const base::Settings& settings,
@@ -48,14 +48,14 @@ class InstalledWithUpdates {
         rows_(rows) {}
 
   /// Each fills its kind's installed list, source by source. A datastore that does not load changes
-  /// nothing. False when something is installed but no source had a manifest to look it up in: the
-  /// list then lacks its rows.
+  /// nothing. Returns false if something is installed but no source had a manifest in which to look
+  /// it up: the list then lacks its rows.
   bool InstalledAddons();
   bool InstalledTransports();
   bool InstalledChannels();
 
-  /// How many nodes `selection` selects in the XML file at `path`; 0 when it does not load. More
-  /// than 32767 are an overflow, which is logged and returned as 0.
+  /// How many nodes `selection` selects in the XML file at `path`; 0 if it does not load. More than
+  /// 32767 are an overflow, which is logged and returned as 0.
   std::int16_t GetCustomAddonLength(const std::string& path, const std::string& selection);
 
  private:

@@ -6,11 +6,11 @@
 
 namespace kitbay::catalog {
 
-/// Whether a manifest may be kept under that name: a plain file name that ends in ".xml" and cannot
-/// mean one of the program's own files in the same folder.
+/// Whether a manifest may be stored under that name: a plain file name that ends in ".xml" and
+/// cannot be one of the program's own files in the same folder.
 bool IsManifestName(const std::string& name);
 
-/// The file that the manifest of that name is kept in.
+/// The file in which the manifest with that name is stored.
 std::string ManifestPath(const base::Settings& settings, const std::string& manifest);
 
 }  // namespace kitbay::catalog

@@ -14,11 +14,11 @@ inline constexpr const char* kUpdatesBarMarkup =
 
 /// What is specific to one kind in the lists of new components.
 struct ManifestTable {
-  const char* container;      ///< the element that new components go into
+  const char* container;      ///< the element that gets new components
   const char* tab;            ///< the kind's image in the bar
   const char* heading;        ///< the new list's heading
   const char* nothing;        ///< shown in place of an empty new list
-  const char* manifest_list;  ///< the element of a manifest that holds the kind's entries
+  const char* manifest_list;  ///< the element of a manifest with the kind's entries
   const char* entries;        ///< the kind's entries, at any depth of their element
   const char* installed;      ///< the entries of a registry file whose ids are installed
 };

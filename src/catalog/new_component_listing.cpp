@@ -87,7 +87,7 @@ void NewComponentListing::ListOffers(ComponentKind kind, const std::string& mani
                            .digest = files_.SignedDigest(manifest_name, entry)};
     const std::string version = ChildText(entry, "version");
     const std::string description = ChildText(entry, "description");
-    // Last, so that an offer with a missing text takes no number.
+    // Last, so that an offer with a missing text uses no number.
     rows_.showUpdates(table.container, component.name, version, description, row.Next());
     found_[kind].push_back(std::move(component));
   }

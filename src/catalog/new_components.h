@@ -9,13 +9,13 @@
 
 namespace kitbay::catalog {
 
-/// What an installation needs to know of a component that an update source offers and that is not
-/// installed.
+/// What an installation needs to know about a component that an update source offers and that is
+/// not installed.
 struct NewComponent {
   std::string id;
   std::string name;
   std::string url;
-  std::optional<PackageDigest> digest = {};  ///< of the package, where its source signs
+  std::optional<PackageDigest> digest = {};  ///< of the package, if its source signs
 };
 
 /// What the last listing of new components found, by kind, in row order.

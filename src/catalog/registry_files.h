@@ -6,7 +6,7 @@
 
 namespace kitbay::catalog {
 
-/// Where the suite's two registry files lie: the datastore, shared with the main client, and the
+/// The paths of the suite's two registry files: the datastore, shared with the main client, and the
 /// user's custom registry.
 std::string DatastorePath(const base::Settings& settings);
 std::string CustomRegistryPath(const base::Settings& settings);

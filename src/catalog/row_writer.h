@@ -11,7 +11,7 @@ class RowWriter {
  public:
   virtual ~RowWriter() = default;
 
-  /// Writes a tab bar into its holder unless the holder has content already.
+  /// Writes a tab bar into its holder, unless the holder already has content.
   virtual void AddImageTab(const std::string& holder, const std::string& markup) = 0;
 
   /// Shows the image of `tab` in a tab bar, or hides it.
@@ -27,13 +27,13 @@ class RowWriter {
   /// Replaces the container's content with a status line.
   virtual void FillDivStatus(const std::string& container, const std::string& message) = 0;
 
-  /// Adds the row of an installed component, with a Remove button unless it is a core one.
+  /// Adds the row of an installed component, with a Remove button unless it is a core component.
   virtual void fillDiv(const std::string& container, const std::string& name,
                        const std::string& version, const std::string& description, std::int16_t row,
                        bool is_core) = 0;
 
-  /// Adds a row with an Install button when `not_installed`, with an Update button when `is_core`,
-  /// and with a Remove and an Update button otherwise.
+  /// Adds a row with an Install button if `not_installed`, with an Update button if `is_core`, and
+  /// with a Remove and an Update button otherwise.
   virtual void fillDivWithUpdates(const std::string& container, const std::string& name,
                                   const std::string& version, const std::string& description,
                                   std::int16_t row, bool is_core, bool not_installed) = 0;

@@ -7,9 +7,9 @@
 
 namespace kitbay::catalog {
 
-/// What is known of the maker of a source's manifests.
+/// What is known about the maker of a source's manifests.
 struct SourceKey {
-  std::string key;           ///< the public key in hexadecimal digits, as the user's file has it
+  std::string key;           ///< the public key in hexadecimal digits, as in the user's file
   std::uint64_t serial = 0;  ///< the highest serial number of a manifest seen so far
 };
 
@@ -17,12 +17,12 @@ struct SourceKey {
 struct UpdateSourceList {
   std::vector<std::string> UpdateSources;   ///< all sources, in the order of the user's list
   std::vector<std::string> PendingSources;  ///< those still to be asked
-  bool UsedCachedManifest = false;          ///< whether a manifest on disk serves for some source
+  bool UsedCachedManifest = false;          ///< whether a stored manifest is used for some source
 
   /// The keys of the sources that have one, by the file name of their manifest in lower case.
   std::map<std::string, SourceKey> keys = {};
 
-  /// The key that the manifest of that file name must be signed with; null where it need not be.
+  /// The key with which the manifest with that file name must be signed; null if it need not be.
   const SourceKey* KeyOf(const std::string& manifest) const;
 };
 

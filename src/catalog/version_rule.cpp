@@ -17,7 +17,7 @@ bool BeginsNumber(std::string_view text) {
   return text.size() > sign && text[sign] >= '0' && text[sign] <= '9';
 }
 
-/// The parts of a version from the first to the last. An empty text has no parts at all.
+/// The parts of a version from first to last. An empty text has no parts at all.
 class Parts {
  public:
   explicit Parts(std::string_view version) : rest_(version), is_at_end_(version.empty()) {}

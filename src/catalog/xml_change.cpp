@@ -9,7 +9,7 @@ namespace {
 
 constexpr int kMostAttempts = 3;
 
-// Returns false when the file became another while it was changed.
+// Returns false if somebody else changed the file meanwhile.
 bool ChangeOnce(platform::Files& files, const std::string& path, const XmlChange& change) {
   const std::string before = files.Read(path);
   XmlDocument document;

@@ -17,19 +17,19 @@ using base::RuntimeError;
 // HRESULT_FROM_WIN32(ERROR_INVALID_DATA)
 constexpr std::int32_t kInvalidData = static_cast<std::int32_t>(0x8007000D);
 
-// As a fragment, so that text outside the document element is noticed.
+// Parsed as a fragment, so that text outside the document element is noticed.
 constexpr unsigned kWellFormed = pugi::parse_default | pugi::parse_doctype | pugi::parse_fragment;
 
-// Most elements hold one text; keeping it in the element itself halves the tree.
+// Most elements contain a single text; storing it in the element itself halves the tree.
 constexpr unsigned kToRead = kWellFormed | pugi::parse_embed_pcdata;
 
-// Everything else that a file may hold, with line ends as they are.
+// Everything else that a file may contain, with line ends unchanged.
 constexpr unsigned kToChange = (kWellFormed & ~pugi::parse_eol) | pugi::parse_comments |
                                pugi::parse_pi | pugi::parse_declaration | pugi::parse_ws_pcdata;
 
 constexpr const char* kWhiteSpace = " \t\r\n";
 
-// Collects a document's text as it is saved, about as long as it was.
+// Collects a document's text as it is saved, which is about as long as before.
 class TextSink : public pugi::xml_writer {
  public:
   explicit TextSink(std::size_t bytes_before) {
@@ -68,7 +68,7 @@ bool IsWhiteSpace(const pugi::xml_node& text) {
   throw Failure(kInvalidData, path + " is not a well-formed document: " + why);
 }
 
-// The parser does not know the entities of a document type declaration; the suite's files have
+// The parser does not expand the entities of a document type declaration; the suite's files have
 // none.
 void CheckShape(pugi::xml_document& document, const std::string& path) {
   int elements = 0;
@@ -103,7 +103,7 @@ std::string_view Trimmed(std::string_view text) {
   return text;
 }
 
-// Where the file declares its encoding; empty where it does not.
+// The attribute in which the file declares its encoding; empty if it does not.
 pugi::xml_attribute DeclaredEncoding(const pugi::xml_document& document) {
   const pugi::xml_node first = document.first_child();
   return first.type() == pugi::node_declaration ? first.attribute("encoding")
@@ -135,7 +135,7 @@ void LoadXml(const platform::Files& files, const std::string& path, XmlDocument&
 }
 
 // In memory, and so also when it is saved, the document is UTF-8. Of the other encodings the parser
-// converts UTF-16, UTF-32 and Latin-1; bytes in any other would stay as they are beside those that
+// converts UTF-16, UTF-32 and Latin-1; bytes in any other would stay unchanged beside those that
 // are added.
 void ParseXmlToChange(std::string bytes, const std::string& path, XmlDocument& document) {
   document.reset();
@@ -183,7 +183,7 @@ std::string ElementText(const pugi::xml_node& node) {
   if (!node) {
     throw Failure(RuntimeError::kObjectVariableNotSet);
   }
-  // An element's own value is its first text, and usually all of it.
+  // An element's own value is its first text, and usually all of its text.
   if (!node.first_child()) {
     return std::string(Trimmed(node.value()));
   }

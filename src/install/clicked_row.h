@@ -15,8 +15,8 @@ struct ClickedRow {
   std::string name;      ///< the component's name as the row shows it
 };
 
-/// Reads the row of the present click. Throws 5 when its name line shows no version, 91 when the
-/// click is not on a button of a row.
+/// Reads the row of the current click. Throws 5 if its name line shows no version, 91 if the click
+/// is not on a button of a row.
 ClickedRow TakeClickedRow(const view::PageDocument& page);
 
 }  // namespace kitbay::install

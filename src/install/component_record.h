@@ -6,8 +6,8 @@
 
 namespace kitbay::install {
 
-/// The values of a component's manifest entry, slot by slot; what stands in which slot depends on
-/// the component's kind.
+/// The values of a component's manifest entry, slot by slot. The component's kind decides what is
+/// in which slot.
 inline constexpr std::size_t kRecordSlots = 11;
 using ComponentRecord = std::array<std::string, kRecordSlots>;
 

@@ -49,7 +49,7 @@ void EntryNames::DemandNoLink(const std::string& name) {
     if (known->second == Found::kLink) {
       Refuse(name);
     }
-    // Nothing can lie under what is not there.
+    // Nothing can be below what does not exist.
     if (known->second == Found::kNothing) {
       return;
     }

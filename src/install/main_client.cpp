@@ -60,7 +60,7 @@ void MainClient::LaunchMainApplication() {
   });
 }
 
-// The client belongs to the user, whatever rights Kitbay was given.
+// The client runs for the user, whatever rights Kitbay was given.
 void MainClient::StartAsUser(const std::string& path) {
   try {
     desktop_.StartProgramAsUser(path);

@@ -8,31 +8,31 @@
 
 namespace kitbay::install {
 
-/// What the user answered, or did not have to, before a component is removed.
+/// The user's answer before a component is removed, if one was needed.
 enum class RemovalAnswer {
   kCancelled,         ///< nothing is to be removed
   kClientClosed,      ///< the main client was running and has been sent the close message
   kClientNotRunning,  ///< there was no main client to close
 };
 
-/// Closes the suite's main client before its components change, and starts it again. A main client
-/// that does not close is not waited for.
+/// Closes the suite's main client before its components change, and starts it again. Does not wait
+/// for a main client that does not close.
 class MainClient {
  public:
   MainClient(base::ErrorLog& log, const base::Settings& settings, platform::Desktop& desktop)
       : log_(log), settings_(settings), desktop_(desktop) {}
 
   /// Asks whether the main client may be closed for an update of the component `name`, and closes
-  /// it. `result` becomes false only when the user cancels; without a running main client nobody is
+  /// it. `result` becomes false only if the user cancels; if no main client is running, nobody is
   /// asked.
   void CheckExeForUpdate(const std::string& name, const std::string& kind, bool& result);
 
-  /// Asks whether the component `name` may be removed, and closes the main client where it runs.
-  /// Throws `base::Failure` when the user cannot be asked.
+  /// Asks whether the component `name` may be removed, and closes the main client if it is running.
+  /// Throws `base::Failure` if the user cannot be asked.
   RemovalAnswer AskBeforeRemoval(const std::string& name, const std::string& kind);
 
-  /// Starts the main client as the user, without waiting for it. Where this process has more rights
-  /// and the client cannot be started with the user's, the user is told to start it.
+  /// Starts the main client as the user, without waiting for it. If this process has more rights
+  /// and the client cannot be started with the user's, tells the user to start it.
   void LaunchMainApplication();
 
  private:

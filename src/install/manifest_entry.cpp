@@ -19,7 +19,7 @@ struct SlotElement {
   const char* element;
 };
 
-// The slots that are not filled in a way of their own.
+// The slots that are filled in the common way.
 constexpr std::array kAddonElements = {
     SlotElement{addon_slot::kProgid, "progid"},
     SlotElement{addon_slot::kName, "name"},
@@ -48,7 +48,7 @@ constexpr std::array kChannelElements = {
     SlotElement{channel_slot::kFilename, "filename"},
 };
 
-// Where the entries of a kind stand, and what is read from them.
+// Where the entries of a kind are, and what is read from them.
 struct EntryTable {
   const char* entries;
   std::span<const SlotElement> elements;
@@ -67,7 +67,7 @@ constexpr base::PerKind<EntryTable> kEntryTables = {
                 .libraries = "dependencies"},
 };
 
-// Without a text of their own the parameters are both empty.
+// Without a text of their own, both parameters are empty.
 void ReadParameters(const pugi::xml_node& entry, ComponentRecord& record) {
   const pugi::xml_node parameters = entry.child("params");
   if (catalog::ElementText(parameters).empty()) {

@@ -20,10 +20,10 @@ using base::RuntimeError;
 
 constexpr const char* kProcedure = "Kitbay...ExpandZipFile";
 
-// What one call can read, and one call can write.
+// The most that one call can read or write.
 constexpr std::uint64_t kLargestEntry = std::numeric_limits<std::int32_t>::max();
 
-/// Memory, not cleared, for one entry after the other.
+/// Uninitialised memory that is reused for one entry after another.
 class Buffer {
  public:
   explicit Buffer(const ZipEntry& largest) {
@@ -39,11 +39,11 @@ class Buffer {
 
  private:
   std::size_t size_ = 0;
-  std::unique_ptr<char[]> bytes_;  // NOLINT(modernize-avoid-c-arrays): memory that is not cleared
+  std::unique_ptr<char[]> bytes_;  // NOLINT(modernize-avoid-c-arrays): uninitialised memory
 };
 
-/// Throws with the entry's name when its bytes cannot be had: the library would give none, or
-/// others, and call it success.
+/// Throws with the entry's name if its bytes cannot be read: the library would deliver none, or
+/// wrong ones, and report success.
 void DemandReadable(const ZipEntry& entry) {
   const auto refuse = [&](const std::string& why) {
     throw Failure(RuntimeError::kInvalidProcedureCall, Printable(entry.name) + why);
@@ -57,7 +57,7 @@ void DemandReadable(const ZipEntry& entry) {
   }
 }
 
-/// Judges all entries of the archive, and returns the largest of them.
+/// Checks all entries of the archive, and returns the largest of them.
 ZipEntry Judge(ZipArchive& archive, EntryNames names) {
   ZipEntry largest;
   for (bool there = archive.GoToFirst(); there; there = archive.GoToNext()) {

@@ -12,21 +12,21 @@ namespace kitbay::install {
 
 class ZipArchive;
 
-/// Brings the files of a component's package into their folder.
+/// Expands the files of a component's package into their folder.
 class PackageExpansion {
  public:
   PackageExpansion(base::ErrorLog& log, platform::Files& files) : log_(log), files_(files) {}
 
-  /// Expands every file of the archive under `destination`, which ends in "\" afterwards whatever
-  /// becomes of the rest. Folders are made as needed, existing files replaced; empty files and
-  /// folders are left out. Returns whether the archive was opened and walked to its end; an archive
-  /// that is missing is told by the result alone.
+  /// Expands every file of the archive below `destination`, which ends in "\" afterwards, whatever
+  /// the outcome. Creates folders as needed and replaces existing files; leaves out empty files and
+  /// folders. Returns whether the archive was opened and read to its end; only this result reports
+  /// a missing archive.
   ///
-  /// Nothing is ever written outside of the destination: an entry whose name could lead there, that
-  /// is neither stored nor deflated, or that this machine has no memory for, is logged, and nothing
-  /// at all is written then. A file that cannot be written is logged and the walk goes on; damage
-  /// within an entry is not looked for. One that is in use is replaced if it can be renamed, and
-  /// otherwise tried again for about a second.
+  /// Nothing is ever written outside the destination. An entry whose name could lead there, that is
+  /// neither stored nor deflated, or that this machine has no memory for, is logged, and then
+  /// nothing at all is written. A file that cannot be written is logged and the expansion goes on.
+  /// Damage within an entry is not detected. A file in use is replaced if it can be renamed, and
+  /// otherwise retried for about a second.
   bool ExpandZipFile(std::string& destination, const std::string& archive_path);
 
   /// The names of the entries whose files the last expansion could not write.

@@ -56,7 +56,7 @@ std::string Registry::GetAppDataPath() {
 }
 
 std::int32_t Registry::ROOT_REGISTRY_KEY() {
-  // Key handles are small numbers, also in 64-bit programs.
+  // Key handles are small numbers, even in 64-bit programs.
   return static_cast<std::int32_t>(root_.handle);
 }
 
@@ -90,7 +90,7 @@ RegistryKey Registry::OpenProtocolKey() {
       .key;
 }
 
-// The handle that is closed is the hive's, as clients of the class have always seen it.
+// Closes the handle of the hive, as clients of the class have always seen it.
 std::int32_t Registry::SetDefaultValue(RegistryKey hive, const std::string& name,
                                        const std::string& data) {
   if (name.empty()) {

@@ -14,7 +14,7 @@ namespace kitbay::install {
 /// suite's URL protocol. Every member logs its failure and then returns its default.
 class Registry : public platform::RegistryService {
  public:
-  /// Opens the suite's key of the current user, creating it when it is missing.
+  /// Opens the suite's key of the current user, and creates it if it is missing.
   Registry(base::ErrorLog& log, platform::RegistryKeys& keys, const base::Settings& settings);
   ~Registry() override;
   Registry(const Registry&) = delete;
@@ -22,11 +22,11 @@ class Registry : public platform::RegistryService {
   Registry(Registry&&) = delete;
   Registry& operator=(Registry&&) = delete;
 
-  /// Registers the protocol "ovl" to open with this program: for the machine, or where that is
-  /// refused for the user. What fails in another way is not told.
+  /// Registers the protocol "ovl" to open with this program: for the machine or, if that is
+  /// refused, for the user. Other failures are not reported.
   void RegisterUrlHandler() override;
 
-  /// The user's application data folder; empty when it cannot be read.
+  /// The user's application data folder; empty if it cannot be read.
   std::string GetAppDataPath() override;
 
   /// The handle of the suite's key.

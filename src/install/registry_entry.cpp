@@ -8,7 +8,7 @@
 namespace kitbay::install {
 namespace {
 
-// Every reader takes a carriage return in a text for a line feed; it is written as what is read.
+// Every reader turns a carriage return in a text into a line feed, so it is written as one.
 std::string WithLineFeeds(const std::string& text) {
   std::string lines;
   for (std::size_t i = 0; i < text.size(); ++i) {
@@ -25,7 +25,7 @@ void AddAttribute(pugi::xml_node element, const char* name, const std::string& v
   element.append_attribute(name).set_value(value.c_str());
 }
 
-// An empty element is written as it will be after the next change of the file.
+// An empty element is written in the form that it will have after the next change of the file.
 void AddChild(pugi::xml_node element, const char* name, const std::string& text) {
   pugi::xml_node child = element.append_child(name);
   if (!text.empty()) {
@@ -68,7 +68,7 @@ void AddAddon(const ComponentRecord& record, pugi::xml_node list) {
   }
 }
 
-// The description is the name: the record of a transport has none.
+// The description is the name, because the record of a transport has no description.
 void AddTransport(const ComponentRecord& record, pugi::xml_node list) {
   using namespace transport_slot;
   const pugi::xml_node entry = list.append_child("transport");

@@ -8,7 +8,7 @@
 namespace kitbay::install {
 
 /// Adds the component's entry as the last child of `list`, with `id` as its first attribute. Throws
-/// `base::Failure` (5), and adds nothing, when a slot holds what XML cannot hold.
+/// `base::Failure` (5), and adds nothing, if a slot contains what XML cannot contain.
 void AppendRegistryEntry(base::ComponentKind kind, const ComponentRecord& record,
                          pugi::xml_node list);
 

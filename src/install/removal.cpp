@@ -24,7 +24,7 @@ using base::ToLower;
 constexpr base::PerKind<const char*> kActions = {
     .addon = "uninstall", .transport = "uninstalltransport", .channel = "uninstallchannel"};
 
-// No kind for an action word that is none of the three.
+// Empty for an action word that is not one of the three.
 std::optional<ComponentKind> KindOf(const std::string& action) {
   for (const ComponentKind kind : base::kComponentKinds) {
     if (ToLower(action) == kActions[kind]) {
@@ -38,7 +38,7 @@ bool IsCustomRegistry(const std::string& path) {
   return ToLower(path.substr(path.rfind('\\') + 1)) == "customregistry.xml";
 }
 
-// The first entry of `kind` with that name, in small letters; none when there is none.
+// The first entry of `kind` with that name, in lower case; empty if there is none.
 pugi::xml_node FindEntry(const pugi::xml_document& document, ComponentKind kind,
                          const std::string& lower_name) {
   const std::string children = std::string(catalog::kInstalledTables[kind].registry_list) + "/*";
@@ -100,7 +100,7 @@ void Removal::TakeRowAway(const std::string& action) {
   }
 }
 
-// A row that no file has an entry for comes back with the next listing; the log tells why.
+// A row without an entry in either file comes back with the next listing; the log says why.
 void Removal::UninstallFromBoth(const std::string& action) {
   if (const auto kind = KindOf(action)) {
     bool is_missing_in_datastore = false;
@@ -117,7 +117,7 @@ void Removal::UninstallFromBoth(const std::string& action) {
   }
 }
 
-// Without components of their own, users have no custom registry.
+// Users without components of their own have no custom registry.
 void Removal::uninstall(const std::string& path, ComponentKind kind, bool& is_missing) {
   guarded(parts_.log, "Kitbay::uninstall", [&] {
     if (IsCustomRegistry(path) && !parts_.files.Exists(path)) {

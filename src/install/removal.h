@@ -29,16 +29,16 @@ struct RemovalParts {
 };
 
 /// Removes the component whose button is being clicked: its row from the page and its entry from
-/// the registry files. Its own files stay, and its libraries stay registered.
+/// the registry files. Its files stay, and its libraries stay registered.
 class Removal {
  public:
   explicit Removal(const RemovalParts& parts) : parts_(parts) {}
 
-  /// `action` is "Uninstall", "UninstallTransport" or "UninstallChannel" in whatever letter case,
-  /// `kind` the kind word of the user's messages.
+  /// `action` is "Uninstall", "UninstallTransport" or "UninstallChannel", in any case; `kind` is
+  /// the kind's name in the user's messages.
   void RemoveAddon(const std::string& action, const std::string& kind);
 
-  /// Asks the user and removes the current component. `result` tells whether it was to be removed.
+  /// Asks the user and removes the current component. `result` says whether it was to be removed.
   void checkExe(const std::string& action, const std::string& name, const std::string& kind,
                 bool& result);
 

@@ -14,8 +14,8 @@ using platform::ExportAddress;
 
 constexpr std::uint32_t kTimeLimitMs = 10000;
 
-// The same for every way to write the path of a library: in small letters, with one "\" before each
-// part, and without the parts that lead nowhere or back.
+// The same text for every spelling of a library's path: in lower case, with one "\" before each
+// part, and without "." and "..".
 std::string PlaceOf(const std::string& path) {
   std::vector<std::string> parts;
   std::string part;
@@ -65,7 +65,7 @@ void SelfRegistration::DLLRegisterService(const std::string& path, bool register
   });
 }
 
-// Runs on a thread of its own, since a time-out ends the thread that waited: nothing here may own
+// Runs on a separate thread, because a time-out ends the thread that waited: nothing here may own
 // what the end of the thread would leave behind.
 void SelfRegistration::RunExport(const std::string& path, const char* name, std::int32_t& result,
                                  std::exception_ptr& load_failure) {
@@ -78,7 +78,7 @@ void SelfRegistration::RunExport(const std::string& path, const char* name, std:
     return;
   }
   const ExportAddress address = libraries_.FindExport(library, name);
-  // Compared with 1, not with 0: a library without the function gets a thread all the same.
+  // Compared with 1, not with 0: a library without the function still gets a thread.
   if (address == ExportAddress{1}) {
     libraries_.Free(library);
     result = kLibraryNotLoaded;

@@ -15,25 +15,25 @@ namespace kitbay::install {
 /// What `DLLRegisterService` returns.
 inline constexpr std::int32_t kLibraryHasRun = 0;       ///< whatever its function returned
 inline constexpr std::int32_t kLibraryNotLoaded = 1;    ///< or its function's address is 1
-inline constexpr std::int32_t kLibraryHasNoThread = 2;  ///< the system could not make a thread
+inline constexpr std::int32_t kLibraryHasNoThread = 2;  ///< the system could not create a thread
 inline constexpr std::int32_t kLibraryTimedOut = 3;     ///< it did not return within the limit
 
-/// Has libraries enter themselves into the registry.
+/// Makes libraries register themselves.
 class SelfRegistration {
  public:
   SelfRegistration(base::ErrorLog& log, const base::Settings& settings,
                    platform::Libraries& libraries, const InstallSession& session)
       : log_(log), settings_(settings), libraries_(libraries), session_(session) {}
 
-  /// Loads the library at the full path `path` and has it register itself, or unregister itself
-  /// when `register_it` is false; libraries that it needs may lie in the installation folder, as
-  /// for the main client. Waits for at most 10 seconds. `result` is one of the codes above; 0 as
-  /// well when a run-time error ended the call. A library that timed out is not loaded again: every
-  /// later call for it returns 3 at once.
+  /// Loads the library at the full path `path` and makes it register itself, or unregister itself
+  /// if `register_it` is false. Libraries that it needs may be in the installation folder, as for
+  /// the main client. Waits at most 10 seconds. `result` is one of the codes above; it is also 0 if
+  /// a run-time error ended the call. A library that timed out is not loaded again: every later
+  /// call for it returns 3 at once.
   void DLLRegisterService(const std::string& path, bool register_it, std::int32_t& result);
 
-  /// Registers every library of the session's list, in `folder` (without "\" at its end), whatever
-  /// the result of those before it. `succeeded` tells whether each has been tried.
+  /// Registers every library in the session's list, in `folder` (without "\" at its end), whatever
+  /// the result of those before it. `succeeded` says whether each has been tried.
   void funcRegisterDll(const std::string& folder, bool& succeeded);
 
  private:

@@ -36,8 +36,8 @@ struct UpdateParts {
 };
 
 /// Starts the update of the component whose button is being clicked: closes the main client and
-/// asks for the package, which is installed when it has arrived. Only the manifest of the first
-/// update source is asked; a component that it does not list under the row's name is not
+/// requests the package, which is installed when it has arrived. Only the manifest of the first
+/// update source is searched. A component that it does not list under the row's name is not
 /// downloaded, and its button stays off.
 class UpdateFlows {
  public:

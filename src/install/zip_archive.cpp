@@ -15,17 +15,17 @@
 namespace kitbay::install {
 namespace {
 
-// How much of a name is read.
+// The most that is read of a name.
 constexpr std::size_t kNameLength = 260;
 
-// Stands for a size that the directory has in a zip64 field instead. Where the library's long
-// integers have 64 bits, it takes the mark for the size.
+// Marks a size that the directory stores in a zip64 field instead. A library whose long integers
+// have 64 bits takes the mark for the size.
 constexpr std::uint64_t kSizeIsElsewhere = 0xFFFFFFFF;
 
 }  // namespace
 
-/// The archive's file as the zip library reads it. The library takes its directory byte by byte and
-/// turns from there to an entry and back; so the bytes around both places are kept.
+/// The archive's file as the zip library reads it. The library reads its directory byte by byte and
+/// jumps from there to an entry and back, so the bytes around both places are kept.
 class ZipArchive::Source {
  public:
   explicit Source(std::unique_ptr<platform::FileReader> file) : file_(std::move(file)) {}
@@ -52,7 +52,7 @@ class ZipArchive::Source {
     return functions;
   }
 
-  /// Throws what the reading of the file failed with, if it ever did.
+  /// Throws the failure of reading the file, if there was one.
   void DemandReadable() const {
     if (failure_) {
       std::rethrow_exception(failure_);
@@ -71,7 +71,7 @@ class ZipArchive::Source {
     bool Holds(std::uint64_t place) const { return place >= start && place - start < length; }
   };
 
-  // No exception may go through the library. It is kept, and nothing more is read.
+  // No exception may pass through the library. It is kept, and nothing more is read.
   uLong Read(char* bytes, uLong length) noexcept {
     uLong done = 0;
     try {
@@ -120,8 +120,8 @@ class ZipArchive::Source {
 
   std::unique_ptr<platform::FileReader> file_;
   std::uint64_t place_ = 0;
-  // Also at the end of the file, which the library would take for zero bytes: a directory that is
-  // cut short is none.
+  // Also true at the end of the file, where the library would read zero bytes: a directory that is
+  // cut short is not one.
   bool came_short_ = false;
   std::exception_ptr failure_;
   std::array<Window, 2> windows_;
@@ -176,7 +176,7 @@ ZipEntry ZipArchive::Entry() const {
 void ZipArchive::Read(std::span<char> bytes) {
   std::size_t filled = 0;
   if (unzOpenCurrentFile(zip_) == UNZ_OK) {
-    // The result is a count or an error; what came before an error counts as well.
+    // The result is a count or an error; the bytes before an error count as well.
     unzReadCurrentFile(zip_, bytes.data(), static_cast<unsigned>(bytes.size()));
     filled = static_cast<std::size_t>(std::min<ZPOS64_T>(unztell64(zip_), bytes.size()));
   }

@@ -9,22 +9,22 @@
 
 namespace kitbay::install {
 
-/// What the directory of an archive says of an entry.
+/// What an archive's directory says about an entry.
 struct ZipEntry {
   std::string name;  ///< with "\" between its parts
   std::uint64_t size = 0;
-  std::uint32_t method = 0;  ///< of its compression, by the format's own number
+  std::uint32_t method = 0;  ///< of compression, by the format's own number
 
-  /// Whether its sizes stand in a zip64 field that the library has not read; `size` is then a mark.
+  /// Whether its sizes are in a zip64 field that the library has not read; `size` is then a mark.
   bool has_unread_sizes = false;
 };
 
-/// The methods that an entry can be read by.
+/// The methods of entries that can be read.
 inline constexpr std::uint32_t kStored = 0;
 inline constexpr std::uint32_t kDeflated = 8;
 
 /// A zip archive that is read entry by entry. Damage goes unnoticed; but when the file itself can
-/// no longer be read, every operation throws what reading it failed with.
+/// no longer be read, every operation throws the failure of reading it.
 class ZipArchive {
  public:
   /// Opens the archive at `path`.
@@ -36,16 +36,16 @@ class ZipArchive {
   /// Whether there is an archive to read: a file that can be opened and has a zip directory.
   bool is_open() const { return zip_ != nullptr; }
 
-  /// Each takes a position, and returns whether there is an entry.
+  /// Each moves to an entry, and returns whether there is one.
   bool GoToFirst();
   bool GoToNext();
 
-  /// The entry at the position. Throws `base::Failure` (5) with the name when its name is so long
-  /// that the buffer of 260 characters holds no end of it.
+  /// The current entry. Throws `base::Failure` (5) with the name if its name is so long that its
+  /// end does not fit the buffer of 260 characters.
   ZipEntry Entry() const;
 
-  /// Reads the whole entry at the position in one piece: as many bytes as `bytes` holds. What the
-  /// archive does not yield, for whatever reason, is zero.
+  /// Reads the whole current entry in one piece, as many bytes as `bytes` has. What the archive
+  /// does not deliver, for whatever reason, is zero.
   void Read(std::span<char> bytes);
 
   /// Ends the reading of the entry.

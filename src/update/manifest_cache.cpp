@@ -30,8 +30,8 @@ bool IsListOfComponents(const std::string& bytes, const std::string& path) {
 
 }  // namespace
 
-// Throws the failure that tells the user why the file of the source may not count as its manifest;
-// gives its serial number.
+// Throws a failure that tells the user why the file of the source is not accepted as its manifest.
+// Returns its serial number.
 std::uint64_t ManifestCache::Demand(const std::string& source) const {
   const std::string path = Path(source);
   if (files_.Open(path)->Size() > kMostBytes) {
@@ -85,7 +85,7 @@ void ManifestCache::Take(const std::string& source) {
   NoteSerial(source, serial);
 }
 
-// The manifest itself is good, even where its number cannot be kept for the next run.
+// The manifest itself is good, even if its number cannot be stored for the next run.
 void ManifestCache::NoteSerial(const std::string& source, std::uint64_t serial) {
   base::guarded(log_, "Kitbay::CheckSignature",
                 [&] { source_file_.NoteSerial(base::AfterLastSlash(source), serial); });

@@ -11,30 +11,31 @@
 
 namespace kitbay::update {
 
-/// The manifests on disk while their sources are asked. Whoever transfers an answer writes it over
-/// the manifest of before, so a copy of that is put aside first. It takes its place again, with its
-/// own time, when the answer is no manifest or the transfer fails. Sources are written as in the
-/// user's list. Failures are those of `Files`.
+/// The manifests on disk while their sources are asked. The download object writes an answer over
+/// the previous manifest, so a copy of that is made first. The copy replaces the answer again, with
+/// its own time, if the answer is not a manifest or the transfer fails. Sources are written as in
+/// the user's list. Failures are those of `Files`.
 class ManifestCache {
  public:
   ManifestCache(base::ErrorLog& log, platform::Files& files, const base::Settings& settings,
                 const catalog::ManifestTrust& trust, UpdateSourceFile& source_file)
       : log_(log), files_(files), settings_(settings), trust_(trust), source_file_(source_file) {}
 
-  /// Before `source` is asked: puts its manifest aside, if there is one. Where the program ended
-  /// before it looked at an answer that is none, puts the manifest of before back.
+  /// Before `source` is asked: copies its manifest, if there is one. If the program ended before it
+  /// checked an answer that is not a manifest, restores the previous manifest first.
   void PutAside(const std::string& source);
 
-  /// Takes what has arrived from `source`. When that is no manifest, or none that may count for a
-  /// source that signs, puts the one of before back, or deletes the answer where there was none,
-  /// and throws a `base::Failure` whose description tells the user why. Without any file there is
-  /// nothing to judge.
+  /// Accepts what has arrived from `source`. If that is not a manifest, or not an acceptable one of
+  /// a source that signs, restores the previous one, or deletes the answer if there was none, and
+  /// throws a `base::Failure` whose description tells the user why. Without any file there is
+  /// nothing to check.
   void Take(const std::string& source);
 
-  /// After a transfer that failed: puts the manifest of before back.
+  /// After a failed transfer: restores the previous manifest.
   void PutBack(const std::string& source);
 
-  /// Whether the file of `source` is an answer that the program has not looked at, and no manifest.
+  /// Whether the file of `source` is an answer that the program has not checked, and not a
+  /// manifest.
   bool IsUnusable(const std::string& source) const;
 
  private:

@@ -6,7 +6,7 @@
 
 namespace kitbay::update {
 
-/// Takes over a component package that has been downloaded.
+/// Receives a component package that has been downloaded.
 class PackageReceiver {
  public:
   virtual ~PackageReceiver() = default;
@@ -16,7 +16,7 @@ class PackageReceiver {
   virtual void UnpackTransport(const PendingPackage& package, const std::string& path) = 0;
   virtual void UnpackChannel(const PendingPackage& package, const std::string& path) = 0;
 
-  /// Ends the installation: switches the page's buttons on again.
+  /// Ends the installation: enables the page's buttons again.
   virtual void InstallProcess() = 0;
 };
 

@@ -13,9 +13,9 @@ struct PendingPackage {
   std::string file_path;      ///< the file path of the request
   std::string name;           ///< the package's name, without ".zip"
   std::string row_id = {};    ///< the number of the row that was clicked for it
-  std::string row_name = {};  ///< what that row shows as its name
+  std::string row_name = {};  ///< the name that the row shows
 
-  /// What the package must be, where its source signs its manifests.
+  /// What the package must be, if its source signs its manifests.
   std::optional<catalog::PackageDigest> digest = {};
 };
 using PendingPackages = base::PerKind<PendingPackage>;

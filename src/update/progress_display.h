@@ -5,7 +5,7 @@
 
 namespace kitbay::update {
 
-/// Puts the progress bar into the status bar, or takes it out again. A failure is logged.
+/// Moves the progress bar into the status bar, or out of it. A failure is logged.
 void ShowProgressInStatusBar(base::ErrorLog& log, platform::MainWindow& window, bool show);
 
 }  // namespace kitbay::update

@@ -31,7 +31,7 @@ constexpr base::PerKind<void (PackageReceiver::*)(const PendingPackage&, const s
 
 constexpr const char* kException = "Kitbay::OvTransportEvents_Exception";
 
-// Rounds to the nearest whole number, ties to the even one.
+// Rounds to the nearest whole number, ties to even.
 std::string Kilobytes(double bytes) { return std::to_string(std::llrint(bytes / 1024)); }
 
 }  // namespace
@@ -72,7 +72,8 @@ void TransferEvents::ShowProgress(const std::string& received) {
   }
 }
 
-// What is noted of the request comes before what may fail: the next one must not wait for it.
+// The request is recorded as ended before anything may fail, because the next one must not wait for
+// it.
 void TransferEvents::EndTransfer(const std::string& file_path) {
   parts_.requests.unanswered().End(file_path);
   parts_.window.progress_bar().SetValue(100);
@@ -135,7 +136,7 @@ void TransferEvents::Exception(const std::string& file_path, const std::string& 
   });
 }
 
-// The exchange goes on even where a step fails, such as the entry in the log of a full disk.
+// The exchange goes on even if a step fails, such as the log entry on a full disk.
 void TransferEvents::TellOfFailure(const std::string& file_path, const std::string& message) {
   guarded(parts_.log, kException, [&] { throw base::Failure(0, message); });
   guarded(parts_.log, kException, [&] { parts_.buttons.DisableStatus(); });

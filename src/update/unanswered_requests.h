@@ -7,19 +7,19 @@
 
 namespace kitbay::update {
 
-/// The requests that await an answer, each with its status text. They are transferred one after the
-/// other, in the order of the requests. File paths are compared without regard to case.
+/// The requests that await an answer, each with its status text. They are transferred one after
+/// another, in the order of the requests. File paths are compared without regard to case.
 class UnansweredRequests {
  public:
   explicit UnansweredRequests(platform::MainWindow& window) : window_(window) {}
 
-  /// Adds a request with the present status text.
+  /// Adds a request with the current status text.
   void Add(const std::string& file_path);
 
   /// Forgets the latest request for that path, which was refused.
   void TakeBack(const std::string& file_path);
 
-  /// Shows the text of a request whose transfer has begun; the progress bar is its own from now on.
+  /// Shows the text of a request whose transfer has started; from now on it has the progress bar.
   void Begin(const std::string& file_path);
 
   void End(const std::string& file_path);

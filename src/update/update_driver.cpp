@@ -26,7 +26,7 @@ void UpdateDriver::GetDirectoryPreferenceFile() {
     parts_.source_file.GetPreferences();
     FindRefused();
     if (!parts_.settings.may_change_suite) {
-      // Their answers could not be kept.
+      // Their answers could not be stored.
       parts_.sources.PendingSources.clear();
     }
     if (parts_.sources.UpdateSources.empty()) {
@@ -63,7 +63,7 @@ void UpdateDriver::FindRefused() {
   }
 }
 
-// Last, when the sources have been asked: an answer may arrive while the user reads.
+// Last, after the sources have been asked: an answer may arrive while the user reads.
 void UpdateDriver::TellRefused() {
   std::string list;
   for (const auto& [manifest, why] : refused_) {
@@ -92,7 +92,7 @@ void UpdateDriver::ShowWithCachedManifests() {
   }
 }
 
-// Each source of the list removes one of its pending entries.
+// Each source in the list removes one of its pending entries.
 void UpdateDriver::DropFreshSources() {
   std::vector<std::string>& pending = parts_.sources.PendingSources;
   for (const std::string& source : parts_.sources.UpdateSources) {

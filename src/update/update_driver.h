@@ -44,10 +44,10 @@ class UpdateDriver {
  public:
   explicit UpdateDriver(const DriverParts& parts) : parts_(parts) {}
 
-  /// Reads the update sources, shows what is known and asks the sources whose manifest was not
-  /// fetched today; asks none where the suite may not be changed. An empty list is logged, and what
-  /// is installed is shown. A cached manifest that may not count for its source, which signs its
-  /// manifests, is as if there were none; that is logged and told.
+  /// Reads the update sources, shows what is known, and asks the sources whose manifest was not
+  /// fetched today; asks none if the suite may not be changed. An empty list is logged, and what is
+  /// installed is shown. A stored manifest counts as missing if its source signs its manifests and
+  /// this one is not acceptable; that is logged and reported.
   void GetDirectoryPreferenceFile();
 
  private:

@@ -29,8 +29,8 @@ struct ExchangeParts {
   PackageReceiver& packages;
 };
 
-/// The exchange with the update sources, assembled: requests, what their answers do to the page,
-/// and the packages on their way.
+/// The assembled exchange with the update sources: requests, what their answers do to the page, and
+/// the packages on their way.
 struct UpdateExchange {
   explicit UpdateExchange(const ExchangeParts& parts);
   UpdateExchange(const UpdateExchange&) = delete;

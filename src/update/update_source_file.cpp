@@ -24,7 +24,7 @@ bool AreEqual(const std::string& one, const std::string& other) {
   return base::ToLower(one) == base::ToLower(other);
 }
 
-// The attribute of a source, which is read by position.
+// The attribute with a source's URL, which is read by position.
 pugi::xml_attribute UrlOf(const pugi::xml_node& source) {
   const pugi::xml_attribute url = source.first_attribute();
   if (!url) {
@@ -117,7 +117,7 @@ void UpdateSourceFile::GetPreferences() {
 }
 
 void UpdateSourceFile::ReportSameNames() const {
-  std::map<std::string, std::string> sources;  // the first one of each file name
+  std::map<std::string, std::string> sources;  // the first one for each file name
   for (const std::string& source : sources_.UpdateSources) {
     const std::string name = base::ToLower(base::AfterLastSlash(source));
     const std::string& first = sources.try_emplace(name, source).first->second;
@@ -131,7 +131,7 @@ void UpdateSourceFile::ReportSameNames() const {
   }
 }
 
-// Of several sources whose manifests have one name, and so one file, the first key counts.
+// If several sources have manifests with the same name, and so the same file, the first key counts.
 void UpdateSourceFile::ReadKey(const pugi::xml_node& source, const std::string& url) {
   const pugi::xml_attribute key = source.attribute(kKey);
   if (key) {

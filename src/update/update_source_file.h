@@ -12,26 +12,27 @@
 
 namespace kitbay::update {
 
-/// The user's file of update sources, `updatepreference.xml`, and the list that it holds.
+/// The user's file of update sources, `updatepreference.xml`, and the list in it.
 class UpdateSourceFile {
  public:
   UpdateSourceFile(base::ErrorLog& log, platform::Files& files, const base::Settings& settings,
                    catalog::UpdateSourceList& sources)
       : log_(log), files_(files), settings_(settings), sources_(sources) {}
 
-  /// Creates the file when it is missing and sets its first source to the installation's default,
-  /// and its key to the one that comes with that, if any: a source that had a key and is still the
-  /// same keeps it otherwise. Without a readable default the file stays as it is. `file_system` may
-  /// be empty; that is logged.
+  /// Creates the file if it is missing, and sets its first source to the installation's default,
+  /// and its key to the default's key, if there is one. Otherwise a source that is still the same
+  /// keeps its key. Without a readable default the file is unchanged. `file_system` may be empty;
+  /// that is logged.
   void MakeDirectoryPreferenceFile(platform::FileSystemObject* file_system);
 
   /// Reads the file into the source list: replaces `UpdateSources` and the keys, appends to
-  /// `PendingSources`. A missing or unreadable file leaves no `UpdateSources`, and the keys:
-  /// answers may still be on their way. Sources whose manifests have one file name are logged.
+  /// `PendingSources`. A missing or unreadable file leaves `UpdateSources` empty but keeps the
+  /// keys, because answers may still be on their way. Sources whose manifests have the same file
+  /// name are logged.
   void GetPreferences();
 
-  /// Notes that the source of the signed manifest of that file name has reached `serial`, in the
-  /// list and in the file; a lower one than before is passed over. Fails as `catalog::ChangeXml`.
+  /// Records that the source of the signed manifest with that file name has reached `serial`, in
+  /// the list and in the file; ignores a lower one than before. Fails as `catalog::ChangeXml`.
   void NoteSerial(const std::string& manifest, std::uint64_t serial);
 
   std::string Path() const;

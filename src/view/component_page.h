@@ -25,8 +25,8 @@
 
 namespace kitbay::view {
 
-/// The page of components put together: its document and state, the lists of the catalog that fill
-/// it, and the procedures that switch it.
+/// The assembled page of components: its document and state, the lists of the catalog that fill it,
+/// and the procedures that switch it.
 struct ComponentPage {
   ComponentPage(base::ErrorLog& log, const platform::Files& files, const platform::Clock& clock,
                 const base::Settings& settings, const platform::VersionResource& version_resource,

@@ -5,8 +5,8 @@
 
 namespace kitbay::view {
 
-/// Gives a list the height that its tab bar leaves of the page, and never less than nothing. Fails
-/// as the page's members do.
+/// Sets a list's height to what its tab bar leaves of the page, and never to less than 0. Fails as
+/// the page's members do.
 void FitUnderBar(const PageDocument& page, const platform::HtmlNodeRef& list,
                  const platform::HtmlNodeRef& bar);
 

@@ -13,7 +13,7 @@ namespace {
 using base::guarded;
 using platform::HtmlNodeRef;
 
-// A row's button cell lies four elements deep: the buttons of a whole list are fetched at once.
+// A row's button cell is four elements deep, so the buttons of a whole list are fetched at once.
 std::vector<HtmlNodeRef> ButtonsOf(const HtmlNodeRef& container) {
   return container->ElementsByTag("input");
 }

@@ -10,8 +10,8 @@
 
 namespace kitbay::view {
 
-/// Switches the page's buttons off while a download or an installation runs, and on again. Every
-/// procedure logs its failure; a container without rows is passed over.
+/// Disables the page's buttons while a download or an installation runs, and enables them again.
+/// Every procedure logs its failure; a container without rows is skipped.
 class PageButtons {
  public:
   PageButtons(base::ErrorLog& log, const PageDocument& page, ViewState& state,
@@ -26,8 +26,8 @@ class PageButtons {
   void DisableOtherUpdatedDownload();
   void EnableOtherUpdatedDownload();
 
-  /// Switches off what a list that was filled anew has switched on during a download or an
-  /// installation; does nothing at other times.
+  /// Disables what a list that was filled again during a download or an installation has enabled;
+  /// does nothing at other times.
   void DisableRelisted();
 
   /// Clears the status text and hides the progress bar.

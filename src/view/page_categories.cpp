@@ -40,7 +40,7 @@ void PageCategories::ChangeImages(const std::string& source, const std::string& 
   });
 }
 
-// What no update source has an answer for is listed from the local files.
+// A kind for which no update source has an answer is listed from the local files.
 void PageCategories::ListInstalledAddons() {
   if (!installed_.InstalledAddons()) {
     local_.InitialInstalledAddons();
@@ -59,14 +59,14 @@ void PageCategories::ListInstalledChannels() {
   }
 }
 
-// Until the update sources have answered there is no bar of the updates, and nothing was shown but
-// what is installed.
+// Until the update sources have answered, the updates have no bar, and only what is installed was
+// shown.
 bool PageCategories::HasUpdatesBar() const {
   return page_.document().AllItem(kUpdatesBar) != nullptr;
 }
 
-// A category opens on the tab that the other category's bar shows as selected. That bar follows the
-// one that the user sees, also when the category stays the same.
+// A category opens on the tab that is selected in the other category's bar. That bar follows the
+// one that the user sees, even if the category stays the same.
 void PageCategories::CarrySelectedTab() {
   if (state_.updates_category) {
     ChangeImages(kUpdatesBarHolder, kInstalledBarHolder);

@@ -28,7 +28,7 @@ struct CategoryParts {
 
 /// Switches the page between what is installed and what can be installed, and fills it once the
 /// update sources have answered. Every procedure logs its failure and leaves what it has shown and
-/// hidden so far. Each that fills lists reads every file once for all of them.
+/// hidden so far. Each procedure that fills lists reads every file once for all of them.
 class PageCategories {
  public:
   explicit PageCategories(const CategoryParts& parts)
@@ -41,13 +41,13 @@ class PageCategories {
         new_components_(parts.new_components),
         buttons_(parts.buttons) {}
 
-  /// Gives each tab image of the bar in `target` the picture that the one at its place in `source`
-  /// has.
+  /// Gives each tab image of the bar in `target` the picture of the image at the same position in
+  /// `source`.
   void ChangeImages(const std::string& source, const std::string& target);
 
   void ShowInstalledCategory();
 
-  /// Does nothing while the Updates control is off.
+  /// Does nothing while the Updates control is disabled.
   void ShowUpdatedCategory();
 
   /// Shows the container of the selected tab of the bar in `holder` and hides the other two.

@@ -15,10 +15,10 @@ class PageCommands {
   virtual void UpdateInstalledChannel() = 0;
 
   /// Removes the component whose row was clicked. `action` is "Uninstall", "UninstallTransport" or
-  /// "UninstallChannel", `kind` the kind word of the user's messages.
+  /// "UninstallChannel"; `kind` is the kind's name in the user's messages.
   virtual void RemoveAddon(const std::string& action, const std::string& kind) = 0;
 
-  /// Installs the new component of that name, listed in `container`. Returns whether an
+  /// Installs the new component with that name, listed in `container`. Returns whether an
   /// installation is under way now.
   virtual bool InstallNewAddons(const std::string& container, const std::string& name) = 0;
 };

@@ -8,13 +8,13 @@
 
 namespace kitbay::view {
 
-/// The node behind a handle; fails with 91 when the handle is empty.
+/// The node behind a handle; fails with 91 if the handle is empty.
 platform::HtmlNodeRef Needed(const platform::HtmlNodeRef& node);
 
-/// The parent element of the node behind a handle; empty where either is missing.
+/// The parent element of the node behind a handle; empty if either is missing.
 platform::HtmlNodeRef ParentOf(const platform::HtmlNodeRef& node);
 
-/// The page that is shown at the moment. Every access fails with 91 while there is none.
+/// The page that is currently shown. Every access fails with 91 while there is none.
 class PageDocument {
  public:
   void Connect(std::shared_ptr<platform::HtmlDocument> document) {
@@ -24,19 +24,19 @@ class PageDocument {
   void Drop() { document_.reset(); }
   bool IsConnected() const { return document_ != nullptr; }
 
-  /// The how manieth page this is: nodes of an earlier one are of no use any more.
+  /// A number that changes with every page; nodes of an earlier page can no longer be used.
   int Number() const { return number_; }
 
   platform::HtmlDocument& document() const;
 
-  /// The element of that id; fails with 91 when the page has none.
+  /// The element with that id; fails with 91 if the page has none.
   platform::HtmlNodeRef Element(const std::string& id) const;
 
-  /// Shows the element of that id, or hides it; fails with 91 when the page has none.
+  /// Shows or hides the element with that id; fails with 91 if the page has none.
   void SetShown(const std::string& id, bool shown) const;
 
-  /// Says `text` behind the lists, where it is seen while they are empty; a page may have no place
-  /// for it.
+  /// Shows `text` behind the lists, where it is visible while they are empty. A page may have no
+  /// place for it.
   void SetNotice(const std::string& text) const;
 
  private:

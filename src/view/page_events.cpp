@@ -21,7 +21,7 @@ constexpr base::PerKind<void (PageCommands::*)()> kUpdates = {
     .transport = &PageCommands::UpdateInstalledTransport,
     .channel = &PageCommands::UpdateInstalledChannel};
 
-// What `RemoveAddon` is told for each kind.
+// The arguments of `RemoveAddon` for each kind.
 struct Removal {
   const char* action;
   const char* kind;
@@ -72,7 +72,7 @@ bool PageEvents::SwitchTab(const HtmlNodeRef& source) {
          (tabs_.ShowInstalledTab() || tabs_.ShowUpdatedTab());
 }
 
-// The name and the version stand in the name line, the name line in the row.
+// The name and the version are in the name line, the name line is in the row.
 bool PageEvents::OpenRow(const HtmlNodeRef& source) {
   const HtmlNodeRef name_line = ParentOf(source);
   const HtmlNodeRef container = ParentOf(ParentOf(name_line));
@@ -139,7 +139,7 @@ bool PageEvents::doc_onkeydown() {
 
 void PageEvents::window_onresize() { tabs_.FitLists(); }
 
-// Guarded under its name as every handler is, though nothing stands in it.
+// Guarded under its name like every handler, although it does nothing.
 bool PageEvents::doc_ondragstart() {
   constexpr bool kMayDrag = false;
   base::guarded(log_, " Kitbay::doc_ondragstart", [] {});

@@ -28,11 +28,11 @@ class PageEvents : public platform::HtmlDocumentEvents {
 
   void doc_onclick() override;
 
-  /// False: nothing of the page can be dragged.
+  /// False: nothing on the page can be dragged.
   bool doc_ondragstart() override;
 
-  /// Enter and Space click on a tab or a row; arrows, Home and End move the focus. False when the
-  /// key was for that.
+  /// Enter and Space click a tab or a row; arrows, Home and End move the focus. Returns false if
+  /// the key was used for that.
   bool doc_onkeydown() override;
 
   void window_onresize() override;

@@ -27,8 +27,8 @@ constexpr int kDown = 40;
 
 bool Clicks(int key) { return key == kEnter || key == kSpace; }
 
-/// Where a key moves to from one of `count` places; none when it does not move. Keys do not go past
-/// either end.
+/// The position to which a key moves from one of `count` positions; empty if it does not move. Keys
+/// do not move past either end.
 std::optional<std::size_t> Moved(std::size_t from, std::size_t count, int key, int back,
                                  int forward) {
   if (key == kHome) return 0;
@@ -38,7 +38,7 @@ std::optional<std::size_t> Moved(std::size_t from, std::size_t count, int key, i
   return std::nullopt;
 }
 
-/// The tabs of a bar that are shown.
+/// The visible tabs of a bar.
 std::vector<HtmlNodeRef> ShownTabs(const HtmlNodeRef& bar) {
   std::vector<HtmlNodeRef> tabs = bar->Children();
   std::erase_if(
@@ -59,7 +59,7 @@ bool PageKeys::Press(const HtmlNodeRef& source, int key) {
   if (!place) {
     return false;
   }
-  // Within a row the engine presses buttons and follows links.
+  // Within a row, the engine presses buttons and follows links.
   const bool is_row = parent->Id() == place->container;
   return (is_row || !Clicks(key)) && PressOnRow(*place, key);
 }

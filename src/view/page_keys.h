@@ -13,8 +13,8 @@ class PageKeys {
  public:
   PageKeys(const PageDocument& page, PageLists& lists) : page_(page), lists_(lists) {}
 
-  /// Handles a key that went down on `source`; false when it means nothing here. Failures are as
-  /// for the page's members.
+  /// Handles a key pressed on `source`; returns false if the key has no meaning here. Fails as the
+  /// page's members do.
   bool Press(const platform::HtmlNodeRef& source, int key);
 
  private:

@@ -26,7 +26,7 @@ PageList& PageLists::Of(const PageDocument& page, const std::string& container) 
   return All(page)[container];
 }
 
-// The height stays on a list that is filled again without a heading.
+// The height of a list that is filled again without a heading stays.
 const platform::HtmlNodeRef& PageLists::Begin(const PageDocument& page,
                                               const std::string& container) {
   PageList& list = Of(page, container);

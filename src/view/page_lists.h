@@ -18,41 +18,41 @@ struct ListedRow {
   platform::HtmlNodeRef node;
 };
 
-/// What is remembered of a list since it was last filled, so that nobody has to walk through its
-/// rows for it.
+/// What is remembered about a list since it was last filled, so that nobody needs to walk through
+/// its rows.
 struct PageList {
-  /// Which of the rows has that id.
+  /// The index of the row with that id.
   std::optional<std::size_t> IndexOf(const std::string& id) const;
 
-  /// The list's element, looked up once for a listing.
+  /// The list's element, looked up once per listing.
   platform::HtmlNodeRef element;
 
-  /// The tab bar that the list was fitted under; empty while it was not.
+  /// The tab bar under which the list was fitted; empty if it was not.
   std::string tab_bar;
 
   std::vector<ListedRow> rows;
 
-  /// The row that is open; empty while all are closed.
+  /// The open row; empty if all are closed.
   platform::HtmlNodeRef open_row;
 
-  /// The row that Tab reaches; empty while there is none.
+  /// The row that Tab reaches; empty if there is none.
   platform::HtmlNodeRef tab_stop;
 
-  /// Whether the closed rows have the colours of closed rows. As they are made they have none.
+  /// Whether the closed rows have the colours of closed rows. New rows have no colours.
   bool is_coloured = false;
 };
 
-/// The lists of the page that is shown. All is forgotten when another page is.
+/// The lists of the page that is shown. Everything is forgotten when another page is shown.
 class PageLists {
  public:
-  /// The list with that id, as it stands.
+  /// The list with that id, in its current state.
   PageList& Of(const PageDocument& page, const std::string& container);
 
-  /// All lists that were asked for, by their ids.
+  /// All lists that were requested, by their ids.
   std::map<std::string, PageList>& All(const PageDocument& page);
 
   /// The list with that id, about to be filled again: its element, looked up on the page. Fails
-  /// with 91 when the page has none.
+  /// with 91 if the page has none.
   const platform::HtmlNodeRef& Begin(const PageDocument& page, const std::string& container);
 
  private:

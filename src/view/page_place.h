@@ -11,14 +11,14 @@
 
 namespace kitbay::view {
 
-/// What the user looks at and works on, kept while lists are filled again: how far each list is
-/// scrolled, and which row has the focus. What fails is logged and not kept.
+/// Where the user is on the page, kept while lists are filled again: how far each list is scrolled,
+/// and which row has the focus. A failure is logged, and what failed is not kept.
 class PagePlace {
  public:
   PagePlace(base::ErrorLog& log, const PageDocument& page, ViewState& state);
 
   /// Scrolls the lists back, and gives the focus to the row of the same component, or else to the
-  /// one that stands where it stood.
+  /// row at the same position.
   void Restore();
 
  private:

@@ -12,7 +12,7 @@
 namespace kitbay::view {
 
 /// Writes, changes and removes the rows of the page's containers. Every procedure logs its failure
-/// and leaves the page as far as it got.
+/// and leaves the page in the state it had reached.
 class PageRows : public catalog::RowWriter {
  public:
   PageRows(base::ErrorLog& log, const PageDocument& page, ViewState& state)
@@ -33,18 +33,18 @@ class PageRows : public catalog::RowWriter {
                    const std::string& version, const std::string& description,
                    std::int16_t row) override;
 
-  /// Lets the current row be the one that the click was on, also when `container` has been filled
-  /// anew since and its rows have other numbers: the first row of the name, unless that of the
-  /// number still shows it. Without a row of the name there is no current row.
+  /// Makes the row of the click the current row again after `container` may have been filled again
+  /// and its rows have other numbers: the row with the number if it still shows the name, otherwise
+  /// the first row with the name. If no row has the name, there is no current row.
   void FollowCurrentRow(const std::string& container);
 
-  /// Gives the current row of `container` another version and other buttons; changes nothing
-  /// unless a component is being updated.
+  /// Gives the current row of `container` another version and other buttons; changes nothing unless
+  /// a component is being updated.
   void ModifyDiv(const std::string& container, const std::string& version,
                  const std::string& buttons);
 
-  /// Each takes the current row of `container` off the page: one whose component is installed now,
-  /// and one whose component was removed.
+  /// Each removes the current row of `container` from the page: one whose component is now
+  /// installed, and one whose component was removed.
   void RemoveDiv(const std::string& container);
   void RemoveNode(const std::string& container);
 

@@ -10,38 +10,39 @@
 
 namespace kitbay::view {
 
-/// A row of a list of the page: its list's id, and which of the list's rows it is.
+/// A row of a list on the page: its list's id, and its index in the list.
 struct RowPlace {
   std::string container;
   std::size_t index = 0;
 };
 
-/// The keyboard's way through the rows. Tab reaches one row of each list, at first the first one;
-/// from there the arrow keys go on. Failures are as for the page's members.
+/// Moves the keyboard focus through the rows. Tab reaches one row of each list, initially the first
+/// one; from there the arrow keys go on. Fails as the page's members do.
 class RowFocus {
  public:
   RowFocus(const PageDocument& page, PageLists& lists) : page_(page), lists_(lists) {}
 
-  /// The row that an element of the page is, or stands in.
+  /// The row that an element of the page is or belongs to.
   std::optional<RowPlace> Around(const platform::HtmlNodeRef& element) const;
 
-  /// The row that has the focus, itself or with one of its buttons.
+  /// The row that has the focus, itself or on one of its buttons.
   std::optional<RowPlace> Focused() const;
 
-  /// Lets Tab reach that row of its list, and no other.
+  /// Makes that row the one of its list that Tab reaches.
   void MakeTabStop(const RowPlace& place) const;
 
-  /// Gives the focus to a row; scrolls to it.
+  /// Gives the focus to a row and scrolls to it.
   void MoveTo(const RowPlace& place) const;
 
-  /// Gives the focus to a row where it is, also while another window of the program has the user's.
+  /// Gives the focus to a row where it is, even while another window of the program has the user's
+  /// focus.
   void Give(const RowPlace& place) const;
 
-  /// Before buttons are switched off: the row of the button that has the focus takes it over.
+  /// Before buttons are disabled: the row of the focused button takes over the focus.
   void TakeFromButton() const;
 
-  /// Takes a row off the page; the next one gets its focus and its place on the way of Tab, or else
-  /// the one before.
+  /// Removes a row from the page. The next row, or else the previous one, gets its focus and its
+  /// place in the Tab order.
   void RemoveRow(const RowPlace& place) const;
 
  private:

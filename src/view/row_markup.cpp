@@ -44,8 +44,8 @@ bool OpensTag(char after) {
          after == '?';
 }
 
-// The text of a piece of markup, for the value of an attribute in single quotes; what stands for a
-// character there stands for the same one here.
+// The text of a piece of markup, for an attribute value in single quotes. Character references stay
+// as they are, because they mean the same there.
 std::string TextForAttribute(const std::string& markup) {
   std::string text;
   for (std::size_t i = 0; i < markup.size(); ++i) {
