@@ -13,7 +13,8 @@ namespace kitbay::view {
 ///       panel        hidden until the row is opened
 ///         span       the description and the cell of the buttons
 ///
-/// Each returns an empty handle if the given element has no such part, or the given handle is empty.
+/// Each returns an empty handle if the given element has no such part, or if the given handle is
+/// empty.
 platform::HtmlNodeRef NameLineOf(const platform::HtmlNodeRef& row);
 platform::HtmlNodeRef NameOf(const platform::HtmlNodeRef& row);
 platform::HtmlNodeRef VersionOf(const platform::HtmlNodeRef& row);
