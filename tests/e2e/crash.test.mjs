@@ -155,7 +155,7 @@ async function killOnTheWay(verb, states, allowedBesides = []) {
 
 /** Stops a run again and again until it is in the middle of a replacement, and kills it there. */
 async function killWithinReplacing(run) {
-  await eventually('a stop within a replacing', () => {
+  await eventually('a stop during a replacement', () => {
     run.signal('SIGSTOP');
     if (leftOvers().length > 0) return true;
     run.signal('SIGCONT');

@@ -291,12 +291,12 @@ describe('A source that fails', () => {
 
 describe('A destination', () => {
   for (const [what, where] of [
-    ['in no folder', 'C:\\missing\\file.xml'],
+    ['in a missing folder', 'C:\\missing\\file.xml'],
     ['that is a folder', 'C:\\windows'],
     ['that is relative', 'downloads\\file.xml'],
     ['without a drive', '\\downloads\\file.xml'],
     ['on another computer', '\\\\127.0.0.1\\share\\file.xml'],
-    ['of no name', ''],
+    ['without a name', ''],
   ]) {
     test(`${what} is refused`, async () => {
       const [...events] = await download([{ server: source.host, path: kManifest, destination: where }]);

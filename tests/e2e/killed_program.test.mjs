@@ -172,7 +172,7 @@ const isWithinReplacing = () => leftOvers().length > 0;
 
 /** What happens to a registry file while it is replaced; `state` is the one before. */
 const replacing = (folder, file, state) => [
-  [`the new ${file.source} is there`, watch(folder, kNewFile, 'rename'), state, isWithinReplacing],
+  [`the new ${file.source} exists`, watch(folder, kNewFile, 'rename'), state, isWithinReplacing],
   [`the new ${file.source} is being written`, watch(folder, kNewFile, 'change'), state, isWithinReplacing],
   [`${file.source} is replaced`, watch(folder, file, 'rename'), state + 1],
 ];
@@ -183,19 +183,19 @@ const replacing = (folder, file, state) => [
  */
 const kPoints = [
   ...[
-    ['its package has been asked for', heldAfter('scrapbook', 0), 0],
+    ['its package has been requested', heldAfter('scrapbook', 0), 0],
     ['half of its package has been sent', heldAfter('scrapbook', 0.5), 0],
     ['its package arrives', watch(() => suite.workingFolder, /^scrapbook\.zip$/), 0],
     ['its first library is created', watch(addon, /^OvlPaste\.dll$/), 0],
     ['its second library is created', watch(addon, /^OvlScrapbook\.dll$/), 0],
     ...replacing(kDatastore, /olregistry.xml/, 0),
-    ['its success is told', messageIsOpen, 1],
+    ['its success is reported', messageIsOpen, 1],
   ].map((point) => [kAddon, ...point]),
   ...[
-    ['its package has been asked for', heldAfter('tides', 0), 0],
+    ['its package has been requested', heldAfter('tides', 0), 0],
     ['its library is created', watch(channel, /^OvlTides\.dll$/), 0],
     ...replacing(kCustomData, /customregistry.xml/, 0),
-    ['its success is told', messageIsOpen, 1],
+    ['its success is reported', messageIsOpen, 1],
   ].map((point) => [kChannel, ...point]),
   ...[
     ['the user is asked', messageIsOpen, 0],

@@ -118,11 +118,11 @@ async function enterSuite(build, view) {
 const kView32 = 'Wow6432Node\\';
 for (const { what, build, view, expected, on } of [
   { what: 'no suite', expected: 32, on: ['32', '64'] },
-  { what: 'a suite of 32 bits', build: 'win32', view: kView32, expected: 32, on: ['64'] },
-  { what: 'a suite of 64 bits', build: 'win64', view: '', expected: 64, on: ['64'] },
-  { what: 'a suite of 64 bits that was entered as one of 32', build: 'win64', view: kView32, expected: 64, on: ['64'] },
-  { what: 'an entry of 32 bits without a main client', view: kView32, expected: 32, on: ['64'] },
-  { what: 'an entry of 64 bits without a main client', view: '', expected: 64, on: ['64'] },
+  { what: 'a 32-bit suite', build: 'win32', view: kView32, expected: 32, on: ['64'] },
+  { what: 'a 64-bit suite', build: 'win64', view: '', expected: 64, on: ['64'] },
+  { what: 'a 64-bit suite registered as a 32-bit one', build: 'win64', view: kView32, expected: 64, on: ['64'] },
+  { what: 'a 32-bit entry without a main client', view: kView32, expected: 32, on: ['64'] },
+  { what: 'a 64-bit entry without a main client', view: '', expected: 64, on: ['64'] },
 ]) {
   if (!on.includes(bits)) continue;
   test(`for ${what} the ${expected}-bit program is installed`, { skip }, async () => {

@@ -184,9 +184,9 @@ describe('A list of components that is there', () => {
 
   for (const [what, change] of [
     ['was changed by somebody else', (file) => fs.appendFileSync(file, ' ')],
-    ['has gone', (file) => fs.rmSync(file)],
+    ['has been deleted', (file) => fs.rmSync(file)],
   ]) {
-    test(`is sent again when it ${what}`, async () => {
+    test(`is sent again if it ${what}`, async () => {
       await askForList();
       change(path.join(folder, 'file.xml'));
       await askForList();

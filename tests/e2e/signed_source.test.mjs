@@ -102,7 +102,7 @@ const manifestAttacks = [
     told: 'was changed after it was signed',
   },
   {
-    what: 'an older manifest, played again',
+    what: 'a replayed older manifest',
     serve: () => maker.sign(honest.replace('1.0.2.0', '1.0.1.0'), { serial: signedBefore - 1 }),
     told: `is number ${signedBefore - 1} of its source, older than number ${signedBefore} seen before`,
   },
@@ -186,7 +186,7 @@ test('a manifest changed on disk whose source also fails offers nothing', async 
   await start();
   await confirmMessage();
   await confirmMessage();
-  await page.waitFor(sourcesAnswered); // partners.xml is of today
+  await page.waitFor(sourcesAnswered); // partners.xml is dated today
   await kitbay.show('update', 'addons');
   assert.equal(await offersOfScrapbook(), 1);
   assert.equal(await kitbay.close(), 0);
