@@ -21,7 +21,7 @@ constexpr std::string_view kCommentStart = "<!--";
 constexpr std::string_view kCommentEnd = "-->";
 constexpr std::string_view kElement = "signature";
 constexpr std::string_view kValueStart = "ed25519=\"";
-// Nothing may follow the value but this and white space: it is the only part that is not signed.
+// Only this and white space may follow the value; it is the only part that is not signed.
 constexpr std::string_view kValueEnd = "\"/>-->";
 constexpr std::string_view kBlanks = " \t\r\n";
 constexpr std::size_t kIdDigits = 16;
@@ -45,18 +45,18 @@ bool ReadHexadecimal(std::string_view text, std::span<unsigned char> bytes) {
          length == bytes.size();
 }
 
-// All of `text` as a number without a sign.
+// All of `text` as an unsigned number.
 template <typename Number>
 std::optional<Number> ReadNumber(std::string_view text) {
   Number number{};
   const char* const end = text.data() + text.size();
-  // NOLINTNEXTLINE(bugprone-suspicious-stringview-data-usage): its end stands beside it
+  // NOLINTNEXTLINE(bugprone-suspicious-stringview-data-usage): its end is passed too
   const auto [stop, error] = std::from_chars(text.data(), end, number);
   return error == std::errc() && stop == end && text.front() != '-' ? std::optional(number)
                                                                     : std::nullopt;
 }
 
-// What the comment's only element says. Throws where it is no signature.
+// What the comment's only element says. Throws if it is not a signature.
 ManifestSignature ReadElement(std::string_view text) {
   pugi::xml_document comment;
   if (!comment.load_buffer(text.data(), text.size())) {
@@ -113,7 +113,7 @@ std::optional<ManifestSignature> FindSignature(std::string_view manifest) {
 
 bool IsSignedWith(std::string_view manifest, const ManifestSignature& signature,
                   const PublicKey& key) {
-  // The library wants to be made ready before its first use; later calls of this do nothing.
+  // The library must be initialised before its first use; later calls of this do nothing.
   return sodium_init() >= 0 &&
          crypto_sign_verify_detached(signature.value.data(),
                                      reinterpret_cast<const unsigned char*>(manifest.data()),

@@ -9,7 +9,7 @@
 
 namespace kitbay::catalog {
 
-/// What signs manifests and names their maker: Ed25519, as libsodium has it.
+/// What signs manifests and identifies their maker: Ed25519, in libsodium's representation.
 using PublicKey = std::array<unsigned char, 32>;
 using SecretKey = std::array<unsigned char, 64>;
 
@@ -25,11 +25,11 @@ struct ManifestSignature {
   std::size_t signed_bytes = 0;  ///< how many bytes from the manifest's start it signs
 };
 
-/// The signature at the end of a manifest's bytes; none where they end otherwise. Throws
-/// `base::Failure` where there is one that cannot be read.
+/// The signature at the end of a manifest's bytes; empty if they end otherwise. Throws
+/// `base::Failure` if there is one that cannot be read.
 std::optional<ManifestSignature> FindSignature(std::string_view manifest);
 
-/// Whether the signature was made of these bytes with that key.
+/// Whether the signature was made with that key from these bytes.
 bool IsSignedWith(std::string_view manifest, const ManifestSignature& signature,
                   const PublicKey& key);
 
@@ -41,14 +41,14 @@ std::string SignManifest(std::string_view manifest, const SecretKey& key, std::u
 /// The key of that many hexadecimal digits; none where the text is anything else.
 std::optional<PublicKey> ReadKey(std::string_view digits);
 
-/// A key in lower-case digits, and the first of them, by which a signature names it.
+/// A key in lower-case digits, and its first digits, by which a signature names it.
 std::string KeyDigits(const PublicKey& key);
 std::string KeyId(const PublicKey& key);
 
 /// "2026-11-21".
 std::string DateText(std::chrono::sys_days day);
 
-/// The day that a text in that form names; none where it names none.
+/// The day that a text in that form names; empty if it names none.
 std::optional<std::chrono::sys_days> ReadDate(std::string_view text);
 
 }  // namespace kitbay::catalog

@@ -11,13 +11,13 @@
 
 namespace kitbay::catalog {
 
-/// Judges the manifests of sources that sign them.
+/// Checks the manifests of sources that sign them.
 class ManifestTrust {
  public:
   ManifestTrust(base::ErrorLog& log, const platform::Clock& clock, const UpdateSourceList& sources)
       : log_(log), clock_(clock), sources_(sources) {}
 
-  /// Whether the manifest of that file name must be signed.
+  /// Whether the manifest with that file name must be signed.
   bool IsDemandedOf(const std::string& manifest) const {
     return sources_.KeyOf(manifest) != nullptr;
   }
@@ -28,7 +28,7 @@ class ManifestTrust {
   /// where none is demanded.
   std::uint64_t CheckSignature(const std::string& manifest, std::string_view bytes) const;
 
-  /// Writes what `CheckSignature` failed with to the log.
+  /// Logs the failure of `CheckSignature`.
   void LogRefusal(const base::Failure& refusal) const;
 
  private:

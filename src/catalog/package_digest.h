@@ -8,7 +8,7 @@
 
 namespace kitbay::catalog {
 
-/// What a signed manifest says of a component's package.
+/// What a signed manifest says about a component's package.
 struct PackageDigest {
   std::string manifest;  ///< its file name
   std::string size;      ///< in bytes; empty where it says nothing
@@ -22,7 +22,7 @@ PackageDigest ReadDigest(const std::string& manifest, const pugi::xml_node& entr
 /// digest. A digest without either matches no file. No more than the size is read.
 void CheckDigest(const platform::FileReader& package, const PackageDigest& digest);
 
-/// The SHA-256 of a whole file in lower-case hexadecimal digits.
+/// The SHA-256 of a whole file, in lower-case hexadecimal digits.
 std::string Sha256Of(const platform::FileReader& file);
 
 }  // namespace kitbay::catalog

@@ -22,15 +22,15 @@ namespace {
 using base::ComponentKind;
 using base::guarded;
 
-// What the update procedures of the kinds differ by.
+// What distinguishes the update procedures of the kinds.
 struct EntryUpdate {
-  const char* list;         // the element that entries go into
-  std::size_t name_slot;    // what the message names the component by
-  std::size_t update_slot;  // what the row of a component that was there shows as its version
+  const char* list;         // the element that gets the entries
+  std::size_t name_slot;    // how the message names the component
+  std::size_t update_slot;  // the version in the row of an existing component
   const char* message;      // what follows the name in the message
 };
 
-// An addon's row is given its offline value in place of a version; that is meant.
+// Deliberate: an addon's row gets its offline value in place of a version.
 constexpr base::PerKind<EntryUpdate> kEntryUpdates = {
     .addon = {.list = "root//addons",
               .name_slot = addon_slot::kName,
@@ -49,8 +49,8 @@ constexpr base::PerKind<EntryUpdate> kEntryUpdates = {
 constexpr const char* kNewCustomRegistry =
     "<root><transports></transports><addons></addons><channels></channels></root> ";
 
-// The child of `list` whose first attribute is `id`. What has no attribute, such as a comment, is
-// passed over.
+// The child of `list` whose first attribute is `id`. Nodes without an attribute, such as comments,
+// are skipped.
 pugi::xml_node FindEntry(const pugi::xml_node& list, const std::string& id) {
   for (const pugi::xml_node& child : list.children()) {
     if (child.first_attribute() && id == child.first_attribute().value()) {
@@ -181,8 +181,8 @@ bool DatastoreRegistration::EnterRecord(ComponentKind kind, const std::string& p
   return true;
 }
 
-// A channel has no library to read its version from: what its entry says is what is listed, and
-// what the next offer is compared with.
+// A channel has no library to read its version from: what its entry says is listed and compared
+// with the next offer.
 void DatastoreRegistration::CheckNode(pugi::xml_node present) const {
   const std::string& version = parts_.session.record[channel_slot::kVersion];
   if (!catalog::IsXmlText(version)) {

@@ -15,8 +15,8 @@ namespace {
 using base::ComponentKind;
 using base::guarded;
 
-// What the unpack operations of one kind differ by. The log texts and the blanks are meant as they
-// stand.
+// What distinguishes the unpack operations of the kinds. The odd log texts and blanks are
+// deliberate.
 struct UnpackTable {
   const char* procedure;
   const char* missing_procedure;
@@ -136,7 +136,7 @@ bool PackageInstallation::IsWhatWasSigned(const Arrival& arrival,
                  [&] { catalog::CheckDigest(archive, *arrival.package.digest); });
 }
 
-// The rest of the package is there, and is entered: the files may be the same as before.
+// The rest of the package has been written and is entered: the missing files may be unchanged.
 void PackageInstallation::TellUnwritten() {
   const std::vector<std::string>& names = parts_.expansion.unwritten();
   if (names.empty()) {
@@ -183,8 +183,8 @@ std::string PackageInstallation::AddonFolder() {
   return folder;
 }
 
-// The user's folder is created whenever it has no folder of channels, so that one that is there
-// already ends the installation.
+// The user's folder is created whenever it has no folder of channels, so if the user's folder
+// already exists, the installation ends.
 std::string PackageInstallation::ChannelFolder() {
   if (parts_.session.file_system == nullptr) {
     throw base::Failure(base::RuntimeError::kObjectVariableNotSet);

@@ -34,15 +34,15 @@ struct InstallationParts {
   InstallSession& session;
 };
 
-/// Installs downloaded packages: expands them, has their libraries register themselves, enters the
-/// component into the registry files, and starts the main client again when it was closed for an
+/// Installs downloaded packages: expands them, makes their libraries register themselves, enters
+/// the component into the registry files, and starts the main client again if it was closed for an
 /// update. Every procedure logs its failure; the component is then not entered, and an update is
 /// over. Files that were written by then stay.
 ///
 /// A package of a source that signs its manifests is opened only if it is the one that the manifest
 /// announced; otherwise it is told as a corrupt one.
 ///
-/// A package that arrives while the user reads what became of another one waits for its turn.
+/// A package that arrives while the user reads the outcome of another one waits for its turn.
 class PackageInstallation : public update::PackageReceiver {
  public:
   explicit PackageInstallation(const InstallationParts& parts) : parts_(parts) {}

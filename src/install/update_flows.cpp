@@ -21,7 +21,7 @@ using base::Failure;
 using base::guarded;
 using base::RuntimeError;
 
-// What the update flows of one kind differ by.
+// What distinguishes the update flows of the kinds.
 struct FlowTexts {
   const char* procedure;
   const char* kind_word;      // in the question to the user
@@ -50,8 +50,8 @@ std::vector<std::string> SplitAtSlashes(const std::string& text) {
   return parts;
 }
 
-// The URL of a package taken apart: the server comes third, after the scheme and an empty part, or
-// first where there is no scheme. The path has no "/" at its start.
+// The parts of a package's URL: the server is third, after the scheme and an empty part, or first
+// if there is no scheme. The path has no "/" at its start.
 update::Address SplitUrl(const std::string& url) {
   const std::vector<std::string> parts = SplitAtSlashes(url);
   const bool has_scheme = parts.size() > 1 && parts[0].ends_with(':') && parts[1].empty();
@@ -68,7 +68,7 @@ update::Address SplitUrl(const std::string& url) {
 
 }  // namespace
 
-// What the manifest says of the component, as far as the update needs it.
+// What the manifest says about the component, as far as the update needs it.
 struct UpdateFlows::Offer {
   std::string id;
   std::string url;
@@ -85,7 +85,7 @@ void UpdateFlows::UpdateInstalled(ComponentKind kind) {
     if (!MayUpdate(kind, row)) {
       return;
     }
-    // A button that is switched off would lose the focus to nobody.
+    // Otherwise a disabled button would lose the focus to nobody.
     view::RowFocus(parts_.page, parts_.state.lists).TakeFromButton();
     row.button->SetDisabled(true);
     Offer offer;
@@ -128,8 +128,8 @@ void UpdateFlows::GetChannelInfo(Offer& offer) {
   guarded(parts_.log, "Kitbay::GetChannelInfo", [&] { ReadOffer(ComponentKind::kChannel, offer); });
 }
 
-// The row shows the name, and it is the id that is compared with it. An entry that lacks one of its
-// texts is no offer.
+// The row shows the name, but it is compared with the id. An entry that lacks one of its texts is
+// not an offer.
 void UpdateFlows::ReadOffer(ComponentKind kind, Offer& offer) {
   const std::string manifest_name = base::AfterLastSlash(parts_.sources.UpdateSources.front());
   const catalog::CatalogFiles::Refresh refresh(parts_.manifests);
@@ -165,7 +165,7 @@ bool UpdateFlows::RequestPackage(ComponentKind kind, const Offer& offer, const C
   const FlowTexts& texts = kFlowTexts[kind];
   parts_.buttons.DisableOtherUpdatedDownload();
   parts_.buttons.DisableOtherDownload();
-  // Before the request, whose answer may arrive while it is handed over.
+  // Recorded before the request, because the answer may arrive while the request is handed over.
   parts_.pending_packages[kind] = {.file_path = address.file_path,
                                    .name = offer.id,
                                    .row_id = row.row_id,

@@ -66,7 +66,7 @@ bool UpdateRequests::CheckPreferences() {
 
 void UpdateRequests::AskNextSource() {
   const std::string source = sources_.PendingSources.front();
-  // Without a copy of the old manifest the new one is still worth having.
+  // Even without a copy of the old manifest, the new one is worth having.
   guarded(log_, "Kitbay::CheckPreferences", [&] { manifests_.PutAside(source); });
   const Address address = SplitSource(source);
   SetStatus("Getting information from server " + address.server + ".");
@@ -79,7 +79,7 @@ bool UpdateRequests::IsManifestAwaited() const {
   return asked_manifest_ && unanswered_.Contains(*asked_manifest_);
 }
 
-// A source whose manifest cannot be kept under its name is skipped, so that the next ones are
+// A source whose manifest cannot be stored under its name is skipped, so that the next ones are
 // asked.
 void UpdateRequests::DropUnusableSources() {
   std::vector<std::string>& pending = sources_.PendingSources;
@@ -106,7 +106,7 @@ bool UpdateRequests::InstallNewAddons(const std::string& container, const std::s
   return is_sent;
 }
 
-// The package is noted before it is requested: the answer may arrive during the request and fill
+// The package is recorded before it is requested: the answer may arrive during the request and fill
 // the lists again.
 bool UpdateRequests::DownloadFirst(ComponentKind kind, const std::string& lower_name,
                                    const std::string& row_id, const std::string& row_name) {

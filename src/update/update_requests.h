@@ -16,8 +16,8 @@
 
 namespace kitbay::update {
 
-/// Asks the suite's download object for manifests and packages, one at a time. The answers arrive
-/// as transport events. Every procedure logs its failure; then no answer arrives.
+/// Requests manifests and packages from the suite's download object, one at a time. The answers
+/// arrive as transport events. Every procedure logs its failure; then no answer arrives.
 class UpdateRequests {
  public:
   UpdateRequests(base::ErrorLog& log, const base::Settings& settings, platform::MainWindow& window,
@@ -32,7 +32,7 @@ class UpdateRequests {
         pending_(pending),
         unanswered_(window) {}
 
-  /// The object that transfers; null while there is none, and every request then fails with 91.
+  /// The object that transfers; null if there is none, and every request then fails with 91.
   /// Requests to another object are forgotten.
   void SetDownloadObject(platform::TransportObject* object);
 
@@ -46,9 +46,9 @@ class UpdateRequests {
   /// dropped.
   bool CheckPreferences();
 
-  /// Downloads the package of the new component of that display name, listed in `container`, whose
-  /// row has the number `row_id` and shows `row_name`. Returns whether the request was handed over;
-  /// its answer may have arrived by then.
+  /// Downloads the package of the new component with that display name, listed in `container`,
+  /// whose row has the number `row_id` and shows `row_name`. Returns whether the request was handed
+  /// over; its answer may already have arrived.
   bool InstallNewAddons(const std::string& container, const std::string& name,
                         const std::string& row_id, const std::string& row_name);
 

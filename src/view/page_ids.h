@@ -8,7 +8,7 @@
 
 namespace kitbay::view {
 
-/// The category switch, and which of its child nodes is the Updates control.
+/// The category switch, and the index of the Updates control among its child nodes.
 inline constexpr const char* kCategory = "category";
 inline constexpr int kUpdatesControl = 3;
 
@@ -39,7 +39,7 @@ inline constexpr base::PerKind<const char*> kUpdatedContainers = {
     .transport = catalog::kManifestTables.transport.container,
     .channel = catalog::kManifestTables.channel.container};
 
-/// Whether `id` is that of a tab image, or of one of the six containers.
+/// Whether `id` is the id of a tab image, or of one of the six containers.
 bool IsTab(std::string_view id);
 bool IsContainer(std::string_view id);
 

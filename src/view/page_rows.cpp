@@ -120,7 +120,8 @@ HtmlNodeRef PageRows::NewRow(const std::string& start_tag, const std::string& na
   return row;
 }
 
-// Few calls into the document: a list may have thousands of rows, and each call is felt.
+// Makes few calls into the document: a list may have thousands of rows, and each call is
+// noticeable.
 void PageRows::FinishRow(const ListedRow& row, const std::string& container,
                          const std::string& panel, const std::string& attributes) {
   row.node->InsertAdjacentHtml("beforeEnd", panel);
@@ -186,8 +187,8 @@ void PageRows::RemoveCurrentRow(const std::string& container) {
   }
 }
 
-// The row element and its name line both bear the number; the row is the one that sits directly in
-// the container. The last of the elements found is never looked at.
+// The row element and its name line both have the number; the row is the one directly in the
+// container. The last of the elements found is never examined.
 HtmlNodeRef PageRows::FindCurrentRow(const std::string& container) const {
   if (state_.current_row_id.empty()) {
     return nullptr;

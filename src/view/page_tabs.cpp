@@ -36,7 +36,7 @@ void CloseRow(const HtmlNodeRef& row) {
   row->SetProperty("ariaExpanded", "false");
 }
 
-// Gives the rows as they were made the colours of closed rows: closed they are already.
+// Gives new rows, which are already closed, the colours of closed rows.
 void ColourClosedRows(const PageList& list, const std::string& open_row) {
   for (const ListedRow& row : list.rows) {
     if (row.id != open_row && IsRow(row.node)) {
@@ -133,7 +133,7 @@ bool PageTabs::ShowUpdatedTab() {
   return handled;
 }
 
-// Returns the tab of `bar` that was clicked, and selects its image.
+// Returns the clicked tab of `bar`, and selects its image.
 bool PageTabs::ClickedTab(const char* bar, std::string& tab) {
   const HtmlNodeRef source = Needed(page_.document().EventSource());
   const HtmlNodeRef parent = source->ParentElement();
@@ -168,8 +168,8 @@ void PageTabs::RebuildInstalledKind(const std::string& tab) {
   place.Restore();
 }
 
-// The clicked row first, for the user to see it. The others have been closed since they were made,
-// but for the one that was opened last: a long list is walked through once only.
+// The clicked row first, so that the user sees it. The others have been closed since they were
+// created, except the one that was opened last: a long list is walked through only once.
 void PageTabs::HideOthers(const HtmlNodeRef& name_line) {
   guarded(log_, "Kitbay::HideOthers", [&] {
     const HtmlNodeRef clicked = Needed(Needed(name_line)->ParentElement());

@@ -36,7 +36,7 @@ class PageTabs {
   /// Hides the containers of the Installed category.
   void ShowOnlyUpdated();
 
-  /// Each handles the present click if it is on a tab of its category's bar, and returns whether it
+  /// Each handles the current click if it is on a tab of its category's bar, and returns whether it
   /// was.
   bool ShowInstalledTab();
   bool ShowUpdatedTab();
@@ -50,8 +50,8 @@ class PageTabs {
   /// Fits the lists under their bars again: the page is shown in another size.
   void FitLists();
 
-  /// Fills the page when no update source can be asked; what is installed is then shown without
-  /// update status.
+  /// Fills the page when no update source can be asked; shows what is installed without update
+  /// status.
   void ShowLocalData();
 
  private:

@@ -8,8 +8,7 @@
 namespace kitbay::view {
 
 /// Gives a bar of tab images what keyboard and screen reader need: a role and a text for each
-/// image, a place on the way of Tab, and whether it is selected. Failures are as for the page's
-/// members.
+/// image, a place in the Tab order, and whether it is selected. Fails as the page's members do.
 void DescribeTabs(const platform::HtmlNodeRef& bar);
 
 /// Says of a tab image whether it is the selected one.
@@ -19,7 +18,7 @@ void SaySelected(const platform::HtmlNodeRef& tab, bool is_selected);
 /// the page's base names another folder for them.
 void ShowTabImagesFor(const PageDocument& page, bool dark_colours);
 
-/// Whether a tab image of that source is the selected one of its bar: its file's name begins with
+/// Whether a tab image with that source is the selected one of its bar: its file name begins with
 /// "i".
 bool ShowsSelected(const std::string& src);
 

@@ -8,23 +8,24 @@ namespace kitbay::view {
 
 /// What the procedures of the page share.
 struct ViewState {
-  /// True while a download or an installation runs; rows made meanwhile have their buttons off.
+  /// True while a download or an installation runs; the buttons of rows created meanwhile are
+  /// disabled.
   bool download_in_progress = false;
 
   /// True while an installed component is being updated.
   bool update_in_progress = false;
 
-  /// True while the installed lists show the registry files as they are, with update status.
+  /// True while the installed lists show the current registry files, with update status.
   bool installed_lists_current = false;
 
   /// True while the page shows what can be installed instead of what is.
   bool updates_category = false;
 
-  /// The number of the row that was last clicked to be installed, updated or removed; empty when
-  /// that row is gone.
+  /// The number of the row that was last clicked to be installed, updated or removed; empty if that
+  /// row is gone.
   std::string current_row_id;
 
-  /// What that row shows as its name, as `NameMarkup` gives it: when its list is filled again, rows
+  /// The name that the row shows, as `NameMarkup` returns it: when its list is filled again, rows
   /// get other numbers.
   std::string current_row_name;
 
