@@ -12,7 +12,7 @@ struct TransferRecord {
   std::string source = {};         ///< server and path of the request
   std::string destination = {};    ///< where the file is stored
   std::string etag = {};           ///< "" if the answer had none that may be sent back
-  std::string last_modified = {};  ///< as the server wrote it; "" likewise
+  std::string last_modified = {};  ///< as the server wrote it; "" as above
   std::uint64_t length = 0;        ///< of the whole file
   std::uint64_t sum = 0;           ///< `SumOf` the stored file; 0 until it is stored
 
