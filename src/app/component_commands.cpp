@@ -2,39 +2,26 @@
 
 namespace kitbay::app {
 
-void ComponentCommands::UpdateInstalledAddon() {
+void ComponentCommands::UpdateInstalled(const view::Click& click) {
   if (rights_.DemandChange()) {
-    updates_.UpdateInstalledAddon();
+    updates_.UpdateInstalled(click);
   }
 }
 
-void ComponentCommands::UpdateInstalledTransport() {
+void ComponentCommands::RemoveAddon(const view::Click& click) {
   if (rights_.DemandChange()) {
-    updates_.UpdateInstalledTransport();
+    removal_.RemoveAddon(click);
   }
 }
 
-void ComponentCommands::UpdateInstalledChannel() {
-  if (rights_.DemandChange()) {
-    updates_.UpdateInstalledChannel();
-  }
-}
-
-void ComponentCommands::RemoveAddon(const std::string& action, const std::string& kind) {
-  if (rights_.DemandChange()) {
-    removal_.RemoveAddon(action, kind);
-  }
-}
-
-bool ComponentCommands::InstallNewAddons(const std::string& container, const std::string& name) {
+bool ComponentCommands::InstallNewAddons(const view::Click& click) {
   if (!rights_.DemandChange()) {
     return false;
   }
   state_.update_in_progress = false;
   // Disabled before the request, because the answer may arrive while the request is handed over.
   buttons_.DisableOtherUpdatedDownload();
-  if (!requests_.InstallNewAddons(container, name, state_.current_row_id,
-                                  state_.current_row_name)) {
+  if (!requests_.InstallNewAddons(click)) {
     buttons_.EnableOtherUpdatedDownload();
     return false;
   }

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <string>
-
 #include "app/suite_rights.h"
 #include "install/removal.h"
 #include "install/update_flows.h"
@@ -26,14 +24,12 @@ class ComponentCommands : public view::PageCommands {
         state_(state),
         rights_(rights) {}
 
-  void UpdateInstalledAddon() override;
-  void UpdateInstalledTransport() override;
-  void UpdateInstalledChannel() override;
-  void RemoveAddon(const std::string& action, const std::string& kind) override;
+  void UpdateInstalled(const view::Click& click) override;
+  void RemoveAddon(const view::Click& click) override;
 
   /// While an installation is under way, the buttons of installed components are off too. No update
   /// is in progress any more, even if the last one's download failed.
-  bool InstallNewAddons(const std::string& container, const std::string& name) override;
+  bool InstallNewAddons(const view::Click& click) override;
 
  private:
   update::UpdateRequests& requests_;

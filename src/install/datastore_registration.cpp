@@ -60,6 +60,16 @@ pugi::xml_node FindEntry(const pugi::xml_node& list, const std::string& id) {
   return {};
 }
 
+pugi::xml_node ListIn(const catalog::XmlDocument& document, ComponentKind kind,
+                      const std::string& path) {
+  const char* const list_path = kEntryUpdates[kind].list;
+  const pugi::xml_node list = document.select_node(list_path).node();
+  if (!list) {
+    throw base::Failure(base::RuntimeError::kObjectVariableNotSet, path + " has no " + list_path);
+  }
+  return list;
+}
+
 }  // namespace
 
 bool DatastoreRegistration::enterAddon() {
@@ -124,7 +134,14 @@ bool DatastoreRegistration::Update(ComponentKind kind, const std::string& path) 
   bool is_present = false;
   try {
     catalog::ChangeXml(parts_.files, path, [&](catalog::XmlDocument& document) {
-      return EnterRecord(kind, path, document, is_present);
+      const pugi::xml_node list = ListIn(document, kind, path);
+      const pugi::xml_node present = FindEntry(list, record[kIdSlot]);
+      is_present = static_cast<bool>(present);
+      if (is_present) {
+        return ChangePresent(kind, present);
+      }
+      AppendRegistryEntry(kind, record, list);
+      return true;
     });
   } catch (const base::Failure& failure) {
     parts_.buttons.DisableStatus();
@@ -160,20 +177,7 @@ void DatastoreRegistration::ShowUpdated(ComponentKind kind) {
 }
 
 // Returns whether there is anything to save.
-bool DatastoreRegistration::EnterRecord(ComponentKind kind, const std::string& path,
-                                        const catalog::XmlDocument& document, bool& is_present) {
-  const ComponentRecord& record = parts_.session.record;
-  const char* const list_path = kEntryUpdates[kind].list;
-  const pugi::xml_node list = document.select_node(list_path).node();
-  if (!list) {
-    throw base::Failure(base::RuntimeError::kObjectVariableNotSet, path + " has no " + list_path);
-  }
-  const pugi::xml_node present = FindEntry(list, record[kIdSlot]);
-  is_present = static_cast<bool>(present);
-  if (!is_present) {
-    AppendRegistryEntry(kind, record, list);
-    return true;
-  }
+bool DatastoreRegistration::ChangePresent(ComponentKind kind, pugi::xml_node present) const {
   if (kind != ComponentKind::kChannel) {
     return false;
   }

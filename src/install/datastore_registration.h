@@ -56,8 +56,7 @@ class DatastoreRegistration {
   void Enter(base::ComponentKind kind);
   bool Update(base::ComponentKind kind, const std::string& path);
   void ShowUpdated(base::ComponentKind kind);
-  bool EnterRecord(base::ComponentKind kind, const std::string& path,
-                   const catalog::XmlDocument& document, bool& is_present);
+  bool ChangePresent(base::ComponentKind kind, pugi::xml_node present) const;
   void CheckNode(pugi::xml_node present) const;
   void CreateCustomRegistry();
 

@@ -16,20 +16,22 @@ constexpr platform::WindowHandle kNoWindow;
 
 }  // namespace
 
-void MainClient::CheckExeForUpdate(const std::string& name, const std::string& kind, bool& result) {
+bool MainClient::CheckExeForUpdate(const std::string& name, const std::string& kind) {
+  bool may_update = true;
   guarded(log_, "Kitbay::CheckExeForUpdate", [&] {
-    result = true;
     const platform::WindowHandle window = FindWindow();
     if (window == kNoWindow) {
       return;
     }
     const std::string& client = settings_.MainAppName;
-    result = Confirm("To Update " + name + " " + kind + " " + client + " needs to be shut down. " +
-                     client + " will restart after changes take effect.");
-    if (result) {
+    may_update =
+        Confirm("To Update " + name + " " + kind + " " + client + " needs to be shut down. " +
+                client + " will restart after changes take effect.");
+    if (may_update) {
       desktop_.SendClose(window);
     }
   });
+  return may_update;
 }
 
 RemovalAnswer MainClient::AskBeforeRemoval(const std::string& name, const std::string& kind) {

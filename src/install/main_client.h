@@ -23,9 +23,9 @@ class MainClient {
       : log_(log), settings_(settings), desktop_(desktop) {}
 
   /// Asks whether the main client may be closed for an update of the component `name`, and closes
-  /// it. `result` becomes false only if the user cancels; if no main client is running, nobody is
+  /// it. Returns false only if the user cancels; if no main client is running, nobody is
   /// asked.
-  void CheckExeForUpdate(const std::string& name, const std::string& kind, bool& result);
+  bool CheckExeForUpdate(const std::string& name, const std::string& kind);
 
   /// Asks whether the component `name` may be removed, and closes the main client if it is running.
   /// Throws `base::Failure` if the user cannot be asked.

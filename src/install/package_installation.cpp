@@ -106,7 +106,7 @@ void PackageInstallation::UnpackFrom(const Arrival& arrival) {
     return;
   }
   std::string& suite_folder = parts_.settings.InstallFolder;
-  const std::string archive = suite_folder + "\\Temp\\" + parts_.session.package_name + ".zip";
+  const std::string archive = update::PackagePath(parts_.settings, parts_.session.package_name);
   // Nobody can write the archive between the look at it and its expansion.
   std::unique_ptr<platform::FileReader> held;
   if (arrival.package.digest) {
@@ -222,16 +222,12 @@ void PackageInstallation::EnterComponent(ComponentKind kind, const std::string& 
 bool PackageInstallation::RegisterLibraries(ComponentKind kind, const std::string& folder) {
   const bool is_transport = kind == ComponentKind::kTransport;
   if (parts_.session.libraries.size() != 1) {
-    bool is_done = false;
-    parts_.self_registration.funcRegisterDll(
-        is_transport ? folder + parts_.session.package_name : folder.substr(0, folder.size() - 1),
-        is_done);
-    return is_done;
+    return parts_.self_registration.funcRegisterDll(
+        is_transport ? folder + parts_.session.package_name : folder.substr(0, folder.size() - 1));
   }
   const std::string& library = parts_.session.record[kUnpackTables[kind].own_library_slot];
   if (kind != ComponentKind::kChannel || !library.empty()) {
-    std::int32_t result = 0;
-    parts_.self_registration.DLLRegisterService(folder + library, true, result);
+    parts_.self_registration.DLLRegisterService(folder + library, true);
   }
   return true;
 }

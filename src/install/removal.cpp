@@ -1,6 +1,5 @@
 #include "install/removal.h"
 
-#include <optional>
 #include <pugixml.hpp>
 
 #include "base/failure.h"
@@ -10,7 +9,6 @@
 #include "catalog/registry_files.h"
 #include "catalog/xml_change.h"
 #include "catalog/xml_file.h"
-#include "install/clicked_row.h"
 #include "install/refusal.h"
 #include "view/page_ids.h"
 
@@ -21,18 +19,9 @@ using base::ComponentKind;
 using base::guarded;
 using base::ToLower;
 
-constexpr base::PerKind<const char*> kActions = {
-    .addon = "uninstall", .transport = "uninstalltransport", .channel = "uninstallchannel"};
-
-// Empty for an action word that is not one of the three.
-std::optional<ComponentKind> KindOf(const std::string& action) {
-  for (const ComponentKind kind : base::kComponentKinds) {
-    if (ToLower(action) == kActions[kind]) {
-      return kind;
-    }
-  }
-  return std::nullopt;
-}
+// In the questions to the user.
+constexpr base::PerKind<const char*> kKindWords = {
+    .addon = "Addon", .transport = "", .channel = "Channel"};
 
 bool IsCustomRegistry(const std::string& path) {
   return ToLower(path.substr(path.rfind('\\') + 1)) == "customregistry.xml";
@@ -52,73 +41,67 @@ pugi::xml_node FindEntry(const pugi::xml_document& document, ComponentKind kind,
 
 }  // namespace
 
-void Removal::RemoveAddon(const std::string& action, const std::string& kind) {
+void Removal::RemoveAddon(const view::Click& click) {
   guarded(parts_.log, "Kitbay::RemoveAddon", [&] {
-    const ClickedRow row = TakeClickedRow(parts_.page);
-    parts_.session.component_name = row.name;
-    parts_.state.current_row_id = row.row_id;
-    parts_.state.current_row_name = row.row_name;
-    bool is_removed = false;
-    checkExe(action, row.name, kind, is_removed);
+    parts_.session.component_name = click.Name();
+    parts_.state.current_row_id = click.row_id;
+    parts_.state.current_row_name = click.row_name;
+    checkExe(click.kind, parts_.session.component_name);
   });
 }
 
 // An installation may have ended while the user was asked, and left its own row as the current one.
-void Removal::checkExe(const std::string& action, const std::string& name, const std::string& kind,
-                       bool& result) {
+bool Removal::checkExe(ComponentKind kind, const std::string& name) {
+  RemovalAnswer answer = RemovalAnswer::kCancelled;
   guarded(parts_.log, "Kitbay::checkExe", [&] {
     const std::string row_id = parts_.state.current_row_id;
     const std::string row_name = parts_.state.current_row_name;
-    const RemovalAnswer answer = parts_.main_client.AskBeforeRemoval(name, kind);
-    result = answer != RemovalAnswer::kCancelled;
+    answer = parts_.main_client.AskBeforeRemoval(name, kKindWords[kind]);
     parts_.state.current_row_id = row_id;
     parts_.state.current_row_name = row_name;
     if (answer == RemovalAnswer::kClientClosed) {
-      Delnode(action);
-      UninstallFromBoth(action);
+      Delnode(kind);
+      UninstallFromBoth(kind);
     } else if (answer == RemovalAnswer::kClientNotRunning) {
-      DelnodeWithoutTessel(action);
+      DelnodeWithoutTessel(kind);
     }
   });
+  return answer != RemovalAnswer::kCancelled;
 }
 
-void Removal::Delnode(const std::string& action) {
-  guarded(parts_.log, "Kitbay::Delnode ", [&] { TakeRowAway(action); });
+void Removal::Delnode(ComponentKind kind) {
+  guarded(parts_.log, "Kitbay::Delnode ", [&] { TakeRowAway(kind); });
 }
 
-void Removal::DelnodeWithoutTessel(const std::string& action) {
+void Removal::DelnodeWithoutTessel(ComponentKind kind) {
   guarded(parts_.log, "Kitbay::DelnodeWithoutTessel ", [&] {
-    UninstallFromBoth(action);
-    TakeRowAway(action);
+    UninstallFromBoth(kind);
+    TakeRowAway(kind);
   });
 }
 
-void Removal::TakeRowAway(const std::string& action) {
-  if (const auto kind = KindOf(action)) {
-    parts_.rows.FollowCurrentRow(view::kInstalledContainers[*kind]);
-    parts_.rows.RemoveNode(view::kInstalledContainers[*kind]);
-  }
+void Removal::TakeRowAway(ComponentKind kind) {
+  parts_.rows.FollowCurrentRow(view::kInstalledContainers[kind]);
+  parts_.rows.RemoveNode(view::kInstalledContainers[kind]);
 }
 
 // A row without an entry in either file comes back with the next listing; the log says why.
-void Removal::UninstallFromBoth(const std::string& action) {
-  if (const auto kind = KindOf(action)) {
-    bool is_missing_in_datastore = false;
-    bool is_missing_in_custom_registry = false;
-    uninstall(catalog::DatastorePath(parts_.settings), *kind, is_missing_in_datastore);
-    uninstall(catalog::CustomRegistryPath(parts_.settings), *kind, is_missing_in_custom_registry);
-    if (is_missing_in_datastore && is_missing_in_custom_registry) {
-      guarded(parts_.log, "Kitbay::uninstall", [&] {
-        throw base::Failure(
-            base::RuntimeError::kObjectVariableNotSet,
-            "no registry file has an entry of \"" + parts_.session.component_name + "\"");
-      });
-    }
+void Removal::UninstallFromBoth(ComponentKind kind) {
+  const bool is_missing_in_datastore = uninstall(catalog::DatastorePath(parts_.settings), kind);
+  const bool is_missing_in_custom = uninstall(catalog::CustomRegistryPath(parts_.settings), kind);
+  if (is_missing_in_datastore && is_missing_in_custom) {
+    guarded(parts_.log, "Kitbay::uninstall", [&] {
+      throw base::Failure(
+          base::RuntimeError::kObjectVariableNotSet,
+          "no registry file has an entry of \"" + parts_.session.component_name + "\"");
+    });
   }
 }
 
-// Users without components of their own have no custom registry.
-void Removal::uninstall(const std::string& path, ComponentKind kind, bool& is_missing) {
+// Returns whether the file has no entry of the component. Users without components of their own
+// have no custom registry.
+bool Removal::uninstall(const std::string& path, ComponentKind kind) {
+  bool is_missing = false;
   guarded(parts_.log, "Kitbay::uninstall", [&] {
     if (IsCustomRegistry(path) && !parts_.files.Exists(path)) {
       is_missing = true;
@@ -136,6 +119,7 @@ void Removal::uninstall(const std::string& path, ComponentKind kind, bool& is_mi
       throw;
     }
   });
+  return is_missing;
 }
 
 }  // namespace kitbay::install

@@ -9,6 +9,7 @@
 #include "install/main_client.h"
 #include "platform/desktop.h"
 #include "platform/files.h"
+#include "view/click.h"
 #include "view/page_document.h"
 #include "view/page_rows.h"
 #include "view/view_state.h"
@@ -28,26 +29,23 @@ struct RemovalParts {
   InstallSession& session;
 };
 
-/// Removes the component whose button is being clicked: its row from the page and its entry from
-/// the registry files. Its files stay, and its libraries stay registered.
+/// Removes an installed component: its row from the page and its entry from the registry files. Its
+/// files stay, and its libraries stay registered.
 class Removal {
  public:
   explicit Removal(const RemovalParts& parts) : parts_(parts) {}
 
-  /// `action` is "Uninstall", "UninstallTransport" or "UninstallChannel", in any case; `kind` is
-  /// the kind's name in the user's messages.
-  void RemoveAddon(const std::string& action, const std::string& kind);
+  void RemoveAddon(const view::Click& click);
 
-  /// Asks the user and removes the current component. `result` says whether it was to be removed.
-  void checkExe(const std::string& action, const std::string& name, const std::string& kind,
-                bool& result);
+  /// Asks the user and removes the current component. Returns whether it was to be removed.
+  bool checkExe(base::ComponentKind kind, const std::string& name);
 
  private:
-  void Delnode(const std::string& action);
-  void DelnodeWithoutTessel(const std::string& action);
-  void TakeRowAway(const std::string& action);
-  void UninstallFromBoth(const std::string& action);
-  void uninstall(const std::string& path, base::ComponentKind kind, bool& is_missing);
+  void Delnode(base::ComponentKind kind);
+  void DelnodeWithoutTessel(base::ComponentKind kind);
+  void TakeRowAway(base::ComponentKind kind);
+  void UninstallFromBoth(base::ComponentKind kind);
+  bool uninstall(const std::string& path, base::ComponentKind kind);
 
   RemovalParts parts_;
 };

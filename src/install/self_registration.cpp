@@ -40,9 +40,8 @@ std::string PlaceOf(const std::string& path) {
 
 }  // namespace
 
-void SelfRegistration::DLLRegisterService(const std::string& path, bool register_it,
-                                          std::int32_t& result) {
-  result = kLibraryHasRun;
+std::int32_t SelfRegistration::DLLRegisterService(const std::string& path, bool register_it) {
+  std::int32_t result = kLibraryHasRun;
   guarded(log_, "Kitbay::DLLRegisterService", [&] {
     const std::string key = PlaceOf(path);
     if (timed_out_.contains(key)) {
@@ -63,6 +62,7 @@ void SelfRegistration::DLLRegisterService(const std::string& path, bool register
       timed_out_.insert(key);
     }
   });
+  return result;
 }
 
 // Runs on a separate thread, because a time-out ends the thread that waited: nothing here may own
@@ -99,14 +99,11 @@ void SelfRegistration::RunExport(const std::string& path, const char* name, std:
   libraries_.Free(library);
 }
 
-void SelfRegistration::funcRegisterDll(const std::string& folder, bool& succeeded) {
-  succeeded = false;
-  guarded(log_, "Kitbay::funcRegisterDll", [&] {
+bool SelfRegistration::funcRegisterDll(const std::string& folder) {
+  return guarded(log_, "Kitbay::funcRegisterDll", [&] {
     for (const std::string& name : session_.libraries) {
-      std::int32_t ignored = 0;
-      DLLRegisterService(std::string(folder).append("\\").append(name), true, ignored);
+      DLLRegisterService(std::string(folder).append("\\").append(name), true);
     }
-    succeeded = true;
   });
 }
 

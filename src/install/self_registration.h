@@ -27,14 +27,14 @@ class SelfRegistration {
 
   /// Loads the library at the full path `path` and makes it register itself, or unregister itself
   /// if `register_it` is false. Libraries that it needs may be in the installation folder, as for
-  /// the main client. Waits at most 10 seconds. `result` is one of the codes above; it is also 0 if
-  /// a run-time error ended the call. A library that timed out is not loaded again: every later
-  /// call for it returns 3 at once.
-  void DLLRegisterService(const std::string& path, bool register_it, std::int32_t& result);
+  /// the main client. Waits at most 10 seconds. Returns one of the codes above; also 0 if a
+  /// run-time error ended the call. A library that timed out is not loaded again: every later call
+  /// for it returns 3 at once.
+  std::int32_t DLLRegisterService(const std::string& path, bool register_it);
 
   /// Registers every library in the session's list, in `folder` (without "\" at its end), whatever
-  /// the result of those before it. `succeeded` says whether each has been tried.
-  void funcRegisterDll(const std::string& folder, bool& succeeded);
+  /// the result of those before it. Returns whether each has been tried.
+  bool funcRegisterDll(const std::string& folder);
 
  private:
   void RunExport(const std::string& path, const char* name, std::int32_t& result,

@@ -1,6 +1,5 @@
 #include "install/update_flows.h"
 
-#include <optional>
 #include <pugixml.hpp>
 #include <vector>
 
@@ -66,6 +65,19 @@ update::Address SplitUrl(const std::string& url) {
   return address;
 }
 
+// An entry that lacks one of its texts is not an offer.
+void DemandTexts(const pugi::xml_node& entry, ComponentKind kind) {
+  std::vector<const char*> names = {"name", "version", "description"};
+  if (kind == ComponentKind::kTransport) {
+    names.push_back("filename");
+  }
+  for (const char* name : names) {
+    if (!entry.child(name)) {
+      throw Failure(RuntimeError::kObjectVariableNotSet);
+    }
+  }
+}
+
 }  // namespace
 
 // What the manifest says about the component, as far as the update needs it.
@@ -75,113 +87,96 @@ struct UpdateFlows::Offer {
   std::optional<catalog::PackageDigest> digest;
 };
 
-void UpdateFlows::UpdateInstalledAddon() { UpdateInstalled(ComponentKind::kAddon); }
-void UpdateFlows::UpdateInstalledTransport() { UpdateInstalled(ComponentKind::kTransport); }
-void UpdateFlows::UpdateInstalledChannel() { UpdateInstalled(ComponentKind::kChannel); }
-
-void UpdateFlows::UpdateInstalled(ComponentKind kind) {
-  guarded(parts_.log, kFlowTexts[kind].procedure, [&] {
-    const ClickedRow row = TakeClickedRow(parts_.page);
-    if (!MayUpdate(kind, row)) {
+void UpdateFlows::UpdateInstalled(const view::Click& click) {
+  guarded(parts_.log, kFlowTexts[click.kind].procedure, [&] {
+    if (!MayUpdate(click)) {
       return;
     }
     // Otherwise a disabled button would lose the focus to nobody.
     view::RowFocus(parts_.page, parts_.state.lists).TakeFromButton();
-    row.button->SetDisabled(true);
-    Offer offer;
-    if (!FindOffer(kind, offer)) {
-      return;
-    }
-    if (!RequestPackage(kind, offer, row)) {
+    click.button->SetDisabled(true);
+    const std::optional<Offer> offer = FindOffer(click.kind);
+    if (offer && !RequestPackage(click, *offer)) {
       parts_.buttons.EnableOtherUpdatedDownload();
       parts_.buttons.EnableOtherDownload();
     }
   });
 }
 
-bool UpdateFlows::MayUpdate(ComponentKind kind, const ClickedRow& row) {
-  parts_.session.component_name = row.name;
-  parts_.state.current_row_id = row.row_id;
-  parts_.state.current_row_name = row.row_name;
-  bool may_update = false;
-  parts_.main_client.CheckExeForUpdate(row.name, kFlowTexts[kind].kind_word, may_update);
-  if (may_update) {
-    parts_.session.restart = true;
-    parts_.state.update_in_progress = true;
+bool UpdateFlows::MayUpdate(const view::Click& click) {
+  parts_.session.component_name = click.Name();
+  parts_.state.current_row_id = click.row_id;
+  parts_.state.current_row_name = click.row_name;
+  if (!parts_.main_client.CheckExeForUpdate(parts_.session.component_name,
+                                            kFlowTexts[click.kind].kind_word)) {
+    return false;
   }
-  return may_update;
+  parts_.session.restart = true;
+  parts_.state.update_in_progress = true;
+  return true;
 }
 
-bool UpdateFlows::FindOffer(ComponentKind kind, Offer& offer) {
+std::optional<UpdateFlows::Offer> UpdateFlows::FindOffer(ComponentKind kind) {
   if (parts_.sources.UpdateSources.empty()) {
     throw Failure(RuntimeError::kSubscriptOutOfRange);
   }
-  if (kind == ComponentKind::kChannel) {
-    GetChannelInfo(offer);
-  } else {
-    ReadOffer(kind, offer);
-  }
-  return !offer.id.empty();
+  return kind == ComponentKind::kChannel ? GetChannelInfo() : ReadOffer(kind);
 }
 
-void UpdateFlows::GetChannelInfo(Offer& offer) {
-  guarded(parts_.log, "Kitbay::GetChannelInfo", [&] { ReadOffer(ComponentKind::kChannel, offer); });
+std::optional<UpdateFlows::Offer> UpdateFlows::GetChannelInfo() {
+  std::optional<Offer> offer;
+  guarded(parts_.log, "Kitbay::GetChannelInfo",
+          [&] { offer = ReadOffer(ComponentKind::kChannel); });
+  return offer;
 }
 
-// The row shows the name, but it is compared with the id. An entry that lacks one of its texts is
-// not an offer.
-void UpdateFlows::ReadOffer(ComponentKind kind, Offer& offer) {
+// The row shows the name, but it is compared with the id.
+std::optional<UpdateFlows::Offer> UpdateFlows::ReadOffer(ComponentKind kind) {
   const std::string manifest_name = base::AfterLastSlash(parts_.sources.UpdateSources.front());
   const catalog::CatalogFiles::Refresh refresh(parts_.manifests);
   const catalog::XmlDocument* manifest = parts_.manifests.TryManifest(manifest_name);
   if (manifest == nullptr) {
-    return;
+    return std::nullopt;
   }
   const std::string name = base::ToLower(parts_.session.component_name);
   for (const pugi::xpath_node& selected :
        catalog::SelectNodes(*manifest, catalog::kManifestTables[kind].entries)) {
     const pugi::xml_node entry = selected.node();
     const std::string id = catalog::AttributeText(entry, "id");
-    if (base::ToLower(id) == name) {
-      for (const char* text : {"name", "version", "description"}) {
-        catalog::ChildText(entry, text);
-      }
-      if (kind == ComponentKind::kTransport) {
-        catalog::ChildText(entry, "filename");
-      }
-      offer = {.id = id,
-               .url = catalog::ChildText(entry, "url"),
-               .digest = parts_.manifests.SignedDigest(manifest_name, entry)};
-      return;
+    if (!id.empty() && base::ToLower(id) == name) {
+      DemandTexts(entry, kind);
+      return Offer{.id = id,
+                   .url = catalog::ChildText(entry, "url"),
+                   .digest = parts_.manifests.SignedDigest(manifest_name, entry)};
     }
   }
+  return std::nullopt;
 }
 
-bool UpdateFlows::RequestPackage(ComponentKind kind, const Offer& offer, const ClickedRow& row) {
+bool UpdateFlows::RequestPackage(const view::Click& click, const Offer& offer) {
   if (!base::IsPlainLongName(offer.id)) {
     throw Failure(RuntimeError::kPathFileAccessError, offer.id);
   }
   const update::Address address = SplitUrl(offer.url);
-  const FlowTexts& texts = kFlowTexts[kind];
+  const FlowTexts& texts = kFlowTexts[click.kind];
   parts_.buttons.DisableOtherUpdatedDownload();
   parts_.buttons.DisableOtherDownload();
   // Recorded before the request, because the answer may arrive while the request is handed over.
-  parts_.pending_packages[kind] = {.file_path = address.file_path,
-                                   .name = offer.id,
-                                   .row_id = row.row_id,
-                                   .row_name = row.row_name,
-                                   .digest = offer.digest};
+  parts_.pending_packages[click.kind] = {.file_path = address.file_path,
+                                         .name = offer.id,
+                                         .row_id = click.row_id,
+                                         .row_name = click.row_name,
+                                         .digest = offer.digest};
   bool is_sent = false;
   guarded(parts_.log, texts.procedure, [&] {
     parts_.window.status_bar().SetPanelText(
         platform::kStatusPanel,
         "Downloading " + parts_.session.component_name + texts.status_ending);
-    is_sent =
-        parts_.requests.Updates(address.server, address.file_path,
-                                parts_.settings.InstallFolder + "\\Temp\\" + offer.id + ".zip");
+    is_sent = parts_.requests.Updates(address.server, address.file_path,
+                                      update::PackagePath(parts_.settings, offer.id));
   });
   if (!is_sent) {
-    parts_.pending_packages[kind] = {};
+    parts_.pending_packages[click.kind] = {};
   }
   return is_sent;
 }

@@ -87,9 +87,7 @@ void UpdateSourceDialog::Form_Load() {
 }
 
 void UpdateSourceDialog::Form_Unload() {
-  bool changed = false;
-  SavePreference(changed);
-  if (changed) {
+  if (SavePreference()) {
     user_.GetDirectoryPreferenceFile();
   }
 }
@@ -206,7 +204,8 @@ void UpdateSourceDialog::RemoveSource(int position) {
   listed_.erase(item);
 }
 
-void UpdateSourceDialog::SavePreference(bool& changed) {
+bool UpdateSourceDialog::SavePreference() {
+  bool is_changed = false;
   const bool is_done = guarded(log_, "Kitbay::SavePreference", [&] {
     // A file that could not be loaded in the first place is not a failure.
     for (const TypedSource& source : listed_) {
@@ -220,12 +219,13 @@ void UpdateSourceDialog::SavePreference(bool& changed) {
       } else if (!catalog::TryChangeXml(files_, source_file_.Path(), add)) {
         return;
       }
-      changed = changed || is_new;
+      is_changed = is_changed || is_new;
     }
   });
   if (!is_done && has_additions_) {
     user_.TellNotSaved();
   }
+  return is_changed;
 }
 
 }  // namespace kitbay::prefs

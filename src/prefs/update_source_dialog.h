@@ -44,7 +44,7 @@ class UpdateSourceDialog : public platform::PreferenceWindowEvents {
  private:
   void Form_Load();
   void AddURL();
-  void SavePreference(bool& changed);
+  bool SavePreference();  // returns whether the file has a new source
 
   void RefuseUrl();
   void RefuseDuplicate();

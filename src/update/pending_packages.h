@@ -4,6 +4,7 @@
 #include <string>
 
 #include "base/component_kind.h"
+#include "base/settings.h"
 #include "catalog/package_digest.h"
 
 namespace kitbay::update {
@@ -19,5 +20,10 @@ struct PendingPackage {
   std::optional<catalog::PackageDigest> digest = {};
 };
 using PendingPackages = base::PerKind<PendingPackage>;
+
+/// The file that the package `name` is downloaded to, as a Windows path.
+inline std::string PackagePath(const base::Settings& settings, const std::string& name) {
+  return settings.InstallFolder + "\\Temp\\" + name + ".zip";
+}
 
 }  // namespace kitbay::update

@@ -12,7 +12,6 @@
 #include "base/text.h"
 #include "catalog/version_rule.h"
 #include "update/source_address.h"
-#include "view/page_ids.h"
 
 namespace kitbay::update {
 namespace {
@@ -120,7 +119,7 @@ void TransferEvents::TakePackage(const std::string& file_path) {
     if (!package.name.empty() && SameText(package.file_path, file_path)) {
       parts_.pending_packages[kind] = {};
       std::invoke(kUnpack[kind], parts_.packages, package,
-                  parts_.settings.InstallFolder + "\\Temp\\" + package.name + ".zip");
+                  PackagePath(parts_.settings, package.name));
       parts_.packages.InstallProcess();
       return;
     }
@@ -201,9 +200,7 @@ void TransferEvents::DropSource(const std::string& source) {
 }
 
 void TransferEvents::ShowAnswers() {
-  const platform::HtmlNodeRef category = parts_.page.Element(view::kCategory);
-  view::Needed(category->ChildNode(view::kUpdatesControl))->SetDisabled(false);
-  parts_.categories.ShowDetails();
+  parts_.categories.OfferUpdates();
   // A second package requested now would replace the pending one.
   if (IsPackagePending()) {
     parts_.buttons.DisableOtherDownload();

@@ -14,7 +14,6 @@
 #include "update/update_requests.h"
 #include "view/page_buttons.h"
 #include "view/page_categories.h"
-#include "view/page_document.h"
 
 namespace kitbay::update {
 
@@ -24,7 +23,6 @@ struct TransferParts {
   const base::Settings& settings;
   platform::Desktop& desktop;
   platform::MainWindow& window;
-  const view::PageDocument& page;
   view::PageCategories& categories;
   view::PageButtons& buttons;
   catalog::UpdateSourceList& sources;

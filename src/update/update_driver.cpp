@@ -9,7 +9,6 @@
 #include "catalog/installed_tables.h"
 #include "catalog/manifest_file.h"
 #include "update/source_address.h"
-#include "view/page_ids.h"
 
 namespace kitbay::update {
 namespace {
@@ -84,9 +83,7 @@ void UpdateDriver::ShowWithCachedManifests() {
   DropFreshSources();
   parts_.rows.AddImageTab(catalog::kInstalledBarHolder, catalog::kInstalledBarMarkup);
   if (parts_.requests.CheckPreferences()) {
-    const platform::HtmlNodeRef category = parts_.page.Element(view::kCategory);
-    view::Needed(category->ChildNode(view::kUpdatesControl))->SetDisabled(false);
-    parts_.categories.ShowDetails();
+    parts_.categories.OfferUpdates();
   } else {
     parts_.tabs.ShowLocalData();
   }

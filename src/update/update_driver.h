@@ -15,7 +15,6 @@
 #include "update/update_requests.h"
 #include "update/update_source_file.h"
 #include "view/page_categories.h"
-#include "view/page_document.h"
 #include "view/page_tabs.h"
 
 namespace kitbay::update {
@@ -26,7 +25,6 @@ struct DriverParts {
   const base::Settings& settings;
   const platform::Files& files;
   const platform::Clock& clock;
-  const view::PageDocument& page;
   catalog::RowWriter& rows;
   view::PageTabs& tabs;
   view::PageCategories& categories;

@@ -7,11 +7,11 @@ UpdateExchange::UpdateExchange(const ExchangeParts& parts)
       manifests(parts.log, parts.files, parts.settings, parts.page.trust, source_file),
       requests(parts.log, parts.settings, parts.window, parts.page.sources,
                parts.page.new_components, manifests, pending_packages),
-      transfer_events({parts.log, parts.settings, parts.desktop, parts.window, parts.page.document,
+      transfer_events({parts.log, parts.settings, parts.desktop, parts.window,
                        parts.page.categories, parts.page.buttons, parts.page.sources, manifests,
                        pending_packages, requests, parts.packages}),
-      driver({parts.log, parts.settings, parts.files, parts.clock, parts.page.document,
-              parts.page.rows, parts.page.tabs, parts.page.categories, source_file,
-              parts.page.sources, manifests, requests, parts.page.trust, parts.desktop}) {}
+      driver({parts.log, parts.settings, parts.files, parts.clock, parts.page.rows, parts.page.tabs,
+              parts.page.categories, source_file, parts.page.sources, manifests, requests,
+              parts.page.trust, parts.desktop}) {}
 
 }  // namespace kitbay::update

@@ -5,13 +5,11 @@
 #include "base/guarded.h"
 #include "base/text.h"
 #include "catalog/manifest_file.h"
-#include "catalog/manifest_tables.h"
 #include "update/source_address.h"
 
 namespace kitbay::update {
 namespace {
 
-using base::ComponentKind;
 using base::Failure;
 using base::guarded;
 using base::RuntimeError;
@@ -93,36 +91,29 @@ void UpdateRequests::DropUnusableSources() {
   }
 }
 
-bool UpdateRequests::InstallNewAddons(const std::string& container, const std::string& name,
-                                      const std::string& row_id, const std::string& row_name) {
+bool UpdateRequests::InstallNewAddons(const view::Click& click) {
   bool is_sent = false;
-  guarded(log_, "Kitbay::InstallNewAddons", [&] {
-    for (const ComponentKind kind : base::kComponentKinds) {
-      if (container == catalog::kManifestTables[kind].container) {
-        is_sent = DownloadFirst(kind, base::ToLower(name), row_id, row_name);
-      }
-    }
-  });
+  guarded(log_, "Kitbay::InstallNewAddons",
+          [&] { is_sent = DownloadFirst(click, base::ToLower(click.Name())); });
   return is_sent;
 }
 
 // The package is recorded before it is requested: the answer may arrive during the request and fill
 // the lists again.
-bool UpdateRequests::DownloadFirst(ComponentKind kind, const std::string& lower_name,
-                                   const std::string& row_id, const std::string& row_name) {
-  for (const catalog::NewComponent& listed : new_components_[kind]) {
+bool UpdateRequests::DownloadFirst(const view::Click& click, const std::string& lower_name) {
+  for (const catalog::NewComponent& listed : new_components_[click.kind]) {
     if (base::ToLower(listed.name) == lower_name) {
       // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): the list may be filled again
       const catalog::NewComponent component = listed;
-      pending_[kind] = {.file_path = SplitSource(component.url).file_path,
-                        .name = component.id,
-                        .row_id = row_id,
-                        .row_name = row_name,
-                        .digest = component.digest};
+      pending_[click.kind] = {.file_path = SplitSource(component.url).file_path,
+                              .name = component.id,
+                              .row_id = click.row_id,
+                              .row_name = click.row_name,
+                              .digest = component.digest};
       const bool is_sent =
-          DownloadAddon(component.url, component.id, component.name, kLabels[kind]);
+          DownloadAddon(component.url, component.id, component.name, kLabels[click.kind]);
       if (!is_sent) {
-        pending_[kind] = {};
+        pending_[click.kind] = {};
       }
       return is_sent;
     }
@@ -137,8 +128,7 @@ bool UpdateRequests::DownloadAddon(const std::string& url, const std::string& na
     Demand(base::IsPlainLongName(name), name);
     const Address address = SplitSource(url);
     SetStatus("Downloading " + display_text + (label.empty() ? "" : " " + label) + ".");
-    is_sent = Updates(address.server, address.file_path,
-                      settings_.InstallFolder + "\\Temp\\" + name + ".zip");
+    is_sent = Updates(address.server, address.file_path, PackagePath(settings_, name));
   });
   return is_sent;
 }

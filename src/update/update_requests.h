@@ -13,6 +13,7 @@
 #include "update/manifest_cache.h"
 #include "update/pending_packages.h"
 #include "update/unanswered_requests.h"
+#include "view/click.h"
 
 namespace kitbay::update {
 
@@ -46,17 +47,14 @@ class UpdateRequests {
   /// dropped.
   bool CheckPreferences();
 
-  /// Downloads the package of the new component with that display name, listed in `container`,
-  /// whose row has the number `row_id` and shows `row_name`. Returns whether the request was handed
-  /// over; its answer may already have arrived.
-  bool InstallNewAddons(const std::string& container, const std::string& name,
-                        const std::string& row_id, const std::string& row_name);
+  /// Downloads the package of the new component with the clicked name. Returns whether the request
+  /// was handed over; its answer may already have arrived.
+  bool InstallNewAddons(const view::Click& click);
 
   UnansweredRequests& unanswered() { return unanswered_; }
 
  private:
-  bool DownloadFirst(base::ComponentKind kind, const std::string& lower_name,
-                     const std::string& row_id, const std::string& row_name);
+  bool DownloadFirst(const view::Click& click, const std::string& lower_name);
   bool DownloadAddon(const std::string& url, const std::string& name,
                      const std::string& display_text, const std::string& label);
   void AskNextSource();

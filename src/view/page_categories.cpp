@@ -103,7 +103,7 @@ void PageCategories::ShowInstalledCategory() {
 
 void PageCategories::ShowUpdatedCategory() {
   guarded(log_, "Kitbay::ShowUpdatedCategory", [&] {
-    if (Needed(page_.Element(kCategory)->ChildNode(kUpdatesControl))->Disabled()) {
+    if (page_.UpdatesControl()->Disabled()) {
       return;
     }
     const catalog::CatalogFiles::Refresh refresh(files_);
@@ -224,6 +224,11 @@ void PageCategories::ShowDetails() {
     }
     place.Restore();
   });
+}
+
+void PageCategories::OfferUpdates() {
+  page_.UpdatesControl()->SetDisabled(false);
+  ShowDetails();
 }
 
 }  // namespace kitbay::view

@@ -57,6 +57,10 @@ class PageCategories {
   /// Fills every list after the update sources have answered.
   void ShowDetails();
 
+  /// Switches the Updates control on and shows the details. Throws 91 when the page has no such
+  /// control.
+  void OfferUpdates();
+
  private:
   void ListInstalledAddons();
   void ListInstalledTransports();

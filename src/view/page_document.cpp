@@ -30,6 +30,10 @@ platform::HtmlNodeRef PageDocument::Element(const std::string& id) const {
   return Needed(document().AllItem(id));
 }
 
+platform::HtmlNodeRef PageDocument::UpdatesControl() const {
+  return Needed(Element(kCategory)->ChildNode(kUpdatesControl));
+}
+
 void PageDocument::SetShown(const std::string& id, bool shown) const {
   Element(id)->SetStyle("display", shown ? "" : "none");
 }

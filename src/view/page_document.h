@@ -32,6 +32,9 @@ class PageDocument {
   /// The element with that id; fails with 91 if the page has none.
   platform::HtmlNodeRef Element(const std::string& id) const;
 
+  /// The control of the category switch that shows the updates; fails with 91 if there is none.
+  platform::HtmlNodeRef UpdatesControl() const;
+
   /// Shows or hides the element with that id; fails with 91 if the page has none.
   void SetShown(const std::string& id, bool shown) const;
 

@@ -1,9 +1,8 @@
 #include "view/page_events.h"
 
-#include <functional>
+#include <optional>
 
 #include "base/guarded.h"
-#include "base/text.h"
 #include "catalog/installed_tables.h"
 #include "catalog/manifest_tables.h"
 #include "view/page_ids.h"
@@ -12,27 +11,8 @@
 #include "view/row_nodes.h"
 
 namespace kitbay::view {
-namespace {
 
 using platform::HtmlNodeRef;
-
-constexpr base::PerKind<void (PageCommands::*)()> kUpdates = {
-    .addon = &PageCommands::UpdateInstalledAddon,
-    .transport = &PageCommands::UpdateInstalledTransport,
-    .channel = &PageCommands::UpdateInstalledChannel};
-
-// The arguments of `RemoveAddon` for each kind.
-struct Removal {
-  const char* action;
-  const char* kind;
-};
-constexpr base::PerKind<Removal> kRemovals = {
-    .addon = {.action = "Uninstall", .kind = "Addon"},
-    .transport = {.action = "UninstallTransport", .kind = ""},
-    .channel = {.action = "UninstallChannel", .kind = "Channel"}};
-
-}  // namespace
-
 void PageEvents::doc_onclick() {
   base::guarded(log_, "Kitbay::doc_onclick", [&] {
     if (const HtmlNodeRef source = page_.document().EventSource()) {
@@ -45,8 +25,8 @@ void PageEvents::Dispatch(const HtmlNodeRef& source) {
   if (SwitchCategory(source->Id()) || SwitchTab(source) || OpenRow(source)) {
     return;
   }
-  if (base::ToLower(source->TagName()) == "input") {
-    PressButton(source);
+  if (const std::optional<Click> click = ReadClick(source)) {
+    Perform(*click);
   }
 }
 
@@ -87,41 +67,24 @@ bool PageEvents::OpenRow(const HtmlNodeRef& source) {
   return true;
 }
 
-void PageEvents::PressButton(const HtmlNodeRef& button) {
-  const HtmlNodeRef container = ParentOf(RowOfButton(button));
-  if (!container) {
-    return;
-  }
-  const std::string id = container->Id();
-  PressInstalled(id, base::ToLower(button->Value()) == "update");
-  PressInstall(id, button);
-}
-
-void PageEvents::PressInstalled(const std::string& container, bool is_update) {
-  for (const base::ComponentKind kind : base::kComponentKinds) {
-    if (container != kInstalledContainers[kind]) {
-      continue;
-    }
-    if (is_update) {
-      std::invoke(kUpdates[kind], commands_);
-    } else {
-      commands_.RemoveAddon(kRemovals[kind].action, kRemovals[kind].kind);
-    }
+void PageEvents::Perform(const Click& click) {
+  switch (click.action) {
+    case ClickAction::kUpdate:
+      return commands_.UpdateInstalled(click);
+    case ClickAction::kRemove:
+      return commands_.RemoveAddon(click);
+    case ClickAction::kInstall:
+      return Install(click);
   }
 }
 
-void PageEvents::PressInstall(const std::string& container, const HtmlNodeRef& button) {
-  for (const base::ComponentKind kind : base::kComponentKinds) {
-    if (container == kUpdatedContainers[kind]) {
-      constexpr std::size_t kPanelPrefix = 3;
-      state_.current_row_id = PanelOfButton(button)->Id().substr(kPanelPrefix);
-      state_.current_row_name = NameMarkup(RowOfButton(button));
-      const std::string name = ShownName(RowOfButton(button));
-      buttons_.DisableOtherDownload();
-      if (!commands_.InstallNewAddons(container, name)) {
-        buttons_.EnableOtherDownload();
-      }
-    }
+void PageEvents::Install(const Click& click) {
+  state_.current_row_id = click.row_id;
+  state_.current_row_name = click.row_name;
+  static_cast<void>(click.Name());  // a row without one fails before any button is switched off
+  buttons_.DisableOtherDownload();
+  if (!commands_.InstallNewAddons(click)) {
+    buttons_.EnableOtherDownload();
   }
 }
 

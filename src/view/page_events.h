@@ -42,9 +42,8 @@ class PageEvents : public platform::HtmlDocumentEvents {
   bool SwitchCategory(const std::string& id);
   bool SwitchTab(const platform::HtmlNodeRef& source);
   bool OpenRow(const platform::HtmlNodeRef& source);
-  void PressButton(const platform::HtmlNodeRef& button);
-  void PressInstalled(const std::string& container, bool is_update);
-  void PressInstall(const std::string& container, const platform::HtmlNodeRef& button);
+  void Perform(const Click& click);
+  void Install(const Click& click);
 
   base::ErrorLog& log_;
   const PageDocument& page_;

@@ -209,7 +209,7 @@ void PageTabs::FitLists() {
 
 void PageTabs::ShowLocalData() {
   guarded(log_, "Kitbay::ShowLocalData", [&] {
-    Needed(page_.Element(kCategory)->ChildNode(kUpdatesControl))->SetDisabled(true);
+    page_.UpdatesControl()->SetDisabled(true);
     state_.installed_lists_current = false;
     PagePlace place(log_, page_, state_);
     installed_.InitialInstalledChannels();

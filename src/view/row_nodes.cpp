@@ -1,6 +1,5 @@
 #include "view/row_nodes.h"
 
-#include "base/failure.h"
 #include "view/page_document.h"
 
 namespace kitbay::view {
@@ -28,15 +27,6 @@ HtmlNodeRef PanelOfButton(const HtmlNodeRef& button) {
 HtmlNodeRef RowOfButton(const HtmlNodeRef& button) { return ParentOf(PanelOfButton(button)); }
 
 bool IsRow(const HtmlNodeRef& element) { return element->ChildCount() > 1; }
-
-std::string ShownName(const HtmlNodeRef& row) {
-  const std::string line = Needed(NameLineOf(row))->InnerText();
-  const std::size_t version = line.find("Version");
-  if (version == std::string::npos) {
-    throw base::Failure(base::RuntimeError::kInvalidProcedureCall);
-  }
-  return line.substr(0, version);
-}
 
 std::string NameMarkup(const HtmlNodeRef& row) {
   const HtmlNodeRef name = NameOf(row);

@@ -29,10 +29,6 @@ platform::HtmlNodeRef RowOfButton(const platform::HtmlNodeRef& button);
 /// one child element.
 bool IsRow(const platform::HtmlNodeRef& element);
 
-/// The component's name as the user reads it in the row: the part of its name line before
-/// "Version". Fails with 5 if that is missing, with 91 without a name line.
-std::string ShownName(const platform::HtmlNodeRef& row);
-
 /// The name as it is in the row, as markup: the same whether the row is shown or hidden. Empty if
 /// the row has no name.
 std::string NameMarkup(const platform::HtmlNodeRef& row);

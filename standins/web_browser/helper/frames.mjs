@@ -32,7 +32,7 @@ export class Frames extends EventEmitter {
     if (width < 1 || height < 1) return;
     this.#size = { width, height };
     this.#zoom = zoom;
-    await this.#page.sendInTurn('Emulation.setDeviceMetricsOverride', {
+    await this.#page.sendAfterTurn('Emulation.setDeviceMetricsOverride', {
       width: Math.round(width / zoom), height: Math.round(height / zoom), deviceScaleFactor: zoom, mobile: false,
     });
     if (!this.#running) return;

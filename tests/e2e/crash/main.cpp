@@ -72,12 +72,10 @@ class Rooms {
 
   void Remove(const std::string& kind, const std::string& name) {
     session_.component_name = name;
-    const std::string action = kind == "addon"       ? "Uninstall"
-                               : kind == "transport" ? "UninstallTransport"
-                                                     : "UninstallChannel";
-    bool is_removed = false;
-    removal_.checkExe(action, name, kind, is_removed);
-    if (!is_removed) {
+    const base::ComponentKind which = kind == "addon"       ? base::ComponentKind::kAddon
+                                      : kind == "transport" ? base::ComponentKind::kTransport
+                                                            : base::ComponentKind::kChannel;
+    if (!removal_.checkExe(which, name)) {
       End(name + " was not removed");
     }
   }

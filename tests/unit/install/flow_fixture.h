@@ -20,6 +20,7 @@
 #include "install/install_session.h"
 #include "install/main_client.h"
 #include "update/update_requests.h"
+#include "view/click.h"
 #include "view/page_buttons.h"
 #include "view/page_ids.h"
 #include "view/page_rows.h"
@@ -96,11 +97,9 @@ class FlowTest : public ::testing::Test {
     return Row(container, place)->Child(1)->Child(0)->Child(1)->Child(button);
   }
 
-  /// Makes that button of an installed row the source of the current click.
-  platform::HtmlNodeRef Click(base::ComponentKind kind, int place, int button) {
-    platform::HtmlNodeRef clicked = Button(view::kInstalledContainers[kind], place, button);
-    html_->set_event_source(clicked);
-    return clicked;
+  /// The click on that button of an installed row.
+  view::Click ClickOn(base::ComponentKind kind, int place, int button) const {
+    return view::ReadClick(Button(view::kInstalledContainers[kind], place, button)).value();
   }
 
   int RowCount(const std::string& container) const { return html_->ById(container)->ChildCount(); }

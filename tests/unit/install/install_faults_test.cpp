@@ -47,12 +47,7 @@ class Machine : public InstallationTest {
     session_.restart = true;
   }
 
-  void RemoveNotes(ComponentKind kind) {
-    constexpr base::PerKind<const char*> kActions = {
-        .addon = "Uninstall", .transport = "UninstallTransport", .channel = "UninstallChannel"};
-    Click(kind, 0, kRemove);
-    removal_.RemoveAddon(kActions[kind], "");
-  }
+  void RemoveNotes(ComponentKind kind) { removal_.RemoveAddon(ClickOn(kind, 0, kRemove)); }
   void ShowNotes(ComponentKind kind) { AddInstalled(kind, "Notes", 3); }
 
   std::string Datastore() const { return File(kDatastore); }

@@ -14,9 +14,7 @@ constexpr const char* kUpdateQuestion =
 class CheckExeForUpdate : public FlowTest {
  protected:
   bool Check(const std::string& kind = "Addon") {
-    bool may_update = false;
-    main_client_.CheckExeForUpdate("Notes", kind, may_update);
-    return may_update;
+    return main_client_.CheckExeForUpdate("Notes", kind);
   }
 };
 

@@ -23,9 +23,7 @@ class SelfRegistrationTest : public testing::Test {
   SelfRegistrationTest() { settings_.InstallFolder = "C:\\Suite\\"; }
 
   std::int32_t Register(const std::string& path, bool register_it = true) {
-    std::int32_t result = -1;
-    registration_.DLLRegisterService(path, register_it, result);
-    return result;
+    return registration_.DLLRegisterService(path, register_it);
   }
 
   fakes::RecordingErrorLog log_;
@@ -200,9 +198,7 @@ TEST_F(SelfRegistrationTest, EveryLibraryOfTheListIsRegisteredInOrder) {
   session_.libraries = {"One.dll", "sub\\Two.dll"};
   libraries_.Add("C:\\Suite\\addons\\pair\\One.dll", {{"DllRegisterServer", {}}});
   libraries_.Add("C:\\Suite\\addons\\pair\\sub\\Two.dll", {{"DllRegisterServer", {}}});
-  bool succeeded = false;
-  registration_.funcRegisterDll("C:\\Suite\\addons\\pair", succeeded);
-  EXPECT_TRUE(succeeded);
+  EXPECT_TRUE(registration_.funcRegisterDll("C:\\Suite\\addons\\pair"));
   EXPECT_THAT(libraries_.calls(),
               ElementsAre("RunOnOwnThread", "Load [C:\\Suite\\addons\\pair\\One.dll] [C:\\Suite\\]",
                           "FindExport 1 [DllRegisterServer]", "StartThread 4097", "Wait 1 10000",
@@ -216,9 +212,7 @@ TEST_F(SelfRegistrationTest, FailuresDoNotStopTheList) {
   session_.libraries = {"missing.dll", "hangs.dll", "", "Last.dll"};
   libraries_.Add("C:\\Suite\\hangs.dll", {{"DllRegisterServer", {.hangs = true}}});
   libraries_.Add("C:\\Suite\\Last.dll", {{"DllRegisterServer", {}}});
-  bool succeeded = false;
-  registration_.funcRegisterDll("C:\\Suite", succeeded);
-  EXPECT_TRUE(succeeded);
+  EXPECT_TRUE(registration_.funcRegisterDll("C:\\Suite"));
   EXPECT_THAT(
       libraries_.calls(),
       ElementsAre("RunOnOwnThread", "Load [C:\\Suite\\missing.dll] [C:\\Suite\\]",
@@ -232,9 +226,7 @@ TEST_F(SelfRegistrationTest, FailuresDoNotStopTheList) {
 }
 
 TEST_F(SelfRegistrationTest, EmptyListMakesNoCallAndSucceeds) {
-  bool succeeded = false;
-  registration_.funcRegisterDll("C:\\Suite", succeeded);
-  EXPECT_TRUE(succeeded);
+  EXPECT_TRUE(registration_.funcRegisterDll("C:\\Suite"));
   EXPECT_THAT(libraries_.calls(), IsEmpty());
   EXPECT_THAT(log_.entries, IsEmpty());
 }

@@ -44,15 +44,9 @@ class Update : public FlowTest {
 
   /// Clicks Update in the row at that position.
   void Press(ComponentKind kind, int place = 0) {
-    clicked_ = Click(kind, place, kUpdate);
-    switch (kind) {
-      case ComponentKind::kAddon:
-        return flows_.UpdateInstalledAddon();
-      case ComponentKind::kTransport:
-        return flows_.UpdateInstalledTransport();
-      case ComponentKind::kChannel:
-        return flows_.UpdateInstalledChannel();
-    }
+    const view::Click click = ClickOn(kind, place, kUpdate);
+    clicked_ = click.button;
+    flows_.UpdateInstalled(click);
   }
 
   /// A row of `kind` for "notes", and a manifest that offers it at `url`.
@@ -434,14 +428,6 @@ TEST_F(Update, AFailureOnceTheButtonsAreOffGivesThemBack) {
   EXPECT_TRUE(NothingIsDownloaded());
   EXPECT_FALSE(clicked_->Disabled());
   EXPECT_FALSE(state_.download_in_progress);
-}
-
-TEST_F(Update, WithoutAClickNothingStarts) {
-  Prepare(ComponentKind::kAddon);
-  html_->set_event_source(nullptr);
-  flows_.UpdateInstalledAddon();
-  EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::UpdateInstalledAddon", 91, kNotSet)));
-  EXPECT_TRUE(NothingIsDownloaded());
 }
 
 }  // namespace

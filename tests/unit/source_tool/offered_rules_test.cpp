@@ -136,10 +136,10 @@ TEST_F(OfferedRulesOnThePage, ANameThatIsNotTheId) {
   AddInstalled(base::ComponentKind::kAddon, "Chess for two", 1);
   install::UpdateFlows flows({log_, settings_, catalog_files_, window_, page_, state_, buttons_,
                               sources_, requests_, pending_packages_, main_client_, session_});
-  const auto button = Click(base::ComponentKind::kAddon, 0, kUpdate);
-  flows.UpdateInstalledAddon();
+  const view::Click click = ClickOn(base::ComponentKind::kAddon, 0, kUpdate);
+  flows.UpdateInstalled(click);
   EXPECT_THAT(downloads_.documents, testing::IsEmpty());
-  EXPECT_TRUE(button->Disabled());
+  EXPECT_TRUE(click.button->Disabled());
 }
 
 // K04
@@ -148,8 +148,7 @@ TEST_F(OfferedRulesOnThePage, ANameWithVersion) {
   EXPECT_THAT(Check(Entry("chess", "name", name)), HasSubstr("list.xml:4:1: K04"));
   AddNew(base::ComponentKind::kAddon, name, 1);
   new_components_.addon = {{.id = "chess", .name = name, .url = "u.org/chess.zip"}};
-  const std::string shown = view::ShownName(Row("updatedaddons"));
-  EXPECT_FALSE(requests_.InstallNewAddons("updatedaddons", shown, "1", shown));
+  EXPECT_FALSE(requests_.InstallNewAddons(view::ReadClick(Button("updatedaddons", 0, 0)).value()));
   EXPECT_THAT(downloads_.documents, testing::IsEmpty());
 }
 

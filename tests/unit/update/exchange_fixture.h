@@ -15,6 +15,7 @@
 #include "fakes/recording_downloads.h"
 #include "fakes/recording_error_log.h"
 #include "update/update_exchange.h"
+#include "view/click.h"
 #include "view/component_page.h"
 
 namespace kitbay::update {
@@ -38,6 +39,16 @@ class RecordingPackages : public PackageReceiver {
 
   std::vector<std::string> calls;
 };
+
+/// A click on Install in the row "3", which shows `name`, and "Chat" as markup.
+inline view::Click InstallClick(base::ComponentKind kind, const std::string& name) {
+  return {.kind = kind,
+          .action = view::ClickAction::kInstall,
+          .button = nullptr,
+          .row_id = "3",
+          .row_name = "Chat",
+          .name_line = name + "Version 1.0"};
+}
 
 /// The whole update exchange over a page in memory, with one channel and one addon installed in
 /// C:\Suite. Initially the Updates control is disabled, as after the page's first filling.

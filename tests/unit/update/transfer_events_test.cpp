@@ -598,7 +598,7 @@ TEST_F(PackageAnswers, FailedPackageIsForgottenAndGivesTheButtonsBack) {
 TEST_F(PackageAnswers, AskedAndAnsweredFromTheListOfNewComponents) {
   pending_packages_ = {};
   new_components_.channel.push_back({.id = "sky", .name = "Sky", .url = "p.example/s-1.zip"});
-  requests_.InstallNewAddons("updatedchannels", "sky", "3", "Chat");
+  requests_.InstallNewAddons(InstallClick(base::ComponentKind::kChannel, "sky"));
   Finish("/s-1.zip");
   EXPECT_THAT(packages_.calls,
               ElementsAre("UnpackChannel sky C:\\Suite\\Temp\\sky.zip", "InstallProcess"));
@@ -608,7 +608,7 @@ TEST_F(PackageAnswers, AnswerWithinTheRequestIsTaken) {
   pending_packages_ = {};
   new_components_.channel.push_back({.id = "sky", .name = "Sky", .url = "p.example/s-1.zip"});
   downloads_.while_asked = [&] { Finish("/s-1.zip"); };
-  EXPECT_TRUE(requests_.InstallNewAddons("updatedchannels", "sky", "3", "Chat"));
+  EXPECT_TRUE(requests_.InstallNewAddons(InstallClick(base::ComponentKind::kChannel, "sky")));
   EXPECT_THAT(packages_.calls,
               ElementsAre("UnpackChannel sky C:\\Suite\\Temp\\sky.zip", "InstallProcess"));
   EXPECT_EQ(pending_packages_.channel.name, "");
@@ -625,7 +625,7 @@ class PackageBehindAManifest : public Transfer {
     Ask(sources);
     AddManifest("a.xml");
     new_components_.addon = {{.id = "sky", .name = "Sky", .url = "p.example/sky.zip"}};
-    requests_.InstallNewAddons("updatedaddons", "Sky", "1", "Sky");
+    requests_.InstallNewAddons(InstallClick(base::ComponentKind::kAddon, "Sky"));
     SwitchButtonsOff();
     downloads_.documents.clear();
   }
@@ -705,7 +705,7 @@ class SlowReader : public fakes::RecordingDesktop {
 TEST_F(PackageBehindAManifest, BarOfAPackageThatBeganDuringTheMessageStaysVisible) {
   AskFor({"one.example/a.xml"});
   SlowReader desktop([&] { events_.Message("/sky.zip", "Total-Length", "2048"); });
-  TransferEvents events({log_, settings_, desktop, window_, page_, categories_, buttons_, sources_,
+  TransferEvents events({log_, settings_, desktop, window_, categories_, buttons_, sources_,
                          exchange_.manifests, pending_packages_, requests_, packages_});
   events.Exception("/a.xml", "refused");
   EXPECT_TRUE(window_.progress_bar().visible());

@@ -157,7 +157,7 @@ TEST_F(DirectoryPreference, RunWithANewDownloadObjectAsksAgain) {
 
 TEST_F(DirectoryPreference, RunDuringAPackageLeavesItsStatus) {
   new_components_.addon = {{.id = "sky", .name = "Sky", .url = "p.example/sky.zip"}};
-  requests_.InstallNewAddons("updatedaddons", "Sky", "1", "Sky");
+  requests_.InstallNewAddons(InstallClick(base::ComponentKind::kAddon, "Sky"));
   SetSources("<preference url='one.example/a.xml'/>");
   driver_.GetDirectoryPreferenceFile();
   EXPECT_EQ(Status(), "Downloading Sky Addon.");

@@ -57,7 +57,7 @@ TEST_F(Requests, RefusedRequestIsLoggedAndTheStatusTextStays) {
 TEST_F(Requests, PackageOfASigningSourceIsAwaitedAsItWasAnnounced) {
   Offer(ComponentKind::kAddon, "chat", "Chat", "p.example/chat.zip");
   new_components_.addon.back().digest = {.manifest = "m.xml", .size = "3", .sha256 = "ab"};
-  EXPECT_TRUE(requests_.InstallNewAddons("updatedaddons", "Chat", "1", "Chat"));
+  EXPECT_TRUE(requests_.InstallNewAddons(InstallClick(ComponentKind::kAddon, "Chat")));
   ASSERT_TRUE(pending_packages_.addon.digest);
   EXPECT_EQ(pending_packages_.addon.digest->manifest, "m.xml");
   EXPECT_EQ(pending_packages_.addon.digest->sha256, "ab");
@@ -154,7 +154,7 @@ TEST_F(Requests, OnlyUnusableSourcesLeaveNothingToAsk) {
 
 TEST_F(Requests, AddonIsDownloadedUnderItsIdAndShownUnderItsName) {
   Offer(ComponentKind::kAddon, "chat", "Chat Room", "packages.example/v1/chat-1.zip");
-  requests_.InstallNewAddons("updatedaddons", "Chat Room", "3", "Chat");
+  requests_.InstallNewAddons(InstallClick(ComponentKind::kAddon, "Chat Room"));
   EXPECT_THAT(downloads_.documents,
               ElementsAre(Request("packages.example", "/v1/chat-1.zip", kChatZip)));
   EXPECT_EQ(Status(), "Downloading Chat Room Addon.");
@@ -168,7 +168,7 @@ TEST_F(Requests, AddonIsDownloadedUnderItsIdAndShownUnderItsName) {
 
 TEST_F(Requests, TransportHasNoLabel) {
   Offer(ComponentKind::kTransport, "chat", "Mail", "packages.example/mail.zip");
-  requests_.InstallNewAddons("updatedtransports", "Mail", "3", "Chat");
+  requests_.InstallNewAddons(InstallClick(ComponentKind::kTransport, "Mail"));
   EXPECT_EQ(Status(), "Downloading Mail.");
   EXPECT_THAT(downloads_.documents,
               ElementsAre(Request("packages.example", "/mail.zip", kChatZip)));
@@ -179,7 +179,7 @@ TEST_F(Requests, TransportHasNoLabel) {
 
 TEST_F(Requests, ChannelHasTheLabelChannel) {
   Offer(ComponentKind::kChannel, "chat", "News", "packages.example/news.zip");
-  requests_.InstallNewAddons("updatedchannels", "News", "3", "Chat");
+  requests_.InstallNewAddons(InstallClick(ComponentKind::kChannel, "News"));
   EXPECT_EQ(Status(), "Downloading News Channel.");
   EXPECT_THAT(downloads_.documents,
               ElementsAre(Request("packages.example", "/news.zip", kChatZip)));
@@ -188,7 +188,7 @@ TEST_F(Requests, ChannelHasTheLabelChannel) {
 
 TEST_F(Requests, ComponentOfAnotherKindIsNotMeant) {
   Offer(ComponentKind::kChannel, "chat", "News", "packages.example/news.zip");
-  requests_.InstallNewAddons("updatedaddons", "News", "3", "Chat");
+  requests_.InstallNewAddons(InstallClick(ComponentKind::kAddon, "News"));
   EXPECT_THAT(downloads_.documents, IsEmpty());
 }
 
@@ -196,25 +196,15 @@ TEST_F(Requests, FirstOfEqualNamesIsTakenWithoutLetterCase) {
   Offer(ComponentKind::kAddon, "other", "Notes", "packages.example/other.zip");
   Offer(ComponentKind::kAddon, "first", "CHAT", "packages.example/first.zip");
   Offer(ComponentKind::kAddon, "second", "Chat", "packages.example/second.zip");
-  requests_.InstallNewAddons("updatedaddons", "chat", "3", "Chat");
+  requests_.InstallNewAddons(InstallClick(ComponentKind::kAddon, "chat"));
   EXPECT_THAT(downloads_.documents,
               ElementsAre(Request("packages.example", "/first.zip", "C:\\Suite\\Temp\\first.zip")));
   EXPECT_EQ(Status(), "Downloading CHAT Addon.");
 }
 
-TEST_F(Requests, UnknownContainerHasNoEffect) {
-  Offer(ComponentKind::kAddon, "chat", "Chat", "packages.example/chat.zip");
-  for (const char* container : {"installedaddons", "UpdatedAddons", "updated", ""}) {
-    requests_.InstallNewAddons(container, "Chat", "3", "Chat");
-  }
-  EXPECT_THAT(downloads_.documents, IsEmpty());
-  EXPECT_THAT(window_.calls().all(), IsEmpty());
-  EXPECT_THAT(log_.entries, IsEmpty());
-}
-
 TEST_F(Requests, UnknownNameHasNoEffect) {
   Offer(ComponentKind::kAddon, "chat", "Chat", "packages.example/chat.zip");
-  requests_.InstallNewAddons("updatedaddons", "Chatter", "3", "Chat");
+  requests_.InstallNewAddons(InstallClick(ComponentKind::kAddon, "Chatter"));
   EXPECT_THAT(downloads_.documents, IsEmpty());
   EXPECT_THAT(window_.calls().all(), IsEmpty());
   EXPECT_THAT(log_.entries, IsEmpty());
@@ -222,7 +212,7 @@ TEST_F(Requests, UnknownNameHasNoEffect) {
 
 TEST_F(Requests, PackageUrlWithoutASlashIsServerAndPath) {
   Offer(ComponentKind::kAddon, "chat", "Chat", "chat.zip");
-  requests_.InstallNewAddons("updatedaddons", "Chat", "3", "Chat");
+  requests_.InstallNewAddons(InstallClick(ComponentKind::kAddon, "Chat"));
   EXPECT_THAT(downloads_.documents, ElementsAre(Request("chat.zip", "chat.zip", kChatZip)));
 }
 
@@ -230,7 +220,7 @@ class HostileId : public Requests, public testing::WithParamInterface<const char
 
 TEST_P(HostileId, IsLoggedAndNothingIsSent) {
   Offer(ComponentKind::kAddon, GetParam(), "Chat", "packages.example/chat.zip");
-  requests_.InstallNewAddons("updatedaddons", "Chat", "3", "Chat");
+  requests_.InstallNewAddons(InstallClick(ComponentKind::kAddon, "Chat"));
   EXPECT_THAT(downloads_.documents, IsEmpty());
   EXPECT_THAT(window_.calls().all(), IsEmpty());
   EXPECT_THAT(log_.entries,
@@ -245,7 +235,7 @@ INSTANTIATE_TEST_SUITE_P(Ids, HostileId,
 TEST_F(Requests, PackageRequestThatIsRefusedIsLogged) {
   Offer(ComponentKind::kAddon, "chat", "Chat", "packages.example/chat.zip");
   downloads_.failure.emplace(base::RuntimeError::kInvalidProcedureCall);
-  requests_.InstallNewAddons("updatedaddons", "Chat", "3", "Chat");
+  requests_.InstallNewAddons(InstallClick(ComponentKind::kAddon, "Chat"));
   EXPECT_THAT(log_.entries,
               ElementsAre(Entry("Kitbay::Updates", 5, "Invalid procedure call or argument")));
   EXPECT_EQ(Status(), "Downloading Chat Addon.");
@@ -255,15 +245,14 @@ TEST_F(Requests, PackageRequestThatIsRefusedIsLogged) {
 
 TEST_F(Requests, PackageThatWasNotAskedForIsNotPending) {
   Offer(ComponentKind::kAddon, "..\\evil", "Chat", "packages.example/chat.zip");
-  EXPECT_FALSE(requests_.InstallNewAddons("updatedaddons", "Chat", "3", "Chat"));
+  EXPECT_FALSE(requests_.InstallNewAddons(InstallClick(ComponentKind::kAddon, "Chat")));
   EXPECT_EQ(pending_packages_.addon.name, "");
-  EXPECT_FALSE(requests_.InstallNewAddons("updatedaddons", "Unknown", "3", "Chat"));
-  EXPECT_FALSE(requests_.InstallNewAddons("nowhere", "Chat", "3", "Chat"));
+  EXPECT_FALSE(requests_.InstallNewAddons(InstallClick(ComponentKind::kAddon, "Unknown")));
 }
 
 TEST_F(Requests, PackageThatIsAskedForIsOnItsWay) {
   Offer(ComponentKind::kAddon, "chat", "Chat", "packages.example/chat.zip");
-  EXPECT_TRUE(requests_.InstallNewAddons("updatedaddons", "Chat", "3", "Chat"));
+  EXPECT_TRUE(requests_.InstallNewAddons(InstallClick(ComponentKind::kAddon, "Chat")));
 }
 
 }  // namespace

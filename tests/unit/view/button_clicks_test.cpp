@@ -3,6 +3,7 @@
 #include "recording_commands.h"
 #include "two_bars_page.h"
 #include "view/page_events.h"
+#include "view/row_nodes.h"
 
 namespace kitbay::view {
 namespace {
@@ -15,8 +16,8 @@ class NotingCommands : public RecordingCommands {
  public:
   explicit NotingCommands(const ViewState& state) : state_(state) {}
 
-  bool InstallNewAddons(const std::string& container, const std::string& name) override {
-    RecordingCommands::InstallNewAddons(container, name);
+  bool InstallNewAddons(const Click& click) override {
+    RecordingCommands::InstallNewAddons(click);
     calls.push_back(state_.download_in_progress ? "buttons off" : "buttons on");
     calls.push_back("row " + state_.current_row_id);
     return is_sent;
@@ -51,39 +52,38 @@ TEST_F(ButtonClicks, UpdateOfAnInstalledRowUpdatesItsKind) {
   ClickInstalled("installedaddons", "Update");
   ClickInstalled("installedtransports", "Update");
   ClickInstalled("installedchannels", "Update");
-  EXPECT_THAT(commands_.calls, ElementsAre("UpdateInstalledAddon", "UpdateInstalledTransport",
-                                           "UpdateInstalledChannel"));
+  EXPECT_THAT(commands_.calls,
+              ElementsAre("Update addon Notes", "Update transport Notes", "Update channel Notes"));
   EXPECT_THAT(log_.entries, IsEmpty());
 }
 
 TEST_F(ButtonClicks, RemoveOfAnAddonUninstallsIt) {
   ClickInstalled("installedaddons", "Remove");
-  EXPECT_THAT(commands_.calls, ElementsAre("RemoveAddon Uninstall|Addon"));
+  EXPECT_THAT(commands_.calls, ElementsAre("Remove addon Notes"));
 }
 
-TEST_F(ButtonClicks, RemoveOfATransportHasAnEmptyKind) {
+TEST_F(ButtonClicks, RemoveOfATransportUninstallsIt) {
   ClickInstalled("installedtransports", "Remove");
-  EXPECT_THAT(commands_.calls, ElementsAre("RemoveAddon UninstallTransport|"));
+  EXPECT_THAT(commands_.calls, ElementsAre("Remove transport Notes"));
 }
 
 TEST_F(ButtonClicks, RemoveOfAChannelUninstallsIt) {
   ClickInstalled("installedchannels", "Remove");
-  EXPECT_THAT(commands_.calls, ElementsAre("RemoveAddon UninstallChannel|Channel"));
+  EXPECT_THAT(commands_.calls, ElementsAre("Remove channel Notes"));
 }
 
 TEST_F(ButtonClicks, TheLetterCaseOfUpdateDoesNotCount) {
   ClickInstalled("installedaddons", "UPDATE");
   ClickInstalled("installedchannels", "uPDATe");
-  EXPECT_THAT(commands_.calls, ElementsAre("UpdateInstalledAddon", "UpdateInstalledChannel"));
+  EXPECT_THAT(commands_.calls, ElementsAre("Update addon Notes", "Update channel Notes"));
 }
 
 TEST_F(ButtonClicks, EveryOtherValueOfAnInstalledRowRemoves) {
   for (const char* value : {"Install", "Update ", "", "Updates"}) {
     ClickInstalled("installedaddons", value);
   }
-  EXPECT_THAT(commands_.calls,
-              ElementsAre("RemoveAddon Uninstall|Addon", "RemoveAddon Uninstall|Addon",
-                          "RemoveAddon Uninstall|Addon", "RemoveAddon Uninstall|Addon"));
+  EXPECT_THAT(commands_.calls, ElementsAre("Remove addon Notes", "Remove addon Notes",
+                                           "Remove addon Notes", "Remove addon Notes"));
 }
 
 TEST_F(ButtonClicks, TheTwoButtonsOfARowDifferByTheirValueOnly) {
@@ -91,7 +91,7 @@ TEST_F(ButtonClicks, TheTwoButtonsOfARowDifferByTheirValueOnly) {
   rows_.fillDivWithUpdates("installedaddons", "Notes", "1", "", 1, false, false);
   document_->Click(Button("installedaddons", 1, 1));
   document_->Click(Button("installedaddons", 1, 0));
-  EXPECT_THAT(commands_.calls, ElementsAre("UpdateInstalledAddon", "RemoveAddon Uninstall|Addon"));
+  EXPECT_THAT(commands_.calls, ElementsAre("Update addon Notes", "Remove addon Notes"));
 }
 
 TEST_F(ButtonClicks, AButtonOfAnInstalledRowLeavesButtonsAndCurrentRow) {
@@ -100,6 +100,11 @@ TEST_F(ButtonClicks, AButtonOfAnInstalledRowLeavesButtonsAndCurrentRow) {
   EXPECT_FALSE(state_.download_in_progress);
   EXPECT_EQ(state_.current_row_id, "9");
   EXPECT_FALSE(Button("installedaddons", 1)->Disabled());
+}
+
+std::string KindIn(const std::string& container) {
+  constexpr std::size_t kPrefix = std::string_view("updated").size();
+  return container.substr(kPrefix, container.size() - kPrefix - 1);
 }
 
 class InstallClicks : public ButtonClicks, public ::testing::WithParamInterface<const char*> {
@@ -113,7 +118,7 @@ class InstallClicks : public ButtonClicks, public ::testing::WithParamInterface<
 
 TEST_P(InstallClicks, InstallSwitchesTheButtonsOffAndThenInstallsTheRowsComponent) {
   document_->Click(Button(GetParam(), 2));
-  EXPECT_THAT(commands_.calls, ElementsAre(std::string("InstallNewAddons ") + GetParam() + "|Polls",
+  EXPECT_THAT(commands_.calls, ElementsAre(std::string("Install ") + KindIn(GetParam()) + " Polls",
                                            "buttons off", "row 12"));
   EXPECT_TRUE(Button(GetParam(), 1)->Disabled());
   EXPECT_TRUE(Button(GetParam(), 2)->Disabled());
@@ -160,22 +165,20 @@ class NewRow : public ButtonClicks {
 };
 
 TEST_F(NewRow, TheNameEndsAtTheFirstVersion) {
-  EXPECT_EQ(InstalledName("Notes Version Two"), "InstallNewAddons updatedaddons|Notes ");
-  EXPECT_EQ(InstalledName("Version"), "InstallNewAddons updatedaddons|");
-  EXPECT_EQ(InstalledName("Subversion"), "InstallNewAddons updatedaddons|Subversion");
+  EXPECT_EQ(InstalledName("Notes Version Two"), "Install addon Notes ");
+  EXPECT_EQ(InstalledName("Version"), "Install addon ");
+  EXPECT_EQ(InstalledName("Subversion"), "Install addon Subversion");
 }
 
 TEST_F(NewRow, TheNameIsTextAndNotMarkup) {
-  EXPECT_EQ(InstalledName("<b>Notes</b> &amp; more"),
-            "InstallNewAddons updatedaddons|Notes & more");
+  EXPECT_EQ(InstalledName("<b>Notes</b> &amp; more"), "Install addon Notes & more");
 }
 
 TEST_F(NewRow, TheButtonsValueDoesNotCount) {
   rows_.FillDivHeader("updatedaddons", "tabencloser", "Heading");
   rows_.fillDivWithUpdates("updatedaddons", "Notes", "1.0", "", 1, false, false);
   document_->Click(Button("updatedaddons", 1, 1));
-  EXPECT_THAT(commands_.calls,
-              ElementsAre("InstallNewAddons updatedaddons|Notes", "buttons off", "row 1"));
+  EXPECT_THAT(commands_.calls, ElementsAre("Install addon Notes", "buttons off", "row 1"));
 }
 
 TEST_F(NewRow, APanelWithoutANumberIsLoggedAndTheClickIsDropped) {
@@ -186,6 +189,17 @@ TEST_F(NewRow, APanelWithoutANumberIsLoggedAndTheClickIsDropped) {
   document_->Click(At("press"));
   ASSERT_EQ(log_.entries.size(), 1U);
   EXPECT_EQ(log_.entries.front().procedure, "Kitbay::doc_onclick");
+  EXPECT_THAT(commands_.calls, IsEmpty());
+  EXPECT_FALSE(state_.download_in_progress);
+}
+
+TEST_F(NewRow, ANameLineWithoutAVersionIsLoggedAndNoButtonIsSwitchedOff) {
+  rows_.FillDivHeader("updatedaddons", "tabencloser", "Heading");
+  rows_.showUpdates("updatedaddons", "Notes", "1.0", "", 1);
+  NameLineOf(At("updatedaddons")->Child(1))->SetInnerText("Notes");
+  document_->Click(Button("updatedaddons", 1));
+  EXPECT_THAT(log_.entries, ElementsAre(fakes::Entry("Kitbay::doc_onclick", 5,
+                                                     "Invalid procedure call or argument")));
   EXPECT_THAT(commands_.calls, IsEmpty());
   EXPECT_FALSE(state_.download_in_progress);
 }

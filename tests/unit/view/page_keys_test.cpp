@@ -134,7 +134,7 @@ TEST_F(PageKeysTest, EnterOnAButtonIsTheEnginesOwn) {
   Press(kEnter);
   document_->PressTab();
   EXPECT_TRUE(Press(kEnter));
-  EXPECT_THAT(commands_.calls, ElementsAre("RemoveAddon Uninstall|Addon"));
+  EXPECT_THAT(commands_.calls, ElementsAre("Remove addon Polls"));
 }
 
 TEST_F(PageKeysTest, OtherKeysAndThoseWithControlAreLeftToThePage) {

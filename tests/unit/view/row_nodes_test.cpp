@@ -50,20 +50,9 @@ TEST_F(RowNodes, LeadFromAButtonToItsRow) {
   EXPECT_FALSE(RowOfButton(nullptr));
 }
 
-TEST_F(RowNodes, GiveTheNameAsItIsReadAndAsItIsWritten) {
-  EXPECT_EQ(ShownName(Row()), "My Notes");
+TEST_F(RowNodes, GiveTheNameAsItIsWritten) {
   EXPECT_EQ(NameMarkup(Row()), "My <b>Notes</b>");
   EXPECT_EQ(NameMarkup(nullptr), "");
-}
-
-TEST_F(RowNodes, ANameLineWithoutAVersionIsNoName) {
-  NameLineOf(Row())->SetInnerText("My Notes");
-  try {
-    ShownName(Row());
-    FAIL() << "a name was read";
-  } catch (const base::Failure& failure) {
-    EXPECT_EQ(failure.number(), 5);
-  }
 }
 
 }  // namespace

@@ -115,9 +115,7 @@ class RealSelfRegistration : public testing::Test {
   }
 
   std::int32_t Register(const std::string& path, bool register_it = true) {
-    std::int32_t result = -1;
-    registration_.DLLRegisterService(path, register_it, result);
-    return result;
+    return registration_.DLLRegisterService(path, register_it);
   }
 
   /// Whether nothing can be loaded at the address of the library that was loaded last.
@@ -262,9 +260,7 @@ TEST_F(RealSelfRegistration, ListIsRegisteredToItsEndWhateverHappens) {
   Copy("OvlMute");
   Copy("OvlCrashing");
   session_.libraries = {"missing.dll", "OvlMute.dll", "OvlCrashing.dll", "last.dll"};
-  bool succeeded = false;
-  registration_.funcRegisterDll(folder_.path(), succeeded);
-  EXPECT_TRUE(succeeded);
+  EXPECT_TRUE(registration_.funcRegisterDll(folder_.path()));
   EXPECT_EQ(RegisteredLibrary(), folder_.path() + "\\last.dll");
   EXPECT_THAT(Logged(), ElementsAre("126 Kitbay::Loading of library failed"));
 }
