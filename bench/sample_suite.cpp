@@ -129,12 +129,12 @@ void StrictLog::LogError(const std::string& /*time_text*/, const std::string& pr
   End(procedure + ": " + description);
 }
 
-void CountedRows::fillDiv(const std::string& /*container*/, const std::string& name,
-                          const std::string& version, const std::string& description,
-                          std::int16_t row, bool is_core) {
+void CountedRows::fillDiv(ComponentKind /*kind*/, const catalog::ComponentRow& row, bool is_core) {
   ++rows_;
-  markup_bytes_ += view::RowStartTag(row).size() + view::NameLine(name, row, version).size() +
-                   view::InstalledPanel(view::DescriptionOpening(description, row), is_core).size();
+  markup_bytes_ +=
+      view::RowStartTag(row.number).size() +
+      view::NameLine(row.name, row.number, row.version).size() +
+      view::InstalledPanel(view::DescriptionOpening(row.description, row.number), is_core).size();
 }
 
 SampleSuite::SampleSuite(ComponentKind kind, std::size_t entries)

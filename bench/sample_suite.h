@@ -88,23 +88,15 @@ class CountedRows : public catalog::RowWriter {
   std::size_t rows() const { return rows_; }
   std::size_t markup_bytes() const { return markup_bytes_; }
 
-  void AddImageTab(const std::string& /*holder*/, const std::string& /*markup*/) override {}
-  void ShowTab(const std::string& /*tab_bar*/, const std::string& /*tab*/,
-               bool /*shown*/) override {}
-  void FillDivHeader(const std::string& /*container*/, const std::string& /*tab_bar*/,
-                     const std::string& /*title*/) override {}
-  void FillEmptyDivHeader(const std::string& /*container*/,
-                          const std::string& /*markup*/) override {}
-  void FillDivStatus(const std::string& /*container*/, const std::string& /*message*/) override {}
-  void fillDiv(const std::string& container, const std::string& name, const std::string& version,
-               const std::string& description, std::int16_t row, bool is_core) override;
-  void fillDivWithUpdates(const std::string& /*container*/, const std::string& /*name*/,
-                          const std::string& /*version*/, const std::string& /*description*/,
-                          std::int16_t /*row*/, bool /*is_core*/, bool /*not_installed*/) override {
-  }
-  void showUpdates(const std::string& /*container*/, const std::string& /*name*/,
-                   const std::string& /*version*/, const std::string& /*description*/,
-                   std::int16_t /*row*/) override {}
+  void AddImageTab(catalog::Category /*category*/) override {}
+  void ShowTab(base::ComponentKind /*kind*/, bool /*shown*/) override {}
+  void FillDivHeader(catalog::Category /*category*/, base::ComponentKind /*kind*/) override {}
+  void FillEmptyDivHeader(base::ComponentKind /*kind*/) override {}
+  void FillDivStatus(base::ComponentKind /*kind*/, bool /*is_local*/) override {}
+  void fillDiv(base::ComponentKind kind, const catalog::ComponentRow& row, bool is_core) override;
+  void fillDivWithUpdates(base::ComponentKind /*kind*/, const catalog::ComponentRow& /*row*/,
+                          bool /*is_core*/) override {}
+  void showUpdates(base::ComponentKind /*kind*/, const catalog::ComponentRow& /*row*/) override {}
 
  private:
   std::size_t rows_ = 0;
@@ -116,19 +108,15 @@ class PlainRows : public CountedRows {
  public:
   std::size_t count() const { return count_; }
 
-  void fillDiv(const std::string& /*container*/, const std::string& /*name*/,
-               const std::string& /*version*/, const std::string& /*description*/,
-               std::int16_t /*row*/, bool /*is_core*/) override {
+  void fillDiv(base::ComponentKind /*kind*/, const catalog::ComponentRow& /*row*/,
+               bool /*is_core*/) override {
     ++count_;
   }
-  void fillDivWithUpdates(const std::string& /*container*/, const std::string& /*name*/,
-                          const std::string& /*version*/, const std::string& /*description*/,
-                          std::int16_t /*row*/, bool /*is_core*/, bool /*not_installed*/) override {
+  void fillDivWithUpdates(base::ComponentKind /*kind*/, const catalog::ComponentRow& /*row*/,
+                          bool /*is_core*/) override {
     ++count_;
   }
-  void showUpdates(const std::string& /*container*/, const std::string& /*name*/,
-                   const std::string& /*version*/, const std::string& /*description*/,
-                   std::int16_t /*row*/) override {
+  void showUpdates(base::ComponentKind /*kind*/, const catalog::ComponentRow& /*row*/) override {
     ++count_;
   }
 

@@ -4,8 +4,7 @@
 
 #include "base/failure.h"
 #include "base/guarded.h"
-#include "catalog/installed_tables.h"
-#include "catalog/manifest_tables.h"
+#include "catalog/kind_tables.h"
 #include "catalog/registry_files.h"
 #include "catalog/version_rule.h"
 #include "catalog/xml_file.h"
@@ -97,19 +96,18 @@ void AvailableUpdates::AddCustomInfo(const Entries& installed, const std::string
 void AvailableUpdates::CheckEntries(ComponentKind kind, const Entries& installed,
                                     const std::string& manifest, const VersionOf& version_of,
                                     RowNumber& row) {
-  const ManifestTable& offers = kManifestTables[kind];
+  const KindTable& table = kKindTables[kind];
   const CatalogFiles::Refresh refresh(files_);
   const XmlDocument* document = files_.TryManifest(manifest);
-  if (document == nullptr || !document->select_node(offers.manifest_list) || installed.empty()) {
+  if (document == nullptr || !document->select_node(table.manifest_list) || installed.empty()) {
     return;
   }
   shown_.is_answered = true;
   // The channels' heading is above the rows of all sources; the caller has written it.
   if (kind != ComponentKind::kChannel) {
-    const InstalledTable& table = kInstalledTables[kind];
-    rows_.FillDivHeader(table.container, kInstalledBar, table.heading);
+    rows_.FillDivHeader(Category::kInstalled, kind);
   }
-  const Offers offered(Entries(*document, offers.entries));
+  const Offers offered(Entries(*document, table.offers));
   for (const pugi::xml_node& entry : installed) {
     const std::string id = AttributeText(entry, "id");
     const std::string version = version_of(entry, id);
@@ -125,11 +123,11 @@ void AvailableUpdates::AddRow(ComponentKind kind, const pugi::xml_node& entry,
   const std::string description = ChildText(entry, "description");
   shown_.ids.push_back(id);
   const bool is_core = IsCore(ChildText(entry, "core"));
-  const char* container = kInstalledTables[kind].container;
+  const ComponentRow shown{name, version, description, row.Next()};
   if (has_update) {
-    rows_.fillDivWithUpdates(container, name, version, description, row.Next(), is_core, false);
+    rows_.fillDivWithUpdates(kind, shown, is_core);
   } else {
-    rows_.fillDiv(container, name, version, description, row.Next(), is_core);
+    rows_.fillDiv(kind, shown, is_core);
   }
 }
 

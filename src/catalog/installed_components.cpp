@@ -8,11 +8,12 @@
 
 namespace kitbay::catalog {
 
+using base::ComponentKind;
 using base::guarded;
 
 void InstalledComponents::InitialInstalledAddons() {
   guarded(log_, "Kitbay::InitialInstalledAddons", [&] {
-    ListLocalEntries(kInstalledTables.addon, [&](const pugi::xml_node& entry) {
+    ListLocalEntries(ComponentKind::kAddon, [&](const pugi::xml_node& entry) {
       return versions_.OfAddon(AttributeText(entry, "id"), ChildText(entry, "filename"));
     });
   });
@@ -20,48 +21,49 @@ void InstalledComponents::InitialInstalledAddons() {
 
 void InstalledComponents::InitialInstalledTransports() {
   guarded(log_, "Kitbay::InitialInstalledTransports", [&] {
-    ListLocalEntries(kInstalledTables.transport, [&](const pugi::xml_node& entry) {
+    ListLocalEntries(ComponentKind::kTransport, [&](const pugi::xml_node& entry) {
       return versions_.OfTransport(ChildText(entry, "filename"));
     });
   });
 }
 
 template <typename VersionOf>
-void InstalledComponents::ListLocalEntries(const InstalledTable& table, VersionOf version_of) {
+void InstalledComponents::ListLocalEntries(ComponentKind kind, VersionOf version_of) {
+  const KindTable& table = kKindTables[kind];
   const CatalogFiles::Refresh refresh(files_);
   const XmlDocument& datastore = files_.Datastore();
   if (!datastore.select_node(table.registry_list)) {
-    rows_.FillDivStatus(table.container, table.nothing_local);
+    rows_.FillDivStatus(kind, true);
     return;
   }
-  const Entries entries(datastore, table.entries);
+  const Entries entries(datastore, table.registered);
   if (entries.empty()) {
     return;
   }
-  rows_.FillDivHeader(table.container, kInstalledBar, table.heading);
+  rows_.FillDivHeader(Category::kInstalled, kind);
   RowNumber row;
   for (const pugi::xml_node& entry : entries) {
     const std::string version = version_of(entry);
     const std::string name = AttributeText(entry, "name");
     const std::string description = ChildText(entry, "description");
     const bool is_core = IsCore(ChildText(entry, "core"));
-    rows_.fillDiv(table.container, name, version, description, row.Next(), is_core);
+    rows_.fillDiv(kind, {name, version, description, row.Next()}, is_core);
   }
 }
 
 void InstalledComponents::InitialInstalledChannels() {
   guarded(log_, "Kitbay::InitialInstalledChannels", [&] {
-    const InstalledTable& table = kInstalledTables.channel;
-    rows_.AddImageTab(kInstalledBarHolder, kInstalledBarMarkup);
+    rows_.AddImageTab(Category::kInstalled);
     const CatalogFiles::Refresh refresh(files_);
     const XmlDocument* custom = files_.TryCustomRegistry();
     const XmlDocument& datastore = files_.Datastore();
-    rows_.FillDivHeader(table.container, kInstalledBar, table.heading);
+    rows_.FillDivHeader(Category::kInstalled, ComponentKind::kChannel);
     std::unordered_set<std::string> shown;
     RowNumber row;
-    const pugi::xpath_node_set channels = SelectNodes(datastore, "root/channels/channel");
+    const pugi::xpath_node_set channels = SelectNodes(datastore, kKindTables.channel.installed);
     const pugi::xpath_node_set custom_channels =
-        custom == nullptr ? pugi::xpath_node_set() : SelectNodes(*custom, table.custom_entries);
+        custom == nullptr ? pugi::xpath_node_set()
+                          : SelectNodes(*custom, kKindTables.channel.custom_entries);
     shown.reserve(channels.size() + custom_channels.size());
     AddChannelList(channels, shown, row);
     AddChannelListDirect(custom_channels, shown, row);
@@ -93,8 +95,7 @@ void InstalledComponents::AddChannelRow(const pugi::xml_node& channel, RowNumber
   const std::string version = AttributeText(channel, "version");
   const std::string description = ChildText(channel, "description");
   const bool is_core = IsCore(ChildText(channel, "core"));
-  rows_.fillDiv(kInstalledTables.channel.container, name, version, description, row.Next(),
-                is_core);
+  rows_.fillDiv(ComponentKind::kChannel, {name, version, description, row.Next()}, is_core);
 }
 
 }  // namespace kitbay::catalog

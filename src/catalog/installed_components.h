@@ -7,7 +7,7 @@
 #include "base/error_log.h"
 #include "catalog/catalog_files.h"
 #include "catalog/file_version.h"
-#include "catalog/installed_tables.h"
+#include "catalog/kind_tables.h"
 #include "catalog/row_number.h"
 #include "catalog/row_writer.h"
 
@@ -31,7 +31,7 @@ class InstalledComponents {
 
  private:
   template <typename VersionOf>
-  void ListLocalEntries(const InstalledTable& table, VersionOf version_of);
+  void ListLocalEntries(base::ComponentKind kind, VersionOf version_of);
 
   void AddChannelList(const pugi::xpath_node_set& channels, std::unordered_set<std::string>& shown,
                       RowNumber& row);

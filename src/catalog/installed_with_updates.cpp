@@ -10,19 +10,20 @@
 
 namespace kitbay::catalog {
 
+using base::ComponentKind;
 using base::guarded;
 
 bool InstalledWithUpdates::InstalledAddons() {
   bool is_listed = true;
   guarded(log_, "Kitbay::InstalledAddons",
-          [&] { is_listed = ListEntries(kInstalledTables.addon, &UpdateCheck::AddAddonInfo); });
+          [&] { is_listed = ListEntries(ComponentKind::kAddon, &UpdateCheck::AddAddonInfo); });
   return is_listed;
 }
 
 bool InstalledWithUpdates::InstalledTransports() {
   bool is_listed = true;
   guarded(log_, "Kitbay::InstalledTransports", [&] {
-    is_listed = ListEntries(kInstalledTables.transport, &UpdateCheck::AddTransportInfo);
+    is_listed = ListEntries(ComponentKind::kTransport, &UpdateCheck::AddTransportInfo);
   });
   return is_listed;
 }
@@ -33,7 +34,8 @@ bool InstalledWithUpdates::InstalledChannels() {
   return is_listed;
 }
 
-bool InstalledWithUpdates::ListEntries(const InstalledTable& table, CheckOfOneSource check) {
+bool InstalledWithUpdates::ListEntries(ComponentKind kind, CheckOfOneSource check) {
+  const KindTable& table = kKindTables[kind];
   const CatalogFiles::Refresh refresh(files_);
   const int custom_entries = GetCustomAddonLength(
       settings_.CustomDataFolder + "\\CustomRegistry.xml", table.custom_entries);
@@ -43,10 +45,10 @@ bool InstalledWithUpdates::ListEntries(const InstalledTable& table, CheckOfOneSo
   }
   shown_.ids.clear();
   if (!datastore->select_node(table.registry_list)) {
-    rows_.FillDivStatus(table.container, table.nothing);
+    rows_.FillDivStatus(kind, false);
     return true;
   }
-  const Entries entries(*datastore, table.entries);
+  const Entries entries(*datastore, table.registered);
   shown_.is_answered = false;
   if (!entries.empty() || custom_entries > 0) {
     RowNumber row;
@@ -56,7 +58,7 @@ bool InstalledWithUpdates::ListEntries(const InstalledTable& table, CheckOfOneSo
 }
 
 bool InstalledWithUpdates::ListChannels() {
-  const InstalledTable& table = kInstalledTables.channel;
+  const KindTable& table = kKindTables.channel;
   const CatalogFiles::Refresh refresh(files_);
   const int custom_entries = GetCustomAddonLength(
       settings_.CustomDataFolder + "\\CustomRegistry.xml", table.custom_entries);
@@ -68,11 +70,11 @@ bool InstalledWithUpdates::ListChannels() {
   shown_.is_answered = false;
   RowNumber row;
   const bool has_list = static_cast<bool>(datastore->select_node(table.registry_list));
-  const Entries channels(*datastore, table.entries);
+  const Entries channels(*datastore, table.registered);
   if (has_list) {
     ListDatastoreChannels(channels, row);
   } else {
-    rows_.FillDivStatus(table.container, table.nothing);
+    rows_.FillDivStatus(ComponentKind::kChannel, false);
   }
   const XmlDocument* custom = files_.TryCustomRegistry();
   if (custom_entries > 0 && custom != nullptr) {
@@ -88,8 +90,7 @@ bool InstalledWithUpdates::ListChannels() {
 }
 
 void InstalledWithUpdates::ListDatastoreChannels(const Entries& channels, RowNumber& row) {
-  const InstalledTable& table = kInstalledTables.channel;
-  rows_.FillDivHeader(table.container, kInstalledBar, table.heading);
+  rows_.FillDivHeader(Category::kInstalled, ComponentKind::kChannel);
   CheckAllSources(&UpdateCheck::AddInfo, channels, row);
 }
 
@@ -111,8 +112,7 @@ void InstalledWithUpdates::ListCustomChannels(const Entries& channels, RowNumber
         const std::string description = ChildText(channel, "description");
         const pugi::xml_node core = channel.child("core");
         const bool is_core = core && IsCore(ElementText(core));
-        rows_.fillDiv(kInstalledTables.channel.container, name, version, description, row.Next(),
-                      is_core);
+        rows_.fillDiv(ComponentKind::kChannel, {name, version, description, row.Next()}, is_core);
       }
     }
   });

@@ -10,7 +10,7 @@
 #include "catalog/catalog_files.h"
 #include "catalog/entries.h"
 #include "catalog/installed_rows.h"
-#include "catalog/installed_tables.h"
+#include "catalog/kind_tables.h"
 #include "catalog/row_number.h"
 #include "catalog/row_writer.h"
 #include "catalog/update_source_list.h"
@@ -61,7 +61,7 @@ class InstalledWithUpdates {
  private:
   using CheckOfOneSource = void (UpdateCheck::*)(const Entries&, const std::string&, RowNumber&);
 
-  bool ListEntries(const InstalledTable& table, CheckOfOneSource check);
+  bool ListEntries(base::ComponentKind kind, CheckOfOneSource check);
 
   bool ListChannels();
   void ListDatastoreChannels(const Entries& channels, RowNumber& row);

@@ -6,7 +6,7 @@
 #include "base/guarded.h"
 #include "base/text.h"
 #include "catalog/entries.h"
-#include "catalog/manifest_tables.h"
+#include "catalog/kind_tables.h"
 #include "catalog/xml_file.h"
 
 namespace kitbay::catalog {
@@ -26,7 +26,7 @@ void AddIds(const pugi::xml_document& document, const char* path,
 
 void NewComponentListing::funcShowUpdates() {
   guarded(log_, " Kitbay::funcShowUpdates", [&] {
-    rows_.AddImageTab(kUpdatesBarHolder, kUpdatesBarMarkup);
+    rows_.AddImageTab(Category::kNew);
     ListNew(ComponentKind::kAddon, "Kitbay::UpdatesAddonInfo");
   });
 }
@@ -43,10 +43,9 @@ void NewComponentListing::funcShowChannels() {
 
 void NewComponentListing::ListNew(ComponentKind kind, const char* source_procedure) {
   const CatalogFiles::Refresh refresh(files_);
-  const ManifestTable& table = kManifestTables[kind];
   found_[kind].clear();
   const Ids installed = InstalledIds(kind);
-  rows_.FillDivHeader(table.container, kUpdatesBar, table.heading);
+  rows_.FillDivHeader(Category::kNew, kind);
   RowNumber row;
   for (const std::string& source : sources_.UpdateSources) {
     guarded(log_, source_procedure,
@@ -54,13 +53,13 @@ void NewComponentListing::ListNew(ComponentKind kind, const char* source_procedu
   }
   const bool is_empty = row.Last() == 0;
   if (is_empty) {
-    rows_.FillEmptyDivHeader(table.container, table.nothing);
+    rows_.FillEmptyDivHeader(kind);
   }
-  rows_.ShowTab(kUpdatesBar, table.tab, !is_empty);
+  rows_.ShowTab(kind, !is_empty);
 }
 
 NewComponentListing::Ids NewComponentListing::InstalledIds(ComponentKind kind) {
-  const char* path = kManifestTables[kind].installed;
+  const char* path = kKindTables[kind].installed;
   Ids ids;
   for (const XmlDocument* document : {files_.TryCustomRegistry(), files_.TryDatastore()}) {
     if (document != nullptr) {
@@ -72,12 +71,11 @@ NewComponentListing::Ids NewComponentListing::InstalledIds(ComponentKind kind) {
 
 void NewComponentListing::ListOffers(ComponentKind kind, const std::string& manifest_name,
                                      const Ids& installed, RowNumber& row) {
-  const ManifestTable& table = kManifestTables[kind];
   const XmlDocument* manifest = files_.TryManifest(manifest_name);
   if (manifest == nullptr) {
     return;
   }
-  for (const pugi::xml_node& entry : Entries(*manifest, table.entries)) {
+  for (const pugi::xml_node& entry : Entries(*manifest, kKindTables[kind].offers)) {
     if (installed.contains(base::ToLower(FirstAttributeText(entry)))) {
       continue;
     }
@@ -88,7 +86,7 @@ void NewComponentListing::ListOffers(ComponentKind kind, const std::string& mani
     const std::string version = ChildText(entry, "version");
     const std::string description = ChildText(entry, "description");
     // Last, so that an offer with a missing text uses no number.
-    rows_.showUpdates(table.container, component.name, version, description, row.Next());
+    rows_.showUpdates(kind, {component.name, version, description, row.Next()});
     found_[kind].push_back(std::move(component));
   }
 }

@@ -3,45 +3,53 @@
 #include <cstdint>
 #include <string>
 
+#include "base/component_kind.h"
+
 namespace kitbay::catalog {
 
-/// Writes component rows, headings and status lines into the containers of the page. Nothing
-/// throws: a failure is logged and the row or line stays incomplete.
+/// What is installed, and what can be installed; each has one list for each kind.
+enum class Category { kInstalled, kNew };
+
+/// A component as its row shows it.
+struct ComponentRow {
+  std::string name;
+  std::string version;
+  std::string description;
+  std::int16_t number;  ///< counts the rows of a list, from 1
+};
+
+/// Shows lists of components. Nothing throws: a failure is logged, and the row or line stays
+/// incomplete.
 class RowWriter {
  public:
   virtual ~RowWriter() = default;
 
-  /// Writes a tab bar into its holder, unless the holder already has content.
-  virtual void AddImageTab(const std::string& holder, const std::string& markup) = 0;
+  /// Adds the category's tabs unless they are there already.
+  virtual void AddImageTab(Category category) = 0;
 
-  /// Shows the image of `tab` in a tab bar, or hides it.
-  virtual void ShowTab(const std::string& tab_bar, const std::string& tab, bool shown) = 0;
+  /// Shows the tab of the kind's new components, or hides it.
+  virtual void ShowTab(base::ComponentKind kind, bool shown) = 0;
 
-  /// Fits the container under the tab bar, empties it and writes `title`.
-  virtual void FillDivHeader(const std::string& container, const std::string& tab_bar,
-                             const std::string& title) = 0;
+  /// Empties the list and writes its heading.
+  virtual void FillDivHeader(Category category, base::ComponentKind kind) = 0;
 
-  /// Replaces the container's content with `markup`.
-  virtual void FillEmptyDivHeader(const std::string& container, const std::string& markup) = 0;
+  /// Says in place of the new components that there are none.
+  virtual void FillEmptyDivHeader(base::ComponentKind kind) = 0;
 
-  /// Replaces the container's content with a status line.
-  virtual void FillDivStatus(const std::string& container, const std::string& message) = 0;
+  /// Says in place of the installed components that there are none: of the local files
+  /// (`is_local`), or of the list with update status.
+  virtual void FillDivStatus(base::ComponentKind kind, bool is_local) = 0;
 
-  /// Adds the row of an installed component, with a Remove button unless it is a core component.
-  virtual void fillDiv(const std::string& container, const std::string& name,
-                       const std::string& version, const std::string& description, std::int16_t row,
-                       bool is_core) = 0;
+  /// Adds an installed component, with a Remove button unless it is a core component.
+  virtual void fillDiv(base::ComponentKind kind, const ComponentRow& row, bool is_core) = 0;
 
-  /// Adds a row with an Install button if `not_installed`, with an Update button if `is_core`, and
-  /// with a Remove and an Update button otherwise.
-  virtual void fillDivWithUpdates(const std::string& container, const std::string& name,
-                                  const std::string& version, const std::string& description,
-                                  std::int16_t row, bool is_core, bool not_installed) = 0;
+  /// Adds an installed component that has an update, with an Update button, and with a Remove
+  /// button as well unless it is a core component.
+  virtual void fillDivWithUpdates(base::ComponentKind kind, const ComponentRow& row,
+                                  bool is_core) = 0;
 
-  /// Adds the row of a component that can be installed.
-  virtual void showUpdates(const std::string& container, const std::string& name,
-                           const std::string& version, const std::string& description,
-                           std::int16_t row) = 0;
+  /// Adds a component that can be installed.
+  virtual void showUpdates(base::ComponentKind kind, const ComponentRow& row) = 0;
 };
 
 }  // namespace kitbay::catalog

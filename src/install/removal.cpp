@@ -5,7 +5,7 @@
 #include "base/failure.h"
 #include "base/guarded.h"
 #include "base/text.h"
-#include "catalog/installed_tables.h"
+#include "catalog/kind_tables.h"
 #include "catalog/registry_files.h"
 #include "catalog/xml_change.h"
 #include "catalog/xml_file.h"
@@ -30,7 +30,7 @@ bool IsCustomRegistry(const std::string& path) {
 // The first entry of `kind` with that name, in lower case; empty if there is none.
 pugi::xml_node FindEntry(const pugi::xml_document& document, ComponentKind kind,
                          const std::string& lower_name) {
-  const std::string children = std::string(catalog::kInstalledTables[kind].registry_list) + "/*";
+  const std::string children = std::string(catalog::kKindTables[kind].registry_list) + "/*";
   for (const pugi::xpath_node& selected : catalog::SelectNodes(document, children.c_str())) {
     if (ToLower(catalog::AttributeText(selected.node(), "name")) == lower_name) {
       return selected.node();

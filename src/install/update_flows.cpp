@@ -7,7 +7,7 @@
 #include "base/file_name.h"
 #include "base/guarded.h"
 #include "base/text.h"
-#include "catalog/manifest_tables.h"
+#include "catalog/kind_tables.h"
 #include "catalog/xml_file.h"
 #include "update/source_address.h"
 #include "view/row_focus.h"
@@ -140,7 +140,7 @@ std::optional<UpdateFlows::Offer> UpdateFlows::ReadOffer(ComponentKind kind) {
   }
   const std::string name = base::ToLower(parts_.session.component_name);
   for (const pugi::xpath_node& selected :
-       catalog::SelectNodes(*manifest, catalog::kManifestTables[kind].entries)) {
+       catalog::SelectNodes(*manifest, catalog::kKindTables[kind].offers)) {
     const pugi::xml_node entry = selected.node();
     const std::string id = catalog::AttributeText(entry, "id");
     if (!id.empty() && base::ToLower(id) == name) {

@@ -9,8 +9,8 @@
 #include "base/file_name.h"
 #include "base/text.h"
 #include "catalog/entries.h"
+#include "catalog/kind_tables.h"
 #include "catalog/manifest_file.h"
-#include "catalog/manifest_tables.h"
 #include "catalog/registry_files.h"
 #include "catalog/version_rule.h"
 #include "catalog/xml_file.h"
@@ -189,7 +189,7 @@ std::vector<ManifestEntry> EntriesOf(const ManifestText& manifest) {
   std::vector<ManifestEntry> entries;
   for (const ComponentKind kind : base::kComponentKinds) {
     for (const pugi::xml_node& node :
-         catalog::Entries(manifest.document, catalog::kManifestTables[kind].entries)) {
+         catalog::Entries(manifest.document, catalog::kKindTables[kind].offers)) {
       entries.push_back({.kind = kind, .node = node});
     }
   }

@@ -15,6 +15,7 @@
 #include "catalog/new_component_listing.h"
 #include "catalog/registry_files.h"
 #include "source_tool/finding.h"
+#include "view/page_ids.h"
 
 namespace kitbay::source_tool {
 namespace {
@@ -29,31 +30,27 @@ struct Row {
 /// Keeps the rows instead of writing them into a page.
 class KeptRows : public catalog::RowWriter {
  public:
-  void AddImageTab(const std::string& /*holder*/, const std::string& /*markup*/) override {}
-  void ShowTab(const std::string& /*bar*/, const std::string& /*tab*/, bool /*shown*/) override {}
-  void FillDivHeader(const std::string& container, const std::string& /*bar*/,
-                     const std::string& /*title*/) override {
-    std::erase_if(rows, [&](const Row& row) { return row.list == container; });
+  void AddImageTab(catalog::Category /*category*/) override {}
+  void ShowTab(base::ComponentKind /*kind*/, bool /*shown*/) override {}
+  void FillDivHeader(catalog::Category category, base::ComponentKind kind) override {
+    const std::string list = category == catalog::Category::kInstalled
+                                 ? view::kInstalledContainers[kind]
+                                 : view::kUpdatedContainers[kind];
+    std::erase_if(rows, [&](const Row& row) { return row.list == list; });
   }
-  void FillEmptyDivHeader(const std::string& /*container*/,
-                          const std::string& /*markup*/) override {}
-  void FillDivStatus(const std::string& /*container*/, const std::string& /*message*/) override {}
-  void fillDiv(const std::string& container, const std::string& name, const std::string& version,
-               const std::string& /*description*/, std::int16_t /*row*/, bool is_core) override {
-    rows.push_back({container, name, version, is_core ? "" : "Remove"});
+  void FillEmptyDivHeader(base::ComponentKind /*kind*/) override {}
+  void FillDivStatus(base::ComponentKind /*kind*/, bool /*is_local*/) override {}
+  void fillDiv(base::ComponentKind kind, const catalog::ComponentRow& row, bool is_core) override {
+    rows.push_back(
+        {view::kInstalledContainers[kind], row.name, row.version, is_core ? "" : "Remove"});
   }
-  void fillDivWithUpdates(const std::string& container, const std::string& name,
-                          const std::string& version, const std::string& /*description*/,
-                          std::int16_t /*row*/, bool is_core, bool not_installed) override {
-    rows.push_back({container, name, version,
-                    not_installed ? "Install"
-                    : is_core     ? "Update"
-                                  : "Remove, Update"});
+  void fillDivWithUpdates(base::ComponentKind kind, const catalog::ComponentRow& row,
+                          bool is_core) override {
+    rows.push_back({view::kInstalledContainers[kind], row.name, row.version,
+                    is_core ? "Update" : "Remove, Update"});
   }
-  void showUpdates(const std::string& container, const std::string& name,
-                   const std::string& version, const std::string& /*description*/,
-                   std::int16_t /*row*/) override {
-    rows.push_back({container, name, version, "Install"});
+  void showUpdates(base::ComponentKind kind, const catalog::ComponentRow& row) override {
+    rows.push_back({view::kUpdatedContainers[kind], row.name, row.version, "Install"});
   }
 
   std::vector<Row> rows;

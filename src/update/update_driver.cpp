@@ -6,7 +6,6 @@
 #include "base/failure.h"
 #include "base/guarded.h"
 #include "base/text.h"
-#include "catalog/installed_tables.h"
 #include "catalog/manifest_file.h"
 #include "update/source_address.h"
 
@@ -81,7 +80,7 @@ void UpdateDriver::ShowLocalDataAndAsk() {
 
 void UpdateDriver::ShowWithCachedManifests() {
   DropFreshSources();
-  parts_.rows.AddImageTab(catalog::kInstalledBarHolder, catalog::kInstalledBarMarkup);
+  parts_.rows.AddImageTab(catalog::Category::kInstalled);
   if (parts_.requests.CheckPreferences()) {
     parts_.categories.OfferUpdates();
   } else {

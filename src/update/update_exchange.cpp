@@ -10,8 +10,8 @@ UpdateExchange::UpdateExchange(const ExchangeParts& parts)
       transfer_events({parts.log, parts.settings, parts.desktop, parts.window,
                        parts.page.categories, parts.page.buttons, parts.page.sources, manifests,
                        pending_packages, requests, parts.packages}),
-      driver({parts.log, parts.settings, parts.files, parts.clock, parts.page.rows, parts.page.tabs,
-              parts.page.categories, source_file, parts.page.sources, manifests, requests,
-              parts.page.trust, parts.desktop}) {}
+      driver({parts.log, parts.settings, parts.files, parts.clock, parts.page.lists,
+              parts.page.tabs, parts.page.categories, source_file, parts.page.sources, manifests,
+              requests, parts.page.trust, parts.desktop}) {}
 
 }  // namespace kitbay::update

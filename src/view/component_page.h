@@ -19,6 +19,7 @@
 #include "view/page_buttons.h"
 #include "view/page_categories.h"
 #include "view/page_document.h"
+#include "view/page_list_writer.h"
 #include "view/page_rows.h"
 #include "view/page_tabs.h"
 #include "view/view_state.h"
@@ -37,6 +38,7 @@ struct ComponentPage {
   PageDocument document;
   ViewState state;
   PageRows rows;
+  PageListWriter lists;
 
   catalog::UpdateSourceList sources;
   catalog::ManifestTrust trust;

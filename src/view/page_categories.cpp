@@ -2,8 +2,6 @@
 
 #include "base/guarded.h"
 #include "base/text.h"
-#include "catalog/installed_tables.h"
-#include "catalog/manifest_tables.h"
 #include "view/page_ids.h"
 #include "view/page_place.h"
 #include "view/tab_description.h"
@@ -12,10 +10,6 @@ namespace kitbay::view {
 namespace {
 
 using base::guarded;
-using catalog::kInstalledBar;
-using catalog::kInstalledBarHolder;
-using catalog::kUpdatesBar;
-using catalog::kUpdatesBarHolder;
 using platform::HtmlNodeRef;
 
 // A tab image's file name without its extension: "i" or "u", then the tab.

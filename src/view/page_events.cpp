@@ -3,8 +3,6 @@
 #include <optional>
 
 #include "base/guarded.h"
-#include "catalog/installed_tables.h"
-#include "catalog/manifest_tables.h"
 #include "view/page_ids.h"
 #include "view/page_keys.h"
 #include "view/row_focus.h"
@@ -48,7 +46,7 @@ bool PageEvents::SwitchTab(const HtmlNodeRef& source) {
     return false;
   }
   const std::string bar = parent->Id();
-  return (bar == catalog::kUpdatesBar || bar == catalog::kInstalledBar) &&
+  return (bar == kUpdatesBar || bar == kInstalledBar) &&
          (tabs_.ShowInstalledTab() || tabs_.ShowUpdatedTab());
 }
 

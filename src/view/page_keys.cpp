@@ -5,8 +5,6 @@
 #include <vector>
 
 #include "base/text.h"
-#include "catalog/installed_tables.h"
-#include "catalog/manifest_tables.h"
 #include "view/page_ids.h"
 #include "view/row_nodes.h"
 
@@ -52,8 +50,7 @@ bool PageKeys::Press(const HtmlNodeRef& source, int key) {
   const HtmlNodeRef parent = ParentOf(source);
   if (parent && IsTab(source->Id())) {
     const std::string bar = parent->Id();
-    return (bar == catalog::kInstalledBar || bar == catalog::kUpdatesBar) &&
-           PressOnTab(source, parent, key);
+    return (bar == kInstalledBar || bar == kUpdatesBar) && PressOnTab(source, parent, key);
   }
   const auto place = RowFocus(page_, lists_).Around(source);
   if (!place) {

@@ -4,7 +4,6 @@
 #include <string>
 
 #include "base/error_log.h"
-#include "catalog/row_writer.h"
 #include "view/page_document.h"
 #include "view/page_lists.h"
 #include "view/view_state.h"
@@ -13,25 +12,40 @@ namespace kitbay::view {
 
 /// Writes, changes and removes the rows of the page's containers. Every procedure logs its failure
 /// and leaves the page in the state it had reached.
-class PageRows : public catalog::RowWriter {
+class PageRows {
  public:
   PageRows(base::ErrorLog& log, const PageDocument& page, ViewState& state)
       : log_(log), page_(page), state_(state) {}
 
-  void AddImageTab(const std::string& holder, const std::string& markup) override;
-  void ShowTab(const std::string& tab_bar, const std::string& tab, bool shown) override;
+  /// Writes a tab bar into its holder unless the holder has content already.
+  void AddImageTab(const std::string& holder, const std::string& markup);
+
+  /// Shows the image of `tab` in a tab bar, or hides it.
+  void ShowTab(const std::string& tab_bar, const std::string& tab, bool shown);
+
+  /// Fits the container under the tab bar, empties it and writes `title`.
   void FillDivHeader(const std::string& container, const std::string& tab_bar,
-                     const std::string& title) override;
-  void FillEmptyDivHeader(const std::string& container, const std::string& markup) override;
-  void FillDivStatus(const std::string& container, const std::string& message) override;
+                     const std::string& title);
+
+  /// Replaces the container's content with `markup`.
+  void FillEmptyDivHeader(const std::string& container, const std::string& markup);
+
+  /// Replaces the container's content with a status line.
+  void FillDivStatus(const std::string& container, const std::string& message);
+
+  /// Adds the row of an installed component, with a Remove button unless it is a core one.
   void fillDiv(const std::string& container, const std::string& name, const std::string& version,
-               const std::string& description, std::int16_t row, bool is_core) override;
+               const std::string& description, std::int16_t row, bool is_core);
+
+  /// Adds a row with an Install button when `not_installed`, with an Update button when `is_core`,
+  /// and with a Remove and an Update button otherwise.
   void fillDivWithUpdates(const std::string& container, const std::string& name,
                           const std::string& version, const std::string& description,
-                          std::int16_t row, bool is_core, bool not_installed) override;
+                          std::int16_t row, bool is_core, bool not_installed);
+
+  /// Adds the row of a component that can be installed.
   void showUpdates(const std::string& container, const std::string& name,
-                   const std::string& version, const std::string& description,
-                   std::int16_t row) override;
+                   const std::string& version, const std::string& description, std::int16_t row);
 
   /// Makes the row of the click the current row again after `container` may have been filled again
   /// and its rows have other numbers: the row with the number if it still shows the name, otherwise

@@ -3,8 +3,6 @@
 #include <utility>
 
 #include "base/guarded.h"
-#include "catalog/installed_tables.h"
-#include "catalog/manifest_tables.h"
 #include "view/list_height.h"
 #include "view/page_ids.h"
 #include "view/page_place.h"
@@ -106,7 +104,7 @@ bool PageTabs::ShowInstalledTab() {
   bool handled = false;
   guarded(log_, "Kitbay::ShowInstalledTab", [&] {
     std::string tab;
-    if (!ClickedTab(catalog::kInstalledBar, tab)) {
+    if (!ClickedTab(kInstalledBar, tab)) {
       return;
     }
     ShowOnlyInstalled();
@@ -123,7 +121,7 @@ bool PageTabs::ShowUpdatedTab() {
   bool handled = false;
   guarded(log_, "Kitbay::ShowUpdatedTab", [&] {
     std::string tab;
-    if (!ClickedTab(catalog::kUpdatesBar, tab)) {
+    if (!ClickedTab(kUpdatesBar, tab)) {
       return;
     }
     ShowOnlyUpdated();

@@ -4,8 +4,6 @@
 #include <vector>
 
 #include "base/text.h"
-#include "catalog/installed_tables.h"
-#include "catalog/manifest_tables.h"
 #include "view/page_ids.h"
 
 namespace kitbay::view {
@@ -49,7 +47,7 @@ void ShowTabImagesFor(const PageDocument& page, bool dark_colours) {
   if (!base) {
     return;
   }
-  for (const char* id : {catalog::kInstalledBar, catalog::kUpdatesBar}) {
+  for (const char* id : {kInstalledBar, kUpdatesBar}) {
     const HtmlNodeRef bar = page.document().AllItem(id);
     for (const HtmlNodeRef& tab : bar ? bar->Children() : std::vector<HtmlNodeRef>()) {
       const std::string src = tab->Src();

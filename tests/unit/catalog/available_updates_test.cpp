@@ -30,7 +30,7 @@ TEST_F(Updates, NewerAddonGetsAnUpdateRow) {
   installed_.InstalledAddons();
   EXPECT_THAT(rows_.calls,
               ElementsAre(kInstalledAddonHeading,
-                          "fillDivWithUpdates installedaddons|Chat|1.0.0.9|About Chat|1|-|-",
+                          "fillDivWithUpdates installedaddons|Chat|1.0.0.9|About Chat|1|-",
                           "fillDiv installedaddons|Dice|1.0.0.9|About Dice|2|-"));
   EXPECT_THAT(log_.entries, IsEmpty());
 }
@@ -49,7 +49,7 @@ TEST_F(Updates, NewerTransportGetsAnUpdateRow) {
   installed_.InstalledTransports();
   EXPECT_THAT(rows_.calls,
               ElementsAre(kInstalledTransportHeading,
-                          "fillDivWithUpdates installedtransports|Mail|2.0.0.0|About Mail|1|-|-"));
+                          "fillDivWithUpdates installedtransports|Mail|2.0.0.0|About Mail|1|-"));
 }
 
 TEST_F(Updates, ChannelsCompareTheVersionOfTheirEntry) {
@@ -61,7 +61,7 @@ TEST_F(Updates, ChannelsCompareTheVersionOfTheirEntry) {
   installed_.InstalledChannels();
   EXPECT_THAT(rows_.calls,
               ElementsAre(kInstalledChannelHeading,
-                          "fillDivWithUpdates installedchannels|News|1.0.0.9|About News|1|-|-",
+                          "fillDivWithUpdates installedchannels|News|1.0.0.9|About News|1|-",
                           "fillDiv installedchannels|Sky|3|About Sky|2|-"));
   EXPECT_THAT(log_.entries, IsEmpty());
 }
@@ -71,9 +71,8 @@ TEST_F(Updates, CustomChannelWithANewerOfferGetsAnUpdateRow) {
   SetCustomRegistry(RegistryText("", "", Channel("sky", "Sky", "3")));
   SetManifest("a.xml", ManifestText("", "", Offer("channel", "sky", "Sky", "4")));
   installed_.InstalledChannels();
-  EXPECT_THAT(rows_.calls,
-              ElementsAre(kInstalledChannelHeading,
-                          "fillDivWithUpdates installedchannels|Sky|3|About Sky|1|-|-"));
+  EXPECT_THAT(rows_.calls, ElementsAre(kInstalledChannelHeading,
+                                       "fillDivWithUpdates installedchannels|Sky|3|About Sky|1|-"));
 }
 
 TEST_F(Updates, CoreComponentWithAnUpdateHasTheUpdateButtonAlone) {
@@ -87,8 +86,8 @@ TEST_F(Updates, CoreComponentWithAnUpdateHasTheUpdateButtonAlone) {
   installed_.InstalledChannels();
   EXPECT_THAT(rows_.calls,
               ElementsAre(kInstalledChannelHeading,
-                          "fillDivWithUpdates installedchannels|News|1|About News|1|core|-",
-                          "fillDivWithUpdates installedchannels|Sky|1|About Sky|2|-|-",
+                          "fillDivWithUpdates installedchannels|News|1|About News|1|core",
+                          "fillDivWithUpdates installedchannels|Sky|1|About Sky|2|-",
                           "fillDiv installedchannels|Old|9|About Old|3|core"));
 }
 
@@ -101,7 +100,7 @@ TEST_F(Updates, FirstEntryOfAnIdInDocumentOrderCounts) {
                                Offer("channel", "b", "B", "6")));
   installed_.InstalledChannels();
   EXPECT_THAT(rows_.calls, ElementsAre(kInstalledChannelHeading,
-                                       "fillDivWithUpdates installedchannels|A|5|About A|1|-|-",
+                                       "fillDivWithUpdates installedchannels|A|5|About A|1|-",
                                        "fillDiv installedchannels|B|5|About B|2|-"));
 }
 
@@ -154,7 +153,7 @@ TEST_F(Updates, UnreadableVersionComparesTheFirstOfferedPartWithZero) {
                                     "", ""));
   installed_.InstalledAddons();
   EXPECT_THAT(rows_.calls, ElementsAre(kInstalledAddonHeading,
-                                       "fillDivWithUpdates installedaddons|A|N/A|About A|1|-|-",
+                                       "fillDivWithUpdates installedaddons|A|N/A|About A|1|-",
                                        "fillDiv installedaddons|B|N/A|About B|2|-"));
 }
 
@@ -167,11 +166,11 @@ TEST_F(Updates, EachSourceWritesTheHeadingOfAddonsAndTransportsAgain) {
   installed_.InstalledTransports();
   EXPECT_THAT(
       rows_.calls,
-      ElementsAre(kInstalledAddonHeading, "fillDivWithUpdates installedaddons|A|N/A|About A|1|-|-",
+      ElementsAre(kInstalledAddonHeading, "fillDivWithUpdates installedaddons|A|N/A|About A|1|-",
                   kInstalledAddonHeading, "fillDiv installedaddons|A|N/A|About A|2|-",
                   kInstalledTransportHeading, "fillDiv installedtransports|T|N/A|About T|1|-",
                   kInstalledTransportHeading,
-                  "fillDivWithUpdates installedtransports|T|N/A|About T|2|-|-"));
+                  "fillDivWithUpdates installedtransports|T|N/A|About T|2|-"));
 }
 
 TEST_F(Updates, RowsOfChannelsAreAddedOncePerSourceUnderOneHeading) {
@@ -182,7 +181,7 @@ TEST_F(Updates, RowsOfChannelsAreAddedOncePerSourceUnderOneHeading) {
   installed_.InstalledChannels();
   EXPECT_THAT(rows_.calls,
               ElementsAre(kInstalledChannelHeading, "fillDiv installedchannels|C|1|About C|1|-",
-                          "fillDivWithUpdates installedchannels|C|1|About C|2|-|-"));
+                          "fillDivWithUpdates installedchannels|C|1|About C|2|-"));
 }
 
 class NoList : public Updates, public testing::WithParamInterface<const char*> {};
@@ -251,7 +250,7 @@ TEST_F(Updates, OfferWithoutAnIdEndsTheWalkOnlyOfThoseThatReachIt) {
                                         Offer("channel", "b", "B", "2")));
   installed_.InstalledChannels();
   EXPECT_THAT(rows_.calls, ElementsAre(kInstalledChannelHeading,
-                                       "fillDivWithUpdates installedchannels|A|1|About A|1|-|-"));
+                                       "fillDivWithUpdates installedchannels|A|1|About A|1|-"));
   EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::AddInfo", 91, kNotSet)));
 }
 
@@ -270,7 +269,7 @@ TEST_F(Updates, EntriesAtAnyDepthOfTheirContainerAreOffers) {
               ManifestText("", "", "<x><y>" + Offer("channel", "a", "A", "2") + "</y></x>"));
   installed_.InstalledChannels();
   EXPECT_THAT(rows_.calls, ElementsAre(kInstalledChannelHeading,
-                                       "fillDivWithUpdates installedchannels|A|1|About A|1|-|-"));
+                                       "fillDivWithUpdates installedchannels|A|1|About A|1|-"));
 }
 
 TEST_F(Updates, CustomChannelOfADatastoreChannelInOtherLettersIsNotListedAfterAll) {

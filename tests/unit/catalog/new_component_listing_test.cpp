@@ -1,6 +1,5 @@
 #include "catalog/new_component_listing.h"
 
-#include "catalog/manifest_tables.h"
 #include "fakes/signing_maker.h"
 #include "manifest_fixture.h"
 

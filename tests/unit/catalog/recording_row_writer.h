@@ -1,64 +1,70 @@
 #pragma once
 
-#include <cstdint>
 #include <string>
 #include <vector>
 
 #include "catalog/row_writer.h"
+#include "view/page_ids.h"
 
 namespace kitbay::catalog {
 
-/// Records every call, in order: the procedure, a blank, and its arguments joined by "|". Flags
-/// appear by their names, or as "-" when they are off.
+/// Records every call, in order, as the page gets it: the procedure, a blank, and its arguments
+/// joined by "|". Flags appear by their names, or as "-" when they are off.
 class RecordingRowWriter : public RowWriter {
  public:
-  void AddImageTab(const std::string& holder, const std::string& markup) override {
-    calls.push_back("AddImageTab " + holder + "|" + markup);
+  void AddImageTab(Category category) override {
+    calls.push_back(category == Category::kInstalled
+                        ? std::string("AddImageTab ") + view::kInstalledBarHolder + "|" +
+                              view::kInstalledBarMarkup
+                        : std::string("AddImageTab ") + view::kUpdatesBarHolder + "|" +
+                              view::kUpdatesBarMarkup);
   }
 
-  void ShowTab(const std::string& tab_bar, const std::string& tab, bool shown) override {
-    calls.push_back("ShowTab " + tab_bar + "|" + tab + "|" + (shown ? "shown" : "-"));
+  void ShowTab(base::ComponentKind kind, bool shown) override {
+    calls.push_back(std::string("ShowTab ") + view::kUpdatesBar + "|" + view::kTabs[kind] + "|" +
+                    (shown ? "shown" : "-"));
   }
 
-  void FillDivHeader(const std::string& container, const std::string& tab_bar,
-                     const std::string& title) override {
-    calls.push_back("FillDivHeader " + container + "|" + tab_bar + "|" + title);
+  void FillDivHeader(Category category, base::ComponentKind kind) override {
+    calls.push_back(category == Category::kInstalled
+                        ? std::string("FillDivHeader ") + view::kInstalledContainers[kind] + "|" +
+                              view::kInstalledBar + "|" + view::kListTexts[kind].installed
+                        : std::string("FillDivHeader ") + view::kUpdatedContainers[kind] + "|" +
+                              view::kUpdatesBar + "|" + view::kListTexts[kind].offered);
   }
 
-  void FillEmptyDivHeader(const std::string& container, const std::string& markup) override {
-    calls.push_back("FillEmptyDivHeader " + container + "|" + markup);
+  void FillEmptyDivHeader(base::ComponentKind kind) override {
+    calls.push_back(std::string("FillEmptyDivHeader ") + view::kUpdatedContainers[kind] + "|" +
+                    view::kListTexts[kind].nothing_offered);
   }
 
-  void FillDivStatus(const std::string& container, const std::string& message) override {
-    calls.push_back("FillDivStatus " + container + "|" + message);
+  void FillDivStatus(base::ComponentKind kind, bool is_local) override {
+    const view::ListTexts& texts = view::kListTexts[kind];
+    calls.push_back(std::string("FillDivStatus ") + view::kInstalledContainers[kind] + "|" +
+                    (is_local ? texts.nothing_local : texts.nothing_installed));
   }
 
-  void fillDiv(const std::string& container, const std::string& name, const std::string& version,
-               const std::string& description, std::int16_t row, bool is_core) override {
-    calls.push_back("fillDiv " + Row(container, name, version, description, row) + "|" +
+  void fillDiv(base::ComponentKind kind, const ComponentRow& row, bool is_core) override {
+    calls.push_back("fillDiv " + Text(view::kInstalledContainers[kind], row) + "|" +
                     (is_core ? "core" : "-"));
   }
 
-  void fillDivWithUpdates(const std::string& container, const std::string& name,
-                          const std::string& version, const std::string& description,
-                          std::int16_t row, bool is_core, bool not_installed) override {
-    calls.push_back("fillDivWithUpdates " + Row(container, name, version, description, row) + "|" +
-                    (is_core ? "core" : "-") + "|" + (not_installed ? "not installed" : "-"));
+  void fillDivWithUpdates(base::ComponentKind kind, const ComponentRow& row,
+                          bool is_core) override {
+    calls.push_back("fillDivWithUpdates " + Text(view::kInstalledContainers[kind], row) + "|" +
+                    (is_core ? "core" : "-"));
   }
 
-  void showUpdates(const std::string& container, const std::string& name,
-                   const std::string& version, const std::string& description,
-                   std::int16_t row) override {
-    calls.push_back("showUpdates " + Row(container, name, version, description, row));
+  void showUpdates(base::ComponentKind kind, const ComponentRow& row) override {
+    calls.push_back("showUpdates " + Text(view::kUpdatedContainers[kind], row));
   }
 
   std::vector<std::string> calls;
 
  private:
-  static std::string Row(const std::string& container, const std::string& name,
-                         const std::string& version, const std::string& description,
-                         std::int16_t row) {
-    return container + "|" + name + "|" + version + "|" + description + "|" + std::to_string(row);
+  static std::string Text(const std::string& container, const ComponentRow& row) {
+    return container + "|" + row.name + "|" + row.version + "|" + row.description + "|" +
+           std::to_string(row.number);
   }
 };
 

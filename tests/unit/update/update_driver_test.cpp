@@ -309,8 +309,8 @@ TEST_F(DirectoryPreference, FurtherSourceWithoutAManifestNameIsDroppedWithALogEn
 }
 
 TEST_F(DirectoryPreference, TabBarOfTheInstalledListsIsWrittenLetterForLetter) {
-  EXPECT_STREQ(catalog::kInstalledBarHolder, "imgtab");
-  EXPECT_STREQ(catalog::kInstalledBarMarkup,
+  EXPECT_STREQ(view::kInstalledBarHolder, "imgtab");
+  EXPECT_STREQ(view::kInstalledBarMarkup,
                "<span class='styleclass' style='background:gray;  width:100%; height:33px; "
                "position:relative;'  id='itabencloser'><img src='ichannels.gif' id='channels' "
                ");'><img src='utrans.gif' id='trans' ><img src='uaddons.gif' id='addons' ></span>");

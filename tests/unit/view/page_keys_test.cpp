@@ -30,7 +30,7 @@ class PageKeysTest : public PageTest {
         "<div id='installedchannels'></div><div id='updatedaddons'></div>"
         "<div id='updatedtransports'></div><div id='updatedchannels'></div>");
     document_->SetEvents(&events_);
-    rows_.AddImageTab(catalog::kInstalledBarHolder, catalog::kInstalledBarMarkup);
+    rows_.AddImageTab(kInstalledBarHolder, kInstalledBarMarkup);
     FillAddons();
   }
 

@@ -8,8 +8,6 @@
 #include <memory>
 #include <string>
 
-#include "catalog/installed_tables.h"
-#include "catalog/manifest_tables.h"
 #include "fakes/fake_clock.h"
 #include "fakes/fake_html_document.h"
 #include "fakes/fake_main_window.h"
@@ -41,8 +39,8 @@ constexpr const char* kDescriptions[] = {
 constexpr std::int16_t kRows = 8;
 
 void FillLists(kitbay::view::PageRows& rows) {
-  rows.AddImageTab("imgtab", kitbay::catalog::kInstalledBarMarkup);
-  rows.AddImageTab("imgtab1", kitbay::catalog::kUpdatesBarMarkup);
+  rows.AddImageTab("imgtab", kitbay::view::kInstalledBarMarkup);
+  rows.AddImageTab("imgtab1", kitbay::view::kUpdatesBarMarkup);
   for (const char* list : {"installedaddons", "installedtransports", "installedchannels"}) {
     rows.FillDivHeader(list, "itabencloser", "Currently Installed  Components");
   }
