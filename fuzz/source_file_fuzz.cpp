@@ -38,6 +38,7 @@ class CheckedDownloads : public platform::TransportObject {
     Demand(catalog::IsManifestName(document.substr(name, document.size() - kEnd.size() - name)),
            "a manifest takes the place of no other file");
   }
+  void LimitNext(std::uint64_t /*bytes*/) override { Fail("nobody asked for a package"); }
   void ShutDown() override {}
 };
 

@@ -77,7 +77,7 @@ void Download(const DownloadRequest& request, const std::string& plain_servers,
 }
 
 void Answer(const std::string& content_length) {
-  const std::optional<std::uint64_t> length = ovalink::AnnouncedLength(content_length);
+  const std::optional<std::uint64_t> length = ovalink::WholeNumber(content_length);
   if (!length) return;
   const std::string digits = std::to_string(*length);
   Demand(content_length.ends_with(digits) &&

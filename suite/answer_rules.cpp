@@ -46,10 +46,6 @@ std::string_view ReasonOf(std::uint32_t status) {
 constexpr std::uint64_t kMegabyte = 1024 * 1024;
 constexpr std::uint64_t kMostBytesOfList = 64 * kMegabyte;
 
-TransferFailure TooLarge() {
-  return TransferFailure("The server's list of components is larger than 64 MB");
-}
-
 /// Whole megabytes, at least one unless `bytes` is 0.
 std::string Megabytes(std::uint64_t bytes) {
   return std::to_string(bytes / kMegabyte + (bytes % kMegabyte != 0 ? 1 : 0)) + " MB";
@@ -67,25 +63,32 @@ std::string StatusText(std::uint32_t status) {
   return reason.empty() ? text : text + " (" + std::string(reason) + ")";
 }
 
-std::optional<std::uint64_t> AnnouncedLength(std::string_view content_length) {
-  std::uint64_t length = 0;
-  const char* const last = content_length.data() + content_length.size();
-  const auto [end, error] = std::from_chars(content_length.data(), last, length);
+std::optional<std::uint64_t> WholeNumber(std::string_view text) {
+  std::uint64_t number = 0;
+  const char* const last = text.data() + text.size();
+  const auto [end, error] = std::from_chars(text.data(), last, number);
   if (error != std::errc() || end != last) return std::nullopt;
-  return length;
+  return number;
 }
 
 bool IsListAt(std::string_view destination) {
   return kitbay::base::ToLower(destination).ends_with(".xml");
 }
 
-std::uint64_t MostBytesAt(std::string_view destination) {
-  return IsListAt(destination) ? kMostBytesOfList : std::numeric_limits<std::uint64_t>::max();
+SizeLimit LimitAt(std::string_view destination, std::optional<std::uint64_t> most_bytes) {
+  if (IsListAt(destination)) {
+    return {kMostBytesOfList, "The server's list of components is larger than 64 MB"};
+  }
+  if (most_bytes) {
+    return {*most_bytes, "The server's file is larger than the " + std::to_string(*most_bytes) +
+                             " bytes announced for it"};
+  }
+  return {std::numeric_limits<std::uint64_t>::max(), ""};
 }
 
 void ByteCount::Announce(std::uint64_t length) {
   announced_ = length;
-  if (length > most_) throw TooLarge();
+  if (length > limit_.bytes) throw TransferFailure(limit_.excess);
 }
 
 void ByteCount::Add(std::uint64_t bytes) {
@@ -94,7 +97,7 @@ void ByteCount::Add(std::uint64_t bytes) {
     throw TransferFailure("The server sent more than the " + std::to_string(*announced_) +
                           " bytes it announced");
   }
-  if (received_ > most_) throw TooLarge();
+  if (received_ > limit_.bytes) throw TransferFailure(limit_.excess);
 }
 
 void ByteCount::End() const {

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "transfer_failure.h"
 
@@ -15,21 +16,28 @@ bool IsRedirection(std::uint32_t status);
 /// An answer other than 200 in words, such as "The server answered 404 (Not Found)".
 std::string StatusText(std::uint32_t status);
 
-/// The number of bytes that an answer announces; nothing if the field is not a number.
-std::optional<std::uint64_t> AnnouncedLength(std::string_view content_length);
+/// A number of bytes as an answer announces it; nothing if the text is not a whole number.
+std::optional<std::uint64_t> WholeNumber(std::string_view text);
 
 /// Whether the file at `destination` is a list of components: its name ends in ".xml".
 bool IsListAt(std::string_view destination);
 
-/// The largest size of a file stored there: 64 MB for a list of components.
-std::uint64_t MostBytesAt(std::string_view destination);
+/// The largest size of a file, and the text of the failure if it is larger.
+struct SizeLimit {
+  std::uint64_t bytes = 0;
+  std::string excess;
+};
+
+/// The limit for a file stored at `destination`: 64 MB for a list of components; `most_bytes`, or
+/// none, for others.
+SizeLimit LimitAt(std::string_view destination, std::optional<std::uint64_t> most_bytes);
 
 /// Checks the amount of data that arrives: throws `TransferFailure` as soon as there is too much,
 /// or if it ends too early.
 class ByteCount {
  public:
-  /// The file may have `most` bytes; `before` of them are already there.
-  ByteCount(std::uint64_t most, std::uint64_t before) : most_(most), received_(before) {}
+  /// `before` of the file's bytes are already there.
+  ByteCount(SizeLimit limit, std::uint64_t before) : limit_(std::move(limit)), received_(before) {}
 
   /// The answer announces this many bytes for the whole file.
   void Announce(std::uint64_t length);
@@ -46,7 +54,7 @@ class ByteCount {
   TransferFailure CutShort() const;
 
  private:
-  std::uint64_t most_;
+  SizeLimit limit_;
   std::optional<std::uint64_t> announced_;
   std::uint64_t received_;
 };

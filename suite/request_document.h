@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -11,6 +12,9 @@ struct DownloadRequest {
   std::string server;       ///< host, possibly with a port; or a scheme with its colon
   std::string file_path;    ///< the file's path on that server
   std::string destination;  ///< the full path of the file to store
+
+  /// What the client has said beside the document: how many bytes the file may have.
+  std::optional<std::uint64_t> most_bytes = {};
 };
 
 /// Reads a request document: the elements server, filetodownload, destpath and progressevents in a

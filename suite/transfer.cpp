@@ -60,7 +60,8 @@ class TransferRun {
         cancel_(cancel),
         send_(send),
         destination_(Destination()),
-        store_(request, destination_) {}
+        store_(request, destination_),
+        limit_(LimitAt(request.destination, request.most_bytes)) {}
 
   void Run() {
     const auto answer = Ask();
@@ -99,6 +100,8 @@ class TransferRun {
 
   /// The answer that contains the file or the missing part of it, or says that it has not changed.
   std::unique_ptr<HttpExchange> Ask() {
+    // What is kept of a file that is too large by now leads to nothing.
+    if (store_.record().length > limit_.bytes) store_.Discard();
     auto answer = AskFor(store_.Fields());
     if (!IsUsable(*answer)) {
       store_.Discard();
@@ -158,7 +161,7 @@ class TransferRun {
       throw TransferFailure("The server's answer is compressed, which was not asked for");
     }
     const bool is_rest = answer.status() == kPartialContent;
-    count_.emplace(MostBytesAt(request_.destination), is_rest ? store_.first() : 0);
+    count_.emplace(limit_, is_rest ? store_.first() : 0);
     TransferRecord record;
     if (is_rest) {
       record = store_.record();
@@ -177,7 +180,7 @@ class TransferRun {
   static std::optional<std::uint64_t> Length(const HttpExchange& answer) {
     const auto length = answer.Field(WINHTTP_QUERY_CONTENT_LENGTH);
     if (!length || answer.Field(WINHTTP_QUERY_TRANSFER_ENCODING)) return std::nullopt;
-    return AnnouncedLength(*length);
+    return WholeNumber(*length);
   }
 
   /// Whether the bytes are kept apart until they are complete, so that the transfer can be resumed.
@@ -224,6 +227,7 @@ class TransferRun {
   const SendEvent& send_;
   std::wstring destination_;
   TransferStore store_;
+  SizeLimit limit_;
   std::optional<ByteCount> count_;
   std::unique_ptr<kitbay::platform::Files> files_ = win32::MakeFiles();
 };

@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "answer_rules.h"
 #include "base/failure.h"
 #include "platform/win32/com/automation.h"
 #include "platform/win32/com/bstr.h"
@@ -63,8 +64,10 @@ STDMETHODIMP UrlDownload::Request(BSTR, BSTR, BSTR, BSTR, BSTR, BSTR document, V
                                   VARIANT* result) {
   if (result != nullptr) VariantInit(result);
   try {
+    const auto limit = std::exchange(next_limit_, std::nullopt);
     auto request = ReadRequestDocument(win32::TextOf(document));
     if (!request) throw win32::FailureOf(E_INVALIDARG);
+    request->most_bytes = limit;
     if (!receiver_) throw Failure(RuntimeError::kObjectVariableNotSet);
     if (!window_) {
       window_ = std::make_unique<EventWindow>(
@@ -76,6 +79,16 @@ STDMETHODIMP UrlDownload::Request(BSTR, BSTR, BSTR, BSTR, BSTR, BSTR document, V
     }
     waiting_.push_back(*std::move(request));
     StartNext();
+    return S_OK;
+  } catch (...) {
+    return win32::ReportCurrentException();
+  }
+}
+
+STDMETHODIMP UrlDownload::LimitNext(BSTR bytes) {
+  try {
+    next_limit_ = WholeNumber(win32::TextOf(bytes));
+    if (!next_limit_) throw win32::FailureOf(E_INVALIDARG);
     return S_OK;
   } catch (...) {
     return win32::ReportCurrentException();

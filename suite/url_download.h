@@ -2,8 +2,10 @@
 
 #include <wrl/client.h>
 
+#include <cstdint>
 #include <deque>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "event_window.h"
@@ -23,6 +25,7 @@ class UrlDownload : public kitbay::platform::win32::DispatchObject<::IURLDownloa
   STDMETHODIMP ShutDown() override;
   STDMETHODIMP Request(BSTR session, BSTR user, BSTR name, BSTR word, BSTR type, BSTR document,
                        VARIANT list, VARIANT* result) override;
+  STDMETHODIMP LimitNext(BSTR bytes) override;
 
  private:
   void StartNext();
@@ -31,6 +34,7 @@ class UrlDownload : public kitbay::platform::win32::DispatchObject<::IURLDownloa
 
   ModuleLock lock_;
   Microsoft::WRL::ComPtr<IDispatch> receiver_;
+  std::optional<std::uint64_t> next_limit_;
   std::deque<DownloadRequest> waiting_;
   std::unique_ptr<EventWindow> window_;
   std::string running_path_;

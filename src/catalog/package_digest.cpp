@@ -3,7 +3,9 @@
 #include <sodium.h>
 
 #include <array>
+#include <charconv>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 #include "base/failure.h"
@@ -33,6 +35,13 @@ PackageDigest ReadDigest(const std::string& manifest, const pugi::xml_node& entr
   return {.manifest = manifest,
           .size = TextOf(entry, "size"),
           .sha256 = base::ToLower(TextOf(entry, "sha256"))};
+}
+
+std::optional<std::uint64_t> SizeIn(const PackageDigest& digest) {
+  std::uint64_t size = 0;
+  const char* const end = digest.size.data() + digest.size.size();
+  const auto [stop, error] = std::from_chars(digest.size.data(), end, size);
+  return error == std::errc() && stop == end ? std::optional(size) : std::nullopt;
 }
 
 std::string Sha256Of(const platform::FileReader& file) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <pugixml.hpp>
 #include <string>
@@ -13,10 +14,15 @@ struct PackageDigest {
   std::string manifest;  ///< its file name
   std::string size;      ///< in bytes; empty where it says nothing
   std::string sha256;    ///< in hexadecimal digits; empty where it says nothing
+
+  bool operator==(const PackageDigest&) const = default;
 };
 
 /// What the entry of the manifest of that file name says.
 PackageDigest ReadDigest(const std::string& manifest, const pugi::xml_node& entry);
+
+/// The size that a digest announces; none where it announces none that could be read.
+std::optional<std::uint64_t> SizeIn(const PackageDigest& digest);
 
 /// Throws `base::Failure`, whose description says what is wrong, unless the file has that size and
 /// digest. A digest without either matches no file. No more than the size is read.

@@ -173,7 +173,7 @@ bool UpdateFlows::RequestPackage(const view::Click& click, const Offer& offer) {
         platform::kStatusPanel,
         "Downloading " + parts_.session.component_name + texts.status_ending);
     is_sent = parts_.requests.Updates(address.server, address.file_path,
-                                      update::PackagePath(parts_.settings, offer.id));
+                                      update::PackagePath(parts_.settings, offer.id), offer.digest);
   });
   if (!is_sent) {
     parts_.pending_packages[click.kind] = {};

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -33,6 +34,10 @@ class TransportObject {
   /// this call; those of a suite may also answer within it. Throws `base::Failure` with the HRESULT
   /// if the object does not accept the request.
   virtual void Request(const std::string& document) = 0;
+
+  /// Limits the file of the next request to this many bytes: the transfer of a larger one fails as
+  /// soon as that is known. An object that is older than this method accepts every size.
+  virtual void LimitNext(std::uint64_t bytes) = 0;
 
   /// Ends every transfer and releases the receiver.
   virtual void ShutDown() = 0;

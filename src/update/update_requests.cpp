@@ -33,13 +33,17 @@ void UpdateRequests::SetDownloadObject(platform::TransportObject* object) {
 }
 
 bool UpdateRequests::Updates(const std::string& server, const std::string& file_path,
-                             const std::string& destination) {
+                             const std::string& destination,
+                             const std::optional<catalog::PackageDigest>& digest) {
   const bool is_sent = guarded(log_, "Kitbay::Updates", [&] {
     unanswered_.Add(file_path);
     if (download_object_ == nullptr) {
       throw Failure(RuntimeError::kObjectVariableNotSet);
     }
     window_.progress_bar().SetValue(0);
+    if (const auto size = digest ? catalog::SizeIn(*digest) : std::nullopt) {
+      download_object_->LimitNext(*size);
+    }
     download_object_->Request("<server>" + server + "</server><filetodownload>" + file_path +
                               "</filetodownload><destpath>" + destination +
                               "</destpath><progressevents>true</progressevents>");
@@ -110,8 +114,7 @@ bool UpdateRequests::DownloadFirst(const view::Click& click, const std::string& 
                               .row_id = click.row_id,
                               .row_name = click.row_name,
                               .digest = component.digest};
-      const bool is_sent =
-          DownloadAddon(component.url, component.id, component.name, kLabels[click.kind]);
+      const bool is_sent = DownloadAddon(component, kLabels[click.kind]);
       if (!is_sent) {
         pending_[click.kind] = {};
       }
@@ -121,14 +124,15 @@ bool UpdateRequests::DownloadFirst(const view::Click& click, const std::string& 
   return false;
 }
 
-bool UpdateRequests::DownloadAddon(const std::string& url, const std::string& name,
-                                   const std::string& display_text, const std::string& label) {
+bool UpdateRequests::DownloadAddon(const catalog::NewComponent& component,
+                                   const std::string& label) {
   bool is_sent = false;
   guarded(log_, "Kitbay::DownloadAddon", [&] {
-    Demand(base::IsPlainLongName(name), name);
-    const Address address = SplitSource(url);
-    SetStatus("Downloading " + display_text + (label.empty() ? "" : " " + label) + ".");
-    is_sent = Updates(address.server, address.file_path, PackagePath(settings_, name));
+    Demand(base::IsPlainLongName(component.id), component.id);
+    const Address address = SplitSource(component.url);
+    SetStatus("Downloading " + component.name + (label.empty() ? "" : " " + label) + ".");
+    is_sent = Updates(address.server, address.file_path, PackagePath(settings_, component.id),
+                      component.digest);
   });
   return is_sent;
 }

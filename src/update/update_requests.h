@@ -37,10 +37,12 @@ class UpdateRequests {
   /// Requests to another object are forgotten.
   void SetDownloadObject(platform::TransportObject* object);
 
-  /// Requests `file_path` from `server`, to be stored as the file `destination`. Returns whether
-  /// the object took the request.
+  /// Requests `file_path` from `server`, to be stored as the file `destination`. A package whose
+  /// `digest` is known may be no larger than that says. Returns whether the object took the
+  /// request.
   bool Updates(const std::string& server, const std::string& file_path,
-               const std::string& destination);
+               const std::string& destination,
+               const std::optional<catalog::PackageDigest>& digest = std::nullopt);
 
   /// Requests the manifest of the next pending update source, unless an answer is still awaited.
   /// True when none is left to ask. A source whose manifest has no usable file name is logged and
@@ -55,8 +57,7 @@ class UpdateRequests {
 
  private:
   bool DownloadFirst(const view::Click& click, const std::string& lower_name);
-  bool DownloadAddon(const std::string& url, const std::string& name,
-                     const std::string& display_text, const std::string& label);
+  bool DownloadAddon(const catalog::NewComponent& component, const std::string& label);
   void AskNextSource();
   void DropUnusableSources();
   bool IsManifestAwaited() const;

@@ -5,6 +5,7 @@
 //   path            the requested path
 //   socket          the connection, to be written to directly
 //   reset()         resets the connection
+import { once } from 'node:events';
 import { STATUS_CODES } from 'node:http';
 import { Readable } from 'node:stream';
 import { pipeline } from 'node:stream/promises';
@@ -194,6 +195,22 @@ export const misbehaviours = {
     socket.write(head(200, { 'Content-Type': type, 'Transfer-Encoding': 'chunked' }));
     socket.end(inChunks(content.subarray(0, content.length >> 1)));
   }),
+
+  /** Endless chunks until the client hangs up; `sent()` gives the number of bytes sent. */
+  endless: () => {
+    let sent = 0;
+    const answer = async ({ type, socket }) => {
+      socket.write(head(200, { 'Content-Type': type, 'Transfer-Encoding': 'chunked' }));
+      const block = Buffer.alloc(65536);
+      const chunk = inChunks(block, block.length);
+      const closed = once(socket, 'close');
+      while (!socket.destroyed) {
+        sent += block.length;
+        if (!socket.write(chunk)) await Promise.race([once(socket, 'drain'), closed]);
+      }
+    };
+    return { answer, sent: () => sent };
+  },
 
   /** `to` is a path on the same host, or a complete URL. */
   redirect: simply(({ socket, origin }, { to, status = 302 }) => {

@@ -325,6 +325,17 @@ describe('A misbehaving source', () => {
     assert.equal(received, 100 * 1024 * 1024);
   });
 
+  test('serves chunks without an end until the client hangs up', async (t) => {
+    const source = await start(t);
+    const endless = source.misbehave(kManifest, 'endless');
+    const answer = ask(source.host, kManifest);
+    await answer.collected(1000);
+    assert.match(answer.head, /transfer-encoding: chunked/i);
+    answer.socket.destroy();
+    await (await source.request(kManifest)).closed;
+    assert.ok(endless.sent() >= 1000);
+  });
+
   test('serves zeros without a length and lets the client hang up', async (t) => {
     const source = await start(t);
     source.misbehave(kManifest, 'zeros', { announced: false });

@@ -30,6 +30,10 @@ class FakeSuiteObjects::Object : public platform::TransportObject {
     if (transport_->while_asked) transport_->while_asked();
   }
 
+  void LimitNext(std::uint64_t bytes) override {
+    suite_.calls.push_back("LimitNext " + transport_->prog_id + " " + std::to_string(bytes));
+  }
+
   void ShutDown() override {
     suite_.calls.push_back("ShutDown " + transport_->prog_id);
     if (suite_.on_shut_down) suite_.on_shut_down();

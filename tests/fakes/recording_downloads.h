@@ -1,6 +1,9 @@
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -23,11 +26,13 @@ class RecordingDownloads : public platform::TransportObject {
       while_asked();
     }
   }
+  void LimitNext(std::uint64_t bytes) override { limits[documents.size()] = bytes; }
   void ShutDown() override {}
 
   std::vector<std::string> documents;
-  std::function<void()> while_asked;     ///< what happens within every request
-  std::optional<base::Failure> failure;  ///< of every request
+  std::map<std::size_t, std::uint64_t> limits;  ///< by the request's place in `documents`
+  std::function<void()> while_asked;            ///< what happens within every request
+  std::optional<base::Failure> failure;         ///< of every request
 };
 
 }  // namespace kitbay::fakes

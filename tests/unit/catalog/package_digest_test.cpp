@@ -43,6 +43,14 @@ TEST(PackageDigests, ThatLackSomethingMatchNothing) {
   EXPECT_EQ(Refusal("abc", {"m.xml", "3", ""}), text);
 }
 
+TEST(PackageDigests, HaveASizeIfTheyAnnounceAWholeNumber) {
+  EXPECT_EQ(SizeIn({"m.xml", "3", kSha256}), 3U);
+  EXPECT_EQ(SizeIn({"m.xml", "5000000000", ""}), 5000000000U);
+  for (const char* size : {"", "-1", "+3", "3 ", "3.0", "18446744073709551616"}) {
+    EXPECT_EQ(SizeIn({"m.xml", size, kSha256}), std::nullopt) << size;
+  }
+}
+
 TEST(PackageDigests, OfALargeFileAreOfAllOfIt) {
   fakes::MemoryFiles files;
   files.AddFile("C:\\p.zip", std::string(1'000'000, 'a'));

@@ -100,12 +100,14 @@ TEST_P(UpdateOfEachKind, RemembersWhatASigningSourceSaysOfThePackage) {
               {Offer("notes", "p.example/n.zip") + "<size>12</size><sha256>AB</sha256>"});
   Press(GetParam());
   EXPECT_FALSE(pending_packages_[GetParam()].digest);
+  EXPECT_THAT(downloads_.limits, IsEmpty());
 
   const std::string manifest = "C:\\Ovalink\\Kitbay\\list.xml";
   sources_.keys["list.xml"] = {.key = maker.key()};
   files_.AddFile(manifest, maker.Sign(*files_.Bytes(manifest), 1,
                                       std::chrono::sys_days(std::chrono::days(30000))));
   Press(GetParam());
+  EXPECT_THAT(downloads_.limits, ElementsAre(::testing::Pair(1U, 12U)));
   ASSERT_TRUE(pending_packages_[GetParam()].digest);
   EXPECT_EQ(pending_packages_[GetParam()].digest->manifest, "list.xml");
   EXPECT_EQ(pending_packages_[GetParam()].digest->size, "12");

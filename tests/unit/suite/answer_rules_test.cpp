@@ -21,11 +21,11 @@ TEST(AnswerRules, FiveStatusesRedirect) {
   }
 }
 
-TEST(AnswerRules, AnnouncedLengthIsAWholeNumber) {
-  EXPECT_EQ(AnnouncedLength("0"), 0U);
-  EXPECT_EQ(AnnouncedLength("5000000000"), 5000000000U);
+TEST(AnswerRules, BytesAreAWholeNumber) {
+  EXPECT_EQ(WholeNumber("0"), 0U);
+  EXPECT_EQ(WholeNumber("5000000000"), 5000000000U);
   for (const char* field : {"", "-1", "+1", " 1", "1 ", "1,1", "0x10", "18446744073709551616"}) {
-    EXPECT_EQ(AnnouncedLength(field), std::nullopt) << field;
+    EXPECT_EQ(WholeNumber(field), std::nullopt) << field;
   }
 }
 
@@ -51,13 +51,15 @@ std::string FailureOf(Step step) {
 
 constexpr std::uint64_t kMegabyte = 1024 * 1024;
 
-TEST(AnswerRules, OnlyAListOfComponentsIsLimited) {
-  EXPECT_EQ(MostBytesAt("C:\\Suite\\Kitbay\\a.XML"), 64 * kMegabyte);
-  EXPECT_EQ(MostBytesAt("C:\\Suite\\Temp\\a.xml.zip"), UINT64_MAX);
+TEST(AnswerRules, AListOfComponentsIsLimitedAndWhatItsClientLimits) {
+  EXPECT_EQ(LimitAt("C:\\Suite\\Kitbay\\a.XML", std::nullopt).bytes, 64 * kMegabyte);
+  EXPECT_EQ(LimitAt("C:\\Suite\\Kitbay\\a.XML", 5).bytes, 64 * kMegabyte);
+  EXPECT_EQ(LimitAt("C:\\Suite\\Temp\\a.xml.zip", std::nullopt).bytes, UINT64_MAX);
+  EXPECT_EQ(LimitAt("C:\\Suite\\Temp\\a.zip", 5).bytes, 5U);
 }
 
 TEST(ByteCounts, TakeWhatWasAnnounced) {
-  ByteCount count(100, 0);
+  ByteCount count({.bytes = 100, .excess = {}}, 0);
   count.Announce(100);
   count.Add(60);
   count.Add(40);
@@ -66,28 +68,28 @@ TEST(ByteCounts, TakeWhatWasAnnounced) {
 }
 
 TEST(ByteCounts, EndWithMoreThanWasAnnounced) {
-  ByteCount count(100, 0);
+  ByteCount count({.bytes = 100, .excess = {}}, 0);
   count.Announce(5);
   count.Add(5);
   EXPECT_EQ(FailureOf([&] { count.Add(1); }), "The server sent more than the 5 bytes it announced");
 }
 
 TEST(ByteCounts, EndWithLessThanWasAnnounced) {
-  ByteCount count(100, 0);
+  ByteCount count({.bytes = 100, .excess = {}}, 0);
   count.Announce(5);
   count.Add(4);
   EXPECT_EQ(FailureOf([&] { count.End(); }), "The answer was cut short: 4 of 5 bytes");
 }
 
 TEST(ByteCounts, WithoutAnAnnouncedLengthEndAnywhere) {
-  ByteCount count(100, 0);
+  ByteCount count({.bytes = 100, .excess = {}}, 0);
   count.Add(4);
   EXPECT_EQ(FailureOf([&] { count.End(); }), "");
   EXPECT_EQ(count.CutShort().text(), "The answer was cut short: 4 bytes");
 }
 
 TEST(ByteCounts, GoOnWhereATransferStopped) {
-  ByteCount count(100, 3);
+  ByteCount count({.bytes = 100, .excess = {}}, 3);
   count.Announce(5);
   count.Add(1);
   EXPECT_EQ(FailureOf([&] { count.End(); }), "The answer was cut short: 4 of 5 bytes");
@@ -95,14 +97,19 @@ TEST(ByteCounts, GoOnWhereATransferStopped) {
   EXPECT_EQ(FailureOf([&] { count.End(); }), "");
 }
 
-TEST(ByteCounts, EndWithMoreThanAListMayHaveAnnouncedOrNot) {
-  const std::string text = "The server's list of components is larger than 64 MB";
-  ByteCount announced(64 * kMegabyte, 0);
-  EXPECT_EQ(FailureOf([&] { announced.Announce(64 * kMegabyte); }), "");
-  EXPECT_EQ(FailureOf([&] { announced.Announce(64 * kMegabyte + 1); }), text);
-  ByteCount unannounced(64 * kMegabyte, 0);
-  unannounced.Add(64 * kMegabyte);
-  EXPECT_EQ(FailureOf([&] { unannounced.Add(1); }), text);
+TEST(ByteCounts, EndWithMoreThanTheLimitAnnouncedOrNot) {
+  for (const auto& [limit, text] :
+       {std::pair(LimitAt("C:\\a.xml", std::nullopt),
+                  "The server's list of components is larger than 64 MB"),
+        std::pair(LimitAt("C:\\a.zip", 5),
+                  "The server's file is larger than the 5 bytes announced for it")}) {
+    ByteCount announced(limit, 0);
+    EXPECT_EQ(FailureOf([&] { announced.Announce(limit.bytes); }), "");
+    EXPECT_EQ(FailureOf([&] { announced.Announce(limit.bytes + 1); }), text);
+    ByteCount unannounced(limit, 0);
+    unannounced.Add(limit.bytes);
+    EXPECT_EQ(FailureOf([&] { unannounced.Add(1); }), text);
+  }
 }
 
 TEST(AnswerRules, AFileNeedsRoom) {

@@ -58,6 +58,7 @@ TEST_F(Requests, PackageOfASigningSourceIsAwaitedAsItWasAnnounced) {
   Offer(ComponentKind::kAddon, "chat", "Chat", "p.example/chat.zip");
   new_components_.addon.back().digest = {.manifest = "m.xml", .size = "3", .sha256 = "ab"};
   EXPECT_TRUE(requests_.InstallNewAddons(InstallClick(ComponentKind::kAddon, "Chat")));
+  EXPECT_THAT(downloads_.limits, ElementsAre(testing::Pair(0U, 3U)));
   ASSERT_TRUE(pending_packages_.addon.digest);
   EXPECT_EQ(pending_packages_.addon.digest->manifest, "m.xml");
   EXPECT_EQ(pending_packages_.addon.digest->sha256, "ab");

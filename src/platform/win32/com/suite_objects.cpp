@@ -3,7 +3,9 @@
 #include <objbase.h>
 #include <wrl/client.h>
 
+#include <cstdint>
 #include <memory>
+#include <string>
 #include <utility>
 
 #include "base/failure.h"
@@ -19,6 +21,8 @@ namespace kitbay::platform::win32 {
 namespace {
 
 using Microsoft::WRL::ComPtr;
+
+constexpr std::int32_t kNoSuchMember = 438;
 
 // Returns REGDB_E_CLASSNOTREG if the ProgID names nothing that this process could create.
 HRESULT Create(const std::string& prog_id, ComPtr<IDispatch>& object) {
@@ -100,6 +104,14 @@ class SuiteTransportObject : public TransportObject {
     Variant ignored;
     CallMethod(*object_.Get(), "Request",
                {"", "", "", "", "", document, Variant::EmptyList(), Variant::ReferenceTo(ignored)});
+  }
+
+  void LimitNext(std::uint64_t bytes) override {
+    try {
+      CallMethod(*object_.Get(), "LimitNext", {std::to_string(bytes)});
+    } catch (const base::Failure& failure) {
+      if (failure.number() != kNoSuchMember) throw;
+    }
   }
 
   void ShutDown() override {

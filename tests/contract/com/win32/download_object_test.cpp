@@ -58,6 +58,11 @@ TEST_F(DownloadObject, TheOtherTransportTakesNoRequests) {
   EXPECT_EQ(FailureNumber([&] { transport->Request(Document("nowhere")); }), 438);
 }
 
+TEST_F(DownloadObject, ThatIsOlderThanLimitsTakesEverySize) {
+  const auto older = Create("XMLRPCTRANSPORT.xTransport");
+  EXPECT_NO_THROW(older->LimitNext(3));
+}
+
 TEST_F(DownloadObject, KeepsTheLibraryUntilItHasGone) {
   download_->SetUp(receiver_);
   download_->Request(Document("nowhere"));

@@ -7,6 +7,7 @@
 
 #include "contract/com/win32/download_fixture.h"
 #include "contract/com/win32/scripted_http.h"
+#include "contract/failure_number.h"
 #include "contract/system/win32/scratch_folder.h"
 
 namespace kitbay::contract {
@@ -69,6 +70,46 @@ TEST_F(TransferOutcomes, ChunksThatEndAreStored) {
   http_.answers = {{.fields = {{WINHTTP_QUERY_TRANSFER_ENCODING, L"chunked"}}, .pieces = {"abc"}}};
   EXPECT_EQ(Outcome(), "");
   EXPECT_EQ(Stored(), "abc");
+}
+
+constexpr const char* kTooLarge = "The server's file is larger than the 3 bytes announced for it";
+
+TEST_F(TransferOutcomes, ChunksOfMoreThanTheClientAllowsEndIt) {
+  download_->LimitNext(3);
+  http_.answers = {
+      {.fields = {{WINHTTP_QUERY_TRANSFER_ENCODING, L"chunked"}}, .pieces = {"abc", "d"}}};
+  EXPECT_EQ(Outcome(), kTooLarge);
+  EXPECT_EQ(Stored(), "(nothing)");
+}
+
+TEST_F(TransferOutcomes, AnAnswerThatAnnouncesMoreThanTheClientAllowsIsNotRead) {
+  download_->LimitNext(3);
+  http_.answers = {{.fields = {{WINHTTP_QUERY_CONTENT_LENGTH, L"4"}}, .pieces = {}}};
+  EXPECT_EQ(Outcome(), kTooLarge);
+}
+
+TEST_F(TransferOutcomes, WhatWasKeptOfALargerFileIsNotResumed) {
+  http_.answers = {
+      {.fields = {{WINHTTP_QUERY_CONTENT_LENGTH, L"5"}, {WINHTTP_QUERY_ETAG, L"\"one\""}},
+       .pieces = {"abc"}}};
+  EXPECT_EQ(Outcome(), "The answer was cut short: 3 of 5 bytes");
+  http_.answers = {{.fields = {{WINHTTP_QUERY_CONTENT_LENGTH, L"4"}}, .pieces = {"wxyz"}}};
+  download_->LimitNext(4);
+  EXPECT_EQ(Outcome(), "");
+  EXPECT_EQ(http_.requests.back().fields.find(L"Range"), std::wstring::npos);
+  EXPECT_EQ(Stored(), "wxyz");
+}
+
+TEST_F(TransferOutcomes, ALimitIsForOneRequest) {
+  const ScriptedAnswer answer = {.fields = {{WINHTTP_QUERY_CONTENT_LENGTH, L"4"}},
+                                 .pieces = {"abcd"}};
+  download_->LimitNext(4);
+  http_.answers = {answer, answer};
+  EXPECT_EQ(Outcome(), "");
+  download_->LimitNext(3);
+  EXPECT_EQ(FailureNumber([&] { download_->Request("no document"); }), E_INVALIDARG);
+  EXPECT_EQ(Outcome(), "");
+  EXPECT_EQ(Stored(), "abcd");
 }
 
 TEST_F(TransferOutcomes, ACertificateIsRefusedForWhatIsWrongWithIt) {
