@@ -7,6 +7,7 @@
 #include "base/failure.h"
 #include "base/guarded.h"
 #include "base/text.h"
+#include "catalog/package_digest.h"
 #include "catalog/registry_files.h"
 #include "catalog/xml_change.h"
 #include "catalog/xml_characters.h"
@@ -118,8 +119,13 @@ void DatastoreRegistration::Enter(ComponentKind kind) {
   session.record = {};
   session.libraries.clear();
   const catalog::CatalogFiles::Refresh refresh(parts_.manifests);
-  const pugi::xml_node entry = FindManifestEntry(parts_.manifests, parts_.sources, kind,
-                                                 session.package_name, session.package_manifest);
+  const auto& digest = session.package_digest;
+  const pugi::xml_node entry = FindManifestEntry(
+      parts_.manifests, parts_.sources, kind, session.package_name, digest ? digest->manifest : "");
+  if (digest && catalog::ReadDigest(digest->manifest, entry) != *digest) {
+    throw base::Failure(base::RuntimeError::kInvalidProcedureCall,
+                        digest->manifest + " announces another package by now");
+  }
   ComponentRecord record = ReadRecord(kind, entry);
   session.libraries = ReadLibraryList(kind, entry);
   session.record = std::move(record);

@@ -34,8 +34,8 @@ struct RegistrationParts {
 /// procedure logs its failure.
 ///
 /// The enter procedures read the manifest entry of the session's package into the record and the
-/// library list. They return whether the entry was found and read whole; otherwise record and list
-/// are empty, and nothing may be entered.
+/// library list. They return whether the entry was found and read whole, and still announces the
+/// session's package; otherwise record and list are empty, and nothing may be entered.
 ///
 /// The update procedures write the record into its registry file, change the page and tell the
 /// user, and return whether they got that far. A failure while writing leaves the file as it was,

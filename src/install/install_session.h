@@ -1,8 +1,10 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "catalog/package_digest.h"
 #include "install/component_record.h"
 #include "platform/file_system_object.h"
 
@@ -17,9 +19,9 @@ struct InstallSession {
   /// of an addon or a channel.
   std::string package_name;
 
-  /// The file name of the signed manifest that offered the package; empty where any source may
-  /// tell what it is.
-  std::string package_manifest;
+  /// What the signed manifest that offered the package says of it; none where any source may tell
+  /// what it is.
+  std::optional<catalog::PackageDigest> package_digest;
 
   /// What the manifest says of the component being installed.
   ComponentRecord record;

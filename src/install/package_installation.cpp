@@ -89,7 +89,7 @@ void PackageInstallation::Install(ComponentKind kind, const update::PendingPacka
 
 void PackageInstallation::InstallNow(const Arrival& arrival) {
   parts_.session.package_name = arrival.package.name;
-  parts_.session.package_manifest = arrival.package.digest ? arrival.package.digest->manifest : "";
+  parts_.session.package_digest = arrival.package.digest;
   parts_.state.current_row_id = arrival.package.row_id;
   parts_.state.current_row_name = arrival.package.row_name;
   if (!guarded(parts_.log, kUnpackTables[arrival.kind].procedure, [&] { UnpackFrom(arrival); })) {
@@ -111,7 +111,9 @@ void PackageInstallation::UnpackFrom(const Arrival& arrival) {
   std::unique_ptr<platform::FileReader> held;
   if (arrival.package.digest) {
     held = parts_.files.Open(archive);
-    if (!IsWhatWasSigned(arrival, *held)) {
+    // The manifest may be another one by now, or none that counts. What it says is read before
+    // anything is written, and not again.
+    if (!IsWhatWasSigned(arrival, *held) || !ReadEntry(kind)) {
       TellCorrupt(kind);
       return;
     }
@@ -208,11 +210,15 @@ std::string PackageInstallation::ChannelFolder() {
   return folder;
 }
 
+bool PackageInstallation::ReadEntry(ComponentKind kind) {
+  return std::invoke(kUnpackTables[kind].enter, parts_.datastore);
+}
+
 // `folder` ends in "\", as expansion leaves it.
 void PackageInstallation::EnterComponent(ComponentKind kind, const std::string& folder) {
-  const UnpackTable& table = kUnpackTables[kind];
-  if (!std::invoke(table.enter, parts_.datastore) || !RegisterLibraries(kind, folder) ||
-      !std::invoke(table.update, parts_.datastore)) {
+  const bool has_entry = parts_.session.package_digest || ReadEntry(kind);
+  if (!has_entry || !RegisterLibraries(kind, folder) ||
+      !std::invoke(kUnpackTables[kind].update, parts_.datastore)) {
     parts_.buttons.DisableStatus();
   }
 }

@@ -13,6 +13,7 @@ using ::testing::IsEmpty;
 
 constexpr std::int32_t kBadHash = -2146893822;  // NTE_BAD_HASH
 constexpr const char* kPackage = "C:\\Ovalink\\Temp\\notes.zip";
+constexpr const char* kPlace = "<category/>";
 constexpr const char* kManifest = "C:\\Ovalink\\Kitbay\\list.xml";
 
 class SignedPackages : public InstallationTest,
@@ -20,7 +21,7 @@ class SignedPackages : public InstallationTest,
  protected:
   SignedPackages() {
     sources_.keys["list.xml"] = {.key = maker_.key()};
-    Sign();
+    Announce(HonestDigest());
     AddLibrary("C:\\Ovalink\\addons\\notes\\own.dll");
     AddLibrary("C:\\Ovalink\\addons\\notes\\notes.dll");
     AddLibrary("C:\\Ovalink\\own.dll");
@@ -30,9 +31,20 @@ class SignedPackages : public InstallationTest,
     AddLibrary("C:\\Ana\\CustomData\\channels\\notes\\notes.dll");
   }
 
-  void Sign() {
-    files_.AddFile(kManifest,
-                   maker_.Sign(File(kManifest), 1, std::chrono::sys_days(2027y / 1 / 1)));
+  std::string Signed(const std::string& manifest) const {
+    return maker_.Sign(manifest, 1, std::chrono::sys_days(2027y / 1 / 1));
+  }
+
+  /// Has every entry of the manifest announce that package.
+  void Announce(const catalog::PackageDigest& digest) {
+    std::string manifest = unsigned_;
+    const std::string added =
+        "<size>" + digest.size + "</size><sha256>" + digest.sha256 + "</sha256>";
+    for (std::size_t place = manifest.find(kPlace); place != std::string::npos;
+         place = manifest.find(kPlace, place + added.size() + 1)) {
+      manifest.insert(place, added);
+    }
+    files_.AddFile(kManifest, Signed(manifest));
   }
 
   catalog::PackageDigest HonestDigest() const {
@@ -57,21 +69,28 @@ class SignedPackages : public InstallationTest,
   }
 
   void ExpectRefused(const std::string& why) {
-    constexpr base::PerKind<const char*> kTexts = {
-        .addon = "Download of notes.zip is corrupt . Try again",
-        .transport = "Download of notes.zip is corrupt . Try again",
-        .channel = "Download of notes.zip is corrupt .Try again"};
-    EXPECT_THAT(Messages(), ElementsAre(kTexts[GetParam()]));
     ASSERT_EQ(log_.entries.size(), 2U);
     EXPECT_EQ(log_.entries[0], Entry("Kitbay::CheckSignature", kBadHash, why));
-    EXPECT_EQ(log_.entries[1].description, "There was an error creating the archive.");
+    ExpectNothingIsOpened();
+  }
+
+  void ExpectNothingIsOpened() {
+    EXPECT_THAT(Messages(), ElementsAre(kCorrupt[GetParam()]));
+    EXPECT_EQ(log_.entries.back().description, "There was an error creating the archive.");
     EXPECT_TRUE(StatusIsClear());
     EXPECT_THAT(Operations({"Create", "fso.Create", "Replace"}), IsEmpty());
     EXPECT_THAT(Loaded(), IsEmpty());
     EXPECT_EQ(File(kDatastore), kEmptyRegistry);
   }
 
+  /// The text of the first message of a package that is not opened.
+  static constexpr base::PerKind<const char*> kCorrupt = {
+      .addon = "Download of notes.zip is corrupt . Try again",
+      .transport = "Download of notes.zip is corrupt . Try again",
+      .channel = "Download of notes.zip is corrupt .Try again"};
+
   fakes::SigningMaker maker_{1};
+  std::string unsigned_ = File(kManifest);
 };
 
 INSTANTIATE_TEST_SUITE_P(Kinds, SignedPackages, ::testing::ValuesIn(base::kComponentKinds));
@@ -101,6 +120,23 @@ TEST_P(SignedPackages, OfAnotherSizeAreNotOpened) {
 TEST_P(SignedPackages, OfWhichNothingWasAnnouncedAreNotOpened) {
   InstallAs({.manifest = "list.xml", .size = "", .sha256 = ""});
   ExpectRefused("list.xml does not say the size and the SHA-256 of the package");
+}
+
+TEST_P(SignedPackages, WhoseManifestWasChangedMeanwhileAreNotOpened) {
+  files_.AddFile(kManifest, unsigned_);
+  InstallAs(HonestDigest());
+  EXPECT_EQ(log_.entries[0].procedure, "Kitbay::CheckSignature");
+  EXPECT_EQ(log_.entries[0].description, "list.xml is not signed");
+  ExpectNothingIsOpened();
+}
+
+TEST_P(SignedPackages, OfWhichTheManifestAnnouncesAnotherByNowAreNotOpened) {
+  const catalog::PackageDigest digest = HonestDigest();
+  Announce({.manifest = "list.xml", .size = digest.size, .sha256 = std::string(64, 'a')});
+  InstallAs(digest);
+  ASSERT_EQ(log_.entries.size(), 2U);
+  EXPECT_THAT(log_.entries[0].description, HasSubstr("list.xml announces another package by now"));
+  ExpectNothingIsOpened();
 }
 
 // Another source that offers the id must not decide what the signed package is.
