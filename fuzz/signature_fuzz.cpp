@@ -14,7 +14,7 @@ namespace {
 void Judge(const std::string& bytes) {
   ExpectingLog log({});
   const fakes::FakeClock clock;
-  const fakes::SigningMaker maker(1);
+  const fakes::SigningMaker maker(1, "m.xml");
   const catalog::UpdateSourceList sources = {
       .UpdateSources = {"h/m.xml"},
       .PendingSources = {},

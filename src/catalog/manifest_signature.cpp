@@ -9,6 +9,7 @@
 #include <system_error>
 
 #include "base/failure.h"
+#include "catalog/manifest_file.h"
 #include "catalog/xml_file.h"
 
 namespace kitbay::catalog {
@@ -66,14 +67,30 @@ ManifestSignature ReadElement(std::string_view text) {
   const auto serial = ReadNumber<std::uint64_t>(element.attribute("serial").value());
   const auto until = ReadDate(element.attribute("until").value());
   ManifestSignature signature;
-  if (element.name() != kElement || element.next_sibling() || !serial || !until ||
-      !ReadHexadecimal(element.attribute("ed25519").value(), signature.value)) {
+  signature.file = element.attribute("file").value();
+  if (element.name() != kElement || element.next_sibling() || signature.file.empty() || !serial ||
+      !until || !ReadHexadecimal(element.attribute("ed25519").value(), signature.value)) {
     RaiseUnreadable();
   }
   signature.key_id = element.attribute("key").value();
   signature.serial = *serial;
   signature.until = *until;
   return signature;
+}
+
+// A file name as an attribute within a comment, which must have no two hyphens in a row.
+std::string AttributeValue(const std::string& name) {
+  std::string text;
+  for (const char letter : name) {
+    if (letter == '&') {
+      text += "&amp;";
+    } else if (letter == '-' && text.ends_with('-')) {
+      text += "&#45;";
+    } else {
+      text += letter;
+    }
+  }
+  return text;
 }
 
 // Where the comment of a signature begins; npos where the manifest has none.
@@ -120,15 +137,19 @@ bool IsSignedWith(std::string_view manifest, const ManifestSignature& signature,
                                      signature.signed_bytes, key.data()) == 0;
 }
 
-std::string SignManifest(std::string_view manifest, const SecretKey& key, std::uint64_t serial,
-                         std::chrono::sys_days until) {
+std::string SignManifest(std::string_view manifest, const std::string& file, const SecretKey& key,
+                         std::uint64_t serial, std::chrono::sys_days until) {
+  if (!IsManifestName(file)) {
+    throw base::Failure(base::RuntimeError::kPathFileAccessError, file);
+  }
   PublicKey public_key{};
   crypto_sign_ed25519_sk_to_pk(public_key.data(), key.data());
   const std::size_t comment = FindSignature(manifest) ? CommentStart(manifest) : manifest.size();
   std::string text(manifest.substr(0, comment));
   text.erase(text.find_last_not_of(kBlanks) + 1);
-  text += "\n<!--<signature key=\"" + KeyId(public_key) + "\" serial=\"" + std::to_string(serial) +
-          "\" until=\"" + DateText(until) + "\" " + std::string(kValueStart);
+  text += "\n<!--<signature key=\"" + KeyId(public_key) + "\" file=\"" + AttributeValue(file) +
+          "\" serial=\"" + std::to_string(serial) + "\" until=\"" + DateText(until) + "\" " +
+          std::string(kValueStart);
   ManifestSignature signature;
   crypto_sign_detached(signature.value.data(), nullptr,
                        reinterpret_cast<const unsigned char*>(text.data()), text.size(),

@@ -19,6 +19,7 @@ inline constexpr std::size_t kKeyDigits = 64;
 /// The last comment of a manifest, which signs every byte before its own value.
 struct ManifestSignature {
   std::string key_id;           ///< the first digits of the key that it was made with
+  std::string file;             ///< the manifest's file name: a key may sign several sources
   std::uint64_t serial = 0;     ///< grows with every manifest of the source
   std::chrono::sys_days until;  ///< the last day on which the manifest holds
   std::array<unsigned char, 64> value{};
@@ -33,10 +34,10 @@ std::optional<ManifestSignature> FindSignature(std::string_view manifest);
 bool IsSignedWith(std::string_view manifest, const ManifestSignature& signature,
                   const PublicKey& key);
 
-/// The manifest with a signature in place of the one that it may have. Throws `base::Failure` where
-/// it has one that cannot be read.
-std::string SignManifest(std::string_view manifest, const SecretKey& key, std::uint64_t serial,
-                         std::chrono::sys_days until);
+/// The manifest of that file name with a signature in place of the one that it may have. Throws
+/// `base::Failure` where it has one that cannot be read, and where no manifest may have that name.
+std::string SignManifest(std::string_view manifest, const std::string& file, const SecretKey& key,
+                         std::uint64_t serial, std::chrono::sys_days until);
 
 /// The key of that many hexadecimal digits; none where the text is anything else.
 std::optional<PublicKey> ReadKey(std::string_view digits);

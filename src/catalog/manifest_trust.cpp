@@ -2,6 +2,7 @@
 
 #include <chrono>
 
+#include "base/text.h"
 #include "catalog/manifest_signature.h"
 
 namespace kitbay::catalog {
@@ -48,6 +49,9 @@ std::uint64_t ManifestTrust::CheckSignature(const std::string& manifest,
   }
   if (!IsSignedWith(bytes, signature, *key)) {
     Refuse(manifest, "was changed after it was signed");
+  }
+  if (base::ToLower(signature.file) != base::ToLower(manifest)) {
+    Refuse(manifest, "is signed as " + signature.file);
   }
   if (signature.serial < source->serial) {
     Refuse(manifest, "is number " + std::to_string(signature.serial) +

@@ -23,9 +23,9 @@ class ManifestTrust {
   }
 
   /// Throws `base::Failure`, whose description says what is wrong, unless `bytes` may count as the
-  /// manifest of that file name: signed with its source's key, not older than one seen before, not
-  /// past its last day. A source without a key may give any bytes. Returns the serial number; 0
-  /// where none is demanded.
+  /// manifest of that file name: signed with its source's key under that name, not older than one
+  /// seen before, not past its last day. A source without a key may give any bytes. Returns the
+  /// serial number; 0 where none is demanded.
   std::uint64_t CheckSignature(const std::string& manifest, std::string_view bytes) const;
 
   /// Logs the failure of `CheckSignature`.

@@ -127,7 +127,7 @@ int Sign(Place& place, const std::vector<std::string>& words) {
   const auto before = catalog::FindSignature(manifest);
   const std::uint64_t serial = before ? before->serial + 1 : 1;
   const std::chrono::sys_days until = place.today + std::chrono::days(days);
-  place.disk.Replace(file, catalog::SignManifest(manifest, key, serial, until));
+  place.disk.Replace(file, catalog::SignManifest(manifest, FileNameOf(file), key, serial, until));
   place.out << "Signed as number " << serial << "; it holds until " << catalog::DateText(until)
             << ".\n";
   return kDone;

@@ -15,6 +15,7 @@
 #include "catalog/version_rule.h"
 #include "catalog/xml_file.h"
 #include "install/manifest_entry.h"
+#include "source_tool/disk.h"
 
 namespace kitbay::source_tool {
 namespace {
@@ -245,6 +246,8 @@ std::vector<Finding> CheckSignature(const ManifestText& manifest, const catalog:
       why = "the manifest is signed with another key";
     } else if (!catalog::IsSignedWith(manifest.bytes, *signature, key)) {
       why = "the manifest was changed after it was signed";
+    } else if (base::ToLower(signature->file) != base::ToLower(FileNameOf(manifest.file))) {
+      why = "the manifest is signed as " + signature->file;
     } else if (today > signature->until) {
       why = "the manifest held until " + catalog::DateText(signature->until) + " only";
     }

@@ -30,9 +30,9 @@ export class Maker {
     return key.subarray(-32).toString('hex');
   }
 
-  /** The manifest with its signature at the end. */
-  sign(manifest, { serial, until = dayFromToday(30) }) {
-    const start = `${manifest.toString().trimEnd()}\n<!--<signature key="${this.key.slice(0, 16)}" ` +
+  /** The manifest `file` with its signature at the end. */
+  sign(manifest, { file = 'ovalink.xml', serial, until = dayFromToday(30) }) {
+    const start = `${manifest.toString().trimEnd()}\n<!--<signature key="${this.key.slice(0, 16)}" file="${file}" ` +
       `serial="${serial}" until="${until}" ed25519="`;
     return `${start}${crypto.sign(null, Buffer.from(start), this.#secret).toString('hex')}"/>-->\n`;
   }

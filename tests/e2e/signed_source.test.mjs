@@ -13,6 +13,9 @@ const maker = new Maker(1);
 const manifestPath = '/ovalink.xml';
 const signedBefore = 5;
 
+/** More than what a server sends can be on its way, unread. */
+const kOnItsWay = 16 * 1024 * 1024;
+
 let source;
 let suite;
 let kitbay;
@@ -102,6 +105,11 @@ const manifestAttacks = [
     told: 'was changed after it was signed',
   },
   {
+    what: 'the manifest of another source of that maker',
+    serve: () => maker.sign(forged(honest), { file: 'more.xml', serial: 900 }),
+    told: 'is signed as more.xml',
+  },
+  {
     what: 'a replayed older manifest',
     serve: () => maker.sign(honest.replace('1.0.2.0', '1.0.1.0'), { serial: signedBefore - 1 }),
     told: `is number ${signedBefore - 1} of its source, older than number ${signedBefore} seen before`,
@@ -166,6 +174,31 @@ for (const { what, serve, misbehave, told } of manifestAttacks) {
   });
 }
 
+test('a manifest without an end is cut off, and what was fetched before stays listed', async () => {
+  fs.writeFileSync(cachedFile(), cached);
+  ofYesterday();
+  source.publish(manifestPath, honest);
+  const endless = source.misbehave(manifestPath, 'endless');
+  await start();
+  const told = "The server's list of components is larger than 64 MB";
+  assert.equal(await confirmMessage(), `${manifestPath}      ${told}`);
+  await page.waitFor(sourcesAnswered);
+  assert.ok(endless.sent() < 64 * 1024 * 1024 + kOnItsWay, `${endless.sent()} bytes`);
+  assert.equal(fs.readFileSync(cachedFile(), 'utf8'), cached);
+  assert.deepEqual(suite.manifests().sort(), ['ovalink.xml', 'partners.xml']);
+  assert.equal(await kitbay.close(), 0);
+  assert.deepEqual(
+    suite.logEntries().map(({ procedure, description }) => [procedure, description]),
+    [['Kitbay::OvTransportEvents_Exception', told]],
+  );
+  source.behave();
+  source.publish(manifestPath, maker.sign(honest, { serial: 6 }));
+  await start();
+  await page.waitFor(sourcesAnswered);
+  assert.equal(fs.readFileSync(cachedFile(), 'utf8'), source.contentOf(manifestPath).toString());
+  assert.equal(await kitbay.close(), 0);
+});
+
 test('a manifest changed on disk is not listed, is reported, and is fetched again', async () => {
   source.publish(manifestPath, maker.sign(honest, { serial: 6 }));
   fs.writeFileSync(cachedFile(), forged(cached)); // dated today, so it would not be requested
@@ -222,6 +255,25 @@ const packageAttacks = [
   },
 ];
 
+/** The package is honest, and the manifest in the cache is changed while it is on its way. */
+async function manifestChangedMeanwhile() {
+  const before = await everything(suite, page);
+  const held = source.misbehave(kScrapbook, 'stall');
+  await kitbay.press('updatedaddons', 'Scrapbook', 'Install');
+  await held.reached;
+  const manifest = fs.readFileSync(cachedFile());
+  fs.writeFileSync(cachedFile(), forged(manifest.toString()));
+  await held.rest();
+  assert.equal(await confirmMessage(), corrupt);
+  await page.waitFor(allButtonsOn);
+  fs.writeFileSync(cachedFile(), manifest);
+  source.behave();
+  const [changed, expanded] = refusal('was changed after it was signed');
+  const unread = [91, 'Kitbay::enterAddon', 'Object variable or With block variable not set: no manifest has an entry of "scrapbook"'];
+  const log = [[-2146893818, ...changed.slice(1)], unread, expanded];
+  await demandOnly({ log, working: { 'scrapbook.zip': sumOf(source.contentOf(kScrapbook)) } }, before, suite, page);
+}
+
 test('packages that are not what was signed are not opened; then the honest one is installed', async () => {
   fs.rmSync(cachedFile(), { force: true });
   source.publish(manifestPath, maker.sign(honest, { serial: 7 }));
@@ -241,7 +293,22 @@ test('packages that are not what was signed are not opened; then the honest one 
     await page.waitFor(allButtonsOn);
     await demandOnly({ log: refusal(why), working: { 'scrapbook.zip': sumOf(content) } }, before, suite, page);
   }
+  const tooLarge = `The server's file is larger than the ${honestPackage.length} bytes announced for it`;
+  for (const [what, misbehave] of [
+    ['one byte too many', () => source.publish(kScrapbook, Buffer.concat([honestPackage, Buffer.from('x')]))],
+    ['bytes without an end', () => source.misbehave(kScrapbook, 'endless')],
+  ]) {
+    const before = await everything(suite, page);
+    const endless = misbehave();
+    await kitbay.press('updatedaddons', 'Scrapbook', 'Install');
+    assert.equal(await confirmMessage(), `//${source.host}${kScrapbook}      ${tooLarge}`, what);
+    await page.waitFor(allButtonsOn);
+    assert.ok(!(endless?.sent() > honestPackage.length + kOnItsWay), `${endless?.sent()} bytes`);
+    await demandOnly({ log: [[0, 'Kitbay::OvTransportEvents_Exception', tooLarge]] }, before, suite, page);
+  }
+  source.behave();
   source.publish(kScrapbook, honestPackage);
+  await manifestChangedMeanwhile();
   await kitbay.press('updatedaddons', 'Scrapbook', 'Install');
   assert.match(await confirmMessage(), /^Scrapbook addon has been successfully installed/);
   await page.waitFor(allButtonsOn);

@@ -177,7 +177,7 @@ test('sources are added and removed, and the added one is contacted when the dia
 test('a source typed with its key is marked, and must serve manifests signed with it', async () => {
   const maker = new Maker(1);
   const partners = `${source.host}/partners.com.xml`;
-  source.publish('/partners.com.xml', maker.sign(source.contentOf('/partners.com.xml'), { serial: 3 }));
+  source.publish('/partners.com.xml', maker.sign(source.contentOf('/partners.com.xml'), { file: 'partners.com.xml', serial: 3 }));
   await openByMouse();
   await type(`http://${partners}#${maker.key}`);
   await press('add');

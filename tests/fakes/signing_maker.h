@@ -5,16 +5,18 @@
 #include <chrono>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "catalog/manifest_signature.h"
 
 namespace kitbay::fakes {
 
-/// The maker of a source's manifests, who signs them. Each number is a different maker, whose key
-/// is always the same.
+/// The maker of a source's manifest `file`, who signs it. Each number is a different maker, whose
+/// key is always the same.
 class SigningMaker {
  public:
-  explicit SigningMaker(unsigned char number) {
+  explicit SigningMaker(unsigned char number, std::string file = "list.xml")
+      : file_(std::move(file)) {
     unsigned char seed[crypto_sign_SEEDBYTES] = {number};
     crypto_sign_seed_keypair(public_key_.data(), secret_key_.data(), seed);
   }
@@ -26,10 +28,11 @@ class SigningMaker {
 
   std::string Sign(std::string_view manifest, std::uint64_t serial,
                    std::chrono::sys_days until) const {
-    return catalog::SignManifest(manifest, secret_key_, serial, until);
+    return catalog::SignManifest(manifest, file_, secret_key_, serial, until);
   }
 
  private:
+  std::string file_;
   catalog::PublicKey public_key_{};
   catalog::SecretKey secret_key_{};
 };

@@ -27,9 +27,10 @@ std::string Changed(std::string text, const std::string& from, const std::string
 
 TEST(ManifestSignatures, StandInTheLastCommentBehindTheManifestItself) {
   const std::string text = kMaker.Sign(kManifest, 7, kUntil);
-  EXPECT_THAT(text, StartsWith("<components><addons/></components>\n<!--<signature key=\"" +
-                               KeyId(kMaker.public_key()) +
-                               "\" serial=\"7\" until=\"2027-03-01\" ed25519=\""));
+  EXPECT_THAT(text,
+              StartsWith("<components><addons/></components>\n<!--<signature key=\"" +
+                         KeyId(kMaker.public_key()) +
+                         "\" file=\"list.xml\" serial=\"7\" until=\"2027-03-01\" ed25519=\""));
   EXPECT_THAT(text, EndsWith("\"/>-->\n"));
 }
 
@@ -37,8 +38,21 @@ TEST(ManifestSignatures, SayWhatTheyWereMadeWith) {
   const auto signature = FindSignature(kMaker.Sign(kManifest, 7, kUntil));
   ASSERT_TRUE(signature);
   EXPECT_EQ(signature->key_id, KeyId(kMaker.public_key()));
+  EXPECT_EQ(signature->file, "list.xml");
   EXPECT_EQ(signature->serial, 7U);
   EXPECT_EQ(signature->until, kUntil);
+}
+
+// An older reader may refuse a comment with two hyphens in a row.
+TEST(ManifestSignatures, NameAnyFileThatAManifestMayBe) {
+  for (const std::string file : {"a--b---c.xml", "R&D's.xml", "L\xC3\xAFste.XML"}) {
+    const std::string text = SigningMaker(1, file).Sign(kManifest, 7, kUntil);
+    EXPECT_EQ(FindSignature(text)->file, file);
+    EXPECT_EQ(text.find("--", text.find("<!--") + 4), text.rfind("-->"));
+  }
+  for (const std::string file : {"", "list", "a\".xml", "a~1.xml", "../a.xml"}) {
+    EXPECT_THROW(SigningMaker(1, file).Sign(kManifest, 7, kUntil), base::Failure) << file;
+  }
 }
 
 // From RFC 8032, section 7.1, test 3: what libsodium signs, others can verify.
@@ -98,7 +112,9 @@ TEST(ManifestSignatures, MayBeFollowedByWhiteSpace) {
 TEST(ManifestSignatures, ThatCannotBeReadAreNotTakenForMissingOnes) {
   const std::string text = kMaker.Sign(kManifest, 7, kUntil);
   for (const auto& [from, to] : {
-           std::pair{"serial=\"7\"", ""},
+           std::pair{"file=\"list.xml\"", ""},
+           {"file=\"list.xml\"", "file=\"\""},
+           {"serial=\"7\"", ""},
            {"serial=\"7\"", "serial=\"-7\""},
            {"serial=\"7\"", "serial=\"7x\""},
            {"serial=\"7\"", "serial=\"99999999999999999999\""},

@@ -33,7 +33,7 @@ class SignedManifests : public ManifestTest {
     return maker_.Sign(manifest_, serial, until);
   }
 
-  fakes::SigningMaker maker_{1};
+  fakes::SigningMaker maker_{1, "m.xml"};
   std::string manifest_ = ManifestText(Offer("addon", "chess", "Chess", "1"), "", "");
 };
 
@@ -50,15 +50,21 @@ TEST_F(SignedManifests, WithoutASignatureAreRefused) {
 }
 
 TEST_F(SignedManifests, OfAnotherKeyAreRefused) {
-  EXPECT_EQ(Refusal(fakes::SigningMaker(2).Sign(manifest_, 6, kToday)),
+  EXPECT_EQ(Refusal(fakes::SigningMaker(2, "m.xml").Sign(manifest_, 6, kToday)),
             "m.xml is signed with another key");
 }
 
 TEST_F(SignedManifests, ThatNameTheKeyAndAreSignedWithAnotherAreRefused) {
-  std::string forged = fakes::SigningMaker(2).Sign(manifest_, 6, kToday);
-  const std::string id = fakes::SigningMaker(2).key().substr(0, 16);
+  std::string forged = fakes::SigningMaker(2, "m.xml").Sign(manifest_, 6, kToday);
+  const std::string id = fakes::SigningMaker(2, "m.xml").key().substr(0, 16);
   forged.replace(forged.find(id), id.size(), maker_.key().substr(0, 16));
   EXPECT_EQ(Refusal(forged), "m.xml was changed after it was signed");
+}
+
+TEST_F(SignedManifests, OfAnotherSourceOfTheirMakerAreRefused) {
+  EXPECT_EQ(Refusal(fakes::SigningMaker(1, "other.xml").Sign(manifest_, 900, kToday)),
+            "m.xml is signed as other.xml");
+  EXPECT_EQ(Refusal(fakes::SigningMaker(1, "M.XML").Sign(manifest_, 6, kToday)), "");
 }
 
 TEST_F(SignedManifests, OlderThanOneSeenBeforeAreRefused) {
@@ -80,7 +86,8 @@ TEST_F(SignedManifests, OfASourceWithAnInvalidKeyAreRefused) {
 TEST_F(SignedManifests, OfOtherSourcesNeedNoSignature) {
   EXPECT_EQ(Refusal(manifest_, "n.xml"), "");
   EXPECT_EQ(
-      Refusal(fakes::SigningMaker(2).Sign(manifest_, 1, kToday - std::chrono::days(100)), "n.xml"),
+      Refusal(fakes::SigningMaker(2, "m.xml").Sign(manifest_, 1, kToday - std::chrono::days(100)),
+              "n.xml"),
       "");
 }
 

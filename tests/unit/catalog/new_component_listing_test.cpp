@@ -56,7 +56,7 @@ TEST_F(New, WithoutSourcesOnlyHeadingAndEmptyMarkupAreWrittenAndTheTabIsHidden) 
 
 TEST_F(New, OffersOfSigningSourcesAloneSayWhatTheirPackageMustBe) {
   sources_.UpdateSources = {"one.example/a.xml", "two.example/b.xml"};
-  const fakes::SigningMaker maker(1);
+  const fakes::SigningMaker maker(1, "b.xml");
   sources_.keys["b.xml"] = {.key = maker.key()};
   const auto with_digest = [](const std::string& offer) {
     return offer.substr(0, offer.rfind("</")) + "<size>12</size><sha256>AB</sha256></addon>";

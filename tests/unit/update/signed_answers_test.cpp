@@ -57,7 +57,7 @@ class SignedAnswers : public ExchangeTest {
     EXPECT_THAT(downloads_.documents, ElementsAre(ManifestRequest("two.example", "/b.xml")));
   }
 
-  fakes::SigningMaker maker_{1};
+  fakes::SigningMaker maker_{1, "a.xml"};
   std::string unsigned_;
 };
 
@@ -91,7 +91,7 @@ TEST_F(SignedAnswers, WithoutASignatureAreAFailedSource) {
 }
 
 TEST_F(SignedAnswers, OfAnotherKeyAreAFailedSource) {
-  Answer(fakes::SigningMaker(2).Sign(unsigned_, 6, kLastDay));
+  Answer(fakes::SigningMaker(2, "a.xml").Sign(unsigned_, 6, kLastDay));
   ExpectRefused("a.xml is signed with another key");
 }
 
