@@ -43,11 +43,8 @@ constexpr const char* kUsageText =
 constexpr int kDefaultDays = 90;
 
 /// What every command works with.
-struct Place {
-  Disk disk;
-  std::chrono::sys_days today;
-  std::ostream& out;
-  std::ostream& err;
+struct Place : Surroundings {
+  Disk disk = {};
 };
 
 std::string KeyFileOf(const Arguments& arguments) {
@@ -110,12 +107,19 @@ int Add(Place& place, const std::vector<std::string>& words) {
       addition.texts[element] = arguments.Value("--" + element);
     }
   }
-  std::string manifest = place.disk.Read(file);
-  const Entered entered = AddPackage(place.disk, addition, manifest);
-  place.disk.Replace(file, manifest);
+  ManifestText before{.file = file, .bytes = place.disk.Read(file), .document = {}};
+  ManifestText after{.file = file, .bytes = before.bytes, .document = {}};
+  const Entered entered = AddPackage(place.disk, addition, after.bytes);
+  place.disk.Replace(file, after.bytes);
   place.out << (entered.is_new ? "Added " : "Updated ") << entered.id << ", version "
             << entered.version << ". The manifest must be signed again.\n";
-  return kDone;
+  Parse(before);
+  Parse(after);
+  const std::vector<Finding> findings = CheckVersionsSince(after, before);
+  if (!findings.empty()) {
+    WriteFindings(place.out, findings);
+  }
+  return findings.empty() ? kDone : kFound;
 }
 
 int Sign(Place& place, const std::vector<std::string>& words) {
@@ -173,12 +177,14 @@ std::vector<Finding> CheckAll(Place& place, const Arguments& arguments) {
     if (Parse(previous).empty()) {
       Append(findings, CheckVersionsSince(manifest, previous));
     }
+  } else {
+    Append(findings, CheckLastParts(manifest));
   }
   if (arguments.Has("--packages")) {
-    Append(findings, CheckPackages(place.disk, manifest, arguments.Value("--packages"),
-                                   Number(arguments.Value("--bits", "32"), "--bits"),
-                                   ProgressBar(place.err, !arguments.Has("--quiet") &&
-                                                              !arguments.Has("--json"))));
+    Append(findings,
+           CheckPackages(place.disk, manifest, arguments.Value("--packages"),
+                         Number(arguments.Value("--bits", "32"), "--bits"),
+                         ProgressBar(place.err, place.is_err_shown && !arguments.Has("--quiet"))));
   }
   if (arguments.Has("--public")) {
     Append(findings, CheckKey(manifest, arguments.Value("--public"), place.today));
@@ -231,9 +237,9 @@ int RunCommand(Place& place, const std::vector<std::string>& words) {
 
 }  // namespace
 
-int Run(const std::vector<std::string>& words, std::chrono::sys_days today, std::ostream& out,
-        std::ostream& err) {
-  Place place{.disk = {}, .today = today, .out = out, .err = err};
+int Run(const std::vector<std::string>& words, const Surroundings& surroundings) {
+  Place place{surroundings};
+  std::ostream& err = surroundings.err;
   try {
     return RunCommand(place, words);
   } catch (const WrongUsage& wrong) {

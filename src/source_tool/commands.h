@@ -13,9 +13,16 @@ inline constexpr int kFound = 1;   ///< there are findings
 inline constexpr int kUsage = 2;   ///< the arguments are wrong
 inline constexpr int kFailed = 3;  ///< a file could not be read or written
 
-/// Carries out the command line `words` and returns the exit code. Writes results to `out`, and
-/// failures and progress to `err`.
-int Run(const std::vector<std::string>& words, std::chrono::sys_days today, std::ostream& out,
-        std::ostream& err);
+/// Where the program runs.
+struct Surroundings {
+  std::ostream& out;          ///< for results
+  std::ostream& err;          ///< for failures and progress
+  bool is_err_shown = false;  ///< whether `err` is a terminal, which shows a progress bar
+  std::chrono::sys_days today =
+      std::chrono::floor<std::chrono::days>(std::chrono::system_clock::now());
+};
+
+/// Carries out the command line `words` and returns the exit code.
+int Run(const std::vector<std::string>& words, const Surroundings& surroundings);
 
 }  // namespace kitbay::source_tool

@@ -1,13 +1,11 @@
-#include <chrono>
+#include <unistd.h>
+
 #include <iostream>
-#include <string>
-#include <vector>
 
 #include "source_tool/commands.h"
 
 int main(int count, char** words) {
   return kitbay::source_tool::Run(
       {words + 1, words + count},
-      std::chrono::floor<std::chrono::days>(std::chrono::system_clock::now()), std::cout,
-      std::cerr);
+      {.out = std::cout, .err = std::cerr, .is_err_shown = isatty(STDERR_FILENO) != 0});
 }

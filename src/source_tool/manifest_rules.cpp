@@ -11,6 +11,7 @@
 #include "catalog/entries.h"
 #include "catalog/kind_tables.h"
 #include "catalog/manifest_file.h"
+#include "catalog/package_digest.h"
 #include "catalog/registry_files.h"
 #include "catalog/version_rule.h"
 #include "catalog/xml_file.h"
@@ -99,11 +100,28 @@ void CheckVersion(const ManifestEntry& entry, Findings& findings) {
                  "the version " + Quoted(version) + " has fewer than the four parts of a library's",
                  "is offered no updates from this entry on: the manifest's list ends there",
                  "give it four parts");
-  } else if (catalog::LeadingNumber(version.substr(version.rfind('.') + 1)) == 0) {
-    findings.Add(Rule::kVersion, ChildOr(entry, "version"),
-                 "the last part of the version " + Quoted(version) + " is 0",
-                 "is offered no update, whatever is installed: only the last part is compared",
-                 "raise the last part with every release");
+  }
+}
+
+// "0.4.1.0", "1.0.0.0": nobody has an older one.
+bool IsOfFirstRelease(const std::string& version) {
+  return version.starts_with("0.") ||
+         (version.starts_with("1.") && version.find_first_not_of(".0", 1) == std::string::npos);
+}
+
+bool IsSigned(const ManifestText& manifest) {
+  try {
+    return catalog::FindSignature(manifest.bytes).has_value();
+  } catch (const base::Failure&) {
+    return true;
+  }
+}
+
+void CheckAnnounced(const ManifestText& manifest, const ManifestEntry& entry, Findings& findings) {
+  const catalog::PackageDigest digest = catalog::ReadDigest(manifest.file, entry.node);
+  if (!catalog::SizeIn(digest) || digest.sha256.empty()) {
+    findings.Add(Rule::kDigest, entry.node, "the manifest is signed, and size or sha256 is missing",
+                 "is told that the download is corrupt", "run kitbay-source add again, and sign");
   }
 }
 
@@ -199,9 +217,13 @@ std::vector<ManifestEntry> EntriesOf(const ManifestText& manifest) {
 
 std::vector<Finding> CheckEntries(const ManifestText& manifest) {
   Findings findings(manifest);
+  const bool is_signed = IsSigned(manifest);
   std::map<std::pair<ComponentKind, std::string>, TextPlace> ids;
   for (const ManifestEntry& entry : EntriesOf(manifest)) {
     CheckEntry(entry, findings);
+    if (is_signed) {
+      CheckAnnounced(manifest, entry, findings);
+    }
     const auto [before, is_new] =
         ids.try_emplace({entry.kind, base::ToLower(entry.id())}, manifest.PlaceOf(entry.node));
     if (!is_new) {
@@ -209,6 +231,22 @@ std::vector<Finding> CheckEntries(const ManifestText& manifest) {
                    "line " + std::to_string(before->second.line) + " has the id " +
                        Quoted(entry.id()) + " already",
                    "sees two rows, and gets what the first one says", "remove one of the entries");
+    }
+  }
+  return findings.Take();
+}
+
+std::vector<Finding> CheckLastParts(const ManifestText& manifest) {
+  Findings findings(manifest);
+  for (const ManifestEntry& entry : EntriesOf(manifest)) {
+    const std::string version = entry.Text("version");
+    if (catalog::LeadingNumber(version.substr(version.rfind('.') + 1)) == 0 &&
+        !IsOfFirstRelease(version)) {
+      findings.Add(Rule::kVersion, ChildOr(entry, "version"),
+                   "the last part of the version " + Quoted(version) + " is 0",
+                   "is offered no update, whatever is installed: only the last part is compared",
+                   "raise the last part with every release; if this is the first one, say "
+                   "--previous");
     }
   }
   return findings.Take();

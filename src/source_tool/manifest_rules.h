@@ -41,6 +41,10 @@ std::vector<ManifestEntry> EntriesOf(const ManifestText& manifest);
 /// What is wrong with the manifest alone.
 std::vector<Finding> CheckEntries(const ManifestText& manifest);
 
+/// Versions that end in 0 and so never count as newer, except those that look like a first release.
+/// For use without a previous manifest.
+std::vector<Finding> CheckLastParts(const ManifestText& manifest);
+
 /// What is wrong with its offers for users who have installed what the manifest `previous` offered.
 std::vector<Finding> CheckVersionsSince(const ManifestText& manifest, const ManifestText& previous);
 

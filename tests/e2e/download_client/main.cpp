@@ -7,7 +7,6 @@
 // failed, and prints the total number of attempts.
 #include <windows.h>
 
-#include <shellapi.h>
 #include <tlhelp32.h>
 #include <winternl.h>
 
@@ -19,6 +18,7 @@
 
 #include "base/failure.h"
 #include "held_file.h"
+#include "platform/win32/system/console.h"
 #include "platform/win32/system/handles.h"
 #include "platform/win32/system/utf.h"
 #include "platform/win32/win32_platform.h"
@@ -164,15 +164,6 @@ class Client : public platform::OvTransportEvents {
   bool was_told_ = false;
 };
 
-std::vector<std::string> Words() {
-  int count = 0;
-  wchar_t** const words = CommandLineToArgvW(GetCommandLineW(), &count);
-  std::vector<std::string> result;
-  for (int i = 1; i < count; ++i) result.push_back(win32::ToUtf8(words[i]));
-  LocalFree(words);
-  return result;
-}
-
 Ending TakeEnding(std::vector<std::string>& words) {
   Ending ending = Ending::kNone;
   if (words.empty()) return ending;
@@ -195,7 +186,7 @@ int TakeHeld(std::vector<std::string>& words) {
 
 int main() {
   try {
-    std::vector<std::string> words = Words();
+    std::vector<std::string> words = win32::StartWords();
     const Ending ending = TakeEnding(words);
     const int held = TakeHeld(words);
     const win32::ComApartment apartment;

@@ -68,6 +68,16 @@ TEST_F(Commands, TheNextReleaseKeepsTheTextsAndRaisesTheNumber) {
       << work_.out;
 }
 
+TEST_F(Commands, TheNextReleaseIsToldWhereItDoesNotCountAsNewer) {
+  Init();
+  Add();
+  library_[library_.size() - 2] = '\x01';  // 1.2.1.7
+  EXPECT_EQ(Add({}), kFound);
+  EXPECT_THAT(work_.out, HasSubstr("Updated chess, version 1.2.1.7."));
+  EXPECT_THAT(work_.out, HasSubstr("K03 version 1.2.1.7 does not count as newer than 1.2.0.7"));
+  EXPECT_THAT(work_.Read("list.xml"), HasSubstr("<version>1.2.1.7</version>"));
+}
+
 TEST_F(Commands, AChannelAndAMessagingServiceAreEnteredAsSuch) {
   Init();
   EXPECT_EQ(Add({"--url", "u.org/p", "--kind", "transport"}), kDone) << work_.err;
@@ -107,6 +117,12 @@ TEST_F(Commands, SignOnlyWithAKey) {
   work_.Write("list.xml.key", "0011");
   EXPECT_EQ(work_.Run({"sign", list_}), kFailed);
   EXPECT_THAT(work_.err, HasSubstr("contains no key"));
+}
+
+TEST_F(Commands, SignOnlyWhatAManifestMayBeCalled) {
+  EXPECT_EQ(work_.Run({"init", work_.Path("list~1.xml")}), kDone);
+  EXPECT_EQ(work_.Run({"sign", work_.Path("list~1.xml")}), kFailed);
+  EXPECT_THAT(work_.err, HasSubstr("list~1.xml"));
 }
 
 TEST_F(Commands, TellMachines) {

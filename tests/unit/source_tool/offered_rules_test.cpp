@@ -67,6 +67,16 @@ TEST_F(OfferedRules, AVersionWhoseLastPartIsNotHigher) {
 TEST_F(OfferedRules, AVersionWhoseLastPartIsZero) {
   EXPECT_THAT(Check(Entry("chess", "version", "2.0.0.0")), HasSubstr("K03 the last part"));
   EXPECT_THAT(Shown(Installed("chess"), "chess=1.0.0.0"), HasSubstr("[Remove]"));
+  EXPECT_THAT(Check(Entry("chess", "version", "1.1.0.0")), HasSubstr("K03 the last part"));
+  EXPECT_THAT(Check(Entry("chess", "version", "10.0.0.0")), HasSubstr("K03 the last part"));
+}
+
+TEST_F(OfferedRules, AFirstReleaseMayEndInZero) {
+  EXPECT_EQ(Check(Entry("chess", "version", "1.0.0.0")), "0 findings\n");
+  EXPECT_EQ(Check(Entry("chess", "version", "0.4.1.0")), "0 findings\n");
+  const std::string before = work_.Write("before.xml", ManifestOf(Entry("go")));
+  Check(Entry("go") + Entry("chess", "version", "2.0.0.0"));
+  EXPECT_EQ(work_.Run({"check", manifest_, "--previous", before}), kDone) << work_.out;
 }
 
 TEST_F(OfferedRules, AVersionOfFewerParts) {

@@ -134,8 +134,7 @@ TEST_F(PackageRules, AFileOfMoreThanTwoGigabytes) {
 
 // K13
 TEST_F(PackageRules, APackageOtherThanAnnounced) {
-  std::string entry = Entry("notes");
-  entry.insert(entry.find("<progid>"), "<size>5</size><sha256>00</sha256>");
+  const std::string entry = Announcing("<size>5</size><sha256>00</sha256>", Entry("notes"));
   EXPECT_THAT(Check({{.name = "own.dll", .bytes = "x"}}, entry), HasSubstr("K13"));
   const Disk disk;
   EXPECT_THROW(catalog::CheckDigest(*disk.Open(work_.Path("notes.zip")), {"list.xml", "5", "00"}),
@@ -156,12 +155,15 @@ TEST_F(PackageRules, NoPackage) {
   EXPECT_THAT(Messages(), ElementsAre("Download of notes.zip is corrupt . Try again"));
 }
 
-TEST_F(PackageRules, ShowTheirProgressUnlessQuiet) {
+TEST_F(PackageRules, ShowTheirProgressOnATerminalUnlessQuiet) {
   work_.Write("notes.zip", fakes::ZipOf({{.name = "own.dll", .bytes = "x"}}));
   const std::string manifest = work_.Write("list.xml", ManifestOf(Entry("notes")));
-  work_.Run({"check", manifest, "--packages", work_.Path("")});
+  const std::vector<std::string> words = {"check", manifest, "--packages", work_.Path("")};
+  work_.Run(words, true);
   EXPECT_EQ(work_.err, "\r[" + std::string(40, ' ') + "]\r[" + std::string(40, '#') + "]\n");
-  work_.Run({"check", manifest, "--packages", work_.Path(""), "--json"});
+  work_.Run(words, false);
+  EXPECT_EQ(work_.err, "");
+  work_.Run({"check", manifest, "--packages", work_.Path(""), "--quiet"}, true);
   EXPECT_EQ(work_.err, "");
 }
 

@@ -33,7 +33,8 @@ class Sources : public testing::Test {
 
   Workplace work_;
   fakes::SigningMaker maker_{1};
-  std::string honest_ = maker_.Sign(ManifestOf(Entry("chess")), 1, kToday);
+  std::string honest_ = maker_.Sign(
+      ManifestOf(Announcing("<size>1</size><sha256>00</sha256>", Entry("chess"))), 1, kToday);
 };
 
 // K14
@@ -46,10 +47,22 @@ TEST_F(Sources, SignaturesThatKitbayWouldNotTake) {
            {ManifestOf(Entry("chess")), "is not signed"},
            {changed, "was changed after it was signed"},
            {fakes::SigningMaker(2).Sign(honest_, 1, kToday), "is signed with another key"},
+           {fakes::SigningMaker(1, "more.xml").Sign(honest_, 1, kToday), "is signed as more.xml"},
            {maker_.Sign(honest_, 1, kToday - std::chrono::days(1)),
             "held until 2026-11-20 only"}}) {
     EXPECT_THAT(Checked(bytes), HasSubstr("K14 the manifest " + why));
     EXPECT_EQ(Judged(bytes), "list.xml " + why);
+  }
+}
+
+// K13
+TEST_F(Sources, SignedEntriesThatDoNotSayWhatTheirPackageIs) {
+  for (const char* said : {"", "<size>1</size>", "<size>x</size><sha256>00</sha256>"}) {
+    const std::string manifest = ManifestOf(Announcing(said, Entry("chess")));
+    EXPECT_THAT(Checked(manifest), testing::Not(HasSubstr("K13")));
+    EXPECT_THAT(
+        Checked(maker_.Sign(manifest, 1, kToday)),
+        HasSubstr("list.xml:3:1: K13 the manifest is signed, and size or sha256 is missing"));
   }
 }
 

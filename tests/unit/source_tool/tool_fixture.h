@@ -44,10 +44,11 @@ class Workplace {
   }
 
   /// The tool's exit code for these arguments; its output is kept.
-  int Run(const std::vector<std::string>& words, std::chrono::sys_days today = kToday) {
+  int Run(const std::vector<std::string>& words, bool is_err_shown = false) {
     std::ostringstream out;
     std::ostringstream err;
-    const int code = source_tool::Run(words, today, out, err);
+    const int code = source_tool::Run(
+        words, {.out = out, .err = err, .is_err_shown = is_err_shown, .today = kToday});
     this->out = out.str();
     this->err = err.str();
     return code;
@@ -83,6 +84,11 @@ inline std::string Entry(const std::string& id, const std::string& changed = "",
     }
   }
   return entry + "</addon>\n";
+}
+
+/// The entry with more of what it says of its package.
+inline std::string Announcing(const std::string& said, std::string entry) {
+  return entry.insert(entry.find("<progid>"), said);
 }
 
 inline std::string ManifestOf(const std::string& addons) {
