@@ -6,7 +6,7 @@
 // waits for messages. All of that shares the one limit that each test has. What the programs print
 // goes into the report.
 import assert from 'node:assert/strict';
-import { execFile, spawn } from 'node:child_process';
+import { execFile, spawn, spawnSync } from 'node:child_process';
 import fs from 'node:fs';
 import os from 'node:os';
 import path from 'node:path';
@@ -116,6 +116,13 @@ export async function confirmMessage(button = 'OK') {
   return box.controls.filter((control) => control.class === 'Static').map(({ text }) => text).join('');
 }
 
+/** Why a file does not conform to its schema; "" if it does, or does not exist. */
+export function whatIsInvalid(file) {
+  if (!fs.existsSync(file)) return '';
+  const { status, stdout } = spawnSync(path.join(root, 'tools/check_schemas'), [file], { encoding: 'utf8' });
+  return status === 0 ? '' : stdout;
+}
+
 /** A fresh installation of the sample suite. */
 export class Suite {
   folder = path.join(driveC, suiteFolder);
@@ -220,8 +227,13 @@ export class Suite {
     await wine('reg', 'delete', `${uninstallKey}\\${key}`, '/f');
   }
 
+  /** Starts the program. A file that is valid now, or is not there, must be valid once its user has closed it. */
   start() {
-    return Program.start(path.join(this.programFolder, 'Kitbay.exe'));
+    const saved = [this.datastore, this.customRegistry, path.join(this.userFolder, 'updatepreference.xml')];
+    const watched = saved.filter((file) => whatIsInvalid(file) === '');
+    const program = Program.start(path.join(this.programFolder, 'Kitbay.exe'));
+    program.whenClosed = () => assert.deepEqual(watched.map(whatIsInvalid).filter(Boolean), []);
+    return program;
   }
 }
 
@@ -302,6 +314,9 @@ export class Program {
   #inspector = null;
   #name;
   #scratch = fs.mkdtempSync(path.join(os.tmpdir(), 'kitbay-e2e-'));
+
+  /** What happens once the program's user has closed it. */
+  whenClosed = () => {};
 
   static start(file, ...words) {
     return new Program(file, words);
@@ -450,7 +465,9 @@ export class Program {
   /** Closes the program as its user does; returns its exit code. */
   async close() {
     await probe('press', 'Kitbay', '&Close');
-    return this.ended();
+    const code = await this.ended();
+    this.whenClosed();
+    return code;
   }
 
   /** Ends the program if a failed test left it running, reports what it printed, and cleans up. */

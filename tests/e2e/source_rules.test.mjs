@@ -10,7 +10,7 @@ import { UpdateSource } from '../../standins/update_source/server.mjs';
 import { bits } from '../../tools/windows_build.mjs';
 import {
   allButtonsOn, buildFolder, confirmMessage, prefixFolder, registeredLibrary, root, rowsOf, sourcesAnswered, Suite,
-  windowsPath,
+  whatIsInvalid, windowsPath,
 } from './harness.mjs';
 
 const otherBits = bits === '32' ? '64' : '32';
@@ -176,6 +176,7 @@ function makeSignedSource() {
   assert.equal(added.status, 0, added.stderr);
   const signed = tool('sign', windowsName('signed.xml'));
   assert.equal(signed.status, 0, signed.stderr);
+  assert.equal(whatIsInvalid(path.join(folder, 'signed.xml')), '');
   source.publish('/signed.xml', read('signed.xml'));
   publishPackage('changed', { 'readme.txt': { bytes: 'What there is to KNOW.' } });
 }

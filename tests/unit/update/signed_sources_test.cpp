@@ -1,8 +1,5 @@
 // The keys of sources that sign their manifests, in the user's file and in the installation's.
-#include "fakes/memory_files.h"
-#include "fakes/recording_error_log.h"
-#include "gmock/gmock.h"
-#include "update/update_source_file.h"
+#include "source_file_fixture.h"
 
 namespace kitbay::update {
 namespace {
@@ -10,36 +7,23 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-constexpr const char* kUserFile = "C:\\User\\Ovalink\\updatepreference.xml";
-
-class SignedSources : public testing::Test {
+class SignedSources : public SourceFileTest {
  protected:
-  SignedSources() {
-    settings_.InstallFolder = "C:\\Suite";
-    settings_.CustomDataFolder = "C:\\User\\Ovalink\\CustomData";
-    files_.AddFolder("C:\\User\\Ovalink\\CustomData");
-  }
-
-  static std::string FileOf(const std::string& sources) {
-    return "<root><preferences>" + sources + "</preferences></root>";
-  }
-
   void Read(const std::string& sources) {
-    files_.AddFile(kUserFile, FileOf(sources));
-    file_.GetPreferences();
+    files_.AddFile(kPath, FileOf(sources));
+    sources_file_.GetPreferences();
   }
 
   /// What happens to the user's sources, given the installation's.
-  std::string Seeded(const std::string& sources, const std::string& seed) {
-    files_.AddFile("C:\\Suite\\Kitbay\\DirectoryPreference.xml", FileOf(seed));
-    files_.AddFile(kUserFile, FileOf(sources));
-    file_.MakeDirectoryPreferenceFile(&file_system_);
+  std::string SeededFrom(const std::string& sources, const std::string& seed) {
+    files_.AddFile(kSeed, FileOf(seed));
+    Seeded(FileOf(sources));
     EXPECT_THAT(log_.entries, IsEmpty());
     return Sources();
   }
 
   std::string Sources() const {
-    const std::string bytes = *files_.Bytes(kUserFile);
+    const std::string bytes = File();
     const std::size_t start = bytes.find("<preferences>") + 13;
     return bytes.substr(start, bytes.find("</preferences>") - start);
   }
@@ -49,13 +33,6 @@ class SignedSources : public testing::Test {
     const catalog::SourceKey* const key = sources_.KeyOf(manifest);
     return key == nullptr ? "none" : key->key + " " + std::to_string(key->serial);
   }
-
-  fakes::RecordingErrorLog log_;
-  fakes::MemoryFiles files_;
-  fakes::MemoryFileSystemObject file_system_{files_};
-  base::Settings settings_;
-  catalog::UpdateSourceList sources_;
-  UpdateSourceFile file_{log_, files_, settings_, sources_};
 };
 
 TEST_F(SignedSources, AreThoseWithAKeyInTheFile) {
@@ -88,8 +65,8 @@ TEST_F(SignedSources, AreForgottenWhenTheFileNoLongerHasThem) {
 
 TEST_F(SignedSources, KeepTheirKeysWhileTheFileCannotBeRead) {
   Read("<preference url='h/a.xml' key='aa'/>");
-  files_.AddFile(kUserFile, "<root>");
-  file_.GetPreferences();
+  files_.AddFile(kPath, "<root>");
+  sources_file_.GetPreferences();
   EXPECT_THAT(sources_.UpdateSources, IsEmpty());
   EXPECT_EQ(KeyOf("a.xml"), "aa 0");
 }
@@ -98,51 +75,51 @@ TEST_F(SignedSources, NoteTheHighestNumberSeen) {
   Read(
       "<preference url='x/a.xml' key='aa' serial='3'/><preference url='h/b.xml'/>"
       "<preference url='y/A.xml' key='aa'/>");
-  file_.NoteSerial("a.xml", 7);
+  sources_file_.NoteSerial("a.xml", 7);
   const std::string noted =
       "<preference url=\"x/a.xml\" key=\"aa\" serial=\"7\"/><preference url=\"h/b.xml\"/>"
       "<preference url=\"y/A.xml\" key=\"aa\" serial=\"7\"/>";
   EXPECT_EQ(Sources(), noted);
   EXPECT_EQ(KeyOf("a.xml"), "aa 7");
-  file_.NoteSerial("a.xml", 6);
-  file_.NoteSerial("b.xml", 9);
+  sources_file_.NoteSerial("a.xml", 6);
+  sources_file_.NoteSerial("b.xml", 9);
   EXPECT_EQ(Sources(), noted);
   EXPECT_EQ(KeyOf("a.xml"), "aa 7");
 }
 
 TEST_F(SignedSources, NoteTheNumberForThisRunEvenWhereTheFileCannotBeWritten) {
   Read("<preference url='x/a.xml' key='aa'/>");
-  files_.FailWritesTo(kUserFile, base::RuntimeError::kDiskFull);
-  EXPECT_THROW(file_.NoteSerial("a.xml", 7), base::Failure);
+  files_.FailWritesTo(kPath, base::RuntimeError::kDiskFull);
+  EXPECT_THROW(sources_file_.NoteSerial("a.xml", 7), base::Failure);
   EXPECT_EQ(KeyOf("a.xml"), "aa 7");
 }
 
 TEST_F(SignedSources, GetTheKeyOfTheInstallationsFile) {
-  EXPECT_EQ(Seeded("<preference url=''/>", "<preference url='h/a.xml' key='aa'/>"),
+  EXPECT_EQ(SeededFrom("<preference url=''/>", "<preference url='h/a.xml' key='aa'/>"),
             "<preference url=\"h/a.xml\" key=\"aa\"/>");
 }
 
 TEST_F(SignedSources, KeepTheKeyThatTheInstallationsFileNoLongerBrings) {
   EXPECT_EQ(
-      Seeded("<preference url='h/a.xml' key='aa' serial='4'/>", "<preference url='H/a.xml'/>"),
+      SeededFrom("<preference url='h/a.xml' key='aa' serial='4'/>", "<preference url='H/a.xml'/>"),
       "<preference url=\"H/a.xml\" key=\"aa\" serial=\"4\"/>");
 }
 
 TEST_F(SignedSources, KeepTheNumberWhileTheKeyStays) {
-  EXPECT_EQ(Seeded("<preference url='h/a.xml' key='aa' serial='4'/>",
-                   "<preference url='h/a.xml' key='AA'/>"),
+  EXPECT_EQ(SeededFrom("<preference url='h/a.xml' key='aa' serial='4'/>",
+                       "<preference url='h/a.xml' key='AA'/>"),
             "<preference url=\"h/a.xml\" key=\"aa\" serial=\"4\"/>");
 }
 
 TEST_F(SignedSources, BeginToCountAgainWithAnotherKeyOfTheInstallation) {
-  EXPECT_EQ(Seeded("<preference url='h/a.xml' key='aa' serial='4'/>",
-                   "<preference url='h/a.xml' key='bb'/>"),
+  EXPECT_EQ(SeededFrom("<preference url='h/a.xml' key='aa' serial='4'/>",
+                       "<preference url='h/a.xml' key='bb'/>"),
             "<preference url=\"h/a.xml\" key=\"bb\"/>");
 }
 
 TEST_F(SignedSources, GiveWayToAnotherSourceOfTheInstallationWithoutAKey) {
-  EXPECT_EQ(Seeded("<preference url='h/a.xml' key='aa' serial='4'/><preference url='m/m.xml'/>",
-                   "<preference url='h/b.xml'/>"),
+  EXPECT_EQ(SeededFrom("<preference url='h/a.xml' key='aa' serial='4'/><preference url='m/m.xml'/>",
+                       "<preference url='h/b.xml'/>"),
             "<preference url=\"h/b.xml\"/><preference url=\"m/m.xml\"/>");
 }
 

@@ -1,51 +1,19 @@
-#include "update/update_source_file.h"
-
-#include <gmock/gmock.h>
-
-#include "fakes/memory_files.h"
-#include "fakes/recording_error_log.h"
+#include "source_file_fixture.h"
 
 namespace kitbay::update {
 namespace {
 
 using fakes::Entry;
-using fakes::RecordingErrorLog;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-constexpr const char* kPath = "C:\\User\\Ovalink\\updatepreference.xml";
-constexpr const char* kSeed = "C:\\Suite\\Kitbay\\DirectoryPreference.xml";
 constexpr const char* kInitial = "<root><preferences><preference url=''/></preferences></root>";
 
-class UpdateSources : public testing::Test {
+class UpdateSources : public SourceFileTest {
  protected:
-  UpdateSources() {
-    settings_.InstallFolder = "C:\\Suite";
-    settings_.CustomDataFolder = "C:\\User\\Ovalink\\CustomData";
-    files_.AddFolder("C:\\User\\Ovalink\\CustomData");
-    files_.AddFolder("C:\\Suite\\Kitbay");
-  }
-
   void SetSeed(const std::string& url) {
-    files_.AddFile(kSeed,
-                   "<root><preferences><preference url='" + url + "'/></preferences></root>");
+    files_.AddFile(kSeed, FileOf("<preference url='" + url + "'/>"));
   }
-
-  std::string File() const { return files_.Bytes(kPath).value_or("(no file)"); }
-
-  /// The bytes of the file after it was loaded from `bytes` and seeded.
-  std::string Seeded(const std::string& bytes) {
-    files_.AddFile(kPath, bytes);
-    sources_file_.MakeDirectoryPreferenceFile(&file_system_);
-    return File();
-  }
-
-  fakes::RecordingErrorLog log_;
-  fakes::MemoryFiles files_;
-  fakes::MemoryFileSystemObject file_system_{files_};
-  base::Settings settings_;
-  catalog::UpdateSourceList sources_;
-  UpdateSourceFile sources_file_{log_, files_, settings_, sources_};
 };
 
 TEST_F(UpdateSources, FreshUserWithoutASeedGetsExactlyTheInitialBytes) {
