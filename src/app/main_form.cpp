@@ -143,7 +143,7 @@ void MainForm::lblHelp_MouseMove() {
 void MainForm::WebBrowser1_DocumentComplete() {
   const bool is_connected = guarded(parts_.log, kPageLoaded, [&] { ConnectPage(); });
   if (is_connected) {
-    ColoursChanged();
+    LooksChanged();
     CheckDocumentMode();
   }
   const bool has_suite_objects = is_connected && CreateSuiteObjects();
@@ -160,7 +160,12 @@ void MainForm::WebBrowser1_DocumentComplete() {
   }
 }
 
-void MainForm::ColoursChanged() { parts_.page.tabs.FollowColours(parts_.window.HasDarkColours()); }
+void MainForm::WebBrowser1_NavigateError() {
+  guarded(parts_.log, "Kitbay::WebBrowser1_NavigateError",
+          [] { throw base::Failure(base::RuntimeError::kFileNotFound); });
+}
+
+void MainForm::LooksChanged() { parts_.page.tabs.FollowLooks(parts_.window.CurrentLooks()); }
 
 bool MainForm::CreateSuiteObjects() {
   platform::SuiteObjects& suite = parts_.suite_objects;

@@ -68,7 +68,8 @@ class MainForm : public platform::MainWindowEvents {
   void lblHelp_Click() override;
   void lblHelp_MouseMove() override;
   void WebBrowser1_DocumentComplete() override;
-  void ColoursChanged() override;
+  void WebBrowser1_NavigateError() override;
+  void LooksChanged() override;
 
  private:
   void PrepareWorkingFiles();

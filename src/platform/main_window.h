@@ -57,6 +57,13 @@ class ProgressBar {
   virtual void SetValue(int percent) = 0;
 };
 
+/// How windows look at the moment: whether the user's colours are light writing on dark, and the
+/// resolution of the window's screen.
+struct Looks {
+  bool has_dark_colours = false;
+  int dots_per_inch = 96;
+};
+
 /// Receives the events of the main window, on the user-interface thread.
 class MainWindowEvents {
  public:
@@ -71,8 +78,11 @@ class MainWindowEvents {
   virtual void lblHelp_MouseMove() = 0;
   virtual void WebBrowser1_DocumentComplete() = 0;
 
-  /// The user's colours have changed.
-  virtual void ColoursChanged() = 0;
+  /// The page file cannot be shown; the control shows its own error page.
+  virtual void WebBrowser1_NavigateError() = 0;
+
+  /// The user's colours or the window's resolution have changed.
+  virtual void LooksChanged() = 0;
 };
 
 /// The main window with its browser control, status bar, progress bar, buttons and help label.
@@ -107,8 +117,7 @@ class MainWindow {
   /// such file, with 481 if it is not a cursor.
   virtual void SetHelpCursor(const std::string& path) = 0;
 
-  /// Whether the user's colours are light text on a dark background.
-  virtual bool HasDarkColours() const = 0;
+  virtual Looks CurrentLooks() const = 0;
 
   /// The topic that F1 opens.
   virtual void SetHelpFile(const std::string& topic) = 0;

@@ -14,8 +14,8 @@ inline constexpr int kUpdatesControl = 3;
 inline constexpr const char* kInstalledControl = "installed";
 inline constexpr const char* kUpdateControl = "update";
 
-/// The page's base, which says what folder the tab images are in.
-inline constexpr const char* kImageBase = "images";
+/// What holds the tab bars and the lists. Its class says whether the user's colours are dark.
+inline constexpr const char* kPane = "pane";
 
 /// What is said while there is nothing to show.
 inline constexpr const char* kNotice = "notice";

@@ -45,8 +45,10 @@ void PagePlace::Restore() {
 }
 
 void PagePlace::RestoreFocus(RowPlace place) const {
-  const auto& rows = state_.lists.Of(page_, place.container).rows;
+  const PageList& list = state_.lists.Of(page_, place.container);
+  const auto& rows = list.rows;
   if (rows.empty()) {
+    RowFocus(page_, state_.lists).GiveToTab(list.tab_bar);
     return;
   }
   place.index = std::min(place.index, rows.size() - 1);

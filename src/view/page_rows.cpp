@@ -22,8 +22,8 @@ void PageRows::AddImageTab(const std::string& holder, const std::string& markup)
     if (element->InnerHtml().empty()) {
       element->SetInnerHtml(markup);
       DescribeTabs(Needed(element->Child(0)));
-      if (state_.has_dark_colours) {
-        ShowTabImagesFor(page_, true);
+      if (!state_.tab_folder.empty()) {
+        ShowTabImages(page_, state_.tab_folder);
       }
     }
   });

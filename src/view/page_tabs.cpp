@@ -51,7 +51,7 @@ void PageTabs::showImage(const std::string& tab, const HtmlNodeRef& bar) {
     for (int i = 0; i < count; ++i) {
       const HtmlNodeRef image = Needed(bar->Child(i));
       const std::string id = image->Id();
-      image->SetSrc((id == tab ? "i" : "u") + id + ".gif");
+      image->SetSrc(state_.tab_folder + (id == tab ? "i" : "u") + id + ".gif");
       SaySelected(image, id == tab);
     }
   });
@@ -186,11 +186,18 @@ void PageTabs::HideOthers(const HtmlNodeRef& name_line) {
   });
 }
 
-void PageTabs::FollowColours(bool dark_colours) {
-  guarded(log_, "Kitbay::FollowColours", [&] {
-    if (std::exchange(state_.has_dark_colours, dark_colours) != dark_colours &&
-        page_.IsConnected()) {
-      ShowTabImagesFor(page_, dark_colours);
+void PageTabs::FollowLooks(const platform::Looks& looks) {
+  guarded(log_, "Kitbay::FollowLooks", [&] {
+    const std::string folder = TabFolderFor(looks);
+    const bool is_other = std::exchange(state_.tab_folder, folder) != folder;
+    if (!page_.IsConnected()) {
+      return;
+    }
+    if (is_other) {
+      ShowTabImages(page_, folder);
+    }
+    if (const HtmlNodeRef pane = page_.document().AllItem(kPane)) {
+      pane->SetProperty("className", looks.has_dark_colours ? "dark" : "");
     }
   });
 }

@@ -5,6 +5,7 @@
 #include "base/component_kind.h"
 #include "base/error_log.h"
 #include "catalog/installed_components.h"
+#include "platform/main_window.h"
 #include "view/page_buttons.h"
 #include "view/page_document.h"
 #include "view/view_state.h"
@@ -44,8 +45,9 @@ class PageTabs {
   /// Opens the row of the clicked name line and closes the other rows of its container.
   void HideOthers(const platform::HtmlNodeRef& name_line);
 
-  /// Shows the tabs in the variant for the user's colours, from now on.
-  void FollowColours(bool dark_colours);
+  /// Shows the page as it should look, from now on: the tabs in the variant for these colours and
+  /// this resolution, and in dark colours every row in the user's own.
+  void FollowLooks(const platform::Looks& looks);
 
   /// Fits the lists under their bars again: the page is shown in another size.
   void FitLists();

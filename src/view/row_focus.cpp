@@ -1,9 +1,11 @@
 #include "view/row_focus.h"
 
 #include <algorithm>
+#include <vector>
 
 #include "base/text.h"
 #include "view/page_ids.h"
+#include "view/tab_description.h"
 
 namespace kitbay::view {
 
@@ -58,6 +60,15 @@ void RowFocus::TakeFromButton() const {
   }
 }
 
+void RowFocus::GiveToTab(const std::string& bar) const {
+  const HtmlNodeRef tabs = page_.document().AllItem(bar);
+  for (const HtmlNodeRef& tab : tabs ? tabs->Children() : std::vector<HtmlNodeRef>()) {
+    if (ShowsSelected(tab->Src())) {
+      tab->SetActive();
+    }
+  }
+}
+
 void RowFocus::RemoveRow(const RowPlace& place) const {
   PageList& list = lists_.Of(page_, place.container);
   const auto focused = Focused();
@@ -70,6 +81,9 @@ void RowFocus::RemoveRow(const RowPlace& place) const {
     list.tab_stop = nullptr;
   }
   if (list.rows.empty()) {
+    if (had_focus) {
+      GiveToTab(list.tab_bar);
+    }
     return;
   }
   const RowPlace neighbour{place.container, std::min(place.index, list.rows.size() - 1)};

@@ -38,11 +38,14 @@ class RowFocus {
   /// focus.
   void Give(const RowPlace& place) const;
 
+  /// Gives the focus to the selected tab of a bar, if there is one.
+  void GiveToTab(const std::string& bar) const;
+
   /// Before buttons are disabled: the row of the focused button takes over the focus.
   void TakeFromButton() const;
 
   /// Removes a row from the page. The next row, or else the previous one, gets its focus and its
-  /// place in the Tab order.
+  /// place in the Tab order; the last row leaves the focus to its list's tab.
   void RemoveRow(const RowPlace& place) const;
 
  private:

@@ -14,9 +14,6 @@ using platform::HtmlNodeRef;
 constexpr base::PerKind<const char*> kTexts = {
     .addon = "Addons", .transport = "Messaging services", .channel = "Channels"};
 
-/// The folder below the page's own with the images for dark backgrounds.
-const std::string kDarkFolder = "/dark/";
-
 const char* TextOf(const std::string& tab) {
   for (const base::ComponentKind kind : base::kComponentKinds) {
     if (tab == kTabs[kind]) {
@@ -42,22 +39,20 @@ void SaySelected(const HtmlNodeRef& tab, bool is_selected) {
   tab->SetProperty("ariaSelected", is_selected ? "true" : "false");
 }
 
-void ShowTabImagesFor(const PageDocument& page, bool dark_colours) {
-  const HtmlNodeRef base = page.document().AllItem(kImageBase);
-  if (!base) {
-    return;
-  }
+std::string TabFolderFor(const platform::Looks& looks) {
+  constexpr int kWhole = 96;
+  constexpr int kHalfMore = 144;
+  const int dots = looks.dots_per_inch;
+  const char* percent = dots <= kWhole ? "100" : (dots <= kHalfMore ? "150" : "200");
+  const std::string folder = (looks.has_dark_colours ? "dark" : "light") + std::string(percent);
+  return folder == "light100" ? "" : "tabs/" + folder + "/";
+}
+
+void ShowTabImages(const PageDocument& page, const std::string& folder) {
   for (const char* id : {kInstalledBar, kUpdatesBar}) {
     const HtmlNodeRef bar = page.document().AllItem(id);
     for (const HtmlNodeRef& tab : bar ? bar->Children() : std::vector<HtmlNodeRef>()) {
-      const std::string src = tab->Src();
-      const std::string file = base::AfterLastSlash(src);
-      std::string folder = src.substr(0, src.size() - file.size());
-      if (folder.ends_with(kDarkFolder)) {
-        folder.resize(folder.size() - kDarkFolder.size() + 1);
-      }
-      base->SetProperty("href", folder + (dark_colours ? kDarkFolder.substr(1) : ""));
-      tab->SetSrc(file);
+      tab->SetSrc(folder + base::AfterLastSlash(tab->Src()));
     }
   }
 }

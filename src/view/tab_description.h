@@ -3,6 +3,7 @@
 #include <string>
 
 #include "platform/html_document.h"
+#include "platform/main_window.h"
 #include "view/page_document.h"
 
 namespace kitbay::view {
@@ -14,9 +15,12 @@ void DescribeTabs(const platform::HtmlNodeRef& bar);
 /// Says of a tab image whether it is the selected one.
 void SaySelected(const platform::HtmlNodeRef& tab, bool is_selected);
 
-/// Shows the images of both bars in the variant for the user's colours. They keep their file names:
-/// the page's base names another folder for them.
-void ShowTabImagesFor(const PageDocument& page, bool dark_colours);
+/// The folder below the page's own with the tab images for these looks, with a slash at its end;
+/// empty where they lie beside the page.
+std::string TabFolderFor(const platform::Looks& looks);
+
+/// Shows the images of both bars out of that folder. They keep their file names.
+void ShowTabImages(const PageDocument& page, const std::string& folder);
 
 /// Whether a tab image with that source is the selected one of its bar: its file name begins with
 /// "i".

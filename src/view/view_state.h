@@ -29,8 +29,9 @@ struct ViewState {
   /// get other numbers.
   std::string current_row_name;
 
-  /// True while the user's colours are light writing on dark.
-  bool has_dark_colours = false;
+  /// The folder of the tab images for the user's colours and resolution: empty for the page's own,
+  /// or with a slash at its end.
+  std::string tab_folder;
 
   PageLists lists;
 };

@@ -179,7 +179,7 @@ export class Suite {
   manifests() {
     return fs
       .readdirSync(this.programFolder)
-      .filter((name) => !/^dark$|\.(exe|dll|manifest|html|gif)$|^DirectoryPreference\.xml$/.test(name));
+      .filter((name) => !/^tabs$|\.(exe|dll|manifest|html|gif)$|^DirectoryPreference\.xml$/.test(name));
   }
 
   /**
@@ -380,17 +380,20 @@ export class Program {
   /** The processor time used so far by the program and the browser behind its page. */
   processorSeconds() {
     const kTicksPerSecond = 100;
-    let ticks = 0;
+    const processes = new Map();
     for (const pid of fs.readdirSync('/proc').filter((name) => /^\d+$/.test(name))) {
       try {
-        if (!fs.readFileSync(`/proc/${pid}/environ`, 'latin1').includes(this.#scratch)) continue;
         const fields = fs.readFileSync(`/proc/${pid}/stat`, 'latin1').replace(/^.*\) /s, '').split(' ');
-        ticks += Number(fields[11]) + Number(fields[12]);  // utime, stime
+        const isOwn = fs.readFileSync(`/proc/${pid}/environ`, 'latin1').includes(this.#scratch);
+        processes.set(pid, { parent: fields[1], isOwn, ticks: Number(fields[11]) + Number(fields[12]) });
       } catch {
         // The process has ended, or belongs to another user.
       }
     }
-    return ticks / kTicksPerSecond;
+    // The browser's own processes write over what tells their environment.
+    const belongs = (process) => process !== undefined && (process.isOwn || belongs(processes.get(process.parent)));
+    const own = [...processes.values()].filter(belongs);
+    return own.reduce((sum, { ticks }) => sum + ticks, 0) / kTicksPerSecond;
   }
 
   /** The page of the program's browser control. */

@@ -23,7 +23,7 @@ const driveC = path.join(prefix, 'drive_c');
 const uninstallKey = 'HKCU\\Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\Kitbay';
 const files = [
   'AddonUpdates.html', 'Kitbay.exe', 'Kitbay.spdx.json', 'Licence.txt', 'Licences of libraries.txt', 'OvalinkSuite.dll',
-  'OvalinkSuite.manifest', 'Uninstall.exe', 'User guide.txt', 'dark', 'iaddons.gif', 'ichannels.gif', 'itrans.gif', 'uaddons.gif',
+  'OvalinkSuite.manifest', 'Uninstall.exe', 'User guide.txt', 'iaddons.gif', 'ichannels.gif', 'itrans.gif', 'tabs', 'uaddons.gif',
   'uchannels.gif', 'utrans.gif',
 ];
 

@@ -47,7 +47,7 @@ class BlankWindow : public platform::MainWindow {
   void DisconnectDocument() override {}
   void SetHelpCursor(const std::string& /*path*/) override {}
   void SetHelpFile(const std::string& /*topic*/) override {}
-  bool HasDarkColours() const override { return false; }
+  platform::Looks CurrentLooks() const override { return {}; }
   platform::StatusBar& status_bar() override { return status_bar_; }
   platform::ProgressBar& progress_bar() override { return progress_bar_; }
 

@@ -209,8 +209,8 @@ class FakeMainWindow : public platform::MainWindow {
     calls_.Enter("SetHelpCursor", path);
     RequireParts();
   }
-  bool HasDarkColours() const override { return has_dark_colours; }
-  bool has_dark_colours = false;
+  platform::Looks CurrentLooks() const override { return looks; }
+  platform::Looks looks;
 
   void SetHelpFile(const std::string& topic) override { calls_.Enter("SetHelpFile", topic); }
 

@@ -17,7 +17,8 @@ class RecordingMainWindowEvents : public platform::MainWindowEvents {
   void Form_KeyDown(int key_code) override { Tell("Form_KeyDown " + std::to_string(key_code)); }
   void lblHelp_Click() override { Tell("lblHelp_Click"); }
   void lblHelp_MouseMove() override { Tell("lblHelp_MouseMove"); }
-  void ColoursChanged() override { Tell("ColoursChanged"); }
+  void WebBrowser1_NavigateError() override { Tell("WebBrowser1_NavigateError"); }
+  void LooksChanged() override { Tell("LooksChanged"); }
   void WebBrowser1_DocumentComplete() override { Tell("WebBrowser1_DocumentComplete"); }
 
   /// The names of the handlers with their arguments.

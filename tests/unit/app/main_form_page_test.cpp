@@ -7,6 +7,7 @@ namespace {
 using fakes::FakeSuiteObjects;
 using ::testing::AllOf;
 using ::testing::ElementsAre;
+using ::testing::EndsWith;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
@@ -124,6 +125,21 @@ TEST_F(PageLoaded, AnotherDocumentModeIsLoggedOnce) {
   EXPECT_EQ(Log(), Header() + Entry("Kitbay::CheckDocumentMode", "5",
                                     "Invalid procedure call or argument: the page is shown in "
                                     "document mode 9"));
+}
+
+TEST_F(PageLoaded, APageThatCannotBeShownIsLogged) {
+  ASSERT_TRUE(Start());
+  window.events()->WebBrowser1_NavigateError();
+  EXPECT_EQ(Log(), Header() + Entry("Kitbay::WebBrowser1_NavigateError", "53", "File not found"));
+}
+
+TEST_F(PageLoaded, TheTabsFollowTheLooksOfTheWindow) {
+  window.looks = {.has_dark_colours = true, .dots_per_inch = 192};
+  LoadPage();
+  EXPECT_THAT(At("itabencloser")->Child(0)->Src(), EndsWith("/tabs/dark200/ichannels.gif"));
+  window.looks = {};
+  window.events()->LooksChanged();
+  EXPECT_THAT(At("itabencloser")->Child(0)->Src(), EndsWith("Kitbay/ichannels.gif"));
 }
 
 TEST_F(PageLoaded, TheSuitesObjectsReportToTheTransferEvents) {

@@ -28,20 +28,51 @@ TEST_F(CategoryBars, ChangeImagesGivesEachTabTheImageAtItsPlace) {
 }
 
 TEST_F(CategoryBars, DarkColoursShowTheImagesOfAnotherFolder) {
-  Show(std::string("<base id='images'>") + kTwoBarsPage);
+  Show(kTwoBarsPage);
   const std::string folder = "file:///C:/Program Files/Kitbay/";
-  tabs_.FollowColours(true);
-  EXPECT_EQ(At("itabencloser")->Child(0)->Src(), folder + "dark/ichannels.gif");
-  EXPECT_EQ(At("tabencloser")->Child(2)->Src(), folder + "dark/uaddons.gif");
-  // What is set from now on also lies there.
+  tabs_.FollowLooks({.has_dark_colours = true});
+  EXPECT_EQ(At("itabencloser")->Child(0)->Src(), folder + "tabs/dark100/ichannels.gif");
+  EXPECT_EQ(At("tabencloser")->Child(2)->Src(), folder + "tabs/dark100/uaddons.gif");
+  // What is set from now on lies there, too.
   tabs_.showImage("trans", At("itabencloser"));
-  EXPECT_EQ(At("itabencloser")->Child(1)->Src(), folder + "dark/itrans.gif");
-  tabs_.FollowColours(true);
-  EXPECT_EQ(At("itabencloser")->Child(1)->Src(), folder + "dark/itrans.gif");
-  tabs_.FollowColours(false);
+  EXPECT_EQ(At("itabencloser")->Child(1)->Src(), folder + "tabs/dark100/itrans.gif");
+  tabs_.FollowLooks({.has_dark_colours = true});
+  EXPECT_EQ(At("itabencloser")->Child(1)->Src(), folder + "tabs/dark100/itrans.gif");
+  tabs_.FollowLooks({});
   EXPECT_EQ(At("itabencloser")->Child(1)->Src(), folder + "itrans.gif");
   EXPECT_EQ(At("tabencloser")->Child(2)->Src(), folder + "uaddons.gif");
   EXPECT_THAT(log_.entries, IsEmpty());
+}
+
+TEST_F(CategoryBars, EachResolutionShowsTheImagesThatAreLargeEnough) {
+  const std::string folder = "file:///C:/Program Files/Kitbay/";
+  const std::pair<int, const char*> folders[] = {{96, ""},
+                                                 {120, "tabs/light150/"},
+                                                 {144, "tabs/light150/"},
+                                                 {168, "tabs/light200/"},
+                                                 {288, "tabs/light200/"}};
+  for (const auto& [dots, expected] : folders) {
+    tabs_.FollowLooks({.dots_per_inch = dots});
+    EXPECT_EQ(At("itabencloser")->Child(0)->Src(), folder + expected + "ichannels.gif") << dots;
+  }
+  tabs_.FollowLooks({.has_dark_colours = true, .dots_per_inch = 192});
+  EXPECT_EQ(At("tabencloser")->Child(1)->Src(), folder + "tabs/dark200/utrans.gif");
+}
+
+TEST_F(CategoryBars, BarsThatAreMadeLaterHaveTheImagesOfTheLooksToo) {
+  Show("<div id='pane'><div id='imgtab'></div></div>");
+  tabs_.FollowLooks({.has_dark_colours = true});
+  rows_.AddImageTab("imgtab", catalog::kInstalledBarMarkup);
+  EXPECT_EQ(At("itabencloser")->Child(0)->Src(),
+            "file:///C:/Program Files/Kitbay/tabs/dark100/ichannels.gif");
+}
+
+TEST_F(CategoryBars, ThePaneSaysWhetherTheColoursAreDark) {
+  Show("<div id='pane'></div>");
+  tabs_.FollowLooks({.has_dark_colours = true});
+  EXPECT_EQ(At("pane")->Property("className"), "dark");
+  tabs_.FollowLooks({});
+  EXPECT_EQ(At("pane")->Property("className"), "");
 }
 
 TEST_F(CategoryBars, ChangeImagesLeavesHiddenTabsHidden) {

@@ -162,6 +162,23 @@ TEST_F(PageKeysTest, TheNextRowTakesTheFocusOfARowThatIsRemoved) {
   EXPECT_EQ(Focused(), "installedaddons/1");
 }
 
+TEST_F(PageKeysTest, AListThatGetsEmptyLeavesTheFocusToItsTab) {
+  tabs_.showImage("addons", At("itabencloser"));
+  for (const char* row : {"1", "2", "3"}) {
+    FocusRow(1);
+    state_.current_row_id = row;
+    rows_.RemoveNode("installedaddons");
+  }
+  EXPECT_EQ(Focused(), "itabencloser/addons");
+
+  FillAddons();
+  FocusRow(1);
+  PagePlace place(log_, page_, state_);
+  rows_.FillDivHeader("installedaddons", "itabencloser", "Currently Installed  Addons");
+  place.Restore();
+  EXPECT_EQ(Focused(), "itabencloser/addons");
+}
+
 TEST_F(PageKeysTest, TheFocusAndThePlaceScrolledToOutliveARelisting) {
   FocusRow(2);
   At("installedaddons")->SetScrollTop(57);

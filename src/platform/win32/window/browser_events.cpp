@@ -60,6 +60,13 @@ void BrowserEventsPart::OnDocumentComplete(const DISPPARAMS& parameters) {
   if (state_->owner != nullptr) state_->owner->PageComplete();
 }
 
+// Whatever address the control then gives its error page, that is not the expected one.
+void BrowserEventsPart::OnNavigateError(const DISPPARAMS& parameters) {
+  if (!IsExpectedPage(Argument(parameters, 0), Argument(parameters, 1))) return;
+  expected_path_.clear();
+  if (state_->owner != nullptr) state_->owner->PageFailed();
+}
+
 HRESULT BrowserEventsPart::Invoke(DISPID event, REFIID, LCID, WORD, DISPPARAMS* parameters,
                                   VARIANT*, EXCEPINFO*, UINT*) {
   if (parameters == nullptr) return E_POINTER;
@@ -80,6 +87,9 @@ HRESULT BrowserEventsPart::Invoke(DISPID event, REFIID, LCID, WORD, DISPPARAMS* 
         }
         return S_OK;
       }
+      case DISPID_NAVIGATEERROR:
+        OnNavigateError(*parameters);
+        return S_OK;
       case DISPID_DOCUMENTCOMPLETE:
         OnDocumentComplete(*parameters);
         return S_OK;

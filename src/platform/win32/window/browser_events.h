@@ -30,6 +30,7 @@ class BrowserEventsPart : public EventPart<DWebBrowserEvents2> {
   bool IsExpectedPage(const VARIANT& browser, const VARIANT& address) const;
   void OnBeforeNavigate(const DISPPARAMS& parameters);
   void OnDocumentComplete(const DISPPARAMS& parameters);
+  void OnNavigateError(const DISPPARAMS& parameters);
 
   BrowserSiteStateRef state_;
   // Not a reference: the control holds this sink.

@@ -17,6 +17,9 @@ class BrowserOwner {
   /// The page given to the control has loaded.
   virtual void PageComplete() = 0;
 
+  /// The page given to the control cannot be loaded; the control shows its own error page.
+  virtual void PageFailed() = 0;
+
   /// The focus moved past the last element of the page, or past the first one if `backwards`.
   virtual void FocusLeftPage(bool backwards) = 0;
 };

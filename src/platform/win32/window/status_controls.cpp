@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <string_view>
 
 #include "base/failure.h"
 #include "platform/win32/system/utf.h"
@@ -22,12 +23,28 @@ WPARAM IndexOfPanel(int panel) {
   return static_cast<WPARAM>(panel - 1);
 }
 
+constexpr std::wstring_view kStatusBarName = L"Status";
+
+// What a screen reader asks a window for its name by. A text that is set would be drawn in the
+// first panel, under the progress bar.
+LRESULT CALLBACK AnswerName(HWND bar, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR,
+                            DWORD_PTR) {
+  if (message == WM_GETTEXTLENGTH) return static_cast<LRESULT>(kStatusBarName.size());
+  if (message != WM_GETTEXT || wparam == 0) return DefSubclassProc(bar, message, wparam, lparam);
+  auto* text = reinterpret_cast<wchar_t*>(lparam);
+  const std::size_t length = kStatusBarName.copy(text, wparam - 1);
+  text[length] = L'\0';
+  return static_cast<LRESULT>(length);
+}
+
 }  // namespace
 
 CommonStatusBar::CommonStatusBar(HWND parent, int id)
     : window_(CreateChildWindow(
           parent,
-          {.window_class = STATUSCLASSNAMEW, .style = WS_VISIBLE | SBARS_SIZEGRIP, .id = id})) {}
+          {.window_class = STATUSCLASSNAMEW, .style = WS_VISIBLE | SBARS_SIZEGRIP, .id = id})) {
+  SetWindowSubclass(window_, AnswerName, 1, 0);
+}
 
 int CommonStatusBar::Height() const {
   RECT place{};

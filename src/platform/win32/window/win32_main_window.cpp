@@ -50,6 +50,7 @@ void Win32MainWindow::Load(MainWindowEvents& events) {
   try {
     controls_.emplace(window_, events);
     const int dpi = DpiOfWindow(window_);
+    dots_per_inch_ = dpi;
     controls_->SetResolution(dpi);
     const Extent extent = InitialWindowExtent(dpi);
     SetWindowPos(window_, nullptr, 0, 0, extent.width, extent.height,
@@ -132,7 +133,9 @@ void Win32MainWindow::SetHelpCursor(const std::string& path) {
   LoadedControls().help().SetCursorFile(path);
 }
 
-bool Win32MainWindow::HasDarkColours() const { return AreColoursDark(); }
+Looks Win32MainWindow::CurrentLooks() const {
+  return {.has_dark_colours = AreColoursDark(), .dots_per_inch = dots_per_inch_};
+}
 
 void Win32MainWindow::SetHelpFile(const std::string& topic) { help_file_ = topic; }
 
@@ -147,9 +150,11 @@ void Win32MainWindow::ZoomPage(int dpi) {
 }
 
 void Win32MainWindow::PageComplete() {
-  ZoomPage(DpiOfWindow(window_));
+  ZoomPage(dots_per_inch_);
   events_->WebBrowser1_DocumentComplete();
 }
+
+void Win32MainWindow::PageFailed() { events_->WebBrowser1_NavigateError(); }
 
 LRESULT CALLBACK Win32MainWindow::WindowProcedure(HWND window, UINT message, WPARAM wparam,
                                                   LPARAM lparam) {
@@ -252,12 +257,14 @@ void Win32MainWindow::OnFocus() {
 
 void Win32MainWindow::OnDpiChanged(int dpi, const RECT& suggested) {
   if (!controls_) return;
+  dots_per_inch_ = dpi;
   controls_->SetResolution(dpi);
   SetWindowPos(window_, nullptr, suggested.left, suggested.top, suggested.right - suggested.left,
                suggested.bottom - suggested.top, SWP_NOZORDER | SWP_NOACTIVATE);
   // A window that keeps its size gets no message about it.
   if (browser_ != nullptr) FitBrowser();
   ZoomPage(dpi);
+  events_->LooksChanged();
 }
 
 // The system notifies only top-level windows.
@@ -268,7 +275,7 @@ void Win32MainWindow::OnColoursChanged(UINT message, WPARAM wparam, LPARAM lpara
   news.lParam = lparam;
   EnumChildWindows(window_, HandOn, reinterpret_cast<LPARAM>(&news));
   if (controls_) controls_->progress_bar().FollowColours();
-  if (events_ != nullptr) events_->ColoursChanged();
+  if (events_ != nullptr) events_->LooksChanged();
 }
 
 void Win32MainWindow::OnMinMaxInfo(MINMAXINFO& info) const {

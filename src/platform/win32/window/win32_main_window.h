@@ -37,7 +37,7 @@ class Win32MainWindow final : public MainWindow, private KeyFilter, private Brow
   std::shared_ptr<HtmlDocument> ConnectDocument(HtmlDocumentEvents& events) override;
   void DisconnectDocument() override;
   void SetHelpCursor(const std::string& path) override;
-  bool HasDarkColours() const override;
+  Looks CurrentLooks() const override;
   void SetHelpFile(const std::string& topic) override;
   StatusBar& status_bar() override;
   ProgressBar& progress_bar() override;
@@ -59,6 +59,7 @@ class Win32MainWindow final : public MainWindow, private KeyFilter, private Brow
 
   void ZoomPage(int dpi);
   void PageComplete() override;
+  void PageFailed() override;
   void FocusLeftPage(bool backwards) override;
   void FocusControl(HWND control);
 
@@ -73,6 +74,7 @@ class Win32MainWindow final : public MainWindow, private KeyFilter, private Brow
   HWND window_ = nullptr;
   HWND last_focus_ = nullptr;
   bool is_unloading_ = false;
+  int dots_per_inch_ = 0;
   std::optional<FormControls> controls_;
   std::unique_ptr<BrowserHost> browser_;
   std::unique_ptr<DocumentEvents> document_events_;

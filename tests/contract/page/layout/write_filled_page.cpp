@@ -1,5 +1,7 @@
+// write_filled_page [light|dark]
 // Writes the body of the program's page to standard output, with rows in all six lists: short and
-// long names, versions and descriptions, with and without buttons.
+// long names, versions and descriptions, with and without buttons. With a word, one row of each
+// list is open, buttons are off as while a download runs, and the user's colours are light or dark.
 
 #include <cstdint>
 #include <cstdio>
@@ -60,9 +62,20 @@ void FillLists(kitbay::view::PageRows& rows) {
   }
 }
 
+// The first button of each list stays on.
+void UsePage(kitbay::view::ComponentPage& page, const kitbay::fakes::FakeHtmlDocument& document) {
+  constexpr int kOpenRow = 2;
+  for (const char* list : {"installedaddons", "installedtransports", "installedchannels",
+                           "updatedaddons", "updatedtransports", "updatedchannels"}) {
+    const auto buttons = document.ById(list)->ElementsByTag("input");
+    for (std::size_t i = 1; i < buttons.size(); ++i) buttons[i]->SetDisabled(true);
+    page.tabs.HideOthers(document.ById(list)->Child(kOpenRow)->Child(0));
+  }
+}
+
 }  // namespace
 
-int main() {
+int main(int count, char** words) {
   std::ifstream file(KITBAY_PAGE_FILE, std::ios::binary);
   const std::string markup{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
   const auto document = std::make_shared<kitbay::fakes::FakeHtmlDocument>(markup);
@@ -75,7 +88,10 @@ int main() {
   kitbay::fakes::FakeMainWindow window{""};
   kitbay::view::ComponentPage page{log, files, clock, settings, versions, window};
   page.document.Connect(document);
+  const std::string colours = count > 1 ? words[1] : "";
+  page.tabs.FollowLooks({.has_dark_colours = colours == "dark"});
   FillLists(page.rows);
+  if (!colours.empty()) UsePage(page, *document);
 
   std::fputs(document->ById("category")->ParentElement()->InnerHtml().c_str(), stdout);
   return log.entries.empty() ? 0 : 1;

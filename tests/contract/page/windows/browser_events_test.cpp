@@ -33,8 +33,10 @@ class SilentBrowser final : public ObjectOfParts<SilentPart> {};
 class CountingOwner : public BrowserOwner {
  public:
   void PageComplete() override { ++pages; }
+  void PageFailed() override { ++failures; }
   void FocusLeftPage(bool) override {}
   int pages = 0;
+  int failures = 0;
 };
 
 VARIANT Reference(VARIANT_BOOL& flag) {
@@ -121,6 +123,23 @@ TEST_F(NavigationRules, OnlyThePageOfTheControlItselfIsComplete) {
   EXPECT_EQ(owner_.pages, 1);
   Complete(browser_.Get(), kPageUrl);
   EXPECT_EQ(owner_.pages, 1);
+}
+
+TEST_F(NavigationRules, TheErrorPageOfAFailedNavigationIsNotThePage) {
+  const auto fail = [&](IDispatch* browser, const std::string& address) {
+    const Variant source(browser);
+    const Variant url(address);
+    Raise(DISPID_NAVIGATEERROR, {source.get(), url.get()});
+  };
+  fail(frame_.Get(), kPageUrl);
+  fail(browser_.Get(), "file:///C:/Kitbay/other.html");
+  EXPECT_EQ(owner_.failures, 0);
+  fail(browser_.Get(), kPageUrl);
+  EXPECT_EQ(owner_.failures, 1);
+  // The control gives its error page one address or the other.
+  Complete(browser_.Get(), kPageUrl);
+  Complete(browser_.Get(), "res://ieframe.dll/dnserror.htm#file:///C:/Kitbay/AddonUpdates.html");
+  EXPECT_EQ(owner_.pages, 0);
 }
 
 TEST_F(NavigationRules, NoWindowIsOpened) {

@@ -151,9 +151,9 @@ class ColoursOfUser {
 
 TEST(MainWindow, TellsWhetherTheUsersColoursAreDark) {
   LoadedWindow& loaded = SharedWindow();
-  EXPECT_FALSE(loaded.window().HasDarkColours());
+  EXPECT_FALSE(loaded.window().CurrentLooks().has_dark_colours);
   const ColoursOfUser dark(RGB(0, 0, 0), RGB(255, 255, 255));
-  EXPECT_TRUE(loaded.window().HasDarkColours());
+  EXPECT_TRUE(loaded.window().CurrentLooks().has_dark_colours);
 }
 
 LRESULT CALLBACK NoteColourNews(HWND control, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR,
@@ -179,12 +179,25 @@ TEST(MainWindow, HandsNewColoursOnToItsControlsAndThePage) {
   RemoveWindowSubclass(loaded.Control(STATUSCLASSNAMEW), procedure, 1);
   EXPECT_THAT(handed_on, ElementsAre(WM_SYSCOLORCHANGE, WM_SYSCOLORCHANGE, WM_SETTINGCHANGE,
                                      WM_SETTINGCHANGE));
-  EXPECT_THAT(loaded.told, ElementsAre("ColoursChanged", "ColoursChanged"));
+  EXPECT_THAT(loaded.told, ElementsAre("LooksChanged", "LooksChanged"));
 }
 
 TEST(MainWindow, TheProgressBarHasANameForScreenReaders) {
   LoadedWindow& loaded = SharedWindow();
   EXPECT_NE(loaded.Control(PROGRESS_CLASSW, L"Progress"), nullptr);
+}
+
+TEST(MainWindow, TheStatusBarHasANameForScreenReadersBesideItsTexts) {
+  LoadedWindow& loaded = SharedWindow();
+  const HWND bar = loaded.Control(STATUSCLASSNAMEW);
+  loaded.window().status_bar().SetPanelText(platform::kStatusPanel, "Done");
+  wchar_t name[16];
+  EXPECT_EQ(GetWindowTextW(bar, name, 16), 6);
+  EXPECT_STREQ(name, L"Status");
+  EXPECT_EQ(GetWindowTextW(bar, name, 4), 3);
+  EXPECT_STREQ(name, L"Sta");
+  EXPECT_EQ(loaded.window().status_bar().PanelText(platform::kStatusPanel), "Done");
+  loaded.window().status_bar().SetPanelText(platform::kStatusPanel, "");
 }
 
 std::vector<LONG>& Alerts() {
