@@ -4,6 +4,8 @@
 #include <exdispid.h>
 #include <shlwapi.h>
 
+#include "frame_browser.h"
+
 namespace kitbay::web_browser {
 namespace {
 
@@ -75,9 +77,13 @@ std::wstring Told(const std::wstring& url) {
 }  // namespace
 
 BrowserEvents::BrowserEvents(IConnectionPointContainer* owner, IDispatch* browser)
-    : point_(owner, DIID_DWebBrowserEvents2), browser_(browser) {}
+    : point_(owner, DIID_DWebBrowserEvents2), browser_(browser) {
+  frame_.Attach(new FrameBrowser());
+}
 
-bool BrowserEvents::BeforeNavigate(const std::wstring& url) {
+IDispatch* BrowserEvents::BrowserOf(bool is_frame) { return is_frame ? frame_.Get() : browser_; }
+
+bool BrowserEvents::BeforeNavigate(const std::wstring& url, bool is_frame) {
   Text target(Told(url));
   Text frame(L"");
   Text headers(L"");
@@ -86,7 +92,7 @@ bool BrowserEvents::BeforeNavigate(const std::wstring& url) {
   VariantInit(&post_data);
   VARIANT_BOOL is_cancelled = VARIANT_FALSE;
   point_.Fire(DISPID_BEFORENAVIGATE2,
-              {Object(browser_), target.Reference(), Reference(flags), frame.Reference(),
+              {Object(BrowserOf(is_frame)), target.Reference(), Reference(flags), frame.Reference(),
                Reference(post_data), headers.Reference(), Reference(is_cancelled)});
   return is_cancelled != VARIANT_FALSE;
 }
@@ -101,12 +107,12 @@ bool BrowserEvents::FileDownload(bool is_document) {
   return is_cancelled != VARIANT_FALSE;
 }
 
-void BrowserEvents::NavigateComplete(const std::wstring& url) {
-  FireWithUrl(DISPID_NAVIGATECOMPLETE2, url);
+void BrowserEvents::NavigateComplete(const std::wstring& url, bool is_frame) {
+  FireWithUrl(DISPID_NAVIGATECOMPLETE2, url, is_frame);
 }
 
-void BrowserEvents::DocumentComplete(const std::wstring& url) {
-  FireWithUrl(DISPID_DOCUMENTCOMPLETE, url);
+void BrowserEvents::DocumentComplete(const std::wstring& url, bool is_frame) {
+  FireWithUrl(DISPID_DOCUMENTCOMPLETE, url, is_frame);
 }
 
 bool BrowserEvents::NavigateError(const std::wstring& url, int status) {
@@ -137,9 +143,9 @@ void BrowserEvents::NewWindow(const std::wstring& url, const std::wstring& from_
   if (offered) offered->Release();
 }
 
-void BrowserEvents::FireWithUrl(DISPID event, const std::wstring& url) {
+void BrowserEvents::FireWithUrl(DISPID event, const std::wstring& url, bool is_frame) {
   Text target(Told(url));
-  point_.Fire(event, {Object(browser_), target.Reference()});
+  point_.Fire(event, {Object(BrowserOf(is_frame)), target.Reference()});
 }
 
 }  // namespace kitbay::web_browser

@@ -1,6 +1,7 @@
 #include "control.h"
 
 #include <exdispid.h>
+#include <mshtmhst.h>
 #include <olectl.h>
 
 namespace kitbay::web_browser {
@@ -27,13 +28,17 @@ void Control::HandleNotice(const Json& notice) {
     TellWhereabouts();
   } else if (kind == L"beforeNavigate") {
     HandleNavigation(notice);
+  } else if (kind == L"frameNavigated") {
+    events_.NavigateComplete(notice.At("url").Text(), true);
+  } else if (kind == L"frameComplete") {
+    events_.DocumentComplete(notice.At("url").Text(), true);
   } else if (kind == L"navigated") {
     location_ = notice.At("url").Text();
     ready_state_ = READYSTATE_INTERACTIVE;
-    events_.NavigateComplete(location_);
+    events_.NavigateComplete(location_, false);
   } else if (kind == L"complete") {
     ready_state_ = READYSTATE_COMPLETE;
-    events_.DocumentComplete(notice.At("url").Text());
+    events_.DocumentComplete(notice.At("url").Text(), false);
   } else if (kind == L"failed") {
     ready_state_ = READYSTATE_COMPLETE;
     const Json& url = notice.At("url");
@@ -44,13 +49,14 @@ void Control::HandleNotice(const Json& notice) {
 }
 
 void Control::HandleNavigation(const Json& notice) {
-  ready_state_ = READYSTATE_LOADING;
+  const bool is_frame = notice.At("frame").Boolean();
+  if (!is_frame) ready_state_ = READYSTATE_LOADING;
   const bool is_document = notice.At("document").Boolean();
   // Each answer counts, even if the other one has already cancelled.
-  const bool is_left = events_.BeforeNavigate(notice.At("url").Text());
+  const bool is_left = events_.BeforeNavigate(notice.At("url").Text(), is_frame);
   const bool is_cancelled = is_left || events_.FileDownload(is_document) || !is_document;
   link_.Tell({{"op", "decide"}, {"n", notice.At("n")}, {"cancel", is_cancelled}});
-  if (is_cancelled) ready_state_ = READYSTATE_COMPLETE;
+  if (is_cancelled && !is_frame) ready_state_ = READYSTATE_COMPLETE;
 }
 
 void Control::HandlePageEvent(const Json& notice) {
@@ -164,8 +170,12 @@ HRESULT Control::NavigateTo(const std::wstring& url) {
   try {
     const bool is_first = !link_.IsConnected();
     const std::optional<int> flags = site_.DownloadControl();
+    const bool has_border = (site_.Flags() & DOCHOSTUIFLAG_NO3DBORDER) == 0;
     // The helper asks for the host's consent by a notice, which arrives as a message.
-    link_.Call({{"op", "navigate"}, {"url", url}, {"flags", flags ? Json(*flags) : Json(nullptr)}});
+    link_.Call({{"op", "navigate"},
+                {"url", url},
+                {"flags", flags ? Json(*flags) : Json(nullptr)},
+                {"border", has_border}});
     ready_state_ = READYSTATE_LOADING;
     if (is_first) TellSize();
     if (is_first) TellColors();
@@ -176,7 +186,7 @@ HRESULT Control::NavigateTo(const std::wstring& url) {
 }
 
 void Control::OnInput(Json::Object message) {
-  if (link_.IsConnected()) link_.Tell(std::move(message));
+  if (is_in_use_ && link_.IsConnected()) link_.Tell(std::move(message));
 }
 
 void Control::OnResized(int width, int height) {

@@ -105,7 +105,7 @@ class Control final
   // IOleControl
   STDMETHODIMP GetControlInfo(CONTROLINFO*) override { return E_NOTIMPL; }
   STDMETHODIMP OnMnemonic(MSG*) override { return E_NOTIMPL; }
-  STDMETHODIMP OnAmbientPropertyChange(DISPID) override { return S_OK; }
+  STDMETHODIMP OnAmbientPropertyChange(DISPID) override;
   STDMETHODIMP FreezeEvents(BOOL) override { return S_OK; }
 
   // IPersistStreamInit
@@ -179,6 +179,7 @@ class Control final
   SIZEL extent_ = {};
   std::wstring location_;
   READYSTATE ready_state_ = READYSTATE_UNINITIALIZED;
+  bool is_in_use_ = true;
   bool is_offline_ = false;
   bool is_silent_ = false;
   bool is_browser_ = false;

@@ -1,7 +1,11 @@
 // The control as an embedded object: its site, its place in the host's window, its keys.
 #include "control.h"
+#include "file_drops.h"
 
 namespace kitbay::web_browser {
+
+using Microsoft::WRL::ComPtr;
+
 namespace {
 
 constexpr int kHimetricPerInch = 2540;
@@ -38,8 +42,14 @@ STDMETHODIMP Control::SetClientSite(IOleClientSite* site) {
   return Guarded([&] {
     if (!site) LeavePlace();
     site_.Set(site);
+    is_in_use_ = site_.IsInUse();
     return S_OK;
   });
+}
+
+STDMETHODIMP Control::OnAmbientPropertyChange(DISPID) {
+  is_in_use_ = site_.IsInUse();
+  return S_OK;
 }
 
 STDMETHODIMP Control::GetClientSite(IOleClientSite** site) {
@@ -87,6 +97,9 @@ HRESULT Control::ShowInPlace() {
   if (!window_) {
     window_ = std::make_unique<ControlWindow>(in_place_.parent(), in_place_.place(),
                                               static_cast<ControlWindowEvents&>(*this));
+    ComPtr<IDropTarget> own;
+    own.Attach(new FileDrops([this](const std::wstring& path) { NavigateTo(path); }));
+    RegisterDragDrop(window_->handle(), site_.DropTarget(own.Get()).Get());
   }
   ShowWindow(window_->handle(), SW_SHOWNA);
   site_.Get()->ShowObject();
@@ -95,6 +108,7 @@ HRESULT Control::ShowInPlace() {
 
 void Control::LeavePlace() {
   if (!in_place_.IsActive()) return;
+  if (window_) RevokeDragDrop(window_->handle());
   window_.reset();
   in_place_.Deactivate();
 }

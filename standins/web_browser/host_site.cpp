@@ -4,6 +4,7 @@
 #include <mshtmdid.h>
 #include <mshtmhst.h>
 #include <ocidl.h>
+#include <olectl.h>
 #include <servprov.h>
 #include <shlobj.h>
 
@@ -11,18 +12,39 @@ namespace kitbay::web_browser {
 
 using Microsoft::WRL::ComPtr;
 
-std::optional<int> HostSite::DownloadControl() const {
+bool HostSite::Ambient(DISPID property, VARTYPE type, VARIANT* value) const {
   const ComPtr<IDispatch> ambient = As<IDispatch>(IID_IDispatch);
-  if (!ambient) return std::nullopt;
+  VariantInit(value);
   DISPPARAMS none = {};
+  return ambient &&
+         SUCCEEDED(ambient->Invoke(property, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET,
+                                   &none, value, nullptr, nullptr)) &&
+         SUCCEEDED(VariantChangeType(value, value, 0, type));
+}
+
+std::optional<int> HostSite::DownloadControl() const {
   VARIANT value;
-  VariantInit(&value);
-  const HRESULT got = ambient->Invoke(DISPID_AMBIENT_DLCONTROL, IID_NULL, LOCALE_USER_DEFAULT,
-                                      DISPATCH_PROPERTYGET, &none, &value, nullptr, nullptr);
-  std::optional<int> flags;
-  if (SUCCEEDED(got) && SUCCEEDED(VariantChangeType(&value, &value, 0, VT_I4))) flags = value.lVal;
-  VariantClear(&value);
-  return flags;
+  if (!Ambient(DISPID_AMBIENT_DLCONTROL, VT_I4, &value)) return std::nullopt;
+  return value.lVal;
+}
+
+bool HostSite::IsInUse() const {
+  VARIANT value;
+  return !Ambient(DISPID_AMBIENT_USERMODE, VT_BOOL, &value) || value.boolVal != VARIANT_FALSE;
+}
+
+DWORD HostSite::Flags() const {
+  const ComPtr<IDocHostUIHandler> handler = As<IDocHostUIHandler>(IID_IDocHostUIHandler);
+  DOCHOSTUIINFO info = {};
+  info.cbSize = sizeof info;
+  return handler && SUCCEEDED(handler->GetHostInfo(&info)) ? info.dwFlags : 0;
+}
+
+ComPtr<IDropTarget> HostSite::DropTarget(IDropTarget* own) const {
+  const ComPtr<IDocHostUIHandler> handler = As<IDocHostUIHandler>(IID_IDocHostUIHandler);
+  ComPtr<IDropTarget> used;
+  if (handler && handler->GetDropTarget(own, used.GetAddressOf()) == S_OK && used) return used;
+  return own;
 }
 
 bool HostSite::TakesKey(MSG& message) const {

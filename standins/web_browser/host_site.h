@@ -17,6 +17,15 @@ class HostSite {
   /** The host's DISPID_AMBIENT_DLCONTROL; empty if it has none. */
   std::optional<int> DownloadControl() const;
 
+  /** The host's DOCHOSTUIFLAG_ flags; 0 if it names none. */
+  DWORD Flags() const;
+
+  /** The host's DISPID_AMBIENT_USERMODE; true if it has none. */
+  bool IsInUse() const;
+
+  /** The target of drops: the one that the host offers instead of `own`, or else `own`. */
+  Microsoft::WRL::ComPtr<IDropTarget> DropTarget(IDropTarget* own) const;
+
   /** Offers a key that the control does not use. Returns whether the host took it. */
   bool TakesKey(MSG& message) const;
 
@@ -35,6 +44,9 @@ class HostSite {
   bool AllowsWindow(const std::wstring& url, const std::wstring& from_url) const;
 
  private:
+  /** An ambient property as that type; false where the host has none. */
+  bool Ambient(DISPID property, VARTYPE type, VARIANT* value) const;
+
   template <typename Interface>
   Microsoft::WRL::ComPtr<Interface> As(REFIID id) const {
     Microsoft::WRL::ComPtr<Interface> result;

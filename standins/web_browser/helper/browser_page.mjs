@@ -17,6 +17,8 @@ const kQuirksMode = 5;
  *   'beforeNavigate' {n, url, document}: the listener answers with decide(n, cancel); `document` is
  *     false for a file that no page can show;
  *   'navigated' {url}, 'complete' {url}, 'failed' {url, status};
+ *   'frameNavigated' {url}, 'frameComplete' {url} for a frame below the page, whose 'beforeNavigate' says
+ *     {frame: true};
  *   'document' when a new document can be called;
  *   'report' (text) for what the page side tells the host.
  * Documents are numbered; handles of the page side are valid for one document only.
@@ -34,6 +36,8 @@ export class BrowserPage extends EventEmitter {
   #failedUrl;
   #loadLimit;
   #colors;
+  #border = false;
+  #frames = new Map();
   #turn = Promise.resolve();
 
   /** Every requested URL, with the reason of its refusal if there was one. */
@@ -57,6 +61,7 @@ export class BrowserPage extends EventEmitter {
     this.#frame = targetId;  // The top frame has the page's own number.
     this.listen('Page.frameNavigated', ({ frame }) => this.#navigated(frame));
     this.listen('Page.navigatedWithinDocument', (params) => this.#moved(params));
+    this.listen('Page.frameStoppedLoading', ({ frameId }) => this.#frameLoaded(frameId));
     this.listen('Page.loadEventFired', () => this.#loaded());
     this.listen('Runtime.executionContextCreated', ({ context }) => this.#adopt(context));
     this.listen('Runtime.bindingCalled', ({ payload }) => this.emit('report', payload));
@@ -102,10 +107,14 @@ export class BrowserPage extends EventEmitter {
     });
   }
 
-  /** Asks the host, then loads a URL or Windows path under the host's download flags. */
-  async navigate(target, flags = kDefaultFlags) {
+  /**
+   * Asks the host and then loads a URL or Windows path under the host's download flags, with a border
+   * within the window or without.
+   */
+  async navigate(target, flags = kDefaultFlags, border = false) {
     const url = toUrl(target);
     this.#flags = flags;
+    this.#border = border;
     if (await this.#isCancelled(url)) return;
     await this.send('Emulation.setScriptExecutionDisabled', { value: !scriptsRun(flags) });
     this.#approved = url;
@@ -161,16 +170,20 @@ export class BrowserPage extends EventEmitter {
     this.#applyColors();
   }
 
+  #applyBorder() {
+    this.evaluate(`standin.showBorder(${this.#border})`).catch(() => {});
+  }
+
   #applyColors() {
     if (this.#colors === undefined) return;
     this.evaluate(`standin.showColors(${JSON.stringify(this.#colors)})`).catch(() => {});
   }
 
-  #isCancelled(url) {
+  #isCancelled(url, frame = false) {
     return new Promise((resolve) => {
       const n = ++this.#lastQuestion;
       this.#questions.set(n, resolve);
-      this.emit('beforeNavigate', { n, url, document: isDocument(url) });
+      this.emit('beforeNavigate', { n, url, document: isDocument(url), frame });
     });
   }
 
@@ -179,13 +192,22 @@ export class BrowserPage extends EventEmitter {
     this.#world = context.id;
     this.generation += 1;
     this.#applyColors();
+    this.#applyBorder();
     this.emit('document');
   }
 
   #navigated(frame) {
+    if (this.#frames.has(frame.id)) this.emit('frameNavigated', { url: this.#frames.get(frame.id) });
     if (frame.id !== this.#frame) return;
+    this.#frames.clear();
     this.url = frame.url;
     this.emit('navigated', { url: frame.url });
+  }
+
+  #frameLoaded(id) {
+    if (!this.#frames.has(id)) return;
+    this.emit('frameComplete', { url: this.#frames.get(id) });
+    this.#frames.delete(id);
   }
 
   #moved({ frameId, url }) {
@@ -205,7 +227,7 @@ export class BrowserPage extends EventEmitter {
     const isPage = resourceType === 'Document' && frameId === this.#frame;
     try {
       if (isPage) await this.#answerPage(requestId, request.url);
-      else await this.#answerResource(requestId, request.url, resourceType);
+      else await this.#answerResource(requestId, request.url, resourceType, frameId);
     } catch {
       // The request disappeared with its document.
     }
@@ -236,9 +258,13 @@ export class BrowserPage extends EventEmitter {
     if (!(await this.#fulfil(requestId, url, file))) this.emit('failed', { url, status: kFileMissing });
   }
 
-  async #answerResource(requestId, url, resourceType) {
+  async #answerResource(requestId, url, resourceType, frameId) {
     const file = toWindowsPath(url);
-    const reason = refusal(this.#flags, resourceType, file !== undefined);
+    let reason = refusal(this.#flags, resourceType, file !== undefined);
+    if (reason === undefined && resourceType === 'Document') {
+      if (await this.#isCancelled(url, true)) reason = 'cancelled by the host';
+      else this.#frames.set(frameId, url);
+    }
     if (reason === undefined) await this.#fulfil(requestId, url, file, resourceType);
     else await this.#refuse(requestId, url, reason);
   }

@@ -28,6 +28,7 @@ export class HostSession extends EventEmitter {
     page.on('beforeNavigate', (event) => notices.send({ t: 'beforeNavigate', ...event }));
     page.on('navigated', (event) => this.#navigated(event));
     page.on('complete', (event) => notices.send({ t: 'complete', g: page.generation, ...event }));
+    for (const t of ['frameNavigated', 'frameComplete']) page.on(t, (event) => notices.send({ t, ...event }));
     page.on('failed', (event) => notices.send({ t: 'failed', ...event }));
     page.on('report', (text) => this.#report(text));
     frames.on('frame', (frame) => notices.send({ t: 'frame', ...frame }));
@@ -106,9 +107,9 @@ export class HostSession extends EventEmitter {
     this.#calls.sendJson(`{"i":${i},${answer.slice(1)}`);
   }
 
-  #navigate({ i, url, flags }) {
+  #navigate({ i, url, flags, border }) {
     this.#reply(i, { v: true });
-    this.#page.navigate(url, flags ?? undefined).catch(() => {});
+    this.#page.navigate(url, flags ?? undefined, border).catch(() => {});
   }
 
   async #leavesByTab({ i, back }) {

@@ -7,6 +7,7 @@
 #include <cguid.h>
 #include <mshtmdid.h>
 
+#include "dropped_file.h"
 #include "page_calls.h"
 #include "test_host.h"
 
@@ -334,6 +335,54 @@ TEST_F(Page, PictureShowsThePage) {
   DeleteObject(bitmap);
   DeleteDC(memory);
   ReleaseDC(nullptr, screen);
+}
+
+TEST_F(Page, AHostThatSaysNothingOfItHasABorderAroundThePage) {
+  TestHost host({.flags = 0});
+  host.Load(kList);
+  const ComPtr<IDispatch> body = GetObject(host.Document().Get(), L"body");
+  EXPECT_EQ(Get(body.Get(), L"clientHeight").Number(), TestHost::kHeight - 4);
+}
+
+TEST_F(Page, TheEventsOfAFrameNameABrowserOfItsOwn) {
+  constexpr int kWithFrames = kMarkupOnly & ~0x1000;
+  TestHost host({.download_control = kWithFrames});
+  host.Write(L"frame.html", "<p>framed</p>");
+  const Listening sink(host.browser(), DIID_DWebBrowserEvents2);
+  host.Load("<body><iframe src='frame.html'></iframe>");
+  std::vector<std::pair<DISPID, bool>> heard;
+  for (const EventSink::Heard& event : sink->heard()) {
+    if (!event.browser) continue;
+    const bool is_frame = event.browser != static_cast<IDispatch*>(host.browser());
+    EXPECT_THAT(event.url, EndsWith(is_frame ? L"\\frame.html" : L"\\page.html"));
+    heard.emplace_back(event.id, is_frame);
+  }
+  EXPECT_THAT(heard, ElementsAre(std::pair(DISPID_BEFORENAVIGATE2, false),
+                                 std::pair(DISPID_NAVIGATECOMPLETE2, false),
+                                 std::pair(DISPID_BEFORENAVIGATE2, true),
+                                 std::pair(DISPID_NAVIGATECOMPLETE2, true),
+                                 std::pair(DISPID_DOCUMENTCOMPLETE, true),
+                                 std::pair(DISPID_DOCUMENTCOMPLETE, false)));
+}
+
+TEST_F(Page, APageThatIsBeingDesignedIsNotUsed) {
+  TestHost host({.is_in_use = false});
+  host.Load(kList);
+  const ComPtr<IDispatch> document = host.Document();
+  const Listening sink(document.Get(), __uuidof(HTMLDocumentEvents));
+  host.Click(ById(document.Get(), L"other").Get());
+  // The next page loads after the click has been dealt with.
+  host.Load(kList);
+  EXPECT_FALSE(sink->HasHeard(kClick));
+}
+
+TEST_F(Page, AFileThatIsDroppedIsOpened) {
+  const std::wstring path = host_->Write(L"dropped.html", "<p id=dropped>");
+  host_->Load(kList);
+  const Listening sink(host_->browser(), DIID_DWebBrowserEvents2);
+  DropFile(host_->control_window(), path);
+  TestHost::Until([&] { return sink->HasHeard(DISPID_DOCUMENTCOMPLETE); });
+  EXPECT_NE(ById(host_->Document().Get(), L"dropped"), nullptr);
 }
 
 TEST_F(Page, TypedTextReachesTheFocusedField) {

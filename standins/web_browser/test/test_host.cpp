@@ -44,9 +44,13 @@ ComPtr<IWebBrowser2> CreateFromLibrary() {
 std::wstring NewFolder() {
   wchar_t temporary[MAX_PATH];
   GetTempPathW(MAX_PATH, temporary);
-  const std::wstring folder =
-      std::wstring(temporary) + L"standin test " + std::to_wstring(GetCurrentProcessId()) + L"\\";
-  CreateDirectoryW(folder.c_str(), nullptr);
+  const std::wstring name =
+      std::wstring(temporary) + L"standin test " + std::to_wstring(GetCurrentProcessId());
+  int number = 0;
+  std::wstring folder;
+  do {
+    folder = name + L" " + std::to_wstring(++number) + L"\\";
+  } while (!CreateDirectoryW(folder.c_str(), nullptr));
   return folder;
 }
 
@@ -66,10 +70,13 @@ STDMETHODIMP EventSink::GetTypeInfoCount(UINT* count) {
 
 STDMETHODIMP EventSink::Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* parameters,
                                VARIANT* result, EXCEPINFO*, UINT*) {
-  Heard event = {id, {}};
+  Heard event = {id, {}, nullptr};
   const bool has_url = id == DISPID_BEFORENAVIGATE2 || id == DISPID_NAVIGATECOMPLETE2 ||
                        id == DISPID_DOCUMENTCOMPLETE || id == DISPID_NAVIGATEERROR;
-  if (has_url) event.url = parameters->rgvarg[parameters->cArgs - 2].pvarVal->bstrVal;
+  if (has_url) {
+    event.url = parameters->rgvarg[parameters->cArgs - 2].pvarVal->bstrVal;
+    event.browser = parameters->rgvarg[parameters->cArgs - 1].pdispVal;
+  }
   heard_.push_back(event);
   thread_ = GetCurrentThreadId();
   const bool answer = answer_ ? answer_(id, parameters) : true;
@@ -81,10 +88,10 @@ STDMETHODIMP EventSink::Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* parame
 }
 
 /** The host's side of the embedding. */
-class TestHost::Site final
-    : public ComObject<IOleClientSite, IOleInPlaceSite, IOleInPlaceFrame, IDispatch> {
+class TestHost::Site final : public ComObject<IOleClientSite, IOleInPlaceSite, IOleInPlaceFrame,
+                                              IDispatch, IDocHostUIHandler> {
  public:
-  Site(HWND window, int download_control) : window_(window), download_control_(download_control) {}
+  Site(HWND window, const HostAnswers& answers) : window_(window), answers_(answers) {}
 
   STDMETHODIMP SaveObject() override { return S_OK; }
   STDMETHODIMP GetMoniker(DWORD, DWORD, IMoniker**) override { return E_NOTIMPL; }
@@ -133,21 +140,52 @@ class TestHost::Site final
   STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
   STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result, EXCEPINFO*,
                       UINT*) override {
+    if (id == DISPID_AMBIENT_USERMODE) {
+      result->vt = VT_BOOL;
+      result->boolVal = answers_.is_in_use ? VARIANT_TRUE : VARIANT_FALSE;
+      return S_OK;
+    }
     if (id != DISPID_AMBIENT_DLCONTROL) return DISP_E_MEMBERNOTFOUND;
     result->vt = VT_I4;
-    result->lVal = download_control_;
+    result->lVal = answers_.download_control;
     return S_OK;
   }
 
+  STDMETHODIMP ShowContextMenu(DWORD, POINT*, IUnknown*, IDispatch*) override { return S_FALSE; }
+  STDMETHODIMP GetHostInfo(DOCHOSTUIINFO* info) override {
+    info->dwFlags = answers_.flags;
+    return S_OK;
+  }
+  STDMETHODIMP ShowUI(DWORD, IOleInPlaceActiveObject*, IOleCommandTarget*, IOleInPlaceFrame*,
+                      IOleInPlaceUIWindow*) override {
+    return S_FALSE;
+  }
+  STDMETHODIMP HideUI() override { return S_OK; }
+  STDMETHODIMP UpdateUI() override { return S_OK; }
+  STDMETHODIMP OnDocWindowActivate(BOOL) override { return S_OK; }
+  STDMETHODIMP OnFrameWindowActivate(BOOL) override { return S_OK; }
+  STDMETHODIMP ResizeBorder(LPCRECT, IOleInPlaceUIWindow*, BOOL) override { return S_OK; }
+  STDMETHODIMP TranslateAccelerator(LPMSG, const GUID*, DWORD) override { return S_FALSE; }
+  STDMETHODIMP GetOptionKeyPath(LPOLESTR*, DWORD) override { return S_FALSE; }
+  STDMETHODIMP GetDropTarget(IDropTarget*, IDropTarget** used) override {
+    *used = answers_.drop_target;
+    if (!*used) return S_FALSE;
+    (*used)->AddRef();
+    return S_OK;
+  }
+  STDMETHODIMP GetExternal(IDispatch**) override { return S_FALSE; }
+  STDMETHODIMP TranslateUrl(DWORD, LPWSTR, LPWSTR*) override { return S_FALSE; }
+  STDMETHODIMP FilterDataObject(IDataObject*, IDataObject**) override { return S_FALSE; }
+
  private:
   HWND window_;
-  int download_control_;
+  HostAnswers answers_;
 };
 
-TestHost::TestHost(int download_control) : folder_(NewFolder()) {
+TestHost::TestHost(const HostAnswers& answers) : folder_(NewFolder()) {
   window_ = CreateWindowExW(0, L"STATIC", L"Host of the stand-in", WS_OVERLAPPEDWINDOW | WS_VISIBLE,
                             0, 0, kWidth + 20, kHeight + 40, nullptr, nullptr, nullptr, nullptr);
-  site_.Attach(new Site(window_, download_control));
+  site_.Attach(new Site(window_, answers));
   browser_ = CreateFromLibrary();
   ComPtr<IOleObject> object;
   Check(browser_.As(&object), "IOleObject");

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <exdisp.h>
+#include <mshtmhst.h>
 #include <oleidl.h>
 #include <windows.h>
 #include <wrl/client.h>
@@ -16,12 +17,21 @@ namespace kitbay::web_browser {
 /** Images are allowed, but not scripts, Java, ActiveX or frames. */
 inline constexpr int kMarkupOnly = 0x10 | 0x80 | 0x100 | 0x200 | 0x400 | 0x1000;
 
+/** What a host answers when the control asks. */
+struct HostAnswers {
+  int download_control = kMarkupOnly;
+  DWORD flags = DOCHOSTUIFLAG_NO3DBORDER;
+  bool is_in_use = true;
+  IDropTarget* drop_target = nullptr;  // None: the control's own.
+};
+
 /** A sink that records its events, and answers as a test requires. */
 class EventSink final : public ComObject<IDispatch> {
  public:
   struct Heard {
     DISPID id;
     std::wstring url;
+    IDispatch* browser;  // Only to compare.
   };
   /** Called for each event; its result is the event's result. */
   using Answer = std::function<bool(DISPID, DISPPARAMS*)>;
@@ -67,7 +77,7 @@ class TestHost {
   static constexpr int kWidth = 640;
   static constexpr int kHeight = 480;
 
-  explicit TestHost(int download_control = kMarkupOnly);
+  explicit TestHost(const HostAnswers& answers = {});
   ~TestHost();
   TestHost(const TestHost&) = delete;
   TestHost& operator=(const TestHost&) = delete;

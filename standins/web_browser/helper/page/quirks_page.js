@@ -17,6 +17,7 @@ class QuirksPage {
     this.sheet_ = new CSSStyleSheet();
     this.sheet_.replaceSync(kEngineSheet);
     this.colors_ = new CSSStyleSheet();
+    this.border_ = new CSSStyleSheet();
     this.showColors(kStandardColors);
     this.read_ = new WeakMap();
   }
@@ -27,6 +28,11 @@ class QuirksPage {
     this.colors_.replaceSync(`:root{${variables.join(';')}}`);
   }
 
+  /** The border that the control draws within its window, unless its host wants none. */
+  showBorder(shown) {
+    this.border_.replaceSync(shown ? ':root{box-sizing:border-box;border:2px inset}' : '');
+  }
+
   watch() {
     new MutationObserver((records) => this.follow_(records)).observe(document, {
       subtree: true, childList: true, characterData: true, attributes: true, attributeFilter: ['style'],
@@ -35,10 +41,12 @@ class QuirksPage {
 
   follow_(records) {
     if (documentMode() !== kQuirksMode) {
-      document.adoptedStyleSheets = [this.colors_];
+      document.adoptedStyleSheets = [this.colors_, this.border_];
       return;
     }
-    if (document.adoptedStyleSheets.length < 2) document.adoptedStyleSheets = [this.colors_, this.sheet_];
+    if (document.adoptedStyleSheets.length < 3) {
+      document.adoptedStyleSheets = [this.colors_, this.border_, this.sheet_];
+    }
     for (const { type, target, addedNodes } of records) {
       if (type === 'attributes') this.readStyle_(target);
       else if (target instanceof HTMLStyleElement || target.parentNode instanceof HTMLStyleElement) {

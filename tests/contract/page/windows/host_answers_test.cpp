@@ -2,29 +2,42 @@
 
 #include <windows.h>
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "contract/page/windows/loaded_window.h"
+#include "contract/windows/key_held.h"
+#include "web_browser/test/dropped_file.h"
 
 namespace kitbay::contract {
 namespace {
 
-class CountedClicks : public platform::HtmlDocumentEvents {
+using ::testing::ElementsAre;
+
+/// What reaches the page of the user's clicks and keys.
+class NotedInput : public platform::HtmlDocumentEvents {
  public:
-  void doc_onclick() override { ++count; }
+  void doc_onclick() override { ++clicks; }
   bool doc_ondragstart() override { return false; }
-  int count = 0;
+  bool doc_onkeydown() override {
+    keys.push_back(document->EventKey().code);
+    return true;
+  }
+
+  int clicks = 0;
+  std::vector<int> keys;
+  std::shared_ptr<platform::HtmlDocument> document;
 };
 
 class HostAnswers : public ::testing::Test {
  protected:
   platform::HtmlDocument& Show(const std::string& body) {
     EXPECT_TRUE(loaded_.ShowMarkup("<html><body style='margin:0'>" + body + "</body></html>"));
-    document_ = loaded_.window().ConnectDocument(clicks_);
-    return *document_;
+    events_.document = loaded_.window().ConnectDocument(events_);
+    return *events_.document;
   }
   void TearDown() override { loaded_.window().DisconnectDocument(); }
 
@@ -36,8 +49,7 @@ class HostAnswers : public ::testing::Test {
   }
 
   LoadedWindow& loaded_ = SharedWindow();
-  CountedClicks clicks_;
-  std::shared_ptr<platform::HtmlDocument> document_;
+  NotedInput events_;
 };
 
 TEST_F(HostAnswers, ARightClickShowsNoMenu) {
@@ -46,24 +58,66 @@ TEST_F(HostAnswers, ARightClickShowsNoMenu) {
         "<img src='none.gif' width=100 height=100>",
         "<input id='field' style='width:100px; height:40px'>"}) {
     Show(body);
-    clicks_.count = 0;
+    events_.clicks = 0;
     Press(WM_RBUTTONDOWN, WM_RBUTTONUP, MK_RBUTTON);
     Press(WM_LBUTTONDOWN, WM_LBUTTONUP, MK_LBUTTON);
     // A menu would be open by now, and would take the second click.
-    EXPECT_TRUE(loaded_.RunUntil([&] { return clicks_.count > 0; })) << body;
+    EXPECT_TRUE(loaded_.RunUntil([&] { return events_.clicks > 0; })) << body;
     EXPECT_EQ(FindWindowW(L"#32768", nullptr), nullptr) << body;
   }
 }
 
+TEST_F(HostAnswers, AFileThatIsDroppedStaysWhereItWas) {
+  Show("<div style='height:100px'>text</div>");
+  const std::string other = loaded_.files().WriteAs("other.html", "<html></html>");
+  loaded_.told.clear();
+  // The control would open it by itself.
+  EXPECT_EQ(web_browser::DropFile(loaded_.Browser(), std::wstring(other.begin(), other.end())),
+            static_cast<DWORD>(DROPEFFECT_NONE));
+  Show("<b>the next page</b>");
+  EXPECT_THAT(loaded_.told, ElementsAre("WebBrowser1_DocumentComplete"));
+}
+
+TEST_F(HostAnswers, ThePageHasNoBorderOfTheControl) {
+  auto& document = Show("<div id='whole' style='width:100%; height:100%'></div>");
+  RECT browser{};
+  GetClientRect(loaded_.Browser(), &browser);
+  EXPECT_TRUE(loaded_.RunUntil([&] { return document.BodyClientHeight() == browser.bottom; }))
+      << document.BodyClientHeight() << " of " << browser.bottom;
+}
+
+TEST_F(HostAnswers, AMissingPageIsToldOnceAndItsErrorPageIsNotTaken) {
+  Show("<b>the page before</b>");
+  loaded_.told.clear();
+  loaded_.window().Navigate("C:\\no such folder\\AddonUpdates.html");
+  EXPECT_TRUE(loaded_.RunUntil([&] { return !loaded_.told.empty(); }));
+  Show("<b>the next page</b>");
+  EXPECT_THAT(loaded_.told,
+              ElementsAre("WebBrowser1_NavigateError", "WebBrowser1_DocumentComplete"));
+}
+
 TEST_F(HostAnswers, TheKeysOfABrowserDoNotReachThePage) {
-  auto& document = Show("<input id='field' value='abc' style='width:100px; height:40px'>");
+  Show("<div style='height:100px'>text</div>");
   Press(WM_LBUTTONDOWN, WM_LBUTTONUP, MK_LBUTTON);
-  ASSERT_TRUE(loaded_.RunUntil([&] { return clicks_.count > 0; }));
+  ASSERT_TRUE(loaded_.RunUntil([&] { return events_.clicks > 0; }));
   SetFocus(loaded_.Browser());
-  // Backspace, which goes back to an earlier page, would delete the "c".
-  for (const WPARAM key : {VK_END, VK_BACK, VK_F5, VK_HOME, VK_DELETE}) loaded_.PressKey(key);
-  EXPECT_TRUE(loaded_.RunUntil([&] { return document.AllItem("field")->Value() != "abc"; }));
-  EXPECT_EQ(document.AllItem("field")->Value(), "bc");
+  for (const WPARAM key : {VK_BACK, VK_F5, VK_F11, VK_F24, VK_DOWN}) loaded_.PressKey(key);
+  {
+    const KeyHeld control(VK_CONTROL);
+    for (const char key : {'F', 'N', 'O', 'P', 'V', 'C', 'A'}) {
+      loaded_.PressKey(static_cast<WPARAM>(key));
+    }
+    loaded_.PressKey(VK_BACK);
+    loaded_.PressKey(VK_INSERT);
+  }
+  {
+    const KeyHeld alt(VK_MENU);
+    loaded_.PressKey(VK_LEFT);
+  }
+  loaded_.PressKey(VK_RETURN);
+  EXPECT_TRUE(
+      loaded_.RunUntil([&] { return !events_.keys.empty() && events_.keys.back() == VK_RETURN; }));
+  EXPECT_THAT(events_.keys, ElementsAre(VK_DOWN, 'C', 'A', VK_INSERT, VK_RETURN));
 }
 
 }  // namespace
