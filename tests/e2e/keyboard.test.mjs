@@ -1,16 +1,19 @@
-// The page by keyboard alone, including an update: no test here ever touches the mouse.
+// The whole program by keyboard alone: no test here ever touches the mouse.
 import assert from 'node:assert/strict';
 import { after, before, test } from 'node:test';
 import { UpdateSource } from '../../standins/update_source/server.mjs';
 import {
   allButtonsOn,
   eventually,
+  isKitbay,
   MainClient,
   messages,
+  probe,
   rowsOf,
   run,
   sourcesAnswered,
   Suite,
+  windows,
 } from './harness.mjs';
 
 let source;
@@ -21,6 +24,7 @@ let page;
 
 before(async () => {
   source = await UpdateSource.start();
+  source.publish('/partners.com.xml', source.contentOf('/partners.xml'));
   suite = await Suite.layOut({ KITBAY_UPDATE_SOURCE: `${source.host}/ovalink.xml` });
   client = new MainClient(suite);
   await client.start();
@@ -81,7 +85,8 @@ async function open(container, name) {
 async function confirm() {
   const [box] = await eventually('a message', async () => {
     const open = await messages();
-    return open.length > 0 && open;
+    // A key goes to whatever has the focus when it comes.
+    return open.length > 0 && open[0].controls.some((control) => control.focused) && open;
   });
   await key('Return');
   await eventually('the end of the message', async () => (await messages()).every(({ id }) => id !== box.id));
@@ -131,4 +136,88 @@ test('an addon is updated after its question, and its row keeps the focus', asyn
   await page.waitFor(allButtonsOn);
   await page.settled();
   assert.equal(await focus(), row);
+  // The main client has started in front of Kitbay. Without a window manager nobody can switch back by
+  // Alt and Tab, but a second start brings Kitbay to the front.
+  await probe('manager');
+  await eventually('Kitbay in front', async () => (await windows()).find(isKitbay).foreground);
+});
+
+const isShown = (id) => `document.getElementById('${id}').offsetParent !== null`;
+const tabStop = (container) => page.eval(`'${container} ' + document.querySelector('#${container} > [tabindex="0"]').id`);
+
+test('a new addon is installed, and the tab of its list, which is empty then, has the focus', async () => {
+  await pressUntil('shift+Tab', 'category update Updates');
+  await key('Return');
+  await page.waitFor(isShown('tabencloser'));
+  await page.settled();
+  await pressUntil('Tab', 'tabencloser addons');
+  await key('Return');
+  await page.waitFor(isShown('updatedaddons'));
+  await page.settled();
+  await press('Tab', await tabStop('updatedaddons'));
+  await open('updatedaddons', 'Scrapbook');
+  await press('Tab', 'btninstalled Install');
+  await key('Return');
+  assert.match(await confirm(), /^Scrapbook addon has been successfully installed/);
+  await page.waitFor(allButtonsOn);
+  await page.settled();
+  assert.equal(await place('updatedaddons', 'Scrapbook'), 0);
+  // It was the only one.
+  assert.equal(await focus(), 'tabencloser addons');
+});
+
+test('the focus stays with its component when its list is filled again', async () => {
+  await pressUntil('shift+Tab', 'category installed Installed');
+  await key('Return');
+  await page.waitFor(isShown('itabencloser'));
+  await page.settled();
+  assert.equal(await focus(), 'category installed Installed');
+  await pressUntil('Tab', 'itabencloser addons');
+  await press('Tab', await tabStop('installedaddons'));
+  await open('installedaddons', 'Voice Notes');
+  await page.eval(`document.activeElement.title = 'of the earlier list'`);
+
+  const dialog = async () => (await windows()).find((window) => window.class === 'KitbayPreferenceWindow');
+  const itemsOf = ({ controls }) => controls.find(({ items }) => items).items.map(({ text }) => text);
+  await key('alt+d');
+  const opened = await eventually('the focus in the dialog', async () => {
+    const shown = await dialog();
+    return shown?.controls.some((control) => control.class === 'Edit' && control.focused) && shown;
+  });
+  await run('xdotool', ['type', '--delay', '2', `${source.host}/partners.com.xml`]);
+  await key('Return');
+  await eventually('the new source', async () => itemsOf(await dialog()).length === itemsOf(opened).length + 1);
+  await key('alt+c');
+  await eventually('the end of the dialog', async () => !(await dialog()));
+
+  // The new source has answered, and every list is filled again.
+  await page.waitFor(`document.activeElement.title === '' && document.activeElement !== document.body`);
+  await page.settled();
+  assert.match(await focus(), /^installedaddons \d+$/);
+  assert.equal(await page.eval(`document.activeElement.innerText.startsWith('Voice Notes')`), true);
+});
+
+test('an addon is removed after its question, and the next row has the focus', async () => {
+  const index = await place('installedaddons', 'Voice Notes');
+  // Alt and D have left the focus on the button that they press.
+  await key('shift+Tab');
+  await eventually('the focus on the page', async () => {
+    const { foreground, controls } = (await windows()).find(isKitbay);
+    return foreground && controls.some((control) => control.class === 'WebBrowserStandin' && control.focused);
+  });
+  await key('Return');
+  await page.waitFor(`installedaddons.children[${index}].children[1].style.display === ''`);
+  await page.settled();
+  await press('Tab', 'btninstalled Remove');
+  await key('Return');
+  assert.match(await confirm(), /^To Remove Voice Notes Addon Tessel/);
+  await page.waitFor(`!installedaddons.innerText.includes('Voice Notes')`);
+  await page.settled();
+  assert.equal(await focus(), `installedaddons ${await page.eval(`installedaddons.children[${index}].id`)}`);
+});
+
+test('Escape ends the program, whose log is empty', async () => {
+  await key('Escape');
+  assert.equal(await kitbay.ended(), 0);
+  assert.deepEqual(suite.logEntries(), []);
 });

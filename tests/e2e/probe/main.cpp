@@ -12,6 +12,7 @@
 //                            gives it another size in pixels
 //   resolution CAPTION DPI   tells it that it is shown at that many dots per inch, but leaves its
 //                            place
+//   signal NAME              sets an event that another program waits for
 //   key CAPTION CODE         presses and releases a key in the focused control of that window
 //   value KEY NAME           the type and the bytes of a value of a class: the user's, or else the
 //                            machine's
@@ -337,6 +338,16 @@ std::string Key(const std::wstring& caption, const std::wstring& code) {
   return Quoted(ClassName(target));
 }
 
+std::string Signal(const std::wstring& name) {
+  const HANDLE event = OpenEventW(EVENT_MODIFY_STATE, FALSE, name.c_str());
+  if (event == nullptr) {
+    throw std::runtime_error("nobody waits for " + Utf8(name));
+  }
+  SetEvent(event);
+  CloseHandle(event);
+  return "true";
+}
+
 std::string Value(const std::wstring& key, const std::wstring& name) {
   DWORD type = 0;
   BYTE bytes[512];
@@ -527,6 +538,9 @@ std::string Run(const std::vector<std::wstring>& arguments) {
   }
   if (command == L"minimize" && arguments.size() == 2) {
     return Minimize(arguments[1]);
+  }
+  if (command == L"signal" && arguments.size() == 2) {
+    return Signal(arguments[1]);
   }
   if (command == L"key" && arguments.size() == 3) {
     return Key(arguments[1], arguments[2]);
