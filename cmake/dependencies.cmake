@@ -1,6 +1,7 @@
 # One target per library, with the same name in every build:
 #   Kitbay::pugixml, Kitbay::minizip,
 #   Kitbay::sodium                     all builds
+#   Kitbay::json                       Windows only: JSON for stand-ins and test programs
 #   Kitbay::gumbo                      native only: the HTML parser for the tests' page
 #   GTest::gtest, GTest::gmock_main …  where tests are built
 #   benchmark::benchmark               where benchmarks are built
@@ -28,6 +29,18 @@ set_target_properties(Kitbay::sodium PROPERTIES
   INTERFACE_INCLUDE_DIRECTORIES "${KITBAY_SODIUM_INCLUDE_DIR}")
 if(WIN32)
   set_target_properties(Kitbay::sodium PROPERTIES INTERFACE_COMPILE_DEFINITIONS SODIUM_STATIC)
+endif()
+
+# A library of headers alone, which Debian has for every machine; they are linked here, since beside them
+# lie those of another system.
+if(WIN32)
+  find_path(KITBAY_JSON_INCLUDE_DIR nlohmann/json.hpp REQUIRED NO_CMAKE_FIND_ROOT_PATH)
+  mark_as_advanced(KITBAY_JSON_INCLUDE_DIR)
+  file(MAKE_DIRECTORY "${PROJECT_BINARY_DIR}/json")
+  file(CREATE_LINK "${KITBAY_JSON_INCLUDE_DIR}/nlohmann" "${PROJECT_BINARY_DIR}/json/nlohmann" SYMBOLIC)
+  add_library(Kitbay::json INTERFACE IMPORTED)
+  set_target_properties(Kitbay::json PROPERTIES
+    INTERFACE_INCLUDE_DIRECTORIES "${PROJECT_BINARY_DIR}/json")
 endif()
 
 if(KITBAY_TESTS OR KITBAY_FUZZERS)

@@ -19,63 +19,63 @@ Control::~Control() { session_->Detach(); }
 void Control::HandleNotice(const Json& notice) {
   // The host may release the control while it handles an event.
   const ComPtr<IConnectionPointContainer> alive = this;
-  const std::wstring& kind = notice.At("t").Text();
-  if (kind == L"frame") {
+  const Json& kind = notice.at("t");
+  if (kind == "frame") {
     ShowPicture(notice);
-  } else if (kind == L"event") {
+  } else if (kind == "event") {
     HandlePageEvent(notice);
-  } else if (kind == L"whereabouts") {
+  } else if (kind == "whereabouts") {
     TellWhereabouts();
-  } else if (kind == L"beforeNavigate") {
+  } else if (kind == "beforeNavigate") {
     HandleNavigation(notice);
-  } else if (kind == L"frameNavigated") {
-    events_.NavigateComplete(notice.At("url").Text(), true);
-  } else if (kind == L"frameComplete") {
-    events_.DocumentComplete(notice.At("url").Text(), true);
-  } else if (kind == L"navigated") {
-    location_ = notice.At("url").Text();
+  } else if (kind == "frameNavigated") {
+    events_.NavigateComplete(TextOf(notice, "url"), true);
+  } else if (kind == "frameComplete") {
+    events_.DocumentComplete(TextOf(notice, "url"), true);
+  } else if (kind == "navigated") {
+    location_ = TextOf(notice, "url");
     ready_state_ = READYSTATE_INTERACTIVE;
     events_.NavigateComplete(location_, false);
-  } else if (kind == L"complete") {
+  } else if (kind == "complete") {
     ready_state_ = READYSTATE_COMPLETE;
-    events_.DocumentComplete(notice.At("url").Text(), false);
-  } else if (kind == L"failed") {
+    events_.DocumentComplete(TextOf(notice, "url"), false);
+  } else if (kind == "failed") {
     ready_state_ = READYSTATE_COMPLETE;
-    const Json& url = notice.At("url");
-    if (!events_.NavigateError(url.Text(), notice.At("status").Integer())) {
-      link_.Tell({{"op", "errorPage"}, {"url", url}});
+    if (!events_.NavigateError(TextOf(notice, "url"), notice.at("status"))) {
+      link_.Tell({{"op", "errorPage"}, {"url", notice.at("url")}});
     }
   }
 }
 
 void Control::HandleNavigation(const Json& notice) {
-  const bool is_frame = notice.At("frame").Boolean();
+  const bool is_frame = notice.at("frame");
   if (!is_frame) ready_state_ = READYSTATE_LOADING;
-  const bool is_document = notice.At("document").Boolean();
+  const bool is_document = notice.at("document");
   // Each answer counts, even if the other one has already cancelled.
-  const bool is_left = events_.BeforeNavigate(notice.At("url").Text(), is_frame);
+  const bool is_left = events_.BeforeNavigate(TextOf(notice, "url"), is_frame);
   const bool is_cancelled = is_left || events_.FileDownload(is_document) || !is_document;
-  link_.Tell({{"op", "decide"}, {"n", notice.At("n")}, {"cancel", is_cancelled}});
+  link_.Tell({{"op", "decide"}, {"n", notice.at("n")}, {"cancel", is_cancelled}});
   if (is_cancelled && !is_frame) ready_state_ = READYSTATE_COMPLETE;
 }
 
 void Control::HandlePageEvent(const Json& notice) {
-  const bool is_cancelled = session_->FireEvent(notice.At("g").Integer(), notice.At("n").Integer(),
-                                                notice.At("type").Text());
-  const Json* menu = notice.Find("menu");
-  if (menu && !is_cancelled) ShowMenu(*menu);
-  const Json* follow = notice.Find("follow");
-  if (follow && !is_cancelled) Follow(follow->At("url").Text(), follow->At("target").Text());
-  const Json* key = notice.Find("key");
-  if (key && !is_cancelled) link_.Tell({{"op", "scroll"}, {"g", notice.At("g")}, {"key", *key}});
+  const bool is_cancelled =
+      session_->FireEvent(notice.at("g"), notice.at("n"), TextOf(notice, "type"));
+  if (is_cancelled) return;
+  if (notice.contains("menu")) ShowMenu(notice["menu"]);
+  if (notice.contains("follow")) {
+    Follow(TextOf(notice["follow"], "url"), TextOf(notice["follow"], "target"));
+  }
+  if (notice.contains("key")) {
+    link_.Tell({{"op", "scroll"}, {"g", notice.at("g")}, {"key", notice["key"]}});
+  }
 }
 
 void Control::ShowMenu(const Json& menu) {
   if (!window_) return;
-  POINT place = {MulDiv(menu.At("x").Integer(), zoom_, kUnzoomed),
-                 MulDiv(menu.At("y").Integer(), zoom_, kUnzoomed)};
+  POINT place = {MulDiv(menu.at("x"), zoom_, kUnzoomed), MulDiv(menu.at("y"), zoom_, kUnzoomed)};
   ClientToScreen(window_->handle(), &place);
-  if (site_.ReplacesMenu(menu.At("kind").Integer(), place)) return;
+  if (site_.ReplacesMenu(menu.at("kind"), place)) return;
   constexpr UINT_PTR kRefresh = 1;
   const HMENU own = CreatePopupMenu();
   AppendMenuW(own, MF_STRING, kRefresh, L"&Refresh");
@@ -96,8 +96,8 @@ void Control::Follow(const std::wstring& url, const std::wstring& target) {
 }
 
 void Control::ShowPicture(const Json& notice) {
-  picture_.Decode(notice.At("data").Text());
-  if (window_) window_->Show(picture_, notice.At("n").Integer());
+  picture_.Decode(notice.at("data").get_ref<const std::string&>());
+  if (window_) window_->Show(picture_, notice.at("n"));
 }
 
 void Control::TellWhereabouts() {
@@ -153,11 +153,11 @@ void Control::TellColors() {
       {"windowframe", COLOR_WINDOWFRAME},
       {"windowtext", COLOR_WINDOWTEXT},
   };
-  Json::Object colors;
+  Json colors;
   for (const auto& [name, index] : kColors) {
     const DWORD color = GetSysColor(index);
     const int rgb = GetRValue(color) << 16 | GetGValue(color) << 8 | GetBValue(color);
-    colors.emplace(name, rgb);
+    colors[name] = rgb;
   }
   link_.Tell({{"op", "colors"}, {"colors", std::move(colors)}});
 }
@@ -173,7 +173,7 @@ HRESULT Control::NavigateTo(const std::wstring& url) {
     const bool has_border = (site_.Flags() & DOCHOSTUIFLAG_NO3DBORDER) == 0;
     // The helper asks for the host's consent by a notice, which arrives as a message.
     link_.Call({{"op", "navigate"},
-                {"url", url},
+                {"url", ToUtf8(url)},
                 {"flags", flags ? Json(*flags) : Json(nullptr)},
                 {"border", has_border}});
     ready_state_ = READYSTATE_LOADING;
@@ -185,7 +185,7 @@ HRESULT Control::NavigateTo(const std::wstring& url) {
   }
 }
 
-void Control::OnInput(Json::Object message) {
+void Control::OnInput(Json message) {
   if (is_in_use_ && link_.IsConnected()) link_.Tell(std::move(message));
 }
 

@@ -154,7 +154,7 @@ class Control final
   HRESULT TypeInfo(ITypeInfo** info);
 
   // ControlWindowEvents
-  void OnInput(Json::Object message) override;
+  void OnInput(Json message) override;
   void OnResized(int width, int height) override;
   void OnPainted(int number) override;
   void OnFocus(bool has_focus) override;

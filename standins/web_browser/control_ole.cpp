@@ -199,7 +199,7 @@ STDMETHODIMP Control::TranslateAccelerator(LPMSG message) {
     if (message->wParam == VK_F5) return NavigateTo(location_);
     if (message->wParam == VK_TAB && link_.IsConnected()) {
       const bool is_back = GetKeyState(VK_SHIFT) < 0;
-      const bool leaves = link_.Call({{"op", "leavesByTab"}, {"back", is_back}}).At("v").Boolean();
+      const bool leaves = link_.Call({{"op", "leavesByTab"}, {"back", is_back}}).at("v");
       if (leaves && site_.TakesKey(*message)) return S_OK;
     } else if (!IsNavigationKey(message->wParam)) {
       return S_FALSE;

@@ -175,11 +175,12 @@ void ControlWindow::Key(UINT message, WPARAM wparam) {
   const bool is_character = message == WM_CHAR;
   // Control characters have had their effect as keys, except Enter.
   if (is_character && wparam < 0x20 && wparam != L'\r') return;
+  const auto character = static_cast<wchar_t>(wparam);
   const char* type = message == WM_KEYDOWN ? "rawKeyDown" : message == WM_KEYUP ? "keyUp" : "char";
   events_.OnInput({{"op", "key"},
                    {"type", type},
                    {"vk", is_character ? 0 : static_cast<int>(wparam)},
-                   {"text", is_character ? std::wstring(1, static_cast<wchar_t>(wparam)) : L""},
+                   {"text", is_character ? ToUtf8({&character, 1}) : ""},
                    {"mods", Modifiers()}});
 }
 

@@ -14,7 +14,7 @@ class ControlWindowEvents {
  public:
   virtual ~ControlWindowEvents() = default;
   /** Input for the helper, a message {op: "mouse" or "key", ...}. */
-  virtual void OnInput(Json::Object message) = 0;
+  virtual void OnInput(Json message) = 0;
   virtual void OnResized(int width, int height) = 0;
   /** The window shows the picture of that number. */
   virtual void OnPainted(int number) = 0;

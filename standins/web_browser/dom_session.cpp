@@ -25,7 +25,11 @@ class TypeMismatch : public std::runtime_error {
   TypeMismatch() : runtime_error("Type mismatch") {}
 };
 
-const Json kNothing = Json::Object{{"u", 1}};
+const Json kNothing = Json{{"u", 1}};
+
+HRESULT ErrorOf(const Json& answer) {
+  return static_cast<HRESULT>(answer.at("e").get<std::uint32_t>());
+}
 
 DISPID EventId(const std::wstring& type) {
   static constexpr std::pair<const wchar_t*, DISPID> kEvents[] = {
@@ -60,7 +64,7 @@ HRESULT Report(HRESULT code, const std::wstring& description, EXCEPINFO* excepti
 ComPtr<IDispatch> DomSession::Document() {
   if (!link_) return nullptr;
   const Json answer = link_->Call({{"op", "document"}});
-  const int generation = answer.At("g").Integer();
+  const int generation = answer.at("g");
   if (generation == 0) return nullptr;
   return ObjectFor({generation, kDocumentHandle});
 }
@@ -73,18 +77,17 @@ HRESULT DomSession::Invoke(DomReference object, DISPID id, WORD flags, const DIS
   const bool is_put = (flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0;
   if (parameters.cNamedArgs > (is_put ? 1u : 0u)) return DISP_E_NONAMEDARGS;
   try {
-    Json::Array arguments;
+    Json arguments = Json::array();
     for (UINT i = parameters.cArgs; i > 0; --i) {
       arguments.push_back(ToJson(parameters.rgvarg[i - 1], object.generation));
     }
     // Omitted arguments are at the end.
-    while (!arguments.empty() && arguments.back().Write() == kNothing.Write()) arguments.pop_back();
-    const Json answer = Call(object, *name, flags, std::move(arguments));
-    if (const Json* error = answer.Find("e")) {
-      const auto code = static_cast<HRESULT>(static_cast<std::uint32_t>(error->Number()));
-      return Report(code, answer.At("d").Text(), exception);
+    while (!arguments.empty() && arguments.back() == kNothing) {
+      arguments.erase(arguments.size() - 1);
     }
-    return result ? FromJson(answer.At("v"), object.generation, result) : S_OK;
+    const Json answer = Call(object, *name, flags, std::move(arguments));
+    if (answer.contains("e")) return Report(ErrorOf(answer), TextOf(answer, "d"), exception);
+    return result ? FromJson(answer.at("v"), object.generation, result) : S_OK;
   } catch (const TypeMismatch&) {
     return DISP_E_TYPEMISMATCH;
   } catch (const LinkLost&) {
@@ -103,12 +106,9 @@ HRESULT DomSession::Enumerate(DomReference collection, VARIANT* result) {
 HRESULT DomSession::Members(DomReference collection, ULONG position, ULONG count, VARIANT* members,
                             ULONG& got) {
   try {
-    const Json answer = Call(collection, L"[members]", DISPATCH_PROPERTYGET,
-                             {static_cast<double>(position), static_cast<double>(count)});
-    if (const Json* error = answer.Find("e")) {
-      return static_cast<HRESULT>(static_cast<std::uint32_t>(error->Number()));
-    }
-    for (const Json& member : answer.At("v").At("l").Items()) {
+    const Json answer = Call(collection, L"[members]", DISPATCH_PROPERTYGET, {position, count});
+    if (answer.contains("e")) return ErrorOf(answer);
+    for (const Json& member : answer.at("v").at("l")) {
       const HRESULT result = FromJson(member, collection.generation, members + got);
       if (FAILED(result)) return result;
       ++got;
@@ -140,17 +140,16 @@ void DomSession::Forget(const DomObject& object) {
   if (link_) released_.push_back(object.reference());
 }
 
-Json DomSession::Call(DomReference object, const std::wstring& name, int flags,
-                      Json::Array arguments) {
+Json DomSession::Call(DomReference object, const std::wstring& name, int flags, Json arguments) {
   if (!link_) throw LinkLost("The control is closed");
-  Json::Array released;
+  Json released = Json::array();
   for (const DomReference& reference : std::exchange(released_, {})) {
-    released.push_back(Json::Array{reference.generation, reference.handle});
+    released.push_back(Json{reference.generation, reference.handle});
   }
   return link_->Call({{"op", "invoke"},
                       {"g", object.generation},
                       {"h", object.handle},
-                      {"n", name},
+                      {"n", ToUtf8(name)},
                       {"k", flags},
                       {"a", std::move(arguments)},
                       {"e", event_},
@@ -185,17 +184,17 @@ Json DomSession::ToJson(const VARIANT& value, int generation) const {
     case VT_BOOL:
       return direct.boolVal != VARIANT_FALSE;
     case VT_BSTR:
-      return std::wstring(direct.bstrVal ? direct.bstrVal : L"", SysStringLen(direct.bstrVal));
+      return ToUtf8({direct.bstrVal, SysStringLen(direct.bstrVal)});
     case VT_UNKNOWN:
     case VT_DISPATCH: {
-      if (!direct.punkVal) return Json::Object{{"h", 0}};
+      if (!direct.punkVal) return Json{{"h", 0}};
       ComPtr<IUnknown> identity;
       direct.punkVal->QueryInterface(IID_IUnknown,
                                      reinterpret_cast<void**>(identity.GetAddressOf()));
       for (const auto& [reference, object] : live_) {
         if (static_cast<IDispatch*>(object) != identity.Get()) continue;
         if (reference.generation != generation) throw TypeMismatch();
-        return Json::Object{{"h", reference.handle}};
+        return Json{{"h", reference.handle}};
       }
       throw TypeMismatch();
     }
@@ -207,22 +206,21 @@ Json DomSession::ToJson(const VARIANT& value, int generation) const {
 
 HRESULT DomSession::FromJson(const Json& value, int generation, VARIANT* result) {
   VariantInit(result);
-  if (value.Is<Json::Object>()) {
-    const Json* handle = value.Find("h");
-    if (!handle) return S_OK;
+  if (value.is_object()) {
+    if (!value.contains("h")) return S_OK;
+    const int handle = value["h"];
     result->vt = VT_DISPATCH;
-    result->pdispVal =
-        handle->Integer() == 0 ? nullptr : ObjectFor({generation, handle->Integer()}).Detach();
-  } else if (value.Is<bool>()) {
+    result->pdispVal = handle == 0 ? nullptr : ObjectFor({generation, handle}).Detach();
+  } else if (value.is_boolean()) {
     result->vt = VT_BOOL;
-    result->boolVal = value.Boolean() ? VARIANT_TRUE : VARIANT_FALSE;
-  } else if (value.Is<std::wstring>()) {
+    result->boolVal = value.get<bool>() ? VARIANT_TRUE : VARIANT_FALSE;
+  } else if (value.is_string()) {
+    const std::wstring text = ToUtf16(value.get_ref<const std::string&>());
     result->vt = VT_BSTR;
-    result->bstrVal =
-        SysAllocStringLen(value.Text().data(), static_cast<UINT>(value.Text().size()));
+    result->bstrVal = SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));
     if (!result->bstrVal) return E_OUTOFMEMORY;
-  } else if (value.Is<double>()) {
-    const double number = value.Number();
+  } else if (value.is_number()) {
+    const double number = value;
     const bool is_long = std::trunc(number) == number && std::abs(number) <= INT32_MAX;
     result->vt = is_long ? VT_I4 : VT_R8;
     if (is_long) {
@@ -239,10 +237,9 @@ HRESULT DomSession::FromJson(const Json& value, int generation, VARIANT* result)
 ComPtr<IDispatch> DomSession::PresentEvent(int generation) {
   int handle = kDocumentHandle;
   for (const wchar_t* name : {L"parentWindow", L"event"}) {
-    const Json answer = Call({generation, handle}, name, DISPATCH_PROPERTYGET, {});
-    const Json* value = answer.Find("v");
-    if (!value) return nullptr;
-    handle = value->At("h").Integer();
+    const Json answer = Call({generation, handle}, name, DISPATCH_PROPERTYGET, Json::array());
+    if (!answer.contains("v")) return nullptr;
+    handle = answer["v"].at("h");
     if (handle == 0) return nullptr;
   }
   return ObjectFor({generation, handle});

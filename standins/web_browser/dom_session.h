@@ -48,7 +48,7 @@ class DomSession : public std::enable_shared_from_this<DomSession> {
   void Forget(const DomObject& object);
 
  private:
-  Json Call(DomReference object, const std::wstring& name, int flags, Json::Array arguments);
+  Json Call(DomReference object, const std::wstring& name, int flags, Json arguments);
   Microsoft::WRL::ComPtr<DomObject> ObjectFor(DomReference reference);
   HRESULT Enumerate(DomReference collection, VARIANT* result);
   DomObject* FindLive(DomReference reference) const;

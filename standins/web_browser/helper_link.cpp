@@ -32,13 +32,13 @@ HelperLink::~HelperLink() {
   reader_.join();
 }
 
-Json HelperLink::Call(Json::Object request) {
+Json HelperLink::Call(Json request) {
   Connect();
-  request.insert_or_assign("i", ++last_call_);
+  request["i"] = ++last_call_;
   try {
-    calls_.SendLine(Json(std::move(request)).Write());
-    Json answer = Json::Parse(calls_.ReadLine());
-    if (answer.At("i").Integer() != last_call_) throw LinkLost("An answer to another call");
+    calls_.SendLine(request.dump());
+    Json answer = Json::parse(calls_.ReadLine());
+    if (answer.at("i") != last_call_) throw LinkLost("An answer to another call");
     return answer;
   } catch (const std::exception&) {
     // Whatever arrives now would be taken for the answer to the next call.
@@ -47,10 +47,10 @@ Json HelperLink::Call(Json::Object request) {
   }
 }
 
-void HelperLink::Tell(Json::Object message) noexcept {
+void HelperLink::Tell(Json message) noexcept {
   try {
     Connect();
-    calls_.SendLine(Json(std::move(message)).Write());
+    calls_.SendLine(message.dump());
   } catch (const std::exception&) {
     lost_ = true;
   }
@@ -70,17 +70,16 @@ void HelperLink::Connect() {
 
 Socket HelperLink::AcceptAs(const char* role) {
   Socket connection = listener_.Accept(kStartLimitMs);
-  const Json greeting = Json::Parse(connection.ReadLine());
-  const Json expected = Json::Object{{"role", role}, {"token", token_.c_str()}};
-  if (greeting.Write() != expected.Write()) throw LinkLost("A stranger dialled");
+  const Json greeting = Json::parse(connection.ReadLine());
+  if (greeting != Json{{"role", role}, {"token", token_}}) throw LinkLost("A stranger dialled");
   return connection;
 }
 
 void HelperLink::ReadNotices() {
   try {
-    for (;;) on_notice_(Json::Parse(notices_.ReadLine()));
+    for (;;) on_notice_(Json::parse(notices_.ReadLine()));
   } catch (const std::exception&) {
-    on_notice_(Json::Object{{"t", "lost"}});
+    on_notice_(Json{{"t", "lost"}});
   }
 }
 

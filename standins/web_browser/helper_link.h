@@ -26,13 +26,13 @@ class HelperLink {
    * Waits for the answer to a request, without handling messages: the page never waits for its
    * host. Throws LinkLost.
    */
-  Json Call(Json::Object request);
+  Json Call(Json request);
 
   /** Whether the helper has connected; the first call waits for that. */
   bool IsConnected() const { return connected_; }
 
   /** Sends a message that has no answer; it is lost if the helper is gone. */
-  void Tell(Json::Object message) noexcept;
+  void Tell(Json message) noexcept;
 
  private:
   void Connect();

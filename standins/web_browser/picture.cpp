@@ -1,6 +1,6 @@
 #include "picture.h"
 
-#include <shlwapi.h>
+#include <wincrypt.h>
 
 #include <stdexcept>
 #include <vector>
@@ -15,27 +15,14 @@ void Check(HRESULT result) {
   if (FAILED(result)) throw std::runtime_error("The picture cannot be decoded");
 }
 
-int Sextet(wchar_t digit) {
-  if (digit >= L'A' && digit <= L'Z') return digit - L'A';
-  if (digit >= L'a' && digit <= L'z') return digit - L'a' + 26;
-  if (digit >= L'0' && digit <= L'9') return digit - L'0' + 52;
-  if (digit == L'+') return 62;
-  return digit == L'/' ? 63 : -1;
-}
-
-std::vector<BYTE> DecodeBase64(const std::wstring& text) {
-  std::vector<BYTE> bytes;
-  bytes.reserve(text.size() / 4 * 3);
-  unsigned bits = 0;
-  int count = 0;
-  for (wchar_t digit : text) {
-    const int sextet = Sextet(digit);
-    if (sextet < 0) break;
-    bits = bits << 6 | static_cast<unsigned>(sextet);
-    count += 6;
-    if (count < 8) continue;
-    count -= 8;
-    bytes.push_back(static_cast<BYTE>(bits >> count));
+std::vector<BYTE> DecodeBase64(const std::string& text) {
+  const auto length = static_cast<DWORD>(text.size());
+  DWORD size = 0;
+  CryptStringToBinaryA(text.data(), length, CRYPT_STRING_BASE64, nullptr, &size, nullptr, nullptr);
+  std::vector<BYTE> bytes(size);
+  if (!CryptStringToBinaryA(text.data(), length, CRYPT_STRING_BASE64, bytes.data(), &size, nullptr,
+                            nullptr)) {
+    throw std::runtime_error("The picture is no base64");
   }
   return bytes;
 }
@@ -60,7 +47,7 @@ class MemoryContext {
 
 }  // namespace
 
-void Picture::Decode(const std::wstring& base64) {
+void Picture::Decode(const std::string& base64) {
   if (!factory_) {
     Check(CoCreateInstance(CLSID_WICImagingFactory, nullptr, CLSCTX_INPROC_SERVER,
                            IID_PPV_ARGS(factory_.GetAddressOf())));

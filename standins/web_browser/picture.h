@@ -32,7 +32,7 @@ class Bitmap {
 class Picture {
  public:
   /** Decodes a PNG in base64. Throws std::runtime_error if it is not one. */
-  void Decode(const std::wstring& base64);
+  void Decode(const std::string& base64);
   /** Paints it into a rectangle of the same size; what it does not cover is white. */
   void Paint(HDC target, const RECT& place) const;
 

@@ -23,7 +23,7 @@ class Winsock {
   Winsock& operator=(const Winsock&) = delete;
 };
 
-/** A TCP socket on loopback that carries lines of ASCII. Failures throw LinkLost. */
+/** A TCP socket on loopback that carries lines of text. Failures throw LinkLost. */
 class Socket {
  public:
   Socket() = default;

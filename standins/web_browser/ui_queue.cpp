@@ -10,7 +10,7 @@ namespace {
 constexpr wchar_t kQueueClassName[] = L"WebBrowserStandinQueue";
 constexpr UINT kNoticeMessage = WM_APP;
 
-bool IsPicture(const Json& notice) { return notice.At("t").Text() == L"frame"; }
+bool IsPicture(const Json& notice) { return notice.at("t") == "frame"; }
 
 }  // namespace
 

@@ -1,10 +1,8 @@
 import { EventEmitter } from 'node:events';
 
-/** JSON text in ASCII: one \u escape for every UTF-16 unit outside it. */
-export function toAscii(json) {
-  return json.replace(/[\u007f-\uffff]/g,
-    (unit) => `\\u${unit.charCodeAt(0).toString(16).padStart(4, '0')}`);
-}
+// UTF-8 has no place for half a surrogate pair, and the host's reader refuses one.
+const wellFormed = (json) => json.replace(/\\(?:\\|ud[89a-f][0-9a-f]{2})/g,
+  (escape) => escape === '\\\\' ? escape : '\ufffd');
 
 /** Messages over a socket, one JSON object per line. Emits 'message' for each and 'end' once. */
 export class LineConnection extends EventEmitter {
@@ -15,7 +13,7 @@ export class LineConnection extends EventEmitter {
     super();
     this.#socket = socket;
     socket.setNoDelay(true);
-    socket.setEncoding('latin1');  // Lines are ASCII.
+    socket.setEncoding('utf8');
     socket.on('data', (text) => this.#receive(text));
     socket.on('error', () => {});  // 'close' follows.
     socket.on('close', () => this.emit('end'));
@@ -26,7 +24,7 @@ export class LineConnection extends EventEmitter {
   }
 
   sendJson(json) {
-    this.#socket.write(`${toAscii(json)}\n`);
+    this.#socket.write(`${wellFormed(json)}\n`);
   }
 
   close() {

@@ -113,6 +113,16 @@ TEST_F(Page, RowsAreFilledAndReadBack) {
   EXPECT_EQ(Get(list.Get(), L"innerHTML").Text(), L"");
 }
 
+TEST_F(Page, HalfOfAPairBecomesTheReplacementCharacterOnBothWays) {
+  host_->Load("<html><body><div id=text>&#x1F600;</div></body></html>");
+  const ComPtr<IDispatch> element = ById(host_->Document().Get(), L"text");
+  const ComPtr<IDispatch> text = GetObject(element.Get(), L"firstChild");
+  EXPECT_EQ(Call(text.Get(), L"substringData", {0, 2}).Text(), L"\xd83d\xde00");
+  EXPECT_EQ(Call(text.Get(), L"substringData", {0, 1}).Text(), L"\xfffd");
+  Put(element.Get(), L"innerText", L"\\ud83d \xd83d");
+  EXPECT_EQ(Get(element.Get(), L"innerText").Text(), L"\\ud83d \xfffd");
+}
+
 TEST_F(Page, ACollectionIsEnumerated) {
   host_->Load("<html><body><div id=list><b></b><i></i><u></u></div></body></html>");
   const ComPtr<IDispatch> children =

@@ -12,6 +12,7 @@
 
 #include <cstdio>
 #include <memory>
+#include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
 #include <vector>
@@ -28,17 +29,10 @@ namespace {
 namespace platform = kitbay::platform;
 namespace win32 = kitbay::platform::win32;
 
-std::string Quoted(const std::string& text) {
-  std::string quoted = "\"";
-  for (const char character : text) {
-    if (character == '"' || character == '\\') quoted += '\\';
-    quoted += character;
-  }
-  return quoted + '"';
-}
+using Json = nlohmann::ordered_json;
 
-void Print(const std::string& line) {
-  std::printf("%s\n", line.c_str());
+void Print(const Json& event) {
+  std::printf("%s\n", event.dump().c_str());
   std::fflush(stdout);
 }
 
@@ -102,20 +96,20 @@ class Client : public platform::OvTransportEvents {
       if (was_told_ && ending_ == Ending::kLetGo) End();
     }
     if (held_) {
-      Print("{\"event\":\"Attempts\",\"count\":" + std::to_string(held_->attempts()) + "}");
+      Print({{"event", "Attempts"}, {"count", held_->attempts()}});
     }
   }
 
   void Message(const std::string& path, const std::string& field,
                const std::string& value) override {
-    Tell("Message", path, ",\"field\":" + Quoted(field) + ",\"value\":" + Quoted(value));
+    Tell({{"event", "Message"}, {"path", path}, {"field", field}, {"value", value}});
     if (value == "true") --open_;
     was_told_ = true;
     if (ending_ == Ending::kShutDown || ending_ == Ending::kAgain) End();
   }
 
   void Exception(const std::string& path, const std::string& message) override {
-    Tell("Exception", path, ",\"message\":" + Quoted(message));
+    Tell({{"event", "Exception"}, {"path", path}, {"message", message}});
     --open_;
   }
 
@@ -129,10 +123,9 @@ class Client : public platform::OvTransportEvents {
     in_request_ = false;
   }
 
-  void Tell(const std::string& event, const std::string& path, const std::string& rest) const {
-    const bool in_place = !in_request_ && GetCurrentThreadId() == thread_;
-    Print("{\"event\":" + Quoted(event) + ",\"path\":" + Quoted(path) + rest +
-          (in_place ? "" : ",\"misplaced\":true") + "}");
+  void Tell(Json event) const {
+    if (in_request_ || GetCurrentThreadId() != thread_) event["misplaced"] = true;
+    Print(event);
   }
 
   void End() {
@@ -144,8 +137,10 @@ class Client : public platform::OvTransportEvents {
     } else {
       object_->ShutDown();
     }
-    Print("{\"event\":\"Ended\",\"before\":" + std::to_string(threads_before_) + ",\"during\":" +
-          std::to_string(during) + ",\"after\":" + std::to_string(ThreadCount()) + "}");
+    Print({{"event", "Ended"},
+           {"before", threads_before_},
+           {"during", during},
+           {"after", ThreadCount()}});
     if (ending == Ending::kAgain) {
       object_->SetUp(*this);
       Request(words_.size() - 3);
@@ -194,12 +189,12 @@ int main() {
     // What the system still holds of a cancelled transfer ends by itself.
     const ULONGLONG limit = GetTickCount64() + 60000;
     while (!SuiteCanUnload() && GetTickCount64() < limit) Sleep(10);
-    Print(std::string("{\"event\":\"Gone\",\"library\":") +
-          (SuiteCanUnload() ? "\"free\"}" : "\"held\"}"));
+    Print({{"event", "Gone"}, {"library", SuiteCanUnload() ? "free" : "held"}});
     return 0;
   } catch (const kitbay::base::Failure& failure) {
-    Print("{\"event\":\"Failure\",\"number\":" + std::to_string(failure.number()) +
-          ",\"description\":" + Quoted(failure.description()) + "}");
+    Print({{"event", "Failure"},
+           {"number", failure.number()},
+           {"description", failure.description()}});
     return 1;
   }
 }

@@ -40,42 +40,17 @@
 #include <cstdio>
 #include <cstdlib>
 #include <map>
+#include <nlohmann/json.hpp>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
+#include "platform/win32/system/utf.h"
+
 namespace {
 
-std::string Utf8(const std::wstring& text) {
-  if (text.empty()) {
-    return {};
-  }
-  const int length = static_cast<int>(text.size());
-  const int size =
-      WideCharToMultiByte(CP_UTF8, 0, text.data(), length, nullptr, 0, nullptr, nullptr);
-  std::string utf8(static_cast<std::size_t>(size), '\0');
-  WideCharToMultiByte(CP_UTF8, 0, text.data(), length, utf8.data(), size, nullptr, nullptr);
-  return utf8;
-}
-
-std::string Quoted(const std::string& text) {
-  std::string json = "\"";
-  for (const char c : text) {
-    if (c == '"' || c == '\\') {
-      json += '\\';
-    }
-    if (static_cast<unsigned char>(c) < 0x20) {
-      char escape[8];
-      std::snprintf(escape, sizeof escape, "\\u%04x", static_cast<unsigned>(c));
-      json += escape;
-    } else {
-      json += c;
-    }
-  }
-  return json + "\"";
-}
-
-std::string Quoted(const std::wstring& text) { return Quoted(Utf8(text)); }
+using Json = nlohmann::ordered_json;
+using kitbay::platform::win32::ToUtf8;
 
 std::wstring Caption(HWND window) {
   std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
@@ -116,17 +91,16 @@ RECT PlaceOf(HWND window) {
   return place;
 }
 
-std::string Numbers(const RECT& place) {
-  return "[" + std::to_string(place.left) + "," + std::to_string(place.top) + "," +
-         std::to_string(place.right) + "," + std::to_string(place.bottom) + "]";
-}
+Json Numbers(const RECT& place) { return {place.left, place.top, place.right, place.bottom}; }
+
+std::uintptr_t IdOf(HWND window) { return reinterpret_cast<std::uintptr_t>(window); }
 
 // The value of a progress bar; null for other controls.
-std::string ProgressOf(HWND control) {
+Json ProgressOf(HWND control) {
   if (ClassName(control) != PROGRESS_CLASSW) {
-    return "null";
+    return nullptr;
   }
-  return std::to_string(SendMessageW(control, PBM_GETPOS, 0, 0));
+  return SendMessageW(control, PBM_GETPOS, 0, 0);
 }
 
 // Memory in another process, to which a message to one of its windows can point.
@@ -166,10 +140,10 @@ LRESULT Ask(HWND control, UINT message, WPARAM wparam, const void* argument = nu
 }
 
 // The items of a list view as {text, selected, place}, with the place in screen pixels.
-std::string ItemsOfList(HWND control) {
+Json ItemsOfList(HWND control) {
   constexpr std::size_t kLongest = 1024;
   const MemoryThere memory(control, sizeof(LVITEMW) + kLongest * sizeof(wchar_t));
-  std::string json = "[";
+  Json items = Json::array();
   const auto count = static_cast<std::size_t>(Ask(control, LVM_GETITEMCOUNT, 0));
   for (std::size_t index = 0; index < count; ++index) {
     LVITEMW item{};
@@ -187,17 +161,15 @@ std::string ItemsOfList(HWND control) {
     MapWindowPoints(control, nullptr, reinterpret_cast<POINT*>(&place), 2);
     const bool is_selected =
         Ask(control, LVM_GETITEMSTATE, index, reinterpret_cast<const void*>(LVIS_SELECTED)) != 0;
-    json += (index > 0 ? "," : "") + ("{\"text\":" + Quoted(text)) +
-            ",\"selected\":" + (is_selected ? "true" : "false") + ",\"place\":" + Numbers(place) +
-            "}";
+    items.push_back({{"text", ToUtf8(text)}, {"selected", is_selected}, {"place", Numbers(place)}});
   }
-  return json + "]";
+  return items;
 }
 
 // The items of a list view; null for other controls, and for one that no longer exists.
-std::string ItemsOf(HWND control) {
+Json ItemsOf(HWND control) {
   if (ClassName(control) != WC_LISTVIEWW) {
-    return "null";
+    return nullptr;
   }
   try {
     return ItemsOfList(control);
@@ -205,7 +177,7 @@ std::string ItemsOf(HWND control) {
     if (IsWindow(control)) {
       throw;
     }
-    return "null";
+    return nullptr;
   }
 }
 
@@ -216,49 +188,50 @@ HWND FocusOf(HWND window) {
   return info.hwndFocus;
 }
 
-std::string Describe(HWND window) {
+Json Describe(HWND window) {
   DWORD process = 0;
   GetWindowThreadProcessId(window, &process);
-  std::string json =
-      "{\"id\":" + std::to_string(reinterpret_cast<std::uintptr_t>(window)) +
-      ",\"class\":" + Quoted(ClassName(window)) + ",\"caption\":" + Quoted(Caption(window)) +
-      ",\"process\":" + std::to_string(process) + ",\"topmost\":" +
-      ((GetWindowLongW(window, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0 ? "true" : "false") +
-      ",\"foreground\":" + (GetForegroundWindow() == window ? "true" : "false") +
-      ",\"minimized\":" + (IsIconic(window) ? "true" : "false") + ",\"owner\":" +
-      std::to_string(reinterpret_cast<std::uintptr_t>(GetWindow(window, GW_OWNER))) +
-      ",\"place\":" + Numbers(PlaceOf(window)) + ",\"controls\":[";
   const HWND focus = FocusOf(window);
-  const char* separator = "";
+  Json controls = Json::array();
   for (const HWND child : Children(window)) {
-    json += separator + ("{\"class\":" + Quoted(ClassName(child))) +
-            ",\"text\":" + Quoted(ControlText(child)) + ",\"value\":" + ProgressOf(child) +
-            ",\"visible\":" + (IsWindowVisible(child) ? "true" : "false") +
-            ",\"enabled\":" + (IsWindowEnabled(child) ? "true" : "false") +
-            ",\"focused\":" + (child == focus ? "true" : "false") +
-            ",\"place\":" + Numbers(PlaceOf(child)) + ",\"items\":" + ItemsOf(child) + "}";
-    separator = ",";
+    controls.push_back({{"class", ToUtf8(ClassName(child))},
+                        {"text", ToUtf8(ControlText(child))},
+                        {"value", ProgressOf(child)},
+                        {"visible", IsWindowVisible(child) != FALSE},
+                        {"enabled", IsWindowEnabled(child) != FALSE},
+                        {"focused", child == focus},
+                        {"place", Numbers(PlaceOf(child))},
+                        {"items", ItemsOf(child)}});
   }
-  return json + "]}";
+  return {{"id", IdOf(window)},
+          {"class", ToUtf8(ClassName(window))},
+          {"caption", ToUtf8(Caption(window))},
+          {"process", process},
+          {"topmost", (GetWindowLongW(window, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0},
+          {"foreground", GetForegroundWindow() == window},
+          {"minimized", IsIconic(window) != FALSE},
+          {"owner", IdOf(GetWindow(window, GW_OWNER))},
+          {"place", Numbers(PlaceOf(window))},
+          {"controls", controls}};
 }
 
 // EnumWindows enumerates the windows in their order on the screen, topmost first.
-std::string Windows() {
+Json Windows() {
   std::vector<HWND> windows;
   EnumWindows(Collect, reinterpret_cast<LPARAM>(&windows));
-  std::string json = "[";
+  Json described = Json::array();
   for (const HWND window : windows) {
     if (IsWindowVisible(window)) {
-      json += (json.size() > 1 ? "," : "") + Describe(window);
+      described.push_back(Describe(window));
     }
   }
-  return json + "]";
+  return described;
 }
 
 HWND Needed(const std::wstring& caption) {
   const HWND window = FindWindowW(nullptr, caption.c_str());
   if (window == nullptr) {
-    throw std::runtime_error("no window " + Utf8(caption));
+    throw std::runtime_error("no window " + ToUtf8(caption));
   }
   return window;
 }
@@ -277,47 +250,46 @@ HWND ButtonOf(const std::wstring& caption, const std::wstring& button) {
 }
 
 // Windows does not notify anybody of other programs' windows.
-std::string Press(const std::wstring& caption, const std::wstring& button) {
+Json Press(const std::wstring& caption, const std::wstring& button) {
   constexpr DWORD kPauseMs = 50;
   HWND found = ButtonOf(caption, button);
   for (; found == nullptr; found = ButtonOf(caption, button)) {
     Sleep(kPauseMs);
   }
   PostMessageW(found, BM_CLICK, 0, 0);
-  return "true";
+  return true;
 }
 
-std::string Close(const std::wstring& window_class, const std::wstring& caption) {
+Json Close(const std::wstring& window_class, const std::wstring& caption) {
   const HWND window = FindWindowW(window_class.c_str(), caption.c_str());
   if (window == nullptr) {
-    throw std::runtime_error("no window " + Utf8(caption));
+    throw std::runtime_error("no window " + ToUtf8(caption));
   }
   PostMessageW(window, WM_CLOSE, 0, 0);
-  return "true";
+  return true;
 }
 
-std::string Minimize(const std::wstring& caption) {
+Json Minimize(const std::wstring& caption) {
   ShowWindow(Needed(caption), SW_MINIMIZE);
-  return "true";
+  return true;
 }
 
-std::string Restore(const std::wstring& caption) {
+Json Restore(const std::wstring& caption) {
   ShowWindow(Needed(caption), SW_RESTORE);
-  return "true";
+  return true;
 }
 
 int Number(const std::wstring& text) {
   return static_cast<int>(std::wcstol(text.c_str(), nullptr, 0));
 }
 
-std::string Size(const std::wstring& caption, const std::wstring& width,
-                 const std::wstring& height) {
+Json Size(const std::wstring& caption, const std::wstring& width, const std::wstring& height) {
   SetWindowPos(Needed(caption), nullptr, 0, 0, Number(width), Number(height),
                SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
-  return "true";
+  return true;
 }
 
-std::string Resolution(const std::wstring& caption, const std::wstring& dpi) {
+Json Resolution(const std::wstring& caption, const std::wstring& dpi) {
   constexpr UINT kDpiChanged = 0x02E0;  // WM_DPICHANGED, which older headers lack
   const HWND window = Needed(caption);
   const RECT place = PlaceOf(window);
@@ -325,30 +297,30 @@ std::string Resolution(const std::wstring& caption, const std::wstring& dpi) {
   memory.Write(0, &place, sizeof place);
   const auto dots = static_cast<WORD>(Number(dpi));
   Ask(window, kDpiChanged, MAKEWPARAM(dots, dots), memory.at(0));
-  return "true";
+  return true;
 }
 
-std::string Key(const std::wstring& caption, const std::wstring& code) {
+Json Key(const std::wstring& caption, const std::wstring& code) {
   const HWND window = Needed(caption);
   const HWND focus = FocusOf(window);
   const HWND target = focus != nullptr ? focus : window;
   const auto key = static_cast<WPARAM>(Number(code));
   PostMessageW(target, WM_KEYDOWN, key, 1);
   PostMessageW(target, WM_KEYUP, key, static_cast<LPARAM>(0xC0000001U));
-  return Quoted(ClassName(target));
+  return ToUtf8(ClassName(target));
 }
 
-std::string Signal(const std::wstring& name) {
+Json Signal(const std::wstring& name) {
   const HANDLE event = OpenEventW(EVENT_MODIFY_STATE, FALSE, name.c_str());
   if (event == nullptr) {
-    throw std::runtime_error("nobody waits for " + Utf8(name));
+    throw std::runtime_error("nobody waits for " + ToUtf8(name));
   }
   SetEvent(event);
   CloseHandle(event);
-  return "true";
+  return true;
 }
 
-std::string Value(const std::wstring& key, const std::wstring& name) {
+Json Value(const std::wstring& key, const std::wstring& name) {
   DWORD type = 0;
   BYTE bytes[512];
   DWORD size = sizeof bytes;
@@ -367,10 +339,10 @@ std::string Value(const std::wstring& key, const std::wstring& name) {
   while (text.ends_with(L'\0')) {
     text.pop_back();
   }
-  return "{\"type\":" + std::to_string(type) + ",\"text\":" + Quoted(text) + "}";
+  return {{"type", type}, {"text", ToUtf8(text)}};
 }
 
-std::string Refuse(const std::wstring& name) {
+Json Refuse(const std::wstring& name) {
   HKEY key = nullptr;
   PSECURITY_DESCRIPTOR descriptor = nullptr;
   ConvertStringSecurityDescriptorToSecurityDescriptorW(L"D:P(A;;KR;;;WD)", SDDL_REVISION_1,
@@ -385,7 +357,7 @@ std::string Refuse(const std::wstring& name) {
   if (code != ERROR_SUCCESS) {
     throw std::runtime_error("not refused: " + std::to_string(code));
   }
-  return "true";
+  return true;
 }
 
 /// The names of the executables of all processes.
@@ -418,19 +390,20 @@ bool IsElevated(DWORD process_id) {
   return elevation.TokenIsElevated != 0;
 }
 
-std::string Programs(const std::wstring& name) {
+Json Programs(const std::wstring& name) {
   const std::map<DWORD, PROCESSENTRY32W> processes = Processes();
-  std::string json = "[";
+  Json programs = Json::array();
   for (const auto& [id, entry] : processes) {
     if (name != entry.szExeFile) {
       continue;
     }
     const auto parent = processes.find(entry.th32ParentProcessID);
-    json += (json.size() > 1 ? "," : "") + ("{\"id\":" + std::to_string(id)) + ",\"parent\":" +
-            Quoted(parent == processes.end() ? L"" : std::wstring(parent->second.szExeFile)) +
-            ",\"elevated\":" + (IsElevated(id) ? "true" : "false") + "}";
+    programs.push_back(
+        {{"id", id},
+         {"parent", parent == processes.end() ? "" : ToUtf8(parent->second.szExeFile)},
+         {"elevated", IsElevated(id)}});
   }
-  return json + "]";
+  return programs;
 }
 
 void Check(HRESULT result, const char* step) {
@@ -462,7 +435,7 @@ class Object {
   Object(const Object&) = delete;
   Object& operator=(const Object&) = delete;
 
-  std::string Invoke(const wchar_t* member, WORD flags) {
+  Json Invoke(const wchar_t* member, WORD flags) {
     DISPID id = 0;
     auto* name = const_cast<wchar_t*>(member);
     Check(dispatch_->GetIDsOfNames(GUID{}, &name, 1, LOCALE_USER_DEFAULT, &id), "GetIDsOfNames");
@@ -472,37 +445,40 @@ class Object {
     Check(
         dispatch_->Invoke(id, GUID{}, LOCALE_USER_DEFAULT, flags, &none, &result, nullptr, nullptr),
         "Invoke");
-    std::string json = "null";
+    Json value;
     if (result.vt == VT_BSTR) {
-      json = Quoted(std::wstring(result.bstrVal, SysStringLen(result.bstrVal)));
+      value = ToUtf8({result.bstrVal, SysStringLen(result.bstrVal)});
     } else if (result.vt == VT_I4) {
-      json = std::to_string(result.lVal);
+      value = result.lVal;
     }
     VariantClear(&result);
-    return json;
+    return value;
   }
 
  private:
   IDispatch* dispatch_ = nullptr;
 };
 
-std::string UseRegistry() {
+// In the order of the interface, which the members of a JSON object are made in, too.
+Json UseRegistry() {
   const Apartment apartment;
   Object registry(L"Kitbay.Registry");
-  const std::string handler = registry.Invoke(L"RegisterUrlHandler", DISPATCH_METHOD);
-  const std::string path = registry.Invoke(L"GetAppDataPath", DISPATCH_METHOD);
-  const std::string key = registry.Invoke(L"ROOT_REGISTRY_KEY", DISPATCH_PROPERTYGET);
-  return "{\"RegisterUrlHandler\":" + handler + ",\"GetAppDataPath\":" + path +
-         ",\"ROOT_REGISTRY_KEY\":" + key + "}";
+  return {{"RegisterUrlHandler", registry.Invoke(L"RegisterUrlHandler", DISPATCH_METHOD)},
+          {"GetAppDataPath", registry.Invoke(L"GetAppDataPath", DISPATCH_METHOD)},
+          {"ROOT_REGISTRY_KEY", registry.Invoke(L"ROOT_REGISTRY_KEY", DISPATCH_PROPERTYGET)}};
 }
 
-std::string UseManager() {
+Json BringToFront(Object& manager) {
+  return {{"BringToFront", manager.Invoke(L"BringToFront", DISPATCH_METHOD)}};
+}
+
+Json UseManager() {
   const Apartment apartment;
   Object manager(L"Kitbay.Manager");
-  return "{\"BringToFront\":" + manager.Invoke(L"BringToFront", DISPATCH_METHOD) + "}";
+  return BringToFront(manager);
 }
 
-std::string UseManagerLate() {
+Json UseManagerLate() {
   const Apartment apartment;
   Object manager(L"Kitbay.Manager");
   const HANDLE is_ending = CreateEventW(nullptr, TRUE, FALSE, L"Kitbay.Tests.Ending");
@@ -510,13 +486,13 @@ std::string UseManagerLate() {
   WaitForSingleObject(is_ending, INFINITE);
   CloseHandle(is_ending);
   try {
-    return "{\"BringToFront\":" + manager.Invoke(L"BringToFront", DISPATCH_METHOD) + "}";
+    return BringToFront(manager);
   } catch (const std::runtime_error& error) {
-    return "{\"BringToFront\":" + Quoted(std::string(error.what())) + "}";
+    return {{"BringToFront", error.what()}};
   }
 }
 
-std::string Run(const std::vector<std::wstring>& arguments) {
+Json Run(const std::vector<std::wstring>& arguments) {
   const std::wstring command = arguments.empty() ? L"" : arguments[0];
   if (command == L"windows") {
     return Windows();
@@ -574,10 +550,10 @@ int main() {
   const std::vector<std::wstring> arguments(words + 1, words + count);
   LocalFree(words);
   try {
-    std::printf("%s\n", Run(arguments).c_str());
+    std::printf("%s\n", Run(arguments).dump().c_str());
     return 0;
   } catch (const std::exception& error) {
-    std::printf("{\"error\":%s}\n", Quoted(std::string(error.what())).c_str());
+    std::printf("%s\n", Json{{"error", error.what()}}.dump().c_str());
     return 1;
   }
 }
