@@ -78,7 +78,7 @@ import_registry() {
   local file
   file=$(mktemp "$WINEPREFIX/registry.XXXXXX")
   { echo REGEDIT4; echo; cat; } >"$file"
-  timeout 60 "$wine" regedit /S "$file" </dev/null
+  timeout 600 "$wine" regedit /S "$file" </dev/null
   rm -f "$file"
 }
 

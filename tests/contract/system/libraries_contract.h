@@ -33,7 +33,7 @@ class LibrariesWorld {
 
 class LibrariesContract : public testing::TestWithParam<std::unique_ptr<LibrariesWorld> (*)()> {
  protected:
-  static constexpr std::uint32_t kLong = 20000;
+  static constexpr std::uint32_t kLong = 300'000;
   static constexpr std::uint32_t kAccessViolation = 0xC0000005;
 
   platform::LibraryHandle Load(const std::string& name) {

@@ -187,7 +187,7 @@ int main() {
     const win32::ComApartment apartment;
     Client(ending, held, std::move(words)).Run();
     // What the system still holds of a cancelled transfer ends by itself.
-    const ULONGLONG limit = GetTickCount64() + 60000;
+    const ULONGLONG limit = GetTickCount64() + 240'000;
     while (!SuiteCanUnload() && GetTickCount64() < limit) Sleep(10);
     Print({{"event", "Gone"}, {"library", SuiteCanUnload() ? "free" : "held"}});
     return 0;

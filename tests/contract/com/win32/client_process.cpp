@@ -5,6 +5,7 @@
 #include <future>
 #include <stdexcept>
 
+#include "contract/windows/patience.h"
 #include "platform/win32/com/own_type_library.h"
 #include "platform/win32/system/overwriting.h"
 
@@ -16,7 +17,7 @@ using platform::win32::UniqueKernelObject;
 /// Handles messages, by which COM calls arrive, until `event` is set.
 void ServeUntil(HANDLE event) {
   for (;;) {
-    const DWORD woken = MsgWaitForMultipleObjects(1, &event, FALSE, 60000, QS_ALLINPUT);
+    const DWORD woken = MsgWaitForMultipleObjects(1, &event, FALSE, kPatienceMs, QS_ALLINPUT);
     if (woken == WAIT_OBJECT_0) return;
     if (woken == WAIT_TIMEOUT) throw std::runtime_error("the client does not answer");
     MSG message;

@@ -8,6 +8,7 @@
 
 #include "contract/com/recording_receiver.h"
 #include "contract/com/win32/registered_suite.h"
+#include "contract/windows/patience.h"
 #include "platform/win32/win32_platform.h"
 
 namespace kitbay::contract {
@@ -28,16 +29,22 @@ class DownloadObject : public testing::Test {
   }
 
   /// Handles messages until the receiver has been told how a transfer ended. Returns everything it
-  /// was told meanwhile.
+  /// was told meanwhile, which is less if no end comes.
   std::string AwaitEnd() {
     receiver_.events.clear();
-    MSG message;
-    while (receiver_.events.find("Exception(") == std::string::npos &&
-           receiver_.events.find(",true)") == std::string::npos &&
-           GetMessageW(&message, nullptr, 0, 0) > 0) {
-      DispatchMessageW(&message);
-    }
+    do {
+      MSG message;
+      while (!HasEnded() && PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+        DispatchMessageW(&message);
+      }
+    } while (!HasEnded() && MsgWaitForMultipleObjects(0, nullptr, FALSE, kPatienceMs,
+                                                      QS_ALLINPUT) == WAIT_OBJECT_0);
     return receiver_.events;
+  }
+
+  bool HasEnded() const {
+    return receiver_.events.find("Exception(") != std::string::npos ||
+           receiver_.events.find(",true)") != std::string::npos;
   }
 
   RecordingReceiver receiver_;

@@ -13,6 +13,7 @@
 #include "contract/install/win32/watched_libraries.h"
 #include "contract/system/win32/scratch_folder.h"
 #include "contract/system/win32/troubled_libraries.h"
+#include "contract/windows/patience.h"
 #include "fakes/recording_error_log.h"
 #include "platform/win32/system/handles.h"
 #include "platform/win32/system/utf.h"
@@ -25,7 +26,7 @@ using install::SelfRegistration;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-constexpr std::uint32_t kLong = 20000;
+constexpr std::uint32_t kLong = kPatienceMs;
 constexpr const wchar_t* kProgId = L"Software\\Classes\\OvlContract.Component";
 constexpr const wchar_t* kClass = L"Software\\Classes\\CLSID\\" KITBAY_CONTRACT_CLSID;
 

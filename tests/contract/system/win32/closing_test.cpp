@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 
+#include "contract/windows/patience.h"
 #include "platform/win32/system/handles.h"
 #include "platform/win32/system/utf.h"
 #include "platform/win32/win32_platform.h"
@@ -29,12 +30,12 @@ class LingeringProgram {
                        &startup, &started)) {
       process_.reset(started.hProcess);
       CloseHandle(started.hThread);
-      WaitForSingleObject(shown_.get(), INFINITE);
+      EXPECT_EQ(WaitForSingleObject(shown_.get(), contract::kPatienceMs), WAIT_OBJECT_0);
     }
   }
   ~LingeringProgram() {
     LetEnd();
-    WaitForSingleObject(process_.get(), INFINITE);
+    EXPECT_EQ(WaitForSingleObject(process_.get(), contract::kPatienceMs), WAIT_OBJECT_0);
   }
   LingeringProgram(const LingeringProgram&) = delete;
   LingeringProgram& operator=(const LingeringProgram&) = delete;

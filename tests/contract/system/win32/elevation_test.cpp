@@ -7,6 +7,7 @@
 #include <string>
 
 #include "contract/system/elevation_contract.h"
+#include "contract/windows/patience.h"
 #include "contract/windows/replaced_import.h"
 #include "platform/win32/system/handles.h"
 #include "platform/win32/system/utf.h"
@@ -101,7 +102,7 @@ DWORD RightsOf(HANDLE token) {
                                    nullptr, nullptr, &startup, &started));
   const UniqueKernelObject process(started.hProcess);
   const UniqueKernelObject thread(started.hThread);
-  EXPECT_EQ(WaitForSingleObject(process.get(), 60'000), WAIT_OBJECT_0);
+  EXPECT_EQ(WaitForSingleObject(process.get(), kPatienceMs), WAIT_OBJECT_0);
   DWORD code = 99;
   GetExitCodeProcess(process.get(), &code);
   return code;

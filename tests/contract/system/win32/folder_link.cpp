@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include "contract/windows/patience.h"
 #include "platform/win32/system/handles.h"
 
 namespace kitbay::contract {
@@ -28,7 +29,7 @@ void LinkBelowWine(const std::wstring& path, const std::wstring& target) {
                      folder.c_str(), &start, &started)) {
     const platform::win32::UniqueKernelObject process(started.hProcess);
     const platform::win32::UniqueKernelObject thread(started.hThread);
-    WaitForSingleObject(change, 10'000);
+    WaitForSingleObject(change, kPatienceMs);
   }
   FindCloseChangeNotification(change);
 }

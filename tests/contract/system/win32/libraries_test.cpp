@@ -9,6 +9,7 @@
 #include "contract/failure_number.h"
 #include "contract/system/win32/scratch_folder.h"
 #include "contract/system/win32/troubled_libraries.h"
+#include "contract/windows/patience.h"
 #include "platform/win32/system/handles.h"
 #include "platform/win32/system/utf.h"
 #include "platform/win32/win32_platform.h"
@@ -22,7 +23,7 @@ using contract::FailureNumber;
 using contract::ScratchFolder;
 using contract::SlowLibrary;
 
-constexpr std::uint32_t kLong = 20000;
+constexpr std::uint32_t kLong = contract::kPatienceMs;
 
 class Win32LibrariesTest : public testing::Test {
  protected:

@@ -1,11 +1,11 @@
 #include "contract/system/win32/message_box_user.h"
 
+#include "contract/windows/patience.h"
 #include "platform/win32/system/utf.h"
 
 namespace kitbay::contract {
 namespace {
 
-constexpr DWORD kPatienceMilliseconds = 30'000;
 constexpr const wchar_t* kDialogClass = L"#32770";
 
 // A hook has no argument of its own.
@@ -37,7 +37,7 @@ bool HasText(HWND dialog, const std::wstring& text) {
 }
 
 bool AnswerBox(HANDLE shown, const std::wstring& title, const std::wstring& text, int answer) {
-  if (WaitForSingleObject(shown, kPatienceMilliseconds) != WAIT_OBJECT_0) {
+  if (WaitForSingleObject(shown, kPatienceMs) != WAIT_OBJECT_0) {
     return false;
   }
   const HWND dialog = FindWindowW(kDialogClass, title.c_str());

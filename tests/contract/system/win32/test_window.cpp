@@ -2,6 +2,7 @@
 
 #include <future>
 
+#include "contract/windows/patience.h"
 #include "platform/win32/system/utf.h"
 
 namespace kitbay::contract {
@@ -80,7 +81,7 @@ void TestWindow::HoldAnswer() const {
 void TestWindow::LetAnswer() const { SetEvent(may_answer_.get()); }
 
 std::int32_t TestWindow::AwaitCloseValue() const {
-  WaitForSingleObject(has_looked_.get(), INFINITE);
+  WaitForSingleObject(has_looked_.get(), kPatienceMs);
   return close_value_;
 }
 

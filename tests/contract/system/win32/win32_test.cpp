@@ -10,6 +10,7 @@
 #include "contract/failure_number.h"
 #include "contract/system/win32/scratch_folder.h"
 #include "contract/system/win32/test_window.h"
+#include "contract/windows/patience.h"
 #include "platform/win32/system/handles.h"
 #include "platform/win32/system/system_failure.h"
 #include "platform/win32/system/utf.h"
@@ -99,7 +100,7 @@ TEST(Win32Desktop, AProgramIsStartedShownNormally) {
   const UniqueKernelObject started(CreateEventW(nullptr, TRUE, FALSE, name.c_str()));
   SetEnvironmentVariableW(L"KITBAY_TESTS_EVENT", name.c_str());
   MakeDesktop()->StartProgram(program);
-  EXPECT_EQ(WaitForSingleObject(started.get(), 60'000), WAIT_OBJECT_0);
+  EXPECT_EQ(WaitForSingleObject(started.get(), contract::kPatienceMs), WAIT_OBJECT_0);
 }
 
 TEST(Win32Desktop, TheBitsOfAProgramAreThoseThatItsHeaderTells) {
@@ -134,7 +135,7 @@ TEST(Win32Desktop, AProgramIsStartedByTheShellWithTheShellsOwnSurroundings) {
   // A child of this process would inherit this and set no event.
   SetEnvironmentVariableW(L"KITBAY_TESTS_EVENT", L"nobody's");
   MakeDesktop()->StartProgramAsUser(program);
-  EXPECT_EQ(WaitForSingleObject(started.get(), 60'000), WAIT_OBJECT_0);
+  EXPECT_EQ(WaitForSingleObject(started.get(), contract::kPatienceMs), WAIT_OBJECT_0);
   SetEnvironmentVariableW(L"KITBAY_TESTS_EVENT", nullptr);
 }
 
