@@ -12,6 +12,7 @@ import {
   confirmMessage,
   eventually,
   isKitbay,
+  probe,
   registeredLibrary,
   run,
   sourcesAnswered,
@@ -21,7 +22,6 @@ import {
 } from './harness.mjs';
 
 const kFailedToLoad = ' Kitbay::Loading of library failed';
-const kMissing = [126, kFailedToLoad, 'Module not found.'];
 const kTimeLimit = 10000;
 const kReturnOfSlowLibrary = 15000;
 
@@ -102,6 +102,9 @@ after(async () => {
   await source.close();
 });
 
+/** The entry in the log of a library that cannot be loaded, in the system's own words. */
+const notLoaded = async (number, library) => [number, kFailedToLoad, await probe('description', String(number), library)];
+
 const installed = (id, file) => path.join(suite.folder, 'addons', id, file);
 
 /** The bytes of a component's file. */
@@ -166,14 +169,15 @@ test('a library without the function is entered anyway', () => install('mute'));
 
 test('a library that crashes is entered anyway', () => install('crashing'));
 
-test('a file that is not a library is logged and entered', () => {
-  const why = `Bad EXE format for ${windowsPath(installed('text', 'OvlText.dll'))}.`;
-  return install('text', { failures: [[193, kFailedToLoad, why]] });
-});
-
-test('a missing library is logged and entered', () => install('missing', { failures: [kMissing] }));
-
-test('a library that needs a missing one is logged and entered', () => install('needy', { failures: [kMissing] }));
+for (const [what, id, library, number] of [
+  ['a file that is not a library', 'text', 'OvlText.dll', 193],
+  ['a missing library', 'missing', 'OvlMissing.dll', 126],
+  ['a library that needs a missing one', 'needy', 'OvlNeedy.dll', 126],
+]) {
+  test(`${what} is logged and entered`, async () => {
+    await install(id, { failures: [await notLoaded(number, windowsPath(installed(id, library)))] });
+  });
+}
 
 test('after the slow library has returned, both libraries of a component are registered', async () => {
   await eventually('the return of the slow library', () => Date.now() > slowHasReturned);

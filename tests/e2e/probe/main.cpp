@@ -20,6 +20,8 @@
 //                            HKEY_LOCAL_MACHINE; everybody may read it
 //   programs NAME            the processes of an executable: who started each, and whether it is
 //                            elevated
+//   description NUMBER SUBJECT
+//                            the system's text for an error with that file
 //   registry                 creates Kitbay.Registry, calls its members in the interface's order
 //   manager                  creates Kitbay.Manager and calls BringToFront
 //   late                     creates Kitbay.Manager, closes Kitbay's window, and calls BringToFront
@@ -406,6 +408,19 @@ Json Programs(const std::wstring& name) {
   return programs;
 }
 
+Json Description(const std::wstring& number, const std::wstring& subject) {
+  wchar_t text[512];
+  auto argument = reinterpret_cast<DWORD_PTR>(subject.c_str());
+  const DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_ARGUMENT_ARRAY,
+                                      nullptr, static_cast<DWORD>(Number(number)), 0, text, 512,
+                                      reinterpret_cast<va_list*>(&argument));
+  std::wstring description(text, length);
+  while (description.ends_with(L'\n') || description.ends_with(L'\r')) {
+    description.pop_back();
+  }
+  return ToUtf8(description);
+}
+
 void Check(HRESULT result, const char* step) {
   if (FAILED(result)) {
     char text[64];
@@ -529,6 +544,9 @@ Json Run(const std::vector<std::wstring>& arguments) {
   }
   if (command == L"programs" && arguments.size() == 2) {
     return Programs(arguments[1]);
+  }
+  if (command == L"description" && arguments.size() == 3) {
+    return Description(arguments[1], arguments[2]);
   }
   if (command == L"registry") {
     return UseRegistry();
