@@ -130,6 +130,16 @@ TEST_F(CategoryLists, ShowDetailsFillsEveryListInOrder) {
   EXPECT_TRUE(state_.installed_lists_current);
 }
 
+TEST_F(CategoryLists, KindsThatNoSourceHasEntriesOfAreListedFromTheLocalFiles) {
+  state_.installed_lists_current = true;
+  OfferManifest("<components/>");
+  noted_.ShowInstalledCategory();
+  EXPECT_THAT(Written(),
+              ElementsAre("installedaddons", "installedaddons Notes", "installedchannels",
+                          "installedchannels", "installedchannels News", "installedtransports",
+                          "installedtransports Relay"));
+}
+
 class Details : public PageTest {
  protected:
   Details() {

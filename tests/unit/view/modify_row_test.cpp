@@ -174,6 +174,22 @@ TEST_F(CurrentRow, WithoutANumberThereIsNone) {
   EXPECT_THAT(log_.entries, IsEmpty());
 }
 
+TEST_F(CurrentRow, IsOneOfAtMost32769ElementsOfItsNumber) {
+  constexpr int kMost = 32769;
+  AddInstalled("installedaddons", 7);
+  std::string others;
+  for (int i = 3; i <= kMost; ++i) {
+    others += "<i id='7'></i>";
+  }
+  At("installedchannels")->SetInnerHtml(others + "<i id='7'></i>");
+  rows_.RemoveDiv("installedaddons");
+  EXPECT_EQ(At("installedaddons")->ChildNodeCount(), 1);
+  EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::RemoveDiv", 6, "Overflow")));
+  At("installedchannels")->SetInnerHtml(others);
+  rows_.RemoveDiv("installedaddons");
+  EXPECT_EQ(At("installedaddons")->ChildNodeCount(), 0);
+}
+
 /// Row 7 of Notes was clicked among the new addons; then the list was filled again.
 class FollowedRow : public CurrentRow {
  protected:

@@ -178,7 +178,7 @@ LRESULT Win32MainWindow::HandleMessage(UINT message, WPARAM wparam, LPARAM lpara
   const HWND window = window_;
   switch (message) {
     case WM_SIZE:
-      if (browser_ != nullptr && wparam != SIZE_MINIMIZED) FitBrowser();
+      if (browser_ != nullptr) FitBrowser();
       return 0;
     case WM_GETMINMAXINFO:
       OnMinMaxInfo(*reinterpret_cast<MINMAXINFO*>(lparam));

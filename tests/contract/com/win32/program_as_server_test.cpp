@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 #include <windows.h>
+#include <wrl/client.h>
 
 #include <memory>
 #include <string>
@@ -9,6 +10,7 @@
 #include "contract/com/win32/registered_program.h"
 #include "contract/com/win32/scratch_user.h"
 #include "contract/failure_number.h"
+#include "contract/windows/patience.h"
 #include "contract/windows/replaced_import.h"
 #include "platform/win32/com/instance_mark.h"
 #include "platform/win32/com/own_type_library.h"
@@ -135,7 +137,7 @@ TEST(Registration, WritesNothingWhereAllIsAsItShouldBe) {
 
   // The watch does notice a change.
   ASSERT_EQ(RegDeleteTreeW(HKEY_CURRENT_USER, kServer), ERROR_SUCCESS);
-  EXPECT_EQ(WaitForSingleObject(changed.get(), 10000), DWORD{WAIT_OBJECT_0});
+  EXPECT_EQ(WaitForSingleObject(changed.get(), kPatienceMs), DWORD{WAIT_OBJECT_0});
   program.server().KeepRegistrationCurrent(platform::ClassesOf::kUser);
   EXPECT_NE(TextAt(L"CLSID\\{8A0E9829-3EA9-4179-8E8A-4008593B13B1}\\LocalServer32"), "(missing)");
 }
@@ -147,6 +149,21 @@ TEST(ProgramAsServer, ClientsMayUseTheInterfaceInsteadOfNames) {
   ClientProcess client;
   ASSERT_EQ(client.Ask("create Kitbay.Registry"), "0");
   EXPECT_EQ(client.Ask("early"), "C:\\users\\Zoë\\数据");
+}
+
+TEST(ProgramAsServer, AClassObjectThatIsStillHeldCreatesNothingOnceItIsRevoked) {
+  RegisteredProgram program;
+  RecordingServices services;
+  program.server().RegisterClassObjects(services);
+  Microsoft::WRL::ComPtr<IClassFactory> factory;
+  ASSERT_EQ(CoGetClassObject(__uuidof(::Registry), CLSCTX_LOCAL_SERVER, nullptr,
+                             IID_PPV_ARGS(factory.GetAddressOf())),
+            S_OK);
+  program.server().RevokeClassObjects();
+  Microsoft::WRL::ComPtr<IUnknown> object;
+  EXPECT_EQ(factory->CreateInstance(nullptr, IID_PPV_ARGS(object.GetAddressOf())),
+            CO_E_SERVER_STOPPING);
+  EXPECT_EQ(services.calls, "");
 }
 
 TEST(ProgramAsServer, ADisconnectedManagerIsOutOfReachAndNotMerelySilent) {

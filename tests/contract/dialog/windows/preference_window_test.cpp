@@ -169,6 +169,15 @@ TEST_F(RealPreferenceWindow, CannotBeMadeSmallerThanItsControlsNeed) {
   EXPECT_LE(PlaceInDialog("cmdPrefClose").bottom, PlaceInDialog("frmPrefStatus").top);
 }
 
+TEST_F(RealPreferenceWindow, LeavesItsControlsAsTheyAreWhileItIsMinimised) {
+  const RECT shown = PlaceInDialog("txtPrefUrl");
+  ShowWindow(world_.dialog(), SW_MINIMIZE);
+  ASSERT_TRUE(IsIconic(world_.dialog()));
+  const RECT minimised = PlaceInDialog("txtPrefUrl");
+  EXPECT_EQ(minimised.right - minimised.left, shown.right - shown.left);
+  EXPECT_GT(shown.right - shown.left, 0);
+}
+
 TEST_F(RealPreferenceWindow, FollowsANewResolution) {
   const RECT before = PlaceInDialog("cmdPrefOk");
   RECT suggested{100, 100, 1000, 610};
