@@ -17,6 +17,7 @@
 #include "fakes/memory_files.h"
 #include "fakes/recording_error_log.h"
 #include "view/component_page.h"
+#include "view/page_ids.h"
 
 namespace {
 
