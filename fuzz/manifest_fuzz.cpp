@@ -12,31 +12,25 @@ namespace {
 /// Demands that the rows of a container are numbered from 1, continuously over all sources.
 class NumberedRows : public catalog::RowWriter {
  public:
-  void AddImageTab(const std::string& /*holder*/, const std::string& /*markup*/) override {}
-  void ShowTab(const std::string& /*bar*/, const std::string& /*tab*/, bool shown) override {
+  void AddImageTab(catalog::Category /*category*/) override {}
+  void ShowTab(base::ComponentKind /*kind*/, bool shown) override {
     Demand(shown == (last_ > 0), "a tab is shown exactly when there is an offer");
   }
-  void FillDivHeader(const std::string& /*container*/, const std::string& /*bar*/,
-                     const std::string& /*title*/) override {}
-  void FillEmptyDivHeader(const std::string& /*container*/,
-                          const std::string& /*markup*/) override {
+  void FillDivHeader(catalog::Category /*category*/, base::ComponentKind /*kind*/) override {}
+  void FillEmptyDivHeader(base::ComponentKind /*kind*/) override {
     Demand(last_ == 0, "a list with rows is not empty");
   }
-  void FillDivStatus(const std::string& /*container*/, const std::string& /*message*/) override {}
-  void fillDiv(const std::string& /*container*/, const std::string& /*name*/,
-               const std::string& /*version*/, const std::string& /*description*/, std::int16_t row,
+  void FillDivStatus(base::ComponentKind /*kind*/, bool /*is_local*/) override {}
+  void fillDiv(base::ComponentKind /*kind*/, const catalog::ComponentRow& row,
                bool /*is_core*/) override {
-    Next(row);
+    Next(row.number);
   }
-  void fillDivWithUpdates(const std::string& /*container*/, const std::string& /*name*/,
-                          const std::string& /*version*/, const std::string& /*description*/,
-                          std::int16_t row, bool /*is_core*/, bool /*not_installed*/) override {
-    Next(row);
+  void fillDivWithUpdates(base::ComponentKind /*kind*/, const catalog::ComponentRow& row,
+                          bool /*is_core*/) override {
+    Next(row.number);
   }
-  void showUpdates(const std::string& /*container*/, const std::string& /*name*/,
-                   const std::string& /*version*/, const std::string& /*description*/,
-                   std::int16_t row) override {
-    Next(row);
+  void showUpdates(base::ComponentKind /*kind*/, const catalog::ComponentRow& row) override {
+    Next(row.number);
   }
 
   void Restart() { last_ = 0; }

@@ -76,7 +76,7 @@ class LookupComparison : public ManifestTest {
       }
       const std::string shown = "installedchannels|N" + entry.id + "|" + entry.version +
                                 "|About N" + entry.id + "|" + std::to_string(++row);
-      calls.push_back(has_update ? "fillDivWithUpdates " + shown + "|-|-"
+      calls.push_back(has_update ? "fillDivWithUpdates " + shown + "|-"
                                  : "fillDiv " + shown + "|-");
     }
     return calls;

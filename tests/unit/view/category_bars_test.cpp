@@ -2,6 +2,7 @@
 #include "page_fixture.h"
 #include "two_bars_page.h"
 #include "view/page_categories.h"
+#include "view/page_ids.h"
 
 namespace kitbay::view {
 namespace {
@@ -62,7 +63,7 @@ TEST_F(CategoryBars, EachResolutionShowsTheImagesThatAreLargeEnough) {
 TEST_F(CategoryBars, BarsThatAreMadeLaterHaveTheImagesOfTheLooksToo) {
   Show("<div id='pane'><div id='imgtab'></div></div>");
   tabs_.FollowLooks({.has_dark_colours = true});
-  rows_.AddImageTab("imgtab", catalog::kInstalledBarMarkup);
+  rows_.AddImageTab("imgtab", kInstalledBarMarkup);
   EXPECT_EQ(At("itabencloser")->Child(0)->Src(),
             "file:///C:/Program Files/Kitbay/tabs/dark100/ichannels.gif");
 }
