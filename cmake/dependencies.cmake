@@ -31,8 +31,8 @@ if(WIN32)
   set_target_properties(Kitbay::sodium PROPERTIES INTERFACE_COMPILE_DEFINITIONS SODIUM_STATIC)
 endif()
 
-# A library of headers alone, which Debian has for every machine; they are linked here, since beside them
-# lie those of another system.
+# A header-only library, which Debian has for every machine. Its headers are linked here, because those of another
+# system lie beside them.
 if(WIN32)
   find_path(KITBAY_JSON_INCLUDE_DIR nlohmann/json.hpp REQUIRED NO_CMAKE_FIND_ROOT_PATH)
   mark_as_advanced(KITBAY_JSON_INCLUDE_DIR)

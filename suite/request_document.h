@@ -13,7 +13,7 @@ struct DownloadRequest {
   std::string file_path;    ///< the file's path on that server
   std::string destination;  ///< the full path of the file to store
 
-  /// What the client has said beside the document: how many bytes the file may have.
+  /// What the client has specified besides the document: how many bytes the file may have.
   std::optional<std::uint64_t> most_bytes = {};
 };
 

@@ -100,7 +100,7 @@ class TransferRun {
 
   /// The answer that contains the file or the missing part of it, or says that it has not changed.
   std::unique_ptr<HttpExchange> Ask() {
-    // What is kept of a file that is too large by now leads to nothing.
+    // The kept part of a file that has become too large is useless.
     if (store_.record().length > limit_.bytes) store_.Discard();
     auto answer = AskFor(store_.Fields());
     if (!IsUsable(*answer)) {

@@ -4,13 +4,13 @@
 
 namespace kitbay::catalog {
 
-/// Where a kind's entries stand in the XML files.
+/// Where a kind's entries are in the XML files.
 struct KindTable {
-  const char* registry_list;   ///< the element of a registry file that holds the entries
+  const char* registry_list;   ///< the element of a registry file with the entries
   const char* registered;      ///< the entries, at any depth of that element
   const char* custom_entries;  ///< what counts as the custom registry's entries
   const char* installed;       ///< the entries of a registry file whose ids are installed
-  const char* manifest_list;   ///< the element of a manifest that holds the offers
+  const char* manifest_list;   ///< the element of a manifest with the offers
   const char* offers;          ///< the offers, at any depth of that element
 };
 

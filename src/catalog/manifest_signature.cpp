@@ -78,7 +78,7 @@ ManifestSignature ReadElement(std::string_view text) {
   return signature;
 }
 
-// A file name as an attribute within a comment, which must have no two hyphens in a row.
+// A file name as an attribute in a comment, which must not contain two hyphens in a row.
 std::string AttributeValue(const std::string& name) {
   std::string text;
   for (const char letter : name) {

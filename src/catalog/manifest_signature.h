@@ -34,8 +34,8 @@ std::optional<ManifestSignature> FindSignature(std::string_view manifest);
 bool IsSignedWith(std::string_view manifest, const ManifestSignature& signature,
                   const PublicKey& key);
 
-/// The manifest of that file name with a signature in place of the one that it may have. Throws
-/// `base::Failure` where it has one that cannot be read, and where no manifest may have that name.
+/// The manifest with that file name, with a signature that replaces an existing one. Throws
+/// `base::Failure` if it has one that cannot be read, or if no manifest may have that name.
 std::string SignManifest(std::string_view manifest, const std::string& file, const SecretKey& key,
                          std::uint64_t serial, std::chrono::sys_days until);
 

@@ -21,7 +21,7 @@ struct PackageDigest {
 /// What the entry of the manifest of that file name says.
 PackageDigest ReadDigest(const std::string& manifest, const pugi::xml_node& entry);
 
-/// The size that a digest announces; none where it announces none that could be read.
+/// The size that a digest announces; empty if it announces none that can be read.
 std::optional<std::uint64_t> SizeIn(const PackageDigest& digest);
 
 /// Throws `base::Failure`, whose description says what is wrong, unless the file has that size and

@@ -7,7 +7,7 @@
 
 namespace kitbay::catalog {
 
-/// What is installed, and what can be installed; each has one list for each kind.
+/// What is installed, and what can be installed; each has one list per kind.
 enum class Category { kInstalled, kNew };
 
 /// A component as its row shows it.
@@ -24,27 +24,27 @@ class RowWriter {
  public:
   virtual ~RowWriter() = default;
 
-  /// Adds the category's tabs unless they are there already.
+  /// Adds the category's tabs, unless they already exist.
   virtual void AddImageTab(Category category) = 0;
 
-  /// Shows the tab of the kind's new components, or hides it.
+  /// Shows or hides the tab of the kind's new components.
   virtual void ShowTab(base::ComponentKind kind, bool shown) = 0;
 
   /// Empties the list and writes its heading.
   virtual void FillDivHeader(Category category, base::ComponentKind kind) = 0;
 
-  /// Says in place of the new components that there are none.
+  /// Shows, in place of the new components, that there are none.
   virtual void FillEmptyDivHeader(base::ComponentKind kind) = 0;
 
-  /// Says in place of the installed components that there are none: of the local files
-  /// (`is_local`), or of the list with update status.
+  /// Shows, in place of the installed components, that there are none: for the list of the local
+  /// files (`is_local`), or for the list with update status.
   virtual void FillDivStatus(base::ComponentKind kind, bool is_local) = 0;
 
   /// Adds an installed component, with a Remove button unless it is a core component.
   virtual void fillDiv(base::ComponentKind kind, const ComponentRow& row, bool is_core) = 0;
 
-  /// Adds an installed component that has an update, with an Update button, and with a Remove
-  /// button as well unless it is a core component.
+  /// Adds an installed component that has an update, with an Update button, and also with a Remove
+  /// button unless it is a core component.
   virtual void fillDivWithUpdates(base::ComponentKind kind, const ComponentRow& row,
                                   bool is_core) = 0;
 

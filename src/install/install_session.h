@@ -19,7 +19,7 @@ struct InstallSession {
   /// of an addon or a channel.
   std::string package_name;
 
-  /// What the signed manifest that offered the package says of it; none where any source may tell
+  /// What the signed manifest that offered the package says about it; empty if any source may say
   /// what it is.
   std::optional<catalog::PackageDigest> package_digest;
 

@@ -111,8 +111,8 @@ void PackageInstallation::UnpackFrom(const Arrival& arrival) {
   std::unique_ptr<platform::FileReader> held;
   if (arrival.package.digest) {
     held = parts_.files.Open(archive);
-    // The manifest may be another one by now, or none that counts. What it says is read before
-    // anything is written, and not again.
+    // The manifest may have been replaced meanwhile, or no longer be acceptable. What it says is
+    // read before anything is written, and not again.
     if (!IsWhatWasSigned(arrival, *held) || !ReadEntry(kind)) {
       TellCorrupt(kind);
       return;

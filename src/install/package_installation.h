@@ -40,7 +40,7 @@ struct InstallationParts {
 /// over. Files that were written by then stay.
 ///
 /// A package of a source that signs its manifests is opened only if it is the one that the manifest
-/// announced and announces still; otherwise it is told as a corrupt one.
+/// announced and still announces; otherwise it is reported as a corrupt one.
 ///
 /// A package that arrives while the user reads the outcome of another one waits for its turn.
 class PackageInstallation : public update::PackageReceiver {

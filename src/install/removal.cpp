@@ -19,7 +19,7 @@ using base::ComponentKind;
 using base::guarded;
 using base::ToLower;
 
-// In the questions to the user.
+// The kinds' names in the questions to the user.
 constexpr base::PerKind<const char*> kKindWords = {
     .addon = "Addon", .transport = "", .channel = "Channel"};
 

@@ -57,8 +57,8 @@ class ProgressBar {
   virtual void SetValue(int percent) = 0;
 };
 
-/// How windows look at the moment: whether the user's colours are light writing on dark, and the
-/// resolution of the window's screen.
+/// How windows currently look: whether the user's colours are light text on a dark background, and
+/// the resolution of the window's screen.
 struct Looks {
   bool has_dark_colours = false;
   int dots_per_inch = 96;

@@ -36,7 +36,7 @@ class TransportObject {
   virtual void Request(const std::string& document) = 0;
 
   /// Limits the file of the next request to this many bytes: the transfer of a larger one fails as
-  /// soon as that is known. An object that is older than this method accepts every size.
+  /// soon as that is known. An object from before this method existed accepts every size.
   virtual void LimitNext(std::uint64_t bytes) = 0;
 
   /// Ends every transfer and releases the receiver.

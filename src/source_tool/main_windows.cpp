@@ -3,7 +3,7 @@
 #include "platform/win32/system/console.h"
 #include "source_tool/commands.h"
 
-// What main() is handed lacks the letters that the system's code page lacks.
+// The arguments of main() lack the letters that the system's code page lacks.
 int main() {
   namespace win32 = kitbay::platform::win32;
   const win32::Utf8Console console;

@@ -103,7 +103,7 @@ void CheckVersion(const ManifestEntry& entry, Findings& findings) {
   }
 }
 
-// "0.4.1.0", "1.0.0.0": nobody has an older one.
+// "0.4.1.0", "1.0.0.0": nobody has an older version.
 bool IsOfFirstRelease(const std::string& version) {
   return version.starts_with("0.") ||
          (version.starts_with("1.") && version.find_first_not_of(".0", 1) == std::string::npos);

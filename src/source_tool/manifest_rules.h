@@ -42,7 +42,7 @@ std::vector<ManifestEntry> EntriesOf(const ManifestText& manifest);
 std::vector<Finding> CheckEntries(const ManifestText& manifest);
 
 /// Versions that end in 0 and so never count as newer, except those that look like a first release.
-/// For use without a previous manifest.
+/// Used if there is no previous manifest.
 std::vector<Finding> CheckLastParts(const ManifestText& manifest);
 
 /// What is wrong with its offers for users who have installed what the manifest `previous` offered.

@@ -21,7 +21,7 @@ struct PendingPackage {
 };
 using PendingPackages = base::PerKind<PendingPackage>;
 
-/// The file that the package `name` is downloaded to, as a Windows path.
+/// The file to which the package `name` is downloaded, as a Windows path.
 inline std::string PackagePath(const base::Settings& settings, const std::string& name) {
   return settings.InstallFolder + "\\Temp\\" + name + ".zip";
 }

@@ -38,7 +38,7 @@ class UpdateRequests {
   void SetDownloadObject(platform::TransportObject* object);
 
   /// Requests `file_path` from `server`, to be stored as the file `destination`. A package whose
-  /// `digest` is known may be no larger than that says. Returns whether the object took the
+  /// `digest` is known may be no larger than that says. Returns whether the object accepted the
   /// request.
   bool Updates(const std::string& server, const std::string& file_path,
                const std::string& destination,

@@ -15,13 +15,13 @@ namespace {
 using base::ComponentKind;
 using platform::HtmlNodeRef;
 
-// What the button does, and to what kind of component.
+// What the button does, and to which kind of component.
 struct Target {
   ComponentKind kind;
   ClickAction action;
 };
 
-// The value of the button decides in a list of installed components only.
+// The button's value decides only in a list of installed components.
 std::optional<Target> TargetOf(const std::string& container, const HtmlNodeRef& button) {
   for (const ComponentKind kind : base::kComponentKinds) {
     if (container == kUpdatedContainers[kind]) {

@@ -21,13 +21,13 @@ struct Click {
   std::string row_name;   ///< the name as markup, by which the row is found again
   std::string name_line;  ///< the text of the row's first line: the name and the version
 
-  /// The component's name as the user reads it: the name line up to "Version". Throws 5 when the
-  /// line has no such word.
+  /// The component's name as the user reads it: the name line up to "Version". Throws 5 if the line
+  /// does not contain that word.
   std::string Name() const;
 };
 
-/// Reads a click on `element`; none when that is not a button in a row of one of the six lists.
-/// Throws when the row's panel has no number.
+/// Reads a click on `element`; empty if that is not a button in a row of one of the six lists.
+/// Throws if the row's panel has no number.
 std::optional<Click> ReadClick(const platform::HtmlNodeRef& element);
 
 }  // namespace kitbay::view

@@ -57,8 +57,7 @@ class PageCategories {
   /// Fills every list after the update sources have answered.
   void ShowDetails();
 
-  /// Switches the Updates control on and shows the details. Throws 91 when the page has no such
-  /// control.
+  /// Enables the Updates control and shows the details. Throws 91 if the page has no such control.
   void OfferUpdates();
 
  private:

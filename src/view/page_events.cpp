@@ -79,7 +79,7 @@ void PageEvents::Perform(const Click& click) {
 void PageEvents::Install(const Click& click) {
   state_.current_row_id = click.row_id;
   state_.current_row_name = click.row_name;
-  static_cast<void>(click.Name());  // a row without one fails before any button is switched off
+  static_cast<void>(click.Name());  // a row without one fails before any button is disabled
   buttons_.DisableOtherDownload();
   if (!commands_.InstallNewAddons(click)) {
     buttons_.EnableOtherDownload();

@@ -14,7 +14,7 @@ inline constexpr int kUpdatesControl = 3;
 inline constexpr const char* kInstalledControl = "installed";
 inline constexpr const char* kUpdateControl = "update";
 
-/// What holds the tab bars and the lists. Its class says whether the user's colours are dark.
+/// The element with the tab bars and the lists. Its class says whether the user's colours are dark.
 inline constexpr const char* kPane = "pane";
 
 /// What is said while there is nothing to show.
@@ -46,7 +46,7 @@ inline constexpr base::PerKind<const char*> kInstalledContainers = {
 inline constexpr base::PerKind<const char*> kUpdatedContainers = {
     .addon = "updatedaddons", .transport = "updatedtransports", .channel = "updatedchannels"};
 
-/// What the lists of a kind say: their headings, and what stands in place of an empty list.
+/// The texts of a kind's lists: their headings, and the texts in place of an empty list.
 struct ListTexts {
   const char* installed;
   const char* nothing_installed;

@@ -17,10 +17,10 @@ class PageRows {
   PageRows(base::ErrorLog& log, const PageDocument& page, ViewState& state)
       : log_(log), page_(page), state_(state) {}
 
-  /// Writes a tab bar into its holder unless the holder has content already.
+  /// Writes a tab bar into its holder, unless the holder already has content.
   void AddImageTab(const std::string& holder, const std::string& markup);
 
-  /// Shows the image of `tab` in a tab bar, or hides it.
+  /// Shows or hides the image of `tab` in a tab bar.
   void ShowTab(const std::string& tab_bar, const std::string& tab, bool shown);
 
   /// Fits the container under the tab bar, empties it and writes `title`.
@@ -33,12 +33,12 @@ class PageRows {
   /// Replaces the container's content with a status line.
   void FillDivStatus(const std::string& container, const std::string& message);
 
-  /// Adds the row of an installed component, with a Remove button unless it is a core one.
+  /// Adds the row of an installed component, with a Remove button unless it is a core component.
   void fillDiv(const std::string& container, const std::string& name, const std::string& version,
                const std::string& description, std::int16_t row, bool is_core);
 
-  /// Adds a row with an Install button when `not_installed`, with an Update button when `is_core`,
-  /// and with a Remove and an Update button otherwise.
+  /// Adds a row with an Install button if `not_installed`, with an Update button if `is_core`, and
+  /// with a Remove and an Update button otherwise.
   void fillDivWithUpdates(const std::string& container, const std::string& name,
                           const std::string& version, const std::string& description,
                           std::int16_t row, bool is_core, bool not_installed);

@@ -45,8 +45,8 @@ class PageTabs {
   /// Opens the row of the clicked name line and closes the other rows of its container.
   void HideOthers(const platform::HtmlNodeRef& name_line);
 
-  /// Shows the page as it should look, from now on: the tabs in the variant for these colours and
-  /// this resolution, and in dark colours every row in the user's own.
+  /// Applies these looks to the page from now on: the tabs in the variant for the colours and the
+  /// resolution, and in dark colours every row in the user's own colours.
   void FollowLooks(const platform::Looks& looks);
 
   /// Fits the lists under their bars again: the page is shown in another size.

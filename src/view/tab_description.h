@@ -15,11 +15,11 @@ void DescribeTabs(const platform::HtmlNodeRef& bar);
 /// Says of a tab image whether it is the selected one.
 void SaySelected(const platform::HtmlNodeRef& tab, bool is_selected);
 
-/// The folder below the page's own with the tab images for these looks, with a slash at its end;
-/// empty where they lie beside the page.
+/// The folder of the tab images for these looks, relative to the page's folder and with a slash at
+/// its end; empty if they are beside the page.
 std::string TabFolderFor(const platform::Looks& looks);
 
-/// Shows the images of both bars out of that folder. They keep their file names.
+/// Shows the images of both bars from that folder. They keep their file names.
 void ShowTabImages(const PageDocument& page, const std::string& folder);
 
 /// Whether a tab image with that source is the selected one of its bar: its file name begins with

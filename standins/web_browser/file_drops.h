@@ -9,7 +9,7 @@
 
 namespace kitbay::web_browser {
 
-/** The control's own target of drops: it opens the first of the files that are dropped. */
+/** The control's own drop target, which opens the first dropped file. */
 class FileDrops final : public ComObject<IDropTarget> {
  public:
   explicit FileDrops(std::function<void(const std::wstring& path)> open) : open_(std::move(open)) {}

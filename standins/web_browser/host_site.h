@@ -23,7 +23,7 @@ class HostSite {
   /** The host's DISPID_AMBIENT_USERMODE; true if it has none. */
   bool IsInUse() const;
 
-  /** The target of drops: the one that the host offers instead of `own`, or else `own`. */
+  /** The drop target: the one that the host offers instead of `own`, or else `own`. */
   Microsoft::WRL::ComPtr<IDropTarget> DropTarget(IDropTarget* own) const;
 
   /** Offers a key that the control does not use. Returns whether the host took it. */
@@ -44,7 +44,7 @@ class HostSite {
   bool AllowsWindow(const std::wstring& url, const std::wstring& from_url) const;
 
  private:
-  /** An ambient property as that type; false where the host has none. */
+  /** An ambient property as that type; false if the host has none. */
   bool Ambient(DISPID property, VARTYPE type, VARIANT* value) const;
 
   template <typename Interface>

@@ -1,4 +1,4 @@
-// The page follows the user's colours while it is shown.
+// The page follows changes of the user's colours.
 import assert from 'node:assert/strict';
 import { after, before, test } from 'node:test';
 import { picture, probe, Program, starter, Suite } from './harness.mjs';
@@ -34,7 +34,7 @@ const looks = () => page.eval(`(() => {
 const folderIs = (folder) => page.waitFor(
   `[...itabencloser.children].every(({ src, complete }) => complete && src.includes('/${folder}/'))`);
 
-test('dark colours are followed at once, and the usual ones again', async () => {
+test('the page follows dark colours at once, and the usual ones again', async () => {
   const usual = await looks();
   assert.deepEqual(usual.row, ['255 255 255', '0 0 0']);
   const dark = ['0 0 0', '255 255 255'];

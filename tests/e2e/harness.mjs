@@ -390,7 +390,7 @@ export class Program {
         // The process has ended, or belongs to another user.
       }
     }
-    // The browser's own processes write over what tells their environment.
+    // The browser's own processes overwrite their environment.
     const belongs = (process) => process !== undefined && (process.isOwn || belongs(processes.get(process.parent)));
     const own = [...processes.values()].filter(belongs);
     return own.reduce((sum, { ticks }) => sum + ticks, 0) / kTicksPerSecond;

@@ -85,7 +85,7 @@ async function open(container, name) {
 async function confirm() {
   const [box] = await eventually('a message', async () => {
     const open = await messages();
-    // A key goes to whatever has the focus when it comes.
+    // A key goes to the element that has the focus when it arrives.
     return open.length > 0 && open[0].controls.some((control) => control.focused) && open;
   });
   await key('Return');
@@ -136,8 +136,8 @@ test('an addon is updated after its question, and its row keeps the focus', asyn
   await page.waitFor(allButtonsOn);
   await page.settled();
   assert.equal(await focus(), row);
-  // The main client has started in front of Kitbay. Without a window manager nobody can switch back by
-  // Alt and Tab, but a second start brings Kitbay to the front.
+  // The main client has started in front of Kitbay. Without a window manager, Alt+Tab cannot switch back, but a
+  // second start brings Kitbay to the front.
   await probe('manager');
   await eventually('Kitbay in front', async () => (await windows()).find(isKitbay).foreground);
 });
@@ -145,7 +145,7 @@ test('an addon is updated after its question, and its row keeps the focus', asyn
 const isShown = (id) => `document.getElementById('${id}').offsetParent !== null`;
 const tabStop = (container) => page.eval(`'${container} ' + document.querySelector('#${container} > [tabindex="0"]').id`);
 
-test('a new addon is installed, and the tab of its list, which is empty then, has the focus', async () => {
+test('a new addon is installed, and the tab of its now empty list has the focus', async () => {
   await pressUntil('shift+Tab', 'category update Updates');
   await key('Return');
   await page.waitFor(isShown('tabencloser'));
@@ -199,7 +199,7 @@ test('the focus stays with its component when its list is filled again', async (
 
 test('an addon is removed after its question, and the next row has the focus', async () => {
   const index = await place('installedaddons', 'Voice Notes');
-  // Alt and D have left the focus on the button that they press.
+  // Alt+D has left the focus on the button that it presses.
   await key('shift+Tab');
   await eventually('the focus on the page', async () => {
     const { foreground, controls } = (await windows()).find(isKitbay);

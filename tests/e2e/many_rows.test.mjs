@@ -1,7 +1,7 @@
 // Lists of hundreds and thousands of components.
 //
-// Compared are counts and processor time, which a busy machine leaves as they are. A long list has the
-// limit of a test again for each of its parts.
+// The tests compare counts and processor time, which a busy machine does not change. Each part of a long list has
+// the whole time limit of a test again.
 import assert from 'node:assert/strict';
 import fs from 'node:fs';
 import { afterEach, test } from 'node:test';
@@ -40,7 +40,7 @@ const manifestFor = (count) => `<components><channels>${numbered(count, (i) =>
     `<url>@ORIGIN@/packages/many.zip</url></channel>`).join(''),
 )}</channels></components>`;
 
-/** Waits until so many channels are listed. */
+/** Waits until that many channels are listed. */
 async function listed(page, count, list = 'installedchannels') {
   for (let rows = Math.min(kPart, count); ; rows = Math.min(rows + kPart, count)) {
     patience.begin();
@@ -51,7 +51,7 @@ async function listed(page, count, list = 'installedchannels') {
   await page.settled();
 }
 
-test('a refresh while a download runs takes at most ten calls into the page for a row', async () => {
+test('a refresh while a download runs takes at most ten calls into the page per row', async () => {
   const count = 250;
   source = await UpdateSource.start();
   source.publish('/many.xml', manifestFor(count));
@@ -73,7 +73,7 @@ test('a refresh while a download runs takes at most ten calls into the page for 
   assert.equal(await page.eval('updatedchannels.childElementCount'), count + 1);
   assert.equal(await page.eval(`updatedchannels.querySelectorAll('input:disabled').length`), count);
   const calls = after.total - before.total;
-  // The lists that are not shown have their buttons, too.
+  // The lists that are not shown have buttons too.
   const rows = 2 * count;
   assert.ok(calls > 2 * rows && calls <= 10 * rows, `${calls} calls: ${JSON.stringify(after.members)}`);
 });

@@ -52,7 +52,7 @@ test('a page that loads while its window is minimised fits the window that is re
   // A minimised window paints nothing, so the page cannot be asked; each of the six rows took
   // calls.
   await eventually('the rows', async () => (await page.calls()).members.mergeAttributes === 6);
-  // Whatever is wrong here would be healed when the window is restored.
+  // Any mistake here would be corrected when the window is restored.
   const [, height] = await browserSize();
   assert.ok(height > 300, `${height}`);
   await probe('restore', 'Kitbay');

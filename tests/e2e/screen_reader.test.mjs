@@ -1,4 +1,4 @@
-// What a screen reader is told: of the page by the browser behind it, of the window by its controls.
+// What a screen reader is told: about the page by the browser behind it, about the window by its controls.
 import assert from 'node:assert/strict';
 import { after, before, test } from 'node:test';
 import { UpdateSource } from '../../standins/update_source/server.mjs';
@@ -69,7 +69,7 @@ test('the list is a tree with a name, and each row says its name, its version an
   assert.ok(names.includes('Remove'), String(names));
 });
 
-test('an image of a tab is a tab and nothing else, and nothing stands there without a name', async () => {
+test('a tab image is only a tab, and nothing there lacks a name', async () => {
   assert.deepEqual(await told('image'), []);
   for (const role of ['tab', 'treeitem', 'button', 'tree']) {
     for (const node of await told(role)) assert.notEqual(node.name, '', role);

@@ -102,7 +102,7 @@ after(async () => {
   await source.close();
 });
 
-/** The entry in the log of a library that cannot be loaded, in the system's own words. */
+/** The log entry of a library that cannot be loaded, with the system's own text. */
 const notLoaded = async (number, library) => [number, kFailedToLoad, await probe('description', String(number), library)];
 
 const installed = (id, file) => path.join(suite.folder, 'addons', id, file);

@@ -13,7 +13,7 @@ const maker = new Maker(1);
 const manifestPath = '/ovalink.xml';
 const signedBefore = 5;
 
-/** More than what a server sends can be on its way, unread. */
+/** More than can be on its way from a server, unread. */
 const kOnItsWay = 16 * 1024 * 1024;
 
 let source;

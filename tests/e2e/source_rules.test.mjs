@@ -1,4 +1,4 @@
-// The rules of kitbay-source's check, each beside what the program shows its user of that very mistake.
+// The rules of kitbay-source's check, each with what the program shows its user for the same mistake.
 import assert from 'node:assert/strict';
 import { execFileSync, spawnSync } from 'node:child_process';
 import fs from 'node:fs';
@@ -18,13 +18,13 @@ const otherCompiler = `${otherBits === '32' ? 'i686' : 'x86_64'}-w64-mingw32-gcc
 const corrupt = (id) => `Download of ${id}.zip is corrupt . Try again`;
 const content = (place) => fs.readFileSync(path.join(buildFolder, 'standins/update_source/content', place));
 
-// Its letters are in no one code page of Windows.
+// No single code page of Windows contains all of its letters.
 const folder = fs.mkdtempSync(path.join(os.tmpdir(), 'Źródło 数据 '));
 const windowsName = (name) => `Z:${path.join(folder, name).replaceAll('/', '\\')}`;
 const write = (name, bytes) => fs.writeFileSync(path.join(folder, name), bytes);
 const read = (name) => fs.readFileSync(path.join(folder, name), 'utf8');
 
-/** Runs kitbay-source; gives its exit code and what it said. */
+/** Runs kitbay-source; returns its exit code and what it printed. */
 function tool(...words) {
   const program = path.join(buildFolder, 'src/source_tool/kitbay-source.exe');
   const env = { ...process.env, WINEPREFIX: prefixFolder, WINEDEBUG: '-all' };
@@ -42,7 +42,7 @@ function check(name, ...words) {
   return findings;
 }
 
-/** An entry in which nothing is wrong but what is said otherwise. */
+/** An entry without mistakes except the specified ones. */
 function entry(id, others = {}) {
   const { attributes = `id="${id}" type="tool"`, leftOut, ...texts } = others;
   const elements = {
@@ -57,13 +57,13 @@ function entry(id, others = {}) {
 const manifestOf = (...entries) =>
   `<components>\n<addons>\n${entries.join('')}</addons>\n<transports/>\n<channels/>\n</components>\n`;
 
-/** Serves a manifest and has it lie in the folder as well. */
+/** Serves a manifest, and puts it into the folder as well. */
 function publish(name, text, place = `/${name}`) {
   write(name, text);
   source.publish(place, text);
 }
 
-/** Serves a package and has it lie in the folder as well. */
+/** Serves a package, and puts it into the folder as well. */
 function publishPackage(id, files) {
   const bytes = zipOf(Object.entries(files).map(([name, file]) => ({ name, ...file })));
   write(`${id}.zip`, bytes);
@@ -88,7 +88,7 @@ async function start() {
   page = await kitbay.page();
 }
 
-/** Clicks on Install where that leads to a message, which it gives. */
+/** Clicks Install, and returns the message to which that leads. */
 async function install(name) {
   await kitbay.press('updatedaddons', name, 'Install');
   const text = await confirmMessage();
@@ -101,7 +101,7 @@ const logged = () => suite.logEntries().map(({ procedure }) => procedure.trim())
 
 const proven = new Set();
 
-/** A rule: what check says of it, and what the program does. */
+/** A rule: what check says about it, and what the program does. */
 function rule(number, says, shows) {
   proven.add(number);
   test(`${number}: ${says.source.replaceAll('\\', '')}`, async () => {
@@ -147,7 +147,7 @@ function makeFaultySource() {
   source.publish('/list~1.xml', manifestOf(entry('hidden')));
 }
 
-/** Manifests with the mistakes that concern a list or a source as a whole. */
+/** Manifests with mistakes that affect a list or a source as a whole. */
 function makeFaultyLists() {
   publish('ends.xml', manifestOf(
     entry('voicenotes', { name: 'Voice Notes', filename: 'OvlVoice.dll', version: '3.1' }), // K03
@@ -190,7 +190,7 @@ after(async () => {
   fs.rmSync(folder, { recursive: true });
 });
 
-/** Lays out a suite that has these sources; those that sign have the key. */
+/** Lays out a suite with these sources; those that sign have the key. */
 async function layOut(first, ...more) {
   suite = await Suite.layOut({ KITBAY_UPDATE_SOURCE: `${source.host}${first}` });
   const items = more.map((place) =>
@@ -297,7 +297,7 @@ describe('What a user meets in the lists and with a click', () => {
     assert.deepEqual(await canBeRemoved('hollow'), [true]);
   });
 
-  // Last, since the buttons of an update that leads to nothing stay off.
+  // Last, because the buttons of an update that leads to nothing stay disabled.
   rule('K02', /the name "Płótno" is not the id "canvas"/, async () => {
     await kitbay.press('installedaddons', 'Płótno', 'Update');
     await page.settled();
@@ -355,7 +355,7 @@ describe('What a user meets at the start', () => {
   });
 });
 
-test('every rule that is written down is proven, and no other', () => {
+test('every documented rule is proven, and no other', () => {
   const text = fs.readFileSync(path.join(root, 'docs/kitbay-source.md'), 'utf8');
   const written = [...text.matchAll(/^\| (K\d\d) \|/gm)].map(([, number]) => number);
   assert.deepEqual([...proven].sort(), written);

@@ -93,7 +93,7 @@ test('a source that answers gives Update buttons and a list of new components', 
   assert.deepEqual(suite.logEntries(), []);
 });
 
-/** Dates a manifest that has just arrived so that the next start takes it for one of today even after midnight. */
+/** Dates a manifest that has just arrived so that the next start takes it for one of today, even after midnight. */
 function keepFresh(name) {
   const file = path.join(suite.programFolder, name);
   assert.ok(Date.now() - fs.statSync(file).mtimeMs < 12 * 60 * 60 * 1000, 'it is of today');

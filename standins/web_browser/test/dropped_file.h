@@ -10,7 +10,7 @@
 
 namespace kitbay::web_browser {
 
-/** A file as a drag of the shell has it. */
+/** A file as the shell passes it in a drag. */
 class DraggedFile final : public IDataObject {
  public:
   explicit DraggedFile(std::wstring path) : path_(std::move(path)) {}
@@ -52,7 +52,7 @@ class DraggedFile final : public IDataObject {
   std::wstring path_;
 };
 
-/** A drag that ends where the mouse is, as soon as it is asked. */
+/** A drag that ends at the mouse position as soon as its state is queried. */
 class DropAtOnce final : public IDropSource {
  public:
   STDMETHODIMP QueryInterface(REFIID id, void** result) override {
@@ -66,7 +66,7 @@ class DropAtOnce final : public IDropSource {
   STDMETHODIMP GiveFeedback(DWORD) override { return DRAGDROP_S_USEDEFAULTCURSORS; }
 };
 
-/** Drags a file onto the middle of a window of this thread and drops it; the effect that it had. */
+/** Drags a file onto the middle of a window of this thread and drops it. Returns its effect. */
 inline DWORD DropFile(HWND window, const std::wstring& path) {
   RECT place{};
   GetWindowRect(window, &place);
@@ -75,7 +75,7 @@ inline DWORD DropFile(HWND window, const std::wstring& path) {
   DraggedFile file(path);
   DropAtOnce source;
   DWORD effect = DROPEFFECT_NONE;
-  // A key that goes up has the drag look at its state again.
+  // Releasing a key makes the drag query its state again.
   PostMessageW(window, WM_KEYUP, VK_SHIFT, 0);
   const HRESULT result = DoDragDrop(&file, &source, DROPEFFECT_COPY, &effect);
   if (FAILED(result)) throw std::runtime_error("The file cannot be dragged");

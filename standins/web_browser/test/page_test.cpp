@@ -347,7 +347,7 @@ TEST_F(Page, PictureShowsThePage) {
   ReleaseDC(nullptr, screen);
 }
 
-TEST_F(Page, AHostThatSaysNothingOfItHasABorderAroundThePage) {
+TEST_F(Page, AHostThatDoesNotAnswerHasABorderAroundThePage) {
   TestHost host({.flags = 0});
   host.Load(kList);
   const ComPtr<IDispatch> body = GetObject(host.Document().Get(), L"body");
@@ -381,7 +381,7 @@ TEST_F(Page, APageThatIsBeingDesignedIsNotUsed) {
   const ComPtr<IDispatch> document = host.Document();
   const Listening sink(document.Get(), __uuidof(HTMLDocumentEvents));
   host.Click(ById(document.Get(), L"other").Get());
-  // The next page loads after the click has been dealt with.
+  // The next page loads after the click has been handled.
   host.Load(kList);
   EXPECT_FALSE(sink->HasHeard(kClick));
 }

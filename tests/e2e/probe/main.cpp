@@ -474,7 +474,7 @@ class Object {
   IDispatch* dispatch_ = nullptr;
 };
 
-// In the order of the interface, which the members of a JSON object are made in, too.
+// In the order of the interface, in which the members of a JSON object are also created.
 Json UseRegistry() {
   const Apartment apartment;
   Object registry(L"Kitbay.Registry");

@@ -1,6 +1,6 @@
-// Gives the user dark colours, and the ones of before again, each time that the event
-// "Kitbay.Tests.OtherColours" is set. Wine tells every window of new colours, but knows them only
-// in the process that set them.
+// Switches the user to dark colours, and back to the previous ones, each time the event
+// "Kitbay.Tests.OtherColours" is set. Wine notifies every window of new colours, but applies them
+// only in the process that set them.
 #include <windows.h>
 
 #include <array>

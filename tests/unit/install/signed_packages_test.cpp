@@ -35,7 +35,7 @@ class SignedPackages : public InstallationTest,
     return maker_.Sign(manifest, 1, std::chrono::sys_days(2027y / 1 / 1));
   }
 
-  /// Has every entry of the manifest announce that package.
+  /// Makes every entry of the manifest announce that package.
   void Announce(const catalog::PackageDigest& digest) {
     std::string manifest = unsigned_;
     const std::string added =
@@ -130,7 +130,7 @@ TEST_P(SignedPackages, WhoseManifestWasChangedMeanwhileAreNotOpened) {
   ExpectNothingIsOpened();
 }
 
-TEST_P(SignedPackages, OfWhichTheManifestAnnouncesAnotherByNowAreNotOpened) {
+TEST_P(SignedPackages, WhoseManifestNowAnnouncesAnotherAreNotOpened) {
   const catalog::PackageDigest digest = HonestDigest();
   Announce({.manifest = "list.xml", .size = digest.size, .sha256 = std::string(64, 'a')});
   InstallAs(digest);

@@ -68,7 +68,7 @@ TEST_F(Commands, TheNextReleaseKeepsTheTextsAndRaisesTheNumber) {
       << work_.out;
 }
 
-TEST_F(Commands, TheNextReleaseIsToldWhereItDoesNotCountAsNewer) {
+TEST_F(Commands, ANextReleaseThatDoesNotCountAsNewerIsReported) {
   Init();
   Add();
   library_[library_.size() - 2] = '\x01';  // 1.2.1.7

@@ -7,13 +7,13 @@
 
 namespace kitbay::platform::win32 {
 
-/// The words that this program was started with, behind its own name, in UTF-8.
+/// The arguments of this program, without its own name, in UTF-8.
 std::vector<std::string> StartWords();
 
-/// Whether somebody reads on a console what the program writes to its standard error.
+/// Whether the program's standard error is a console.
 bool IsErrorShown();
 
-/// As long as it lives, the console takes what the program writes for UTF-8.
+/// As long as it lives, the console reads the program's output as UTF-8.
 class Utf8Console {
  public:
   Utf8Console() { SetConsoleOutputCP(CP_UTF8); }

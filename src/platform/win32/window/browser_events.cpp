@@ -60,7 +60,7 @@ void BrowserEventsPart::OnDocumentComplete(const DISPPARAMS& parameters) {
   if (state_->owner != nullptr) state_->owner->PageComplete();
 }
 
-// Whatever address the control then gives its error page, that is not the expected one.
+// Whatever address the control then gives to its error page, it is not the expected one.
 void BrowserEventsPart::OnNavigateError(const DISPPARAMS& parameters) {
   if (!IsExpectedPage(Argument(parameters, 0), Argument(parameters, 1))) return;
   expected_path_.clear();

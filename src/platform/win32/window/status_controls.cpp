@@ -25,8 +25,8 @@ WPARAM IndexOfPanel(int panel) {
 
 constexpr std::wstring_view kStatusBarName = L"Status";
 
-// What a screen reader asks a window for its name by. A text that is set would be drawn in the
-// first panel, under the progress bar.
+// Answers the message by which a screen reader asks for a window's name. A window text would be
+// drawn in the first panel, under the progress bar.
 LRESULT CALLBACK AnswerName(HWND bar, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR,
                             DWORD_PTR) {
   if (message == WM_GETTEXTLENGTH) return static_cast<LRESULT>(kStatusBarName.size());

@@ -28,7 +28,7 @@ class QuirksPage {
     this.colors_.replaceSync(`:root{${variables.join(';')}}`);
   }
 
-  /** The border that the control draws within its window, unless its host wants none. */
+  /** The border that the control draws in its window, unless its host wants none. */
   showBorder(shown) {
     this.border_.replaceSync(shown ? ':root{box-sizing:border-box;border:2px inset}' : '');
   }

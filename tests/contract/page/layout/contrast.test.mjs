@@ -1,5 +1,5 @@
-// Measures how well texts and lines of the program's page stand out, in the pixels that are drawn: 4.5 to 1
-// for text, 3 to 1 for lines and for text that is dimmed because nothing can be pressed there.
+// Measures the contrast of the drawn texts and lines of the program's page: 4.5 to 1 for text, 3 to 1 for lines
+// and for text that is dimmed because it cannot be pressed.
 import assert from 'node:assert/strict';
 import { execFileSync } from 'node:child_process';
 import fs from 'node:fs';
@@ -30,7 +30,7 @@ const kThemes = {
   },
 };
 
-/** What has to stand out, with its place in page pixels: texts, tab images, buttons and lines. */
+/** What must stand out, with its place in page pixels: texts, tab images, buttons and lines. */
 const kMarks = `(() => {
   const marks = [];
   const mark = (kind, what, { left, top, right, bottom }) =>
@@ -85,7 +85,7 @@ function contrast(one, other) {
 
 const strongest = (colors, ground) => Math.max(...colors.map((color) => contrast(color, ground)));
 
-/** The strongest contrast of a text's pixels with the colour that most of them have. */
+/** The strongest contrast between a text's pixels and the most frequent colour among them. */
 function contrastOfText(at, { left, top, right, bottom }) {
   const counts = new Map();
   for (let y = Math.ceil(top); y < Math.min(bottom, kHeight); ++y) {
@@ -95,7 +95,7 @@ function contrastOfText(at, { left, top, right, bottom }) {
   return strongest([...counts.keys()], ground);
 }
 
-/** The contrast of a line with the ground above it: lines are drawn at whole pixels. */
+/** The contrast of a line with the background above it: lines are drawn at whole pixels. */
 function contrastOfLine(at, { left, right, top, bottom }) {
   const x = Math.round((left + right) / 2);
   const y = Math.floor((top + bottom) / 2);
@@ -153,7 +153,7 @@ for (const [theme, { word, colors }] of Object.entries(kThemes)) {
   });
 }
 
-test('closed rows have the user\'s own colours beside an open one, where those are dark', async () => {
+test('closed rows have the user\'s own colours beside an open one, if those are dark', async () => {
   const body = execFileSync(process.env.KITBAY_FILLED_PAGE, ['dark'], { encoding: 'utf8' });
   browser.page.showColors(kThemes['high contrast, white on black'].colors);
   await browser.load(page.replace(/<body>.*<\/body>/s, () => `<body>${body}</body>`));

@@ -17,7 +17,7 @@ namespace {
 
 using ::testing::ElementsAre;
 
-/// What reaches the page of the user's clicks and keys.
+/// The user's clicks and keys that reach the page.
 class NotedInput : public platform::HtmlDocumentEvents {
  public:
   void doc_onclick() override { ++clicks; }
@@ -86,7 +86,7 @@ TEST_F(HostAnswers, ThePageHasNoBorderOfTheControl) {
       << document.BodyClientHeight() << " of " << browser.bottom;
 }
 
-TEST_F(HostAnswers, AMissingPageIsToldOnceAndItsErrorPageIsNotTaken) {
+TEST_F(HostAnswers, AMissingPageIsReportedOnceAndItsErrorPageIsNotAccepted) {
   Show("<b>the page before</b>");
   loaded_.told.clear();
   loaded_.window().Navigate("C:\\no such folder\\AddonUpdates.html");
