@@ -1,16 +1,15 @@
-# What both Windows toolchains share; each sets KITBAY_TRIPLET, CMAKE_SYSTEM_PROCESSOR and KITBAY_BITS
-# first.
+# Shared by both Windows toolchains, which first set KITBAY_TRIPLET, CMAKE_SYSTEM_PROCESSOR and KITBAY_BITS.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_CROSSCOMPILING_EMULATOR env KITBAY_BITS=${KITBAY_BITS}
                                   "${CMAKE_CURRENT_LIST_DIR}/../tools/wine_run")
 
-# The posix thread model is named: it is the one that has std::thread and std::mutex.
+# Names the posix thread model, because only that one has std::thread and std::mutex.
 set(CMAKE_C_COMPILER ${KITBAY_TRIPLET}-gcc-posix)
 set(CMAKE_CXX_COMPILER ${KITBAY_TRIPLET}-g++-posix)
 set(CMAKE_RC_COMPILER ${KITBAY_TRIPLET}-windres)
 set(CMAKE_RC_FLAGS_INIT "--codepage=65001")
 
-# Programs and libraries carry the compiler's run-time with them.
+# Programs and libraries contain the compiler's run-time.
 set(CMAKE_EXE_LINKER_FLAGS_INIT "-static")
 set(CMAKE_SHARED_LINKER_FLAGS_INIT "-static")
 set(CMAKE_MODULE_LINKER_FLAGS_INIT "-static")
