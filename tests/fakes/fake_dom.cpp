@@ -2,19 +2,41 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <map>
+#include <unordered_map>
 
 namespace kitbay::fakes {
 namespace {
 
-/// The positions from the top of the tree down to `node`.
-std::vector<std::size_t> PathOf(const DomNode& node) {
-  std::vector<std::size_t> path;
-  for (const DomNode* at = &node; at->parent() != nullptr; at = at->parent()) {
-    path.push_back(at->Place());
+/// The positions of nodes among their siblings. The children of a parent are counted once, since
+/// a page may have thousands of them.
+class Places {
+ public:
+  /// The positions from the top of the tree down to `node`.
+  std::vector<std::size_t> PathOf(const DomNode& node) {
+    std::vector<std::size_t> path;
+    for (const DomNode* at = &node; at->parent() != nullptr; at = at->parent()) {
+      path.push_back(PlaceOf(*at));
+    }
+    std::reverse(path.begin(), path.end());
+    return path;
   }
-  std::reverse(path.begin(), path.end());
-  return path;
-}
+
+ private:
+  std::size_t PlaceOf(const DomNode& node) {
+    const auto known = places_.find(&node);
+    if (known != places_.end()) {
+      return known->second;
+    }
+    std::size_t place = 0;
+    for (const DomNode* sibling : node.parent()->all_children()) {
+      places_[sibling] = place++;
+    }
+    return places_[&node];
+  }
+
+  std::unordered_map<const DomNode*, std::size_t> places_;
+};
 
 std::vector<std::string> IndexKeys(const DomNode& node) {
   std::vector<std::string> keys;
@@ -161,10 +183,16 @@ void DomTree::DetachChildren(DomNode& node) {
 std::vector<DomNode*> DomTree::WithIdOrName(const std::string& name) const {
   const auto found = index_.find(name);
   if (found == index_.end()) return {};
-  std::vector<DomNode*> nodes(found->second.begin(), found->second.end());
-  if (nodes.size() > 1) {
-    std::sort(nodes.begin(), nodes.end(),
-              [](const DomNode* a, const DomNode* b) { return PathOf(*a) < PathOf(*b); });
+  if (found->second.size() == 1) return {*found->second.begin()};
+  Places places;
+  std::map<std::vector<std::size_t>, DomNode*> by_path;
+  for (DomNode* node : found->second) {
+    by_path[places.PathOf(*node)] = node;
+  }
+  std::vector<DomNode*> nodes;
+  nodes.reserve(by_path.size());
+  for (const auto& [path, node] : by_path) {
+    nodes.push_back(node);
   }
   return nodes;
 }
