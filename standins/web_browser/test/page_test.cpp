@@ -348,10 +348,12 @@ TEST_F(Page, PictureShowsThePage) {
 }
 
 TEST_F(Page, AHostThatDoesNotAnswerHasABorderAroundThePage) {
-  TestHost host({.flags = 0});
-  host.Load(kList);
-  const ComPtr<IDispatch> body = GetObject(host.Document().Get(), L"body");
-  EXPECT_EQ(Get(body.Get(), L"clientHeight").Number(), TestHost::kHeight - 4);
+  const auto top_for = [](DWORD flags) {
+    TestHost host({.flags = flags});
+    host.Load("<body style='margin:0'><div id='top' style='width:10px;height:10px'></div>");
+    return TestHost::Middle(ById(host.Document().Get(), L"top").Get()).y;
+  };
+  EXPECT_EQ(top_for(0), top_for(DOCHOSTUIFLAG_NO3DBORDER) + 2);
 }
 
 TEST_F(Page, TheEventsOfAFrameNameABrowserOfItsOwn) {
