@@ -34,6 +34,6 @@ void LateSaving::Save() const {
   if (end == std::string::npos) return;
   for (int look = 0; look < kMostLooks && ReadDatastore() == datastore_; ++look) Sleep(kPauseMs);
   std::ofstream(Datastore(), std::ios::binary)
-      << datastore_.substr(0, end) << "<saved by=\"Tessel\"/>" << datastore_.substr(end);
+      << datastore_.substr(0, end) << "<!--saved by Tessel-->" << datastore_.substr(end);
   AppendToEventLog("saved");
 }

@@ -2,8 +2,8 @@
 
 #include <string>
 
-/// Makes the main client save the datastore when it ends: as it read it at its start, plus an
-/// element "saved". Only if a file "Tessel.saves" lies beside the program.
+/// Makes the main client save the datastore when it ends: as it read it at its start, plus a
+/// comment that it saved it. Only if a file "Tessel.saves" lies beside the program.
 class LateSaving {
  public:
   /// Reads the datastore.

@@ -32,7 +32,7 @@ afterEach(async () => {
 /** Demands that the datastore contains both what the main client saved and what Kitbay changed. */
 async function demandBoth(change) {
   assert.equal(await kitbay.close(), 0);
-  const saved = (text) => text.replace('</root>', '<saved by="Tessel"></saved></root>');
+  const saved = (text) => text.replace('</root>', '<!--saved by Tessel--></root>');
   suite.demandRegistryFiles(registryFiles, (text, file) => (file === 0 ? change(saved(text)) : text));
   assert.deepEqual(suite.logEntries(), []);
 }
