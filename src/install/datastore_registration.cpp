@@ -9,11 +9,8 @@
 #include "base/text.h"
 #include "catalog/package_digest.h"
 #include "catalog/registry_files.h"
-#include "catalog/xml_change.h"
-#include "catalog/xml_characters.h"
 #include "install/manifest_entry.h"
 #include "install/refusal.h"
-#include "install/registry_entry.h"
 #include "view/page_ids.h"
 #include "view/row_markup.h"
 
@@ -23,53 +20,27 @@ namespace {
 using base::ComponentKind;
 using base::guarded;
 
-// What distinguishes the update procedures of the kinds.
-struct EntryUpdate {
-  const char* list;         // the element that gets the entries
-  std::size_t name_slot;    // how the message names the component
-  std::size_t update_slot;  // the version in the row of an existing component
-  const char* message;      // what follows the name in the message
+// What the user sees of an entered component.
+struct ShownTable {
+  std::size_t name_slot;
+  const char* kind_words;    // what follows the name in a message
+  std::size_t version_slot;  // of the version in the row of a component that was installed before
 };
 
 // Deliberate: an addon's row gets its offline value in place of a version.
-constexpr base::PerKind<EntryUpdate> kEntryUpdates = {
-    .addon = {.list = "root//addons",
-              .name_slot = addon_slot::kName,
-              .update_slot = addon_slot::kOffline,
-              .message = " addon"},
-    .transport = {.list = "root//transports",
-                  .name_slot = transport_slot::kName,
-                  .update_slot = transport_slot::kVersion,
-                  .message = " messaging service"},
-    .channel = {.list = "/root//channels",
-                .name_slot = channel_slot::kName,
-                .update_slot = channel_slot::kVersion,
-                .message = " Channel"},
-};
+constexpr base::PerKind<ShownTable> kShownTables = {
+    .addon = {.name_slot = addon_slot::kName,
+              .kind_words = " addon",
+              .version_slot = addon_slot::kOffline},
+    .transport = {.name_slot = transport_slot::kName,
+                  .kind_words = " messaging service",
+                  .version_slot = transport_slot::kVersion},
+    .channel = {.name_slot = channel_slot::kName,
+                .kind_words = " Channel",
+                .version_slot = channel_slot::kVersion}};
 
 constexpr const char* kNewCustomRegistry =
     "<root><transports></transports><addons></addons><channels></channels></root> ";
-
-// The child of `list` whose first attribute is `id`. Nodes without an attribute, such as comments,
-// are skipped.
-pugi::xml_node FindEntry(const pugi::xml_node& list, const std::string& id) {
-  for (const pugi::xml_node& child : list.children()) {
-    if (child.first_attribute() && id == child.first_attribute().value()) {
-      return child;
-    }
-  }
-  return {};
-}
-
-pugi::xml_node ListIn(const catalog::XmlDocument& document, ComponentKind kind,
-                      const std::string& path) {
-  const char* const list_path = kEntryUpdates[kind].list;
-  const pugi::xml_node list = document.select_node(list_path).node();
-  if (!list) {
-    throw base::Failure(base::RuntimeError::kObjectVariableNotSet, path + " has no " + list_path);
-  }
-  return list;
-}
 
 }  // namespace
 
@@ -132,77 +103,51 @@ void DatastoreRegistration::Enter(ComponentKind kind) {
 }
 
 bool DatastoreRegistration::Update(ComponentKind kind, const std::string& path) {
-  const EntryUpdate& table = kEntryUpdates[kind];
   const ComponentRecord& record = parts_.session.record;
   if (record[kIdSlot].empty()) {
     throw base::Failure(base::RuntimeError::kInvalidProcedureCall, "there is no component's id");
   }
-  bool is_present = false;
-  try {
-    catalog::ChangeXml(parts_.files, path, [&](catalog::XmlDocument& document) {
-      const pugi::xml_node list = ListIn(document, kind, path);
-      const pugi::xml_node present = FindEntry(list, record[kIdSlot]);
-      is_present = static_cast<bool>(present);
-      if (is_present) {
-        return ChangePresent(kind, present);
-      }
-      AppendRegistryEntry(kind, record, list);
-      return true;
-    });
-  } catch (const base::Failure& failure) {
-    parts_.buttons.DisableStatus();
-    TellRefusal(parts_.desktop,
-                record[table.name_slot] + table.message + " could not be entered into", path,
-                failure);
-    if (!is_present) {
-      throw;
-    }
-    base::LogFailure(parts_.log, "Kitbay::CheckNode", std::current_exception());
+  const EntryOutcome outcome = EnterRecord(parts_.files, path, kind, record);
+  parts_.buttons.DisableStatus();
+  if (outcome.failure) {
+    TellUnentered(kind, path, outcome);
     return false;
   }
-  if (is_present) {
+  if (outcome.was_present) {
     ShowUpdated(kind);
-    return true;
+  } else {
+    ShowInstalled(kind);
   }
-  parts_.buttons.DisableStatus();
-  parts_.desktop.ShowMessage(record[table.name_slot] + table.message +
-                                 " has been successfully installed. Please restart " +
+  return true;
+}
+
+// The failure of a component that has no entry yet belongs to the procedure that enters it.
+void DatastoreRegistration::TellUnentered(ComponentKind kind, const std::string& path,
+                                          const EntryOutcome& outcome) {
+  TellRefusal(parts_.desktop, NameOf(kind) + " could not be entered into", path, *outcome.failure);
+  if (!outcome.was_present) {
+    throw base::Failure(*outcome.failure);
+  }
+  base::LogFailure(parts_.log, "Kitbay::CheckNode", std::make_exception_ptr(*outcome.failure));
+}
+
+void DatastoreRegistration::ShowInstalled(ComponentKind kind) {
+  parts_.desktop.ShowMessage(NameOf(kind) + " has been successfully installed. Please restart " +
                                  parts_.settings.MainAppName + " to view the new feature.",
                              platform::kMessageTitle, platform::kOkOnly);
   parts_.rows.FollowCurrentRow(view::kUpdatedContainers[kind]);
   parts_.rows.RemoveDiv(view::kUpdatedContainers[kind]);
-  return true;
 }
 
 void DatastoreRegistration::ShowUpdated(ComponentKind kind) {
-  parts_.buttons.DisableStatus();
   parts_.rows.FollowCurrentRow(view::kInstalledContainers[kind]);
   parts_.rows.ModifyDiv(view::kInstalledContainers[kind],
-                        parts_.session.record[kEntryUpdates[kind].update_slot],
+                        parts_.session.record[kShownTables[kind].version_slot],
                         view::kRemoveButton);
 }
 
-// Returns whether there is anything to save.
-bool DatastoreRegistration::ChangePresent(ComponentKind kind, pugi::xml_node present) const {
-  if (kind != ComponentKind::kChannel) {
-    return false;
-  }
-  CheckNode(present);
-  return true;
-}
-
-// A channel has no library to read its version from: what its entry says is listed and compared
-// with the next offer.
-void DatastoreRegistration::CheckNode(pugi::xml_node present) const {
-  const std::string& version = parts_.session.record[channel_slot::kVersion];
-  if (!catalog::IsXmlText(version)) {
-    throw base::Failure(base::RuntimeError::kInvalidProcedureCall, "the version is no text");
-  }
-  pugi::xml_attribute attribute = present.attribute("version");
-  if (!attribute) {
-    attribute = present.append_attribute("version");
-  }
-  attribute.set_value(version.c_str());
+std::string DatastoreRegistration::NameOf(ComponentKind kind) const {
+  return parts_.session.record[kShownTables[kind].name_slot] + kShownTables[kind].kind_words;
 }
 
 void DatastoreRegistration::CreateCustomRegistry() {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <pugixml.hpp>
 #include <string>
 
 #include "base/component_kind.h"
@@ -8,8 +7,8 @@
 #include "base/settings.h"
 #include "catalog/catalog_files.h"
 #include "catalog/update_source_list.h"
-#include "catalog/xml_document.h"
 #include "install/install_session.h"
+#include "install/registry_entry.h"
 #include "platform/desktop.h"
 #include "platform/files.h"
 #include "view/page_buttons.h"
@@ -55,9 +54,11 @@ class DatastoreRegistration {
  private:
   void Enter(base::ComponentKind kind);
   bool Update(base::ComponentKind kind, const std::string& path);
+  void TellUnentered(base::ComponentKind kind, const std::string& path,
+                     const EntryOutcome& outcome);
+  void ShowInstalled(base::ComponentKind kind);
   void ShowUpdated(base::ComponentKind kind);
-  bool ChangePresent(base::ComponentKind kind, pugi::xml_node present) const;
-  void CheckNode(pugi::xml_node present) const;
+  std::string NameOf(base::ComponentKind kind) const;
   void CreateCustomRegistry();
 
   RegistrationParts parts_;

@@ -98,44 +98,49 @@ void PackageInstallation::InstallNow(const Arrival& arrival) {
   parts_.state.update_in_progress = false;
 }
 
-// A transport has no folder of its own: its files go into the installation folder.
+// What happens after a package has arrived.
 void PackageInstallation::UnpackFrom(const Arrival& arrival) {
-  const ComponentKind kind = arrival.kind;
   if (!parts_.files.Exists(arrival.path)) {
-    TellMissing(kind);
-    return;
+    return TellMissing(arrival.kind);
   }
-  std::string& suite_folder = parts_.settings.InstallFolder;
-  const std::string archive = update::PackagePath(parts_.settings, parts_.session.package_name);
-  // Nobody can write the archive between the look at it and its expansion.
-  std::unique_ptr<platform::FileReader> held;
-  if (arrival.package.digest) {
-    held = parts_.files.Open(archive);
-    // The manifest may have been replaced meanwhile, or no longer be acceptable. What it says is
-    // read before anything is written, and not again.
-    if (!IsWhatWasSigned(arrival, *held) || !ReadEntry(kind)) {
-      TellCorrupt(kind);
-      return;
-    }
-  }
-  std::string own_folder;
-  if (kind != ComponentKind::kTransport) {
-    own_folder = kind == ComponentKind::kAddon ? AddonFolder() : ChannelFolder();
-  }
-  std::string& folder = kind == ComponentKind::kTransport ? suite_folder : own_folder;
-  if (!parts_.expansion.ExpandZipFile(folder, archive)) {
-    TellCorrupt(kind);
-    return;
+  const std::unique_ptr<platform::FileReader> held = HoldIfSigned(arrival);
+  if ((held && !IsWhatWasSigned(arrival, *held)) || !Expand(arrival)) {
+    return TellCorrupt(arrival.kind);
   }
   TellUnwritten();
-  EnterComponent(kind, folder);
-  Restart();
+  if (!EnterComponent(arrival.kind)) {
+    parts_.buttons.DisableStatus();
+  }
+  RestartMainClient();
 }
 
+// While it is held, nobody can write the package between the look at it and its expansion.
+std::unique_ptr<platform::FileReader> PackageInstallation::HoldIfSigned(const Arrival& arrival) {
+  return arrival.package.digest ? parts_.files.Open(arrival.path) : nullptr;
+}
+
+// The manifest may have been replaced meanwhile, or no longer be acceptable. What it says is read
+// before anything is written, and not again.
 bool PackageInstallation::IsWhatWasSigned(const Arrival& arrival,
-                                          const platform::FileReader& archive) {
+                                          const platform::FileReader& package) {
   return guarded(parts_.log, "Kitbay::CheckSignature",
-                 [&] { catalog::CheckDigest(archive, *arrival.package.digest); });
+                 [&] { catalog::CheckDigest(package, *arrival.package.digest); }) &&
+         ReadEntry(arrival.kind);
+}
+
+// A transport has no folder of its own: its files go into the installation folder, whose setting
+// ends in "\" afterwards.
+bool PackageInstallation::Expand(const Arrival& arrival) {
+  if (arrival.kind == ComponentKind::kTransport) {
+    folder_ = parts_.settings.InstallFolder;
+  } else {
+    folder_ = arrival.kind == ComponentKind::kAddon ? AddonFolder() : ChannelFolder();
+  }
+  const bool is_read = parts_.expansion.ExpandZipFile(folder_, arrival.path);
+  if (arrival.kind == ComponentKind::kTransport) {
+    parts_.settings.InstallFolder = folder_;
+  }
+  return is_read;
 }
 
 // The rest of the package has been written and is entered: the missing files may be unchanged.
@@ -214,31 +219,28 @@ bool PackageInstallation::ReadEntry(ComponentKind kind) {
   return std::invoke(kUnpackTables[kind].enter, parts_.datastore);
 }
 
-// `folder` ends in "\", as expansion leaves it.
-void PackageInstallation::EnterComponent(ComponentKind kind, const std::string& folder) {
+bool PackageInstallation::EnterComponent(ComponentKind kind) {
   const bool has_entry = parts_.session.package_digest || ReadEntry(kind);
-  if (!has_entry || !RegisterLibraries(kind, folder) ||
-      !std::invoke(kUnpackTables[kind].update, parts_.datastore)) {
-    parts_.buttons.DisableStatus();
-  }
+  return has_entry && RegisterLibraries(kind) &&
+         std::invoke(kUnpackTables[kind].update, parts_.datastore);
 }
 
 // Exactly one further library means that the component's own library is registered, and only that;
 // its result does not matter. A transport's list is looked for in the folder of its name.
-bool PackageInstallation::RegisterLibraries(ComponentKind kind, const std::string& folder) {
-  const bool is_transport = kind == ComponentKind::kTransport;
+bool PackageInstallation::RegisterLibraries(ComponentKind kind) {
   if (parts_.session.libraries.size() != 1) {
-    return parts_.self_registration.funcRegisterDll(
-        is_transport ? folder + parts_.session.package_name : folder.substr(0, folder.size() - 1));
+    return parts_.self_registration.funcRegisterDll(kind == ComponentKind::kTransport
+                                                        ? folder_ + parts_.session.package_name
+                                                        : folder_.substr(0, folder_.size() - 1));
   }
   const std::string& library = parts_.session.record[kUnpackTables[kind].own_library_slot];
   if (kind != ComponentKind::kChannel || !library.empty()) {
-    parts_.self_registration.DLLRegisterService(folder + library, true);
+    parts_.self_registration.DLLRegisterService(folder_ + library, true);
   }
   return true;
 }
 
-void PackageInstallation::Restart() {
+void PackageInstallation::RestartMainClient() {
   if (parts_.session.restart) {
     parts_.main_client.LaunchMainApplication();
     parts_.session.restart = false;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <deque>
+#include <memory>
 #include <string>
 
 #include "base/component_kind.h"
@@ -67,20 +68,24 @@ class PackageInstallation : public update::PackageReceiver {
                const std::string& path);
   void InstallNow(const Arrival& arrival);
   void UnpackFrom(const Arrival& arrival);
-  bool IsWhatWasSigned(const Arrival& arrival, const platform::FileReader& archive);
-  void TellMissing(base::ComponentKind kind);
-  void TellUnwritten();
-  void TellCorrupt(base::ComponentKind kind);
+  std::unique_ptr<platform::FileReader> HoldIfSigned(const Arrival& arrival);
+  bool IsWhatWasSigned(const Arrival& arrival, const platform::FileReader& package);
+  bool Expand(const Arrival& arrival);
   std::string AddonFolder();
   std::string ChannelFolder();
+  bool EnterComponent(base::ComponentKind kind);
   bool ReadEntry(base::ComponentKind kind);
-  void EnterComponent(base::ComponentKind kind, const std::string& folder);
-  bool RegisterLibraries(base::ComponentKind kind, const std::string& folder);
-  void Restart();
+  bool RegisterLibraries(base::ComponentKind kind);
+  void RestartMainClient();
+
+  void TellMissing(base::ComponentKind kind);
+  void TellCorrupt(base::ComponentKind kind);
+  void TellUnwritten();
 
   InstallationParts parts_;
   std::deque<Arrival> waiting_;
   bool is_installing_ = false;
+  std::string folder_;  // of the component being installed; ends in "\" once it is expanded
 };
 
 }  // namespace kitbay::install

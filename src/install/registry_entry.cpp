@@ -1,12 +1,16 @@
 #include "install/registry_entry.h"
 
-#include <string>
+#include <pugixml.hpp>
 
-#include "base/failure.h"
+#include "catalog/xml_change.h"
 #include "catalog/xml_characters.h"
 
 namespace kitbay::install {
 namespace {
+
+using base::ComponentKind;
+using base::Failure;
+using base::RuntimeError;
 
 // Every reader turns a carriage return in a text into a line feed, so it is written as one.
 std::string WithLineFeeds(const std::string& text) {
@@ -97,28 +101,83 @@ void AddChannel(const ComponentRecord& record, pugi::xml_node list) {
   AddChild(entry, "core", record[kCategory].empty() ? "0" : "1");
 }
 
-}  // namespace
+// How a registry file lists the components of a kind.
+struct RegistryList {
+  const char* list;  // the element that has the entries
+  void (*append)(const ComponentRecord& record, pugi::xml_node list);
+};
+constexpr base::PerKind<RegistryList> kRegistryLists = {
+    .addon = {.list = "root//addons", .append = AddAddon},
+    .transport = {.list = "root//transports", .append = AddTransport},
+    .channel = {.list = "/root//channels", .append = AddChannel}};
 
-void AppendRegistryEntry(base::ComponentKind kind, const ComponentRecord& record,
-                         pugi::xml_node list) {
-  for (const std::string& value : record) {
-    if (!catalog::IsXmlText(value)) {
-      throw base::Failure(base::RuntimeError::kInvalidProcedureCall,
-                          "the manifest's entry of \"" + record[kIdSlot] +
-                              "\" holds characters that no XML file may hold");
+pugi::xml_node ListIn(const catalog::XmlDocument& document, ComponentKind kind,
+                      const std::string& path) {
+  const char* const list_path = kRegistryLists[kind].list;
+  const pugi::xml_node list = document.select_node(list_path).node();
+  if (!list) {
+    throw Failure(RuntimeError::kObjectVariableNotSet, path + " has no " + list_path);
+  }
+  return list;
+}
+
+// The child of `list` whose first attribute is `id`. Nodes without an attribute, such as comments,
+// are skipped.
+pugi::xml_node FindEntry(const pugi::xml_node& list, const std::string& id) {
+  for (const pugi::xml_node& child : list.children()) {
+    if (child.first_attribute() && id == child.first_attribute().value()) {
+      return child;
     }
   }
-  switch (kind) {
-    case base::ComponentKind::kAddon:
-      AddAddon(record, list);
-      break;
-    case base::ComponentKind::kTransport:
-      AddTransport(record, list);
-      break;
-    case base::ComponentKind::kChannel:
-      AddChannel(record, list);
-      break;
+  return {};
+}
+
+void Append(ComponentKind kind, const ComponentRecord& record, pugi::xml_node list) {
+  for (const std::string& value : record) {
+    if (!catalog::IsXmlText(value)) {
+      throw Failure(RuntimeError::kInvalidProcedureCall,
+                    "the manifest's entry of \"" + record[kIdSlot] +
+                        "\" holds characters that no XML file may hold");
+    }
   }
+  kRegistryLists[kind].append(record, list);
+}
+
+// A channel has no library to read its version from: what its entry says is listed and compared
+// with the next offer.
+void CheckNode(const ComponentRecord& record, pugi::xml_node channel) {
+  const std::string& version = record[channel_slot::kVersion];
+  if (!catalog::IsXmlText(version)) {
+    throw Failure(RuntimeError::kInvalidProcedureCall, "the version is no text");
+  }
+  pugi::xml_attribute attribute = channel.attribute("version");
+  if (!attribute) {
+    attribute = channel.append_attribute("version");
+  }
+  attribute.set_value(version.c_str());
+}
+
+}  // namespace
+
+EntryOutcome EnterRecord(platform::Files& files, const std::string& path, ComponentKind kind,
+                         const ComponentRecord& record) {
+  EntryOutcome outcome;
+  try {
+    catalog::ChangeXml(files, path, [&](catalog::XmlDocument& document) {
+      const pugi::xml_node list = ListIn(document, kind, path);
+      const pugi::xml_node present = FindEntry(list, record[kIdSlot]);
+      outcome.was_present = static_cast<bool>(present);
+      if (!present) {
+        Append(kind, record, list);
+      } else if (kind == ComponentKind::kChannel) {
+        CheckNode(record, present);
+      }
+      return !present || kind == ComponentKind::kChannel;
+    });
+  } catch (const Failure& failure) {
+    outcome.failure = failure;
+  }
+  return outcome;
 }
 
 }  // namespace kitbay::install
