@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <array>
 
-#include "platform/win32/window/key_state.h"
+#include "platform/win32/system/key_state.h"
 #include "platform/win32/window/win32_main_window.h"
 
 // The main window's keyboard: which keys it handles itself, which it offers to the page, and how

@@ -5,7 +5,6 @@
 #include "base/failure.h"
 #include "platform/win32/com/com_failure.h"
 #include "platform/win32/win32_platform.h"
-#include "platform/win32/window/automation_document.h"
 #include "platform/win32/window/screen_place.h"
 #include "platform/win32/window/screen_scale.h"
 #include "platform/win32/window/user_colours.h"
@@ -84,7 +83,6 @@ void Win32MainWindow::Unload() {
 }
 
 void Win32MainWindow::Destroy() {
-  document_events_.reset();
   browser_.reset();
   if (window_ != nullptr) DestroyWindow(window_);
   controls_.reset();
@@ -110,10 +108,7 @@ void Win32MainWindow::Show() {
   UpdateWindow(window_);
 }
 
-void Win32MainWindow::Navigate(const std::string& path) {
-  document_events_.reset();
-  LoadedBrowser().Navigate(path);
-}
+void Win32MainWindow::Navigate(const std::string& path) { LoadedBrowser().Navigate(path); }
 
 // A minimised window has no size to fit to; the page keeps the size that it will have again.
 void Win32MainWindow::FitBrowser() {
@@ -122,12 +117,12 @@ void Win32MainWindow::FitBrowser() {
 }
 
 std::shared_ptr<HtmlDocument> Win32MainWindow::ConnectDocument(HtmlDocumentEvents& events) {
-  const auto document = LoadedBrowser().Document();
-  document_events_ = std::make_unique<DocumentEvents>(*document.Get(), events);
-  return std::make_shared<AutomationDocument>(document);
+  return LoadedBrowser().ConnectDocument(events);
 }
 
-void Win32MainWindow::DisconnectDocument() { document_events_.reset(); }
+void Win32MainWindow::DisconnectDocument() {
+  if (browser_ != nullptr) browser_->DisconnectDocument();
+}
 
 void Win32MainWindow::SetHelpCursor(const std::string& path) {
   LoadedControls().help().SetCursorFile(path);

@@ -7,8 +7,7 @@
 #include <string>
 
 #include "platform/main_window.h"
-#include "platform/win32/window/browser_host.h"
-#include "platform/win32/window/document_events.h"
+#include "platform/win32/browser/browser_host.h"
 #include "platform/win32/window/form_controls.h"
 #include "platform/win32/window/message_loop.h"
 
@@ -77,7 +76,6 @@ class Win32MainWindow final : public MainWindow, private KeyFilter, private Brow
   int dots_per_inch_ = 0;
   std::optional<FormControls> controls_;
   std::unique_ptr<BrowserHost> browser_;
-  std::unique_ptr<DocumentEvents> document_events_;
   std::string help_file_;
 };
 

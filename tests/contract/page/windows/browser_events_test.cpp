@@ -1,6 +1,7 @@
 // What the control may load: the one page that it is given, once.
 
-#include "platform/win32/window/browser_events.h"
+#include "platform/win32/browser/browser_events.h"
+#include "platform/win32/browser/browser_host.h"
 
 #include <exdispid.h>
 #include <gtest/gtest.h>

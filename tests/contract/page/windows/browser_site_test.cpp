@@ -1,14 +1,15 @@
 // What the control's container tells and gives it.
 
-#include "platform/win32/window/browser_site.h"
+#include "platform/win32/browser/browser_site.h"
+#include "platform/win32/browser/browser_host.h"
 
 #include <gtest/gtest.h>
 #include <olectl.h>
-//
+
 #include <mshtmdid.h>
 
 #include "platform/win32/com/automation.h"
-#include "platform/win32/window/com_identity.h"
+#include "platform/win32/com/object_of_parts.h"
 
 namespace kitbay::platform::win32 {
 namespace {

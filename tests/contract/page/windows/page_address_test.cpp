@@ -1,4 +1,4 @@
-#include "platform/win32/window/page_address.h"
+#include "platform/win32/browser/page_address.h"
 
 #include <gtest/gtest.h>
 

@@ -1,9 +1,8 @@
-#include "platform/win32/window/host_ui.h"
+#include "platform/win32/browser/host_ui.h"
 
 #include <docobj.h>
 
-#include "platform/win32/window/key_state.h"
-#include "platform/win32/window/refused_drops.h"
+#include "platform/win32/system/key_state.h"
 
 namespace kitbay::platform::win32 {
 namespace {
@@ -34,6 +33,32 @@ void ShowCopyMenu(HWND window, const POINT& place, IOleCommandTarget& commands) 
     commands.Exec(nullptr, OLECMDID_COPY, OLECMDEXECOPT_DONTPROMPTUSER, nullptr, nullptr);
   }
 }
+
+/// A drop target that accepts nothing.
+class RefusedDropsPart : public IDropTarget {
+ public:
+  using Interface = IDropTarget;
+
+  HRESULT STDMETHODCALLTYPE DragEnter(IDataObject*, DWORD, POINTL, DWORD* effect) override {
+    return Refuse(effect);
+  }
+  HRESULT STDMETHODCALLTYPE DragOver(DWORD, POINTL, DWORD* effect) override {
+    return Refuse(effect);
+  }
+  HRESULT STDMETHODCALLTYPE DragLeave() override { return S_OK; }
+  HRESULT STDMETHODCALLTYPE Drop(IDataObject*, DWORD, POINTL, DWORD* effect) override {
+    return Refuse(effect);
+  }
+
+ private:
+  static HRESULT Refuse(DWORD* effect) {
+    if (effect == nullptr) return E_POINTER;
+    *effect = DROPEFFECT_NONE;
+    return S_OK;
+  }
+};
+
+class RefusedDrops final : public ObjectOfParts<RefusedDropsPart> {};
 
 }  // namespace
 

@@ -6,7 +6,7 @@
 #include <wrl/client.h>
 
 #include "platform/html_document.h"
-#include "platform/win32/window/connection.h"
+#include "platform/win32/browser/connection.h"
 
 namespace kitbay::platform::win32 {
 

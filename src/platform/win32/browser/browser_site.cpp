@@ -1,4 +1,10 @@
-#include "platform/win32/window/browser_site.h"
+#include "platform/win32/browser/browser_site.h"
+
+#include <olectl.h>
+
+#include <mshtmdid.h>
+
+#include "platform/win32/browser/browser_host.h"
 
 namespace kitbay::platform::win32 {
 namespace {
@@ -8,7 +14,24 @@ constexpr DWORD kShiftDown = 1;
 constexpr DWORD kControlDown = 2;
 constexpr DWORD kAltDown = 4;
 
+// Offline, the control fetches no image from another machine, but still loads the page's own files.
+constexpr LONG kDownloadControl = DLCTL_DLIMAGES | DLCTL_NO_SCRIPTS | DLCTL_NO_JAVA |
+                                  DLCTL_NO_RUNACTIVEXCTLS | DLCTL_NO_DLACTIVEXCTLS |
+                                  DLCTL_NO_FRAMEDOWNLOAD | DLCTL_NO_BEHAVIORS |
+                                  DLCTL_NO_CLIENTPULL | DLCTL_FORCEOFFLINE | DLCTL_SILENT;
+
 }  // namespace
+
+HRESULT InPlaceFramePart::GetWindow(HWND* window) {
+  if (window == nullptr) return E_POINTER;
+  *window = state_->window;
+  return *window == nullptr ? E_FAIL : S_OK;
+}
+
+HRESULT InPlaceFramePart::SetActiveObject(IOleInPlaceActiveObject* object, LPCOLESTR) {
+  state_->active_object = object;
+  return S_OK;
+}
 
 HRESULT ClientSitePart::GetMoniker(DWORD, DWORD, IMoniker** moniker) {
   if (moniker != nullptr) *moniker = nullptr;
@@ -70,6 +93,24 @@ HRESULT ControlSitePart::TranslateAccelerator(MSG* message, DWORD modifiers) {
     return E_FAIL;
   }
   return S_OK;
+}
+
+HRESULT AmbientPropertiesPart::Invoke(DISPID member, REFIID, LCID, WORD flags, DISPPARAMS*,
+                                      VARIANT* result, EXCEPINFO*, UINT*) {
+  if ((flags & DISPATCH_PROPERTYGET) == 0) return DISP_E_MEMBERNOTFOUND;
+  if (result == nullptr) return E_POINTER;
+  switch (member) {
+    case DISPID_AMBIENT_DLCONTROL:
+      result->vt = VT_I4;
+      result->lVal = kDownloadControl;
+      return S_OK;
+    case DISPID_AMBIENT_USERMODE:
+      result->vt = VT_BOOL;
+      result->boolVal = VARIANT_TRUE;
+      return S_OK;
+    default:
+      return DISP_E_MEMBERNOTFOUND;
+  }
 }
 
 }  // namespace kitbay::platform::win32

@@ -1,4 +1,4 @@
-#include "platform/win32/window/connection.h"
+#include "platform/win32/browser/connection.h"
 
 #include <utility>
 

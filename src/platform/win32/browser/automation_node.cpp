@@ -1,4 +1,4 @@
-#include "platform/win32/window/automation_node.h"
+#include "platform/win32/browser/automation_node.h"
 
 #include "base/failure.h"
 

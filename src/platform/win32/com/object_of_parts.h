@@ -75,4 +75,15 @@ Microsoft::WRL::ComPtr<Object> MakeComObject(Arguments&&... arguments) {
   return Adopt(new Object(std::forward<Arguments>(arguments)...));
 }
 
+/// Whether two references are to one object: they return the same IUnknown. Null is no object.
+inline bool IsSameObject(IUnknown* first, IUnknown* second) {
+  if (first == nullptr || second == nullptr) return false;
+  Microsoft::WRL::ComPtr<IUnknown> identity;
+  Microsoft::WRL::ComPtr<IUnknown> other_identity;
+  if (FAILED(first->QueryInterface(IID_PPV_ARGS(&identity)))) return false;
+  if (FAILED(second->QueryInterface(IID_PPV_ARGS(&other_identity)))) return false;
+  // Compares the pointers themselves: this toolchain's ComPtr only compares whether both are null.
+  return identity.Get() == other_identity.Get();
+}
+
 }  // namespace kitbay::platform::win32

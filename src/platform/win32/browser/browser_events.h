@@ -6,8 +6,8 @@
 
 #include <string>
 
-#include "platform/win32/window/browser_site_state.h"
-#include "platform/win32/window/com_parts.h"
+#include "platform/win32/browser/browser_site_state.h"
+#include "platform/win32/com/object_of_parts.h"
 
 namespace kitbay::platform::win32 {
 

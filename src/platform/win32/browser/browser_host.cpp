@@ -1,7 +1,11 @@
-#include "platform/win32/window/browser_host.h"
+#include "platform/win32/browser/browser_host.h"
 
 #include <exdisp.h>
 
+#include "platform/win32/browser/automation_document.h"
+#include "platform/win32/browser/browser_events.h"
+#include "platform/win32/browser/browser_site.h"
+#include "platform/win32/browser/document_events.h"
 #include "platform/win32/com/automation.h"
 #include "platform/win32/com/com_failure.h"
 
@@ -40,25 +44,27 @@ BrowserHost::BrowserHost(HWND window, const Rectangle& place, BrowserOwner& owne
     Check(control_.As(&state_->in_place_object));
     connection_ = Connection(*browser_.Get(), __uuidof(DWebBrowserEvents2), *events_.Get());
   } catch (...) {
-    // The control and its site reference each other.
-    state_->in_place_object.Reset();
-    state_->active_object.Reset();
-    control_->Close(OLECLOSE_NOSAVE);
-    control_->SetClientSite(nullptr);
+    Close();
     throw;
   }
 }
 
 BrowserHost::~BrowserHost() {
   state_->owner = nullptr;
+  document_events_.reset();
   connection_ = Connection();
   events_->ExpectNothing();
-  if (state_->in_place_object != nullptr) state_->in_place_object->InPlaceDeactivate();
+  state_->in_place_object->InPlaceDeactivate();
+  Close();
+  state_->window = nullptr;
+}
+
+// The control and its site reference each other.
+void BrowserHost::Close() {
   control_->Close(OLECLOSE_NOSAVE);
   control_->SetClientSite(nullptr);
   state_->in_place_object.Reset();
   state_->active_object.Reset();
-  state_->window = nullptr;
 }
 
 void BrowserHost::Move(const Rectangle& place) {
@@ -67,6 +73,7 @@ void BrowserHost::Move(const Rectangle& place) {
 }
 
 void BrowserHost::Navigate(const std::string& path) {
+  document_events_.reset();
   events_->ExpectPage(browser_.Get(), path);
   CallMethod(*browser_.Get(), "Navigate", {path});
 }
@@ -79,11 +86,14 @@ void BrowserHost::Zoom(int percent) {
   browser->ExecWB(OLECMDID_OPTICAL_ZOOM, OLECMDEXECOPT_DONTPROMPTUSER, &input, nullptr);
 }
 
-ComPtr<IDispatch> BrowserHost::Document() const {
-  ComPtr<IDispatch> document = GetProperty(*browser_.Get(), "Document").ToObject();
+std::shared_ptr<HtmlDocument> BrowserHost::ConnectDocument(HtmlDocumentEvents& events) {
+  const ComPtr<IDispatch> document = GetProperty(*browser_.Get(), "Document").ToObject();
   if (document == nullptr) throw base::Failure(base::RuntimeError::kObjectVariableNotSet);
-  return document;
+  document_events_ = std::make_unique<DocumentEvents>(*document.Get(), events);
+  return std::make_shared<AutomationDocument>(document);
 }
+
+void BrowserHost::DisconnectDocument() { document_events_.reset(); }
 
 HWND BrowserHost::Window() const {
   HWND window = nullptr;

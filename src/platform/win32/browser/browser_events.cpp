@@ -1,11 +1,11 @@
-#include "platform/win32/window/browser_events.h"
+#include "platform/win32/browser/browser_events.h"
 
 #include <exdispid.h>
 
+#include "platform/win32/browser/browser_host.h"
+#include "platform/win32/browser/page_address.h"
 #include "platform/win32/com/com_failure.h"
 #include "platform/win32/system/utf.h"
-#include "platform/win32/window/com_identity.h"
-#include "platform/win32/window/page_address.h"
 
 namespace kitbay::platform::win32 {
 namespace {

@@ -5,17 +5,37 @@
 #include <ole2.h>
 #include <wrl/client.h>
 
+#include <memory>
 #include <string>
 
+#include "platform/html_document.h"
 #include "platform/main_window.h"
-#include "platform/win32/window/browser_events.h"
-#include "platform/win32/window/browser_site.h"
-#include "platform/win32/window/connection.h"
+#include "platform/win32/browser/browser_site_state.h"
+#include "platform/win32/browser/connection.h"
 
 namespace kitbay::platform::win32 {
 
+class BrowserEvents;
+class BrowserSite;
+class DocumentEvents;
+
+/// What a browser control needs from the window that it lies in.
+class BrowserOwner {
+ public:
+  virtual ~BrowserOwner() = default;
+
+  /// The page given to the control has loaded.
+  virtual void PageComplete() = 0;
+
+  /// The page given to the control cannot be loaded; the control shows its own error page.
+  virtual void PageFailed() = 0;
+
+  /// The focus moved past the last element of the page, or past the first one if `backwards`.
+  virtual void FocusLeftPage(bool backwards) = 0;
+};
+
 /// The system's WebBrowser control in a window, with everything that a page could run or load
-/// switched off. Failures are `base::Failure` with the HRESULT.
+/// switched off. All that its window knows of it. Failures are `base::Failure` with the HRESULT.
 class BrowserHost {
  public:
   /// Creates the control and activates it in `window`.
@@ -32,8 +52,10 @@ class BrowserHost {
   /// Shows the page at that zoom, in percent. An engine without zoom shows it unchanged.
   void Zoom(int percent);
 
-  /// The document of the page. Fails with 91 if there is none.
-  Microsoft::WRL::ComPtr<IDispatch> Document() const;
+  /// The document of the page, whose events go to `events` until `DisconnectDocument`, the next
+  /// `Navigate` or this object's end. Fails with 91 if there is none.
+  std::shared_ptr<HtmlDocument> ConnectDocument(HtmlDocumentEvents& events);
+  void DisconnectDocument();
 
   bool HasFocus() const;
 
@@ -51,6 +73,7 @@ class BrowserHost {
 
  private:
   HWND Window() const;
+  void Close();
 
   BrowserSiteStateRef state_;
   Microsoft::WRL::ComPtr<BrowserSite> site_;
@@ -58,6 +81,7 @@ class BrowserHost {
   Microsoft::WRL::ComPtr<IOleObject> control_;
   Microsoft::WRL::ComPtr<IDispatch> browser_;
   Connection connection_;
+  std::unique_ptr<DocumentEvents> document_events_;
 };
 
 }  // namespace kitbay::platform::win32

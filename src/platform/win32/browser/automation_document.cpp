@@ -1,10 +1,10 @@
-#include "platform/win32/window/automation_document.h"
+#include "platform/win32/browser/automation_document.h"
 
 #include <utility>
 
 #include "base/failure.h"
+#include "platform/win32/browser/automation_node.h"
 #include "platform/win32/com/automation.h"
-#include "platform/win32/window/automation_node.h"
 
 namespace kitbay::platform::win32 {
 namespace {

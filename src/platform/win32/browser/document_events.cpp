@@ -1,14 +1,14 @@
-#include "platform/win32/window/document_events.h"
+#include "platform/win32/browser/document_events.h"
 
 #include <olectl.h>
-//
+
 #include <mshtmdid.h>
 #include <mshtml.h>
 
 #include "base/failure.h"
+#include "platform/win32/browser/automation_node.h"
 #include "platform/win32/com/com_failure.h"
-#include "platform/win32/window/automation_node.h"
-#include "platform/win32/window/com_parts.h"
+#include "platform/win32/com/object_of_parts.h"
 
 namespace kitbay::platform::win32 {
 namespace {
