@@ -5,8 +5,8 @@
 #include <objbase.h>
 
 #include "module.h"
-#include "platform/win32/com/adopt.h"
 #include "platform/win32/com/class_factory.h"
+#include "platform/win32/com/counted_object.h"
 
 namespace ovalink {
 

@@ -5,7 +5,7 @@
 #include "install/update_flows.h"
 #include "update/update_requests.h"
 #include "view/page_buttons.h"
-#include "view/page_commands.h"
+#include "view/page_events.h"
 #include "view/view_state.h"
 
 namespace kitbay::app {

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "app/start_up.h"
+#include "install/registry.h"
 
 namespace kitbay::app {
 
@@ -50,6 +51,14 @@ void Program::Run() {
     platform.loop.Run();
   }
   platform.com_server.RevokeClassObjects();
+}
+
+std::unique_ptr<platform::ManagerService> ProgramServices::CreateManager() {
+  return std::make_unique<Manager>(form_);
+}
+
+std::unique_ptr<platform::RegistryService> ProgramServices::CreateRegistry() {
+  return std::make_unique<install::Registry>(log_, keys_, settings_);
 }
 
 }  // namespace kitbay::app

@@ -1,13 +1,15 @@
 #pragma once
 
+#include <memory>
+
 #include "app/component_commands.h"
 #include "app/error_log_file.h"
 #include "app/installation_check.h"
 #include "app/main_form.h"
 #include "app/manager_registration.h"
-#include "app/program_services.h"
 #include "app/suite_rights.h"
 #include "app/update_source_form.h"
+#include "base/error_log.h"
 #include "base/settings.h"
 #include "install/datastore_registration.h"
 #include "install/install_session.h"
@@ -28,6 +30,7 @@
 #include "platform/main_window.h"
 #include "platform/preference_window.h"
 #include "platform/registry_keys.h"
+#include "platform/services.h"
 #include "platform/suite_objects.h"
 #include "platform/version_resource.h"
 #include "update/update_exchange.h"
@@ -52,6 +55,23 @@ struct PlatformParts {
   platform::MessageLoop& loop;
   platform::MainWindow& window;
   platform::PreferenceWindow& preference_window;
+};
+
+/// Creates the program's objects for outside clients.
+class ProgramServices : public platform::ServiceFactory {
+ public:
+  ProgramServices(base::ErrorLog& log, platform::RegistryKeys& keys, const base::Settings& settings,
+                  MainForm& form)
+      : log_(log), keys_(keys), settings_(settings), form_(form) {}
+
+  std::unique_ptr<platform::ManagerService> CreateManager() override;
+  std::unique_ptr<platform::RegistryService> CreateRegistry() override;
+
+ private:
+  base::ErrorLog& log_;
+  platform::RegistryKeys& keys_;
+  const base::Settings& settings_;
+  MainForm& form_;
 };
 
 /// The whole program on top of a platform: its layers from the bottom up, each given what it needs.

@@ -10,7 +10,7 @@
 #include "install/install_session.h"
 #include "install/main_client.h"
 #include "platform/main_window.h"
-#include "update/pending_packages.h"
+#include "update/package_receiver.h"
 #include "update/update_requests.h"
 #include "view/click.h"
 #include "view/page_buttons.h"

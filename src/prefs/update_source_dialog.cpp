@@ -1,7 +1,8 @@
 #include "prefs/update_source_dialog.h"
 
-#include <algorithm>
 #include <pugixml.hpp>
+
+#include <algorithm>
 
 #include "base/failure.h"
 #include "base/guarded.h"

@@ -6,11 +6,26 @@
 #include "base/error_log.h"
 #include "platform/files.h"
 #include "platform/preference_window.h"
-#include "prefs/source_list_user.h"
 #include "prefs/source_url.h"
 #include "update/update_source_file.h"
 
 namespace kitbay::prefs {
+
+/// Works with the update sources; is notified of new sources and of problems with them.
+class SourceListUser {
+ public:
+  virtual ~SourceListUser() = default;
+
+  /// Reads the update sources again and asks them.
+  virtual void GetDirectoryPreferenceFile() = 0;
+
+  /// A change that the user made could not be saved.
+  virtual void TellNotSaved() = 0;
+
+  /// The user has added `url`, whose manifest has the same file name as that of `other`, so the two
+  /// manifests replace each other.
+  virtual void TellSameName(const std::string& url, const std::string& other) = 0;
+};
 
 /// The dialog `frmPreference`, in which the user adds and removes update sources. Removals are
 /// saved at once, additions when the dialog closes; then `SourceListUser` is notified, also if a

@@ -52,4 +52,17 @@ std::string JsonText(const std::string& text) {
   return json + "\"";
 }
 
+TextPlace PlaceOf(std::string_view text, std::size_t offset) {
+  TextPlace place;
+  for (const char byte : text.substr(0, std::min(offset, text.size()))) {
+    if (byte == '\n') {
+      ++place.line;
+      place.column = 1;
+    } else if ((static_cast<unsigned char>(byte) & 0xC0U) != 0x80U) {
+      ++place.column;
+    }
+  }
+  return place;
+}
+
 }  // namespace kitbay::source_tool

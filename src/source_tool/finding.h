@@ -1,10 +1,10 @@
 #pragma once
 
+#include <cstddef>
 #include <ostream>
 #include <string>
+#include <string_view>
 #include <vector>
-
-#include "source_tool/text_place.h"
 
 namespace kitbay::source_tool {
 
@@ -28,6 +28,15 @@ enum class Rule {
   kNoManifest = 16,
   kNoPackage = 17,
 };
+
+/// A place in a text. Line and column count from 1, the column in characters.
+struct TextPlace {
+  std::size_t line = 1;
+  std::size_t column = 1;
+};
+
+/// Where the byte at `offset` of a UTF-8 text is; the end of the text for an offset beyond it.
+TextPlace PlaceOf(std::string_view text, std::size_t offset);
 
 /// Something that fails silently on the user's machine.
 struct Finding {

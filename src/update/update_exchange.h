@@ -8,7 +8,6 @@
 #include "platform/main_window.h"
 #include "update/manifest_cache.h"
 #include "update/package_receiver.h"
-#include "update/pending_packages.h"
 #include "update/transfer_events.h"
 #include "update/update_driver.h"
 #include "update/update_requests.h"

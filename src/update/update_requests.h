@@ -11,7 +11,7 @@
 #include "platform/main_window.h"
 #include "platform/suite_objects.h"
 #include "update/manifest_cache.h"
-#include "update/pending_packages.h"
+#include "update/package_receiver.h"
 #include "update/unanswered_requests.h"
 #include "view/click.h"
 

@@ -4,14 +4,26 @@
 
 #include "base/error_log.h"
 #include "platform/html_document.h"
+#include "view/click.h"
 #include "view/page_buttons.h"
 #include "view/page_categories.h"
-#include "view/page_commands.h"
 #include "view/page_document.h"
 #include "view/page_tabs.h"
 #include "view/view_state.h"
 
 namespace kitbay::view {
+
+/// What the buttons of the page's rows start.
+class PageCommands {
+ public:
+  virtual ~PageCommands() = default;
+
+  virtual void UpdateInstalled(const Click& click) = 0;
+  virtual void RemoveAddon(const Click& click) = 0;
+
+  /// Returns whether an installation is under way now.
+  virtual bool InstallNewAddons(const Click& click) = 0;
+};
 
 /// Decides what a click on the page does, by the clicked element and its ancestors.
 class PageEvents : public platform::HtmlDocumentEvents {

@@ -1,6 +1,7 @@
 #include "view/page_lists.h"
 
 #include <algorithm>
+#include <string>
 #include <utility>
 
 namespace kitbay::view {
@@ -34,6 +35,12 @@ const platform::HtmlNodeRef& PageLists::Begin(const PageDocument& page,
   list.element = page.Element(container);
   list.tab_bar = std::move(tab_bar);
   return list.element;
+}
+
+void FitUnderBar(const PageDocument& page, const platform::HtmlNodeRef& list,
+                 const platform::HtmlNodeRef& bar) {
+  const int height = page.document().BodyClientHeight() - bar->StylePixelHeight();
+  list->SetStyle("height", std::to_string(std::max(0, height)));
 }
 
 }  // namespace kitbay::view

@@ -60,4 +60,9 @@ class PageLists {
   int page_ = 0;
 };
 
+/// Sets a list's height to what its tab bar leaves of the page, and never to less than 0. Fails as
+/// the page's members do.
+void FitUnderBar(const PageDocument& page, const platform::HtmlNodeRef& list,
+                 const platform::HtmlNodeRef& bar);
+
 }  // namespace kitbay::view

@@ -5,7 +5,7 @@
 
 #include "base/failure.h"
 #include "base/guarded.h"
-#include "view/list_height.h"
+#include "view/page_lists.h"
 #include "view/row_focus.h"
 #include "view/row_markup.h"
 #include "view/row_nodes.h"

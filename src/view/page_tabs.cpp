@@ -3,8 +3,8 @@
 #include <utility>
 
 #include "base/guarded.h"
-#include "view/list_height.h"
 #include "view/page_ids.h"
+#include "view/page_lists.h"
 #include "view/page_place.h"
 #include "view/row_nodes.h"
 #include "view/tab_description.h"

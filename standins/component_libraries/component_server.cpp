@@ -30,7 +30,7 @@ class Object : public Interface {
  public:
   virtual ~Object() = default;
 
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** result) override {
+  STDMETHODIMP QueryInterface(REFIID iid, void** result) override {
     if (!result) return E_POINTER;
     *result = nullptr;
     if (iid != __uuidof(IUnknown) && iid != __uuidof(Interface)) return E_NOINTERFACE;
@@ -38,8 +38,8 @@ class Object : public Interface {
     this->AddRef();
     return S_OK;
   }
-  ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
-  ULONG STDMETHODCALLTYPE Release() override {
+  STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
+  STDMETHODIMP_(ULONG) Release() override {
     const ULONG left = --references_;
     if (left == 0) delete this;
     return left;
@@ -54,7 +54,7 @@ class Component final : public Object<IUnknown> {};
 
 class ComponentFactory final : public Object<IClassFactory> {
  public:
-  HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID iid, void** result) override {
+  STDMETHODIMP CreateInstance(IUnknown* outer, REFIID iid, void** result) override {
     if (!result) return E_POINTER;
     *result = nullptr;
     if (outer) return CLASS_E_NOAGGREGATION;
@@ -64,7 +64,7 @@ class ComponentFactory final : public Object<IClassFactory> {
     component->Release();
     return asked;
   }
-  HRESULT STDMETHODCALLTYPE LockServer(BOOL lock) override {
+  STDMETHODIMP LockServer(BOOL lock) override {
     g_objects_and_locks += lock ? 1 : -1;
     return S_OK;
   }

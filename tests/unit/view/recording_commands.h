@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "base/component_kind.h"
-#include "view/page_commands.h"
+#include "view/page_events.h"
 
 namespace kitbay::view {
 

@@ -67,8 +67,8 @@ void BrowserEventsPart::OnNavigateError(const DISPPARAMS& parameters) {
   if (state_->owner != nullptr) state_->owner->PageFailed();
 }
 
-HRESULT BrowserEventsPart::Invoke(DISPID event, REFIID, LCID, WORD, DISPPARAMS* parameters,
-                                  VARIANT*, EXCEPINFO*, UINT*) {
+STDMETHODIMP BrowserEventsPart::Invoke(DISPID event, REFIID, LCID, WORD, DISPPARAMS* parameters,
+                                       VARIANT*, EXCEPINFO*, UINT*) {
   if (parameters == nullptr) return E_POINTER;
   try {
     switch (event) {

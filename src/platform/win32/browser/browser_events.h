@@ -7,7 +7,7 @@
 #include <string>
 
 #include "platform/win32/browser/browser_site_state.h"
-#include "platform/win32/com/object_of_parts.h"
+#include "platform/win32/com/counted_object.h"
 
 namespace kitbay::platform::win32 {
 
@@ -23,8 +23,8 @@ class BrowserEventsPart : public EventPart<DWebBrowserEvents2> {
   /// The control is about to be closed; from now on every page is cancelled.
   void ExpectNothing();
 
-  HRESULT STDMETHODCALLTYPE Invoke(DISPID event, REFIID, LCID, WORD, DISPPARAMS* parameters,
-                                   VARIANT*, EXCEPINFO*, UINT*) override;
+  STDMETHODIMP Invoke(DISPID event, REFIID, LCID, WORD, DISPPARAMS* parameters, VARIANT*,
+                      EXCEPINFO*, UINT*) override;
 
  private:
   bool IsExpectedPage(const VARIANT& browser, const VARIANT& address) const;

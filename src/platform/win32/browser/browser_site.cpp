@@ -22,36 +22,37 @@ constexpr LONG kDownloadControl = DLCTL_DLIMAGES | DLCTL_NO_SCRIPTS | DLCTL_NO_J
 
 }  // namespace
 
-HRESULT InPlaceFramePart::GetWindow(HWND* window) {
+STDMETHODIMP InPlaceFramePart::GetWindow(HWND* window) {
   if (window == nullptr) return E_POINTER;
   *window = state_->window;
   return *window == nullptr ? E_FAIL : S_OK;
 }
 
-HRESULT InPlaceFramePart::SetActiveObject(IOleInPlaceActiveObject* object, LPCOLESTR) {
+STDMETHODIMP InPlaceFramePart::SetActiveObject(IOleInPlaceActiveObject* object, LPCOLESTR) {
   state_->active_object = object;
   return S_OK;
 }
 
-HRESULT ClientSitePart::GetMoniker(DWORD, DWORD, IMoniker** moniker) {
+STDMETHODIMP ClientSitePart::GetMoniker(DWORD, DWORD, IMoniker** moniker) {
   if (moniker != nullptr) *moniker = nullptr;
   return E_NOTIMPL;
 }
 
-HRESULT ClientSitePart::GetContainer(IOleContainer** container) {
+STDMETHODIMP ClientSitePart::GetContainer(IOleContainer** container) {
   if (container == nullptr) return E_POINTER;
   *container = nullptr;
   return E_NOINTERFACE;
 }
 
-HRESULT InPlaceSitePart::GetWindow(HWND* window) {
+STDMETHODIMP InPlaceSitePart::GetWindow(HWND* window) {
   if (window == nullptr) return E_POINTER;
   *window = state_->window;
   return *window == nullptr ? E_FAIL : S_OK;
 }
 
-HRESULT InPlaceSitePart::GetWindowContext(IOleInPlaceFrame** frame, IOleInPlaceUIWindow** document,
-                                          LPRECT place, LPRECT clip, LPOLEINPLACEFRAMEINFO info) {
+STDMETHODIMP InPlaceSitePart::GetWindowContext(IOleInPlaceFrame** frame,
+                                               IOleInPlaceUIWindow** document, LPRECT place,
+                                               LPRECT clip, LPOLEINPLACEFRAMEINFO info) {
   if (frame == nullptr || document == nullptr || place == nullptr || clip == nullptr ||
       info == nullptr) {
     return E_POINTER;
@@ -72,17 +73,17 @@ HRESULT InPlaceSitePart::GetWindowContext(IOleInPlaceFrame** frame, IOleInPlaceU
   return S_OK;
 }
 
-HRESULT InPlaceSitePart::OnPosRectChange(LPCRECT) {
+STDMETHODIMP InPlaceSitePart::OnPosRectChange(LPCRECT) {
   if (state_->in_place_object == nullptr) return E_UNEXPECTED;
   return state_->in_place_object->SetObjectRects(&state_->place, &state_->place);
 }
 
-HRESULT ControlSitePart::GetExtendedControl(IDispatch** control) {
+STDMETHODIMP ControlSitePart::GetExtendedControl(IDispatch** control) {
   if (control != nullptr) *control = nullptr;
   return E_NOTIMPL;
 }
 
-HRESULT ControlSitePart::TranslateAccelerator(MSG* message, DWORD modifiers) {
+STDMETHODIMP ControlSitePart::TranslateAccelerator(MSG* message, DWORD modifiers) {
   if (message == nullptr || message->message != WM_KEYDOWN || message->wParam != VK_TAB) {
     return S_FALSE;
   }
@@ -95,8 +96,8 @@ HRESULT ControlSitePart::TranslateAccelerator(MSG* message, DWORD modifiers) {
   return S_OK;
 }
 
-HRESULT AmbientPropertiesPart::Invoke(DISPID member, REFIID, LCID, WORD flags, DISPPARAMS*,
-                                      VARIANT* result, EXCEPINFO*, UINT*) {
+STDMETHODIMP AmbientPropertiesPart::Invoke(DISPID member, REFIID, LCID, WORD flags, DISPPARAMS*,
+                                           VARIANT* result, EXCEPINFO*, UINT*) {
   if ((flags & DISPATCH_PROPERTYGET) == 0) return DISP_E_MEMBERNOTFOUND;
   if (result == nullptr) return E_POINTER;
   switch (member) {

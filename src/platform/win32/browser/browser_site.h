@@ -10,7 +10,7 @@
 
 #include "platform/win32/browser/browser_site_state.h"
 #include "platform/win32/browser/host_ui.h"
-#include "platform/win32/com/object_of_parts.h"
+#include "platform/win32/com/counted_object.h"
 
 namespace kitbay::platform::win32 {
 
@@ -20,22 +20,20 @@ class InPlaceFramePart : public IOleInPlaceFrame {
   using Interface = IOleInPlaceFrame;
   explicit InPlaceFramePart(BrowserSiteStateRef state) : state_(std::move(state)) {}
 
-  HRESULT STDMETHODCALLTYPE GetWindow(HWND* window) override;
-  HRESULT STDMETHODCALLTYPE ContextSensitiveHelp(BOOL) override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE GetBorder(LPRECT) override { return INPLACE_E_NOTOOLSPACE; }
-  HRESULT STDMETHODCALLTYPE RequestBorderSpace(LPCBORDERWIDTHS) override {
-    return INPLACE_E_NOTOOLSPACE;
-  }
-  HRESULT STDMETHODCALLTYPE SetBorderSpace(LPCBORDERWIDTHS widths) override {
+  STDMETHODIMP GetWindow(HWND* window) override;
+  STDMETHODIMP ContextSensitiveHelp(BOOL) override { return E_NOTIMPL; }
+  STDMETHODIMP GetBorder(LPRECT) override { return INPLACE_E_NOTOOLSPACE; }
+  STDMETHODIMP RequestBorderSpace(LPCBORDERWIDTHS) override { return INPLACE_E_NOTOOLSPACE; }
+  STDMETHODIMP SetBorderSpace(LPCBORDERWIDTHS widths) override {
     return widths == nullptr ? S_OK : INPLACE_E_NOTOOLSPACE;
   }
-  HRESULT STDMETHODCALLTYPE SetActiveObject(IOleInPlaceActiveObject* object, LPCOLESTR) override;
-  HRESULT STDMETHODCALLTYPE InsertMenus(HMENU, LPOLEMENUGROUPWIDTHS) override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE SetMenu(HMENU, HOLEMENU, HWND) override { return S_OK; }
-  HRESULT STDMETHODCALLTYPE RemoveMenus(HMENU) override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE SetStatusText(LPCOLESTR) override { return S_OK; }
-  HRESULT STDMETHODCALLTYPE EnableModeless(BOOL) override { return S_OK; }
-  HRESULT STDMETHODCALLTYPE TranslateAccelerator(LPMSG, WORD) override { return S_FALSE; }
+  STDMETHODIMP SetActiveObject(IOleInPlaceActiveObject* object, LPCOLESTR) override;
+  STDMETHODIMP InsertMenus(HMENU, LPOLEMENUGROUPWIDTHS) override { return E_NOTIMPL; }
+  STDMETHODIMP SetMenu(HMENU, HOLEMENU, HWND) override { return S_OK; }
+  STDMETHODIMP RemoveMenus(HMENU) override { return E_NOTIMPL; }
+  STDMETHODIMP SetStatusText(LPCOLESTR) override { return S_OK; }
+  STDMETHODIMP EnableModeless(BOOL) override { return S_OK; }
+  STDMETHODIMP TranslateAccelerator(LPMSG, WORD) override { return S_FALSE; }
 
  private:
   BrowserSiteStateRef state_;
@@ -51,12 +49,12 @@ class ClientSitePart : public IOleClientSite {
   using Interface = IOleClientSite;
   explicit ClientSitePart(const BrowserSiteStateRef&) {}
 
-  HRESULT STDMETHODCALLTYPE SaveObject() override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE GetMoniker(DWORD, DWORD, IMoniker** moniker) override;
-  HRESULT STDMETHODCALLTYPE GetContainer(IOleContainer** container) override;
-  HRESULT STDMETHODCALLTYPE ShowObject() override { return S_OK; }
-  HRESULT STDMETHODCALLTYPE OnShowWindow(BOOL) override { return S_OK; }
-  HRESULT STDMETHODCALLTYPE RequestNewObjectLayout() override { return E_NOTIMPL; }
+  STDMETHODIMP SaveObject() override { return E_NOTIMPL; }
+  STDMETHODIMP GetMoniker(DWORD, DWORD, IMoniker** moniker) override;
+  STDMETHODIMP GetContainer(IOleContainer** container) override;
+  STDMETHODIMP ShowObject() override { return S_OK; }
+  STDMETHODIMP OnShowWindow(BOOL) override { return S_OK; }
+  STDMETHODIMP RequestNewObjectLayout() override { return E_NOTIMPL; }
 };
 
 /// The control's place in the window. Only the window decides on it.
@@ -65,20 +63,19 @@ class InPlaceSitePart : public IOleInPlaceSite {
   using Interface = IOleInPlaceSite;
   explicit InPlaceSitePart(BrowserSiteStateRef state) : state_(std::move(state)) {}
 
-  HRESULT STDMETHODCALLTYPE GetWindow(HWND* window) override;
-  HRESULT STDMETHODCALLTYPE ContextSensitiveHelp(BOOL) override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE CanInPlaceActivate() override { return S_OK; }
-  HRESULT STDMETHODCALLTYPE OnInPlaceActivate() override { return S_OK; }
-  HRESULT STDMETHODCALLTYPE OnUIActivate() override { return S_OK; }
-  HRESULT STDMETHODCALLTYPE GetWindowContext(IOleInPlaceFrame** frame,
-                                             IOleInPlaceUIWindow** document, LPRECT place,
-                                             LPRECT clip, LPOLEINPLACEFRAMEINFO info) override;
-  HRESULT STDMETHODCALLTYPE Scroll(SIZE) override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE OnUIDeactivate(BOOL) override { return S_OK; }
-  HRESULT STDMETHODCALLTYPE OnInPlaceDeactivate() override { return S_OK; }
-  HRESULT STDMETHODCALLTYPE DiscardUndoState() override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE DeactivateAndUndo() override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE OnPosRectChange(LPCRECT) override;
+  STDMETHODIMP GetWindow(HWND* window) override;
+  STDMETHODIMP ContextSensitiveHelp(BOOL) override { return E_NOTIMPL; }
+  STDMETHODIMP CanInPlaceActivate() override { return S_OK; }
+  STDMETHODIMP OnInPlaceActivate() override { return S_OK; }
+  STDMETHODIMP OnUIActivate() override { return S_OK; }
+  STDMETHODIMP GetWindowContext(IOleInPlaceFrame** frame, IOleInPlaceUIWindow** document,
+                                LPRECT place, LPRECT clip, LPOLEINPLACEFRAMEINFO info) override;
+  STDMETHODIMP Scroll(SIZE) override { return E_NOTIMPL; }
+  STDMETHODIMP OnUIDeactivate(BOOL) override { return S_OK; }
+  STDMETHODIMP OnInPlaceDeactivate() override { return S_OK; }
+  STDMETHODIMP DiscardUndoState() override { return E_NOTIMPL; }
+  STDMETHODIMP DeactivateAndUndo() override { return E_NOTIMPL; }
+  STDMETHODIMP OnPosRectChange(LPCRECT) override;
 
  private:
   BrowserSiteStateRef state_;
@@ -90,13 +87,13 @@ class ControlSitePart : public IOleControlSite {
   using Interface = IOleControlSite;
   explicit ControlSitePart(BrowserSiteStateRef state) : state_(std::move(state)) {}
 
-  HRESULT STDMETHODCALLTYPE OnControlInfoChanged() override { return S_OK; }
-  HRESULT STDMETHODCALLTYPE LockInPlaceActive(BOOL) override { return S_OK; }
-  HRESULT STDMETHODCALLTYPE GetExtendedControl(IDispatch** control) override;
-  HRESULT STDMETHODCALLTYPE TransformCoords(POINTL*, POINTF*, DWORD) override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE TranslateAccelerator(MSG* message, DWORD modifiers) override;
-  HRESULT STDMETHODCALLTYPE OnFocus(BOOL) override { return S_OK; }
-  HRESULT STDMETHODCALLTYPE ShowPropertyFrame() override { return E_NOTIMPL; }
+  STDMETHODIMP OnControlInfoChanged() override { return S_OK; }
+  STDMETHODIMP LockInPlaceActive(BOOL) override { return S_OK; }
+  STDMETHODIMP GetExtendedControl(IDispatch** control) override;
+  STDMETHODIMP TransformCoords(POINTL*, POINTF*, DWORD) override { return E_NOTIMPL; }
+  STDMETHODIMP TranslateAccelerator(MSG* message, DWORD modifiers) override;
+  STDMETHODIMP OnFocus(BOOL) override { return S_OK; }
+  STDMETHODIMP ShowPropertyFrame() override { return E_NOTIMPL; }
 
  private:
   BrowserSiteStateRef state_;
@@ -108,8 +105,8 @@ class AmbientPropertiesPart : public EventPart<IDispatch> {
  public:
   explicit AmbientPropertiesPart(const BrowserSiteStateRef&) {}
 
-  HRESULT STDMETHODCALLTYPE Invoke(DISPID member, REFIID, LCID, WORD flags, DISPPARAMS*,
-                                   VARIANT* result, EXCEPINFO*, UINT*) override;
+  STDMETHODIMP Invoke(DISPID member, REFIID, LCID, WORD flags, DISPPARAMS*, VARIANT* result,
+                      EXCEPINFO*, UINT*) override;
 };
 
 /// Where the control gets the services below.
@@ -118,7 +115,7 @@ class ServiceProviderPart : public IServiceProvider {
   using Interface = IServiceProvider;
   explicit ServiceProviderPart(const BrowserSiteStateRef&) {}
 
-  HRESULT STDMETHODCALLTYPE QueryService(REFGUID service, REFIID id, void** object) override {
+  STDMETHODIMP QueryService(REFGUID service, REFIID id, void** object) override {
     if (object == nullptr) return E_POINTER;
     *object = nullptr;
     return service == __uuidof(INewWindowManager) ? QueryInterface(id, object) : E_NOINTERFACE;
@@ -131,8 +128,8 @@ class NewWindowsPart : public INewWindowManager {
   using Interface = INewWindowManager;
   explicit NewWindowsPart(const BrowserSiteStateRef&) {}
 
-  HRESULT STDMETHODCALLTYPE EvaluateNewWindow(LPCWSTR, LPCWSTR, LPCWSTR, LPCWSTR, WINBOOL, DWORD,
-                                              DWORD) override {
+  STDMETHODIMP EvaluateNewWindow(LPCWSTR, LPCWSTR, LPCWSTR, LPCWSTR, WINBOOL, DWORD,
+                                 DWORD) override {
     return E_FAIL;
   }
 };

@@ -8,7 +8,7 @@
 #include "base/failure.h"
 #include "platform/win32/browser/automation_node.h"
 #include "platform/win32/com/com_failure.h"
-#include "platform/win32/com/object_of_parts.h"
+#include "platform/win32/com/counted_object.h"
 
 namespace kitbay::platform::win32 {
 namespace {
@@ -27,8 +27,8 @@ class DocumentEventSinkPart : public EventPart<HTMLDocumentEvents> {
   /// The document may hold this sink longer than the receiver lives.
   void Silence() { receiver_ = nullptr; }
 
-  HRESULT STDMETHODCALLTYPE Invoke(DISPID event, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result,
-                                   EXCEPINFO*, UINT*) override {
+  STDMETHODIMP Invoke(DISPID event, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result, EXCEPINFO*,
+                      UINT*) override {
     if (receiver_ == nullptr) return S_OK;
     try {
       switch (event) {
@@ -66,8 +66,8 @@ class WindowEventSinkPart : public EventPart<HTMLWindowEvents> {
   /// The window may hold this sink longer than the receiver lives.
   void Silence() { receiver_ = nullptr; }
 
-  HRESULT STDMETHODCALLTYPE Invoke(DISPID event, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*,
-                                   EXCEPINFO*, UINT*) override {
+  STDMETHODIMP Invoke(DISPID event, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*,
+                      UINT*) override {
     if (receiver_ == nullptr || event != kOnResize) return S_OK;
     try {
       receiver_->window_onresize();

@@ -39,16 +39,12 @@ class RefusedDropsPart : public IDropTarget {
  public:
   using Interface = IDropTarget;
 
-  HRESULT STDMETHODCALLTYPE DragEnter(IDataObject*, DWORD, POINTL, DWORD* effect) override {
+  STDMETHODIMP DragEnter(IDataObject*, DWORD, POINTL, DWORD* effect) override {
     return Refuse(effect);
   }
-  HRESULT STDMETHODCALLTYPE DragOver(DWORD, POINTL, DWORD* effect) override {
-    return Refuse(effect);
-  }
-  HRESULT STDMETHODCALLTYPE DragLeave() override { return S_OK; }
-  HRESULT STDMETHODCALLTYPE Drop(IDataObject*, DWORD, POINTL, DWORD* effect) override {
-    return Refuse(effect);
-  }
+  STDMETHODIMP DragOver(DWORD, POINTL, DWORD* effect) override { return Refuse(effect); }
+  STDMETHODIMP DragLeave() override { return S_OK; }
+  STDMETHODIMP Drop(IDataObject*, DWORD, POINTL, DWORD* effect) override { return Refuse(effect); }
 
  private:
   static HRESULT Refuse(DWORD* effect) {
@@ -62,7 +58,7 @@ class RefusedDrops final : public ObjectOfParts<RefusedDropsPart> {};
 
 }  // namespace
 
-HRESULT HostUiPart::ShowContextMenu(DWORD menu, POINT* place, IUnknown* commands, IDispatch*) {
+STDMETHODIMP HostUiPart::ShowContextMenu(DWORD menu, POINT* place, IUnknown* commands, IDispatch*) {
   // S_OK keeps the control from showing a menu of its own.
   if (menu != CONTEXT_MENU_TEXTSELECT || place == nullptr || commands == nullptr) return S_OK;
   ComPtr<IOleCommandTarget> target;
@@ -72,7 +68,7 @@ HRESULT HostUiPart::ShowContextMenu(DWORD menu, POINT* place, IUnknown* commands
   return S_OK;
 }
 
-HRESULT HostUiPart::GetHostInfo(DOCHOSTUIINFO* info) {
+STDMETHODIMP HostUiPart::GetHostInfo(DOCHOSTUIINFO* info) {
   if (info == nullptr) return E_POINTER;
   info->dwFlags = DOCHOSTUIFLAG_NO3DBORDER | DOCHOSTUIFLAG_NO3DOUTERBORDER | DOCHOSTUIFLAG_THEME |
                   DOCHOSTUIFLAG_DISABLE_HELP_MENU | DOCHOSTUIFLAG_DISABLE_SCRIPT_INACTIVE |
@@ -82,18 +78,18 @@ HRESULT HostUiPart::GetHostInfo(DOCHOSTUIINFO* info) {
   return S_OK;
 }
 
-HRESULT HostUiPart::TranslateAccelerator(LPMSG message, const GUID*, DWORD) {
+STDMETHODIMP HostUiPart::TranslateAccelerator(LPMSG message, const GUID*, DWORD) {
   if (message == nullptr) return S_FALSE;
   const bool is_key_down = message->message == WM_KEYDOWN || message->message == WM_SYSKEYDOWN;
   return is_key_down && !IsKeyOfPage(message->wParam) ? S_OK : S_FALSE;
 }
 
-HRESULT HostUiPart::GetOptionKeyPath(LPOLESTR* key, DWORD) {
+STDMETHODIMP HostUiPart::GetOptionKeyPath(LPOLESTR* key, DWORD) {
   if (key != nullptr) *key = nullptr;
   return S_FALSE;
 }
 
-HRESULT HostUiPart::GetDropTarget(IDropTarget*, IDropTarget** used) {
+STDMETHODIMP HostUiPart::GetDropTarget(IDropTarget*, IDropTarget** used) {
   if (used == nullptr) return E_POINTER;
   *used = nullptr;
   try {
@@ -104,17 +100,17 @@ HRESULT HostUiPart::GetDropTarget(IDropTarget*, IDropTarget** used) {
   return S_OK;
 }
 
-HRESULT HostUiPart::GetExternal(IDispatch** external) {
+STDMETHODIMP HostUiPart::GetExternal(IDispatch** external) {
   if (external != nullptr) *external = nullptr;
   return S_FALSE;
 }
 
-HRESULT HostUiPart::TranslateUrl(DWORD, LPWSTR, LPWSTR* translated) {
+STDMETHODIMP HostUiPart::TranslateUrl(DWORD, LPWSTR, LPWSTR* translated) {
   if (translated != nullptr) *translated = nullptr;
   return S_FALSE;
 }
 
-HRESULT HostUiPart::FilterDataObject(IDataObject*, IDataObject** filtered) {
+STDMETHODIMP HostUiPart::FilterDataObject(IDataObject*, IDataObject** filtered) {
   if (filtered != nullptr) *filtered = nullptr;
   return S_FALSE;
 }

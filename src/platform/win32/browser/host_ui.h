@@ -5,7 +5,7 @@
 #include <mshtmhst.h>
 
 #include "platform/win32/browser/browser_site_state.h"
-#include "platform/win32/com/object_of_parts.h"
+#include "platform/win32/com/counted_object.h"
 
 namespace kitbay::platform::win32 {
 
@@ -16,28 +16,25 @@ class HostUiPart : public IDocHostUIHandler {
   using Interface = IDocHostUIHandler;
   explicit HostUiPart(BrowserSiteStateRef state) : state_(std::move(state)) {}
 
-  HRESULT STDMETHODCALLTYPE ShowContextMenu(DWORD menu, POINT* place, IUnknown* commands,
-                                            IDispatch* object) override;
-  HRESULT STDMETHODCALLTYPE GetHostInfo(DOCHOSTUIINFO* info) override;
-  HRESULT STDMETHODCALLTYPE ShowUI(DWORD, IOleInPlaceActiveObject*, IOleCommandTarget*,
-                                   IOleInPlaceFrame*, IOleInPlaceUIWindow*) override {
+  STDMETHODIMP ShowContextMenu(DWORD menu, POINT* place, IUnknown* commands,
+                               IDispatch* object) override;
+  STDMETHODIMP GetHostInfo(DOCHOSTUIINFO* info) override;
+  STDMETHODIMP ShowUI(DWORD, IOleInPlaceActiveObject*, IOleCommandTarget*, IOleInPlaceFrame*,
+                      IOleInPlaceUIWindow*) override {
     return S_OK;
   }
-  HRESULT STDMETHODCALLTYPE HideUI() override { return S_OK; }
-  HRESULT STDMETHODCALLTYPE UpdateUI() override { return S_OK; }
-  HRESULT STDMETHODCALLTYPE EnableModeless(WINBOOL) override { return S_OK; }
-  HRESULT STDMETHODCALLTYPE OnDocWindowActivate(WINBOOL) override { return S_OK; }
-  HRESULT STDMETHODCALLTYPE OnFrameWindowActivate(WINBOOL) override { return S_OK; }
-  HRESULT STDMETHODCALLTYPE ResizeBorder(LPCRECT, IOleInPlaceUIWindow*, WINBOOL) override {
-    return S_OK;
-  }
-  HRESULT STDMETHODCALLTYPE TranslateAccelerator(LPMSG message, const GUID* group,
-                                                 DWORD command) override;
-  HRESULT STDMETHODCALLTYPE GetOptionKeyPath(LPOLESTR* key, DWORD) override;
-  HRESULT STDMETHODCALLTYPE GetDropTarget(IDropTarget* offered, IDropTarget** used) override;
-  HRESULT STDMETHODCALLTYPE GetExternal(IDispatch** external) override;
-  HRESULT STDMETHODCALLTYPE TranslateUrl(DWORD, LPWSTR, LPWSTR* translated) override;
-  HRESULT STDMETHODCALLTYPE FilterDataObject(IDataObject*, IDataObject** filtered) override;
+  STDMETHODIMP HideUI() override { return S_OK; }
+  STDMETHODIMP UpdateUI() override { return S_OK; }
+  STDMETHODIMP EnableModeless(WINBOOL) override { return S_OK; }
+  STDMETHODIMP OnDocWindowActivate(WINBOOL) override { return S_OK; }
+  STDMETHODIMP OnFrameWindowActivate(WINBOOL) override { return S_OK; }
+  STDMETHODIMP ResizeBorder(LPCRECT, IOleInPlaceUIWindow*, WINBOOL) override { return S_OK; }
+  STDMETHODIMP TranslateAccelerator(LPMSG message, const GUID* group, DWORD command) override;
+  STDMETHODIMP GetOptionKeyPath(LPOLESTR* key, DWORD) override;
+  STDMETHODIMP GetDropTarget(IDropTarget* offered, IDropTarget** used) override;
+  STDMETHODIMP GetExternal(IDispatch** external) override;
+  STDMETHODIMP TranslateUrl(DWORD, LPWSTR, LPWSTR* translated) override;
+  STDMETHODIMP FilterDataObject(IDataObject*, IDataObject** filtered) override;
 
  private:
   BrowserSiteStateRef state_;

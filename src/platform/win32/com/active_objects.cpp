@@ -10,8 +10,8 @@
 #include <utility>
 
 #include "base/failure.h"
-#include "platform/win32/com/adopt.h"
 #include "platform/win32/com/automation.h"
+#include "platform/win32/com/counted_object.h"
 #include "platform/win32/com/service_objects.h"
 #include "platform/win32/system/utf.h"
 #include "platform/win32/win32_platform.h"

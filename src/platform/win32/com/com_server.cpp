@@ -7,10 +7,10 @@
 #include <vector>
 
 #include "kitbay.h"
-#include "platform/win32/com/adopt.h"
 #include "platform/win32/com/class_factory.h"
 #include "platform/win32/com/class_registration.h"
 #include "platform/win32/com/com_failure.h"
+#include "platform/win32/com/counted_object.h"
 #include "platform/win32/com/service_objects.h"
 #include "platform/win32/win32_platform.h"
 

@@ -10,8 +10,8 @@
 
 #include "base/failure.h"
 #include "platform/win32/com/activation_context.h"
-#include "platform/win32/com/adopt.h"
 #include "platform/win32/com/automation.h"
+#include "platform/win32/com/counted_object.h"
 #include "platform/win32/com/transport_event_sink.h"
 #include "platform/win32/system/system_path.h"
 #include "platform/win32/system/utf.h"

@@ -3,8 +3,8 @@
 #include <string>
 #include <utility>
 
-#include "platform/win32/window/child_window.h"
-#include "platform/win32/window/screen_scale.h"
+#include "platform/win32/window/screen.h"
+#include "platform/win32/window/window_creation.h"
 
 namespace kitbay::platform::win32 {
 namespace {

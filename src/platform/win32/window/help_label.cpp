@@ -6,9 +6,8 @@
 
 #include "base/failure.h"
 #include "platform/win32/system/utf.h"
-#include "platform/win32/window/child_window.h"
-#include "platform/win32/window/screen_scale.h"
-#include "platform/win32/window/user_colours.h"
+#include "platform/win32/window/screen.h"
+#include "platform/win32/window/window_creation.h"
 
 namespace kitbay::platform::win32 {
 namespace {

@@ -5,9 +5,9 @@
 #include <utility>
 
 #include "platform/win32/system/utf.h"
-#include "platform/win32/window/child_window.h"
-#include "platform/win32/window/preference_layout.h"
-#include "platform/win32/window/screen_scale.h"
+#include "platform/win32/window/screen.h"
+#include "platform/win32/window/window_creation.h"
+#include "platform/win32/window/window_layout.h"
 
 namespace kitbay::platform::win32 {
 namespace {

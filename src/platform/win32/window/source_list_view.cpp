@@ -6,7 +6,7 @@
 
 #include "base/failure.h"
 #include "platform/win32/system/utf.h"
-#include "platform/win32/window/child_window.h"
+#include "platform/win32/window/window_creation.h"
 
 namespace kitbay::platform::win32 {
 namespace {

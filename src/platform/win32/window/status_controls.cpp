@@ -8,7 +8,7 @@
 
 #include "base/failure.h"
 #include "platform/win32/system/utf.h"
-#include "platform/win32/window/child_window.h"
+#include "platform/win32/window/window_creation.h"
 #include "platform/win32/window/window_layout.h"
 
 namespace kitbay::platform::win32 {

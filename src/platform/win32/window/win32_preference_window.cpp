@@ -8,10 +8,9 @@
 #include "base/failure.h"
 #include "platform/win32/com/com_failure.h"
 #include "platform/win32/win32_platform.h"
-#include "platform/win32/window/preference_layout.h"
-#include "platform/win32/window/screen_place.h"
-#include "platform/win32/window/screen_scale.h"
-#include "platform/win32/window/window_class.h"
+#include "platform/win32/window/screen.h"
+#include "platform/win32/window/window_creation.h"
+#include "platform/win32/window/window_layout.h"
 
 namespace kitbay::platform::win32 {
 namespace {

@@ -1,4 +1,4 @@
-#include "platform/win32/window/preference_layout.h"
+#include "platform/win32/window/window_layout.h"
 
 #include <gtest/gtest.h>
 

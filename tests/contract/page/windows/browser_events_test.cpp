@@ -22,8 +22,8 @@ constexpr const char* kPageUrl = "file:///C:/Kitbay/AddonUpdates.html";
 
 class SilentPart : public EventPart<IDispatch> {
  public:
-  HRESULT STDMETHODCALLTYPE Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*,
-                                   UINT*) override {
+  STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*,
+                      UINT*) override {
     return DISP_E_MEMBERNOTFOUND;
   }
 };

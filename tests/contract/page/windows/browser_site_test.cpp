@@ -9,7 +9,7 @@
 #include <mshtmdid.h>
 
 #include "platform/win32/com/automation.h"
-#include "platform/win32/com/object_of_parts.h"
+#include "platform/win32/com/counted_object.h"
 
 namespace kitbay::platform::win32 {
 namespace {

@@ -29,4 +29,13 @@ int DpiOfWindow(HWND window);
 /// The program's font, 8-point Verdana, for that resolution.
 UniqueFont MakeProgramFont(int dpi, bool underlined);
 
+/// Keeps the window within the part of its screen that programs may use.
+void KeepOnScreen(HWND window);
+
+/// Centres the window over `other`, and keeps it on the screen.
+void CentreOver(HWND window, HWND other);
+
+/// Whether the user's windows have light text on a dark background.
+bool AreColoursDark();
+
 }  // namespace kitbay::platform::win32
