@@ -31,5 +31,6 @@ struct PerKind {
     return channel;
   }
 };
+static_assert(kComponentKinds.size() == sizeof(PerKind<char>));
 
 }  // namespace kitbay::base

@@ -9,6 +9,7 @@
 namespace kitbay::view {
 namespace {
 
+using base::ComponentKind;
 using base::guarded;
 using platform::HtmlNodeRef;
 
@@ -167,13 +168,14 @@ int PageCategories::HiddenTabs(const HtmlNodeRef& bar) const {
 void PageCategories::PreserveTab(const std::string& addons, const std::string& transports,
                                  const std::string& channels, const std::string& holder) {
   guarded(log_, "Kitbay::PreserveTab", [&] {
+    const base::PerKind<std::string> containers = {
+        .addon = addons, .transport = transports, .channel = channels};
     const HtmlNodeRef bar = Needed(page_.Element(holder)->ChildNode(0));
     const int count = bar->ChildNodeCount();
     for (int i = 0; i < count; ++i) {
       const HtmlNodeRef image = Needed(bar->ChildNode(i));
-      const std::string tab = image->Id();
       const std::string& container =
-          tab == kTabs.addon ? addons : (tab == kTabs.transport ? transports : channels);
+          containers[KindOfTab(image->Id()).value_or(ComponentKind::kChannel)];
       const std::string name = ImageName(image->Src());
       if (name.find('i') != std::string::npos) {
         page_.SetShown(container, true);

@@ -42,7 +42,7 @@ bool PageEvents::SwitchCategory(const std::string& id) {
 
 bool PageEvents::SwitchTab(const HtmlNodeRef& source) {
   const HtmlNodeRef parent = ParentOf(source);
-  if (!parent || !IsTab(source->Id())) {
+  if (!parent || !KindOfTab(source->Id())) {
     return false;
   }
   const std::string bar = parent->Id();

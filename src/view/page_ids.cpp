@@ -5,17 +5,19 @@
 namespace kitbay::view {
 namespace {
 
-bool IsOneOf(const base::PerKind<const char*>& ids, std::string_view id) {
-  return std::any_of(base::kComponentKinds.begin(), base::kComponentKinds.end(),
-                     [&](base::ComponentKind kind) { return id == ids[kind]; });
+std::optional<base::ComponentKind> KindWith(const base::PerKind<const char*>& ids,
+                                            std::string_view id) {
+  const auto* const kind = std::ranges::find_if(
+      base::kComponentKinds, [&](base::ComponentKind candidate) { return id == ids[candidate]; });
+  return kind == base::kComponentKinds.end() ? std::nullopt : std::optional(*kind);
 }
 
 }  // namespace
 
-bool IsTab(std::string_view id) { return IsOneOf(kTabs, id); }
+std::optional<base::ComponentKind> KindOfTab(std::string_view id) { return KindWith(kTabs, id); }
 
 bool IsContainer(std::string_view id) {
-  return IsOneOf(kInstalledContainers, id) || IsOneOf(kUpdatedContainers, id);
+  return KindWith(kInstalledContainers, id) || KindWith(kUpdatedContainers, id);
 }
 
 }  // namespace kitbay::view

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string_view>
 
 #include "base/component_kind.h"
@@ -80,8 +81,10 @@ inline constexpr base::PerKind<ListTexts> kListTexts = {
                     "<font style='font-family:verdana; font-size:11;  margin-right:4pt;'>No "
                     "additional Channels available right now<hr style='height:1pt; '></font>"}};
 
-/// Whether `id` is the id of a tab image, or of one of the six containers.
-bool IsTab(std::string_view id);
+/// The kind whose tab image has that id; none for any other id.
+std::optional<base::ComponentKind> KindOfTab(std::string_view id);
+
+/// Whether `id` is the id of one of the six containers.
 bool IsContainer(std::string_view id);
 
 }  // namespace kitbay::view

@@ -48,7 +48,7 @@ std::vector<HtmlNodeRef> ShownTabs(const HtmlNodeRef& bar) {
 
 bool PageKeys::Press(const HtmlNodeRef& source, int key) {
   const HtmlNodeRef parent = ParentOf(source);
-  if (parent && IsTab(source->Id())) {
+  if (parent && KindOfTab(source->Id())) {
     const std::string bar = parent->Id();
     return (bar == kInstalledBar || bar == kUpdatesBar) && PressOnTab(source, parent, key);
   }

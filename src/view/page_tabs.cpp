@@ -1,5 +1,6 @@
 #include "view/page_tabs.h"
 
+#include <functional>
 #include <utility>
 
 #include "base/guarded.h"
@@ -12,6 +13,7 @@
 namespace kitbay::view {
 namespace {
 
+using base::ComponentKind;
 using base::guarded;
 using platform::HtmlNodeRef;
 
@@ -103,14 +105,14 @@ void PageTabs::ShowOnlyUpdated() {
 bool PageTabs::ShowInstalledTab() {
   bool handled = false;
   guarded(log_, "Kitbay::ShowInstalledTab", [&] {
-    std::string tab;
-    if (!ClickedTab(kInstalledBar, tab)) {
+    const auto kind = ClickedTab(kInstalledBar);
+    if (!kind) {
       return;
     }
     ShowOnlyInstalled();
-    ShowKind(tab, kInstalledContainers);
+    ShowKind(*kind, kInstalledContainers);
     if (!state_.installed_lists_current) {
-      RebuildInstalledKind(tab);
+      RebuildInstalledKind(*kind);
     }
     handled = true;
   });
@@ -120,48 +122,47 @@ bool PageTabs::ShowInstalledTab() {
 bool PageTabs::ShowUpdatedTab() {
   bool handled = false;
   guarded(log_, "Kitbay::ShowUpdatedTab", [&] {
-    std::string tab;
-    if (!ClickedTab(kUpdatesBar, tab)) {
+    const auto kind = ClickedTab(kUpdatesBar);
+    if (!kind) {
       return;
     }
     ShowOnlyUpdated();
-    ShowKind(tab, kUpdatedContainers);
+    ShowKind(*kind, kUpdatedContainers);
     handled = true;
   });
   return handled;
 }
 
-// Returns the clicked tab of `bar`, and selects its image.
-bool PageTabs::ClickedTab(const char* bar, std::string& tab) {
+// The kind of the clicked tab of `bar`, whose image is selected; none if another element was
+// clicked.
+std::optional<ComponentKind> PageTabs::ClickedTab(const char* bar) {
   const HtmlNodeRef source = Needed(page_.document().EventSource());
   const HtmlNodeRef parent = source->ParentElement();
-  tab = source->Id();
-  if (!IsTab(tab) || !parent || parent->Id() != bar) {
-    return false;
+  const std::string tab = source->Id();
+  const auto kind = KindOfTab(tab);
+  if (!kind || !parent || parent->Id() != bar) {
+    return std::nullopt;
   }
   showImage(tab, parent);
-  return true;
+  return kind;
 }
 
-void PageTabs::ShowKind(const std::string& tab, const base::PerKind<const char*>& containers) {
-  if (tab == kTabs.addon) {
-    ShowAddons(containers.addon, containers.channel, containers.transport);
-  } else if (tab == kTabs.transport) {
-    ShowTransports(containers.addon, containers.channel, containers.transport);
-  } else {
-    ShowChannels(containers.addon, containers.channel, containers.transport);
-  }
+void PageTabs::ShowKind(ComponentKind kind, const base::PerKind<const char*>& containers) {
+  constexpr base::PerKind<void (PageTabs::*)(const std::string&, const std::string&,
+                                             const std::string&)>
+      kShow = {.addon = &PageTabs::ShowAddons,
+               .transport = &PageTabs::ShowTransports,
+               .channel = &PageTabs::ShowChannels};
+  std::invoke(kShow[kind], this, containers.addon, containers.channel, containers.transport);
 }
 
-void PageTabs::RebuildInstalledKind(const std::string& tab) {
+void PageTabs::RebuildInstalledKind(ComponentKind kind) {
+  constexpr base::PerKind<void (catalog::InstalledComponents::*)()> kList = {
+      .addon = &catalog::InstalledComponents::InitialInstalledAddons,
+      .transport = &catalog::InstalledComponents::InitialInstalledTransports,
+      .channel = &catalog::InstalledComponents::InitialInstalledChannels};
   PagePlace place(log_, page_, state_);
-  if (tab == kTabs.addon) {
-    installed_.InitialInstalledAddons();
-  } else if (tab == kTabs.transport) {
-    installed_.InitialInstalledTransports();
-  } else {
-    installed_.InitialInstalledChannels();
-  }
+  std::invoke(kList[kind], installed_);
   buttons_.DisableRelisted();
   place.Restore();
 }

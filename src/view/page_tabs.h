@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "base/component_kind.h"
@@ -57,9 +58,9 @@ class PageTabs {
   void ShowLocalData();
 
  private:
-  bool ClickedTab(const char* bar, std::string& tab);
-  void ShowKind(const std::string& tab, const base::PerKind<const char*>& containers);
-  void RebuildInstalledKind(const std::string& tab);
+  std::optional<base::ComponentKind> ClickedTab(const char* bar);
+  void ShowKind(base::ComponentKind kind, const base::PerKind<const char*>& containers);
+  void RebuildInstalledKind(base::ComponentKind kind);
 
   base::ErrorLog& log_;
   const PageDocument& page_;
