@@ -17,11 +17,10 @@ constexpr int kEscape = 27;
 constexpr int kDocumentMode = 5;
 constexpr const char* kPageLoaded = " Kitbay::WebBrowser1_DocumentComplete";
 constexpr const char* kNoSuiteObjects =
-    "Nothing can be listed: an object of the suite is missing or does not start. The error log "
-    "tells "
-    "which.";
+    "Kitbay cannot list anything: an object of the suite is missing or does not start. The error "
+    "log says which.";
 constexpr const char* kNoDatastore =
-    "What is installed cannot be read from the suite's datastore. The error log tells why.";
+    "Kitbay cannot read from the suite's datastore what is installed. The error log says why.";
 constexpr const char* kPageFile = "\\AddonUpdates.html";
 
 }  // namespace

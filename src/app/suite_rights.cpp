@@ -10,13 +10,13 @@ namespace {
 constexpr std::array kFolders = {"", "\\Temp", "\\Kitbay", "\\addons", "\\Channels", "\\Datastore"};
 
 std::string WhyNot(const base::Settings& settings) {
-  return "You have no right to change files in " + settings.InstallFolder + ".";
+  return "You do not have permission to change files in " + settings.InstallFolder + ".";
 }
 
 std::string WhatToDo(const base::Settings& settings) {
-  return settings.is_administrator ? "Ask whoever looks after that folder."
-                                   : "Start Kitbay again and allow it an administrator's rights, "
-                                     "or ask an administrator.";
+  return settings.is_administrator ? "Ask the person who manages that folder."
+                                   : "Start Kitbay again and agree when Windows asks for an "
+                                     "administrator, or ask one for help.";
 }
 
 }  // namespace

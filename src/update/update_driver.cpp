@@ -68,8 +68,9 @@ void UpdateDriver::TellRefused() {
     list += "\r\n" + why;
   }
   if (!list.empty()) {
-    parts_.desktop.ShowMessage("What was saved of an update source is not used:\r\n" + list,
-                               platform::kMessageTitle, platform::kInformation);
+    parts_.desktop.ShowMessage(
+        "Kitbay does not use the saved manifest of an update source:\r\n" + list,
+        platform::kMessageTitle, platform::kInformation);
   }
 }
 

@@ -11,8 +11,8 @@ import { endStandardUser, standardUser } from './worlds.mjs';
 // Wine checks the access list of a key itself, not of the one above it, when a key is created.
 const kKeys = ['SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\Tessel', 'Software\\Classes\\ovl'];
 const kFolder = 'C:\\Program Files\\Ovalink';
-const kWhy = `You have no right to change files in ${kFolder}.`;
-const kOffer = "\n\nStart Kitbay again and allow it an administrator's rights, or ask an administrator.";
+const kWhy = `You do not have permission to change files in ${kFolder}.`;
+const kOffer = '\n\nStart Kitbay again and agree when Windows asks for an administrator, or ask one for help.';
 const kNotice =
   `${kWhy} Kitbay shows what is installed, but it cannot ask the update sources, and it cannot install, ` +
   'update or remove anything.';
@@ -147,7 +147,7 @@ test('a start that gains no right to the folder, though the user agreed, does no
   const [notice, whatToDo] = (await harness.confirmMessage()).split(/(?=\n\n)/);
   // Wine may or may not start it elevated, but that opens nothing that this system refuses.
   assert.equal(notice, kNotice);
-  assert.ok([kOffer, '\n\nAsk whoever looks after that folder.'].includes(whatToDo), whatToDo);
+  assert.ok([kOffer, '\n\nAsk the person who manages that folder.'].includes(whatToDo), whatToDo);
   assert.equal((await windowsOfKitbay()).length, 1);
   assert.equal(await kitbay.close(), 2, 'two processes');
   await kitbay.dispose();

@@ -237,8 +237,8 @@ TEST_F(PageLoaded, WithoutTheTransportObjectNeitherTheDownloadObjectNorTheListsF
   EXPECT_EQ(At("installedchannels")->InnerHtml(), "");
   EXPECT_EQ(At("imgtab")->InnerHtml(), "");
   EXPECT_EQ(At("notice")->InnerText(),
-            "Nothing can be listed: an object of the suite is missing or does not start. The error "
-            "log tells which.");
+            "Kitbay cannot list anything: an object of the suite is missing or does not start. The "
+            "error log says which.");
 }
 
 TEST_F(PageLoaded, WithoutADatastoreThePageSaysSo) {
@@ -248,7 +248,7 @@ TEST_F(PageLoaded, WithoutADatastoreThePageSaysSo) {
   EXPECT_EQ(At("installedchannels")->InnerHtml(), "");
   EXPECT_EQ(
       At("notice")->InnerText(),
-      "What is installed cannot be read from the suite's datastore. The error log tells why.");
+      "Kitbay cannot read from the suite's datastore what is installed. The error log says why.");
 }
 
 TEST_F(PageLoaded, ATransportObjectThatCannotBeSetUpEndsTheSequence) {

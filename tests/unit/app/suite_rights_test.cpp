@@ -12,17 +12,15 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
 constexpr const char* kNotice =
-    "ShowMessage [You have no right to change files in C:\\Ovalink. Kitbay shows what is "
-    "installed, "
-    "but it cannot ask the update sources, and it cannot install, update or remove "
-    "anything.\n\nStart "
-    "Kitbay again and allow it an administrator's rights, or ask an administrator.] [Kitbay] 0";
+    "ShowMessage [You do not have permission to change files in C:\\Ovalink. Kitbay shows what is "
+    "installed, but it cannot ask the update sources, and it cannot install, update or remove "
+    "anything.\n\nStart Kitbay again and agree when Windows asks for an administrator, or ask one "
+    "for help.] [Kitbay] 0";
 constexpr const char* kAnswer =
-    "ShowMessage [You have no right to change files in C:\\Ovalink. Kitbay cannot install, update "
-    "or "
-    "remove anything there.\n\nStart Kitbay again and allow it an administrator's rights, or ask "
-    "an "
-    "administrator.] [Kitbay] 0";
+    "ShowMessage [You do not have permission to change files in C:\\Ovalink. Kitbay cannot "
+    "install, "
+    "update or remove anything there.\n\nStart Kitbay again and agree when Windows asks for an "
+    "administrator, or ask one for help.] [Kitbay] 0";
 
 /// A standard user on a suite whose folder belongs to an administrator.
 class StandardUser : public FakeProgram {
@@ -233,11 +231,12 @@ TEST_F(Administrator, WhoMayNotWriteEitherIsToldButNotAsked) {
   files.SetUnwritable("C:\\Ovalink");
   StartAndLoadPage();
   EXPECT_EQ(elevation.questions, 0);
-  EXPECT_THAT(CallsOf({"ShowMessage"}),
-              ElementsAre("ShowMessage [You have no right to change files in C:\\Ovalink. Kitbay "
-                          "shows what is installed, but it cannot ask the update sources, and it "
-                          "cannot install, update or remove anything.\n\nAsk whoever looks after "
-                          "that folder.] [Kitbay] 0"));
+  EXPECT_THAT(
+      CallsOf({"ShowMessage"}),
+      ElementsAre("ShowMessage [You do not have permission to change files in C:\\Ovalink. Kitbay "
+                  "shows what is installed, but it cannot ask the update sources, and it "
+                  "cannot install, update or remove anything.\n\nAsk the person who "
+                  "manages that folder.] [Kitbay] 0"));
 }
 
 /// A suite that everybody may change.

@@ -128,9 +128,10 @@ TEST_F(SignedAnswers, ThatWereChangedInTheCacheAreReportedAndRequestedAgain) {
   SetCached(unsigned_, {2026, 11, 21});
   driver_.GetDirectoryPreferenceFile();
   EXPECT_THAT(downloads_.documents, ElementsAre(ManifestRequest("one.example", "/a.xml")));
-  EXPECT_THAT(desktop_.calls(),
-              ElementsAre("ShowMessage [What was saved of an update source is not used:\r\n\r\n"
-                          "a.xml is not signed] [Kitbay] 64"));
+  EXPECT_THAT(
+      desktop_.calls(),
+      ElementsAre("ShowMessage [Kitbay does not use the saved manifest of an update source:\r\n\r\n"
+                  "a.xml is not signed] [Kitbay] 64"));
   EXPECT_THAT(log_.entries,
               ElementsAre(Entry("Kitbay::CheckSignature", kBadSignature, "a.xml is not signed")));
   EXPECT_TRUE(LocalDataIsShown());
