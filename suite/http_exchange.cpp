@@ -18,8 +18,8 @@ namespace win32 = kitbay::platform::win32;
 
 namespace {
 
-// Larger pieces arrive no faster, and systems take longer to write them to a file.
-constexpr DWORD kMostAtOnce = 64 * 1024;
+// Each piece costs a change of threads.
+constexpr DWORD kMostAtOnce = 1024 * 1024;
 // Reads grow while at least this much arrives within the first of these times, and become small
 // again after the second.
 constexpr DWORD kWorthMore = 4096;
@@ -43,7 +43,9 @@ std::wstring AsciiHost(const std::string& host) {
 /// time after the request's handle is closed. Until then it keeps itself, and this library, alive.
 class HttpExchange::Progress {
  public:
-  std::vector<char> buffer = std::vector<char>(kMostAtOnce);
+  /// One is read while the other is used.
+  std::array<std::vector<char>, 2> buffers = {std::vector<char>(kMostAtOnce),
+                                              std::vector<char>(kMostAtOnce)};
 
   HANDLE step_ended() const { return step_ended_.get(); }
 
@@ -173,25 +175,35 @@ DWORD HttpExchange::ProxySignOnScheme() const {
 
 std::span<const char> HttpExchange::Read() {
   const ULONGLONG start = GetTickCount64();
-  DWORD wanted = read_size_;
-  if (wanted == 0) {
+  if (!is_reading_) {
     progress_->Begin();
-    const BOOL started = WinHttpQueryDataAvailable(request_.get(), nullptr);
-    wanted = std::min(Await(started, GetLastError(), INFINITE), kMostAtOnce);
-    if (wanted == 0) return {};
+    const BOOL asked = WinHttpQueryDataAvailable(request_.get(), nullptr);
+    const DWORD available = Await(asked, GetLastError(), INFINITE);
+    if (available == 0) return {};
+    StartReading(std::min(available, kMostAtOnce));
   }
-  progress_->Begin();
-  const BOOL started = WinHttpReadData(request_.get(), progress_->buffer.data(), wanted, nullptr);
-  const DWORD received = Await(started, GetLastError(), INFINITE);
+  is_reading_ = false;
+  const DWORD received = Await(read_started_, read_error_, INFINITE);
+  const std::span<const char> piece(progress_->buffers[piece_].data(), received);
   // A read may wait until everything requested has arrived, so only what arrives fast is requested
-  // in large pieces.
-  const ULONGLONG lasted = GetTickCount64() - start;
-  if (lasted > kSlowMs) {
+  // in large pieces, and while the piece before it is stored.
+  const ULONGLONG waited = GetTickCount64() - start;
+  if (waited > kSlowMs) {
     read_size_ = 0;
-  } else if (lasted <= kQuickMs && received >= kWorthMore) {
-    read_size_ = std::min(std::max(read_size_, wanted) * 2, kMostAtOnce);
+  } else if (waited <= kQuickMs && received >= kWorthMore) {
+    read_size_ = std::min(std::max(read_size_, received) * 2, kMostAtOnce);
   }
-  return {progress_->buffer.data(), received};
+  if (read_size_ > 0 && received > 0) StartReading(read_size_);
+  return piece;
+}
+
+void HttpExchange::StartReading(DWORD wanted) {
+  progress_->Begin();
+  piece_ = 1 - piece_;
+  read_started_ =
+      WinHttpReadData(request_.get(), progress_->buffers[piece_].data(), wanted, nullptr);
+  read_error_ = GetLastError();
+  is_reading_ = true;
 }
 
 void HttpExchange::Open(const TransferAddress& address) {

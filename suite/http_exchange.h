@@ -4,6 +4,7 @@
 
 #include <winhttp.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -48,7 +49,8 @@ class HttpExchange {
   /// A header field; nothing if it is missing.
   std::optional<std::string> Field(DWORD query) const;
 
-  /// The next bytes of the body, valid until the next call; empty at its end.
+  /// The next bytes of the body, valid until the next call; empty at its end. While they arrive
+  /// fast, those that follow are received during the caller's work on these.
   std::span<const char> Read();
 
  private:
@@ -58,6 +60,7 @@ class HttpExchange {
   bool HasCertificate() const;
   void Listen();
   void Send();
+  void StartReading(DWORD wanted);
   DWORD Await(BOOL started, DWORD error, DWORD limit_ms);
 
   Terms terms_;
@@ -68,7 +71,11 @@ class HttpExchange {
   std::shared_ptr<Progress> progress_;
   UniqueInternet request_;
   std::uint32_t status_ = 0;
-  DWORD read_size_ = 0;
+  DWORD read_size_ = 0;        // how much to request ahead; 0 for nothing
+  std::size_t piece_ = 0;      // the buffer that was read into last
+  bool is_reading_ = false;    // whether a read has been started whose end is not awaited yet
+  BOOL read_started_ = FALSE;  // what starting it returned, and the error that it left
+  DWORD read_error_ = ERROR_SUCCESS;
 };
 
 }  // namespace ovalink

@@ -1,5 +1,5 @@
-// bare_transfer PORT PATH
-// Fetches a file from 127.0.0.1 with the system's HTTP client, discards the data, and prints
+// bare_transfer PORT PATH FILE
+// Fetches a file from 127.0.0.1 with the system's HTTP client, writes it to FILE, and prints
 // "done".
 #include <windows.h>
 
@@ -10,7 +10,7 @@
 #include <vector>
 
 int wmain(int count, wchar_t** words) {
-  if (count != 3) return 2;
+  if (count != 4) return 2;
   const auto port = static_cast<INTERNET_PORT>(std::wcstoul(words[1], nullptr, 10));
   const HINTERNET session = WinHttpOpen(L"Kitbay", WINHTTP_ACCESS_TYPE_NO_PROXY,
                                         WINHTTP_NO_PROXY_NAME, WINHTTP_NO_PROXY_BYPASS, 0);
@@ -22,10 +22,14 @@ int wmain(int count, wchar_t** words) {
       !WinHttpReceiveResponse(request, nullptr)) {
     return 1;
   }
+  const HANDLE file = CreateFileW(words[3], GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+                                  FILE_ATTRIBUTE_NORMAL, nullptr);
   std::vector<char> buffer(256 * 1024);
   DWORD received = 1;
   while (received > 0) {
-    if (!WinHttpReadData(request, buffer.data(), static_cast<DWORD>(buffer.size()), &received)) {
+    DWORD written = 0;
+    if (!WinHttpReadData(request, buffer.data(), static_cast<DWORD>(buffer.size()), &received) ||
+        !WriteFile(file, buffer.data(), received, &written, nullptr)) {
       return 1;
     }
   }

@@ -9,7 +9,7 @@ import { UpdateSource } from '../../standins/update_source/server.mjs';
 import { downloadClient, prefixFolder, root } from '../../tests/e2e/harness.mjs';
 import { windowsBuild } from '../../tools/windows_build.mjs';
 
-const kGoal = 0.9;
+const kGoal = 0.95;
 const kBytes = 200 * 1000 * 1000;
 const kFile = '/large.bin';
 const repetitions = Number(process.env.KITBAY_BENCH_REPETITIONS ?? 11);
@@ -26,11 +26,11 @@ const clients = {
     words: [downloadClient, source.host, kFile, 'C:\\throughput\\object.bin'],
     last: /"Completed"/,
   },
-  'the HTTP client alone': {
-    file: null,
+  'bare transfer': {
+    file: path.join(folder, 'bare.bin'),
     command: path.join(root, 'tools/wine_run'),
     words: [process.env.KITBAY_BARE_TRANSFER ?? path.join(windowsBuild, 'bench/download/bare_transfer.exe'),
-      String(source.port), kFile],
+      String(source.port), kFile, 'C:\\throughput\\bare.bin'],
     last: /done/,
   },
   curl: {
@@ -43,7 +43,7 @@ const clients = {
 
 /** Fetches the file again and returns the time in milliseconds. */
 async function fetchOnce({ file, command, words, last }) {
-  if (file) fs.rmSync(file, { force: true });
+  fs.rmSync(file, { force: true });
   source.requests.length = 0;
   const asked = source.request(kFile).then(() => performance.now());
   const environment = { ...process.env, WINEPREFIX: prefixFolder };
@@ -53,7 +53,7 @@ async function fetchOnce({ file, command, words, last }) {
   for await (const line of createInterface(client.stdout)) if (last.test(line)) ended = performance.now();
   await exit;
   if (ended === undefined) throw new Error(`${command} ${words[0]} failed`);
-  if (file && !content.equals(fs.readFileSync(file))) throw new Error(`${file} is not what was sent`);
+  if (!content.equals(fs.readFileSync(file))) throw new Error(`${file} is not what was sent`);
   return ended - (await asked);
 }
 
@@ -77,7 +77,7 @@ for (const [name, all] of Object.entries(times)) {
   console.log(`${name}: ${Math.round(median(all))} ms (${least} to ${most}), ${Math.round(speed)} MB/s`);
 }
 const ratioTo = (name) => median(times[name]) / median(times['download object']);
-const ratio = ratioTo('curl');
-console.log(`throughput of the download object: ${ratio.toFixed(2)} of curl's (goal: at least ${kGoal})`);
-console.log(`and ${ratioTo('the HTTP client alone').toFixed(2)} of that of the system's HTTP client, which writes no file`);
+const ratio = ratioTo('bare transfer');
+console.log(`throughput of the download object: ${ratio.toFixed(2)} of the bare transfer's (goal: at least ${kGoal})`);
+console.log(`and ${ratioTo('curl').toFixed(2)} of curl's, which measures Wine and is not judged`);
 process.exitCode = ratio >= kGoal ? 0 : 1;
