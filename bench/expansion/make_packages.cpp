@@ -1,5 +1,6 @@
 // kitbay_bench_make_packages FOLDER
-// Creates small.zip, 5 000 files of up to 8 KB in 200 folders, and large.zip, 20 files of 20 MB.
+// Creates small.zip, 5 000 files of up to 8 KB in 200 folders, large.zip, 20 files of 20 MB, and
+// stored.zip, these files without compression.
 // Their text compresses to about a third, as programs and texts do, and is the same in every run.
 #include <minizip/zip.h>
 
@@ -53,10 +54,11 @@ void Demand(int result) {
   }
 }
 
-void Add(zipFile archive, const std::string& name, const std::string& bytes) {
+void Add(zipFile archive, const std::string& name, const std::string& bytes,
+         int method = Z_DEFLATED) {
   const zip_fileinfo info{};
-  Demand(zipOpenNewFileInZip(archive, name.c_str(), &info, nullptr, 0, nullptr, 0, nullptr,
-                             Z_DEFLATED, Z_DEFAULT_COMPRESSION));
+  Demand(zipOpenNewFileInZip(archive, name.c_str(), &info, nullptr, 0, nullptr, 0, nullptr, method,
+                             Z_DEFAULT_COMPRESSION));
   Demand(zipWriteInFileInZip(archive, bytes.data(), static_cast<unsigned>(bytes.size())));
   Demand(zipCloseFileInZip(archive));
 }
@@ -80,9 +82,14 @@ int main(int count, char** words) {
   }
   Demand(zipClose(archive, nullptr));
   archive = zipOpen((folder + "/large.zip").c_str(), APPEND_STATUS_CREATE);
+  zipFile stored = zipOpen((folder + "/stored.zip").c_str(), APPEND_STATUS_CREATE);
   for (int file = 0; file < 20; ++file) {
-    Add(archive, "file" + std::to_string(file) + ".bin", text.Take(20'000'000));
+    const std::string name = "file" + std::to_string(file) + ".bin";
+    const std::string bytes = text.Take(20'000'000);
+    Add(archive, name, bytes);
+    Add(stored, name, bytes, 0);
   }
   Demand(zipClose(archive, nullptr));
+  Demand(zipClose(stored, nullptr));
   return 0;
 }

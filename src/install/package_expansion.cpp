@@ -79,6 +79,7 @@ ZipEntry Judge(ZipArchive& archive, EntryNames names) {
 bool PackageExpansion::ExpandZipFile(std::string& destination, const std::string& archive_path) {
   bool expanded = false;
   unwritten_.clear();
+  last_folder_.clear();
   guarded(log_, kProcedure, [&] {
     if (!destination.ends_with('\\')) {
       destination += '\\';
@@ -135,13 +136,18 @@ void PackageExpansion::Write(const std::string& path, std::string_view bytes) {
 }
 
 void PackageExpansion::MakeFolders(const std::string& destination, const std::string& name) {
-  std::size_t separator = name.find('\\');
-  for (; separator != std::string::npos; separator = name.find('\\', separator + 1)) {
-    const std::string folder = destination + name.substr(0, separator);
+  // Entries of one folder usually follow one another.
+  const std::string own = name.substr(0, name.rfind('\\') + 1);
+  if (own == last_folder_) {
+    return;
+  }
+  for (std::size_t end = own.find('\\'); end != std::string::npos; end = own.find('\\', end + 1)) {
+    const std::string folder = destination + own.substr(0, end);
     if (!files_.Exists(folder)) {
       files_.CreateFolder(folder);
     }
   }
+  last_folder_ = own;
 }
 
 }  // namespace kitbay::install

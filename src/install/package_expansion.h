@@ -41,6 +41,7 @@ class PackageExpansion {
   base::ErrorLog& log_;
   platform::Files& files_;
   std::vector<std::string> unwritten_;
+  std::string last_folder_;  // where the last entry is, below the destination; ends in "\"
 };
 
 }  // namespace kitbay::install

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -54,6 +55,18 @@ class PackageExpansionTest : public testing::Test {
   RecordingErrorLog log_;
   std::string destination_ = "C:\\S\\addons\\skins";
 };
+
+TEST_F(PackageExpansionTest, FolderOfConsecutiveEntriesIsLookedForOnce) {
+  const auto looks = [&](const std::string& archive) {
+    const std::size_t before = files_.operation_count();
+    EXPECT_TRUE(Expand(archive));
+    return std::ranges::count(files_.operations().begin() + static_cast<std::ptrdiff_t>(before),
+                              files_.operations().end(), "Exists C:\\S\\addons\\skins\\one");
+  };
+  const auto of_one = looks(ZipOf({{"one/a.txt", "a"}}));
+  EXPECT_EQ(looks(ZipOf({{"one/a.txt", "a"}, {"one/b.txt", "b"}, {"one/c.txt", "c"}})), of_one);
+  EXPECT_EQ(looks(ZipOf({{"one/a.txt", "a"}, {"b.txt", "b"}, {"one/c.txt", "c"}})), of_one + 1);
+}
 
 TEST_F(PackageExpansionTest, FilesGetTheBytesOfTheirEntries) {
   const std::string text(100'000, 'x');
