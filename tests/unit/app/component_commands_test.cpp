@@ -15,10 +15,13 @@ class ComponentClicks : public FakeProgram {
   ComponentClicks() {
     StartAndLoadPage();
     page.sources.UpdateSources = {"updates.example/list.xml"};
-    files.AddFile("C:\\Ovalink\\Kitbay\\list.xml",
-                  "<components><channels><channel id='news'><name>News</name><version>2</version>"
-                  "<description>d</description><url>p.example/news.zip</url></channel></channels>"
-                  "</components>");
+    files.AddFile(
+        "C:\\Ovalink\\Kitbay\\list.xml",
+        fakes::ManifestText(
+            base::ComponentKind::kChannel,
+            fakes::OfferText(
+                base::ComponentKind::kChannel,
+                {.id = "news", .name = "News", .version = "2", .url = "p.example/news.zip"})));
     page.new_components.addon.push_back(
         {.id = "notes", .name = "Notes", .url = "p.example/notes.zip"});
     page.rows.showUpdates("updatedaddons", "Notes", "1", "d", 5);

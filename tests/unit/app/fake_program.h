@@ -12,6 +12,7 @@
 #include "fakes/fake_elevation.h"
 #include "fakes/fake_suite_objects.h"
 #include "fakes/fake_version_resource.h"
+#include "fakes/manifest_text.h"
 #include "fakes/recording_error_log.h"
 #include "fakes/recording_libraries.h"
 #include "journal_fakes.h"

@@ -169,9 +169,9 @@ TEST_F(PageLoaded, AnAnswerOfTheDownloadObjectMovesTheExchangeOn) {
   receiver->Message("/list.xml", "Total-Length", "2048");
   EXPECT_TRUE(window.progress_bar().visible());
   files.AddFile("C:\\Ovalink\\Kitbay\\list.xml",
-                "<components><channels><channel id='music'><name>Music</name>"
-                "<version>1.0</version><description/><url>updates.example/music.zip</url>"
-                "</channel></channels></components>");
+                fakes::ManifestText(base::ComponentKind::kChannel,
+                                    fakes::OfferText(base::ComponentKind::kChannel,
+                                                     {.id = "music", .name = "Music"})));
   receiver->Message("/list.xml", "Received-Length", "true");
   EXPECT_FALSE(window.progress_bar().visible());
   EXPECT_FALSE(At("update")->Disabled());

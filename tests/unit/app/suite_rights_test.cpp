@@ -88,9 +88,9 @@ TEST_F(StandardUser, AsksNoUpdateSource) {
 
 TEST_F(StandardUser, SeesTheOffersOfManifestsThatAreThere) {
   files.AddFile("C:\\Ovalink\\Kitbay\\list.xml",
-                "<components><channels><channel id='music'><name>Music</name>"
-                "<version>1.0</version><description/><url>updates.example/music.zip</url>"
-                "</channel></channels></components>");
+                fakes::ManifestText(base::ComponentKind::kChannel,
+                                    fakes::OfferText(base::ComponentKind::kChannel,
+                                                     {.id = "music", .name = "Music"})));
   files.SetLastModified("C:\\Ovalink\\Kitbay\\list.xml", {2026, 1, 1, 0, 0, 0});
   StartAndLoadPage();
   EXPECT_EQ(At("updatedchannels")->ChildNodeCount(), 2);

@@ -1,27 +1,26 @@
 #pragma once
 
+#include <algorithm>
 #include <string>
 
 #include "catalog/available_updates.h"
 #include "catalog_fixture.h"
 #include "fakes/fake_version_resource.h"
+#include "fakes/manifest_text.h"
 #include "recording_row_writer.h"
 
 namespace kitbay::catalog {
 
-/// An entry of a manifest with everything that the lists read.
+using fakes::ManifestText;
+
+/// An entry of a manifest with everything that the lists read. `element` is that of a kind.
 inline std::string Offer(const std::string& element, const std::string& id, const std::string& name,
                          const std::string& version) {
-  return "<" + element + " id=\"" + id + "\"><name>" + name + "</name><version>" + version +
-         "</version><description>New " + name + "</description><url>packages.example/" + id +
-         ".zip</url></" + element + ">";
-}
-
-/// A manifest whose three containers contain these entries.
-inline std::string ManifestText(const std::string& addons, const std::string& transports,
-                                const std::string& channels) {
-  return "<components><addons>" + addons + "</addons><transports>" + transports +
-         "</transports><channels>" + channels + "</channels></components>";
+  const auto* const kind = std::ranges::find(base::kComponentKinds, element, [](auto candidate) {
+    return std::string(fakes::kManifestElements[candidate]);
+  });
+  return fakes::OfferText(
+      *kind, {.id = id, .name = name, .version = version, .description = "New " + name});
 }
 
 /// A suite in memory with manifests from its update sources.

@@ -13,6 +13,7 @@
 #include "fakes/fake_clock.h"
 #include "fakes/fake_html_document.h"
 #include "fakes/fake_main_window.h"
+#include "fakes/manifest_text.h"
 #include "fakes/memory_files.h"
 #include "fakes/recording_desktop.h"
 #include "fakes/recording_downloads.h"

@@ -31,22 +31,24 @@ class InstallationTest : public FlowTest {
   /// channel, and those files of a transport.
   void Offer(const std::string& id, const std::string& libraries = "notes.dll",
              const std::string& own_library = "own.dll") {
-    const std::string common =
-        "<name>Notes</name><version>2.0</version>"
-        "<description>Keeps notes.</description><progid>N.N</progid>"
-        "<category/><dependencies>" +
-        libraries + "</dependencies>";
-    const std::string start = " id='" + id + "' type='tool'>" + common;
+    const auto offer = [&](base::ComponentKind kind, const std::string& library,
+                           const std::string& more) {
+      return fakes::OfferText(
+          kind, {.id = id,
+                 .name = "Notes",
+                 .version = "2.0",
+                 .description = "Keeps notes.",
+                 .more = "<progid>N.N</progid><category/><dependencies>" + libraries +
+                         "</dependencies><filename>" + library + "</filename>" + more});
+    };
     files_.AddFile(
         "C:\\Ovalink\\Kitbay\\list.xml",
-        "<components><addons><addon" + start + "<filename>" + own_library +
-            "</filename><autoaccept>0</autoaccept><params/><offline>0</offline></addon></addons>"
-            "<transports><transport" +
-            start + "<filename>" + libraries +
-            "</filename><displayname>N</displayname><instructions>I</instructions></transport>"
-            "</transports><channels><channel" +
-            start + "<filename>" + own_library +
-            "</filename><xmlfilename>n.xml</xmlfilename></channel></channels></components>");
+        fakes::ManifestText(
+            offer(base::ComponentKind::kAddon, own_library,
+                  "<autoaccept>0</autoaccept><params/><offline>0</offline>"),
+            offer(base::ComponentKind::kTransport, libraries,
+                  "<displayname>N</displayname><instructions>I</instructions>"),
+            offer(base::ComponentKind::kChannel, own_library, "<xmlfilename>n.xml</xmlfilename>")));
   }
 
   void AddPackage(const std::string& name) {

@@ -13,10 +13,6 @@ using base::ComponentKind;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-constexpr base::PerKind<const char*> kLists = {
-    .addon = "addons", .transport = "transports", .channel = "channels"};
-constexpr base::PerKind<const char*> kElements = {
-    .addon = "addon", .transport = "transport", .channel = "channel"};
 constexpr base::PerKind<const char*> kProcedures = {.addon = "Kitbay::UpdateInstalledAddon",
                                                     .transport = "Kitbay::UpdateInstalledTransport",
                                                     .channel = "Kitbay::UpdateInstalledChannel"};
@@ -25,21 +21,26 @@ class Update : public FlowTest {
  protected:
   Update() { sources_.UpdateSources = {"updates.example/suite/list.xml"}; }
 
-  static std::string Offer(const std::string& id, const std::string& url) {
-    return "id='" + id + "'><name>Offered</name><version>2</version><description>d</description>" +
-           "<filename>f.dll</filename><url>" + url + "</url>";
+  /// An entry of `kind`, with further elements.
+  static std::string Offer(ComponentKind kind, const std::string& id, const std::string& url,
+                           const std::string& more = "") {
+    return fakes::OfferText(kind, {.id = id,
+                                   .name = "Offered",
+                                   .version = "2",
+                                   .url = url,
+                                   .more = "<filename>f.dll</filename>" + more});
   }
 
-  /// Adds a manifest with those entries of `kind`, each as `Offer` returns it.
-  void AddManifest(ComponentKind kind, const std::vector<std::string>& offers,
+  /// Adds a manifest that only has such an entry.
+  void AddOffer(ComponentKind kind, const std::string& id, const std::string& url,
+                const std::string& more = "") {
+    AddManifest(kind, Offer(kind, id, url, more));
+  }
+
+  /// Adds a manifest with those entries of `kind`.
+  void AddManifest(ComponentKind kind, const std::string& entries,
                    const std::string& name = "list.xml") {
-    const std::string list = kLists[kind];
-    const std::string element = kElements[kind];
-    std::string text = "<components><" + list + ">";
-    for (const std::string& offer : offers) {
-      text += "<" + element + " " + offer + "</" + element + ">";
-    }
-    files_.AddFile("C:\\Ovalink\\Kitbay\\" + name, text + "</" + list + "></components>");
+    files_.AddFile("C:\\Ovalink\\Kitbay\\" + name, fakes::ManifestText(kind, entries));
   }
 
   /// Clicks Update in the row at that position.
@@ -52,7 +53,7 @@ class Update : public FlowTest {
   /// A row of `kind` for "notes", and a manifest that offers it at `url`.
   void Prepare(ComponentKind kind, const std::string& url = "http://p.example/a/notes-2.zip") {
     AddInstalled(kind, "Notes", 4);
-    AddManifest(kind, {Offer("notes", url)});
+    AddOffer(kind, "notes", url);
   }
 
   static std::string Request(const std::string& server, const std::string& path,
@@ -75,7 +76,7 @@ class Update : public FlowTest {
 class UpdateOfEachKind : public Update, public ::testing::WithParamInterface<ComponentKind> {};
 
 std::string KindName(const ::testing::TestParamInfo<ComponentKind>& info) {
-  return kElements[info.param];
+  return fakes::kManifestElements[info.param];
 }
 
 INSTANTIATE_TEST_SUITE_P(Kinds, UpdateOfEachKind, ::testing::ValuesIn(base::kComponentKinds),
@@ -96,8 +97,7 @@ TEST_P(UpdateOfEachKind, AsksForThePackageOfTheId) {
 TEST_P(UpdateOfEachKind, RemembersWhatASigningSourceSaysOfThePackage) {
   const fakes::SigningMaker maker(1);
   AddInstalled(GetParam(), "Notes", 4);
-  AddManifest(GetParam(),
-              {Offer("notes", "p.example/n.zip") + "<size>12</size><sha256>AB</sha256>"});
+  AddOffer(GetParam(), "notes", "p.example/n.zip", "<size>12</size><sha256>AB</sha256>");
   Press(GetParam());
   EXPECT_FALSE(pending_packages_[GetParam()].digest);
   EXPECT_THAT(downloads_.limits, IsEmpty());
@@ -208,7 +208,7 @@ TEST_P(UpdateOfEachKind, TheKindsOfAManifestAreNotMixed) {
   AddInstalled(GetParam(), "Notes", 4);
   for (const ComponentKind kind : base::kComponentKinds) {
     if (kind != GetParam()) {
-      AddManifest(kind, {Offer("notes", "http://p.example/notes.zip")});
+      AddOffer(kind, "notes", "http://p.example/notes.zip");
       Press(GetParam());
     }
   }
@@ -220,20 +220,19 @@ TEST_P(UpdateOfEachKind, AnOfferThatLacksATextIsLogged) {
                                                    .transport = "Kitbay::UpdateInstalledTransport",
                                                    .channel = "Kitbay::GetChannelInfo"};
   AddInstalled(GetParam(), "Notes", 4);
-  AddManifest(GetParam(), {"id='notes'><name>N</name><version>2</version><url>p.example/n</url>"
-                           "<filename>f</filename>"});
+  const std::string description = "<description>d</description>";
+  std::string offer = Offer(GetParam(), "notes", "p.example/n.zip");
+  AddManifest(GetParam(), offer.erase(offer.find(description), description.size()));
   Press(GetParam());
   EXPECT_THAT(log_.entries, ElementsAre(Entry(kLoggers[GetParam()], 91, kNotSet)));
   EXPECT_TRUE(NothingIsDownloaded());
 }
 
 TEST_F(Update, OnlyATransportNeedsAFileName) {
-  const std::string offer =
-      "id='notes'><name>N</name><version>2</version><description>d</description>"
-      "<url>p.example/n.zip</url>";
   for (const ComponentKind kind : base::kComponentKinds) {
     AddInstalled(kind, "Notes", 4);
-    AddManifest(kind, {offer});
+    AddManifest(kind,
+                fakes::OfferText(kind, {.id = "notes", .name = "N", .url = "p.example/n.zip"}));
     Press(kind);
   }
   EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::UpdateInstalledTransport", 91, kNotSet)));
@@ -244,7 +243,7 @@ TEST_F(Update, OnlyATransportNeedsAFileName) {
 
 TEST_F(Update, TheNameOfTheRowIsComparedWithTheIdWithoutLetterCase) {
   AddInstalled(ComponentKind::kAddon, "NOTES", 1);
-  AddManifest(ComponentKind::kAddon, {Offer("Notes", "http://p.example/n.zip")});
+  AddOffer(ComponentKind::kAddon, "Notes", "http://p.example/n.zip");
   Press(ComponentKind::kAddon);
   EXPECT_THAT(downloads_.documents, ElementsAre(Request("p.example", "n.zip", "Notes")));
   EXPECT_EQ(Status(), "Downloading NOTES addon.");
@@ -252,7 +251,7 @@ TEST_F(Update, TheNameOfTheRowIsComparedWithTheIdWithoutLetterCase) {
 
 TEST_F(Update, TheNameOfTheRowIsNotComparedWithTheManifestsName) {
   AddInstalled(ComponentKind::kAddon, "Offered", 1);
-  AddManifest(ComponentKind::kAddon, {Offer("notes", "http://p.example/n.zip")});
+  AddOffer(ComponentKind::kAddon, "notes", "http://p.example/n.zip");
   Press(ComponentKind::kAddon);
   EXPECT_TRUE(NothingIsDownloaded());
 }
@@ -260,15 +259,16 @@ TEST_F(Update, TheNameOfTheRowIsNotComparedWithTheManifestsName) {
 TEST_F(Update, TheFirstEntryOfTheIdCounts) {
   AddInstalled(ComponentKind::kChannel, "Notes", 1);
   AddManifest(ComponentKind::kChannel,
-              {Offer("other", "http://p.example/0.zip"), Offer("notes", "http://p.example/1.zip"),
-               Offer("notes", "http://p.example/2.zip")});
+              Offer(ComponentKind::kChannel, "other", "http://p.example/0.zip") +
+                  Offer(ComponentKind::kChannel, "notes", "http://p.example/1.zip") +
+                  Offer(ComponentKind::kChannel, "notes", "http://p.example/2.zip"));
   Press(ComponentKind::kChannel);
   EXPECT_THAT(downloads_.documents, ElementsAre(Request("p.example", "1.zip", "notes")));
 }
 
 TEST_F(Update, TheNameEndsBeforeTheFirstVersion) {
   AddInstalled(ComponentKind::kAddon, "NotesVersion", 1);
-  AddManifest(ComponentKind::kAddon, {Offer("notes", "http://p.example/n.zip")});
+  AddOffer(ComponentKind::kAddon, "notes", "http://p.example/n.zip");
   Press(ComponentKind::kAddon);
   EXPECT_EQ(session_.component_name, "Notes");
   EXPECT_EQ(pending_packages_.addon.name, "notes");
@@ -277,7 +277,7 @@ TEST_F(Update, TheNameEndsBeforeTheFirstVersion) {
 TEST_F(Update, ATrailingBlankStaysPartOfTheName) {
   StartClient();
   AddInstalled(ComponentKind::kAddon, "Notes ", 1);
-  AddManifest(ComponentKind::kAddon, {Offer("notes", "http://p.example/n.zip")});
+  AddOffer(ComponentKind::kAddon, "notes", "http://p.example/n.zip");
   Press(ComponentKind::kAddon);
   EXPECT_EQ(session_.component_name, "Notes ");
   EXPECT_THAT(desktop_.calls()[1], ::testing::HasSubstr("[To Update Notes  Addon Tessel"));
@@ -306,7 +306,7 @@ TEST_F(Update, TheOtherButtonsOfThePageAreOffMeanwhile) {
 TEST_F(Update, OnlyTheFirstSourceIsAsked) {
   sources_.UpdateSources = {"updates.example/empty.xml", "updates.example/list.xml"};
   Prepare(ComponentKind::kAddon);
-  AddManifest(ComponentKind::kAddon, {}, "empty.xml");
+  AddManifest(ComponentKind::kAddon, "", "empty.xml");
   Press(ComponentKind::kAddon);
   EXPECT_TRUE(NothingIsDownloaded());
   sources_.UpdateSources = {"updates.example/list.xml", "updates.example/empty.xml"};
@@ -383,7 +383,7 @@ TEST_P(ShortUrl, IsASubscriptError) {
 
 TEST_F(Update, AnIdThatIsNoFileNameIsRefused) {
   AddInstalled(ComponentKind::kChannel, "..\\Notes", 1);
-  AddManifest(ComponentKind::kChannel, {Offer("..\\notes", "http://p.example/n.zip")});
+  AddOffer(ComponentKind::kChannel, "..\\notes", "http://p.example/n.zip");
   Press(ComponentKind::kChannel);
   EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::UpdateInstalledChannel", 75,
                                               "Path/File access error: ..\\notes")));

@@ -10,6 +10,7 @@
 #include "fakes/fake_html_document.h"
 #include "fakes/fake_main_window.h"
 #include "fakes/fake_version_resource.h"
+#include "fakes/manifest_text.h"
 #include "fakes/memory_files.h"
 #include "fakes/recording_desktop.h"
 #include "fakes/recording_downloads.h"
@@ -85,11 +86,12 @@ class ExchangeTest : public testing::Test {
   /// Adds a manifest that offers one new addon, written at `time`.
   void AddManifest(const std::string& name, const platform::LocalTime& time = {2026, 11, 21}) {
     const std::string path = "C:\\Suite\\Kitbay\\" + name;
-    files_.AddFile(path, "<components><addons><addon id='new-" + name + "'><name>Offer of " + name +
-                             "</name><version>1</version><description>d</description>"
-                             "<url>packages.example/" +
-                             name +
-                             ".zip</url></addon></addons><transports/><channels/></components>");
+    files_.AddFile(
+        path, fakes::ManifestText(fakes::OfferText(base::ComponentKind::kAddon,
+                                                   {.id = "new-" + name,
+                                                    .name = "Offer of " + name,
+                                                    .url = "packages.example/" + name + ".zip"}),
+                                  "", ""));
     files_.SetLastModified(path, time);
   }
 

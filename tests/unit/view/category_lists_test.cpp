@@ -192,9 +192,9 @@ TEST_F(Details, ListedDuringADownloadHaveTheirButtonsOff) {
 }
 
 TEST_F(Details, HideTheTabsOfKindsWithNothingOnOffer) {
-  OfferManifest(
-      "<components><channels><channel id='music'><name>Music</name><version>1</version>"
-      "<description/><url>updates.example/music.zip</url></channel></channels></components>");
+  OfferManifest(fakes::ManifestText(
+      base::ComponentKind::kChannel,
+      fakes::OfferText(base::ComponentKind::kChannel, {.id = "music", .name = "Music"})));
   categories_.ShowDetails();
   EXPECT_EQ(At("tabencloser")->Child(0)->Style("display"), "");
   EXPECT_EQ(At("tabencloser")->Child(1)->Style("display"), "none");

@@ -11,10 +11,9 @@ using ::testing::Each;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-constexpr const char* kTransportsOnly =
-    "<components><transports><transport id='wire'><name>Wire</name><version>1</version>"
-    "<description>Carries.</description><url>updates.example/wire.zip</url></transport>"
-    "</transports></components>";
+const std::string kTransportsOnly = fakes::ManifestText(
+    base::ComponentKind::kTransport,
+    fakes::OfferText(base::ComponentKind::kTransport, {.id = "wire", .name = "Wire"}));
 
 class CategorySwitch : public PageTest {
  protected:

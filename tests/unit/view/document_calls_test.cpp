@@ -27,13 +27,12 @@ class DocumentCalls : public PageTest {
       offered += Offer(Numbered("old", i)) + Offer(Numbered("new", i));
     }
     InstallDatastore("<root><channels>" + installed + "</channels></root>");
-    OfferManifest("<components><channels>" + offered + "</channels></components>");
+    OfferManifest(fakes::ManifestText(base::ComponentKind::kChannel, offered));
   }
 
   static std::string Offer(const std::string& id) {
-    return "<channel id='" + id + "'><name>" + id +
-           "</name><version>1.5</version><description>New.</description>"
-           "<url>updates.example/x.zip</url></channel>";
+    return fakes::OfferText(base::ComponentKind::kChannel,
+                            {.id = id, .name = id, .version = "1.5", .description = "New."});
   }
 };
 

@@ -11,6 +11,7 @@
 #include "fakes/fake_html_document.h"
 #include "fakes/fake_main_window.h"
 #include "fakes/fake_version_resource.h"
+#include "fakes/manifest_text.h"
 #include "fakes/memory_files.h"
 #include "fakes/recording_error_log.h"
 #include "view/component_page.h"

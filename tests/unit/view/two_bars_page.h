@@ -1,5 +1,9 @@
 #pragma once
 
+#include <string>
+
+#include "fakes/manifest_text.h"
+
 namespace kitbay::view {
 
 /// A page with both tab bars, the six lists and the category switch.
@@ -28,15 +32,12 @@ inline constexpr const char* kSmallDatastore =
     "</root>";
 
 /// A manifest that offers one new component of each kind.
-inline constexpr const char* kSmallManifest =
-    "<components>"
-    "<addons><addon id='polls'><name>Polls</name><version>1.1</version>"
-    "<description>Asks.</description><url>updates.example/polls.zip</url></addon></addons>"
-    "<transports><transport id='wire'><name>Wire</name><version>1.2</version>"
-    "<description>Carries.</description><url>updates.example/wire.zip</url></transport></"
-    "transports>"
-    "<channels><channel id='music'><name>Music</name><version>1.3</version>"
-    "<description>Plays.</description><url>updates.example/music.zip</url></channel></channels>"
-    "</components>";
+inline const std::string kSmallManifest = fakes::ManifestText(
+    fakes::OfferText(base::ComponentKind::kAddon,
+                     {.id = "polls", .name = "Polls", .version = "1.1", .description = "Asks."}),
+    fakes::OfferText(base::ComponentKind::kTransport,
+                     {.id = "wire", .name = "Wire", .version = "1.2", .description = "Carries."}),
+    fakes::OfferText(base::ComponentKind::kChannel,
+                     {.id = "music", .name = "Music", .version = "1.3", .description = "Plays."}));
 
 }  // namespace kitbay::view
