@@ -25,7 +25,8 @@
 //   registry                 creates Kitbay.Registry, calls its members in the interface's order
 //   manager                  creates Kitbay.Manager and calls BringToFront
 //   late                     creates Kitbay.Manager, closes Kitbay's window, and calls BringToFront
-//                            when the event "Kitbay.Tests.Ending" is set; reports the outcome
+//                            when the event "Kitbay.Tests.Ending" is set; reports the outcome,
+//                            and sets the event "Kitbay.Tests.Answered"
 //
 // The probe waits for the answers of windows, however long they are busy; whoever runs it ends it
 // when that takes too long. It exits with 1, and prints {"error":...}, if something cannot be done.
@@ -497,14 +498,19 @@ Json UseManagerLate() {
   const Apartment apartment;
   Object manager(L"Kitbay.Manager");
   const HANDLE is_ending = CreateEventW(nullptr, TRUE, FALSE, L"Kitbay.Tests.Ending");
+  const HANDLE is_answered = CreateEventW(nullptr, TRUE, FALSE, L"Kitbay.Tests.Answered");
   Close(L"KitbayMainWindow", L"Kitbay");
   WaitForSingleObject(is_ending, INFINITE);
   CloseHandle(is_ending);
+  Json outcome;
   try {
-    return BringToFront(manager);
+    outcome = BringToFront(manager);
   } catch (const std::runtime_error& error) {
-    return {{"BringToFront", error.what()}};
+    outcome = {{"BringToFront", error.what()}};
   }
+  SetEvent(is_answered);
+  CloseHandle(is_answered);
+  return outcome;
 }
 
 Json Run(const std::vector<std::wstring>& arguments) {

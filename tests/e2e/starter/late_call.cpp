@@ -1,6 +1,7 @@
-// Makes the end of Kitbay wait for a client's call and lets it in, as every call to another process
-// does while it waits for the answer. The event "Kitbay.Tests.Ending" signals that the end has come
-// that far.
+// Holds up the end of Kitbay and lets clients' calls in, as every call to another process does
+// while it waits for the answer. The event "Kitbay.Tests.Ending" signals that the end has come that
+// far; it goes on when a client sets "Kitbay.Tests.Answered", so that the process still exists when
+// the client is answered.
 #include <windows.h>
 // After windows.h, which it needs.
 #include <oleauto.h>
@@ -32,13 +33,16 @@ HWND ApartmentWindow() {
 }
 
 HRESULT WINAPI RevokeLater(DWORD cookie, void* reserved) {
+  const HANDLE is_answered = CreateEventW(nullptr, TRUE, FALSE, L"Kitbay.Tests.Answered");
   SetEvent(CreateEventW(nullptr, TRUE, FALSE, L"Kitbay.Tests.Ending"));
   const HWND window = ApartmentWindow();
-  MSG message;
-  while (!PeekMessageW(&message, window, kCall, kCall, PM_REMOVE)) {
-    MsgWaitForMultipleObjects(0, nullptr, FALSE, INFINITE, QS_ALLPOSTMESSAGE);
-  }
-  DispatchMessageW(&message);
+  // One method takes several calls: a late-bound client first asks for its number.
+  do {
+    MSG message;
+    while (PeekMessageW(&message, window, kCall, kCall, PM_REMOVE)) DispatchMessageW(&message);
+  } while (MsgWaitForMultipleObjects(1, &is_answered, FALSE, INFINITE, QS_ALLPOSTMESSAGE) !=
+           WAIT_OBJECT_0);
+  CloseHandle(is_answered);
   return Replaced()->original(RevokeLater)(cookie, reserved);
 }
 
