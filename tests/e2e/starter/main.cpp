@@ -67,6 +67,9 @@ DWORD RunToTheLast(const Order& order) {
   Demand(SetInformationJobObject(job.get(), JobObjectAssociateCompletionPortInformation, &tell,
                                  sizeof tell),
          "SetInformationJobObject");
+  // Wine's desktop is a process, started by whoever needs it first. It does not belong to the
+  // program, and ends long after it.
+  GetDesktopWindow();
   STARTUPINFOW startup{};
   startup.cb = sizeof startup;
   PROCESS_INFORMATION started{};
