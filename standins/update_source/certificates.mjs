@@ -8,21 +8,26 @@ import path from 'node:path';
 // Wine compares the host only with DNS names, even if it is an address.
 const kLoopback = 'IP:127.0.0.1,DNS:127.0.0.1,DNS:localhost';
 
-/** What distinguishes the certificates: the names, the days of validity, and the signer. */
+/**
+ * What distinguishes the certificates: the names, the days of validity, how many days ago they began, and the
+ * signer.
+ */
 const kKinds = {
   good: { names: kLoopback, days: 30 },
   'wrong-name': { names: 'DNS:updates.example', days: 30 },
-  expired: { names: kLoopback, days: -1 },
+  expired: { names: kLoopback, days: 1, daysAgo: 2 },
   'self-signed': { names: kLoopback, days: 30, selfSigned: true },
 };
 
-function openssl(folder, ...words) {
-  execFileSync('openssl', words, { cwd: folder, stdio: ['ignore', 'ignore', 'pipe'] });
+function run(folder, program, ...words) {
+  execFileSync(program, words, { cwd: folder, stdio: ['ignore', 'ignore', 'pipe'] });
 }
+
+const openssl = (folder, ...words) => run(folder, 'openssl', ...words);
 
 const newKey = (name) => ['-newkey', 'rsa:2048', '-nodes', '-keyout', `${name}.key`];
 
-function makeLeaf(folder, name, { names, days, selfSigned }) {
+function makeLeaf(folder, name, { names, days, daysAgo = 0, selfSigned }) {
   const subject = ['-subj', `/CN=Sample update source (${name})`];
   const extensions = ['-addext', `subjectAltName=${names}`, '-addext', 'extendedKeyUsage=serverAuth'];
   if (selfSigned) {
@@ -31,8 +36,10 @@ function makeLeaf(folder, name, { names, days, selfSigned }) {
     return;
   }
   openssl(folder, 'req', ...newKey(name), ...subject, ...extensions, '-out', `${name}.csr`);
-  openssl(folder, 'x509', '-req', '-in', `${name}.csr`, '-CA', 'ca.pem', '-CAkey', 'ca.key',
-    '-CAcreateserial', '-copy_extensions', 'copy', '-days', `${days}`, '-out', `${name}.pem`);
+  // Not every version of openssl takes the day on which a certificate begins.
+  run(folder, 'faketime', '-f', `-${daysAgo}d`, 'openssl', 'x509', '-req', '-in', `${name}.csr`,
+    '-CA', 'ca.pem', '-CAkey', 'ca.key', '-CAcreateserial', '-copy_extensions', 'copy', '-days', `${days}`,
+    '-out', `${name}.pem`);
 }
 
 function makeAll(folder) {
