@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <filesystem>
+
 #include "contract/windows/patience.h"
 #include "platform/win32/system/handles.h"
 
@@ -18,8 +20,9 @@ bool IsReparsePoint(const std::wstring& path) {
 void LinkBelowWine(const std::wstring& path, const std::wstring& target) {
   const std::size_t name = path.rfind(L'\\') + 1;
   const std::wstring folder = path.substr(0, name);
-  std::wstring command =
-      L"ln -s \"" + target.substr(target.rfind(L'\\') + 1) + L"\" \"" + path.substr(name) + L"\"";
+  const std::wstring from_there =
+      std::filesystem::path(target).lexically_relative(folder).generic_wstring();
+  std::wstring command = L"ln -s \"" + from_there + L"\" \"" + path.substr(name) + L"\"";
   const HANDLE change = FindFirstChangeNotificationW(
       folder.c_str(), FALSE, FILE_NOTIFY_CHANGE_DIR_NAME | FILE_NOTIFY_CHANGE_FILE_NAME);
   STARTUPINFOW start{};
