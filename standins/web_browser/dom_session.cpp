@@ -137,6 +137,7 @@ bool DomSession::FireEvent(int generation, int number, const std::wstring& type)
 
 void DomSession::Forget(const DomObject& object) {
   live_.erase(object.reference());
+  references_.erase(static_cast<const IDispatch*>(&object));
   if (link_) released_.push_back(object.reference());
 }
 
@@ -166,6 +167,7 @@ ComPtr<DomObject> DomSession::ObjectFor(DomReference reference) {
   ComPtr<DomObject> object;
   object.Attach(new DomObject(shared_from_this(), reference));
   live_.emplace(reference, object.Get());
+  references_.emplace(static_cast<const IDispatch*>(object.Get()), reference);
   return object.Get();
 }
 
@@ -191,12 +193,10 @@ Json DomSession::ToJson(const VARIANT& value, int generation) const {
       ComPtr<IUnknown> identity;
       direct.punkVal->QueryInterface(IID_IUnknown,
                                      reinterpret_cast<void**>(identity.GetAddressOf()));
-      for (const auto& [reference, object] : live_) {
-        if (static_cast<IDispatch*>(object) != identity.Get()) continue;
-        if (reference.generation != generation) throw TypeMismatch();
-        return Json{{"h", reference.handle}};
-      }
-      throw TypeMismatch();
+      const auto found = references_.find(identity.Get());
+      if (found == references_.end() || found->second.generation != generation)
+        throw TypeMismatch();
+      return Json{{"h", found->second.handle}};
     }
     default:
       if (FAILED(VariantChangeType(&direct, &direct, 0, VT_R8))) throw TypeMismatch();

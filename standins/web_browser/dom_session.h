@@ -4,6 +4,7 @@
 
 #include <map>
 #include <memory>
+#include <unordered_map>
 #include <vector>
 
 #include "dom_object.h"
@@ -59,6 +60,7 @@ class DomSession : public std::enable_shared_from_this<DomSession> {
   HelperLink* link_;
   MemberNames names_;
   std::map<DomReference, DomObject*> live_;
+  std::unordered_map<const IUnknown*, DomReference> references_;  // Of the live objects.
   std::vector<DomReference> released_;
   int event_ = 0;
 };

@@ -7,6 +7,7 @@ export class Frames extends EventEmitter {
   #size = { width: 800, height: 600 };
   #zoom = 1;
   #running = false;
+  #paused = false;
   #turn = Promise.resolve();
   #captures = 0;
   #capture = Promise.resolve();
@@ -27,6 +28,11 @@ export class Frames extends EventEmitter {
     return this.#zoom;
   }
 
+  /** The number of the newest picture. */
+  get last() {
+    return this.#last;
+  }
+
   /** Gives the page another size in screen pixels, and another zoom. */
   async resize(width, height, zoom = 1) {
     if (width < 1 || height < 1) return;
@@ -35,7 +41,7 @@ export class Frames extends EventEmitter {
     await this.#page.sendAfterTurn('Emulation.setDeviceMetricsOverride', {
       width: Math.round(width / zoom), height: Math.round(height / zoom), deviceScaleFactor: zoom, mobile: false,
     });
-    if (!this.#running) return;
+    if (!this.#running || this.#paused) return;
     await this.#page.send('Page.stopScreencast');
     await this.start();
   }
@@ -71,9 +77,32 @@ export class Frames extends EventEmitter {
 
   /** Resolves with the number of a picture of the page as it is now, or later. */
   fresh() {
-    const number = this.#turn.then(() => this.#takeAnother());
-    this.#turn = number.catch(() => {});
-    return number;
+    return this.#inTurn(() => this.#takeAnother());
+  }
+
+  /**
+   * Takes no pictures until resume(); resolves when none is on its way. Meanwhile the browser does not lay out the page for them, though
+   * the page counts as visible: for a page of thousands of rows, each layout visits all of them.
+   */
+  async pause() {
+    if (this.#paused || !this.#running) return;
+    this.#paused = true;
+    await this.#inTurn(async () => {
+      await this.#page.send('Page.stopScreencast');
+      await this.#capture;
+      await this.#showWindow('minimized');
+    });
+  }
+
+  /** Takes pictures again, first one of the page as it is then. */
+  async resume() {
+    if (this.#paused) await this.#inTurn(() => this.#restart());
+  }
+
+  #inTurn(action) {
+    const result = this.#turn.then(action);
+    this.#turn = result.catch(() => {});
+    return result;
   }
 
   /** After the stop, no earlier picture is still on its way. */
@@ -81,8 +110,21 @@ export class Frames extends EventEmitter {
     await this.#page.send('Page.stopScreencast');
     await this.#capture;
     const frame = once(this, 'frame');
-    await this.start();
+    if (this.#paused) await this.#restart();
+    else await this.start();
     const [{ n }] = await frame;
     return n;
+  }
+
+  async #restart() {
+    if (!this.#paused) return;
+    await this.#showWindow('normal');
+    this.#paused = false;
+    await this.start();
+  }
+
+  async #showWindow(windowState) {
+    const { windowId } = await this.#page.send('Browser.getWindowForTarget');
+    await this.#page.send('Browser.setWindowBounds', { windowId, bounds: { windowState } });
   }
 }

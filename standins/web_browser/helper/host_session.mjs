@@ -1,5 +1,8 @@
 import { EventEmitter } from 'node:events';
 
+/** A host that makes that many calls without handling a message is at work on the page. */
+const kCallsOfLongWork = 200;
+
 /**
  * What the host requests and receives. `calls` carries its requests, in their order, and the
  * answers; `notices` carries what happens on the page. Emits 'handled' when the host has handled an
@@ -14,6 +17,7 @@ export class HostSession extends EventEmitter {
   #input;
   #unhandled = new Set();
   #callCount = 0;
+  #callsInARow = 0;
   #callsOf = new Map();
   #lastPainted = { number: 0, callCount: 0 };
 
@@ -75,7 +79,8 @@ export class HostSession extends EventEmitter {
   }
 
   #handle(message) {
-    if (message.i !== undefined) this.#callCount += 1;
+    if (message.i === undefined) this.#handlesMessages();
+    else this.#countCall();
     switch (message.op) {
       case 'invoke': return this.#invoke(message);
       case 'document': return this.#reply(message.i, { v: { h: 1 }, g: this.#page.generation });
@@ -93,6 +98,22 @@ export class HostSession extends EventEmitter {
       case 'whereabouts': return this.emit('whereabouts', message);
       default: return this.#calls.close();
     }
+  }
+
+  /**
+   * The control draws in its host's thread: nothing while that thread works on the page. A picture that
+   * the host has yet to paint says when it handles messages again.
+   */
+  #countCall() {
+    this.#callCount += 1;
+    this.#callsInARow += 1;
+    const willPaint = this.#frames.last > this.#lastPainted.number;
+    if (this.#callsInARow > kCallsOfLongWork && willPaint) this.#frames.pause().catch(() => {});
+  }
+
+  #handlesMessages() {
+    this.#callsInARow = 0;
+    this.#frames.resume().catch(() => {});
   }
 
   #reply(number, answer) {

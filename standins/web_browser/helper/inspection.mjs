@@ -139,6 +139,7 @@ export class Inspection {
   }
 
   async #screenshot() {
+    await this.#frames.resume();
     const { data } = await this.#page.send('Page.captureScreenshot', { format: 'png' });
     return data;
   }

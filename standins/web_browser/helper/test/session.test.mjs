@@ -186,6 +186,37 @@ test('a wait continues if the host changes the page back before it waits for mes
   assert.equal(await waiting, 'done');
 });
 
+test('a host that is at work on the page gets no pictures until it paints', async () => {
+  const pictures = () => host.notices.filter(({ t }) => t === 'frame').length;
+  const { h: document, g } = await documentOf();
+  const all = (await host.call('invoke', { g, h: document, n: 'all', k: kGet, a: [] })).v;
+  const div = (await host.call('invoke', { g, h: all.h, n: 'item', k: kMethod, a: ['d'] })).v;
+  const show = (text) => host.call('invoke', { g, h: div.h, n: 'innerText', k: kPut, a: [text] });
+  host.paints = false;
+  const work = async (calls) => {
+    for (let i = 0; i < calls; i += 1) await show(`${i}`);
+  };
+  const picture = once(host.events, 'frame');
+  await show('unpainted');
+  await picture;
+  await work(300);
+  // Answered by the browser after everything that was under way.
+  await host.inspector.accessibility();
+  await work(10);
+  const before = pictures();
+  await work(1000);
+  assert.equal(pictures(), before);
+
+  const next = once(host.events, 'frame');
+  host.paints = true;
+  await next;
+  assert.ok((await host.inspector.screenshot()).length > 0);
+  assert.equal(await host.inspector.eval('d.innerText'), '999');
+  const further = once(host.events, 'frame');
+  await show('\u00e4');
+  await further;
+});
+
 test('reports how much input the page has handled', async () => {
   assert.deepEqual(await host.inspector.taken(), { releases: 0, keys: 0 });
   const mouse = { op: 'mouse', x: 10, y: 10, button: 'left', count: 1, mods: 0 };
