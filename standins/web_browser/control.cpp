@@ -170,12 +170,11 @@ HRESULT Control::NavigateTo(const std::wstring& url) {
   try {
     const bool is_first = !link_.IsConnected();
     const std::optional<int> flags = site_.DownloadControl();
-    const bool has_border = (site_.Flags() & DOCHOSTUIFLAG_NO3DBORDER) == 0;
     // The helper asks for the host's consent by a notice, which arrives as a message.
     link_.Call({{"op", "navigate"},
                 {"url", ToUtf8(url)},
                 {"flags", flags ? Json(*flags) : Json(nullptr)},
-                {"border", has_border}});
+                {"host", site_.Flags()}});
     ready_state_ = READYSTATE_LOADING;
     if (is_first) TellSize();
     if (is_first) TellColors();

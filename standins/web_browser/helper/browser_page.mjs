@@ -1,6 +1,7 @@
 import { EventEmitter } from 'node:events';
 import { contentSecurityPolicy, kDefaultFlags, mayRefresh, refusal, scriptsRun } from './download_control.mjs';
 import { DevToolsError } from './devtools_pipe.mjs';
+import { hostSheet, kNoBorder } from './host_flags.mjs';
 import { contentTypeOf, isDocument, toUrl, toWindowsPath } from './local_files.mjs';
 import { quirksSheet } from './quirks_sheet.mjs';
 import { kBindingName, kWorldName, pageScript } from './page_script.mjs';
@@ -36,7 +37,7 @@ export class BrowserPage extends EventEmitter {
   #failedUrl;
   #loadLimit;
   #colors;
-  #border = false;
+  #hostFlags = kNoBorder;
   #frames = new Map();
   #turn = Promise.resolve();
 
@@ -108,13 +109,13 @@ export class BrowserPage extends EventEmitter {
   }
 
   /**
-   * Asks the host and then loads a URL or Windows path under the host's download flags, with a border
-   * within the window or without.
+   * Asks the host and then loads a URL or Windows path under the host's download flags, and shows it as
+   * the host's other flags (DOCHOSTUIFLAG_) say.
    */
-  async navigate(target, flags = kDefaultFlags, border = false) {
+  async navigate(target, flags = kDefaultFlags, hostFlags = kNoBorder) {
     const url = toUrl(target);
     this.#flags = flags;
-    this.#border = border;
+    this.#hostFlags = hostFlags;
     if (await this.#isCancelled(url)) return;
     await this.send('Emulation.setScriptExecutionDisabled', { value: !scriptsRun(flags) });
     this.#approved = url;
@@ -170,8 +171,8 @@ export class BrowserPage extends EventEmitter {
     this.#applyColors();
   }
 
-  #applyBorder() {
-    this.evaluate(`standin.showBorder(${this.#border})`).catch(() => {});
+  #applyHostFlags() {
+    this.evaluate(`standin.showAsHostWants(${JSON.stringify(hostSheet(this.#hostFlags))})`).catch(() => {});
   }
 
   #applyColors() {
@@ -192,7 +193,7 @@ export class BrowserPage extends EventEmitter {
     this.#world = context.id;
     this.generation += 1;
     this.#applyColors();
-    this.#applyBorder();
+    this.#applyHostFlags();
     this.emit('document');
   }
 

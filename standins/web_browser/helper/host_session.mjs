@@ -128,9 +128,9 @@ export class HostSession extends EventEmitter {
     this.#calls.sendJson(`{"i":${i},${answer.slice(1)}`);
   }
 
-  #navigate({ i, url, flags, border }) {
+  #navigate({ i, url, flags, host }) {
     this.#reply(i, { v: true });
-    this.#page.navigate(url, flags ?? undefined, border).catch(() => {});
+    this.#page.navigate(url, flags ?? undefined, host).catch(() => {});
   }
 
   async #leavesByTab({ i, back }) {

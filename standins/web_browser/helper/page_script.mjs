@@ -22,7 +22,7 @@ export function pageScript() {
     ${parts.join('\n')}
     globalThis.standin = {
       answer, documentMode, leavesByTab, scrollByKey, quirksSheet, quirksStyle, waitUntil, drawn, forget: (number) => events.forget(number),
-      showColors: (colors) => quirks.showColors(colors), showBorder: (shown) => quirks.showBorder(shown),
+      showColors: (colors) => quirks.showColors(colors), showAsHostWants: (sheet) => quirks.showAsHostWants(sheet),
     };
   })();`;
 }

@@ -354,6 +354,7 @@ TEST_F(Page, AHostThatDoesNotAnswerHasABorderAroundThePage) {
     return TestHost::Middle(ById(host.Document().Get(), L"top").Get()).y;
   };
   EXPECT_EQ(top_for(0), top_for(DOCHOSTUIFLAG_NO3DBORDER) + 2);
+  EXPECT_EQ(top_for(DOCHOSTUIFLAG_NO3DOUTERBORDER), top_for(DOCHOSTUIFLAG_NO3DBORDER));
 }
 
 TEST_F(Page, TheEventsOfAFrameNameABrowserOfItsOwn) {

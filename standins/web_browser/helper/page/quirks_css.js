@@ -31,6 +31,7 @@ const kKnownWords = {
   'overflow-x': 'visible hidden scroll auto',
   'overflow-y': 'visible hidden scroll auto',
   'visibility': 'visible hidden inherit',
+  'direction': 'ltr rtl inherit',
   'white-space': 'normal nowrap pre',
   'text-align': 'left right center justify',
   'cursor': 'all-scroll auto col-resize crosshair default e-resize hand help move n-resize ne-resize ' +

@@ -17,7 +17,7 @@ class QuirksPage {
     this.sheet_ = new CSSStyleSheet();
     this.sheet_.replaceSync(kEngineSheet);
     this.colors_ = new CSSStyleSheet();
-    this.border_ = new CSSStyleSheet();
+    this.host_ = new CSSStyleSheet();
     this.showColors(kStandardColors);
     this.read_ = new WeakMap();
   }
@@ -28,9 +28,9 @@ class QuirksPage {
     this.colors_.replaceSync(`:root{${variables.join(';')}}`);
   }
 
-  /** The border that the control draws in its window, unless its host wants none. */
-  showBorder(shown) {
-    this.border_.replaceSync(shown ? ':root{box-sizing:border-box;border:2px inset}' : '');
+  /** What the control adds to the page's style sheets because its host wants it. */
+  showAsHostWants(sheet) {
+    this.host_.replaceSync(sheet);
   }
 
   watch() {
@@ -41,11 +41,11 @@ class QuirksPage {
 
   follow_(records) {
     if (documentMode() !== kQuirksMode) {
-      document.adoptedStyleSheets = [this.colors_, this.border_];
+      document.adoptedStyleSheets = [this.colors_, this.host_];
       return;
     }
     if (document.adoptedStyleSheets.length < 3) {
-      document.adoptedStyleSheets = [this.colors_, this.border_, this.sheet_];
+      document.adoptedStyleSheets = [this.colors_, this.host_, this.sheet_];
     }
     for (const { type, target, addedNodes } of records) {
       if (type === 'attributes') this.readStyle_(target);

@@ -90,7 +90,7 @@ test('what the mode knows stays as it is', async () => {
     'display:list-item', 'position:absolute', 'overflow-x:hidden', 'word-wrap:break-word',
     'color:#123', 'color:rgb(1,2,3)', 'width:50%', 'padding:5pt',
     'white-space:nowrap', 'width:auto!important', 'border:2px inset', 'background:transparent',
-    'visibility:inherit', 'vertical-align:top', 'font-family:verdana,sans-serif', 'cursor:pointer',
+    'visibility:inherit', 'direction:inherit', 'vertical-align:top', 'font-family:verdana,sans-serif', 'cursor:pointer',
   ]) {
     assert.equal(await sheet(`div a{${declaration}}`).then((text) => text.split('{display:inline-block}').pop()),
       `div a{${declaration}}`);
