@@ -73,7 +73,7 @@ class RefreshSuite {
   fakes::FakeClock clock_;
   catalog::ManifestTrust trust_{log_, clock_, sources_};
   catalog::CatalogFiles files_{disk_, settings_, trust_};
-  catalog::FileVersions versions_{log_, settings_, version_resource_, files_};
+  catalog::FileVersions versions_{log_, settings_, version_resource_};
   catalog::AvailableUpdates available_{log_, files_, versions_, shown_, rows_};
   catalog::InstalledWithUpdates installed_{log_,       files_, settings_, sources_,
                                            available_, shown_, rows_};

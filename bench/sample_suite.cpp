@@ -133,8 +133,10 @@ void CountedRows::fillDiv(ComponentKind /*kind*/, const catalog::ComponentRow& r
   ++rows_;
   markup_bytes_ +=
       view::RowStartTag(row.number).size() +
-      view::NameLine(row.name, row.number, row.version).size() +
-      view::InstalledPanel(view::DescriptionOpening(row.description, row.number), is_core).size();
+      view::NameLine(std::string(row.name), row.number, std::string(row.version)).size() +
+      view::InstalledPanel(view::DescriptionOpening(std::string(row.description), row.number),
+                           is_core)
+          .size();
 }
 
 SampleSuite::SampleSuite(ComponentKind kind, std::size_t entries)

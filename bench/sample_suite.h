@@ -149,7 +149,7 @@ class SampleSuite {
   catalog::UpdateSourceList sources_;
   catalog::ManifestTrust trust_{log_, clock_, sources_};
   catalog::CatalogFiles catalog_files_{disk_, settings_, trust_};
-  catalog::FileVersions versions_{log_, settings_, version_resource_, catalog_files_};
+  catalog::FileVersions versions_{log_, settings_, version_resource_};
   catalog::InstalledComponents installed_{log_, catalog_files_, versions_, rows_};
 };
 

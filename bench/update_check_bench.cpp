@@ -76,7 +76,7 @@ class ExchangeSuite {
   fakes::FakeClock clock_;
   catalog::ManifestTrust trust_{log_, clock_, sources_};
   catalog::CatalogFiles catalog_files_{disk_, settings_, trust_};
-  catalog::FileVersions versions_{log_, settings_, version_resource_, catalog_files_};
+  catalog::FileVersions versions_{log_, settings_, version_resource_};
   catalog::AvailableUpdates available_{log_, catalog_files_, versions_, shown_, rows_};
   catalog::InstalledWithUpdates installed_{log_,       catalog_files_, settings_, sources_,
                                            available_, shown_,         rows_};

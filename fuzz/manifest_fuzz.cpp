@@ -62,7 +62,7 @@ void List(const std::string& manifest, const std::string& registry) {
   const fakes::FakeClock clock;
   const catalog::ManifestTrust trust(log, clock, sources);
   catalog::CatalogFiles catalog_files(files, settings, trust);
-  const catalog::FileVersions versions(log, settings, resources, catalog_files);
+  const catalog::FileVersions versions(log, settings, resources);
   catalog::InstalledRows shown;
   catalog::NewComponents found;
   NumberedRows rows;

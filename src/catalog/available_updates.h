@@ -1,16 +1,15 @@
 #pragma once
 
-#include <functional>
-#include <pugixml.hpp>
 #include <string>
-#include <string_view>
 
 #include "base/component_kind.h"
 #include "base/error_log.h"
 #include "catalog/catalog_files.h"
 #include "catalog/file_version.h"
+#include "catalog/installed_entries.h"
 #include "catalog/installed_rows.h"
 #include "catalog/installed_with_updates.h"
+#include "catalog/offers.h"
 #include "catalog/row_number.h"
 #include "catalog/row_writer.h"
 
@@ -27,21 +26,16 @@ class AvailableUpdates : public UpdateCheck {
                    InstalledRows& shown, RowWriter& rows)
       : log_(log), files_(files), versions_(versions), shown_(shown), rows_(rows) {}
 
-  void AddAddonInfo(const Entries& installed, const std::string& manifest, RowNumber& row) override;
-  void AddTransportInfo(const Entries& installed, const std::string& manifest,
-                        RowNumber& row) override;
-  void AddInfo(const Entries& installed, const std::string& manifest, RowNumber& row) override;
-  void AddCustomInfo(const Entries& installed, const std::string& manifest,
-                     RowNumber& row) override;
+  void AddAddonInfo(Installed installed, const std::string& manifest, RowNumber& row) override;
+  void AddTransportInfo(Installed installed, const std::string& manifest, RowNumber& row) override;
+  void AddInfo(Installed installed, const std::string& manifest, RowNumber& row) override;
+  void AddCustomInfo(Installed installed, const std::string& manifest, RowNumber& row) override;
 
  private:
-  // The version of the installed entry with that id.
-  using VersionOf = std::function<std::string(const pugi::xml_node& entry, const std::string& id)>;
-
-  void CheckEntries(base::ComponentKind kind, const Entries& installed, const std::string& manifest,
-                    const VersionOf& version_of, RowNumber& row);
-  void AddRow(base::ComponentKind kind, const pugi::xml_node& entry, const std::string& id,
-              const std::string& version, bool has_update, RowNumber& row);
+  void CheckEntries(base::ComponentKind kind, Installed installed, const std::string& manifest,
+                    RowNumber& row);
+  void AddRow(base::ComponentKind kind, InstalledEntry& entry, const OfferList& offers,
+              RowNumber& row);
 
   base::ErrorLog& log_;
   CatalogFiles& files_;

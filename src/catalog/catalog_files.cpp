@@ -9,6 +9,14 @@
 #include "catalog/xml_file.h"
 
 namespace kitbay::catalog {
+namespace {
+
+template <typename Content>
+Content* Address(std::optional<Content>& content) {
+  return content ? &*content : nullptr;
+}
+
+}  // namespace
 
 CatalogFiles::Refresh::~Refresh() {
   if (--files_.refreshes_ == 0) {
@@ -16,51 +24,76 @@ CatalogFiles::Refresh::~Refresh() {
   }
 }
 
-const CatalogFiles::File& CatalogFiles::Load(const std::string& path) {
-  return LoadWith(path, [&](XmlDocument& document) { LoadXml(files_, path, document); });
-}
-
-const CatalogFiles::File& CatalogFiles::LoadWith(
-    const std::string& path, const std::function<void(XmlDocument& document)>& load) {
+// `read` fills an empty content.
+template <typename Content, typename Read>
+CatalogFiles::Reading<Content>& CatalogFiles::ReadOnce(Readings<Content>& readings,
+                                                       const std::string& path, Read read) {
   assert(refreshes_ > 0);
-  const auto [place, is_new] = snapshot_.files.try_emplace(base::ToLower(path));
-  File& file = place->second;
+  const auto [place, is_new] = readings.try_emplace(base::ToLower(path));
+  Reading<Content>& reading = place->second;
   if (is_new) {
     try {
-      load(file.document);
+      read(reading.content);
     } catch (const base::Failure& failure) {
-      file.failure = failure;
+      reading.content.reset();
+      reading.failure = failure;
     }
   }
-  return file;
+  return reading;
 }
 
-const XmlDocument& CatalogFiles::Datastore() {
-  const File& file = Load(DatastorePath(settings_));
-  if (file.failure) {
-    throw base::Failure(*file.failure);
+CatalogFiles::Reading<Registry>& CatalogFiles::ReadDatastore() {
+  const std::string path = DatastorePath(settings_);
+  return ReadOnce(snapshot_.registries, path, [&](std::optional<Registry>& registry) {
+    XmlDocument document;
+    LoadXml(files_, path, document);
+    registry.emplace(document, snapshot_.installed);
+  });
+}
+
+Registry& CatalogFiles::Datastore() {
+  Reading<Registry>& datastore = ReadDatastore();
+  if (datastore.failure) {
+    throw base::Failure(*datastore.failure);
   }
-  return file.document;
+  return *datastore.content;
+}
+
+Registry* CatalogFiles::TryDatastore() { return Address(ReadDatastore().content); }
+
+Registry* CatalogFiles::TryCustomRegistry() {
+  const std::string path = CustomRegistryPath(settings_);
+  return Address(ReadOnce(snapshot_.registries, path, [&](std::optional<Registry>& registry) {
+                   if (const XmlDocument* document = TryFile(path)) {
+                     registry.emplace(*document, snapshot_.installed);
+                   }
+                 }).content);
+}
+
+const InstalledIds& CatalogFiles::Installed(base::ComponentKind kind) {
+  TryCustomRegistry();
+  TryDatastore();
+  return snapshot_.installed[kind];
+}
+
+const Offers* CatalogFiles::TryOffers(const std::string& manifest) {
+  if (!IsManifestName(manifest)) {
+    return nullptr;
+  }
+  return Address(ReadOnce(snapshot_.offers, manifest, [&](std::optional<Offers>& offers) {
+                   TryCustomRegistry();
+                   TryDatastore();
+                   XmlDocument document;
+                   LoadManifest(manifest, document);
+                   offers.emplace(document, snapshot_.installed,
+                                  trust_.IsDemandedOf(manifest) ? manifest : "");
+                 }).content);
 }
 
 const XmlDocument* CatalogFiles::TryFile(const std::string& path) {
-  const File& file = Load(path);
-  return file.failure ? nullptr : &file.document;
-}
-
-const XmlDocument* CatalogFiles::TryDatastore() { return TryFile(DatastorePath(settings_)); }
-
-const XmlDocument* CatalogFiles::TryCustomRegistry() {
-  return TryFile(CustomRegistryPath(settings_));
-}
-
-void CatalogFiles::DemandTrust(const std::string& manifest, const std::string& bytes) const {
-  try {
-    trust_.CheckSignature(manifest, bytes);
-  } catch (const base::Failure& refusal) {
-    trust_.LogRefusal(refusal);
-    throw;
-  }
+  return Address(ReadOnce(snapshot_.documents, path, [&](std::optional<XmlDocument>& document) {
+                   LoadXml(files_, path, document.emplace());
+                 }).content);
 }
 
 const XmlDocument* CatalogFiles::TryManifest(const std::string& name) {
@@ -68,13 +101,22 @@ const XmlDocument* CatalogFiles::TryManifest(const std::string& name) {
     return nullptr;
   }
   const std::string path = ManifestPath(settings_, name);
-  // The bytes that are checked are the bytes that are parsed.
-  const File& file = LoadWith(path, [&](XmlDocument& document) {
-    std::string bytes = files_.Read(path);
-    DemandTrust(name, bytes);
-    ParseXml(std::move(bytes), path, document);
-  });
-  return file.failure ? nullptr : &file.document;
+  return Address(ReadOnce(snapshot_.documents, path, [&](std::optional<XmlDocument>& document) {
+                   LoadManifest(name, document.emplace());
+                 }).content);
+}
+
+// The bytes that are checked are the bytes that are parsed.
+void CatalogFiles::LoadManifest(const std::string& name, XmlDocument& document) const {
+  const std::string path = ManifestPath(settings_, name);
+  std::string bytes = files_.Read(path);
+  try {
+    trust_.CheckSignature(name, bytes);
+  } catch (const base::Failure& refusal) {
+    trust_.LogRefusal(refusal);
+    throw;
+  }
+  ParseXml(std::move(bytes), path, document);
 }
 
 }  // namespace kitbay::catalog

@@ -1,14 +1,15 @@
 #pragma once
 
-#include <functional>
 #include <map>
 #include <optional>
 #include <string>
-#include <unordered_map>
 
+#include "base/component_kind.h"
 #include "base/failure.h"
 #include "base/settings.h"
+#include "catalog/installed_entries.h"
 #include "catalog/manifest_trust.h"
+#include "catalog/offers.h"
 #include "catalog/package_digest.h"
 #include "catalog/xml_document.h"
 #include "platform/files.h"
@@ -16,9 +17,9 @@
 namespace kitbay::catalog {
 
 /// The files from which the lists are made: the suite's two registry files and the manifests of the
-/// update sources. During a `Refresh` each is read once. A failure to read one is kept too, so that
-/// every listing that needs the file reports it. Documents live until the refresh ends; all calls
-/// must be made within one.
+/// update sources. During a `Refresh` each is read once, and only what the lists need is kept of
+/// it. A failure to read one is kept too, so that every listing that needs the file reports it. All
+/// calls must be made within a refresh, and what they return lives until it ends.
 class CatalogFiles {
  public:
   CatalogFiles(const platform::Files& files, const base::Settings& settings,
@@ -38,15 +39,24 @@ class CatalogFiles {
   };
 
   /// The datastore. Throws the `base::Failure` with which it did not load.
-  const XmlDocument& Datastore();
+  Registry& Datastore();
 
   /// Each is null if the file does not load.
-  const XmlDocument* TryDatastore();
-  const XmlDocument* TryCustomRegistry();
-  const XmlDocument* TryFile(const std::string& path);
+  Registry* TryDatastore();
+  Registry* TryCustomRegistry();
 
-  /// The manifest with that file name. Null if no manifest may have the name, and also if its
-  /// source signs its manifests and this one is not acceptable, which is logged.
+  /// The ids of the kind in both registry files, as far as they load.
+  const InstalledIds& Installed(base::ComponentKind kind);
+
+  /// What the manifest with that file name offers. Null if it does not load, if no manifest may
+  /// have the name, and also if its source signs its manifests and this one is not acceptable,
+  /// which is logged.
+  const Offers* TryOffers(const std::string& manifest);
+
+  /// Whole documents: a file, null if it does not load; and a manifest, null as for `TryOffers`.
+  /// For use by those who need more than the lists; a manifest is read again if it was already
+  /// read for them.
+  const XmlDocument* TryFile(const std::string& path);
   const XmlDocument* TryManifest(const std::string& name);
 
   /// What the entry says about its package, if the source of the manifest with that file name
@@ -57,24 +67,28 @@ class CatalogFiles {
                                          : std::nullopt;
   }
 
-  /// The versions of libraries that the refresh has read so far, by path.
-  std::unordered_map<std::string, std::string>& versions() { return snapshot_.versions; }
-
  private:
-  struct File {
-    XmlDocument document;
+  /// What was read, or why it could not be read.
+  template <typename Content>
+  struct Reading {
+    std::optional<Content> content;
     std::optional<base::Failure> failure;
   };
 
+  template <typename Content>
+  using Readings = std::map<std::string, Reading<Content>>;  // by path in lower case
+
   struct Snapshot {
-    std::map<std::string, File> files;  // by path in lower case
-    std::unordered_map<std::string, std::string> versions;
+    Readings<XmlDocument> documents;
+    base::PerKind<InstalledIds> installed;
+    Readings<Registry> registries;
+    Readings<Offers> offers;
   };
 
-  const File& Load(const std::string& path);
-  const File& LoadWith(const std::string& path,
-                       const std::function<void(XmlDocument& document)>& load);
-  void DemandTrust(const std::string& manifest, const std::string& bytes) const;
+  template <typename Content, typename Read>
+  Reading<Content>& ReadOnce(Readings<Content>& readings, const std::string& path, Read read);
+  Reading<Registry>& ReadDatastore();
+  void LoadManifest(const std::string& name, XmlDocument& document) const;
 
   const platform::Files& files_;
   const base::Settings& settings_;

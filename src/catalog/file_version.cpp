@@ -7,6 +7,8 @@
 namespace kitbay::catalog {
 namespace {
 
+using base::ComponentKind;
+
 std::string SignedPart(std::uint32_t word) {
   return std::to_string(static_cast<std::int16_t>(static_cast<std::uint16_t>(word)));
 }
@@ -28,23 +30,29 @@ std::string FileVersions::GetVersionInfo(const std::string& path) const {
   return version;
 }
 
-std::string FileVersions::VersionInThisRefresh(const std::string& path) const {
-  const CatalogFiles::Refresh refresh(files_);
-  const auto known = files_.versions().find(path);
-  if (known != files_.versions().end()) {
-    return known->second;
-  }
-  return files_.versions().emplace(path, GetVersionInfo(path)).first->second;
-}
-
-std::string FileVersions::OfAddon(const std::string& id, const std::string& filename) const {
-  const std::string version =
-      VersionInThisRefresh(settings_.InstallFolder + "\\addons\\" + id + "\\" + filename);
+std::string FileVersions::OfAddon(std::string_view id, std::string_view filename) const {
+  std::string path = settings_.InstallFolder;
+  path.append("\\addons\\").append(id).append("\\").append(filename);
+  std::string version = GetVersionInfo(path);
   return version == kNoVersion ? OfTransport(filename) : version;
 }
 
-std::string FileVersions::OfTransport(const std::string& filename) const {
-  return VersionInThisRefresh(settings_.InstallFolder + "\\" + filename);
+std::string FileVersions::OfTransport(std::string_view filename) const {
+  std::string path = settings_.InstallFolder;
+  path.append("\\").append(filename);
+  return GetVersionInfo(path);
+}
+
+std::string_view FileVersions::Of(ComponentKind kind, InstalledEntry& entry) const {
+  if (kind == ComponentKind::kChannel) {
+    return Needed(entry.version);
+  }
+  const std::string_view filename = Needed(entry.filename);
+  if (entry.library_version.empty()) {
+    entry.library_version =
+        kind == ComponentKind::kAddon ? OfAddon(Needed(entry.id), filename) : OfTransport(filename);
+  }
+  return entry.library_version;
 }
 
 }  // namespace kitbay::catalog

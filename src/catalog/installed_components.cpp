@@ -2,9 +2,7 @@
 
 #include "base/guarded.h"
 #include "base/text.h"
-#include "catalog/entries.h"
 #include "catalog/registry_files.h"
-#include "catalog/xml_file.h"
 
 namespace kitbay::catalog {
 
@@ -12,42 +10,28 @@ using base::ComponentKind;
 using base::guarded;
 
 void InstalledComponents::InitialInstalledAddons() {
-  guarded(log_, "Kitbay::InitialInstalledAddons", [&] {
-    ListLocalEntries(ComponentKind::kAddon, [&](const pugi::xml_node& entry) {
-      return versions_.OfAddon(AttributeText(entry, "id"), ChildText(entry, "filename"));
-    });
-  });
+  guarded(log_, "Kitbay::InitialInstalledAddons", [&] { ListLocalEntries(ComponentKind::kAddon); });
 }
 
 void InstalledComponents::InitialInstalledTransports() {
-  guarded(log_, "Kitbay::InitialInstalledTransports", [&] {
-    ListLocalEntries(ComponentKind::kTransport, [&](const pugi::xml_node& entry) {
-      return versions_.OfTransport(ChildText(entry, "filename"));
-    });
-  });
+  guarded(log_, "Kitbay::InitialInstalledTransports",
+          [&] { ListLocalEntries(ComponentKind::kTransport); });
 }
 
-template <typename VersionOf>
-void InstalledComponents::ListLocalEntries(ComponentKind kind, VersionOf version_of) {
-  const KindTable& table = kKindTables[kind];
+void InstalledComponents::ListLocalEntries(ComponentKind kind) {
   const CatalogFiles::Refresh refresh(files_);
-  const XmlDocument& datastore = files_.Datastore();
-  if (!datastore.select_node(table.registry_list)) {
+  InstalledEntries& installed = files_.Datastore()[kind];
+  if (!installed.has_list) {
     rows_.FillDivStatus(kind, true);
     return;
   }
-  const Entries entries(datastore, table.registered);
-  if (entries.empty()) {
+  if (installed.entries.empty()) {
     return;
   }
   rows_.FillDivHeader(Category::kInstalled, kind);
   RowNumber row;
-  for (const pugi::xml_node& entry : entries) {
-    const std::string version = version_of(entry);
-    const std::string name = AttributeText(entry, "name");
-    const std::string description = ChildText(entry, "description");
-    const bool is_core = IsCore(ChildText(entry, "core"));
-    rows_.fillDiv(kind, {name, version, description, row.Next()}, is_core);
+  for (InstalledEntry& entry : installed.entries) {
+    AddRow(kind, entry, row);
   }
 }
 
@@ -55,47 +39,53 @@ void InstalledComponents::InitialInstalledChannels() {
   guarded(log_, "Kitbay::InitialInstalledChannels", [&] {
     rows_.AddImageTab(Category::kInstalled);
     const CatalogFiles::Refresh refresh(files_);
-    const XmlDocument* custom = files_.TryCustomRegistry();
-    const XmlDocument& datastore = files_.Datastore();
+    Registry* const custom = files_.TryCustomRegistry();
+    Registry& datastore = files_.Datastore();
     rows_.FillDivHeader(Category::kInstalled, ComponentKind::kChannel);
     std::unordered_set<std::string> shown;
     RowNumber row;
-    const pugi::xpath_node_set channels = SelectNodes(datastore, kKindTables.channel.installed);
-    const pugi::xpath_node_set custom_channels =
-        custom == nullptr ? pugi::xpath_node_set()
-                          : SelectNodes(*custom, kKindTables.channel.custom_entries);
-    shown.reserve(channels.size() + custom_channels.size());
-    AddChannelList(channels, shown, row);
-    AddChannelListDirect(custom_channels, shown, row);
+    AddChannelList(datastore[ComponentKind::kChannel], shown, row);
+    if (custom != nullptr) {
+      AddChannelListDirect((*custom)[ComponentKind::kChannel], shown, row);
+    }
   });
 }
 
-void InstalledComponents::AddChannelList(const pugi::xpath_node_set& channels,
+// The deeper ones of the datastore are left out, those of the custom registry are not.
+void InstalledComponents::AddChannelList(InstalledEntries& channels,
                                          std::unordered_set<std::string>& shown, RowNumber& row) {
-  guarded(log_, "Kitbay::AddChannelList", [&] { AddNewChannels(channels, shown, row); });
+  guarded(log_, "Kitbay::AddChannelList", [&] {
+    for (InstalledEntry& channel : channels.entries) {
+      if (channel.is_child_of_list) {
+        AddNewChannel(channel, shown, row);
+      }
+    }
+  });
 }
 
-void InstalledComponents::AddChannelListDirect(const pugi::xpath_node_set& channels,
+void InstalledComponents::AddChannelListDirect(InstalledEntries& channels,
                                                std::unordered_set<std::string>& shown,
                                                RowNumber& row) {
-  guarded(log_, "Kitbay::AddChannelListDirect", [&] { AddNewChannels(channels, shown, row); });
+  guarded(log_, "Kitbay::AddChannelListDirect", [&] {
+    for (InstalledEntry& channel : channels.entries) {
+      AddNewChannel(channel, shown, row);
+    }
+  });
 }
 
-void InstalledComponents::AddNewChannels(const pugi::xpath_node_set& channels,
-                                         std::unordered_set<std::string>& shown, RowNumber& row) {
-  for (const pugi::xpath_node& channel : channels) {
-    if (shown.insert(base::ToLower(AttributeText(channel.node(), "id"))).second) {
-      AddChannelRow(channel.node(), row);
-    }
+void InstalledComponents::AddNewChannel(InstalledEntry& channel,
+                                        std::unordered_set<std::string>& shown, RowNumber& row) {
+  if (shown.insert(base::ToLower(Needed(channel.id))).second) {
+    AddRow(ComponentKind::kChannel, channel, row);
   }
 }
 
-void InstalledComponents::AddChannelRow(const pugi::xml_node& channel, RowNumber& row) {
-  const std::string name = AttributeText(channel, "name");
-  const std::string version = AttributeText(channel, "version");
-  const std::string description = ChildText(channel, "description");
-  const bool is_core = IsCore(ChildText(channel, "core"));
-  rows_.fillDiv(ComponentKind::kChannel, {name, version, description, row.Next()}, is_core);
+void InstalledComponents::AddRow(ComponentKind kind, InstalledEntry& entry, RowNumber& row) {
+  const std::string_view version = versions_.Of(kind, entry);
+  const std::string_view name = Needed(entry.name);
+  const std::string_view description = Needed(entry.description);
+  const bool is_core = IsCore(Needed(entry.core));
+  rows_.fillDiv(kind, {name, version, description, row.Next()}, is_core);
 }
 
 }  // namespace kitbay::catalog

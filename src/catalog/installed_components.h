@@ -1,13 +1,12 @@
 #pragma once
 
-#include <pugixml.hpp>
 #include <string>
 #include <unordered_set>
 
 #include "base/error_log.h"
 #include "catalog/catalog_files.h"
 #include "catalog/file_version.h"
-#include "catalog/kind_tables.h"
+#include "catalog/installed_entries.h"
 #include "catalog/row_number.h"
 #include "catalog/row_writer.h"
 
@@ -30,16 +29,15 @@ class InstalledComponents {
   void InitialInstalledChannels();
 
  private:
-  template <typename VersionOf>
-  void ListLocalEntries(base::ComponentKind kind, VersionOf version_of);
+  void ListLocalEntries(base::ComponentKind kind);
 
-  void AddChannelList(const pugi::xpath_node_set& channels, std::unordered_set<std::string>& shown,
+  void AddChannelList(InstalledEntries& channels, std::unordered_set<std::string>& shown,
                       RowNumber& row);
-  void AddChannelListDirect(const pugi::xpath_node_set& channels,
-                            std::unordered_set<std::string>& shown, RowNumber& row);
-  void AddNewChannels(const pugi::xpath_node_set& channels, std::unordered_set<std::string>& shown,
-                      RowNumber& row);
-  void AddChannelRow(const pugi::xml_node& channel, RowNumber& row);
+  void AddChannelListDirect(InstalledEntries& channels, std::unordered_set<std::string>& shown,
+                            RowNumber& row);
+  void AddNewChannel(InstalledEntry& channel, std::unordered_set<std::string>& shown,
+                     RowNumber& row);
+  void AddRow(base::ComponentKind kind, InstalledEntry& entry, RowNumber& row);
 
   base::ErrorLog& log_;
   CatalogFiles& files_;

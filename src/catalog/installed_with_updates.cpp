@@ -1,12 +1,13 @@
 #include "catalog/installed_with_updates.h"
 
 #include <limits>
+#include <vector>
 
 #include "base/failure.h"
 #include "base/guarded.h"
 #include "base/text.h"
+#include "catalog/kind_tables.h"
 #include "catalog/registry_files.h"
-#include "catalog/xml_file.h"
 
 namespace kitbay::catalog {
 
@@ -35,63 +36,65 @@ bool InstalledWithUpdates::InstalledChannels() {
 }
 
 bool InstalledWithUpdates::ListEntries(ComponentKind kind, CheckOfOneSource check) {
-  const KindTable& table = kKindTables[kind];
   const CatalogFiles::Refresh refresh(files_);
-  const int custom_entries = GetCustomAddonLength(
-      settings_.CustomDataFolder + "\\CustomRegistry.xml", table.custom_entries);
-  const XmlDocument* datastore = files_.TryDatastore();
+  const int custom_entries = CountCustomEntries(kind);
+  Registry* const datastore = files_.TryDatastore();
   if (datastore == nullptr) {
     return true;
   }
+  InstalledEntries& installed = (*datastore)[kind];
   shown_.ids.clear();
-  if (!datastore->select_node(table.registry_list)) {
+  if (!installed.has_list) {
     rows_.FillDivStatus(kind, false);
     return true;
   }
-  const Entries entries(*datastore, table.registered);
   shown_.is_answered = false;
-  if (!entries.empty() || custom_entries > 0) {
+  if (!installed.entries.empty() || custom_entries > 0) {
     RowNumber row;
-    CheckAllSources(check, entries, row);
+    CheckAllSources(check, installed.entries, row);
   }
-  return entries.empty() || shown_.is_answered;
+  return installed.entries.empty() || shown_.is_answered;
 }
 
 bool InstalledWithUpdates::ListChannels() {
-  const KindTable& table = kKindTables.channel;
   const CatalogFiles::Refresh refresh(files_);
-  const int custom_entries = GetCustomAddonLength(
-      settings_.CustomDataFolder + "\\CustomRegistry.xml", table.custom_entries);
-  const XmlDocument* datastore = files_.TryDatastore();
+  const int custom_entries = CountCustomEntries(ComponentKind::kChannel);
+  Registry* const datastore = files_.TryDatastore();
   if (datastore == nullptr) {
     return true;
   }
+  InstalledEntries& channels = (*datastore)[ComponentKind::kChannel];
   shown_.ids.clear();
   shown_.is_answered = false;
   RowNumber row;
-  const bool has_list = static_cast<bool>(datastore->select_node(table.registry_list));
-  const Entries channels(*datastore, table.registered);
-  if (has_list) {
-    ListDatastoreChannels(channels, row);
-  } else {
-    rows_.FillDivStatus(ComponentKind::kChannel, false);
+  ListDatastoreChannels(channels, row);
+  if (custom_entries > 0) {
+    ListCustomRegistry(row);
   }
-  const XmlDocument* custom = files_.TryCustomRegistry();
-  if (custom_entries > 0 && custom != nullptr) {
-    // A channel in both files is listed from the datastore.
-    const Entries custom_channels(
-        *custom, table.custom_entries, [shown = ShownIds()](const pugi::xml_node& channel) {
-          return shown.contains(base::ToLower(channel.attribute("id").value()));
-        });
-    CheckAllSources(&UpdateCheck::AddCustomInfo, custom_channels, row);
-    ListCustomChannels(custom_channels, row);
-  }
-  return channels.empty() || shown_.is_answered;
+  return channels.entries.empty() || shown_.is_answered;
 }
 
-void InstalledWithUpdates::ListDatastoreChannels(const Entries& channels, RowNumber& row) {
+void InstalledWithUpdates::ListDatastoreChannels(InstalledEntries& channels, RowNumber& row) {
+  if (!channels.has_list) {
+    rows_.FillDivStatus(ComponentKind::kChannel, false);
+    return;
+  }
   rows_.FillDivHeader(Category::kInstalled, ComponentKind::kChannel);
-  CheckAllSources(&UpdateCheck::AddInfo, channels, row);
+  CheckAllSources(&UpdateCheck::AddInfo, channels.entries, row);
+}
+
+// A channel in both files is listed from the datastore.
+void InstalledWithUpdates::ListCustomRegistry(RowNumber& row) {
+  Registry* const custom = files_.TryCustomRegistry();
+  if (custom == nullptr) {
+    return;
+  }
+  std::vector<InstalledEntry> channels = (*custom)[ComponentKind::kChannel].entries;
+  std::erase_if(channels, [shown = ShownIds()](const InstalledEntry& channel) {
+    return shown.contains(base::ToLower(channel.id.value_or("")));
+  });
+  CheckAllSources(&UpdateCheck::AddCustomInfo, channels, row);
+  ListCustomChannels(channels, row);
 }
 
 std::unordered_set<std::string> InstalledWithUpdates::ShownIds() const {
@@ -102,27 +105,31 @@ std::unordered_set<std::string> InstalledWithUpdates::ShownIds() const {
   return shown;
 }
 
-void InstalledWithUpdates::ListCustomChannels(const Entries& channels, RowNumber& row) {
+void InstalledWithUpdates::ListCustomChannels(Installed channels, RowNumber& row) {
   guarded(log_, "Kitbay::ListCustomChannels", [&] {
     std::unordered_set<std::string> shown = ShownIds();
-    for (const pugi::xml_node& channel : channels) {
-      if (shown.insert(base::ToLower(AttributeText(channel, "id"))).second) {
-        const std::string name = AttributeText(channel, "name");
-        const std::string version = AttributeText(channel, "version");
-        const std::string description = ChildText(channel, "description");
-        const pugi::xml_node core = channel.child("core");
-        const bool is_core = core && IsCore(ElementText(core));
+    for (const InstalledEntry& channel : channels) {
+      if (shown.insert(base::ToLower(Needed(channel.id))).second) {
+        const std::string_view name = Needed(channel.name);
+        const std::string_view version = Needed(channel.version);
+        const std::string_view description = Needed(channel.description);
+        const bool is_core = channel.core && IsCore(*channel.core);
         rows_.fillDiv(ComponentKind::kChannel, {name, version, description, row.Next()}, is_core);
       }
     }
   });
 }
 
-void InstalledWithUpdates::CheckAllSources(CheckOfOneSource check, const Entries& installed,
+void InstalledWithUpdates::CheckAllSources(CheckOfOneSource check, Installed installed,
                                            RowNumber& row) {
   for (const std::string& source : sources_.UpdateSources) {
     (check_.*check)(installed, base::AfterLastSlash(source), row);
   }
+}
+
+int InstalledWithUpdates::CountCustomEntries(ComponentKind kind) {
+  return GetCustomAddonLength(settings_.CustomDataFolder + "\\CustomRegistry.xml",
+                              kKindTables[kind].custom_entries);
 }
 
 std::int16_t InstalledWithUpdates::GetCustomAddonLength(const std::string& path,

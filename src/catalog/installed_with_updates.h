@@ -1,16 +1,15 @@
 #pragma once
 
 #include <cstdint>
-#include <pugixml.hpp>
+#include <span>
 #include <string>
 #include <unordered_set>
 
 #include "base/error_log.h"
 #include "base/settings.h"
 #include "catalog/catalog_files.h"
-#include "catalog/entries.h"
+#include "catalog/installed_entries.h"
 #include "catalog/installed_rows.h"
-#include "catalog/kind_tables.h"
 #include "catalog/row_number.h"
 #include "catalog/row_writer.h"
 #include "catalog/update_source_list.h"
@@ -20,17 +19,17 @@ namespace kitbay::catalog {
 /// Looks up installed entries in an update manifest and writes their rows.
 class UpdateCheck {
  public:
+  using Installed = std::span<InstalledEntry>;
+
   virtual ~UpdateCheck() = default;
 
   /// Each takes the installed entries, the manifest's file name and the number of the last row that
   /// the listing has written so far.
-  virtual void AddAddonInfo(const Entries& installed, const std::string& manifest,
-                            RowNumber& row) = 0;
-  virtual void AddTransportInfo(const Entries& installed, const std::string& manifest,
+  virtual void AddAddonInfo(Installed installed, const std::string& manifest, RowNumber& row) = 0;
+  virtual void AddTransportInfo(Installed installed, const std::string& manifest,
                                 RowNumber& row) = 0;
-  virtual void AddInfo(const Entries& installed, const std::string& manifest, RowNumber& row) = 0;
-  virtual void AddCustomInfo(const Entries& installed, const std::string& manifest,
-                             RowNumber& row) = 0;
+  virtual void AddInfo(Installed installed, const std::string& manifest, RowNumber& row) = 0;
+  virtual void AddCustomInfo(Installed installed, const std::string& manifest, RowNumber& row) = 0;
 };
 
 /// Lists what is installed, together with what the update sources offer for it.
@@ -59,15 +58,17 @@ class InstalledWithUpdates {
   std::int16_t GetCustomAddonLength(const std::string& path, const std::string& selection);
 
  private:
-  using CheckOfOneSource = void (UpdateCheck::*)(const Entries&, const std::string&, RowNumber&);
+  using Installed = UpdateCheck::Installed;
+  using CheckOfOneSource = void (UpdateCheck::*)(Installed, const std::string&, RowNumber&);
 
   bool ListEntries(base::ComponentKind kind, CheckOfOneSource check);
-
   bool ListChannels();
-  void ListDatastoreChannels(const Entries& channels, RowNumber& row);
+  void ListDatastoreChannels(InstalledEntries& channels, RowNumber& row);
+  void ListCustomRegistry(RowNumber& row);
   std::unordered_set<std::string> ShownIds() const;
-  void ListCustomChannels(const Entries& channels, RowNumber& row);
-  void CheckAllSources(CheckOfOneSource check, const Entries& installed, RowNumber& row);
+  void ListCustomChannels(Installed channels, RowNumber& row);
+  void CheckAllSources(CheckOfOneSource check, Installed installed, RowNumber& row);
+  int CountCustomEntries(base::ComponentKind kind);
 
   base::ErrorLog& log_;
   CatalogFiles& files_;

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <string>
-#include <unordered_set>
 
 #include "base/component_kind.h"
 #include "base/error_log.h"
@@ -28,12 +27,8 @@ class NewComponentListing {
   void funcShowChannels();
 
  private:
-  using Ids = std::unordered_set<std::string>;
-
   void ListNew(base::ComponentKind kind, const char* source_procedure);
-  Ids InstalledIds(base::ComponentKind kind);
-  void ListOffers(base::ComponentKind kind, const std::string& manifest_name, const Ids& installed,
-                  RowNumber& row);
+  void ListOffers(base::ComponentKind kind, const std::string& manifest, RowNumber& row);
 
   base::ErrorLog& log_;
   CatalogFiles& files_;

@@ -10,6 +10,6 @@ std::string CustomRegistryPath(const base::Settings& settings) {
   return settings.CustomDataFolder + "\\customregistry.xml";
 }
 
-bool IsCore(const std::string& core) { return core >= "1"; }
+bool IsCore(std::string_view core) { return core >= "1"; }
 
 }  // namespace kitbay::catalog

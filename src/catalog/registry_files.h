@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "base/settings.h"
 
@@ -13,6 +14,6 @@ std::string CustomRegistryPath(const base::Settings& settings);
 
 /// Whether an entry's `core` text marks a component that the user may not remove: "1" and every
 /// text that sorts after it.
-bool IsCore(const std::string& core);
+bool IsCore(std::string_view core);
 
 }  // namespace kitbay::catalog

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
+#include <string_view>
 
 #include "base/component_kind.h"
 
@@ -10,11 +10,11 @@ namespace kitbay::catalog {
 /// What is installed, and what can be installed; each has one list per kind.
 enum class Category { kInstalled, kNew };
 
-/// A component as its row shows it.
+/// A component as its row shows it. The texts live as long as the call that gets them.
 struct ComponentRow {
-  std::string name;
-  std::string version;
-  std::string description;
+  std::string_view name;
+  std::string_view version;
+  std::string_view description;
   std::int16_t number;  ///< counts the rows of a list, from 1
 };
 

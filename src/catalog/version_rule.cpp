@@ -1,6 +1,7 @@
 #include "catalog/version_rule.h"
 
 #include <charconv>
+#include <cstdint>
 #include <optional>
 #include <system_error>
 
@@ -15,6 +16,22 @@ using base::RuntimeError;
 bool BeginsNumber(std::string_view text) {
   const std::size_t sign = text.starts_with('+') || text.starts_with('-') ? 1 : 0;
   return text.size() > sign && text[sign] >= '0' && text[sign] <= '9';
+}
+
+// Most parts are a few digits, whose value needs no conversion.
+std::optional<double> ValueOfDigits(std::string_view part) {
+  constexpr std::size_t kExactDigits = 15;
+  if (part.empty() || part.size() > kExactDigits) {
+    return std::nullopt;
+  }
+  std::int64_t value = 0;
+  for (const char digit : part) {
+    if (digit < '0' || digit > '9') {
+      return std::nullopt;
+    }
+    value = 10 * value + (digit - '0');
+  }
+  return static_cast<double>(value);
 }
 
 /// The parts of a version from first to last. An empty text has no parts at all.
@@ -42,6 +59,9 @@ class Parts {
 }  // namespace
 
 double LeadingNumber(std::string_view part) {
+  if (const auto value = ValueOfDigits(part)) {
+    return *value;
+  }
   const std::size_t first = part.find_first_not_of(' ');
   std::string_view number = first == std::string_view::npos ? "" : part.substr(first);
   if (!BeginsNumber(number)) {
@@ -58,7 +78,7 @@ double LeadingNumber(std::string_view part) {
   return value;
 }
 
-bool IsNewer(const std::string& installed, const std::string& offered) {
+bool IsNewer(std::string_view installed, std::string_view offered) {
   Parts installed_parts(installed);
   Parts offered_parts(offered);
   bool newer = false;

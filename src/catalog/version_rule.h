@@ -1,6 +1,5 @@
 #pragma once
 
-#include <string>
 #include <string_view>
 
 namespace kitbay::catalog {
@@ -12,6 +11,6 @@ double LeadingNumber(std::string_view part);
 /// Whether the version `offered` counts as newer than `installed`. Both are parts joined by ".";
 /// only the last installed part is compared. Throws 9 (subscript out of range) if `offered` has
 /// fewer parts than `installed`.
-bool IsNewer(const std::string& installed, const std::string& offered);
+bool IsNewer(std::string_view installed, std::string_view offered);
 
 }  // namespace kitbay::catalog

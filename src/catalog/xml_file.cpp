@@ -6,7 +6,6 @@
 
 #include "base/failure.h"
 #include "base/text.h"
-#include "catalog/entries.h"
 
 namespace kitbay::catalog {
 namespace {
@@ -26,8 +25,6 @@ constexpr unsigned kToRead = kWellFormed | pugi::parse_embed_pcdata;
 // Everything else that a file may contain, with line ends unchanged.
 constexpr unsigned kToChange = (kWellFormed & ~pugi::parse_eol) | pugi::parse_comments |
                                pugi::parse_pi | pugi::parse_declaration | pugi::parse_ws_pcdata;
-
-constexpr const char* kWhiteSpace = " \t\r\n";
 
 // Collects a document's text as it is saved, which is about as long as before.
 class TextSink : public pugi::xml_writer {
@@ -56,10 +53,27 @@ pugi::xml_node ElementFrom(pugi::xml_node node) {
   return node;
 }
 
+// The node after `node` in document order below `top`; none after the last. Not recursive, because
+// a file may nest as deep as it is long.
+pugi::xml_node NextBelow(const pugi::xml_node& top, pugi::xml_node node) {
+  if (const pugi::xml_node child = node.first_child()) {
+    return child;
+  }
+  while (node != top) {
+    if (const pugi::xml_node next = node.next_sibling()) {
+      return next;
+    }
+    node = node.parent();
+  }
+  return {};
+}
+
+bool IsWhiteSpace(char letter) {
+  return letter == ' ' || letter == '\t' || letter == '\r' || letter == '\n';
+}
+
 bool IsWhiteSpace(const pugi::xml_node& text) {
-  const std::string_view value = text.value();
-  return text.type() == pugi::node_pcdata &&
-         value.find_first_not_of(kWhiteSpace) == std::string_view::npos;
+  return text.type() == pugi::node_pcdata && Trimmed(text.value()).empty();
 }
 
 [[noreturn]] void RaiseInvalid(pugi::xml_document& document, const std::string& path,
@@ -95,12 +109,6 @@ pugi::xml_encoding Parse(std::string bytes, const std::string& path, unsigned op
   }
   CheckShape(document, path);
   return result.encoding;
-}
-
-std::string_view Trimmed(std::string_view text) {
-  text.remove_suffix(text.size() - (text.find_last_not_of(kWhiteSpace) + 1));
-  text.remove_prefix(std::min(text.find_first_not_of(kWhiteSpace), text.size()));
-  return text;
 }
 
 // The attribute in which the file declares its encoding; empty if it does not.
@@ -178,6 +186,16 @@ pugi::xml_node FirstElement(const pugi::xml_node& parent) {
 }
 
 pugi::xml_node NextElement(const pugi::xml_node& node) { return ElementFrom(node.next_sibling()); }
+
+std::string_view Trimmed(std::string_view text) {
+  while (!text.empty() && IsWhiteSpace(text.back())) {
+    text.remove_suffix(1);
+  }
+  while (!text.empty() && IsWhiteSpace(text.front())) {
+    text.remove_prefix(1);
+  }
+  return text;
+}
 
 std::string ElementText(const pugi::xml_node& node) {
   if (!node) {

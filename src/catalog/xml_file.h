@@ -2,6 +2,7 @@
 
 #include <pugixml.hpp>
 #include <string>
+#include <string_view>
 
 #include "catalog/xml_document.h"
 #include "platform/files.h"
@@ -43,6 +44,9 @@ void SaveXml(platform::Files& files, const std::string& path, const XmlDocument&
 /// none.
 pugi::xml_node FirstElement(const pugi::xml_node& parent);
 pugi::xml_node NextElement(const pugi::xml_node& node);
+
+/// `text` without white space at either end, but not inside.
+std::string_view Trimmed(std::string_view text);
 
 /// All text below `node` without white space at either end. Throws 91 if there is no node.
 std::string ElementText(const pugi::xml_node& node);

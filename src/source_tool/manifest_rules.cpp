@@ -8,7 +8,6 @@
 #include "base/failure.h"
 #include "base/file_name.h"
 #include "base/text.h"
-#include "catalog/entries.h"
 #include "catalog/kind_tables.h"
 #include "catalog/manifest_file.h"
 #include "catalog/package_digest.h"
@@ -207,9 +206,9 @@ std::vector<Finding> Parse(ManifestText& manifest) {
 std::vector<ManifestEntry> EntriesOf(const ManifestText& manifest) {
   std::vector<ManifestEntry> entries;
   for (const ComponentKind kind : base::kComponentKinds) {
-    for (const pugi::xml_node& node :
-         catalog::Entries(manifest.document, catalog::kKindTables[kind].offers)) {
-      entries.push_back({.kind = kind, .node = node});
+    for (const pugi::xpath_node& selected :
+         catalog::SelectNodes(manifest.document, catalog::kKindTables[kind].offers)) {
+      entries.push_back({.kind = kind, .node = selected.node()});
     }
   }
   return entries;

@@ -41,16 +41,17 @@ class KeptRows : public catalog::RowWriter {
   void FillEmptyDivHeader(base::ComponentKind /*kind*/) override {}
   void FillDivStatus(base::ComponentKind /*kind*/, bool /*is_local*/) override {}
   void fillDiv(base::ComponentKind kind, const catalog::ComponentRow& row, bool is_core) override {
-    rows.push_back(
-        {view::kInstalledContainers[kind], row.name, row.version, is_core ? "" : "Remove"});
+    rows.push_back({view::kInstalledContainers[kind], std::string(row.name),
+                    std::string(row.version), is_core ? "" : "Remove"});
   }
   void fillDivWithUpdates(base::ComponentKind kind, const catalog::ComponentRow& row,
                           bool is_core) override {
-    rows.push_back({view::kInstalledContainers[kind], row.name, row.version,
-                    is_core ? "Update" : "Remove, Update"});
+    rows.push_back({view::kInstalledContainers[kind], std::string(row.name),
+                    std::string(row.version), is_core ? "Update" : "Remove, Update"});
   }
   void showUpdates(base::ComponentKind kind, const catalog::ComponentRow& row) override {
-    rows.push_back({view::kUpdatedContainers[kind], row.name, row.version, "Install"});
+    rows.push_back({view::kUpdatedContainers[kind], std::string(row.name), std::string(row.version),
+                    "Install"});
   }
 
   std::vector<Row> rows;
@@ -159,7 +160,7 @@ bool Rehearse(const RehearsedUser& user, bool as_json, std::ostream& out) {
   const GivenVersions resources(user.versions);
   const catalog::ManifestTrust trust(log, clock, sources);
   catalog::CatalogFiles files(disk, settings, trust);
-  const catalog::FileVersions versions(log, settings, resources, files);
+  const catalog::FileVersions versions(log, settings, resources);
   catalog::InstalledRows shown;
   catalog::NewComponents found;
   catalog::AvailableUpdates available(log, files, versions, shown, rows);

@@ -1,5 +1,7 @@
 #include "view/page_list_writer.h"
 
+#include <string>
+
 #include "view/page_ids.h"
 
 namespace kitbay::view {
@@ -39,17 +41,19 @@ void PageListWriter::FillDivStatus(ComponentKind kind, bool is_local) {
 }
 
 void PageListWriter::fillDiv(ComponentKind kind, const ComponentRow& row, bool is_core) {
-  rows_.fillDiv(kInstalledContainers[kind], row.name, row.version, row.description, row.number,
-                is_core);
+  rows_.fillDiv(kInstalledContainers[kind], std::string(row.name), std::string(row.version),
+                std::string(row.description), row.number, is_core);
 }
 
 void PageListWriter::fillDivWithUpdates(ComponentKind kind, const ComponentRow& row, bool is_core) {
-  rows_.fillDivWithUpdates(kInstalledContainers[kind], row.name, row.version, row.description,
-                           row.number, is_core, false);
+  rows_.fillDivWithUpdates(kInstalledContainers[kind], std::string(row.name),
+                           std::string(row.version), std::string(row.description), row.number,
+                           is_core, false);
 }
 
 void PageListWriter::showUpdates(ComponentKind kind, const ComponentRow& row) {
-  rows_.showUpdates(kUpdatedContainers[kind], row.name, row.version, row.description, row.number);
+  rows_.showUpdates(kUpdatedContainers[kind], std::string(row.name), std::string(row.version),
+                    std::string(row.description), row.number);
 }
 
 }  // namespace kitbay::view

@@ -222,6 +222,14 @@ TEST_F(Updates, MissingVersionOfAMatchedOfferIsLoggedAndEndsTheRows) {
   EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::AddInfo", 91, kNotSet)));
 }
 
+TEST_F(Updates, LaterEntryOfAnIdDoesNotStandInForTheFirst) {
+  SetDatastore(RegistryText("", "", Channel("a", "A", "1")));
+  SetManifest("a.xml", ManifestText("", "", "<channel id='a'/>" + Offer("channel", "a", "A", "2")));
+  installed_.InstalledChannels();
+  EXPECT_THAT(rows_.calls, ElementsAre(kInstalledChannelHeading));
+  EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::AddInfo", 91, kNotSet)));
+}
+
 TEST_F(Updates, MissingVersionOfAnOfferNotInstalledHarmsNothing) {
   SetDatastore(RegistryText("", "", Channel("a", "A", "1")));
   SetManifest("a.xml", ManifestText("", "", "<channel id='zzz'/>"));

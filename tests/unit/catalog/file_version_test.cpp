@@ -20,7 +20,7 @@ class FileVersion : public CatalogTest {
   }
 
   fakes::FakeVersionResource resources_;
-  FileVersions versions_{log_, settings_, resources_, catalog_files_};
+  FileVersions versions_{log_, settings_, resources_};
 };
 
 TEST_F(FileVersion, FourPartsStandInOrder) { EXPECT_EQ(Version(1, 2, 3, 4), "1.2.3.4"); }
@@ -49,7 +49,7 @@ class BrokenVersionResource : public platform::VersionResource {
 
 TEST_F(FileVersion, FailureToReadIsLoggedAndShowsNA) {
   const BrokenVersionResource broken;
-  const FileVersions versions(log_, settings_, broken, catalog_files_);
+  const FileVersions versions(log_, settings_, broken);
   EXPECT_EQ(versions.GetVersionInfo("C:\\Suite\\a.dll"), "N/A");
   EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::GetVersionInfo", 70, "Permission denied")));
 }

@@ -21,7 +21,7 @@ class HostileDatastore : public CatalogTest {
   }
 
   fakes::FakeVersionResource resources_;
-  FileVersions versions_{log_, settings_, resources_, catalog_files_};
+  FileVersions versions_{log_, settings_, resources_};
   RecordingRowWriter rows_;
   InstalledComponents installed_{log_, catalog_files_, versions_, rows_};
 };
@@ -111,6 +111,19 @@ TEST_F(HostileDatastore, DescriptionNestedAMillionDeepIsRead) {
   EXPECT_THAT(rows_.calls,
               ElementsAre("FillDivHeader installedaddons|itabencloser|Currently Installed  Addons",
                           "fillDiv installedaddons|A|N/A|deep|1|-"));
+}
+
+TEST_F(HostileDatastore, EntryAMillionDeepIsListed) {
+  constexpr std::size_t kDepth = 1000000;
+  std::string opening;
+  std::string closing;
+  for (std::size_t i = 0; i < kDepth; ++i) {
+    opening += "<b>";
+    closing += "</b>";
+  }
+  List(RegistryText(opening + Addon("a", "A", "a.dll") + closing, "", ""));
+  ASSERT_THAT(rows_.calls, SizeIs(2));
+  EXPECT_EQ(rows_.calls[1], "fillDiv installedaddons|A|N/A|About A|1|-");
 }
 
 TEST_F(HostileDatastore, EntriesNestedInEachOtherAreListedInDocumentOrder) {

@@ -36,7 +36,7 @@ class InstalledListing : public CatalogTest {
   }
 
   fakes::FakeVersionResource resources_;
-  FileVersions versions_{log_, settings_, resources_, catalog_files_};
+  FileVersions versions_{log_, settings_, resources_};
   RecordingRowWriter rows_;
   InstalledComponents installed_{log_, catalog_files_, versions_, rows_};
 };
@@ -101,6 +101,52 @@ TEST_F(InstalledListing, EntriesAreFoundAtAnyDepthOfTheirContainer) {
               ElementsAre(kInstalledAddonHeading, "fillDiv installedaddons|A|N/A|About A|1|-",
                           "fillDiv installedaddons|B|N/A|About B|2|-"));
 }
+
+/// A datastore in which "#1" stands for an addon that is called 1, and the addons that are listed.
+struct Placed {
+  const char* name;
+  std::string datastore;
+  std::string addons;
+};
+
+class AddonPlaces : public InstalledListing, public testing::WithParamInterface<Placed> {};
+
+TEST_P(AddonPlaces, DecideWhatIsListed) {
+  std::string datastore = GetParam().datastore;
+  for (std::size_t at = datastore.find('#'); at != std::string::npos; at = datastore.find('#')) {
+    const std::string name(1, datastore[at + 1]);
+    datastore.replace(at, 2, Addon(name, name, "x.dll"));
+  }
+  std::string listed;
+  for (const std::string& call : Addons(datastore)) {
+    const std::string row = "fillDiv installedaddons|";
+    listed += call.starts_with(row) ? call.substr(row.size(), 1) : "";
+  }
+  EXPECT_EQ(listed, GetParam().addons);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Documents, AddonPlaces,
+    testing::Values(
+        Placed{"NoList", "<root>#0</root>", ""},
+        Placed{"AnotherDocument", "<components><addons>#0</addons></components>", ""},
+        Placed{"AtAnyDepth", "<root><addons><a><b>#1</b></a>#2</addons></root>", "12"},
+        Placed{"WithinAnEntry",
+               "<root><addons><addon id='1' name='1'><filename/>#2<description/><core/></addon>#3"
+               "</addons></root>",
+               "123"},
+        Placed{"SeveralLists",
+               "<root><addons/><addons>#1</addons><x/><addons/><addons><y/>#2</addons></root>",
+               "12"},
+        Placed{"AListWithinAList", "<root><addons><addons>#1</addons>#2</addons></root>", "12"},
+        Placed{"NotBesideOrAboveTheList",
+               "<root>#0<addons>#1</addons><z><addons>#9</addons></z></root>", "1"},
+        Placed{"NotInTheListOfAnotherKind",
+               "<root><channels>#0</channels><addons>#1</addons></root>", "1"},
+        Placed{"OtherLettersAndLongerNames",
+               "<root><Addons>#0</Addons><addons><Addon/><addonx/><addo/>#1</addons></root>", "1"},
+        Placed{"AmongTextsAndComments", "<root><addons>t<!--c-->#1u<?p?>#2</addons></root>", "12"}),
+    [](const auto& tested) { return tested.param.name; });
 
 TEST_F(InstalledListing, NamesAreHandedOnAsTheyAreWritten) {
   EXPECT_THAT(
@@ -234,6 +280,14 @@ TEST_F(InstalledListing, ChannelTwiceInOneFileAppearsOnce) {
                        Channel("b", "Third", "3") + Channel("b", "Fourth", "4")),
               ElementsAre(kTabBarCall, kInstalledChannelHeading,
                           "fillDiv installedchannels|First|1|About First|1|-",
+                          "fillDiv installedchannels|Third|3|About Third|2|-"));
+}
+
+TEST_F(InstalledListing, DeeperChannelsAreListedFromTheCustomRegistryOnly) {
+  EXPECT_THAT(Channels("<x>" + Channel("a", "First", "1") + "</x>" + Channel("b", "Second", "2"),
+                       "<x>" + Channel("c", "Third", "3") + "</x>"),
+              ElementsAre(kTabBarCall, kInstalledChannelHeading,
+                          "fillDiv installedchannels|Second|2|About Second|1|-",
                           "fillDiv installedchannels|Third|3|About Third|2|-"));
 }
 

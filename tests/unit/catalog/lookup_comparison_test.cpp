@@ -121,19 +121,19 @@ class LookupComparison : public ManifestTest {
 };
 
 TEST_F(LookupComparison, UpdateCheckGivesWhatANestedWalkGives) {
+  sources_.UpdateSources = {"h/m.xml"};
   AvailableUpdates available(log_, catalog_files_, versions_, shown_, rows_);
+  InstalledWithUpdates listing(log_, catalog_files_, settings_, sources_, available, shown_, rows_);
   std::size_t updates = 0;
   std::size_t failures = 0;
   for (int round = 0; round < 2000; ++round) {
     const std::vector<Item> installed = RandomItems(Below(8), false);
     const std::vector<Item> offered = RandomItems(Below(14), true);
-    XmlDocument registry;
-    ASSERT_TRUE(registry.load_string(InstalledText(installed).c_str()));
+    SetDatastore(InstalledText(installed));
     SetManifest("m.xml", OfferedText(offered));
     rows_.calls.clear();
     log_.entries.clear();
-    RowNumber row;
-    available.AddInfo(Entries(registry, "root/channels//channel"), "m.xml", row);
+    listing.InstalledChannels();
     const std::vector<std::string> expected = CheckByWalking(installed, offered);
     ASSERT_EQ(Rows(), expected) << InstalledText(installed) << "\n" << OfferedText(offered);
     ASSERT_EQ(log_.entries.size(), expected.size() < installed.size() ? 1U : 0U);

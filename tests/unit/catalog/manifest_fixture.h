@@ -33,7 +33,7 @@ class ManifestTest : public CatalogTest {
   static constexpr const char* kSubscript = "Subscript out of range";
 
   fakes::FakeVersionResource resources_;
-  FileVersions versions_{log_, settings_, resources_, catalog_files_};
+  FileVersions versions_{log_, settings_, resources_};
   RecordingRowWriter rows_;
   InstalledRows shown_;
 };

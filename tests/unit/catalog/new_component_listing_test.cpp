@@ -178,6 +178,18 @@ TEST_F(New, InstalledIdIsTheFirstAttributeWhateverItsName) {
                           "ShowTab tabencloser|channels|shown"));
 }
 
+TEST_F(New, OfferIsKnownByItsFirstAttributeWhateverItsName) {
+  SetDatastore(RegistryText("", "", Channel("news", "News", "1")));
+  SetManifest("a.xml",
+              ManifestText("", "",
+                           "<channel label='NEWS' id='x'/><channel label='x' id='news'>"
+                           "<name>News</name><version>1</version><description/><url/></channel>"));
+  new_.funcShowChannels();
+  ASSERT_THAT(found_.channel, testing::SizeIs(1));
+  EXPECT_EQ(found_.channel[0].id, "news");
+  EXPECT_THAT(log_.entries, IsEmpty());
+}
+
 TEST_F(New, OnlyDirectChildrenOfTheContainerCountAsInstalled) {
   SetDatastore("<root><channels><x><channel id='a'/></x><channel id='b'/></channels></root>");
   SetManifest(

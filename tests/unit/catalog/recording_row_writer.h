@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "catalog/row_writer.h"
@@ -63,8 +64,11 @@ class RecordingRowWriter : public RowWriter {
 
  private:
   static std::string Text(const std::string& container, const ComponentRow& row) {
-    return container + "|" + row.name + "|" + row.version + "|" + row.description + "|" +
-           std::to_string(row.number);
+    std::string text = container;
+    for (const std::string_view part : {row.name, row.version, row.description}) {
+      text.append("|").append(part);
+    }
+    return text + "|" + std::to_string(row.number);
   }
 };
 

@@ -14,19 +14,16 @@ class RecordingUpdateCheck : public UpdateCheck {
  public:
   explicit RecordingUpdateCheck(InstalledRows& shown) : shown_(shown) {}
 
-  void AddAddonInfo(const Entries& installed, const std::string& manifest,
-                    RowNumber& row) override {
+  void AddAddonInfo(Installed installed, const std::string& manifest, RowNumber& row) override {
     Note("AddAddonInfo", installed, manifest, row);
   }
-  void AddTransportInfo(const Entries& installed, const std::string& manifest,
-                        RowNumber& row) override {
+  void AddTransportInfo(Installed installed, const std::string& manifest, RowNumber& row) override {
     Note("AddTransportInfo", installed, manifest, row);
   }
-  void AddInfo(const Entries& installed, const std::string& manifest, RowNumber& row) override {
+  void AddInfo(Installed installed, const std::string& manifest, RowNumber& row) override {
     Note("AddInfo", installed, manifest, row);
   }
-  void AddCustomInfo(const Entries& installed, const std::string& manifest,
-                     RowNumber& row) override {
+  void AddCustomInfo(Installed installed, const std::string& manifest, RowNumber& row) override {
     Note("AddCustomInfo", installed, manifest, row);
   }
 
@@ -36,13 +33,13 @@ class RecordingUpdateCheck : public UpdateCheck {
   bool fails = false;     ///< whether each call fails with error 9 after it is recorded
 
  private:
-  void Note(const std::string& procedure, const Entries& installed, const std::string& manifest,
+  void Note(const std::string& procedure, Installed installed, const std::string& manifest,
             RowNumber& row) {
     shown_at_call.push_back(shown_);
     std::string ids;
     std::string rows;
-    for (const pugi::xml_node& entry : installed) {
-      const std::string id = entry.attribute("id").value();
+    for (const InstalledEntry& entry : installed) {
+      const std::string id(entry.id.value_or(""));
       ids += (ids.empty() ? "" : " ") + id;
       rows += " " + std::to_string(row.Next());
       if (notes_ids) {

@@ -1,0 +1,57 @@
+#include <gtest/gtest.h>
+
+#include "catalog/installed_entries.h"
+
+namespace kitbay::catalog {
+namespace {
+
+TEST(InstalledIds, AreInstalledInWhateverCaseTheyAreWritten) {
+  InstalledIds ids;
+  ids.AddInstalled("Chat");
+  for (const char* id : {"Chat", "chat", "CHAT"}) {
+    EXPECT_TRUE(ids.Find(id).is_installed) << id;
+  }
+  EXPECT_FALSE(ids.Find("chats").is_installed);
+}
+
+TEST(InstalledIds, HaveANumberForEachSpelling) {
+  InstalledIds ids;
+  EXPECT_EQ(ids.Number("chat"), 0U);
+  EXPECT_EQ(ids.Number("Chat"), 1U);
+  EXPECT_EQ(ids.Number("chat"), 0U);
+  EXPECT_EQ(ids.Number("Chat"), 1U);
+  EXPECT_EQ(ids.Number("dice"), 2U);
+  EXPECT_EQ(ids.count(), 3U);
+  EXPECT_EQ(ids.Find("chat").number, 0U);
+  EXPECT_EQ(ids.Find("Chat").number, 1U);
+  EXPECT_EQ(ids.Find("dice").number, 2U);
+}
+
+TEST(InstalledIds, OfOtherSpellingsHaveNoNumber) {
+  InstalledIds ids;
+  ids.Number("chat");
+  ids.Number("DICE");
+  for (const char* id : {"Chat", "dice", "Dice", "", "cards"}) {
+    EXPECT_EQ(ids.Find(id).number, std::nullopt) << id;
+  }
+}
+
+TEST(InstalledIds, WithANumberNeedNotBeInstalled) {
+  InstalledIds ids;
+  ids.Number("chat");
+  EXPECT_FALSE(ids.Find("chat").is_installed);
+  ids.AddInstalled("dice");
+  EXPECT_EQ(ids.Find("dice").number, std::nullopt);
+}
+
+TEST(InstalledIds, MayBeMissing) {
+  InstalledIds ids;
+  ids.AddInstalled("");
+  EXPECT_FALSE(ids.lacks_one());
+  EXPECT_TRUE(ids.Find("").is_installed);
+  ids.AddInstalled(nullptr);
+  EXPECT_TRUE(ids.lacks_one());
+}
+
+}  // namespace
+}  // namespace kitbay::catalog
