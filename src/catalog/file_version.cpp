@@ -1,5 +1,6 @@
 #include "catalog/file_version.h"
 
+#include <array>
 #include <cstdint>
 
 #include "base/guarded.h"
@@ -13,8 +14,14 @@ std::string SignedPart(std::uint32_t word) {
   return std::to_string(static_cast<std::int16_t>(static_cast<std::uint16_t>(word)));
 }
 
-std::string TwoParts(std::uint32_t words) {
-  return SignedPart(words >> 16U) + "." + SignedPart(words & 0xFFFFU);
+std::string VersionText(const platform::FileVersion& version) {
+  const std::array words = {version.most_significant >> 16U, version.most_significant & 0xFFFFU,
+                            version.least_significant >> 16U, version.least_significant & 0xFFFFU};
+  std::string text;
+  for (const std::uint32_t word : words) {
+    text.append(text.empty() ? "" : ".").append(SignedPart(word));
+  }
+  return text;
 }
 
 }  // namespace
@@ -23,8 +30,7 @@ std::string FileVersions::GetVersionInfo(const std::string& path) const {
   std::string version = kNoVersion;
   base::guarded(log_, "Kitbay::GetVersionInfo", [&] {
     if (const auto file_version = resources_.Read(path)) {
-      version = TwoParts(file_version->most_significant) + "." +
-                TwoParts(file_version->least_significant);
+      version = VersionText(*file_version);
     }
   });
   return version;

@@ -23,7 +23,9 @@ OfferList::OfferList(const XmlDocument& manifest, const KindTable& table,
                      const InstalledIds& installed, const std::string& signed_manifest,
                      KeptTexts& texts)
     : exists_(manifest.select_node(table.manifest_list)), versions_(installed.count()) {
-  for (const pugi::xpath_node& selected : SelectNodes(manifest, table.offers)) {
+  const pugi::xpath_node_set entries = SelectNodes(manifest, table.offers);
+  new_offers_.reserve(entries.size());
+  for (const pugi::xpath_node& selected : entries) {
     const pugi::xml_node entry = selected.node();
     // Usually the id is the first attribute.
     const pugi::xml_attribute first = entry.first_attribute();
