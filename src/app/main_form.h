@@ -6,7 +6,6 @@
 #include "app/error_log_file.h"
 #include "app/installation_check.h"
 #include "app/manager_registration.h"
-#include "app/preference_form.h"
 #include "app/suite_rights.h"
 #include "base/settings.h"
 #include "install/install_session.h"
@@ -21,6 +20,19 @@
 #include "view/component_page.h"
 
 namespace kitbay::app {
+
+/// The dialog in which the user edits the update sources, as the main window uses it.
+class PreferenceForm {
+ public:
+  virtual ~PreferenceForm() = default;
+
+  /// Shows the dialog, modeless and owned by the main window.
+  virtual void Show() = 0;
+  virtual void FocusUrlBox() = 0;
+
+  /// Closes the dialog if it is open.
+  virtual void Unload() = 0;
+};
 
 /// What the main window works with.
 struct FormParts {

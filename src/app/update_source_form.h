@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/preference_form.h"
+#include "app/main_form.h"
 #include "base/error_log.h"
 #include "platform/desktop.h"
 #include "platform/files.h"

@@ -9,7 +9,7 @@
 #include "base/text.h"
 #include "catalog/package_digest.h"
 #include "catalog/registry_files.h"
-#include "install/manifest_entry.h"
+#include "install/component_record.h"
 #include "install/refusal.h"
 #include "view/page_ids.h"
 #include "view/row_markup.h"

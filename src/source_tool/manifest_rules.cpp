@@ -14,7 +14,7 @@
 #include "catalog/registry_files.h"
 #include "catalog/version_rule.h"
 #include "catalog/xml_file.h"
-#include "install/manifest_entry.h"
+#include "install/component_record.h"
 #include "source_tool/disk.h"
 
 namespace kitbay::source_tool {

@@ -1,4 +1,4 @@
-#include "install/manifest_entry.h"
+#include "install/component_record.h"
 
 #include <array>
 #include <cstddef>
