@@ -25,26 +25,23 @@ InstalledEntry KeepEntry(const pugi::xml_node& entry, KeptTexts& texts) {
 
 }  // namespace
 
-std::size_t InstalledIds::Number(std::string_view id) {
+std::size_t InstalledIds::Add(std::string_view id, bool is_installed) {
   const std::string lower = base::ToLower(id);
+  Found& known = in_lower_case_[lower];
+  known.is_installed = known.is_installed || is_installed;
   if (lower != id) {
     const auto [place, is_new] = with_capitals_.try_emplace(std::string(id), count_);
     count_ += is_new ? 1 : 0;
     return place->second;
   }
-  std::optional<std::size_t>& number = in_lower_case_[lower].number;
-  if (!number) {
-    number = count_++;
+  if (!known.number) {
+    known.number = count_++;
   }
-  return *number;
+  return *known.number;
 }
 
-void InstalledIds::AddInstalled(const char* id) {
-  if (id == nullptr) {
-    lacks_one_ = true;
-  } else {
-    in_lower_case_[base::ToLower(id)].is_installed = true;
-  }
+void InstalledIds::AddInstalled(std::string_view id) {
+  in_lower_case_[base::ToLower(id)].is_installed = true;
 }
 
 InstalledIds::Found InstalledIds::Find(std::string_view id) const {
@@ -70,14 +67,21 @@ Registry::Registry(const XmlDocument& document, base::PerKind<InstalledIds>& ids
   }
 }
 
+// Usually the id is the first attribute, which is what counts as the id of what is installed.
 void Registry::AddEntry(const pugi::xml_node& entry, InstalledEntries& list, InstalledIds& ids) {
   InstalledEntry& kept = list.entries.emplace_back(KeepEntry(entry, texts_));
+  const pugi::xml_attribute first = entry.first_attribute();
+  const bool is_id_first = IsSameName(first.name(), "id");
   if (kept.id) {
-    kept.number = ids.Number(*kept.id);
+    kept.number = ids.Add(*kept.id, kept.is_child_of_list && is_id_first);
   }
-  if (kept.is_child_of_list) {
-    const pugi::xml_attribute first = entry.first_attribute();
-    ids.AddInstalled(first ? first.value() : nullptr);
+  if (!kept.is_child_of_list || is_id_first) {
+    return;
+  }
+  if (first) {
+    ids.AddInstalled(first.value());
+  } else {
+    ids.AddMissing();
   }
 }
 

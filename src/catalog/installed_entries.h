@@ -17,20 +17,26 @@ namespace kitbay::catalog {
 /// look-up, unless its id has capitals.
 class InstalledIds {
  public:
+  // In a sparse table, the look-up of an id that is not there mostly ends at once.
+  InstalledIds() { in_lower_case_.max_load_factor(0.25F); }
+
   struct Found {
     bool is_installed = false;               ///< whether the id is installed, ignoring case
     std::optional<std::size_t> number = {};  ///< of exactly that id, if it has one
   };
 
-  /// The number of an id, counted from 0; a new one if it has none. Ids that differ in case have
-  /// different numbers.
-  std::size_t Number(std::string_view id);
+  /// Adds the id of an entry, which counts as installed or only has a number, and returns the
+  /// number. Numbers count from 0; ids that differ in case have different ones.
+  std::size_t Add(std::string_view id, bool is_installed);
 
   /// How many numbers there are.
   std::size_t count() const { return count_; }
 
-  /// Counts an id, or with null an entry without one, as installed.
-  void AddInstalled(const char* id);
+  /// Counts an id as installed without giving it a number.
+  void AddInstalled(std::string_view id);
+
+  /// Counts an entry that has no id.
+  void AddMissing() { lacks_one_ = true; }
 
   Found Find(std::string_view id) const;
 

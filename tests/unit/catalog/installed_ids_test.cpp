@@ -16,11 +16,11 @@ TEST(InstalledIds, AreInstalledInWhateverCaseTheyAreWritten) {
 
 TEST(InstalledIds, HaveANumberForEachSpelling) {
   InstalledIds ids;
-  EXPECT_EQ(ids.Number("chat"), 0U);
-  EXPECT_EQ(ids.Number("Chat"), 1U);
-  EXPECT_EQ(ids.Number("chat"), 0U);
-  EXPECT_EQ(ids.Number("Chat"), 1U);
-  EXPECT_EQ(ids.Number("dice"), 2U);
+  EXPECT_EQ(ids.Add("chat", false), 0U);
+  EXPECT_EQ(ids.Add("Chat", false), 1U);
+  EXPECT_EQ(ids.Add("chat", false), 0U);
+  EXPECT_EQ(ids.Add("Chat", false), 1U);
+  EXPECT_EQ(ids.Add("dice", false), 2U);
   EXPECT_EQ(ids.count(), 3U);
   EXPECT_EQ(ids.Find("chat").number, 0U);
   EXPECT_EQ(ids.Find("Chat").number, 1U);
@@ -29,8 +29,8 @@ TEST(InstalledIds, HaveANumberForEachSpelling) {
 
 TEST(InstalledIds, OfOtherSpellingsHaveNoNumber) {
   InstalledIds ids;
-  ids.Number("chat");
-  ids.Number("DICE");
+  ids.Add("chat", false);
+  ids.Add("DICE", false);
   for (const char* id : {"Chat", "dice", "Dice", "", "cards"}) {
     EXPECT_EQ(ids.Find(id).number, std::nullopt) << id;
   }
@@ -38,9 +38,19 @@ TEST(InstalledIds, OfOtherSpellingsHaveNoNumber) {
 
 TEST(InstalledIds, WithANumberNeedNotBeInstalled) {
   InstalledIds ids;
-  ids.Number("chat");
+  ids.Add("chat", false);
   EXPECT_FALSE(ids.Find("chat").is_installed);
   ids.AddInstalled("dice");
+  EXPECT_EQ(ids.Find("dice").number, std::nullopt);
+}
+
+TEST(InstalledIds, WithANumberMayBeInstalled) {
+  InstalledIds ids;
+  ids.Add("chat", true);
+  ids.Add("chat", false);
+  EXPECT_TRUE(ids.Find("chat").is_installed);
+  ids.Add("Dice", true);
+  EXPECT_TRUE(ids.Find("dice").is_installed);
   EXPECT_EQ(ids.Find("dice").number, std::nullopt);
 }
 
@@ -49,7 +59,7 @@ TEST(InstalledIds, MayBeMissing) {
   ids.AddInstalled("");
   EXPECT_FALSE(ids.lacks_one());
   EXPECT_TRUE(ids.Find("").is_installed);
-  ids.AddInstalled(nullptr);
+  ids.AddMissing();
   EXPECT_TRUE(ids.lacks_one());
 }
 
