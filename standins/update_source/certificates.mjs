@@ -86,8 +86,9 @@ export class Certificates {
   }
 
   /**
-   * The authority as a registry file to import: below HKEY_LOCAL_MACHINE, where Windows keeps the
-   * root certificates that all users of a machine trust.
+   * The authority as a registry file to import: below HKEY_CURRENT_USER, where Windows keeps the root
+   * certificates that only this user trusts. Newer versions of Wine delete from those of the machine
+   * what the system below it does not trust.
    */
   get registryEntry() {
     const der = new X509Certificate(fs.readFileSync(this.authorityFile)).raw;
@@ -102,7 +103,7 @@ export class Certificates {
     const kSha1Hash = 3;
     const kCertificate = 32;
     const blob = Buffer.concat([property(kSha1Hash, thumbprint), property(kCertificate, der)]);
-    const key = 'HKEY_LOCAL_MACHINE\\Software\\Microsoft\\SystemCertificates\\Root\\Certificates\\';
+    const key = 'HKEY_CURRENT_USER\\Software\\Microsoft\\SystemCertificates\\Root\\Certificates\\';
     const bytes = [...blob].map((byte) => byte.toString(16).padStart(2, '0')).join(',');
     return `REGEDIT4\r\n\r\n[${key}${thumbprint.toString('hex').toUpperCase()}]\r\n"Blob"=hex:${bytes}\r\n`;
   }

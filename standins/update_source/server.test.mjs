@@ -411,6 +411,6 @@ describe('A source with TLS', () => {
 
   test('has a registry entry for its authority', () => {
     const entry = UpdateSource.certificates().registryEntry;
-    assert.match(entry, /^REGEDIT4\r\n\r\n\[HKEY_LOCAL_MACHINE\\.*\\Root\\Certificates\\[0-9A-F]{40}\]\r\n"Blob"=hex:03,00,00,00,/);
+    assert.match(entry, /^REGEDIT4\r\n\r\n\[HKEY_CURRENT_USER\\.*\\Root\\Certificates\\[0-9A-F]{40}\]\r\n"Blob"=hex:03,00,00,00,/);
   });
 });
