@@ -33,6 +33,11 @@ UniqueKernelObject TokenFor(const Order& order) {
   DWORD size = 0;
   Demand(OpenProcessToken(GetCurrentProcess(), kAccess, own.put()), "OpenProcessToken");
   if (!order.is_limited) return own;
+  // Newer versions of Wine start every program so.
+  TOKEN_ELEVATION_TYPE type{};
+  Demand(GetTokenInformation(own.get(), TokenElevationType, &type, sizeof type, &size),
+         "GetTokenInformation");
+  if (type == TokenElevationTypeLimited) return own;
   Demand(GetTokenInformation(own.get(), TokenLinkedToken, &linked, sizeof linked, &size),
          "GetTokenInformation");
   return UniqueKernelObject(linked.LinkedToken);
