@@ -4,6 +4,8 @@
 #include <mshtmhst.h>
 #include <olectl.h>
 
+#include "copying.h"
+
 namespace kitbay::web_browser {
 
 using Microsoft::WRL::ComPtr;
@@ -75,7 +77,10 @@ void Control::ShowMenu(const Json& menu) {
   if (!window_) return;
   POINT place = {MulDiv(menu.at("x"), zoom_, kUnzoomed), MulDiv(menu.at("y"), zoom_, kUnzoomed)};
   ClientToScreen(window_->handle(), &place);
-  if (site_.ReplacesMenu(menu.at("kind"), place)) return;
+  const ComPtr<IWebBrowser2> self = this;  // As long as the host keeps the commands.
+  ComPtr<IUnknown> commands;
+  commands.Attach(new MenuCommands([this, self] { return Copy(); }));
+  if (site_.ReplacesMenu(menu.at("kind"), place, commands.Get())) return;
   constexpr UINT_PTR kRefresh = 1;
   const HMENU own = CreatePopupMenu();
   AppendMenuW(own, MF_STRING, kRefresh, L"&Refresh");
@@ -83,6 +88,13 @@ void Control::ShowMenu(const Json& menu) {
       TrackPopupMenu(own, TPM_RETURNCMD, place.x, place.y, 0, window_->handle(), nullptr);
   DestroyMenu(own);
   if (chosen == static_cast<BOOL>(kRefresh)) NavigateTo(location_);
+}
+
+HRESULT Control::Copy() {
+  return Guarded([&] {
+    const Json answer = link_.Call({{"op", "selection"}});
+    return window_ && CopyText(window_->handle(), TextOf(answer, "v")) ? S_OK : E_FAIL;
+  });
 }
 
 void Control::Follow(const std::wstring& url, const std::wstring& target) {

@@ -141,6 +141,7 @@ class Control final
   void HandleNavigation(const Json& notice);
   void HandlePageEvent(const Json& notice);
   void ShowMenu(const Json& menu);
+  HRESULT Copy();
   void Follow(const std::wstring& url, const std::wstring& target);
   void ShowPicture(const Json& notice);
   void TellWhereabouts();

@@ -197,6 +197,7 @@ STDMETHODIMP Control::TranslateAccelerator(LPMSG message) {
   return Guarded([&]() -> HRESULT {
     if (site_.HoldsBack(*message)) return S_OK;
     if (message->wParam == VK_F5) return NavigateTo(location_);
+    if (message->wParam == 'C' && GetKeyState(VK_CONTROL) < 0) Copy();
     if (message->wParam == VK_TAB && link_.IsConnected()) {
       const bool is_back = GetKeyState(VK_SHIFT) < 0;
       const bool leaves = link_.Call({{"op", "leavesByTab"}, {"back", is_back}}).at("v");

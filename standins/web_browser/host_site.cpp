@@ -55,10 +55,10 @@ bool HostSite::TakesKey(MSG& message) const {
   return site && site->TranslateAccelerator(&message, modifiers) == S_OK;
 }
 
-bool HostSite::ReplacesMenu(int kind, POINT place) const {
+bool HostSite::ReplacesMenu(int kind, POINT place, IUnknown* commands) const {
   const ComPtr<IDocHostUIHandler> handler = As<IDocHostUIHandler>(IID_IDocHostUIHandler);
   return handler &&
-         handler->ShowContextMenu(static_cast<DWORD>(kind), &place, nullptr, nullptr) == S_OK;
+         handler->ShowContextMenu(static_cast<DWORD>(kind), &place, commands, nullptr) == S_OK;
 }
 
 bool HostSite::HoldsBack(MSG& message) const {

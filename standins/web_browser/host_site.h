@@ -32,10 +32,10 @@ class HostSite {
   void FocusChanged(bool has_focus) const;
 
   /**
-   * Offers the host a menu of that CONTEXT_MENU_ kind. Returns whether it suppresses the control's
-   * own.
+   * Offers the host a menu of that CONTEXT_MENU_ kind, and the commands for it (IOleCommandTarget).
+   * Returns whether it suppresses the control's own.
    */
-  bool ReplacesMenu(int kind, POINT place) const;
+  bool ReplacesMenu(int kind, POINT place, IUnknown* commands) const;
 
   /** Whether the host withholds a key from the page and from the control itself. */
   bool HoldsBack(MSG& message) const;

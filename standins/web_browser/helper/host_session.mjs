@@ -86,6 +86,7 @@ export class HostSession extends EventEmitter {
       case 'document': return this.#reply(message.i, { v: { h: 1 }, g: this.#page.generation });
       case 'navigate': return this.#navigate(message);
       case 'leavesByTab': return this.#leavesByTab(message);
+      case 'selection': return this.#selection(message);
       case 'errorPage': return this.#page.showError(message.url).catch(() => {});
       case 'decide': return this.#page.decide(message.n, message.cancel);
       case 'size': return this.#frames.resize(message.w, message.h, message.zoom).catch(() => {});
@@ -136,6 +137,11 @@ export class HostSession extends EventEmitter {
   async #leavesByTab({ i, back }) {
     const leaves = await this.#page.evaluate(`standin.leavesByTab(${Boolean(back)})`).catch(() => true);
     this.#reply(i, { v: leaves });
+  }
+
+  async #selection({ i }) {
+    const text = await this.#page.evaluate('String(getSelection())').catch(() => '');
+    this.#reply(i, { v: text });
   }
 
   #handled({ g, n }) {

@@ -32,6 +32,52 @@ class NotedInput : public platform::HtmlDocumentEvents {
   std::shared_ptr<platform::HtmlDocument> document;
 };
 
+/// Chooses the first item of the next menu, by keys that the menu takes before `window` does.
+class MenuChoice {
+ public:
+  explicit MenuChoice(HWND window) : window_(window) {
+    current_ = this;
+    timer_ = SetTimer(nullptr, 0, kIntervalMs, Look);
+  }
+  ~MenuChoice() {
+    KillTimer(nullptr, timer_);
+    current_ = nullptr;
+  }
+  MenuChoice(const MenuChoice&) = delete;
+  MenuChoice& operator=(const MenuChoice&) = delete;
+
+ private:
+  static constexpr UINT kIntervalMs = 20;
+
+  static void CALLBACK Look(HWND, UINT, UINT_PTR, DWORD) {
+    if (current_ == nullptr || FindWindowW(L"#32768", nullptr) == nullptr) return;
+    for (const WPARAM key : {VK_DOWN, VK_RETURN})
+      PostMessageW(current_->window_, WM_KEYDOWN, key, 0);
+    current_ = nullptr;
+  }
+
+  static inline MenuChoice* current_ = nullptr;  // The system passes the timer nothing else.
+  HWND window_;
+  UINT_PTR timer_;
+};
+
+void ClearClipboard() {
+  ASSERT_TRUE(OpenClipboard(nullptr));
+  EmptyClipboard();
+  CloseClipboard();
+}
+
+/// The text on the clipboard; empty if there is none.
+std::wstring ClipboardText() {
+  if (!IsClipboardFormatAvailable(CF_UNICODETEXT) || !OpenClipboard(nullptr)) return {};
+  const HANDLE memory = GetClipboardData(CF_UNICODETEXT);
+  const auto* text = static_cast<const wchar_t*>(memory == nullptr ? nullptr : GlobalLock(memory));
+  std::wstring result = text == nullptr ? L"" : text;
+  if (text != nullptr) GlobalUnlock(memory);
+  CloseClipboard();
+  return result;
+}
+
 class HostAnswers : public ::testing::Test {
  protected:
   platform::HtmlDocument& Show(const std::string& body) {
@@ -46,6 +92,14 @@ class HostAnswers : public ::testing::Test {
     constexpr LPARAM kPlace = MAKELPARAM(10, 10);
     PostMessageW(loaded_.Browser(), down, button, kPlace);
     PostMessageW(loaded_.Browser(), up, 0, kPlace);
+  }
+
+  /// Selects the word in the top left corner by a double click.
+  void SelectWord() {
+    events_.clicks = 0;
+    Press(WM_LBUTTONDOWN, WM_LBUTTONUP, MK_LBUTTON);
+    Press(WM_LBUTTONDBLCLK, WM_LBUTTONUP, MK_LBUTTON);
+    EXPECT_TRUE(loaded_.RunUntil([&] { return events_.clicks == 2; }));
   }
 
   LoadedWindow& loaded_ = SharedWindow();
@@ -65,6 +119,28 @@ TEST_F(HostAnswers, ARightClickShowsNoMenu) {
     EXPECT_TRUE(loaded_.RunUntil([&] { return events_.clicks > 0; })) << body;
     EXPECT_EQ(FindWindowW(L"#32768", nullptr), nullptr) << body;
   }
+}
+
+TEST_F(HostAnswers, SelectedTextIsCopiedByTheMenu) {
+  Show("<div style='height:100px'>word</div>");
+  ClearClipboard();
+  SelectWord();
+  Press(WM_RBUTTONDOWN, WM_RBUTTONUP, MK_RBUTTON);
+  const MenuChoice first(loaded_.Browser());
+  EXPECT_TRUE(loaded_.RunUntil([] { return !ClipboardText().empty(); }));
+  EXPECT_EQ(ClipboardText(), L"word");
+  EXPECT_EQ(FindWindowW(L"#32768", nullptr), nullptr);
+}
+
+TEST_F(HostAnswers, SelectedTextIsCopiedByControlAndC) {
+  Show("<div style='height:100px'>word</div>");
+  ClearClipboard();
+  SelectWord();
+  SetFocus(loaded_.Browser());
+  const KeyHeld control(VK_CONTROL);
+  loaded_.PressKey('C');
+  EXPECT_TRUE(loaded_.RunUntil([] { return !ClipboardText().empty(); }));
+  EXPECT_EQ(ClipboardText(), L"word");
 }
 
 TEST_F(HostAnswers, AFileThatIsDroppedStaysWhereItWas) {
