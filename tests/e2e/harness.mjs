@@ -409,6 +409,14 @@ export class Program {
     return this.#inspector;
   }
 
+  /** The same page once the update sources have answered and every list is filled. */
+  async answeredPage() {
+    const page = await this.page();
+    await page.waitFor(sourcesAnswered);
+    await page.settled();
+    return page;
+  }
+
   /**
    * Clicks in the middle of an element of the page, with the mouse, and waits until the click is
    * handled.

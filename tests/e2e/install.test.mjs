@@ -12,7 +12,6 @@ import {
   MainClient,
   registeredLibrary,
   rowsOf,
-  sourcesAnswered,
   Suite,
   windowsPath,
 } from './harness.mjs';
@@ -53,9 +52,7 @@ after(async () => {
 
 async function start() {
   kitbay = suite.start();
-  page = await kitbay.page();
-  await page.waitFor(sourcesAnswered);
-  await page.settled();
+  page = await kitbay.answeredPage();
 }
 
 const namesIn = async (container) => (await page.eval(rowsOf(container))).map(({ name }) => name);

@@ -11,7 +11,6 @@ import {
   probe,
   rowsOf,
   run,
-  sourcesAnswered,
   Suite,
   windows,
 } from './harness.mjs';
@@ -29,9 +28,7 @@ before(async () => {
   client = new MainClient(suite);
   await client.start();
   kitbay = suite.start();
-  page = await kitbay.page();
-  await page.waitFor(sourcesAnswered);
-  await page.settled();
+  page = await kitbay.answeredPage();
 });
 after(async () => {
   await kitbay.dispose();

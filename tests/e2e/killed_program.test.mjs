@@ -18,7 +18,6 @@ import {
   root,
   rowsOf,
   run,
-  sourcesAnswered,
   Suite,
 } from './harness.mjs';
 import { parseXml } from './xml.mjs';
@@ -49,9 +48,7 @@ function restore() {
 /** Starts Kitbay, which cleans up when its page has loaded. */
 async function start() {
   kitbay = suite.start();
-  page = await kitbay.page();
-  await page.waitFor(sourcesAnswered);
-  await page.settled();
+  page = await kitbay.answeredPage();
   assert.deepEqual(leftOvers(), []);
 }
 

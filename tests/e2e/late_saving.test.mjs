@@ -2,7 +2,7 @@
 import assert from 'node:assert/strict';
 import { afterEach, before, after, beforeEach, test } from 'node:test';
 import { UpdateSource } from '../../standins/update_source/server.mjs';
-import { allButtonsOn, confirmMessage, MainClient, sourcesAnswered, Suite } from './harness.mjs';
+import { allButtonsOn, confirmMessage, MainClient, Suite } from './harness.mjs';
 
 let source;
 let suite;
@@ -19,8 +19,7 @@ beforeEach(async () => {
   suite.write('Tessel.saves', '');
   client = new MainClient(suite);
   kitbay = suite.start();
-  page = await kitbay.page();
-  await page.waitFor(sourcesAnswered);
+  page = await kitbay.answeredPage();
   await client.start();
   registryFiles = suite.registryFiles();
 });

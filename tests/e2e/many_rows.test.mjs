@@ -6,7 +6,7 @@ import assert from 'node:assert/strict';
 import fs from 'node:fs';
 import { afterEach, test } from 'node:test';
 import { UpdateSource } from '../../standins/update_source/server.mjs';
-import { eventually, patience, run, sourcesAnswered, Suite } from './harness.mjs';
+import { eventually, patience, run, Suite } from './harness.mjs';
 
 const kPart = 500;
 
@@ -48,9 +48,7 @@ test('a refresh while a download runs takes at most ten calls into the page per 
   await suiteOf(count, { KITBAY_UPDATE_SOURCE: `${source.host}/many.xml` });
   const held = source.misbehave('/packages/many.zip', 'stall');
   kitbay = suite.start();
-  const page = await kitbay.page();
-  await page.waitFor(sourcesAnswered);
-  await page.settled();
+  const page = await kitbay.answeredPage();
   await kitbay.show('update', 'channels');
   await kitbay.press('updatedchannels', 'Channel n3', 'Install');
   await held.reached;

@@ -9,7 +9,6 @@ import { demandOnly, everything, kFolder, sumOf } from './everything.mjs';
 import {
   allButtonsOn,
   confirmMessage,
-  sourcesAnswered,
   Suite,
 } from './harness.mjs';
 
@@ -56,8 +55,7 @@ before(async () => {
   }
   suite = await Suite.layOut({ KITBAY_UPDATE_SOURCE: `${source.host}/hostile.xml` });
   kitbay = suite.start();
-  page = await kitbay.page();
-  await page.waitFor(sourcesAnswered);
+  page = await kitbay.answeredPage();
   await kitbay.show('update', 'addons');
 });
 after(async () => {

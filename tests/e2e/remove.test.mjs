@@ -3,7 +3,7 @@ import assert from 'node:assert/strict';
 import { after, before, test } from 'node:test';
 import { UpdateSource } from '../../standins/update_source/server.mjs';
 import { demandOnly, everything } from './everything.mjs';
-import { allButtonsOn, confirmMessage, MainClient, rowsOf, sourcesAnswered, Suite } from './harness.mjs';
+import { allButtonsOn, confirmMessage, MainClient, rowsOf, Suite } from './harness.mjs';
 
 let source;
 let suite;
@@ -25,9 +25,7 @@ after(async () => {
 
 async function start() {
   kitbay = suite.start();
-  page = await kitbay.page();
-  await page.waitFor(sourcesAnswered);
-  await page.settled();
+  page = await kitbay.answeredPage();
 }
 
 const namesIn = async (container) => (await page.eval(rowsOf(container))).map(({ name }) => name);

@@ -2,7 +2,7 @@
 import assert from 'node:assert/strict';
 import { after, before, test } from 'node:test';
 import { UpdateSource } from '../../standins/update_source/server.mjs';
-import { eventually, isKitbay, sourcesAnswered, Suite, windows } from './harness.mjs';
+import { eventually, isKitbay, Suite, windows } from './harness.mjs';
 
 let source;
 let suite;
@@ -13,9 +13,7 @@ before(async () => {
   source = await UpdateSource.start();
   suite = await Suite.layOut({ KITBAY_UPDATE_SOURCE: `${source.host}/ovalink.xml` });
   kitbay = suite.start();
-  page = await kitbay.page();
-  await page.waitFor(sourcesAnswered);
-  await page.settled();
+  page = await kitbay.answeredPage();
 });
 after(async () => {
   await kitbay.dispose();

@@ -15,7 +15,6 @@ import {
   probe,
   registeredLibrary,
   run,
-  sourcesAnswered,
   Suite,
   windows,
   windowsPath,
@@ -93,8 +92,7 @@ before(async () => {
   }
   suite = await Suite.layOut({ KITBAY_UPDATE_SOURCE: `${source.host}/trouble.xml` });
   kitbay = suite.start();
-  page = await kitbay.page();
-  await page.waitFor(sourcesAnswered);
+  page = await kitbay.answeredPage();
   await kitbay.show('update', 'addons');
 });
 after(async () => {

@@ -14,7 +14,6 @@ import {
   registeredLibrary,
   root,
   rowsOf,
-  sourcesAnswered,
   Suite,
   windowsPath,
 } from './harness.mjs';
@@ -47,9 +46,7 @@ const kEntry = /<addon id="scrapbook"[^]*?<\/addon>/;
 
 test('a start lists what is installed and what the source offers', async () => {
   kitbay = suite.start();
-  page = await kitbay.page();
-  await page.waitFor(sourcesAnswered);
-  await page.settled();
+  page = await kitbay.answeredPage();
   const { version, buttons } = await rowIn('installedaddons', 'Chess');
   assert.deepEqual([version, buttons], ['Version 1.1.0.64', ['Remove', 'Update']]);
   assert.deepEqual((await rowIn('updatedaddons', 'Scrapbook')).buttons, ['Install']);
@@ -128,9 +125,7 @@ test('a suite of the other bitness is reported at the start, and its components 
     `Tessel is a ${other}-bit program, but this is the ${bits}-bit Kitbay. It cannot register the libraries of ` +
       `components; the ${other}-bit Kitbay can. To get it, run Kitbay's installer again.`,
   );
-  page = await kitbay.page();
-  await page.waitFor(sourcesAnswered);
-  await page.settled();
+  page = await kitbay.answeredPage();
   assert.equal((await rowIn('installedaddons', 'Chess')).version, 'Version 1.2.0.71');
   assert.equal(await kitbay.close(), 0);
   assert.deepEqual(suite.logEntries(), []);

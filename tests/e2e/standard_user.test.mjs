@@ -77,8 +77,7 @@ test('this process may not write what the world refuses', { skip }, async () => 
 test('the user is asked for rights, and told why nothing can be changed without them', { skip }, async () => {
   kitbay = start();
   assert.equal(await harness.confirmMessage('&No'), `${kFolder}\\Kitbay\\Kitbay.exe`);
-  page = await kitbay.page();
-  await page.waitFor(harness.sourcesAnswered);
+  page = await kitbay.answeredPage();
   assert.equal(await harness.confirmMessage(), kNotice + kOffer);
   assert.equal((await windowsOfKitbay()).length, 1);
 });
@@ -142,8 +141,7 @@ test('the end leaves the suite as it was, and no source was contacted', { skip }
 test('a start that gains no right to the folder, though the user agreed, does not ask again', { skip }, async () => {
   kitbay = start();
   await harness.confirmMessage('&Yes');
-  page = await kitbay.page();
-  await page.waitFor(harness.sourcesAnswered);
+  page = await kitbay.answeredPage();
   const [notice, whatToDo] = (await harness.confirmMessage()).split(/(?=\n\n)/);
   // Wine may or may not start it elevated, but that opens nothing that this system refuses.
   assert.equal(notice, kNotice);

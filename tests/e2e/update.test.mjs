@@ -12,7 +12,6 @@ import {
   MainClient,
   messages,
   rowsOf,
-  sourcesAnswered,
   Suite,
 } from './harness.mjs';
 
@@ -35,9 +34,7 @@ async function layOut() {
 
 async function start() {
   kitbay = suite.start();
-  page = await kitbay.page();
-  await page.waitFor(sourcesAnswered);
-  await page.settled();
+  page = await kitbay.answeredPage();
 }
 
 async function end() {

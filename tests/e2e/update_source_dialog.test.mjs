@@ -11,7 +11,6 @@ import {
   picture,
   root,
   run,
-  sourcesAnswered,
   Suite,
   windows,
   windowWhere,
@@ -36,8 +35,7 @@ beforeEach(async () => {
   suite = await Suite.layOut({ KITBAY_UPDATE_SOURCE: own });
   sourceFile = path.join(suite.userFolder, 'updatepreference.xml');
   kitbay = suite.start();
-  page = await kitbay.page();
-  await page.waitFor(sourcesAnswered);
+  page = await kitbay.answeredPage();
 });
 afterEach(async () => {
   await kitbay?.dispose();

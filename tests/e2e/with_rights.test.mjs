@@ -8,7 +8,7 @@ import { withRights } from './worlds.mjs';
 
 withRights();
 const { confirmMessage, eventually, isKitbay, MainClient, probe, Program, rowsOf } = await import('./harness.mjs');
-const { root, run, sourcesAnswered, starter, Suite, wine, windows } = await import('./harness.mjs');
+const { root, run, starter, Suite, wine, windows } = await import('./harness.mjs');
 // The short way through, from the start to the end.
 await import('./short_way.test.mjs');
 
@@ -83,8 +83,7 @@ test('the main client is started again by the desktop of its user, without the r
   await client.event(1, 'the start of the main client');
   const kitbay = suite.start();
   try {
-    const page = await kitbay.page();
-    await page.waitFor(sourcesAnswered);
+    const page = await kitbay.answeredPage();
     await kitbay.press('installedchannels', 'Presence', 'Update');
     await confirmMessage();
     await client.event(3, 'the restart of the main client');
