@@ -59,14 +59,18 @@ void Download(const DownloadRequest& request, const std::string& plain_servers,
               const std::string& location) {
   std::optional<TransferAddress> asked =
       Try([&] { return ovalink::AddressOf(request, plain_servers); });
-  if (!asked) return;
+  if (!asked) {
+    return;
+  }
   DemandForm(*asked);
   Demand(asked->is_secure || ovalink::IsLoopback(asked->host) ||
              base::ToLower(plain_servers).find(base::ToLower(asked->host)) != std::string::npos,
          "only loopback and the user's plain servers are asked in plain HTTP");
   for (int redirections = 0; redirections < 3; ++redirections) {
     const auto next = Try([&] { return ovalink::RedirectedAddress(*asked, location); });
-    if (!next) return;
+    if (!next) {
+      return;
+    }
     DemandForm(*next);
     Demand(next->is_secure || !asked->is_secure, "a redirection leaves no secure connection");
     Demand((next->is_secure && asked->is_secure) ||
@@ -78,7 +82,9 @@ void Download(const DownloadRequest& request, const std::string& plain_servers,
 
 void Answer(const std::string& content_length) {
   const std::optional<std::uint64_t> length = ovalink::WholeNumber(content_length);
-  if (!length) return;
+  if (!length) {
+    return;
+  }
   const std::string digits = std::to_string(*length);
   Demand(content_length.ends_with(digits) &&
              content_length.find_first_not_of('0') >= content_length.size() - digits.size(),

@@ -67,7 +67,9 @@ std::optional<std::uint64_t> WholeNumber(std::string_view text) {
   std::uint64_t number = 0;
   const char* const last = text.data() + text.size();
   const auto [end, error] = std::from_chars(text.data(), last, number);
-  if (error != std::errc() || end != last) return std::nullopt;
+  if (error != std::errc() || end != last) {
+    return std::nullopt;
+  }
   return number;
 }
 
@@ -88,7 +90,9 @@ SizeLimit LimitAt(std::string_view destination, std::optional<std::uint64_t> mos
 
 void ByteCount::Announce(std::uint64_t length) {
   announced_ = length;
-  if (length > limit_.bytes) throw TransferFailure(limit_.excess);
+  if (length > limit_.bytes) {
+    throw TransferFailure(limit_.excess);
+  }
 }
 
 void ByteCount::Add(std::uint64_t bytes) {
@@ -97,11 +101,15 @@ void ByteCount::Add(std::uint64_t bytes) {
     throw TransferFailure("The server sent more than the " + std::to_string(*announced_) +
                           " bytes it announced");
   }
-  if (received_ > limit_.bytes) throw TransferFailure(limit_.excess);
+  if (received_ > limit_.bytes) {
+    throw TransferFailure(limit_.excess);
+  }
 }
 
 void ByteCount::End() const {
-  if (announced_ && received_ < *announced_) throw CutShort();
+  if (announced_ && received_ < *announced_) {
+    throw CutShort();
+  }
 }
 
 TransferFailure ByteCount::CutShort() const {
@@ -117,7 +125,9 @@ void DemandRoom(std::uint64_t bytes, std::uint64_t free) {
 }
 
 bool IsFullLocalPath(std::string_view path) {
-  if (path.size() < 4 || path[1] != ':') return false;
+  if (path.size() < 4 || path[1] != ':') {
+    return false;
+  }
   const char letter = static_cast<char>(path[0] | 0x20);
   return letter >= 'a' && letter <= 'z' && (path[2] == '\\' || path[2] == '/') &&
          path.find(':', 2) == std::string_view::npos;

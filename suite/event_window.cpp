@@ -18,7 +18,9 @@ EventWindow::EventWindow(Deliver deliver, Look look)
   window_.reset(CreateWindowExW(0, L"STATIC", nullptr, 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
                                 nullptr, nullptr));
   const DWORD error = GetLastError();
-  if (!window_) throw kitbay::platform::win32::FailureOf(HRESULT_FROM_WIN32(error));
+  if (!window_) {
+    throw kitbay::platform::win32::FailureOf(HRESULT_FROM_WIN32(error));
+  }
   SetWindowLongPtrW(window_.get(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
   SetWindowLongPtrW(window_.get(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&Procedure));
 }
@@ -42,7 +44,9 @@ void EventWindow::Watch(bool watch) {
 bool EventWindow::DeliverNext() {
   try {
     const auto event = Take();
-    if (!event) return false;
+    if (!event) {
+      return false;
+    }
     const Deliver deliver = deliver_;
     deliver(*event);
   } catch (...) {
@@ -68,7 +72,9 @@ LRESULT CALLBACK EventWindow::Procedure(HWND window, UINT message, WPARAM word, 
 
 std::optional<TransferEvent> EventWindow::Take() {
   const std::lock_guard lock(mutex_);
-  if (events_.empty()) return std::nullopt;
+  if (events_.empty()) {
+    return std::nullopt;
+  }
   TransferEvent event = std::move(events_.front());
   events_.pop_front();
   return event;

@@ -53,10 +53,14 @@ win32::ServerRegistration Registration() {
 }  // namespace ovalink
 
 STDAPI DllGetClassObject(REFCLSID class_id, REFIID iid, void** object) {
-  if (object == nullptr) return E_POINTER;
+  if (object == nullptr) {
+    return E_POINTER;
+  }
   *object = nullptr;
   for (const ovalink::SuiteClass& entry : ovalink::SuiteClasses()) {
-    if (entry.id != class_id) continue;
+    if (entry.id != class_id) {
+      continue;
+    }
     try {
       return kitbay::platform::win32::Adopt(new ovalink::ClassObject(entry.create))
           ->QueryInterface(iid, object);

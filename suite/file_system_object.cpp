@@ -39,7 +39,9 @@ win32::UniqueFile Open(const std::wstring& path, DWORD access, DWORD share, DWOR
   win32::UniqueFile file(
       CreateFileW(path.c_str(), access, share, nullptr, disposition, attributes, nullptr));
   const DWORD error = GetLastError();
-  if (file) return file;
+  if (file) {
+    return file;
+  }
   if (error == ERROR_FILE_EXISTS || error == ERROR_ALREADY_EXISTS) {
     throw Failure(RuntimeError::kFileAlreadyExists);
   }
@@ -74,7 +76,9 @@ HRESULT GiveReader(BSTR path, DWORD disposition, TextFormat format, ::ITextStrea
 }  // namespace
 
 STDMETHODIMP FileSystemObject::FileExists(BSTR path, VARIANT_BOOL* exists) {
-  if (exists == nullptr) return E_POINTER;
+  if (exists == nullptr) {
+    return E_POINTER;
+  }
   try {
     const DWORD attributes = AttributesOf(path);
     const bool is_file =
@@ -87,7 +91,9 @@ STDMETHODIMP FileSystemObject::FileExists(BSTR path, VARIANT_BOOL* exists) {
 }
 
 STDMETHODIMP FileSystemObject::FolderExists(BSTR path, VARIANT_BOOL* exists) {
-  if (exists == nullptr) return E_POINTER;
+  if (exists == nullptr) {
+    return E_POINTER;
+  }
   try {
     const DWORD attributes = AttributesOf(path);
     const bool is_folder =
@@ -103,8 +109,12 @@ STDMETHODIMP FileSystemObject::CreateFolder(BSTR path) {
   try {
     const BOOL created = CreateDirectoryW(win32::ToSystemPath(TextOf(path)).c_str(), nullptr);
     const DWORD error = GetLastError();
-    if (created) return S_OK;
-    if (error == ERROR_ALREADY_EXISTS) throw Failure(RuntimeError::kFileAlreadyExists);
+    if (created) {
+      return S_OK;
+    }
+    if (error == ERROR_ALREADY_EXISTS) {
+      throw Failure(RuntimeError::kFileAlreadyExists);
+    }
     throw win32::FileFailure(error);
   } catch (...) {
     return ReportCurrentException();
@@ -122,7 +132,9 @@ STDMETHODIMP FileSystemObject::DeleteFolder(BSTR path, VARIANT_BOOL force) {
 
 STDMETHODIMP FileSystemObject::CreateTextFile(BSTR path, VARIANT_BOOL overwrite,
                                               VARIANT_BOOL unicode, ::ITextStream** stream) {
-  if (stream == nullptr) return E_POINTER;
+  if (stream == nullptr) {
+    return E_POINTER;
+  }
   *stream = nullptr;
   try {
     return GiveWriter(path, overwrite != VARIANT_FALSE ? CREATE_ALWAYS : CREATE_NEW,
@@ -135,7 +147,9 @@ STDMETHODIMP FileSystemObject::CreateTextFile(BSTR path, VARIANT_BOOL overwrite,
 
 STDMETHODIMP FileSystemObject::OpenTextFile(BSTR path, IOMode mode, VARIANT_BOOL create,
                                             Tristate format, ::ITextStream** stream) {
-  if (stream == nullptr) return E_POINTER;
+  if (stream == nullptr) {
+    return E_POINTER;
+  }
   *stream = nullptr;
   const bool may_create = create != VARIANT_FALSE;
   const TextFormat text_format =

@@ -22,7 +22,9 @@ bool Has(DWORD attributes, DWORD flag) { return (attributes & flag) != 0; }
 
 /// Subfolders may lie deeper than the system's usual limit.
 std::wstring AnyLength(const std::wstring& path) {
-  if (path.starts_with(L"\\\\?\\")) return path;
+  if (path.starts_with(L"\\\\?\\")) {
+    return path;
+  }
   return path.starts_with(L"\\\\") ? L"\\\\?\\UNC" + path.substr(1) : L"\\\\?\\" + path;
 }
 
@@ -30,18 +32,24 @@ void ClearReadOnly(const std::wstring& path, DWORD attributes) {
   const DWORD left = attributes & ~static_cast<DWORD>(FILE_ATTRIBUTE_READONLY);
   const BOOL cleared = SetFileAttributesW(path.c_str(), left == 0 ? FILE_ATTRIBUTE_NORMAL : left);
   const DWORD error = GetLastError();
-  if (!cleared) throw win32::FileFailure(error);
+  if (!cleared) {
+    throw win32::FileFailure(error);
+  }
 }
 
 void DeleteEntry(const std::wstring& path, DWORD attributes, bool force) {
   if (Has(attributes, FILE_ATTRIBUTE_READONLY)) {
-    if (!force) throw Failure(RuntimeError::kPermissionDenied);
+    if (!force) {
+      throw Failure(RuntimeError::kPermissionDenied);
+    }
     ClearReadOnly(path, attributes);
   }
   const BOOL deleted = Has(attributes, FILE_ATTRIBUTE_DIRECTORY) ? RemoveDirectoryW(path.c_str())
                                                                  : DeleteFileW(path.c_str());
   const DWORD error = GetLastError();
-  if (!deleted) throw win32::FileFailure(error);
+  if (!deleted) {
+    throw win32::FileFailure(error);
+  }
 }
 
 /// A folder whose entries are being deleted.
@@ -59,7 +67,9 @@ Level OpenLevel(std::wstring path, DWORD attributes) {
   level.attributes = attributes;
   level.listing = win32::UniqueFind(FindFirstFileW((level.path + L"\\*").c_str(), &level.entry));
   const DWORD error = GetLastError();
-  if (!level.listing) throw win32::FileFailure(error);
+  if (!level.listing) {
+    throw win32::FileFailure(error);
+  }
   level.has_entry = true;
   return level;
 }
@@ -67,7 +77,9 @@ Level OpenLevel(std::wstring path, DWORD attributes) {
 void Advance(Level& level) {
   level.has_entry = FindNextFileW(level.listing.get(), &level.entry) != 0;
   const DWORD error = GetLastError();
-  if (!level.has_entry && error != ERROR_NO_MORE_FILES) throw win32::FileFailure(error);
+  if (!level.has_entry && error != ERROR_NO_MORE_FILES) {
+    throw win32::FileFailure(error);
+  }
 }
 
 }  // namespace
@@ -78,7 +90,9 @@ void DeleteFolderTree(const std::wstring& path, bool force) {
   if (attributes == INVALID_FILE_ATTRIBUTES || !Has(attributes, FILE_ATTRIBUTE_DIRECTORY)) {
     throw Failure(RuntimeError::kPathNotFound);
   }
-  if (Has(attributes, FILE_ATTRIBUTE_REPARSE_POINT)) return DeleteEntry(root, attributes, force);
+  if (Has(attributes, FILE_ATTRIBUTE_REPARSE_POINT)) {
+    return DeleteEntry(root, attributes, force);
+  }
 
   std::vector<Level> levels;
   levels.push_back(OpenLevel(root, attributes));
@@ -94,7 +108,9 @@ void DeleteFolderTree(const std::wstring& path, bool force) {
     const std::wstring name = level.entry.cFileName;
     const DWORD entry_attributes = level.entry.dwFileAttributes;
     Advance(level);
-    if (name == L"." || name == L"..") continue;
+    if (name == L"." || name == L"..") {
+      continue;
+    }
 
     std::wstring path = level.path + L"\\" + name;
     if (Has(entry_attributes, FILE_ATTRIBUTE_DIRECTORY) &&

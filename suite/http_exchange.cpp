@@ -62,14 +62,18 @@ class HttpExchange::Progress {
   /// The outcome of the step that ended: the bytes available, or read. Throws `TransferFailure`.
   DWORD Result() {
     const std::lock_guard lock(mutex_);
-    if (error_ != ERROR_SUCCESS) ThrowHttpFailure(error_, certificate_flags_);
+    if (error_ != ERROR_SUCCESS) {
+      ThrowHttpFailure(error_, certificate_flags_);
+    }
     return result_;
   }
 
   static void CALLBACK OnStatus(HINTERNET, DWORD_PTR context, DWORD status, void* information,
                                 DWORD size) {
     auto* const progress = reinterpret_cast<Progress*>(context);
-    if (progress != nullptr) progress->Receive(status, information, size);
+    if (progress != nullptr) {
+      progress->Receive(status, information, size);
+    }
   }
 
  private:
@@ -126,7 +130,9 @@ HttpExchange::HttpExchange(const TransferAddress& address, Terms terms, HANDLE c
       Send();
       return;
     } catch (const SendAgain&) {
-      if (times == kMostTimes) throw;
+      if (times == kMostTimes) {
+        throw;
+      }
     }
   }
 }
@@ -137,7 +143,9 @@ std::optional<std::string> HttpExchange::Field(DWORD query) const {
   DWORD bytes = 0;
   WinHttpQueryHeaders(request_.get(), query, WINHTTP_HEADER_NAME_BY_INDEX, nullptr, &bytes,
                       WINHTTP_NO_HEADER_INDEX);
-  if (GetLastError() != ERROR_INSUFFICIENT_BUFFER) return std::nullopt;
+  if (GetLastError() != ERROR_INSUFFICIENT_BUFFER) {
+    return std::nullopt;
+  }
   std::wstring text(bytes / sizeof(wchar_t) + 1, L'\0');
   if (!WinHttpQueryHeaders(request_.get(), query, WINHTTP_HEADER_NAME_BY_INDEX, text.data(), &bytes,
                            WINHTTP_NO_HEADER_INDEX)) {
@@ -168,7 +176,9 @@ DWORD HttpExchange::ProxySignOnScheme() const {
     return 0;
   }
   for (const DWORD scheme : {WINHTTP_AUTH_SCHEME_NEGOTIATE, WINHTTP_AUTH_SCHEME_NTLM}) {
-    if ((supported & scheme) != 0) return scheme;
+    if ((supported & scheme) != 0) {
+      return scheme;
+    }
   }
   return 0;
 }
@@ -179,7 +189,9 @@ std::span<const char> HttpExchange::Read() {
     progress_->Begin();
     const BOOL asked = WinHttpQueryDataAvailable(request_.get(), nullptr);
     const DWORD available = Await(asked, GetLastError(), INFINITE);
-    if (available == 0) return {};
+    if (available == 0) {
+      return {};
+    }
     StartReading(std::min(available, kMostAtOnce));
   }
   is_reading_ = false;
@@ -193,7 +205,9 @@ std::span<const char> HttpExchange::Read() {
   } else if (waited <= kQuickMs && received >= kWorthMore) {
     read_size_ = std::min(std::max(read_size_, received) * 2, kMostAtOnce);
   }
-  if (read_size_ > 0 && received > 0) StartReading(read_size_);
+  if (read_size_ > 0 && received > 0) {
+    StartReading(read_size_);
+  }
   return piece;
 }
 
@@ -214,18 +228,24 @@ void HttpExchange::Open(const TransferAddress& address) {
   }
   connection_.reset(
       WinHttpConnect(session_.get(), AsciiHost(address.host).c_str(), address.port, 0));
-  if (!connection_) ThrowHttpFailure(GetLastError());
+  if (!connection_) {
+    ThrowHttpFailure(GetLastError());
+  }
   request_.reset(WinHttpOpenRequest(
       connection_.get(), L"GET", win32::ToUtf16(address.path).c_str(), nullptr, WINHTTP_NO_REFERER,
       WINHTTP_DEFAULT_ACCEPT_TYPES,
       WINHTTP_FLAG_ESCAPE_DISABLE | (address.is_secure ? WINHTTP_FLAG_SECURE : 0)));
-  if (!request_) ThrowHttpFailure(GetLastError());
+  if (!request_) {
+    ThrowHttpFailure(GetLastError());
+  }
 
   SetNumber(request_.get(), WINHTTP_OPTION_DISABLE_FEATURE,
             WINHTTP_DISABLE_COOKIES | WINHTTP_DISABLE_REDIRECTS |
                 (terms_.proxy_sign_on_scheme == 0 ? WINHTTP_DISABLE_AUTHENTICATION : 0));
   SetNumber(request_.get(), WINHTTP_OPTION_RECEIVE_RESPONSE_TIMEOUT, terms_.timeout_ms);
-  if (terms_.proxy_sign_on_scheme != 0) AllowSignOn();
+  if (terms_.proxy_sign_on_scheme != 0) {
+    AllowSignOn();
+  }
   Listen();
 }
 
@@ -276,7 +296,9 @@ void HttpExchange::Send() {
 /// Reading the body needs no limit here: it may last as long as bytes keep coming, and the system
 /// ends it if none arrive for the configured time.
 DWORD HttpExchange::Await(BOOL started, DWORD error, DWORD limit_ms) {
-  if (!started) ThrowHttpFailure(error);
+  if (!started) {
+    ThrowHttpFailure(error);
+  }
   const std::array<HANDLE, 2> events = {cancel_, progress_->step_ended()};
   switch (
       WaitForMultipleObjects(static_cast<DWORD>(events.size()), events.data(), FALSE, limit_ms)) {

@@ -61,7 +61,9 @@ void ThrowHttpFailure(DWORD error, DWORD certificate_flags) {
     case ERROR_WINHTTP_CHUNKED_ENCODING_HEADER_SIZE_OVERFLOW:
       throw TransferFailure("The server's answer was not understood");
     case ERROR_WINHTTP_SECURE_FAILURE:
-      if ((certificate_flags & kFlagsOfCertificates) == 0) throw NotSecure();
+      if ((certificate_flags & kFlagsOfCertificates) == 0) {
+        throw NotSecure();
+      }
       throw TransferFailure(CertificateText(certificate_flags));
     case ERROR_WINHTTP_SECURE_INVALID_CA:
       throw TransferFailure(CertificateText(WINHTTP_CALLBACK_STATUS_FLAG_INVALID_CA));

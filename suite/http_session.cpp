@@ -21,14 +21,18 @@ UniqueInternet Open(DWORD access, const wchar_t* proxy = WINHTTP_NO_PROXY_NAME,
 
 UniqueInternet OpenWithUsersProxy() {
   WINHTTP_CURRENT_USER_IE_PROXY_CONFIG settings{};
-  if (!WinHttpGetIEProxyConfigForCurrentUser(&settings)) settings = {};
+  if (!WinHttpGetIEProxyConfigForCurrentUser(&settings)) {
+    settings = {};
+  }
   const GlobalText script(settings.lpszAutoConfigUrl);
   const GlobalText proxy(settings.lpszProxy);
   const GlobalText bypass(settings.lpszProxyBypass);
   if (!proxy || settings.fAutoDetect || script) {
     // Before Windows 8.1, no access type finds a proxy automatically.
     UniqueInternet session = Open(WINHTTP_ACCESS_TYPE_AUTOMATIC_PROXY);
-    if (session) return session;
+    if (session) {
+      return session;
+    }
   }
   return proxy ? Open(WINHTTP_ACCESS_TYPE_NAMED_PROXY, proxy.get(), bypass.get())
                : Open(WINHTTP_ACCESS_TYPE_DEFAULT_PROXY);
@@ -46,7 +50,9 @@ void DemandTls(HINTERNET session) {
 
 UniqueInternet OpenSession(bool direct) {
   UniqueInternet session = direct ? Open(WINHTTP_ACCESS_TYPE_NO_PROXY) : OpenWithUsersProxy();
-  if (!session) ThrowHttpFailure(GetLastError());
+  if (!session) {
+    ThrowHttpFailure(GetLastError());
+  }
   DemandTls(session.get());
   return session;
 }

@@ -14,7 +14,9 @@ std::optional<std::uint64_t> NumberIn(std::string_view digits) {
   std::uint64_t number = 0;
   const char* const last = digits.data() + digits.size();
   const auto [end, error] = std::from_chars(digits.data(), last, number);
-  if (error != std::errc() || end != last) return std::nullopt;
+  if (error != std::errc() || end != last) {
+    return std::nullopt;
+  }
   return number;
 }
 
@@ -31,7 +33,9 @@ std::string_view TakeUntil(std::string_view& text, char mark) {
 
 std::uint64_t SumOf(std::string_view bytes) {
   std::uint64_t sum = 0xCBF29CE484222325U;
-  for (const char byte : bytes) sum = (sum ^ static_cast<unsigned char>(byte)) * 0x100000001B3U;
+  for (const char byte : bytes) {
+    sum = (sum ^ static_cast<unsigned char>(byte)) * 0x100000001B3U;
+  }
   return sum == 0 ? 1 : sum;
 }
 
@@ -50,7 +54,9 @@ std::optional<TransferRecord> ReadRecord(std::string_view text) {
     return std::nullopt;
   }
   std::array<std::string_view, kLines> lines;
-  for (std::string_view& line : lines) line = TakeUntil(text, '\n');
+  for (std::string_view& line : lines) {
+    line = TakeUntil(text, '\n');
+  }
   const auto length = NumberIn(lines[5]);
   const auto sum = NumberIn(lines[6]);
   if (lines[0] != kHeading || !length || !sum || UsableField(lines[3]) != lines[3] ||
@@ -66,11 +72,15 @@ std::optional<TransferRecord> ReadRecord(std::string_view text) {
 }
 
 std::optional<ContentRange> ReadContentRange(std::string_view field) {
-  if (TakeUntil(field, ' ') != "bytes") return std::nullopt;
+  if (TakeUntil(field, ' ') != "bytes") {
+    return std::nullopt;
+  }
   const auto first = NumberIn(TakeUntil(field, '-'));
   const auto last = NumberIn(TakeUntil(field, '/'));
   const auto length = NumberIn(field);
-  if (!first || !last || !length || *first > *last || *last >= *length) return std::nullopt;
+  if (!first || !last || !length || *first > *last || *last >= *length) {
+    return std::nullopt;
+  }
   return ContentRange{*first, *last, *length};
 }
 
@@ -92,7 +102,9 @@ std::string RestFields(const TransferRecord& record, std::uint64_t first) {
 
 std::string UnlessChangedFields(const TransferRecord& record) {
   std::string fields;
-  if (!record.etag.empty()) fields += "If-None-Match: " + record.etag + "\r\n";
+  if (!record.etag.empty()) {
+    fields += "If-None-Match: " + record.etag + "\r\n";
+  }
   if (!record.last_modified.empty()) {
     fields += "If-Modified-Since: " + record.last_modified + "\r\n";
   }

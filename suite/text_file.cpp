@@ -30,16 +30,22 @@ TextReader::TextReader(win32::UniqueFile file, TextFormat format)
 }
 
 bool TextReader::AtEnd() {
-  if (!peeked_) peeked_ = NextUnit();
+  if (!peeked_) {
+    peeked_ = NextUnit();
+  }
   return !peeked_;
 }
 
 std::wstring TextReader::ReadLine() {
-  if (AtEnd()) throw Failure(RuntimeError::kInputPastEndOfFile);
+  if (AtEnd()) {
+    throw Failure(RuntimeError::kInputPastEndOfFile);
+  }
   std::wstring line;
   while (const std::optional<wchar_t> unit = NextUnit()) {
     if (*unit == L'\n') {
-      if (line.ends_with(L'\r')) line.pop_back();
+      if (line.ends_with(L'\r')) {
+        line.pop_back();
+      }
       break;
     }
     line += *unit;
@@ -48,9 +54,13 @@ std::wstring TextReader::ReadLine() {
 }
 
 std::wstring TextReader::ReadAll() {
-  if (AtEnd()) throw Failure(RuntimeError::kInputPastEndOfFile);
+  if (AtEnd()) {
+    throw Failure(RuntimeError::kInputPastEndOfFile);
+  }
   std::wstring text;
-  while (const std::optional<wchar_t> unit = NextUnit()) text += *unit;
+  while (const std::optional<wchar_t> unit = NextUnit()) {
+    text += *unit;
+  }
   return TextOf(text);
 }
 
@@ -64,25 +74,35 @@ std::optional<unsigned char> TextReader::NextByte() {
       filled_ = 0;
       throw win32::FileFailure(error);
     }
-    if (filled_ == 0) return std::nullopt;
+    if (filled_ == 0) {
+      return std::nullopt;
+    }
   }
   return buffer_[position_++];
 }
 
 std::optional<wchar_t> TextReader::NextUnit() {
-  if (peeked_) return std::exchange(peeked_, std::nullopt);
+  if (peeked_) {
+    return std::exchange(peeked_, std::nullopt);
+  }
   const std::optional<unsigned char> low = NextByte();
-  if (!low || format_ == TextFormat::kEightBit) return low;
+  if (!low || format_ == TextFormat::kEightBit) {
+    return low;
+  }
   return static_cast<wchar_t>(*low | NextByte().value_or(0) << 8);
 }
 
 void TextReader::SkipMark() {
   if (format_ == TextFormat::kUnicode) {
     peeked_ = NextUnit();
-    if (peeked_ == kMark) peeked_.reset();
+    if (peeked_ == kMark) {
+      peeked_.reset();
+    }
     return;
   }
-  if (!NextByte()) return;
+  if (!NextByte()) {
+    return;
+  }
   position_ = 0;
   if (std::string_view(reinterpret_cast<const char*>(buffer_.data()), filled_)
           .starts_with(kEightBitMark)) {
@@ -91,10 +111,14 @@ void TextReader::SkipMark() {
 }
 
 std::wstring TextReader::TextOf(const std::wstring& units) const {
-  if (format_ == TextFormat::kUnicode) return units;
+  if (format_ == TextFormat::kUnicode) {
+    return units;
+  }
   std::string bytes;
   bytes.reserve(units.size());
-  for (const wchar_t unit : units) bytes += static_cast<char>(unit);
+  for (const wchar_t unit : units) {
+    bytes += static_cast<char>(unit);
+  }
   return win32::ToUtf16(bytes);
 }
 

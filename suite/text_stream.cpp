@@ -16,7 +16,9 @@ kitbay::base::Failure BadFileMode() { return {54, "Bad file mode"}; }
 
 BSTR ToBstr(std::wstring_view text) {
   const BSTR value = SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));
-  if (value == nullptr) throw std::bad_alloc();
+  if (value == nullptr) {
+    throw std::bad_alloc();
+  }
   return value;
 }
 
@@ -27,7 +29,9 @@ std::wstring_view ViewOf(BSTR text) {
 }  // namespace
 
 STDMETHODIMP TextStream::get_AtEndOfStream(VARIANT_BOOL* at_end) {
-  if (at_end == nullptr) return E_POINTER;
+  if (at_end == nullptr) {
+    return E_POINTER;
+  }
   try {
     *at_end = Reader().AtEnd() ? VARIANT_TRUE : VARIANT_FALSE;
     return S_OK;
@@ -37,7 +41,9 @@ STDMETHODIMP TextStream::get_AtEndOfStream(VARIANT_BOOL* at_end) {
 }
 
 STDMETHODIMP TextStream::ReadLine(BSTR* text) {
-  if (text == nullptr) return E_POINTER;
+  if (text == nullptr) {
+    return E_POINTER;
+  }
   *text = nullptr;
   try {
     *text = ToBstr(Reader().ReadLine());
@@ -48,7 +54,9 @@ STDMETHODIMP TextStream::ReadLine(BSTR* text) {
 }
 
 STDMETHODIMP TextStream::ReadAll(BSTR* text) {
-  if (text == nullptr) return E_POINTER;
+  if (text == nullptr) {
+    return E_POINTER;
+  }
   *text = nullptr;
   try {
     *text = ToBstr(Reader().ReadAll());
@@ -84,12 +92,16 @@ STDMETHODIMP TextStream::Close() {
 }
 
 TextReader& TextStream::Reader() const {
-  if (!reader_) throw BadFileMode();
+  if (!reader_) {
+    throw BadFileMode();
+  }
   return *reader_;
 }
 
 TextWriter& TextStream::Writer() const {
-  if (!writer_) throw BadFileMode();
+  if (!writer_) {
+    throw BadFileMode();
+  }
   return *writer_;
 }
 

@@ -70,7 +70,9 @@ class TransferRun {
       return;
     }
     const TransferRecord record = Expect(*answer);
-    if (count_->announced()) Send("Total-Length", std::to_string(*count_->announced()));
+    if (count_->announced()) {
+      Send("Total-Length", std::to_string(*count_->announced()));
+    }
     const auto file =
         OnFile([&] { return std::make_unique<win32::ReplacementFile>(destination_); });
     const bool is_kept = IsKept(*answer, record);
@@ -78,7 +80,9 @@ class TransferRun {
       OnFile([&] { is_kept ? store_.Append(bytes) : file->Append(bytes); });
     });
     OnFile([&] {
-      if (is_kept) store_.CopyTo(*file);
+      if (is_kept) {
+        store_.CopyTo(*file);
+      }
       kitbay::platform::WithPatience(*files_, [&] { file->PutInPlace(); });
     });
     // A package is deleted before anybody could ask whether it has changed.
@@ -101,7 +105,9 @@ class TransferRun {
   /// The answer that contains the file or the missing part of it, or says that it has not changed.
   std::unique_ptr<HttpExchange> Ask() {
     // The kept part of a file that has become too large is useless.
-    if (store_.record().length > limit_.bytes) store_.Discard();
+    if (store_.record().length > limit_.bytes) {
+      store_.Discard();
+    }
     auto answer = AskFor(store_.Fields());
     if (!IsUsable(*answer)) {
       store_.Discard();
@@ -111,15 +117,21 @@ class TransferRun {
   }
 
   bool IsUsable(const HttpExchange& answer) const {
-    if (answer.status() == kRangeNotSatisfiable) return false;
-    if (answer.status() != kPartialContent) return true;
+    if (answer.status() == kRangeNotSatisfiable) {
+      return false;
+    }
+    if (answer.status() != kPartialContent) {
+      return true;
+    }
     const auto range = ReadContentRange(answer.Field(WINHTTP_QUERY_CONTENT_RANGE).value_or(""));
     return range && store_.IsRest(*range);
   }
 
   /// Whether an answer other than the whole file is one that was requested.
   bool IsAskedFor(std::uint32_t status, const std::string& fields) const {
-    if (status == kNotModified) return !fields.empty() && store_.asks_whether_changed();
+    if (status == kNotModified) {
+      return !fields.empty() && store_.asks_whether_changed();
+    }
     return (status == kPartialContent || status == kRangeNotSatisfiable) && !fields.empty() &&
            store_.first() > 0;
   }
@@ -131,7 +143,9 @@ class TransferRun {
     HttpExchange::Terms terms{"Accept-Encoding: identity\r\n" + fields, settings.timeout_ms, 0};
     for (int redirections = 0; redirections <= kMostRedirections; ++redirections) {
       auto answer = AskAt(address, terms);
-      if (answer->status() == HTTP_STATUS_OK || IsAskedFor(answer->status(), fields)) return answer;
+      if (answer->status() == HTTP_STATUS_OK || IsAskedFor(answer->status(), fields)) {
+        return answer;
+      }
       const auto location = answer->Field(WINHTTP_QUERY_LOCATION);
       if (!IsRedirection(answer->status()) || !location) {
         throw TransferFailure(StatusText(answer->status()));
@@ -172,21 +186,27 @@ class TransferRun {
       record.length = *length;
       count_->Announce(*length);
     }
-    if (count_->announced()) DemandRoom(*count_->announced(), FreeBytesAt(destination_));
+    if (count_->announced()) {
+      DemandRoom(*count_->announced(), FreeBytesAt(destination_));
+    }
     return record;
   }
 
   /// A chunked answer ends with its last chunk, whatever length it announces besides.
   static std::optional<std::uint64_t> Length(const HttpExchange& answer) {
     const auto length = answer.Field(WINHTTP_QUERY_CONTENT_LENGTH);
-    if (!length || answer.Field(WINHTTP_QUERY_TRANSFER_ENCODING)) return std::nullopt;
+    if (!length || answer.Field(WINHTTP_QUERY_TRANSFER_ENCODING)) {
+      return std::nullopt;
+    }
     return WholeNumber(*length);
   }
 
   /// Whether the bytes are kept apart until they are complete, so that the transfer can be resumed.
   bool IsKept(const HttpExchange& answer, const TransferRecord& record) {
     if (answer.status() == kPartialContent) {
-      if (store_.KeepRest()) return true;
+      if (store_.KeepRest()) {
+        return true;
+      }
       throw TransferFailure("The part of the file that is there could not be opened");
     }
     store_.Discard();
@@ -197,7 +217,9 @@ class TransferRun {
     ULONGLONG told_at = GetTickCount64();
     for (;;) {
       const auto bytes = ReadFrom(answer);
-      if (bytes.empty()) break;
+      if (bytes.empty()) {
+        break;
+      }
       count_->Add(bytes.size());
       take({bytes.data(), bytes.size()});
       const ULONGLONG now = GetTickCount64();

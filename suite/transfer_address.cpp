@@ -21,7 +21,9 @@ std::optional<std::uint16_t> NumberIn(std::string_view digits, std::uint16_t lea
   std::uint16_t number = 0;
   const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
   const bool is_whole = error == std::errc() && end == digits.data() + digits.size();
-  if (!is_whole || number < least) return std::nullopt;
+  if (!is_whole || number < least) {
+    return std::nullopt;
+  }
   return number;
 }
 
@@ -52,7 +54,9 @@ Authority AuthorityOf(std::string_view text) {
   if (colon != std::string_view::npos && text.find(']', colon) == std::string_view::npos) {
     authority.host = std::string(text.substr(0, colon));
     authority.port = NumberIn(text.substr(colon + 1), 1);
-    if (!authority.port) authority.host.clear();
+    if (!authority.port) {
+      authority.host.clear();
+    }
   }
   if (!IsHost(authority.host)) {
     throw TransferFailure("\"" + std::string(text) + "\" is not the name of a server");
@@ -88,8 +92,12 @@ bool IsListed(const Authority& server, std::string_view list) {
   for (;;) {
     const std::size_t end = list.find(';');
     const std::string entry = ToLower(kitbay::base::Trim(list.substr(0, end)));
-    if (entry == host || entry == with_port) return true;
-    if (end == std::string_view::npos) return false;
+    if (entry == host || entry == with_port) {
+      return true;
+    }
+    if (end == std::string_view::npos) {
+      return false;
+    }
     list.remove_prefix(end + 1);
   }
 }
@@ -103,7 +111,9 @@ TransferAddress AddressAfterSlashes(bool is_secure, std::string_view text) {
 /// Whether `url` begins with the scheme `name` and "//"; removes both if so.
 bool TakeScheme(std::string_view& url, std::string_view name) {
   const std::string start = std::string(name) + "://";
-  if (ToLower(url.substr(0, start.size())) != start) return false;
+  if (ToLower(url.substr(0, start.size())) != start) {
+    return false;
+  }
   url.remove_prefix(start.size());
   return true;
 }
@@ -118,7 +128,9 @@ std::string WithoutDotSegments(std::string_view path) {
     const std::string_view segment = path.substr(0, end);
     path.remove_prefix(end);
     const bool climbs = segment == "/..";
-    if (climbs) resolved.erase(std::min(resolved.rfind('/'), resolved.size()));
+    if (climbs) {
+      resolved.erase(std::min(resolved.rfind('/'), resolved.size()));
+    }
     if (!climbs && segment != "/.") {
       resolved += segment;
     } else if (path.empty()) {
@@ -130,7 +142,9 @@ std::string WithoutDotSegments(std::string_view path) {
 
 /// The address of a `location` that is not a complete URL: on the same server as `from`.
 TransferAddress RelativeTo(const TransferAddress& from, std::string_view location) {
-  if (location.starts_with("//")) return AddressAfterSlashes(from.is_secure, location.substr(2));
+  if (location.starts_with("//")) {
+    return AddressAfterSlashes(from.is_secure, location.substr(2));
+  }
   const std::string base = from.path.substr(0, from.path.find('?'));
   TransferAddress to = from;
   if (location.starts_with('/')) {
@@ -153,7 +167,9 @@ bool HasScheme(std::string_view text) {
 
 bool IsLoopback(std::string_view host) {
   const std::string name = ToLower(host);
-  if (name == "localhost" || name == "[::1]") return true;
+  if (name == "localhost" || name == "[::1]") {
+    return true;
+  }
   std::string_view rest = name;
   std::array<std::optional<std::uint16_t>, 4> numbers;
   for (auto& number : numbers) {
@@ -161,9 +177,15 @@ bool IsLoopback(std::string_view host) {
     number = NumberIn(rest.substr(0, end), 0);
     // With a leading zero, the system would read the digits as octal.
     const bool is_octal = end > 1 && rest.front() == '0';
-    if (!number || *number > 255 || is_octal) return false;
-    if (&number == &numbers.back()) return end == rest.size() && numbers.front() == 127;
-    if (end == rest.size()) return false;
+    if (!number || *number > 255 || is_octal) {
+      return false;
+    }
+    if (&number == &numbers.back()) {
+      return end == rest.size() && numbers.front() == 127;
+    }
+    if (end == rest.size()) {
+      return false;
+    }
     rest.remove_prefix(end + 1);
   }
   return false;
@@ -178,7 +200,9 @@ TransferAddress AddressOf(const DownloadRequest& request, std::string_view plain
   }
   // Clients that split a URL at its slashes keep one or both of the slashes after the scheme.
   std::string_view rest = request.file_path;
-  for (int slashes = 0; slashes < 2 && rest.starts_with('/'); ++slashes) rest.remove_prefix(1);
+  for (int slashes = 0; slashes < 2 && rest.starts_with('/'); ++slashes) {
+    rest.remove_prefix(1);
+  }
   const TransferAddress address = AddressAfterSlashes(scheme == "https:", rest);
   const bool may_be_plain =
       IsLoopback(address.host) || IsListed({address.host, address.port}, plain_http_servers);

@@ -18,7 +18,9 @@ std::string SettingOf(const wchar_t* name) {
     result = RegGetValueW(HKEY_CURRENT_USER, L"software\\Ovalink", name, RRF_RT_REG_SZ, nullptr,
                           text.data(), &bytes);
   }
-  if (result != ERROR_SUCCESS) return {};
+  if (result != ERROR_SUCCESS) {
+    return {};
+  }
   return kitbay::platform::win32::ToUtf8(text.substr(0, text.find(L'\0')));
 }
 
@@ -32,7 +34,9 @@ TransferSettings ReadTransferSettings() {
   const auto [end, error] =
       std::from_chars(seconds.data(), seconds.data() + seconds.size(), number);
   const bool is_number = error == std::errc() && end == seconds.data() + seconds.size();
-  if (is_number && number >= 1 && number <= 3600) settings.timeout_ms = number * 1000;
+  if (is_number && number >= 1 && number <= 3600) {
+    settings.timeout_ms = number * 1000;
+  }
   return settings;
 }
 

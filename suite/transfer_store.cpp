@@ -34,7 +34,9 @@ std::uint64_t Now() {
 
 std::uint64_t LengthOf(const std::wstring& path) {
   WIN32_FILE_ATTRIBUTE_DATA data{};
-  if (!GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &data)) return 0;
+  if (!GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &data)) {
+    return 0;
+  }
   return (std::uint64_t{data.nFileSizeHigh} << 32U) | data.nFileSizeLow;
 }
 
@@ -80,7 +82,9 @@ TransferStore::TransferStore(const DownloadRequest& request, std::wstring destin
   record_.source = request.server + request.file_path;
   record_.destination = request.destination;
   const std::wstring folder = Folder();
-  if (folder.empty()) return;
+  if (folder.empty()) {
+    return;
+  }
   DeleteOld(folder);
   // Two destinations may share a name without harm: the record tells them apart.
   base_ = folder + std::to_wstring(SumOf(kitbay::base::ToLower(request.destination)));
@@ -94,7 +98,9 @@ void TransferStore::Load() {
   } catch (const kitbay::base::Failure&) {
     return;  // There is none.
   }
-  if (!kept || kept->source != record_.source || kept->destination != record_.destination) return;
+  if (!kept || kept->source != record_.source || kept->destination != record_.destination) {
+    return;
+  }
   record_ = *kept;
   if (record_.sum != 0) {
     asks_whether_changed_ = SumOfFile(destination_) == record_.sum;
@@ -105,7 +111,9 @@ void TransferStore::Load() {
 }
 
 std::string TransferStore::Fields() const {
-  if (first_ > 0) return RestFields(record_, first_);
+  if (first_ > 0) {
+    return RestFields(record_, first_);
+  }
   return asks_whether_changed_ ? UnlessChangedFields(record_) : std::string();
 }
 
@@ -117,7 +125,9 @@ void TransferStore::Discard() {
   first_ = 0;
   asks_whether_changed_ = false;
   bytes_.reset();
-  if (base_.empty()) return;
+  if (base_.empty()) {
+    return;
+  }
   DeleteFileW(BytesPath().c_str());
   DeleteFileW(RecordPath().c_str());
 }
@@ -156,7 +166,9 @@ void TransferStore::CopyTo(win32::ReplacementFile& file) {
     if (!ReadFile(bytes_.get(), buffer.get(), kAtOnce, &read, nullptr)) {
       throw win32::FileFailure(GetLastError());
     }
-    if (read == 0) return;
+    if (read == 0) {
+      return;
+    }
     file.Append({buffer.get(), read});
   }
 }
@@ -165,7 +177,9 @@ void TransferStore::Settle(const TransferRecord& record) {
   Discard();
   record_.etag = record.etag;
   record_.last_modified = record.last_modified;
-  if (base_.empty() || UnlessChangedFields(record_).empty()) return;
+  if (base_.empty() || UnlessChangedFields(record_).empty()) {
+    return;
+  }
   record_.sum = SumOfFile(destination_);
   WriteRecord();
 }
@@ -175,10 +189,14 @@ void TransferStore::Refresh() const {
                                            FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                                            nullptr, OPEN_EXISTING, 0, nullptr));
   const DWORD error = GetLastError();
-  if (!file) throw win32::FileFailure(error);
+  if (!file) {
+    throw win32::FileFailure(error);
+  }
   FILETIME now{};
   GetSystemTimeAsFileTime(&now);
-  if (!SetFileTime(file.get(), nullptr, nullptr, &now)) throw win32::FileFailure(GetLastError());
+  if (!SetFileTime(file.get(), nullptr, nullptr, &now)) {
+    throw win32::FileFailure(GetLastError());
+  }
 }
 
 bool TransferStore::WriteRecord() const {

@@ -11,7 +11,9 @@ namespace ovalink {
 TransferThread::TransferThread(DownloadRequest request, SendEvent send)
     : cancel_(CreateEventW(nullptr, TRUE, FALSE, nullptr)) {
   const DWORD error = GetLastError();
-  if (!cancel_) throw kitbay::platform::win32::FailureOf(HRESULT_FROM_WIN32(error));
+  if (!cancel_) {
+    throw kitbay::platform::win32::FailureOf(HRESULT_FROM_WIN32(error));
+  }
   // The system may report a closed request long after the thread has ended.
   ModuleLock::Pin();
   thread_ = std::thread([request = std::move(request), cancel = cancel_.get(),

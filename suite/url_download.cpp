@@ -40,7 +40,9 @@ void Tell(IDispatch& receiver, const TransferEvent& event) {
 STDMETHODIMP UrlDownload::SetUp(IDispatch* receiver, IDispatch*, IDispatch*, IDispatch*,
                                 IDispatch*) {
   try {
-    if (receiver == nullptr) throw Failure(RuntimeError::kInvalidProcedureCall);
+    if (receiver == nullptr) {
+      throw Failure(RuntimeError::kInvalidProcedureCall);
+    }
     receiver_ = receiver;
     return S_OK;
   } catch (...) {
@@ -62,13 +64,19 @@ STDMETHODIMP UrlDownload::ShutDown() {
 
 STDMETHODIMP UrlDownload::Request(BSTR, BSTR, BSTR, BSTR, BSTR, BSTR document, VARIANT,
                                   VARIANT* result) {
-  if (result != nullptr) VariantInit(result);
+  if (result != nullptr) {
+    VariantInit(result);
+  }
   try {
     const auto limit = std::exchange(next_limit_, std::nullopt);
     auto request = ReadRequestDocument(win32::TextOf(document));
-    if (!request) throw win32::FailureOf(E_INVALIDARG);
+    if (!request) {
+      throw win32::FailureOf(E_INVALIDARG);
+    }
     request->most_bytes = limit;
-    if (!receiver_) throw Failure(RuntimeError::kObjectVariableNotSet);
+    if (!receiver_) {
+      throw Failure(RuntimeError::kObjectVariableNotSet);
+    }
     if (!window_) {
       window_ = std::make_unique<EventWindow>(
           [this](const TransferEvent& event) {
@@ -88,7 +96,9 @@ STDMETHODIMP UrlDownload::Request(BSTR, BSTR, BSTR, BSTR, BSTR, BSTR document, V
 STDMETHODIMP UrlDownload::LimitNext(BSTR bytes) {
   try {
     next_limit_ = WholeNumber(win32::TextOf(bytes));
-    if (!next_limit_) throw win32::FailureOf(E_INVALIDARG);
+    if (!next_limit_) {
+      throw win32::FailureOf(E_INVALIDARG);
+    }
     return S_OK;
   } catch (...) {
     return win32::ReportCurrentException();
@@ -96,7 +106,9 @@ STDMETHODIMP UrlDownload::LimitNext(BSTR bytes) {
 }
 
 void UrlDownload::StartNext() {
-  if (running_ || waiting_.empty()) return;
+  if (running_ || waiting_.empty()) {
+    return;
+  }
   DownloadRequest next = std::move(waiting_.front());
   waiting_.pop_front();
   running_path_ = next.file_path;
@@ -120,16 +132,22 @@ void UrlDownload::Look() {
 }
 
 void UrlDownload::Deliver(const TransferEvent& event) {
-  if (event.kind != TransferEvent::Kind::kProgress) running_.reset();
+  if (event.kind != TransferEvent::Kind::kProgress) {
+    running_.reset();
+  }
   // The receiver may do anything: request more, shut this object down, or release it.
   const ComPtr<IDispatch> receiver = receiver_;
   try {
-    if (receiver) Tell(*receiver.Get(), event);
+    if (receiver) {
+      Tell(*receiver.Get(), event);
+    }
   } catch (const std::exception&) {
     // A receiver that fails has handled its own failure; there is nobody else to report it to.
   }
   StartNext();
-  if (window_ && !running_ && waiting_.empty()) window_->Watch(false);
+  if (window_ && !running_ && waiting_.empty()) {
+    window_->Watch(false);
+  }
 }
 
 }  // namespace ovalink

@@ -10,7 +10,9 @@
 #include <vector>
 
 int wmain(int count, wchar_t** words) {
-  if (count != 4) return 2;
+  if (count != 4) {
+    return 2;
+  }
   const auto port = static_cast<INTERNET_PORT>(std::wcstoul(words[1], nullptr, 10));
   const HINTERNET session = WinHttpOpen(L"Kitbay", WINHTTP_ACCESS_TYPE_NO_PROXY,
                                         WINHTTP_NO_PROXY_NAME, WINHTTP_NO_PROXY_BYPASS, 0);

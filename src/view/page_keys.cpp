@@ -29,10 +29,18 @@ bool Clicks(int key) { return key == kEnter || key == kSpace; }
 /// do not move past either end.
 std::optional<std::size_t> Moved(std::size_t from, std::size_t count, int key, int back,
                                  int forward) {
-  if (key == kHome) return 0;
-  if (key == kEnd) return count - 1;
-  if (key == back) return from == 0 ? 0 : from - 1;
-  if (key == forward) return from + 1 == count ? from : from + 1;
+  if (key == kHome) {
+    return 0;
+  }
+  if (key == kEnd) {
+    return count - 1;
+  }
+  if (key == back) {
+    return from == 0 ? 0 : from - 1;
+  }
+  if (key == forward) {
+    return from + 1 == count ? from : from + 1;
+  }
   return std::nullopt;
 }
 

@@ -31,9 +31,13 @@ class Object : public Interface {
   virtual ~Object() = default;
 
   STDMETHODIMP QueryInterface(REFIID iid, void** result) override {
-    if (!result) return E_POINTER;
+    if (!result) {
+      return E_POINTER;
+    }
     *result = nullptr;
-    if (iid != __uuidof(IUnknown) && iid != __uuidof(Interface)) return E_NOINTERFACE;
+    if (iid != __uuidof(IUnknown) && iid != __uuidof(Interface)) {
+      return E_NOINTERFACE;
+    }
     *result = static_cast<Interface*>(this);
     this->AddRef();
     return S_OK;
@@ -41,7 +45,9 @@ class Object : public Interface {
   STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
   STDMETHODIMP_(ULONG) Release() override {
     const ULONG left = --references_;
-    if (left == 0) delete this;
+    if (left == 0) {
+      delete this;
+    }
     return left;
   }
 
@@ -55,11 +61,17 @@ class Component final : public Object<IUnknown> {};
 class ComponentFactory final : public Object<IClassFactory> {
  public:
   STDMETHODIMP CreateInstance(IUnknown* outer, REFIID iid, void** result) override {
-    if (!result) return E_POINTER;
+    if (!result) {
+      return E_POINTER;
+    }
     *result = nullptr;
-    if (outer) return CLASS_E_NOAGGREGATION;
+    if (outer) {
+      return CLASS_E_NOAGGREGATION;
+    }
     auto* component = new (std::nothrow) Component;
-    if (!component) return E_OUTOFMEMORY;
+    if (!component) {
+      return E_OUTOFMEMORY;
+    }
     const HRESULT asked = component->QueryInterface(iid, result);
     component->Release();
     return asked;
@@ -85,7 +97,9 @@ LSTATUS WriteText(const std::wstring& key, const wchar_t* value, const std::wstr
   HKEY opened = nullptr;
   const LSTATUS created = RegCreateKeyExW(HKEY_CLASSES_ROOT, key.c_str(), 0, nullptr, 0,
                                           KEY_SET_VALUE, nullptr, &opened, nullptr);
-  if (created != ERROR_SUCCESS) return created;
+  if (created != ERROR_SUCCESS) {
+    return created;
+  }
   const UniqueKey owned(opened);
   return RegSetValueExW(opened, value, 0, REG_SZ, reinterpret_cast<const BYTE*>(text.c_str()),
                         static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
@@ -109,14 +123,18 @@ std::wstring OwnPath() {
 extern "C" {
 
 HRESULT WINAPI DllGetClassObject(REFCLSID clsid, REFIID iid, void** result) {
-  if (!result) return E_POINTER;
+  if (!result) {
+    return E_POINTER;
+  }
   *result = nullptr;
   CLSID own{};
   if (FAILED(CLSIDFromString(kIdentity.clsid, &own)) || clsid != own) {
     return CLASS_E_CLASSNOTAVAILABLE;
   }
   auto* factory = new (std::nothrow) ComponentFactory;
-  if (!factory) return E_OUTOFMEMORY;
+  if (!factory) {
+    return E_OUTOFMEMORY;
+  }
   const HRESULT asked = factory->QueryInterface(iid, result);
   factory->Release();
   return asked;
@@ -126,14 +144,26 @@ HRESULT WINAPI DllCanUnloadNow() { return g_objects_and_locks == 0 ? S_OK : S_FA
 
 HRESULT WINAPI DllRegisterServer() {
   const std::wstring path = OwnPath();
-  if (path.empty()) return E_UNEXPECTED;
+  if (path.empty()) {
+    return E_UNEXPECTED;
+  }
   const std::wstring server = ClassKey() + L"\\InprocServer32";
   LSTATUS done = WriteText(ClassKey(), nullptr, kIdentity.name);
-  if (done == ERROR_SUCCESS) done = WriteText(server, nullptr, path);
-  if (done == ERROR_SUCCESS) done = WriteText(server, L"ThreadingModel", L"Apartment");
-  if (done == ERROR_SUCCESS) done = WriteText(ClassKey() + L"\\ProgID", nullptr, kIdentity.progid);
-  if (done == ERROR_SUCCESS) done = WriteText(ProgIdKey(), nullptr, kIdentity.name);
-  if (done == ERROR_SUCCESS) done = WriteText(ProgIdKey() + L"\\CLSID", nullptr, kIdentity.clsid);
+  if (done == ERROR_SUCCESS) {
+    done = WriteText(server, nullptr, path);
+  }
+  if (done == ERROR_SUCCESS) {
+    done = WriteText(server, L"ThreadingModel", L"Apartment");
+  }
+  if (done == ERROR_SUCCESS) {
+    done = WriteText(ClassKey() + L"\\ProgID", nullptr, kIdentity.progid);
+  }
+  if (done == ERROR_SUCCESS) {
+    done = WriteText(ProgIdKey(), nullptr, kIdentity.name);
+  }
+  if (done == ERROR_SUCCESS) {
+    done = WriteText(ProgIdKey() + L"\\CLSID", nullptr, kIdentity.clsid);
+  }
   return HRESULT_FROM_WIN32(done);
 }
 

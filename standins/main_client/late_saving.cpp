@@ -31,8 +31,12 @@ LateSaving::LateSaving() {
 
 void LateSaving::Save() const {
   const std::size_t end = datastore_.rfind("</root>");
-  if (end == std::string::npos) return;
-  for (int look = 0; look < kMostLooks && ReadDatastore() == datastore_; ++look) Sleep(kPauseMs);
+  if (end == std::string::npos) {
+    return;
+  }
+  for (int look = 0; look < kMostLooks && ReadDatastore() == datastore_; ++look) {
+    Sleep(kPauseMs);
+  }
   std::ofstream(Datastore(), std::ios::binary)
       << datastore_.substr(0, end) << "<!--saved by Tessel-->" << datastore_.substr(end);
   AppendToEventLog("saved");

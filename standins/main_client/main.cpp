@@ -62,13 +62,17 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int show) {
   window_class.hInstance = instance;
   window_class.hCursor = LoadCursorW(nullptr, MAKEINTRESOURCEW(32512));  // the arrow
   window_class.lpszClassName = kWindowClass;
-  if (!RegisterClassExW(&window_class)) return 1;
+  if (!RegisterClassExW(&window_class)) {
+    return 1;
+  }
 
   const POINT place = FirstPlace();
   const HWND window =
       CreateWindowExW(0, kWindowClass, kCaption, WS_OVERLAPPEDWINDOW, place.x, place.y, kWidth,
                       kHeight, nullptr, nullptr, instance, &contacts);
-  if (!window) return 1;
+  if (!window) {
+    return 1;
+  }
   ShowWindow(window, show);
   AppendToEventLog("started");
 

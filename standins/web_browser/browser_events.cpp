@@ -70,7 +70,9 @@ VARIANT Long(long number) {
 std::wstring Told(const std::wstring& url) {
   wchar_t path[MAX_PATH];
   DWORD length = MAX_PATH;
-  if (PathCreateFromUrlW(url.c_str(), path, &length, 0) != S_OK) return url;
+  if (PathCreateFromUrlW(url.c_str(), path, &length, 0) != S_OK) {
+    return url;
+  }
   return path;
 }
 
@@ -140,7 +142,9 @@ void BrowserEvents::NewWindow(const std::wstring& url, const std::wstring& from_
     point_.Fire(DISPID_NEWWINDOW2, {browser, Reference(is_cancelled)});
   }
   // No other window can be opened: an offered browser is not used.
-  if (offered) offered->Release();
+  if (offered) {
+    offered->Release();
+  }
 }
 
 void BrowserEvents::FireWithUrl(DISPID event, const std::wstring& url, bool is_frame) {

@@ -37,19 +37,29 @@ template <typename First, typename... Others>
 class ComObject : public First, public Others... {
  public:
   STDMETHODIMP QueryInterface(REFIID id, void** result) override {
-    if (!result) return E_POINTER;
+    if (!result) {
+      return E_POINTER;
+    }
     *result = nullptr;
-    if (id == IID_IUnknown) *result = static_cast<First*>(this);
-    if (!*result && Answers<First>(id)) *result = static_cast<First*>(this);
+    if (id == IID_IUnknown) {
+      *result = static_cast<First*>(this);
+    }
+    if (!*result && Answers<First>(id)) {
+      *result = static_cast<First*>(this);
+    }
     (Find<Others>(id, result), ...);
-    if (!*result) return E_NOINTERFACE;
+    if (!*result) {
+      return E_NOINTERFACE;
+    }
     AddRef();
     return S_OK;
   }
   STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
   STDMETHODIMP_(ULONG) Release() override {
     const ULONG left = --references_;
-    if (left == 0) delete this;
+    if (left == 0) {
+      delete this;
+    }
     return left;
   }
 
@@ -60,7 +70,9 @@ class ComObject : public First, public Others... {
  private:
   template <typename Interface>
   void Find(REFIID id, void** result) {
-    if (!*result && Answers<Interface>(id)) *result = static_cast<Interface*>(this);
+    if (!*result && Answers<Interface>(id)) {
+      *result = static_cast<Interface*>(this);
+    }
   }
 
   ULONG references_ = 1;  // Apartment-threaded.

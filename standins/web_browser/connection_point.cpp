@@ -13,28 +13,38 @@ ConnectionPoint::ConnectionPoint(IConnectionPointContainer* owner, REFIID events
     : owner_(owner), events_(events) {}
 
 STDMETHODIMP ConnectionPoint::QueryInterface(REFIID id, void** result) {
-  if (!result) return E_POINTER;
+  if (!result) {
+    return E_POINTER;
+  }
   *result = id == IID_IUnknown || id == IID_IConnectionPoint ? this : nullptr;
-  if (!*result) return E_NOINTERFACE;
+  if (!*result) {
+    return E_NOINTERFACE;
+  }
   AddRef();
   return S_OK;
 }
 
 STDMETHODIMP ConnectionPoint::GetConnectionInterface(IID* id) {
-  if (!id) return E_POINTER;
+  if (!id) {
+    return E_POINTER;
+  }
   *id = events_;
   return S_OK;
 }
 
 STDMETHODIMP ConnectionPoint::GetConnectionPointContainer(IConnectionPointContainer** container) {
-  if (!container) return E_POINTER;
+  if (!container) {
+    return E_POINTER;
+  }
   *container = owner_;
   owner_->AddRef();
   return S_OK;
 }
 
 STDMETHODIMP ConnectionPoint::Advise(IUnknown* sink, DWORD* cookie) {
-  if (!sink || !cookie) return E_POINTER;
+  if (!sink || !cookie) {
+    return E_POINTER;
+  }
   ComPtr<IDispatch> receiver;
   if (FAILED(sink->QueryInterface(events_, reinterpret_cast<void**>(receiver.GetAddressOf()))) &&
       FAILED(
@@ -61,7 +71,9 @@ bool ConnectionPoint::Fire(DISPID event, std::vector<VARIANT> arguments) {
     VariantInit(&result);
     sink->Invoke(event, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters, &result,
                  nullptr, nullptr);
-    if (result.vt == VT_BOOL && result.boolVal == VARIANT_FALSE) is_cancelled = true;
+    if (result.vt == VT_BOOL && result.boolVal == VARIANT_FALSE) {
+      is_cancelled = true;
+    }
     VariantClear(&result);
   }
   return is_cancelled;

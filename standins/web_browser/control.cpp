@@ -51,20 +51,28 @@ void Control::HandleNotice(const Json& notice) {
 
 void Control::HandleNavigation(const Json& notice) {
   const bool is_frame = notice.at("frame");
-  if (!is_frame) ready_state_ = READYSTATE_LOADING;
+  if (!is_frame) {
+    ready_state_ = READYSTATE_LOADING;
+  }
   const bool is_document = notice.at("document");
   // Each answer counts, even if the other one has already cancelled.
   const bool is_left = events_.BeforeNavigate(TextOf(notice, "url"), is_frame);
   const bool is_cancelled = is_left || events_.FileDownload(is_document) || !is_document;
   link_.Tell({{"op", "decide"}, {"n", notice.at("n")}, {"cancel", is_cancelled}});
-  if (is_cancelled && !is_frame) ready_state_ = READYSTATE_COMPLETE;
+  if (is_cancelled && !is_frame) {
+    ready_state_ = READYSTATE_COMPLETE;
+  }
 }
 
 void Control::HandlePageEvent(const Json& notice) {
   const bool is_cancelled =
       session_->FireEvent(notice.at("g"), notice.at("n"), TextOf(notice, "type"));
-  if (is_cancelled) return;
-  if (notice.contains("menu")) ShowMenu(notice["menu"]);
+  if (is_cancelled) {
+    return;
+  }
+  if (notice.contains("menu")) {
+    ShowMenu(notice["menu"]);
+  }
   if (notice.contains("follow")) {
     Follow(TextOf(notice["follow"], "url"), TextOf(notice["follow"], "target"));
   }
@@ -74,20 +82,26 @@ void Control::HandlePageEvent(const Json& notice) {
 }
 
 void Control::ShowMenu(const Json& menu) {
-  if (!window_) return;
+  if (!window_) {
+    return;
+  }
   POINT place = {MulDiv(menu.at("x"), zoom_, kUnzoomed), MulDiv(menu.at("y"), zoom_, kUnzoomed)};
   ClientToScreen(window_->handle(), &place);
   const ComPtr<IWebBrowser2> self = this;  // As long as the host keeps the commands.
   ComPtr<IUnknown> commands;
   commands.Attach(new MenuCommands([this, self] { return Copy(); }));
-  if (site_.ReplacesMenu(menu.at("kind"), place, commands.Get())) return;
+  if (site_.ReplacesMenu(menu.at("kind"), place, commands.Get())) {
+    return;
+  }
   constexpr UINT_PTR kRefresh = 1;
   const HMENU own = CreatePopupMenu();
   AppendMenuW(own, MF_STRING, kRefresh, L"&Refresh");
   const BOOL chosen =
       TrackPopupMenu(own, TPM_RETURNCMD, place.x, place.y, 0, window_->handle(), nullptr);
   DestroyMenu(own);
-  if (chosen == static_cast<BOOL>(kRefresh)) NavigateTo(location_);
+  if (chosen == static_cast<BOOL>(kRefresh)) {
+    NavigateTo(location_);
+  }
 }
 
 HRESULT Control::Copy() {
@@ -103,13 +117,17 @@ void Control::Follow(const std::wstring& url, const std::wstring& target) {
   if (is_here) {
     NavigateTo(url);
   } else {
-    if (site_.AllowsWindow(url, location_)) events_.NewWindow(url, location_);
+    if (site_.AllowsWindow(url, location_)) {
+      events_.NewWindow(url, location_);
+    }
   }
 }
 
 void Control::ShowPicture(const Json& notice) {
   picture_.Decode(notice.at("data").get_ref<const std::string&>());
-  if (window_) window_->Show(picture_, notice.at("n"));
+  if (window_) {
+    window_->Show(picture_, notice.at("n"));
+  }
 }
 
 void Control::TellWhereabouts() {
@@ -126,7 +144,9 @@ void Control::TellWhereabouts() {
 }
 
 void Control::TellSize() {
-  if (size_.cx == 0 || size_.cy == 0) return;
+  if (size_.cx == 0 || size_.cy == 0) {
+    return;
+  }
   link_.Tell({{"op", "size"},
               {"w", static_cast<int>(size_.cx)},
               {"h", static_cast<int>(size_.cy)},
@@ -175,7 +195,9 @@ void Control::TellColors() {
 }
 
 void Control::OnColorsChanged() {
-  if (link_.IsConnected()) TellColors();
+  if (link_.IsConnected()) {
+    TellColors();
+  }
 }
 
 HRESULT Control::NavigateTo(const std::wstring& url) {
@@ -188,8 +210,12 @@ HRESULT Control::NavigateTo(const std::wstring& url) {
                 {"flags", flags ? Json(*flags) : Json(nullptr)},
                 {"host", site_.Flags()}});
     ready_state_ = READYSTATE_LOADING;
-    if (is_first) TellSize();
-    if (is_first) TellColors();
+    if (is_first) {
+      TellSize();
+    }
+    if (is_first) {
+      TellColors();
+    }
     return S_OK;
   } catch (const LinkLost&) {
     return RPC_E_DISCONNECTED;
@@ -197,20 +223,28 @@ HRESULT Control::NavigateTo(const std::wstring& url) {
 }
 
 void Control::OnInput(Json message) {
-  if (is_in_use_ && link_.IsConnected()) link_.Tell(std::move(message));
+  if (is_in_use_ && link_.IsConnected()) {
+    link_.Tell(std::move(message));
+  }
 }
 
 void Control::OnResized(int width, int height) {
   size_ = {width, height};
-  if (link_.IsConnected()) TellSize();
+  if (link_.IsConnected()) {
+    TellSize();
+  }
 }
 
 HRESULT Control::SetZoom(int percent) {
   constexpr int kLeast = 10;
   constexpr int kMost = 1000;
-  if (percent < kLeast || percent > kMost) return E_INVALIDARG;
+  if (percent < kLeast || percent > kMost) {
+    return E_INVALIDARG;
+  }
   zoom_ = percent;
-  if (link_.IsConnected()) TellSize();
+  if (link_.IsConnected()) {
+    TellSize();
+  }
   return S_OK;
 }
 
@@ -229,7 +263,9 @@ void Control::OnPressed() {
 }
 
 HRESULT Control::GetFlag(bool flag, VARIANT_BOOL* value) {
-  if (!value) return E_POINTER;
+  if (!value) {
+    return E_POINTER;
+  }
   *value = flag ? VARIANT_TRUE : VARIANT_FALSE;
   return S_OK;
 }
@@ -240,9 +276,13 @@ HRESULT Control::PutFlag(VARIANT_BOOL value, bool& flag) {
 }
 
 STDMETHODIMP Control::FindConnectionPoint(REFIID id, IConnectionPoint** point) {
-  if (!point) return E_POINTER;
+  if (!point) {
+    return E_POINTER;
+  }
   *point = id == DIID_DWebBrowserEvents2 ? &events_.point() : nullptr;
-  if (!*point) return CONNECT_E_NOCONNECTION;
+  if (!*point) {
+    return CONNECT_E_NOCONNECTION;
+  }
   (*point)->AddRef();
   return S_OK;
 }

@@ -31,7 +31,9 @@ bool IsNavigationKey(WPARAM key) {
 }
 
 HRESULT GiveClass(CLSID* id) {
-  if (!id) return E_POINTER;
+  if (!id) {
+    return E_POINTER;
+  }
   *id = kControlClass;
   return S_OK;
 }
@@ -40,7 +42,9 @@ HRESULT GiveClass(CLSID* id) {
 
 STDMETHODIMP Control::SetClientSite(IOleClientSite* site) {
   return Guarded([&] {
-    if (!site) LeavePlace();
+    if (!site) {
+      LeavePlace();
+    }
     site_.Set(site);
     is_in_use_ = site_.IsInUse();
     return S_OK;
@@ -53,26 +57,36 @@ STDMETHODIMP Control::OnAmbientPropertyChange(DISPID) {
 }
 
 STDMETHODIMP Control::GetClientSite(IOleClientSite** site) {
-  if (!site) return E_POINTER;
+  if (!site) {
+    return E_POINTER;
+  }
   *site = site_.Get();
-  if (*site) (*site)->AddRef();
+  if (*site) {
+    (*site)->AddRef();
+  }
   return S_OK;
 }
 
 STDMETHODIMP Control::Close(DWORD) {
   return Guarded([&] {
     LeavePlace();
-    if (advise_) advise_->SendOnClose();
+    if (advise_) {
+      advise_->SendOnClose();
+    }
     return S_OK;
   });
 }
 
 STDMETHODIMP Control::DoVerb(LONG verb, LPMSG, IOleClientSite* site, LONG, HWND, LPCRECT) {
   return Guarded([&]() -> HRESULT {
-    if (!site_.Get() && site) site_.Set(site);
+    if (!site_.Get() && site) {
+      site_.Set(site);
+    }
     switch (verb) {
       case OLEIVERB_HIDE:
-        if (window_) ShowWindow(window_->handle(), SW_HIDE);
+        if (window_) {
+          ShowWindow(window_->handle(), SW_HIDE);
+        }
         return S_OK;
       case OLEIVERB_PRIMARY:
       case OLEIVERB_SHOW:
@@ -80,7 +94,9 @@ STDMETHODIMP Control::DoVerb(LONG verb, LPMSG, IOleClientSite* site, LONG, HWND,
         return ShowInPlace();
       case OLEIVERB_UIACTIVATE: {
         const HRESULT shown = ShowInPlace();
-        if (FAILED(shown)) return shown;
+        if (FAILED(shown)) {
+          return shown;
+        }
         in_place_.UiActivate(this);
         SetFocus(window_->handle());
         return S_OK;
@@ -93,7 +109,9 @@ STDMETHODIMP Control::DoVerb(LONG verb, LPMSG, IOleClientSite* site, LONG, HWND,
 
 HRESULT Control::ShowInPlace() {
   const HRESULT result = in_place_.Activate(site_.Get());
-  if (FAILED(result)) return result;
+  if (FAILED(result)) {
+    return result;
+  }
   if (!window_) {
     window_ = std::make_unique<ControlWindow>(in_place_.parent(), in_place_.place(),
                                               static_cast<ControlWindowEvents&>(*this));
@@ -107,8 +125,12 @@ HRESULT Control::ShowInPlace() {
 }
 
 void Control::LeavePlace() {
-  if (!in_place_.IsActive()) return;
-  if (window_) RevokeDragDrop(window_->handle());
+  if (!in_place_.IsActive()) {
+    return;
+  }
+  if (window_) {
+    RevokeDragDrop(window_->handle());
+  }
   window_.reset();
   in_place_.Deactivate();
 }
@@ -119,21 +141,29 @@ STDMETHODIMP Control::GetClassID(CLSID* id) { return GiveClass(id); }
 
 STDMETHODIMP Control::GetUserType(DWORD, LPOLESTR* type) {
   static constexpr wchar_t kType[] = L"Web Browser Stand-in";
-  if (!type) return E_POINTER;
+  if (!type) {
+    return E_POINTER;
+  }
   *type = static_cast<LPOLESTR>(CoTaskMemAlloc(sizeof kType));
-  if (!*type) return E_OUTOFMEMORY;
+  if (!*type) {
+    return E_OUTOFMEMORY;
+  }
   std::copy(std::begin(kType), std::end(kType), *type);
   return S_OK;
 }
 
 STDMETHODIMP Control::SetExtent(DWORD, SIZEL* extent) {
-  if (!extent) return E_POINTER;
+  if (!extent) {
+    return E_POINTER;
+  }
   extent_ = *extent;
   return S_OK;
 }
 
 STDMETHODIMP Control::GetExtent(DWORD, SIZEL* extent) {
-  if (!extent) return E_POINTER;
+  if (!extent) {
+    return E_POINTER;
+  }
   *extent = extent_;
   if (window_) {
     *extent = {MulDiv(size_.cx, kHimetricPerInch, kPixelsPerInch),
@@ -145,7 +175,9 @@ STDMETHODIMP Control::GetExtent(DWORD, SIZEL* extent) {
 STDMETHODIMP Control::Advise(IAdviseSink* sink, DWORD* cookie) {
   if (!advise_) {
     const HRESULT made = CreateOleAdviseHolder(advise_.GetAddressOf());
-    if (FAILED(made)) return made;
+    if (FAILED(made)) {
+      return made;
+    }
   }
   return advise_->Advise(sink, cookie);
 }
@@ -159,14 +191,18 @@ STDMETHODIMP Control::EnumAdvise(IEnumSTATDATA** sinks) {
 }
 
 STDMETHODIMP Control::GetMiscStatus(DWORD, DWORD* status) {
-  if (!status) return E_POINTER;
+  if (!status) {
+    return E_POINTER;
+  }
   *status = OLEMISC_RECOMPOSEONRESIZE | OLEMISC_CANTLINKINSIDE | OLEMISC_INSIDEOUT |
             OLEMISC_ACTIVATEWHENVISIBLE | OLEMISC_SETCLIENTSITEFIRST;
   return S_OK;
 }
 
 STDMETHODIMP Control::GetWindow(HWND* window) {
-  if (!window) return E_POINTER;
+  if (!window) {
+    return E_POINTER;
+  }
   *window = window_ ? window_->handle() : nullptr;
   return *window ? S_OK : E_FAIL;
 }
@@ -184,24 +220,38 @@ STDMETHODIMP Control::UIDeactivate() {
 }
 
 STDMETHODIMP Control::SetObjectRects(LPCRECT place, LPCRECT) {
-  if (!place) return E_INVALIDARG;
-  if (window_) window_->Place(*place);
+  if (!place) {
+    return E_INVALIDARG;
+  }
+  if (window_) {
+    window_->Place(*place);
+  }
   return S_OK;
 }
 
 STDMETHODIMP Control::TranslateAccelerator(LPMSG message) {
-  if (!message) return E_POINTER;
+  if (!message) {
+    return E_POINTER;
+  }
   if (!window_ || message->hwnd != window_->handle() || message->message != WM_KEYDOWN) {
     return S_FALSE;
   }
   return Guarded([&]() -> HRESULT {
-    if (site_.HoldsBack(*message)) return S_OK;
-    if (message->wParam == VK_F5) return NavigateTo(location_);
-    if (message->wParam == 'C' && GetKeyState(VK_CONTROL) < 0) Copy();
+    if (site_.HoldsBack(*message)) {
+      return S_OK;
+    }
+    if (message->wParam == VK_F5) {
+      return NavigateTo(location_);
+    }
+    if (message->wParam == 'C' && GetKeyState(VK_CONTROL) < 0) {
+      Copy();
+    }
     if (message->wParam == VK_TAB && link_.IsConnected()) {
       const bool is_back = GetKeyState(VK_SHIFT) < 0;
       const bool leaves = link_.Call({{"op", "leavesByTab"}, {"back", is_back}}).at("v");
-      if (leaves && site_.TakesKey(*message)) return S_OK;
+      if (leaves && site_.TakesKey(*message)) {
+        return S_OK;
+      }
     } else if (!IsNavigationKey(message->wParam)) {
       return S_FALSE;
     }
@@ -213,14 +263,18 @@ STDMETHODIMP Control::TranslateAccelerator(LPMSG message) {
 
 STDMETHODIMP Control::Draw(DWORD, LONG, void*, DVTARGETDEVICE*, HDC, HDC target, LPCRECTL bounds,
                            LPCRECTL, BOOL(STDMETHODCALLTYPE*)(ULONG_PTR), ULONG_PTR) {
-  if (!bounds) return E_INVALIDARG;
+  if (!bounds) {
+    return E_INVALIDARG;
+  }
   const RECT place = {bounds->left, bounds->top, bounds->right, bounds->bottom};
   picture_.Paint(target, place);
   return S_OK;
 }
 
 STDMETHODIMP Control::GetAdvise(DWORD*, DWORD*, IAdviseSink** sink) {
-  if (sink) *sink = nullptr;
+  if (sink) {
+    *sink = nullptr;
+  }
   return S_OK;
 }
 

@@ -108,7 +108,9 @@ LRESULT ControlWindow::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
     case WM_CAPTURECHANGED:
       return 0;
     default:
-      if (message < WM_MOUSEFIRST || message > WM_MOUSELAST) break;
+      if (message < WM_MOUSEFIRST || message > WM_MOUSELAST) {
+        break;
+      }
       Mouse(message, wparam, lparam);
       return 0;
   }
@@ -127,12 +129,16 @@ void ControlWindow::Paint() {
   }
   EndPaint(window_, &paint);
   GdiFlush();
-  if (picture_) events_.OnPainted(picture_number_);
+  if (picture_) {
+    events_.OnPainted(picture_number_);
+  }
 }
 
 void ControlWindow::Mouse(UINT message, WPARAM wparam, LPARAM lparam) {
   for (const MouseMessage& known : kMouseMessages) {
-    if (known.message != message) continue;
+    if (known.message != message) {
+      continue;
+    }
     const bool is_press = known.type == std::string_view("mousePressed");
     if (is_press) {
       events_.OnPressed();
@@ -174,7 +180,9 @@ void ControlWindow::Wheel(WPARAM wparam, LPARAM lparam) {
 void ControlWindow::Key(UINT message, WPARAM wparam) {
   const bool is_character = message == WM_CHAR;
   // Control characters have had their effect as keys, except Enter.
-  if (is_character && wparam < 0x20 && wparam != L'\r') return;
+  if (is_character && wparam < 0x20 && wparam != L'\r') {
+    return;
+  }
   const auto character = static_cast<wchar_t>(wparam);
   const char* type = message == WM_KEYDOWN ? "rawKeyDown" : message == WM_KEYUP ? "keyUp" : "char";
   events_.OnInput({{"op", "key"},

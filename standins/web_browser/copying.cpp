@@ -5,7 +5,9 @@
 namespace kitbay::web_browser {
 
 bool CopyText(HWND window, const std::wstring& text) {
-  if (!OpenClipboard(window)) return false;
+  if (!OpenClipboard(window)) {
+    return false;
+  }
   EmptyClipboard();
   const std::size_t size = (text.size() + 1) * sizeof(wchar_t);
   const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, size);
@@ -14,7 +16,9 @@ bool CopyText(HWND window, const std::wstring& text) {
     std::memcpy(GlobalLock(memory), text.c_str(), size);
     GlobalUnlock(memory);
     is_taken = SetClipboardData(CF_UNICODETEXT, memory) != nullptr;
-    if (!is_taken) GlobalFree(memory);
+    if (!is_taken) {
+      GlobalFree(memory);
+    }
   }
   CloseClipboard();
   return is_taken;

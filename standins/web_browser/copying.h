@@ -19,7 +19,9 @@ class MenuCommands final : public ComObject<IOleCommandTarget> {
 
   STDMETHODIMP QueryStatus(const GUID*, ULONG, OLECMD[], OLECMDTEXT*) override { return E_NOTIMPL; }
   STDMETHODIMP Exec(const GUID* group, DWORD command, DWORD, VARIANT*, VARIANT*) override {
-    if (group != nullptr) return OLECMDERR_E_UNKNOWNGROUP;
+    if (group != nullptr) {
+      return OLECMDERR_E_UNKNOWNGROUP;
+    }
     return command == OLECMDID_COPY ? copy_() : OLECMDERR_E_NOTSUPPORTED;
   }
 

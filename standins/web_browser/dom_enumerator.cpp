@@ -12,14 +12,20 @@ DomEnumerator::DomEnumerator(std::shared_ptr<DomSession> session, ComPtr<DomObje
     : session_(std::move(session)), collection_(std::move(collection)) {}
 
 STDMETHODIMP DomEnumerator::Next(ULONG count, VARIANT* members, ULONG* fetched) {
-  if (!members || (!fetched && count != 1)) return E_POINTER;
+  if (!members || (!fetched && count != 1)) {
+    return E_POINTER;
+  }
   return Guarded([&] {
     ULONG got = 0;
     const HRESULT result =
         session_->Members(collection_->reference(), position_, count, members, got);
     position_ += got;
-    if (fetched) *fetched = got;
-    if (FAILED(result)) return result;
+    if (fetched) {
+      *fetched = got;
+    }
+    if (FAILED(result)) {
+      return result;
+    }
     return got == count ? S_OK : S_FALSE;
   });
 }
@@ -35,7 +41,9 @@ STDMETHODIMP DomEnumerator::Reset() {
 }
 
 STDMETHODIMP DomEnumerator::Clone(IEnumVARIANT** copy) {
-  if (!copy) return E_POINTER;
+  if (!copy) {
+    return E_POINTER;
+  }
   return Guarded([&] {
     auto* enumerator = new DomEnumerator(session_, collection_);
     enumerator->position_ = position_;

@@ -25,7 +25,9 @@ DomObject::DomObject(std::shared_ptr<DomSession> session, DomReference reference
 DomObject::~DomObject() { session_->Forget(*this); }
 
 bool DomObject::Fire(DISPID id, IDispatch* event) {
-  if (!events_) return false;
+  if (!events_) {
+    return false;
+  }
   VARIANT argument;
   VariantInit(&argument);
   argument.vt = VT_DISPATCH;
@@ -43,34 +45,50 @@ STDMETHODIMP DomObject::QueryInterface(REFIID id, void** result) {
 }
 
 STDMETHODIMP DomObject::GetTypeInfoCount(UINT* count) {
-  if (!count) return E_POINTER;
+  if (!count) {
+    return E_POINTER;
+  }
   *count = 0;
   return S_OK;
 }
 
 STDMETHODIMP DomObject::GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) {
-  if (!names || !ids || count == 0) return E_INVALIDARG;
+  if (!names || !ids || count == 0) {
+    return E_INVALIDARG;
+  }
   return Guarded([&] {
     ids[0] = session_->names().IdOf(names[0]);
     // Arguments have no names here.
-    for (UINT i = 1; i < count; ++i) ids[i] = DISPID_UNKNOWN;
+    for (UINT i = 1; i < count; ++i) {
+      ids[i] = DISPID_UNKNOWN;
+    }
     return count == 1 ? S_OK : DISP_E_UNKNOWNNAME;
   });
 }
 
 STDMETHODIMP DomObject::Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* parameters,
                                VARIANT* result, EXCEPINFO* exception, UINT*) {
-  if (!parameters) return E_INVALIDARG;
+  if (!parameters) {
+    return E_INVALIDARG;
+  }
   return Guarded(
       [&] { return session_->Invoke(reference_, id, flags, *parameters, result, exception); });
 }
 
 STDMETHODIMP DomObject::FindConnectionPoint(REFIID id, IConnectionPoint** point) {
-  if (!point) return E_POINTER;
+  if (!point) {
+    return E_POINTER;
+  }
   *point = nullptr;
-  if (id == events_->plain_id) *point = &events_->plain;
-  if (id == events_->with_object_id) *point = &events_->with_object;
-  if (!*point) return CONNECT_E_NOCONNECTION;
+  if (id == events_->plain_id) {
+    *point = &events_->plain;
+  }
+  if (id == events_->with_object_id) {
+    *point = &events_->with_object;
+  }
+  if (!*point) {
+    return CONNECT_E_NOCONNECTION;
+  }
   AddRef();
   return S_OK;
 }

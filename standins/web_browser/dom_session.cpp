@@ -45,13 +45,17 @@ DISPID EventId(const std::wstring& type) {
       {L"resize", DISPID_EVMETH_ONRESIZE},
   };
   for (const auto& [name, id] : kEvents) {
-    if (type == name) return id;
+    if (type == name) {
+      return id;
+    }
   }
   return DISPID_UNKNOWN;
 }
 
 HRESULT Report(HRESULT code, const std::wstring& description, EXCEPINFO* exception) {
-  if (code != E_FAIL || !exception) return code;
+  if (code != E_FAIL || !exception) {
+    return code;
+  }
   *exception = {};
   exception->scode = code;
   exception->bstrSource = SysAllocString(L"htmlfile");
@@ -62,20 +66,30 @@ HRESULT Report(HRESULT code, const std::wstring& description, EXCEPINFO* excepti
 }  // namespace
 
 ComPtr<IDispatch> DomSession::Document() {
-  if (!link_) return nullptr;
+  if (!link_) {
+    return nullptr;
+  }
   const Json answer = link_->Call({{"op", "document"}});
   const int generation = answer.at("g");
-  if (generation == 0) return nullptr;
+  if (generation == 0) {
+    return nullptr;
+  }
   return ObjectFor({generation, kDocumentHandle});
 }
 
 HRESULT DomSession::Invoke(DomReference object, DISPID id, WORD flags, const DISPPARAMS& parameters,
                            VARIANT* result, EXCEPINFO* exception) {
-  if (id == DISPID_NEWENUM) return Enumerate(object, result);
+  if (id == DISPID_NEWENUM) {
+    return Enumerate(object, result);
+  }
   const std::wstring* name = names_.NameOf(id);
-  if (!name) return DISP_E_MEMBERNOTFOUND;
+  if (!name) {
+    return DISP_E_MEMBERNOTFOUND;
+  }
   const bool is_put = (flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0;
-  if (parameters.cNamedArgs > (is_put ? 1u : 0u)) return DISP_E_NONAMEDARGS;
+  if (parameters.cNamedArgs > (is_put ? 1u : 0u)) {
+    return DISP_E_NONAMEDARGS;
+  }
   try {
     Json arguments = Json::array();
     for (UINT i = parameters.cArgs; i > 0; --i) {
@@ -86,7 +100,9 @@ HRESULT DomSession::Invoke(DomReference object, DISPID id, WORD flags, const DIS
       arguments.erase(arguments.size() - 1);
     }
     const Json answer = Call(object, *name, flags, std::move(arguments));
-    if (answer.contains("e")) return Report(ErrorOf(answer), TextOf(answer, "d"), exception);
+    if (answer.contains("e")) {
+      return Report(ErrorOf(answer), TextOf(answer, "d"), exception);
+    }
     return result ? FromJson(answer.at("v"), object.generation, result) : S_OK;
   } catch (const TypeMismatch&) {
     return DISP_E_TYPEMISMATCH;
@@ -96,7 +112,9 @@ HRESULT DomSession::Invoke(DomReference object, DISPID id, WORD flags, const DIS
 }
 
 HRESULT DomSession::Enumerate(DomReference collection, VARIANT* result) {
-  if (!result) return E_POINTER;
+  if (!result) {
+    return E_POINTER;
+  }
   VariantInit(result);
   result->punkVal = new DomEnumerator(shared_from_this(), ObjectFor(collection));
   result->vt = VT_UNKNOWN;
@@ -107,10 +125,14 @@ HRESULT DomSession::Members(DomReference collection, ULONG position, ULONG count
                             ULONG& got) {
   try {
     const Json answer = Call(collection, L"[members]", DISPATCH_PROPERTYGET, {position, count});
-    if (answer.contains("e")) return ErrorOf(answer);
+    if (answer.contains("e")) {
+      return ErrorOf(answer);
+    }
     for (const Json& member : answer.at("v").at("l")) {
       const HRESULT result = FromJson(member, collection.generation, members + got);
-      if (FAILED(result)) return result;
+      if (FAILED(result)) {
+        return result;
+      }
       ++got;
     }
     return S_OK;
@@ -127,22 +149,30 @@ bool DomSession::FireEvent(int generation, int number, const std::wstring& type)
   bool is_cancelled = false;
   if (source && id != DISPID_UNKNOWN) {
     ComPtr<IDispatch> event;
-    if (source->WantsEventObject()) event = PresentEvent(generation);
+    if (source->WantsEventObject()) {
+      event = PresentEvent(generation);
+    }
     is_cancelled = source->Fire(id, event.Get());
   }
   event_ = outer;
-  if (link_) link_->Tell({{"op", "handled"}, {"g", generation}, {"n", number}});
+  if (link_) {
+    link_->Tell({{"op", "handled"}, {"g", generation}, {"n", number}});
+  }
   return is_cancelled;
 }
 
 void DomSession::Forget(const DomObject& object) {
   live_.erase(object.reference());
   references_.erase(static_cast<const IDispatch*>(&object));
-  if (link_) released_.push_back(object.reference());
+  if (link_) {
+    released_.push_back(object.reference());
+  }
 }
 
 Json DomSession::Call(DomReference object, const std::wstring& name, int flags, Json arguments) {
-  if (!link_) throw LinkLost("The control is closed");
+  if (!link_) {
+    throw LinkLost("The control is closed");
+  }
   Json released = Json::array();
   for (const DomReference& reference : std::exchange(released_, {})) {
     released.push_back(Json{reference.generation, reference.handle});
@@ -163,7 +193,9 @@ DomObject* DomSession::FindLive(DomReference reference) const {
 }
 
 ComPtr<DomObject> DomSession::ObjectFor(DomReference reference) {
-  if (DomObject* live = FindLive(reference)) return live;
+  if (DomObject* live = FindLive(reference)) {
+    return live;
+  }
   ComPtr<DomObject> object;
   object.Attach(new DomObject(shared_from_this(), reference));
   live_.emplace(reference, object.Get());
@@ -174,7 +206,9 @@ ComPtr<DomObject> DomSession::ObjectFor(DomReference reference) {
 Json DomSession::ToJson(const VARIANT& value, int generation) const {
   VARIANT direct;
   VariantInit(&direct);
-  if (FAILED(VariantCopyInd(&direct, const_cast<VARIANT*>(&value)))) throw TypeMismatch();
+  if (FAILED(VariantCopyInd(&direct, const_cast<VARIANT*>(&value)))) {
+    throw TypeMismatch();
+  }
   const std::unique_ptr<VARIANT, decltype(&VariantClear)> clear(&direct, &VariantClear);
   switch (direct.vt) {
     case VT_EMPTY:
@@ -189,17 +223,22 @@ Json DomSession::ToJson(const VARIANT& value, int generation) const {
       return ToUtf8({direct.bstrVal, SysStringLen(direct.bstrVal)});
     case VT_UNKNOWN:
     case VT_DISPATCH: {
-      if (!direct.punkVal) return Json{{"h", 0}};
+      if (!direct.punkVal) {
+        return Json{{"h", 0}};
+      }
       ComPtr<IUnknown> identity;
       direct.punkVal->QueryInterface(IID_IUnknown,
                                      reinterpret_cast<void**>(identity.GetAddressOf()));
       const auto found = references_.find(identity.Get());
-      if (found == references_.end() || found->second.generation != generation)
+      if (found == references_.end() || found->second.generation != generation) {
         throw TypeMismatch();
+      }
       return Json{{"h", found->second.handle}};
     }
     default:
-      if (FAILED(VariantChangeType(&direct, &direct, 0, VT_R8))) throw TypeMismatch();
+      if (FAILED(VariantChangeType(&direct, &direct, 0, VT_R8))) {
+        throw TypeMismatch();
+      }
       return direct.dblVal;
   }
 }
@@ -207,7 +246,9 @@ Json DomSession::ToJson(const VARIANT& value, int generation) const {
 HRESULT DomSession::FromJson(const Json& value, int generation, VARIANT* result) {
   VariantInit(result);
   if (value.is_object()) {
-    if (!value.contains("h")) return S_OK;
+    if (!value.contains("h")) {
+      return S_OK;
+    }
     const int handle = value["h"];
     result->vt = VT_DISPATCH;
     result->pdispVal = handle == 0 ? nullptr : ObjectFor({generation, handle}).Detach();
@@ -218,7 +259,9 @@ HRESULT DomSession::FromJson(const Json& value, int generation, VARIANT* result)
     const std::wstring text = ToUtf16(value.get_ref<const std::string&>());
     result->vt = VT_BSTR;
     result->bstrVal = SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));
-    if (!result->bstrVal) return E_OUTOFMEMORY;
+    if (!result->bstrVal) {
+      return E_OUTOFMEMORY;
+    }
   } else if (value.is_number()) {
     const double number = value;
     const bool is_long = std::trunc(number) == number && std::abs(number) <= INT32_MAX;
@@ -238,9 +281,13 @@ ComPtr<IDispatch> DomSession::PresentEvent(int generation) {
   int handle = kDocumentHandle;
   for (const wchar_t* name : {L"parentWindow", L"event"}) {
     const Json answer = Call({generation, handle}, name, DISPATCH_PROPERTYGET, Json::array());
-    if (!answer.contains("v")) return nullptr;
+    if (!answer.contains("v")) {
+      return nullptr;
+    }
     handle = answer["v"].at("h");
-    if (handle == 0) return nullptr;
+    if (handle == 0) {
+      return nullptr;
+    }
   }
   return ObjectFor({generation, handle});
 }

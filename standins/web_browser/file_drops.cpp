@@ -16,13 +16,17 @@ STDMETHODIMP FileDrops::DragEnter(IDataObject* data, DWORD, POINTL, DWORD* effec
 }
 
 STDMETHODIMP FileDrops::DragOver(DWORD, POINTL, DWORD* effect) {
-  if (!effect) return E_POINTER;
+  if (!effect) {
+    return E_POINTER;
+  }
   *effect &= has_files_ ? DROPEFFECT_COPY : DROPEFFECT_NONE;
   return S_OK;
 }
 
 STDMETHODIMP FileDrops::Drop(IDataObject* data, DWORD, POINTL, DWORD* effect) {
-  if (!data || !effect) return E_POINTER;
+  if (!data || !effect) {
+    return E_POINTER;
+  }
   FORMATETC files = Files();
   STGMEDIUM medium = {};
   if (data->GetData(&files, &medium) != S_OK) {

@@ -15,7 +15,9 @@ std::string RandomToken() {
   constexpr char kDigits[] = "0123456789abcdef";
   std::random_device random;
   std::string token;
-  while (token.size() < 32) token += kDigits[random() & 0xf];
+  while (token.size() < 32) {
+    token += kDigits[random() & 0xf];
+  }
   return token;
 }
 
@@ -27,7 +29,9 @@ HelperLink::HelperLink(std::function<void(Json)> on_notice)
 }
 
 HelperLink::~HelperLink() {
-  if (!reader_.joinable()) return;
+  if (!reader_.joinable()) {
+    return;
+  }
   notices_.Shutdown();
   reader_.join();
 }
@@ -38,7 +42,9 @@ Json HelperLink::Call(Json request) {
   try {
     calls_.SendLine(request.dump());
     Json answer = Json::parse(calls_.ReadLine());
-    if (answer.at("i") != last_call_) throw LinkLost("An answer to another call");
+    if (answer.at("i") != last_call_) {
+      throw LinkLost("An answer to another call");
+    }
     return answer;
   } catch (const std::exception&) {
     // Whatever arrives now would be taken for the answer to the next call.
@@ -57,8 +63,12 @@ void HelperLink::Tell(Json message) noexcept {
 }
 
 void HelperLink::Connect() {
-  if (lost_) throw LinkLost("The helper is gone");
-  if (connected_) return;
+  if (lost_) {
+    throw LinkLost("The helper is gone");
+  }
+  if (connected_) {
+    return;
+  }
   lost_ = true;  // Unless all of the following succeeds.
   calls_ = AcceptAs("calls");
   notices_ = AcceptAs("notices");
@@ -71,13 +81,17 @@ void HelperLink::Connect() {
 Socket HelperLink::AcceptAs(const char* role) {
   Socket connection = listener_.Accept(kStartLimitMs);
   const Json greeting = Json::parse(connection.ReadLine());
-  if (greeting != Json{{"role", role}, {"token", token_}}) throw LinkLost("A stranger dialled");
+  if (greeting != Json{{"role", role}, {"token", token_}}) {
+    throw LinkLost("A stranger dialled");
+  }
   return connection;
 }
 
 void HelperLink::ReadNotices() {
   try {
-    for (;;) on_notice_(Json::parse(notices_.ReadLine()));
+    for (;;) {
+      on_notice_(Json::parse(notices_.ReadLine()));
+    }
   } catch (const std::exception&) {
     on_notice_(Json{{"t", "lost"}});
   }

@@ -15,11 +15,15 @@ constexpr wchar_t kRegistration[] =
 std::wstring Setting(const wchar_t* variable, const wchar_t* registered) {
   wchar_t text[MAX_PATH];
   const DWORD length = GetEnvironmentVariableW(variable, text, MAX_PATH);
-  if (length > 0 && length < MAX_PATH) return text;
+  if (length > 0 && length < MAX_PATH) {
+    return text;
+  }
   DWORD size = sizeof text;
   const LSTATUS status = RegGetValueW(HKEY_LOCAL_MACHINE, kRegistration, registered, RRF_RT_REG_SZ,
                                       nullptr, text, &size);
-  if (status != ERROR_SUCCESS) throw LinkLost("The helper is not registered");
+  if (status != ERROR_SUCCESS) {
+    throw LinkLost("The helper is not registered");
+  }
   return text;
 }
 
@@ -27,7 +31,9 @@ std::wstring Setting(const wchar_t* variable, const wchar_t* registered) {
 std::wstring DosName(const std::wstring& unix_name) {
   std::wstring name = L"Z:" + unix_name;
   for (wchar_t& c : name) {
-    if (c == L'/') c = L'\\';
+    if (c == L'/') {
+      c = L'\\';
+    }
   }
   return name;
 }

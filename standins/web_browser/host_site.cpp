@@ -24,7 +24,9 @@ bool HostSite::Ambient(DISPID property, VARTYPE type, VARIANT* value) const {
 
 std::optional<int> HostSite::DownloadControl() const {
   VARIANT value;
-  if (!Ambient(DISPID_AMBIENT_DLCONTROL, VT_I4, &value)) return std::nullopt;
+  if (!Ambient(DISPID_AMBIENT_DLCONTROL, VT_I4, &value)) {
+    return std::nullopt;
+  }
   return value.lVal;
 }
 
@@ -43,7 +45,9 @@ DWORD HostSite::Flags() const {
 ComPtr<IDropTarget> HostSite::DropTarget(IDropTarget* own) const {
   const ComPtr<IDocHostUIHandler> handler = As<IDocHostUIHandler>(IID_IDocHostUIHandler);
   ComPtr<IDropTarget> used;
-  if (handler && handler->GetDropTarget(own, used.GetAddressOf()) == S_OK && used) return used;
+  if (handler && handler->GetDropTarget(own, used.GetAddressOf()) == S_OK && used) {
+    return used;
+  }
   return own;
 }
 
@@ -79,7 +83,9 @@ bool HostSite::AllowsWindow(const std::wstring& url, const std::wstring& from_ur
 
 void HostSite::FocusChanged(bool has_focus) const {
   const ComPtr<IOleControlSite> site = As<IOleControlSite>(IID_IOleControlSite);
-  if (site) site->OnFocus(has_focus);
+  if (site) {
+    site->OnFocus(has_focus);
+  }
 }
 
 }  // namespace kitbay::web_browser

@@ -50,7 +50,9 @@ class HostSite {
   template <typename Interface>
   Microsoft::WRL::ComPtr<Interface> As(REFIID id) const {
     Microsoft::WRL::ComPtr<Interface> result;
-    if (site_) site_->QueryInterface(id, reinterpret_cast<void**>(result.GetAddressOf()));
+    if (site_) {
+      site_->QueryInterface(id, reinterpret_cast<void**>(result.GetAddressOf()));
+    }
     return result;
   }
 

@@ -7,9 +7,13 @@ namespace {
 class Factory final : public ComObject<IClassFactory> {
  public:
   STDMETHODIMP CreateInstance(IUnknown* outer, REFIID id, void** result) override {
-    if (!result) return E_POINTER;
+    if (!result) {
+      return E_POINTER;
+    }
     *result = nullptr;
-    if (outer) return CLASS_E_NOAGGREGATION;
+    if (outer) {
+      return CLASS_E_NOAGGREGATION;
+    }
     return Guarded([&] {
       auto* control = new Control();
       const HRESULT found = control->QueryInterface(id, result);
@@ -25,9 +29,13 @@ class Factory final : public ComObject<IClassFactory> {
 
 STDAPI DllGetClassObject(REFCLSID class_id, REFIID id, void** result) {
   using kitbay::web_browser::Factory;
-  if (!result) return E_POINTER;
+  if (!result) {
+    return E_POINTER;
+  }
   *result = nullptr;
-  if (class_id != kitbay::web_browser::kControlClass) return CLASS_E_CLASSNOTAVAILABLE;
+  if (class_id != kitbay::web_browser::kControlClass) {
+    return CLASS_E_CLASSNOTAVAILABLE;
+  }
   return kitbay::web_browser::Guarded([&] {
     auto* factory = new Factory();
     const HRESULT found = factory->QueryInterface(id, result);

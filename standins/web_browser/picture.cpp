@@ -12,7 +12,9 @@ using Microsoft::WRL::ComPtr;
 namespace {
 
 void Check(HRESULT result) {
-  if (FAILED(result)) throw std::runtime_error("The picture cannot be decoded");
+  if (FAILED(result)) {
+    throw std::runtime_error("The picture cannot be decoded");
+  }
 }
 
 std::vector<BYTE> DecodeBase64(const std::string& text) {
@@ -78,7 +80,9 @@ void Picture::Decode(const std::string& base64) {
   info.bmiHeader.biCompression = BI_RGB;
   void* bits = nullptr;
   Bitmap bitmap(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
-  if (!bitmap.get()) throw std::runtime_error("No memory for the picture");
+  if (!bitmap.get()) {
+    throw std::runtime_error("No memory for the picture");
+  }
   Check(pixels->CopyPixels(nullptr, width * 4, width * 4 * height, static_cast<BYTE*>(bits)));
   bitmap_ = std::move(bitmap);
   size_ = {static_cast<LONG>(width), static_cast<LONG>(height)};

@@ -20,7 +20,9 @@ class Bitmap {
     return *this;
   }
   ~Bitmap() {
-    if (bitmap_) DeleteObject(bitmap_);
+    if (bitmap_) {
+      DeleteObject(bitmap_);
+    }
   }
   HBITMAP get() const { return bitmap_; }
 

@@ -18,7 +18,9 @@ sockaddr_in Loopback() {
 
 Winsock::Winsock() {
   WSADATA data;
-  if (WSAStartup(MAKEWORD(2, 2), &data) != 0) throw LinkLost("Winsock does not start");
+  if (WSAStartup(MAKEWORD(2, 2), &data) != 0) {
+    throw LinkLost("Winsock does not start");
+  }
 }
 
 Winsock::~Winsock() { WSACleanup(); }
@@ -33,7 +35,9 @@ Socket& Socket::operator=(Socket&& other) noexcept {
 }
 
 Socket::~Socket() {
-  if (socket_ != INVALID_SOCKET) closesocket(socket_);
+  if (socket_ != INVALID_SOCKET) {
+    closesocket(socket_);
+  }
 }
 
 Socket Socket::Listen() {
@@ -58,9 +62,13 @@ int Socket::Port() const {
 Socket Socket::Accept(int limit_ms) const {
   fd_set readable = {1, {socket_}};
   timeval limit = {limit_ms / 1000, limit_ms % 1000 * 1000};
-  if (select(0, &readable, nullptr, nullptr, &limit) != 1) throw LinkLost("No connection in time");
+  if (select(0, &readable, nullptr, nullptr, &limit) != 1) {
+    throw LinkLost("No connection in time");
+  }
   Socket connection(accept(socket_, nullptr, nullptr));
-  if (connection.socket_ == INVALID_SOCKET) throw LinkLost("The connection failed");
+  if (connection.socket_ == INVALID_SOCKET) {
+    throw LinkLost("The connection failed");
+  }
   const BOOL at_once = TRUE;
   setsockopt(connection.socket_, IPPROTO_TCP, TCP_NODELAY, reinterpret_cast<const char*>(&at_once),
              sizeof at_once);
@@ -71,7 +79,9 @@ void Socket::SendLine(std::string line) {
   line += '\n';
   for (std::string_view rest = line; !rest.empty();) {
     const int sent = send(socket_, rest.data(), static_cast<int>(rest.size()), 0);
-    if (sent <= 0) throw LinkLost("The helper is gone");
+    if (sent <= 0) {
+      throw LinkLost("The helper is gone");
+    }
     rest.remove_prefix(static_cast<std::size_t>(sent));
   }
 }
@@ -89,7 +99,9 @@ std::string Socket::ReadLine() {
     unread_.resize(searched + kReadSize);
     const int received = recv(socket_, unread_.data() + searched, kReadSize, 0);
     unread_.resize(searched + static_cast<std::size_t>(received > 0 ? received : 0));
-    if (received <= 0) throw LinkLost("The helper is gone");
+    if (received <= 0) {
+      throw LinkLost("The helper is gone");
+    }
   }
 }
 

@@ -23,7 +23,9 @@ UiQueue::~UiQueue() { DestroyWindow(window_); }
 void UiQueue::Push(Json notice) {
   {
     const std::lock_guard lock(mutex_);
-    if (IsPicture(notice)) std::erase_if(notices_, IsPicture);
+    if (IsPicture(notice)) {
+      std::erase_if(notices_, IsPicture);
+    }
     notices_.push_back(std::move(notice));
   }
   PostMessageW(window_, kNoticeMessage, 0, 0);
@@ -31,7 +33,9 @@ void UiQueue::Push(Json notice) {
 
 LRESULT CALLBACK UiQueue::Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
   auto* queue = OwnerOf<UiQueue>(window, message, lparam);
-  if (!queue || message != kNoticeMessage) return DefWindowProcW(window, message, wparam, lparam);
+  if (!queue || message != kNoticeMessage) {
+    return DefWindowProcW(window, message, wparam, lparam);
+  }
   queue->HandleOne();
   return 0;
 }
@@ -41,7 +45,9 @@ void UiQueue::HandleOne() noexcept {
     Json notice;
     {
       const std::lock_guard lock(mutex_);
-      if (notices_.empty()) return;  // The message was for a picture that was replaced.
+      if (notices_.empty()) {
+        return;  // The message was for a picture that was replaced.
+      }
       notice = std::move(notices_.front());
       notices_.pop_front();
     }

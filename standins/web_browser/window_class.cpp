@@ -28,7 +28,9 @@ HWND CreateOwnedWindow(const wchar_t* class_name, UINT class_style, WNDPROC proc
   const HWND window =
       CreateWindowExW(0, class_name, L"", style, place.left, place.top, place.right - place.left,
                       place.bottom - place.top, parent, nullptr, window_class.hInstance, owner);
-  if (!window) throw std::runtime_error("No window");
+  if (!window) {
+    throw std::runtime_error("No window");
+  }
   return window;
 }
 

@@ -41,7 +41,9 @@ std::optional<platform::ClassId> FakeActiveObjects::ClassIdFromProgId(const std:
 std::optional<std::uint32_t> FakeActiveObjects::RegisterActiveObject(
     platform::ManagerService& object, const platform::ClassId& class_id) {
   calls.push_back("RegisterActiveObject");
-  if (table_refuses) return std::nullopt;
+  if (table_refuses) {
+    return std::nullopt;
+  }
   entries_[next_cookie_] = Entry{class_id, &object};
   LinkTo(object);
   return next_cookie_++;
@@ -55,7 +57,9 @@ std::int32_t FakeActiveObjects::RevokeActiveObject(std::uint32_t cookie) {
 void FakeActiveObjects::DisconnectObject(platform::ManagerService& object) {
   calls.push_back("DisconnectObject");
   const auto link = links_.find(&object);
-  if (link == links_.end()) return;
+  if (link == links_.end()) {
+    return;
+  }
   *link->second = nullptr;
   links_.erase(link);
 }
@@ -63,12 +67,15 @@ void FakeActiveObjects::DisconnectObject(platform::ManagerService& object) {
 std::unique_ptr<platform::ManagerService> FakeActiveObjects::GetActive(const std::string& prog_id) {
   calls.push_back("GetActive " + prog_id);
   if (const auto known = Find(prog_id)) {
-    if (running_manager != nullptr && running_manager_user == user_)
+    if (running_manager != nullptr && running_manager_user == user_) {
       return std::make_unique<Client>(LinkTo(*running_manager));
+    }
     const auto entry = std::find_if(entries_.begin(), entries_.end(), [&](const auto& candidate) {
       return candidate.second.class_id == *known;
     });
-    if (entry != entries_.end()) return std::make_unique<Client>(LinkTo(*entry->second.object));
+    if (entry != entries_.end()) {
+      return std::make_unique<Client>(LinkTo(*entry->second.object));
+    }
   }
   throw base::Failure(base::RuntimeError::kCannotCreateObject);
 }
@@ -78,15 +85,21 @@ void FakeActiveObjects::AddOwnClass(platform::ClassesOf whose) {
 }
 
 std::optional<platform::ClassId> FakeActiveObjects::Find(const std::string& prog_id) const {
-  if (user_ == User::kStandard && classes.contains(prog_id)) return classes.at(prog_id);
-  if (machine_classes.contains(prog_id)) return machine_classes.at(prog_id);
+  if (user_ == User::kStandard && classes.contains(prog_id)) {
+    return classes.at(prog_id);
+  }
+  if (machine_classes.contains(prog_id)) {
+    return machine_classes.at(prog_id);
+  }
   return std::nullopt;
 }
 
 std::shared_ptr<platform::ManagerService*> FakeActiveObjects::LinkTo(
     platform::ManagerService& object) {
   auto& link = links_[&object];
-  if (!link) link = std::make_shared<platform::ManagerService*>(&object);
+  if (!link) {
+    link = std::make_shared<platform::ManagerService*>(&object);
+  }
   return link;
 }
 

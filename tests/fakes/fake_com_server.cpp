@@ -21,7 +21,9 @@ Service& Get(const Held<Service>& held) {
 template <typename Service>
 void EndAll(std::vector<std::weak_ptr<std::unique_ptr<Service>>>& services) {
   for (const auto& service : std::exchange(services, {})) {
-    if (const auto held = service.lock()) held->reset();
+    if (const auto held = service.lock()) {
+      held->reset();
+    }
   }
 }
 
@@ -51,15 +53,21 @@ FakeComServer::~FakeComServer() { RevokeClassObjects(); }
 
 void FakeComServer::KeepRegistrationCurrent(platform::ClassesOf whose) {
   registrations.push_back(whose);
-  if (registration_failure) throw *registration_failure;
+  if (registration_failure) {
+    throw *registration_failure;
+  }
   if (whose == platform::ClassesOf::kMachine && user_ == User::kStandard) {
     throw base::Failure(kAccessDenied, "Access denied.");
   }
-  if (class_tables != nullptr) class_tables->AddOwnClass(whose);
+  if (class_tables != nullptr) {
+    class_tables->AddOwnClass(whose);
+  }
 }
 
 void FakeComServer::RegisterClassObjects(platform::ServiceFactory& factory) {
-  if (class_object_failure) throw *class_object_failure;
+  if (class_object_failure) {
+    throw *class_object_failure;
+  }
   offered = &factory;
 }
 
@@ -84,7 +92,9 @@ std::unique_ptr<platform::RegistryService> FakeComServer::CreateRegistry() {
 }
 
 platform::ServiceFactory& FakeComServer::Offered() const {
-  if (offered == nullptr) throw base::Failure(base::RuntimeError::kCannotCreateObject);
+  if (offered == nullptr) {
+    throw base::Failure(base::RuntimeError::kCannotCreateObject);
+  }
   return *offered;
 }
 

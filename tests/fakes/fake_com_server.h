@@ -60,7 +60,9 @@ class FakeComServer : public platform::ComServer {
 class FakeInstanceMark : public platform::InstanceMark {
  public:
   bool PreviousInstanceExists() override {
-    if (!answer_) answer_ = previous_instance;
+    if (!answer_) {
+      answer_ = previous_instance;
+    }
     return *answer_;
   }
   void Release() override { answer_.reset(); }

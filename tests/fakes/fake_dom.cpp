@@ -70,19 +70,27 @@ const std::vector<DomNode*>& DomNode::child_nodes() const {
 }
 
 void DomNode::FillListsOfChildren() const {
-  if (lists_filled_) return;
+  if (lists_filled_) {
+    return;
+  }
   child_elements_.clear();
   child_nodes_.clear();
   for (DomNode* child : children_) {
-    if (child->kind == NodeKind::kElement) child_elements_.push_back(child);
-    if (!IsWhiteSpaceText(*child)) child_nodes_.push_back(child);
+    if (child->kind == NodeKind::kElement) {
+      child_elements_.push_back(child);
+    }
+    if (!IsWhiteSpaceText(*child)) {
+      child_nodes_.push_back(child);
+    }
   }
   lists_filled_ = true;
 }
 
 std::optional<std::string> DomNode::GetAttribute(std::string_view name) const {
   for (const Attribute& attribute : attributes) {
-    if (attribute.name == name) return attribute.value;
+    if (attribute.name == name) {
+      return attribute.value;
+    }
   }
   return std::nullopt;
 }
@@ -103,7 +111,9 @@ void DomNode::RemoveAttribute(std::string_view name) {
 
 bool DomNode::Contains(const DomNode& other) const {
   for (const DomNode* at = &other; at != nullptr; at = at->parent_) {
-    if (at == this) return true;
+    if (at == this) {
+      return true;
+    }
   }
   return false;
 }
@@ -119,7 +129,9 @@ DomTree::DomTree() : document_(&NewNode(NodeKind::kDocument)) {}
 DomNode* DomTree::Body() const {
   for (const DomNode* root : document_->child_elements()) {
     for (DomNode* child : root->child_elements()) {
-      if (child->tag == "body") return child;
+      if (child->tag == "body") {
+        return child;
+      }
     }
   }
   return nullptr;
@@ -156,15 +168,25 @@ void DomTree::Insert(DomNode& parent, std::size_t place, DomNode& node) {
   if (!at_end) {
     parent.lists_filled_ = false;
   } else if (parent.lists_filled_) {
-    if (node.kind == NodeKind::kElement) parent.child_elements_.push_back(&node);
-    if (!IsWhiteSpaceText(node)) parent.child_nodes_.push_back(&node);
+    if (node.kind == NodeKind::kElement) {
+      parent.child_elements_.push_back(&node);
+    }
+    if (!IsWhiteSpaceText(node)) {
+      parent.child_nodes_.push_back(&node);
+    }
   }
-  if (OnPage(parent)) AddToIndex(node);
+  if (OnPage(parent)) {
+    AddToIndex(node);
+  }
 }
 
 void DomTree::Detach(DomNode& node) {
-  if (node.parent_ == nullptr) return;
-  if (OnPage(node)) TakeFromIndex(node);
+  if (node.parent_ == nullptr) {
+    return;
+  }
+  if (OnPage(node)) {
+    TakeFromIndex(node);
+  }
   DomNode& parent = *node.parent_;
   parent.children_.erase(parent.children_.begin() + static_cast<std::ptrdiff_t>(node.Place()));
   parent.lists_filled_ = false;
@@ -173,7 +195,9 @@ void DomTree::Detach(DomNode& node) {
 
 void DomTree::DetachChildren(DomNode& node) {
   for (DomNode* child : node.children_) {
-    if (OnPage(node)) TakeFromIndex(*child);
+    if (OnPage(node)) {
+      TakeFromIndex(*child);
+    }
     child->parent_ = nullptr;
   }
   node.children_.clear();
@@ -182,8 +206,12 @@ void DomTree::DetachChildren(DomNode& node) {
 
 std::vector<DomNode*> DomTree::WithIdOrName(const std::string& name) const {
   const auto found = index_.find(name);
-  if (found == index_.end()) return {};
-  if (found->second.size() == 1) return {*found->second.begin()};
+  if (found == index_.end()) {
+    return {};
+  }
+  if (found->second.size() == 1) {
+    return {*found->second.begin()};
+  }
   Places places;
   std::map<std::vector<std::size_t>, DomNode*> by_path;
   for (DomNode* node : found->second) {
@@ -198,13 +226,21 @@ std::vector<DomNode*> DomTree::WithIdOrName(const std::string& name) const {
 }
 
 void DomTree::AddToIndex(DomNode& node) {
-  for (const std::string& key : IndexKeys(node)) index_[key].insert(&node);
-  for (DomNode* child : node.children_) AddToIndex(*child);
+  for (const std::string& key : IndexKeys(node)) {
+    index_[key].insert(&node);
+  }
+  for (DomNode* child : node.children_) {
+    AddToIndex(*child);
+  }
 }
 
 void DomTree::TakeFromIndex(DomNode& node) {
-  for (const std::string& key : IndexKeys(node)) index_[key].erase(&node);
-  for (DomNode* child : node.children_) TakeFromIndex(*child);
+  for (const std::string& key : IndexKeys(node)) {
+    index_[key].erase(&node);
+  }
+  for (DomNode* child : node.children_) {
+    TakeFromIndex(*child);
+  }
 }
 
 }  // namespace kitbay::fakes

@@ -11,7 +11,9 @@ class FakeElevation : public platform::Elevation {
   bool HasAdministratorRights() const override { return user_ == User::kAdministrator; }
 
   platform::ElevationAnswer StartWithAdministratorRights() override {
-    if (questions > 0) return platform::ElevationAnswer::kUnavailable;
+    if (questions > 0) {
+      return platform::ElevationAnswer::kUnavailable;
+    }
     ++questions;
     return answer;
   }

@@ -75,9 +75,13 @@ bool IsTabStop(const DomNode& node) {
 
 /// The elements at and below `node` that Tab reaches, in Tab order.
 std::vector<DomNode*> TabStops(DomNode& node) {
-  if (IsHidden(node)) return {};
+  if (IsHidden(node)) {
+    return {};
+  }
   std::vector<DomNode*> stops;
-  if (IsTabStop(node)) stops.push_back(&node);
+  if (IsTabStop(node)) {
+    stops.push_back(&node);
+  }
   for (DomNode* child : node.child_elements()) {
     const std::vector<DomNode*> below = TabStops(*child);
     stops.insert(stops.end(), below.begin(), below.end());
@@ -103,9 +107,15 @@ void FakePage::Enter(const char* member, int cost) {
                   "The object invoked has disconnected from its clients.");
   }
   for (OrderedFailure& ordered : failures) {
-    if (!ordered.member.empty() && ordered.member != member) continue;
-    if (ordered.calls_left == 0) throw Failure(ordered.failure);
-    if (--ordered.calls_left > 0) continue;
+    if (!ordered.member.empty() && ordered.member != member) {
+      continue;
+    }
+    if (ordered.calls_left == 0) {
+      throw Failure(ordered.failure);
+    }
+    if (--ordered.calls_left > 0) {
+      continue;
+    }
     const Failure failure = ordered.failure;
     failures.erase(failures.begin() + (&ordered - failures.data()));
     throw Failure(failure);
@@ -118,7 +128,9 @@ DomNode* FakePage::Active() const {
 }
 
 bool FakePage::RaiseClick(DomNode& source) {
-  if (events == nullptr || source.GetAttribute("disabled")) return false;
+  if (events == nullptr || source.GetAttribute("disabled")) {
+    return false;
+  }
   const EventAt event(*this, &source);
   events->doc_onclick();
   return true;
@@ -209,7 +221,9 @@ bool FakeHtmlDocument::Press(const platform::KeyPress& key) {
 
 HtmlNodeRef FakeHtmlDocument::PressTab(bool backwards) {
   std::vector<DomNode*> stops = TabStops(*page_->tree.Body());
-  if (backwards) std::reverse(stops.begin(), stops.end());
+  if (backwards) {
+    std::reverse(stops.begin(), stops.end());
+  }
   const auto at = std::find(stops.begin(), stops.end(), page_->Active());
   const auto next = at == stops.end() ? stops.begin() : std::next(at);
   page_->focused = next == stops.end() ? nullptr : *next;
@@ -218,12 +232,16 @@ HtmlNodeRef FakeHtmlDocument::PressTab(bool backwards) {
 
 void FakeHtmlDocument::Resize(int height) {
   page_->body_client_height = height;
-  if (page_->events != nullptr) page_->events->window_onresize();
+  if (page_->events != nullptr) {
+    page_->events->window_onresize();
+  }
 }
 
 bool FakeHtmlDocument::StartDrag(const HtmlNodeRef& node) {
   DomNode& source = EventElement(*page_, node);
-  if (page_->events == nullptr) return true;
+  if (page_->events == nullptr) {
+    return true;
+  }
   const EventAt event(*page_, &source);
   return page_->events->doc_ondragstart();
 }

@@ -39,9 +39,15 @@ DomNode* AtOrNull(const std::vector<DomNode*>& nodes, int index) {
 std::string AttributeOf(const std::string& property) {
   constexpr std::array<std::string_view, 5> kPlain = {"tabIndex", "alt", "title", "role", "href"};
   constexpr std::string_view kAria = "aria";
-  if (property == "className") return "class";
-  if (IsOneOf(kPlain, property)) return base::ToLower(property);
-  if (!property.starts_with(kAria)) throw Failure(RuntimeError::kMemberNotFound);
+  if (property == "className") {
+    return "class";
+  }
+  if (IsOneOf(kPlain, property)) {
+    return base::ToLower(property);
+  }
+  if (!property.starts_with(kAria)) {
+    throw Failure(RuntimeError::kMemberNotFound);
+  }
   return "aria-" + base::ToLower(property.substr(kAria.size()));
 }
 
@@ -57,7 +63,9 @@ class FakeHtmlNode : public HtmlNode {
   std::string TagName() const override {
     std::string name = Element("TagName").tag;
     for (char& c : name) {
-      if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
+      if (c >= 'a' && c <= 'z') {
+        c = static_cast<char>(c - 'a' + 'A');
+      }
     }
     return name;
   }
@@ -96,7 +104,9 @@ class FakeHtmlNode : public HtmlNode {
     page_->tree.DetachChildren(element);
     for (std::size_t at = 0; at <= text.size();) {
       const std::size_t end = std::min(text.find('\n', at), text.size());
-      if (at > 0) page_->tree.Append(element, page_->tree.NewElement("br"));
+      if (at > 0) {
+        page_->tree.Append(element, page_->tree.NewElement("br"));
+      }
       if (end > at) {
         page_->tree.Append(element, page_->tree.NewText(text.substr(at, end - at)));
       }
@@ -126,7 +136,9 @@ class FakeHtmlNode : public HtmlNode {
     FakeStyle style = StyleOf(element);
     const std::string name =
         base::ToLower(property) == "pixelheight" ? "height" : StyleName(property);
-    if (!style.Set(name, value)) throw InvalidArgument();
+    if (!style.Set(name, value)) {
+      throw InvalidArgument();
+    }
     element.SetAttribute("style", style.Text());
   }
 
@@ -195,21 +207,35 @@ class FakeHtmlNode : public HtmlNode {
     DomNode& element = Element("InsertAdjacentHtml");
     const std::string place = base::ToLower(where);
     const bool inside = place == "afterbegin" || place == "beforeend";
-    if (!inside && place != "beforebegin" && place != "afterend") throw InvalidArgument();
+    if (!inside && place != "beforebegin" && place != "afterend") {
+      throw InvalidArgument();
+    }
     DomNode* into = inside ? &element : element.parent();
-    if (into == nullptr || into->kind != NodeKind::kElement) throw InvalidArgument();
+    if (into == nullptr || into->kind != NodeKind::kElement) {
+      throw InvalidArgument();
+    }
     std::size_t at = 0;
-    if (place == "beforeend") at = element.all_children().size();
-    if (place == "beforebegin") at = element.Place();
-    if (place == "afterend") at = element.Place() + 1;
+    if (place == "beforeend") {
+      at = element.all_children().size();
+    }
+    if (place == "beforebegin") {
+      at = element.Place();
+    }
+    if (place == "afterend") {
+      at = element.Place() + 1;
+    }
     InsertAll(*into, at, ParseFragment(page_->tree, into->tag, markup));
   }
 
   void AppendChild(const HtmlNodeRef& child) override {
     DomNode& element = Element("AppendChild");
     DomNode* moved = NodeOf(child.get());
-    if (moved == nullptr) throw Failure(RuntimeError::kObjectVariableNotSet);
-    if (moved->Contains(element)) throw InvalidArgument();
+    if (moved == nullptr) {
+      throw Failure(RuntimeError::kObjectVariableNotSet);
+    }
+    if (moved->Contains(element)) {
+      throw InvalidArgument();
+    }
     page_->tree.Detach(*moved);
     page_->tree.Append(element, *moved);
   }
@@ -217,9 +243,13 @@ class FakeHtmlNode : public HtmlNode {
   void MergeAttributes(const HtmlNodeRef& source) override {
     DomNode& element = Element("MergeAttributes");
     const DomNode* from = NodeOf(source.get());
-    if (from == nullptr) throw Failure(RuntimeError::kObjectVariableNotSet);
+    if (from == nullptr) {
+      throw Failure(RuntimeError::kObjectVariableNotSet);
+    }
     for (const Attribute& attribute : from->attributes) {
-      if (attribute.name == "id" || attribute.name == "name") continue;
+      if (attribute.name == "id" || attribute.name == "name") {
+        continue;
+      }
       element.SetAttribute(attribute.name, attribute.value);
     }
   }
@@ -227,10 +257,14 @@ class FakeHtmlNode : public HtmlNode {
   void RemoveNode(bool deep) override {
     page_->Enter("RemoveNode");
     DomNode* parent = node_.parent();
-    if (parent == nullptr) return;
+    if (parent == nullptr) {
+      return;
+    }
     const std::size_t place = node_.Place();
     page_->tree.Detach(node_);
-    if (deep) return;
+    if (deep) {
+      return;
+    }
     const std::vector<DomNode*> children = node_.all_children();
     page_->tree.DetachChildren(node_);
     InsertAll(*parent, place, children);
@@ -242,8 +276,9 @@ class FakeHtmlNode : public HtmlNode {
     for (const DomNode* html : page_->tree.document().child_elements()) {
       for (const DomNode* head : html->child_elements()) {
         for (const DomNode* element : head->child_elements()) {
-          if (element->tag == "base")
+          if (element->tag == "base") {
             return element->GetAttribute("href").value_or(page_->base_url);
+          }
         }
       }
     }
@@ -253,7 +288,9 @@ class FakeHtmlNode : public HtmlNode {
   /// Enters `member`, which only elements have.
   DomNode& Element(const char* member, int cost = 1) const {
     page_->Enter(member, cost);
-    if (node_.kind != NodeKind::kElement) throw Failure(RuntimeError::kMemberNotFound);
+    if (node_.kind != NodeKind::kElement) {
+      throw Failure(RuntimeError::kMemberNotFound);
+    }
     return node_;
   }
 
@@ -261,7 +298,9 @@ class FakeHtmlNode : public HtmlNode {
   template <typename Range>
   DomNode& Element(const char* member, const Range& tags) const {
     DomNode& element = Element(member);
-    if (!IsOneOf(tags, element.tag)) throw Failure(RuntimeError::kMemberNotFound);
+    if (!IsOneOf(tags, element.tag)) {
+      throw Failure(RuntimeError::kMemberNotFound);
+    }
     return element;
   }
 
@@ -280,14 +319,18 @@ class FakeHtmlNode : public HtmlNode {
     constexpr std::size_t kBatch = 64;
     page_->Enter(member, static_cast<int>(nodes.size() / kBatch) + 1);
     std::vector<HtmlNodeRef> handles;
-    for (DomNode* node : nodes) handles.push_back(MakeHandle(page_, node));
+    for (DomNode* node : nodes) {
+      handles.push_back(MakeHandle(page_, node));
+    }
     return handles;
   }
 
   static void CollectByTag(const DomNode& below, const std::string& tag,
                            std::vector<DomNode*>& found) {
     for (DomNode* child : below.child_elements()) {
-      if (child->tag == tag) found.push_back(child);
+      if (child->tag == tag) {
+        found.push_back(child);
+      }
       CollectByTag(*child, tag, found);
     }
   }
@@ -298,12 +341,16 @@ class FakeHtmlNode : public HtmlNode {
 
   static std::string StyleName(const std::string& property) {
     const auto name = FakeStyle::PropertyName(property);
-    if (!name) throw Failure(RuntimeError::kMemberNotFound);
+    if (!name) {
+      throw Failure(RuntimeError::kMemberNotFound);
+    }
     return *name;
   }
 
   void InsertAll(DomNode& parent, std::size_t place, const std::vector<DomNode*>& nodes) {
-    for (DomNode* node : nodes) page_->tree.Insert(parent, place++, *node);
+    for (DomNode* node : nodes) {
+      page_->tree.Insert(parent, place++, *node);
+    }
   }
 
   std::shared_ptr<FakePage> page_;
@@ -317,9 +364,13 @@ HtmlNodeRef MakeHandle(const std::shared_ptr<FakePage>& page, DomNode* node) {
 }
 
 DomNode* NodeOf(const HtmlNode* handle) {
-  if (handle == nullptr) return nullptr;
+  if (handle == nullptr) {
+    return nullptr;
+  }
   const auto* fake = dynamic_cast<const FakeHtmlNode*>(handle);
-  if (fake == nullptr) throw std::invalid_argument("the node is of another kind of document");
+  if (fake == nullptr) {
+    throw std::invalid_argument("the node is of another kind of document");
+  }
   return &fake->node();
 }
 

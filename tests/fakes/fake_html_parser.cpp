@@ -63,7 +63,9 @@ std::string TagOf(const GumboElement& element) {
   GumboStringPiece name = element.original_tag;
   gumbo_tag_from_original_text(&name);
   if (element.tag_namespace == GUMBO_NAMESPACE_SVG) {
-    if (const char* normalized = gumbo_normalize_svg_tagname(&name)) return normalized;
+    if (const char* normalized = gumbo_normalize_svg_tagname(&name)) {
+      return normalized;
+    }
   }
   return base::ToLower(std::string_view(name.data, name.length));
 }
@@ -71,7 +73,9 @@ std::string TagOf(const GumboElement& element) {
 template <typename T>
 std::vector<T*> Items(const GumboVector& vector) {
   std::vector<T*> items;
-  for (unsigned i = 0; i < vector.length; ++i) items.push_back(static_cast<T*>(vector.data[i]));
+  for (unsigned i = 0; i < vector.length; ++i) {
+    items.push_back(static_cast<T*>(vector.data[i]));
+  }
   return items;
 }
 
@@ -98,7 +102,9 @@ DomNode& Convert(DomTree& tree, const GumboNode& node) {
 
 std::vector<DomNode*> ConvertAll(DomTree& tree, const GumboVector& nodes) {
   std::vector<DomNode*> converted;
-  for (const GumboNode* node : Items<GumboNode>(nodes)) converted.push_back(&Convert(tree, *node));
+  for (const GumboNode* node : Items<GumboNode>(nodes)) {
+    converted.push_back(&Convert(tree, *node));
+  }
   return converted;
 }
 

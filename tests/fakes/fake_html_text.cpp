@@ -58,8 +58,12 @@ void AppendMarkup(const DomNode& node, std::string& out) {
     out += " " + attribute.name + "=\"" + Escaped(attribute.value, true) + "\"";
   }
   out += ">";
-  if (IsOneOf(kWithoutEnd, node.tag)) return;
-  for (const DomNode* child : node.all_children()) AppendMarkup(*child, out);
+  if (IsOneOf(kWithoutEnd, node.tag)) {
+    return;
+  }
+  for (const DomNode* child : node.all_children()) {
+    AppendMarkup(*child, out);
+  }
   out += "</" + node.tag + ">";
 }
 
@@ -70,8 +74,12 @@ bool HidesItself(const DomNode& node) {
 }
 
 void AppendAllText(const DomNode& node, std::string& out) {
-  if (node.kind == NodeKind::kText) out += node.text;
-  for (const DomNode* child : node.all_children()) AppendAllText(*child, out);
+  if (node.kind == NodeKind::kText) {
+    out += node.text;
+  }
+  for (const DomNode* child : node.all_children()) {
+    AppendAllText(*child, out);
+  }
 }
 
 /// Text in lines: white space is collapsed, and line ends appear only between texts.
@@ -117,7 +125,9 @@ class TextLines {
 };
 
 bool IsCellBeforeAnother(const DomNode& node) {
-  if (!IsOneOf(kCells, node.tag)) return false;
+  if (!IsOneOf(kCells, node.tag)) {
+    return false;
+  }
   const auto& siblings = node.parent()->child_elements();
   return siblings.back() != &node;
 }
@@ -127,16 +137,22 @@ void AddVisibleText(const DomNode& node, TextLines& lines) {
     lines.Add(node.text);
     return;
   }
-  if (node.kind != NodeKind::kElement || HidesItself(node)) return;
+  if (node.kind != NodeKind::kElement || HidesItself(node)) {
+    return;
+  }
   if (node.tag == "br") {
     lines.AddControl('\n');
     return;
   }
   const std::size_t line_ends = node.tag == "p" ? 2 : IsOneOf(kBlocks, node.tag) ? 1 : 0;
   lines.BreakLine(line_ends);
-  for (const DomNode* child : node.all_children()) AddVisibleText(*child, lines);
+  for (const DomNode* child : node.all_children()) {
+    AddVisibleText(*child, lines);
+  }
   lines.BreakLine(line_ends);
-  if (IsCellBeforeAnother(node)) lines.AddControl('\t');
+  if (IsCellBeforeAnother(node)) {
+    lines.AddControl('\t');
+  }
 }
 
 std::string Quoted(std::string_view text) {
@@ -145,7 +161,9 @@ std::string Quoted(std::string_view text) {
     if (c == '\n') {
       result += "\\n";
     } else {
-      if (c == '"' || c == '\\') result += '\\';
+      if (c == '"' || c == '\\') {
+        result += '\\';
+      }
       result += c;
     }
   }
@@ -172,14 +190,18 @@ void AppendTree(const DomNode& node, std::size_t depth, std::string& out) {
            Quoted(style ? FakeStyle(attribute.value).Text() : attribute.value);
   }
   out += "\n";
-  for (const DomNode* child : node.child_nodes()) AppendTree(*child, depth + 1, out);
+  for (const DomNode* child : node.child_nodes()) {
+    AppendTree(*child, depth + 1, out);
+  }
 }
 
 }  // namespace
 
 std::string InnerMarkup(const DomNode& node) {
   std::string out;
-  for (const DomNode* child : node.all_children()) AppendMarkup(*child, out);
+  for (const DomNode* child : node.all_children()) {
+    AppendMarkup(*child, out);
+  }
   return out;
 }
 
@@ -200,7 +222,9 @@ std::string VisibleText(const DomTree& tree, const DomNode& node) {
     return out;
   }
   TextLines lines;
-  for (const DomNode* child : node.all_children()) AddVisibleText(*child, lines);
+  for (const DomNode* child : node.all_children()) {
+    AddVisibleText(*child, lines);
+  }
   return lines.text();
 }
 

@@ -20,7 +20,9 @@ class WindowCalls {
   /// Records the call, then throws if a test has arranged that calls of that member fail.
   void Enter(const std::string& member, const std::string& arguments = "") {
     calls_.push_back(member + (arguments.empty() ? "" : " " + arguments));
-    if (failing_ && failing_->first == member) throw base::Failure(failing_->second);
+    if (failing_ && failing_->first == member) {
+      throw base::Failure(failing_->second);
+    }
   }
 
   const std::vector<std::string>& all() const { return calls_; }
@@ -156,7 +158,9 @@ class FakeMainWindow : public platform::MainWindow {
 
   void Load(platform::MainWindowEvents& events) override {
     calls_.Enter("Load");
-    if (events_ != nullptr) return;
+    if (events_ != nullptr) {
+      return;
+    }
     events_ = &events;
     is_unloaded_ = false;
     status_bar_.Clear();
@@ -164,7 +168,9 @@ class FakeMainWindow : public platform::MainWindow {
 
   void Unload() override {
     calls_.Enter("Unload");
-    if (events_ == nullptr || unloading_) return;
+    if (events_ == nullptr || unloading_) {
+      return;
+    }
     unloading_ = true;
     events_->Form_Unload();
     unloading_ = false;
@@ -195,14 +201,18 @@ class FakeMainWindow : public platform::MainWindow {
   std::shared_ptr<platform::HtmlDocument> ConnectDocument(
       platform::HtmlDocumentEvents& events) override {
     calls_.Enter("ConnectDocument");
-    if (!document_) throw base::Failure(base::RuntimeError::kObjectVariableNotSet);
+    if (!document_) {
+      throw base::Failure(base::RuntimeError::kObjectVariableNotSet);
+    }
     document_->SetEvents(&events);
     return document_;
   }
 
   void DisconnectDocument() override {
     calls_.Enter("DisconnectDocument");
-    if (document_) document_->SetEvents(nullptr);
+    if (document_) {
+      document_->SetEvents(nullptr);
+    }
   }
 
   void SetHelpCursor(const std::string& path) override {
@@ -235,17 +245,23 @@ class FakeMainWindow : public platform::MainWindow {
 
  private:
   void RequireParts() const {
-    if (is_unloaded_) throw base::Failure(base::RuntimeError::kObjectVariableNotSet);
+    if (is_unloaded_) {
+      throw base::Failure(base::RuntimeError::kObjectVariableNotSet);
+    }
   }
 
   void LeavePage() {
-    if (document_) document_->MakeStale();
+    if (document_) {
+      document_->MakeStale();
+    }
     document_.reset();
   }
 
   static std::string FolderUrl(std::string path) {
     for (char& c : path) {
-      if (c == '\\') c = '/';
+      if (c == '\\') {
+        c = '/';
+      }
     }
     return "file:///" + path.substr(0, path.rfind('/') + 1);
   }

@@ -16,7 +16,9 @@ class FakePreferenceWindow : public platform::PreferenceWindow {
   bool IsLoaded() const override { return events_ != nullptr; }
 
   void Load(platform::PreferenceWindowEvents& events, platform::WindowHandle owner) override {
-    if (IsLoaded()) return;
+    if (IsLoaded()) {
+      return;
+    }
     calls_.Enter("Load", std::to_string(owner.value));
     events_ = &events;
     shown_ = remove_enabled_ = false;
@@ -27,7 +29,9 @@ class FakePreferenceWindow : public platform::PreferenceWindow {
 
   void Unload() override {
     calls_.Enter("Unload");
-    if (!IsLoaded() || unloading_) return;
+    if (!IsLoaded() || unloading_) {
+      return;
+    }
     unloading_ = true;
     events_->Form_Unload();
     unloading_ = false;
@@ -58,7 +62,9 @@ class FakePreferenceWindow : public platform::PreferenceWindow {
   void EnableRemoveButton(bool enabled) override {
     Enter("EnableRemoveButton", enabled ? "true" : "false");
     remove_enabled_ = enabled;
-    if (!enabled && focus_ == "Command1") focus_ = "lstPrefURL";
+    if (!enabled && focus_ == "Command1") {
+      focus_ = "lstPrefURL";
+    }
   }
 
   int ItemCount() const override {
@@ -106,7 +112,9 @@ class FakePreferenceWindow : public platform::PreferenceWindow {
   }
 
   void PressRemove() {
-    if (remove_enabled_) events_->Command1_Click();
+    if (remove_enabled_) {
+      events_->Command1_Click();
+    }
   }
 
   // For tests to inspect.
@@ -121,7 +129,9 @@ class FakePreferenceWindow : public platform::PreferenceWindow {
 
  private:
   void CheckLoaded() const {
-    if (!IsLoaded()) throw base::Failure(base::RuntimeError::kObjectVariableNotSet);
+    if (!IsLoaded()) {
+      throw base::Failure(base::RuntimeError::kObjectVariableNotSet);
+    }
   }
 
   void Enter(const std::string& member, const std::string& arguments = "") {

@@ -75,13 +75,17 @@ constexpr std::array<std::string_view, 4> kVisibilities = {"visible", "hidden", 
 
 std::string TrimWhiteSpace(std::string_view text) {
   const std::size_t first = text.find_first_not_of(" \t\r\n\f");
-  if (first == std::string_view::npos) return "";
+  if (first == std::string_view::npos) {
+    return "";
+  }
   return std::string(text.substr(first, text.find_last_not_of(" \t\r\n\f") - first + 1));
 }
 
 const Property* FindProperty(std::string_view name) {
   for (const Property& property : kProperties) {
-    if (property.name == name) return &property;
+    if (property.name == name) {
+      return &property;
+    }
   }
   return nullptr;
 }
@@ -89,11 +93,15 @@ const Property* FindProperty(std::string_view name) {
 /// A length in the form in which styles return it; nothing if `text` is not a length.
 std::optional<std::string> Length(const std::string& text) {
   const std::string value = base::ToLower(text);
-  if (IsOneOf(kLengthWords, value)) return value;
+  if (IsOneOf(kLengthWords, value)) {
+    return value;
+  }
   const std::size_t sign = value.find_first_of("+-") == 0 ? 1 : 0;
   const std::size_t end = std::min(value.find_first_not_of("0123456789.", sign), value.size());
   const std::string unit = value.substr(end);
-  if (end == sign || (!unit.empty() && !IsOneOf(kUnits, unit))) return std::nullopt;
+  if (end == sign || (!unit.empty() && !IsOneOf(kUnits, unit))) {
+    return std::nullopt;
+  }
   return value.substr(0, end) + (unit.empty() ? "px" : unit);
 }
 
@@ -103,7 +111,9 @@ std::optional<std::string> Lengths(const std::string& text) {
   while ((at = text.find_first_not_of(' ', at)) != std::string::npos) {
     const std::size_t end = std::min(text.find(' ', at), text.size());
     const auto length = Length(text.substr(at, end - at));
-    if (!length) return std::nullopt;
+    if (!length) {
+      return std::nullopt;
+    }
     result += (result.empty() ? "" : " ") + *length;
     at = end;
   }
@@ -142,7 +152,9 @@ std::size_t EndOfDeclaration(std::string_view text, std::size_t at) {
   char quote = '\0';
   for (; at < text.size(); ++at) {
     if (quote != '\0') {
-      if (text[at] == quote) quote = '\0';
+      if (text[at] == quote) {
+        quote = '\0';
+      }
     } else if (text[at] == '"' || text[at] == '\'') {
       quote = text[at];
     } else if (text[at] == ';') {
@@ -160,9 +172,13 @@ FakeStyle::FakeStyle(std::string_view attribute) {
     const std::string_view declaration = attribute.substr(at, end - at);
     at = end + 1;
     const std::size_t colon = declaration.find(':');
-    if (colon == std::string_view::npos) continue;
+    if (colon == std::string_view::npos) {
+      continue;
+    }
     const std::string value = TrimWhiteSpace(declaration.substr(colon + 1));
-    if (!value.empty()) Set(base::ToLower(TrimWhiteSpace(declaration.substr(0, colon))), value);
+    if (!value.empty()) {
+      Set(base::ToLower(TrimWhiteSpace(declaration.substr(0, colon))), value);
+    }
   }
 }
 
@@ -171,30 +187,40 @@ std::optional<std::string> FakeStyle::PropertyName(std::string_view script_name)
   for (const Property& property : kProperties) {
     std::string name = property.name;
     std::erase(name, '-');
-    if (name == wanted) return property.name;
+    if (name == wanted) {
+      return property.name;
+    }
   }
   return std::nullopt;
 }
 
 std::string FakeStyle::Get(std::string_view property) const {
   for (const auto& [name, value] : declarations_) {
-    if (name == property) return value;
+    if (name == property) {
+      return value;
+    }
   }
   return "";
 }
 
 bool FakeStyle::Set(const std::string& property, std::string_view value) {
   const Property* known = FindProperty(property);
-  if (known == nullptr) return false;
+  if (known == nullptr) {
+    return false;
+  }
   const std::string trimmed = TrimWhiteSpace(value);
   const auto normalized =
       trimmed.empty() ? std::optional(std::string()) : Normalized(known->kind, trimmed);
-  if (!normalized) return false;
+  if (!normalized) {
+    return false;
+  }
   std::erase_if(declarations_, [&](const auto& declaration) {
     return declaration.first.starts_with(property + "-") ||
            (normalized->empty() && declaration.first == property);
   });
-  if (normalized->empty()) return true;
+  if (normalized->empty()) {
+    return true;
+  }
   for (auto& [name, current] : declarations_) {
     if (name == property) {
       current = *normalized;
@@ -210,8 +236,12 @@ int FakeStyle::Pixels(std::string_view property) const {
   const std::size_t end = std::min(value.find_first_not_of("+-0123456789."), value.size());
   const std::string unit = value.substr(end);
   const double number = std::strtod(value.substr(0, end).c_str(), nullptr);
-  if (unit == "px") return static_cast<int>(std::lround(number));
-  if (unit == "pt") return static_cast<int>(std::lround(number * 96 / 72));
+  if (unit == "px") {
+    return static_cast<int>(std::lround(number));
+  }
+  if (unit == "pt") {
+    return static_cast<int>(std::lround(number * 96 / 72));
+  }
   return 0;
 }
 

@@ -17,7 +17,9 @@ class FakeSuiteObjects::Object : public platform::TransportObject {
 
   void SetUp(platform::OvTransportEvents& receiver) override {
     suite_.calls.push_back("SetUp " + transport_->prog_id);
-    if (transport_->set_up_failure) throw *transport_->set_up_failure;
+    if (transport_->set_up_failure) {
+      throw *transport_->set_up_failure;
+    }
     transport_->receiver = &receiver;
   }
 
@@ -27,7 +29,9 @@ class FakeSuiteObjects::Object : public platform::TransportObject {
       throw *failure;
     }
     transport_->requests.push_back(document);
-    if (transport_->while_asked) transport_->while_asked();
+    if (transport_->while_asked) {
+      transport_->while_asked();
+    }
   }
 
   void LimitNext(std::uint64_t bytes) override {
@@ -36,7 +40,9 @@ class FakeSuiteObjects::Object : public platform::TransportObject {
 
   void ShutDown() override {
     suite_.calls.push_back("ShutDown " + transport_->prog_id);
-    if (suite_.on_shut_down) suite_.on_shut_down();
+    if (suite_.on_shut_down) {
+      suite_.on_shut_down();
+    }
     transport_->receiver = nullptr;
   }
 
@@ -51,7 +57,9 @@ FakeSuiteObjects::FakeSuiteObjects(MakeFileSystemObject make_file_system_object)
 std::unique_ptr<platform::FileSystemObject> FakeSuiteObjects::CreateFileSystemObject(
     const std::string& prog_id) {
   CheckCreatable(prog_id);
-  if (!make_file_system_object_) throw base::Failure(base::RuntimeError::kCannotCreateObject);
+  if (!make_file_system_object_) {
+    throw base::Failure(base::RuntimeError::kCannotCreateObject);
+  }
   return make_file_system_object_();
 }
 
@@ -61,7 +69,9 @@ std::unique_ptr<platform::TransportObject> FakeSuiteObjects::CreateTransportObje
   auto transport = std::make_shared<Transport>();
   transport->prog_id = prog_id;
   const auto failure = set_up_failures.find(prog_id);
-  if (failure != set_up_failures.end()) transport->set_up_failure = failure->second;
+  if (failure != set_up_failures.end()) {
+    transport->set_up_failure = failure->second;
+  }
   transports_.push_back(transport);
   return std::make_unique<Object>(*this, std::move(transport));
 }
@@ -75,7 +85,9 @@ FakeSuiteObjects::Transport* FakeSuiteObjects::Find(const std::string& prog_id) 
 
 void FakeSuiteObjects::CheckCreatable(const std::string& prog_id) {
   calls.push_back("Create " + prog_id);
-  if (missing.count(prog_id) != 0) throw base::Failure(base::RuntimeError::kCannotCreateObject);
+  if (missing.count(prog_id) != 0) {
+    throw base::Failure(base::RuntimeError::kCannotCreateObject);
+  }
 }
 
 }  // namespace kitbay::fakes

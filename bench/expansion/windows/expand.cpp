@@ -31,7 +31,9 @@ class PrintedLog : public kitbay::base::ErrorLog {
 }  // namespace
 
 int wmain(int count, wchar_t** words) {
-  if (count != 3) return 2;
+  if (count != 3) {
+    return 2;
+  }
   PrintedLog log;
   const auto files = win32::MakeFiles();
   std::string destination = win32::ToUtf8(words[2]);

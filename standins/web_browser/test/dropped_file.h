@@ -24,7 +24,9 @@ class DraggedFile final : public IDataObject {
   STDMETHODIMP_(ULONG) Release() override { return 1; }
 
   STDMETHODIMP GetData(FORMATETC* format, STGMEDIUM* medium) override {
-    if (QueryGetData(format) != S_OK) return DV_E_FORMATETC;
+    if (QueryGetData(format) != S_OK) {
+      return DV_E_FORMATETC;
+    }
     const SIZE_T size = sizeof(DROPFILES) + (path_.size() + 2) * sizeof(wchar_t);
     const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, size);
     auto* files = static_cast<DROPFILES*>(GlobalLock(memory));
@@ -78,7 +80,9 @@ inline DWORD DropFile(HWND window, const std::wstring& path) {
   // Releasing a key makes the drag query its state again.
   PostMessageW(window, WM_KEYUP, VK_SHIFT, 0);
   const HRESULT result = DoDragDrop(&file, &source, DROPEFFECT_COPY, &effect);
-  if (FAILED(result)) throw std::runtime_error("The file cannot be dragged");
+  if (FAILED(result)) {
+    throw std::runtime_error("The file cannot be dragged");
+  }
   return effect;
 }
 

@@ -19,7 +19,9 @@ namespace {
 
 std::string Narrow(const wchar_t* text) {
   std::string narrow;
-  for (; *text; ++text) narrow += static_cast<char>(*text);
+  for (; *text; ++text) {
+    narrow += static_cast<char>(*text);
+  }
   return narrow;
 }
 
@@ -27,7 +29,9 @@ Value Checked(IDispatch* object, const wchar_t* name, WORD flags,
               const std::vector<Value>& arguments) {
   Value result;
   const HRESULT code = Try(object, name, flags, arguments, &result);
-  if (FAILED(code)) Fail(Narrow(name), code);
+  if (FAILED(code)) {
+    Fail(Narrow(name), code);
+  }
   return result;
 }
 
@@ -51,11 +55,15 @@ Value::Value(bool flag) : Value() {
 Value::Value(IDispatch* object) : Value() {
   value_.vt = VT_DISPATCH;
   value_.pdispVal = object;
-  if (object) object->AddRef();
+  if (object) {
+    object->AddRef();
+  }
 }
 
 Value::Value(const Value& other) : Value() {
-  if (FAILED(VariantCopy(&value_, const_cast<VARIANT*>(&other.value_)))) Fail("VariantCopy", 0);
+  if (FAILED(VariantCopy(&value_, const_cast<VARIANT*>(&other.value_)))) {
+    Fail("VariantCopy", 0);
+  }
 }
 
 Value& Value::operator=(Value other) noexcept {
@@ -64,33 +72,45 @@ Value& Value::operator=(Value other) noexcept {
 }
 
 std::wstring Value::Text() const {
-  if (value_.vt != VT_BSTR) Fail("no text but type", value_.vt);
+  if (value_.vt != VT_BSTR) {
+    Fail("no text but type", value_.vt);
+  }
   return std::wstring(value_.bstrVal ? value_.bstrVal : L"", SysStringLen(value_.bstrVal));
 }
 
 int Value::Number() const {
-  if (value_.vt != VT_I4) Fail("no number but type", value_.vt);
+  if (value_.vt != VT_I4) {
+    Fail("no number but type", value_.vt);
+  }
   return value_.lVal;
 }
 
 bool Value::Flag() const {
-  if (value_.vt != VT_BOOL) Fail("no flag but type", value_.vt);
+  if (value_.vt != VT_BOOL) {
+    Fail("no flag but type", value_.vt);
+  }
   return value_.boolVal != VARIANT_FALSE;
 }
 
 ComPtr<IDispatch> Value::Object() const {
-  if (value_.vt != VT_DISPATCH) Fail("no object but type", value_.vt);
+  if (value_.vt != VT_DISPATCH) {
+    Fail("no object but type", value_.vt);
+  }
   return value_.pdispVal;
 }
 
 HRESULT Try(IDispatch* object, const wchar_t* name, WORD flags, const std::vector<Value>& arguments,
             Value* result) {
-  if (!object) return E_POINTER;
+  if (!object) {
+    return E_POINTER;
+  }
   std::wstring spelling = name;
   LPOLESTR names = spelling.data();
   DISPID id = DISPID_UNKNOWN;
   const HRESULT found = object->GetIDsOfNames(IID_NULL, &names, 1, LOCALE_USER_DEFAULT, &id);
-  if (FAILED(found)) return found;
+  if (FAILED(found)) {
+    return found;
+  }
   std::vector<VARIANT> reversed;
   for (auto value = arguments.rbegin(); value != arguments.rend(); ++value) {
     reversed.push_back(value->get());

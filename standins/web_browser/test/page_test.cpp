@@ -85,7 +85,9 @@ TEST_F(Page, CancelledNavigationKeepsTheDocument) {
   host_->Load(kList);
   const std::wstring target = host_->Write(L"target.html", "<p id=target>");
   const Listening sink(host_->browser(), DIID_DWebBrowserEvents2, [](DISPID id, DISPPARAMS* told) {
-    if (id == DISPID_BEFORENAVIGATE2) *told->rgvarg[0].pboolVal = VARIANT_TRUE;
+    if (id == DISPID_BEFORENAVIGATE2) {
+      *told->rgvarg[0].pboolVal = VARIANT_TRUE;
+    }
     return true;
   });
   host_->browser()->Navigate(Value(target.c_str()).get().bstrVal, nullptr, nullptr, nullptr,
@@ -199,7 +201,9 @@ TEST_F(Page, ClickReachesTheSinkOnTheHostsThreadWithItsElement) {
   AddRow(document.Get(), 7);
   std::wstring clicked;
   const Listening sink(document.Get(), __uuidof(HTMLDocumentEvents), [&](DISPID id, DISPPARAMS*) {
-    if (id != kClick) return true;
+    if (id != kClick) {
+      return true;
+    }
     const ComPtr<IDispatch> window = GetObject(document.Get(), L"parentWindow");
     const ComPtr<IDispatch> event = GetObject(window.Get(), L"event");
     clicked = Get(GetObject(event.Get(), L"srcElement").Get(), L"Value").Text();
@@ -219,7 +223,9 @@ TEST_F(Page, SinkOfTheSecondKindGetsTheEventAsAnArgument) {
   std::wstring clicked;
   const Listening sink(
       document.Get(), __uuidof(HTMLDocumentEvents2), [&](DISPID id, DISPPARAMS* told) {
-        if (id != kClick || told->cArgs != 1) return true;
+        if (id != kClick || told->cArgs != 1) {
+          return true;
+        }
         clicked = Get(GetObject(told->rgvarg[0].pdispVal, L"srcElement").Get(), L"id").Text();
         return true;
       });
@@ -246,7 +252,9 @@ TEST_F(Page, DragIsToldAndDoesNotClick) {
   TestHost::Until([&] { return sink->HasHeard(kClick); });
   int clicks = 0;
   for (const EventSink::Heard& event : sink->heard()) {
-    if (event.id == kClick) ++clicks;
+    if (event.id == kClick) {
+      ++clicks;
+    }
   }
   EXPECT_EQ(clicks, 1);
 }
@@ -365,7 +373,9 @@ TEST_F(Page, TheEventsOfAFrameNameABrowserOfItsOwn) {
   host.Load("<body><iframe src='frame.html'></iframe>");
   std::vector<std::pair<DISPID, bool>> heard;
   for (const EventSink::Heard& event : sink->heard()) {
-    if (!event.browser) continue;
+    if (!event.browser) {
+      continue;
+    }
     const bool is_frame = event.browser != static_cast<IDispatch*>(host.browser());
     EXPECT_THAT(event.url, EndsWith(is_frame ? L"\\frame.html" : L"\\page.html"));
     heard.emplace_back(event.id, is_frame);
@@ -403,7 +413,9 @@ TEST_F(Page, TypedTextReachesTheFocusedField) {
   const ComPtr<IDispatch> document = host_->Document();
   const Listening sink(document.Get(), __uuidof(HTMLDocumentEvents));
   host_->Click(ById(document.Get(), L"field").Get());
-  for (wchar_t c : std::wstring(L"a\u00e4")) PostMessageW(host_->control_window(), WM_CHAR, c, 0);
+  for (wchar_t c : std::wstring(L"a\u00e4")) {
+    PostMessageW(host_->control_window(), WM_CHAR, c, 0);
+  }
   TestHost::Until(
       [&] { return Get(ById(document.Get(), L"field").Get(), L"value").Text() == L"a\u00e4"; });
   ComPtr<IOleInPlaceActiveObject> active;

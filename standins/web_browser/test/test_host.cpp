@@ -20,7 +20,9 @@ namespace {
 constexpr ULONGLONG kLimitMs = 120000;
 
 void Check(HRESULT result, const char* what) {
-  if (FAILED(result)) throw std::runtime_error(what);
+  if (FAILED(result)) {
+    throw std::runtime_error(what);
+  }
 }
 
 ComPtr<IWebBrowser2> CreateFromLibrary() {
@@ -31,7 +33,9 @@ ComPtr<IWebBrowser2> CreateFromLibrary() {
   const std::wstring folder = program.substr(0, program.find_last_of(L'\\'));
   const std::wstring library = folder + L"\\..\\" + std::wstring(name.begin(), name.end());
   HMODULE module = LoadLibraryW(library.c_str());
-  if (!module) throw std::runtime_error("The library does not load");
+  if (!module) {
+    throw std::runtime_error("The library does not load");
+  }
   using GetClass = HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**);
   const auto get_class = reinterpret_cast<GetClass>(
       reinterpret_cast<void*>(GetProcAddress(module, "DllGetClassObject")));
@@ -59,7 +63,9 @@ std::wstring NewFolder() {
 
 bool EventSink::HasHeard(DISPID id) const {
   for (const Heard& event : heard_) {
-    if (event.id == id) return true;
+    if (event.id == id) {
+      return true;
+    }
   }
   return false;
 }
@@ -146,7 +152,9 @@ class TestHost::Site final : public ComObject<IOleClientSite, IOleInPlaceSite, I
       result->boolVal = answers_.is_in_use ? VARIANT_TRUE : VARIANT_FALSE;
       return S_OK;
     }
-    if (id != DISPID_AMBIENT_DLCONTROL) return DISP_E_MEMBERNOTFOUND;
+    if (id != DISPID_AMBIENT_DLCONTROL) {
+      return DISP_E_MEMBERNOTFOUND;
+    }
     result->vt = VT_I4;
     result->lVal = answers_.download_control;
     return S_OK;
@@ -170,7 +178,9 @@ class TestHost::Site final : public ComObject<IOleClientSite, IOleInPlaceSite, I
   STDMETHODIMP GetOptionKeyPath(LPOLESTR*, DWORD) override { return S_FALSE; }
   STDMETHODIMP GetDropTarget(IDropTarget*, IDropTarget** used) override {
     *used = answers_.drop_target;
-    if (!*used) return S_FALSE;
+    if (!*used) {
+      return S_FALSE;
+    }
     (*used)->AddRef();
     return S_OK;
   }
@@ -236,7 +246,9 @@ void TestHost::Until(const std::function<bool()>& holds) {
   const ULONGLONG limit = GetTickCount64() + kLimitMs;
   while (!holds()) {
     const ULONGLONG now = GetTickCount64();
-    if (now >= limit) throw std::runtime_error("Not in time");
+    if (now >= limit) {
+      throw std::runtime_error("Not in time");
+    }
     MsgWaitForMultipleObjects(0, nullptr, FALSE, static_cast<DWORD>(limit - now), QS_ALLINPUT);
     MSG message;
     while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
@@ -263,7 +275,9 @@ void TestHost::Load(const std::string& markup) {
 std::wstring TestHost::Write(const wchar_t* name, const std::string& content) const {
   const std::wstring path = folder_ + name;
   FILE* file = _wfopen(path.c_str(), L"wb");
-  if (!file) throw std::runtime_error("The page cannot be written");
+  if (!file) {
+    throw std::runtime_error("The page cannot be written");
+  }
   std::fwrite(content.data(), 1, content.size(), file);
   std::fclose(file);
   return path;

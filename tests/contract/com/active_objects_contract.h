@@ -40,7 +40,9 @@ class ActiveObjectsContract
     return cookie;
   }
   void TearDown() override {
-    for (const std::uint32_t cookie : cookies_) objects().RevokeActiveObject(cookie);
+    for (const std::uint32_t cookie : cookies_) {
+      objects().RevokeActiveObject(cookie);
+    }
   }
 
   // The manager outlives its entry in the table.

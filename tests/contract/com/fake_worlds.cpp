@@ -37,17 +37,29 @@ class FakeComServerWorld : public ComServerWorld {
   platform::ComServer& server() override { return server_; }
   std::int32_t ClientCreates(const std::string& prog_id) override {
     return FailureNumber([&] {
-      if (prog_id == "Kitbay.Manager") manager_ = server_.CreateManager();
-      if (prog_id == "Kitbay.Registry") registry_ = server_.CreateRegistry();
+      if (prog_id == "Kitbay.Manager") {
+        manager_ = server_.CreateManager();
+      }
+      if (prog_id == "Kitbay.Registry") {
+        registry_ = server_.CreateRegistry();
+      }
     });
   }
   std::string ClientCalls(const std::string& member) override {
     std::string result;
     const std::int32_t number = FailureNumber([&] {
-      if (member == "BringToFront") manager_->BringToFront();
-      if (member == "RegisterUrlHandler") registry_->RegisterUrlHandler();
-      if (member == "GetAppDataPath") result = registry_->GetAppDataPath();
-      if (member == "ROOT_REGISTRY_KEY") result = std::to_string(registry_->ROOT_REGISTRY_KEY());
+      if (member == "BringToFront") {
+        manager_->BringToFront();
+      }
+      if (member == "RegisterUrlHandler") {
+        registry_->RegisterUrlHandler();
+      }
+      if (member == "GetAppDataPath") {
+        result = registry_->GetAppDataPath();
+      }
+      if (member == "ROOT_REGISTRY_KEY") {
+        result = std::to_string(registry_->ROOT_REGISTRY_KEY());
+      }
     });
     return number == 0 ? result : "failure " + std::to_string(number);
   }

@@ -19,7 +19,9 @@ class CountingManager : public platform::ManagerService {
  public:
   void BringToFront() override {
     ++calls;
-    if (failure) throw *failure;
+    if (failure) {
+      throw *failure;
+    }
   }
 
   int calls = 0;

@@ -184,7 +184,9 @@ TEST_P(PreferenceWindowContract, AClickIsReportedWhenTheItemIsSelected) {
   LoadAndShow({"one", "two", "three"});
   int selected = 0;
   events_.on_told = [&](const std::string& what) {
-    if (what == "lstPrefURL_MouseUp") selected = window().SelectedItem();
+    if (what == "lstPrefURL_MouseUp") {
+      selected = window().SelectedItem();
+    }
   };
   world_->Click(3);
   EXPECT_EQ(selected, 3);

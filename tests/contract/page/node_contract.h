@@ -133,7 +133,9 @@ TEST_P(HtmlDocumentContract, ATextBetweenElementsHasNoMembersOfElements) {
 
 TEST_P(HtmlDocumentContract, AllChildElementsComeAtOnceHoweverManyThereAre) {
   std::string rows;
-  for (int i = 0; i < 150; ++i) rows += "<b id='" + std::to_string(i) + "'><i></i></b> text ";
+  for (int i = 0; i < 150; ++i) {
+    rows += "<b id='" + std::to_string(i) + "'><i></i></b> text ";
+  }
   auto& document = Show("<div id='list'>" + rows + "</div><div id='empty'>text</div>");
   const auto children = document.AllItem("list")->Children();
   ASSERT_EQ(children.size(), 150U);
@@ -149,7 +151,9 @@ TEST_P(HtmlDocumentContract, ElementsOfATagAreFoundAtAnyDepthInTheirOrder) {
       "<input id='4'>");
   const auto list = document.AllItem("list");
   std::string ids;
-  for (const auto& input : list->ElementsByTag("input")) ids += input->Id();
+  for (const auto& input : list->ElementsByTag("input")) {
+    ids += input->Id();
+  }
   EXPECT_EQ(ids, "123");
   EXPECT_TRUE(list->ElementsByTag("img").empty());
 }

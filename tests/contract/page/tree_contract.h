@@ -8,7 +8,9 @@ namespace kitbay::contract {
 /// The ids of the child elements, in order.
 inline std::string IdsOfChildren(const platform::HtmlNode& parent) {
   std::string ids;
-  for (int i = 0; i < parent.ChildCount(); ++i) ids += parent.Child(i)->Id() + " ";
+  for (int i = 0; i < parent.ChildCount(); ++i) {
+    ids += parent.Child(i)->Id() + " ";
+  }
   return ids;
 }
 

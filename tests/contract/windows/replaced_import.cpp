@@ -48,7 +48,9 @@ std::uintptr_t* PlaceOfImport(const Image& image, std::string_view name) {
 
 ReplacedImport::ReplacedImport(const char* name, void* replacement, const wchar_t* library)
     : place_(PlaceOfImport(Image(library), name)) {
-  if (place_ == nullptr) throw std::runtime_error(std::string("no import of ") + name);
+  if (place_ == nullptr) {
+    throw std::runtime_error(std::string("no import of ") + name);
+  }
   original_ = *place_;
   Set(reinterpret_cast<std::uintptr_t>(replacement));
 }

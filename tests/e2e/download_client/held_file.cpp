@@ -27,7 +27,9 @@ HeldFile::HeldFile(const std::string& path, int failures)
       file_(CreateFileW(path_.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr)),
       failures_(failures),
       moving_("MoveFileExW", reinterpret_cast<void*>(&CountAndMove), L"OvalinkSuite.dll") {
-  if (!file_) throw std::runtime_error("the file cannot be held");
+  if (!file_) {
+    throw std::runtime_error("the file cannot be held");
+  }
   g_held = this;
   g_move = moving_.original(MoveFileExW);
 }
@@ -35,5 +37,7 @@ HeldFile::HeldFile(const std::string& path, int failures)
 HeldFile::~HeldFile() { g_held = nullptr; }
 
 void HeldFile::OnMove(std::wstring_view to) {
-  if (to.ends_with(path_) && ++attempts_ == failures_) file_.reset();
+  if (to.ends_with(path_) && ++attempts_ == failures_) {
+    file_.reset();
+  }
 }

@@ -84,16 +84,22 @@ class Client : public platform::OvTransportEvents {
     object_ = objects_->CreateTransportObject("URLDownloadLib.URLDownload");
     object_->SetUp(*this);
     threads_before_ = ThreadCount();
-    if (held > 0) held_.emplace(words_.at(2), held);
+    if (held > 0) {
+      held_.emplace(words_.at(2), held);
+    }
   }
 
   void Run() {
-    for (std::size_t at = 0; at + 3 <= words_.size(); at += 3) Request(at);
+    for (std::size_t at = 0; at + 3 <= words_.size(); at += 3) {
+      Request(at);
+    }
     MSG message;
     while (open_ > 0 && GetMessageW(&message, nullptr, 0, 0) > 0) {
       DispatchMessageW(&message);
       // The object lives at least as long as the event in which it is released.
-      if (was_told_ && ending_ == Ending::kLetGo) End();
+      if (was_told_ && ending_ == Ending::kLetGo) {
+        End();
+      }
     }
     if (held_) {
       Print({{"event", "Attempts"}, {"count", held_->attempts()}});
@@ -103,9 +109,13 @@ class Client : public platform::OvTransportEvents {
   void Message(const std::string& path, const std::string& field,
                const std::string& value) override {
     Tell({{"event", "Message"}, {"path", path}, {"field", field}, {"value", value}});
-    if (value == "true") --open_;
+    if (value == "true") {
+      --open_;
+    }
     was_told_ = true;
-    if (ending_ == Ending::kShutDown || ending_ == Ending::kAgain) End();
+    if (ending_ == Ending::kShutDown || ending_ == Ending::kAgain) {
+      End();
+    }
   }
 
   void Exception(const std::string& path, const std::string& message) override {
@@ -124,7 +134,9 @@ class Client : public platform::OvTransportEvents {
   }
 
   void Tell(Json event) const {
-    if (in_request_ || GetCurrentThreadId() != thread_) event["misplaced"] = true;
+    if (in_request_ || GetCurrentThreadId() != thread_) {
+      event["misplaced"] = true;
+    }
     Print(event);
   }
 
@@ -161,17 +173,29 @@ class Client : public platform::OvTransportEvents {
 
 Ending TakeEnding(std::vector<std::string>& words) {
   Ending ending = Ending::kNone;
-  if (words.empty()) return ending;
-  if (words.front() == "--shut-down") ending = Ending::kShutDown;
-  if (words.front() == "--let-go") ending = Ending::kLetGo;
-  if (words.front() == "--again") ending = Ending::kAgain;
-  if (ending != Ending::kNone) words.erase(words.begin());
+  if (words.empty()) {
+    return ending;
+  }
+  if (words.front() == "--shut-down") {
+    ending = Ending::kShutDown;
+  }
+  if (words.front() == "--let-go") {
+    ending = Ending::kLetGo;
+  }
+  if (words.front() == "--again") {
+    ending = Ending::kAgain;
+  }
+  if (ending != Ending::kNone) {
+    words.erase(words.begin());
+  }
   return ending;
 }
 
 /// How many attempts on a held file must fail; 0 if none is held.
 int TakeHeld(std::vector<std::string>& words) {
-  if (words.size() < 2 || words.front() != "--held") return 0;
+  if (words.size() < 2 || words.front() != "--held") {
+    return 0;
+  }
   const int held = std::stoi(words[1]);
   words.erase(words.begin(), words.begin() + 2);
   return held;
@@ -188,7 +212,9 @@ int main() {
     Client(ending, held, std::move(words)).Run();
     // What the system still holds of a cancelled transfer ends by itself.
     const ULONGLONG limit = GetTickCount64() + 240'000;
-    while (!SuiteCanUnload() && GetTickCount64() < limit) Sleep(10);
+    while (!SuiteCanUnload() && GetTickCount64() < limit) {
+      Sleep(10);
+    }
     Print({{"event", "Gone"}, {"library", SuiteCanUnload() ? "free" : "held"}});
     return 0;
   } catch (const kitbay::base::Failure& failure) {

@@ -39,7 +39,9 @@ HRESULT WINAPI RevokeLater(DWORD cookie, void* reserved) {
   // One method takes several calls: a late-bound client first asks for its number.
   do {
     MSG message;
-    while (PeekMessageW(&message, window, kCall, kCall, PM_REMOVE)) DispatchMessageW(&message);
+    while (PeekMessageW(&message, window, kCall, kCall, PM_REMOVE)) {
+      DispatchMessageW(&message);
+    }
   } while (MsgWaitForMultipleObjects(1, &is_answered, FALSE, INFINITE, QS_ALLPOSTMESSAGE) !=
            WAIT_OBJECT_0);
   CloseHandle(is_answered);

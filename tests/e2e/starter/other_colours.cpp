@@ -16,7 +16,9 @@ constexpr Colours kDark{kBlack, kWhite, kBlack, kWhite, 0x3FF23F};
 
 DWORD WINAPI ChangeColours(LPVOID /*unused*/) {
   Colours usual{};
-  for (std::size_t i = 0; i < usual.size(); ++i) usual[i] = GetSysColor(kElements[i]);
+  for (std::size_t i = 0; i < usual.size(); ++i) {
+    usual[i] = GetSysColor(kElements[i]);
+  }
   const HANDLE event = CreateEventW(nullptr, FALSE, FALSE, L"Kitbay.Tests.OtherColours");
   for (bool is_dark = true;; is_dark = !is_dark) {
     WaitForSingleObject(event, INFINITE);

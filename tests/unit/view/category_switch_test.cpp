@@ -226,7 +226,9 @@ TEST_F(CategorySwitch, showInstalledSetsItsElementsInOrder) {
   files_ = fakes::MemoryFiles();
   constexpr int kControls = 6;
   for (std::size_t failing = 0; failing < order.size(); ++failing) {
-    for (const std::string& id : order) At(id)->SetStyle("display", "block");
+    for (const std::string& id : order) {
+      At(id)->SetStyle("display", "block");
+    }
     log_.entries.clear();
     document_->FailMember("SetStyle", base::Failure(-2147467259, "Unspecified error"),
                           kControls + static_cast<int>(failing) + 1);

@@ -34,8 +34,12 @@ class PageButtonsTest : public PageTest {
   }
 
   void FillAll() {
-    for (const char* list : kInstalledLists) FillInstalled(list);
-    for (const char* list : kUpdatedLists) FillUpdated(list);
+    for (const char* list : kInstalledLists) {
+      FillInstalled(list);
+    }
+    for (const char* list : kUpdatedLists) {
+      FillUpdated(list);
+    }
   }
 
   /// Whether each of the three buttons of a list filled that way is disabled.
@@ -51,7 +55,9 @@ TEST_F(PageButtonsTest, DisableOtherDownloadSwitchesTheFirstButtonOfEachNewCompo
   for (const char* list : kUpdatedLists) {
     EXPECT_THAT(Off(list), ElementsAre(true, true, false)) << list;
   }
-  for (const char* list : kInstalledLists) EXPECT_THAT(Off(list), Each(false)) << list;
+  for (const char* list : kInstalledLists) {
+    EXPECT_THAT(Off(list), Each(false)) << list;
+  }
   EXPECT_TRUE(state_.download_in_progress);
   EXPECT_THAT(log_.entries, IsEmpty());
 }
@@ -60,7 +66,9 @@ TEST_F(PageButtonsTest, EnableOtherDownloadSwitchesThemOnAgain) {
   FillAll();
   buttons_.DisableOtherDownload();
   buttons_.EnableOtherDownload();
-  for (const char* list : kUpdatedLists) EXPECT_THAT(Off(list), Each(false)) << list;
+  for (const char* list : kUpdatedLists) {
+    EXPECT_THAT(Off(list), Each(false)) << list;
+  }
   EXPECT_FALSE(state_.download_in_progress);
   EXPECT_THAT(log_.entries, IsEmpty());
 }
@@ -75,8 +83,12 @@ TEST_F(PageButtonsTest, EnableOtherDownloadLeavesASecondButtonAsItIs) {
 TEST_F(PageButtonsTest, DisableOtherUpdatedDownloadSwitchesEveryButtonOfTheInstalledOff) {
   FillAll();
   buttons_.DisableOtherUpdatedDownload();
-  for (const char* list : kInstalledLists) EXPECT_THAT(Off(list), Each(true)) << list;
-  for (const char* list : kUpdatedLists) EXPECT_THAT(Off(list), Each(false)) << list;
+  for (const char* list : kInstalledLists) {
+    EXPECT_THAT(Off(list), Each(true)) << list;
+  }
+  for (const char* list : kUpdatedLists) {
+    EXPECT_THAT(Off(list), Each(false)) << list;
+  }
   EXPECT_TRUE(state_.download_in_progress);
   EXPECT_THAT(log_.entries, IsEmpty());
 }
@@ -85,7 +97,9 @@ TEST_F(PageButtonsTest, EnableOtherUpdatedDownloadSwitchesThemOnAgain) {
   FillAll();
   buttons_.DisableOtherUpdatedDownload();
   buttons_.EnableOtherUpdatedDownload();
-  for (const char* list : kInstalledLists) EXPECT_THAT(Off(list), Each(false)) << list;
+  for (const char* list : kInstalledLists) {
+    EXPECT_THAT(Off(list), Each(false)) << list;
+  }
   EXPECT_FALSE(state_.download_in_progress);
   EXPECT_THAT(log_.entries, IsEmpty());
 }
@@ -106,17 +120,24 @@ TEST_F(PageButtonsTest, WhatIsListedAgainDuringADownloadIsSwitchedOffAgain) {
   state_.download_in_progress = true;
   FillAll();
   buttons_.DisableRelisted();
-  for (const char* list : kInstalledLists) EXPECT_THAT(Off(list), Each(true)) << list;
-  for (const char* list : kUpdatedLists)
+  for (const char* list : kInstalledLists) {
+    EXPECT_THAT(Off(list), Each(true)) << list;
+  }
+  for (const char* list : kUpdatedLists) {
     EXPECT_THAT(Off(list), ElementsAre(true, true, true)) << list;
+  }
   EXPECT_TRUE(state_.download_in_progress);
 }
 
 TEST_F(PageButtonsTest, WhatIsListedAgainWithoutADownloadStaysOn) {
   FillAll();
   buttons_.DisableRelisted();
-  for (const char* list : kInstalledLists) EXPECT_THAT(Off(list), Each(false)) << list;
-  for (const char* list : kUpdatedLists) EXPECT_THAT(Off(list), Each(false)) << list;
+  for (const char* list : kInstalledLists) {
+    EXPECT_THAT(Off(list), Each(false)) << list;
+  }
+  for (const char* list : kUpdatedLists) {
+    EXPECT_THAT(Off(list), Each(false)) << list;
+  }
   EXPECT_FALSE(state_.download_in_progress);
 }
 
@@ -220,7 +241,9 @@ TEST_F(PageButtonsTest, AMissingListIsLoggedWithATrailingBlankAndEndsTheSwitchin
 }
 
 TEST_F(PageButtonsTest, DisableStatusClearsTheSecondPanelAndHidesTheBar) {
-  for (const int panel : {1, 2}) window_.status_bar().SetPanelText(panel, "Busy");
+  for (const int panel : {1, 2}) {
+    window_.status_bar().SetPanelText(panel, "Busy");
+  }
   window_.progress_bar().SetVisible(true);
   buttons_.DisableStatus();
   EXPECT_EQ(window_.status_bar().PanelText(1), "Busy");

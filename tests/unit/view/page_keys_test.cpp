@@ -58,7 +58,9 @@ class PageKeysTest : public PageTest {
 
 TEST_F(PageKeysTest, TabGoesThroughCategoriesTabsTheFirstRowAndTheButtonsOfAnOpenRow) {
   std::vector<std::string> way;
-  while (document_->PressTab()) way.push_back(Focused());
+  while (document_->PressTab()) {
+    way.push_back(Focused());
+  }
   EXPECT_THAT(way, ElementsAre("category/installed", "category/update", "itabencloser/channels",
                                "itabencloser/trans", "itabencloser/addons", "installedaddons/1"));
   FocusRow(1);

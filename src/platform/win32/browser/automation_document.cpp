@@ -26,14 +26,18 @@ class AutomationNodeList final : public HtmlNodeList {
 
 HtmlNodeRef AutomationDocument::AllItem(const std::string& id) const {
   // An empty text names nothing; it does not name the elements without an id.
-  if (id.empty()) return nullptr;
+  if (id.empty()) {
+    return nullptr;
+  }
   // The index requests the first of several; without it they would come as a list.
   return ToNode(CallMethod(*RequireObject(*document_.Get(), "all").Get(), "item", {id, 0}));
 }
 
 std::unique_ptr<HtmlNodeList> AutomationDocument::GetElementsByName(const std::string& name) const {
   ComPtr<IDispatch> list = CallMethod(*document_.Get(), "getElementsByName", {name}).ToObject();
-  if (list == nullptr) throw base::Failure(base::RuntimeError::kObjectVariableNotSet);
+  if (list == nullptr) {
+    throw base::Failure(base::RuntimeError::kObjectVariableNotSet);
+  }
   return std::make_unique<AutomationNodeList>(std::move(list));
 }
 
@@ -60,7 +64,9 @@ ComPtr<IDispatch> AutomationDocument::Event() const {
 
 KeyPress AutomationDocument::EventKey() const {
   const ComPtr<IDispatch> event = Event();
-  if (event == nullptr) return {};
+  if (event == nullptr) {
+    return {};
+  }
   const auto is_held = [&](const char* key) { return GetProperty(*event.Get(), key).ToBoolean(); };
   return {.code = GetProperty(*event.Get(), "keyCode").ToInteger(),
           .shift = is_held("shiftKey"),

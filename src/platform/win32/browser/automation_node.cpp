@@ -7,13 +7,17 @@ namespace kitbay::platform::win32 {
 using Microsoft::WRL::ComPtr;
 
 HtmlNodeRef ToNode(const Variant& value) {
-  if (value.IsNothing()) return nullptr;
+  if (value.IsNothing()) {
+    return nullptr;
+  }
   return std::make_shared<AutomationNode>(value.ToObject());
 }
 
 ComPtr<IDispatch> RequireObject(IDispatch& object, const char* member) {
   ComPtr<IDispatch> result = GetProperty(object, member).ToObject();
-  if (result == nullptr) throw base::Failure(base::RuntimeError::kObjectVariableNotSet);
+  if (result == nullptr) {
+    throw base::Failure(base::RuntimeError::kObjectVariableNotSet);
+  }
   return result;
 }
 
@@ -22,14 +26,18 @@ HtmlNodeRef ItemOf(IDispatch& list, int index) {
     return ToNode(CallMethod(list, "item", {index}));
   } catch (const base::Failure& failure) {
     // Lists of elements return nothing past their end; lists of nodes refuse the index.
-    if (failure.number() == E_INVALIDARG) return nullptr;
+    if (failure.number() == E_INVALIDARG) {
+      return nullptr;
+    }
     throw;
   }
 }
 
 std::vector<HtmlNodeRef> AllOf(IDispatch& list) {
   std::vector<HtmlNodeRef> nodes;
-  for (const Variant& member : MembersOf(list)) nodes.push_back(ToNode(member));
+  for (const Variant& member : MembersOf(list)) {
+    nodes.push_back(ToNode(member));
+  }
   return nodes;
 }
 
@@ -39,7 +47,9 @@ std::string AutomationNode::Text(const char* member) const {
 
 IDispatch* AutomationNode::ObjectOf(const HtmlNodeRef& node) {
   const auto* automation = dynamic_cast<const AutomationNode*>(node.get());
-  if (automation == nullptr) throw base::Failure(base::RuntimeError::kObjectVariableNotSet);
+  if (automation == nullptr) {
+    throw base::Failure(base::RuntimeError::kObjectVariableNotSet);
+  }
   return automation->node_.Get();
 }
 
@@ -111,7 +121,9 @@ std::vector<HtmlNodeRef> AutomationNode::Children() const {
 
 std::vector<HtmlNodeRef> AutomationNode::ElementsByTag(const std::string& tag) const {
   const ComPtr<IDispatch> list = CallMethod(*node_.Get(), "getElementsByTagName", {tag}).ToObject();
-  if (list == nullptr) throw base::Failure(base::RuntimeError::kObjectVariableNotSet);
+  if (list == nullptr) {
+    throw base::Failure(base::RuntimeError::kObjectVariableNotSet);
+  }
   return AllOf(*list.Get());
 }
 

@@ -14,18 +14,24 @@ namespace {
 VARIANT Argument(const DISPPARAMS& parameters, UINT position) {
   VARIANT argument;
   VariantInit(&argument);
-  if (position < parameters.cArgs) argument = parameters.rgvarg[parameters.cArgs - 1 - position];
+  if (position < parameters.cArgs) {
+    argument = parameters.rgvarg[parameters.cArgs - 1 - position];
+  }
   return argument;
 }
 
 void Cancel(const VARIANT& flag) {
-  if (flag.vt == (VT_BYREF | VT_BOOL) && flag.pboolVal != nullptr) *flag.pboolVal = VARIANT_TRUE;
+  if (flag.vt == (VT_BYREF | VT_BOOL) && flag.pboolVal != nullptr) {
+    *flag.pboolVal = VARIANT_TRUE;
+  }
 }
 
 std::string TextOf(const VARIANT& value) {
   const VARIANT& direct =
       value.vt == (VT_BYREF | VT_VARIANT) && value.pvarVal != nullptr ? *value.pvarVal : value;
-  if (direct.vt != VT_BSTR || direct.bstrVal == nullptr) return {};
+  if (direct.vt != VT_BSTR || direct.bstrVal == nullptr) {
+    return {};
+  }
   return ToUtf8({direct.bstrVal, SysStringLen(direct.bstrVal)});
 }
 
@@ -55,21 +61,31 @@ void BrowserEventsPart::OnBeforeNavigate(const DISPPARAMS& parameters) {
 }
 
 void BrowserEventsPart::OnDocumentComplete(const DISPPARAMS& parameters) {
-  if (!IsExpectedPage(Argument(parameters, 0), Argument(parameters, 1))) return;
+  if (!IsExpectedPage(Argument(parameters, 0), Argument(parameters, 1))) {
+    return;
+  }
   expected_path_.clear();
-  if (state_->owner != nullptr) state_->owner->PageComplete();
+  if (state_->owner != nullptr) {
+    state_->owner->PageComplete();
+  }
 }
 
 // Whatever address the control then gives to its error page, it is not the expected one.
 void BrowserEventsPart::OnNavigateError(const DISPPARAMS& parameters) {
-  if (!IsExpectedPage(Argument(parameters, 0), Argument(parameters, 1))) return;
+  if (!IsExpectedPage(Argument(parameters, 0), Argument(parameters, 1))) {
+    return;
+  }
   expected_path_.clear();
-  if (state_->owner != nullptr) state_->owner->PageFailed();
+  if (state_->owner != nullptr) {
+    state_->owner->PageFailed();
+  }
 }
 
 STDMETHODIMP BrowserEventsPart::Invoke(DISPID event, REFIID, LCID, WORD, DISPPARAMS* parameters,
                                        VARIANT*, EXCEPINFO*, UINT*) {
-  if (parameters == nullptr) return E_POINTER;
+  if (parameters == nullptr) {
+    return E_POINTER;
+  }
   try {
     switch (event) {
       case DISPID_BEFORENAVIGATE2:

@@ -19,7 +19,9 @@ RECT ToRect(const Rectangle& place) { return {place.left, place.top, place.right
 /// A new control must be told that it starts without stored settings.
 void InitializeNew(IUnknown& control) {
   ComPtr<IPersistStreamInit> storage;
-  if (SUCCEEDED(control.QueryInterface(IID_PPV_ARGS(&storage)))) storage->InitNew();
+  if (SUCCEEDED(control.QueryInterface(IID_PPV_ARGS(&storage)))) {
+    storage->InitNew();
+  }
 }
 
 }  // namespace
@@ -88,7 +90,9 @@ void BrowserHost::Zoom(int percent) {
 
 std::shared_ptr<HtmlDocument> BrowserHost::ConnectDocument(HtmlDocumentEvents& events) {
   const ComPtr<IDispatch> document = GetProperty(*browser_.Get(), "Document").ToObject();
-  if (document == nullptr) throw base::Failure(base::RuntimeError::kObjectVariableNotSet);
+  if (document == nullptr) {
+    throw base::Failure(base::RuntimeError::kObjectVariableNotSet);
+  }
   document_events_ = std::make_unique<DocumentEvents>(*document.Get(), events);
   return std::make_shared<AutomationDocument>(document);
 }
@@ -110,9 +114,13 @@ bool BrowserHost::Contains(HWND window) const {
 
 void BrowserHost::TakeFocus(MSG* tab) {
   // A page that is still active would keep its focus where it was.
-  if (tab != nullptr) state_->in_place_object->UIDeactivate();
+  if (tab != nullptr) {
+    state_->in_place_object->UIDeactivate();
+  }
   Check(control_->DoVerb(OLEIVERB_UIACTIVATE, tab, site_.Get(), 0, state_->window, &state_->place));
-  if (!HasFocus()) SetFocus(Window());
+  if (!HasFocus()) {
+    SetFocus(Window());
+  }
 }
 
 bool BrowserHost::TranslateKey(MSG& message) {
@@ -122,7 +130,9 @@ bool BrowserHost::TranslateKey(MSG& message) {
 }
 
 void BrowserHost::OnWindowActivate(bool active) {
-  if (state_->active_object != nullptr) state_->active_object->OnFrameWindowActivate(active);
+  if (state_->active_object != nullptr) {
+    state_->active_object->OnFrameWindowActivate(active);
+  }
 }
 
 }  // namespace kitbay::platform::win32

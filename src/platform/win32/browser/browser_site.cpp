@@ -23,7 +23,9 @@ constexpr LONG kDownloadControl = DLCTL_DLIMAGES | DLCTL_NO_SCRIPTS | DLCTL_NO_J
 }  // namespace
 
 STDMETHODIMP InPlaceFramePart::GetWindow(HWND* window) {
-  if (window == nullptr) return E_POINTER;
+  if (window == nullptr) {
+    return E_POINTER;
+  }
   *window = state_->window;
   return *window == nullptr ? E_FAIL : S_OK;
 }
@@ -34,18 +36,24 @@ STDMETHODIMP InPlaceFramePart::SetActiveObject(IOleInPlaceActiveObject* object, 
 }
 
 STDMETHODIMP ClientSitePart::GetMoniker(DWORD, DWORD, IMoniker** moniker) {
-  if (moniker != nullptr) *moniker = nullptr;
+  if (moniker != nullptr) {
+    *moniker = nullptr;
+  }
   return E_NOTIMPL;
 }
 
 STDMETHODIMP ClientSitePart::GetContainer(IOleContainer** container) {
-  if (container == nullptr) return E_POINTER;
+  if (container == nullptr) {
+    return E_POINTER;
+  }
   *container = nullptr;
   return E_NOINTERFACE;
 }
 
 STDMETHODIMP InPlaceSitePart::GetWindow(HWND* window) {
-  if (window == nullptr) return E_POINTER;
+  if (window == nullptr) {
+    return E_POINTER;
+  }
   *window = state_->window;
   return *window == nullptr ? E_FAIL : S_OK;
 }
@@ -74,12 +82,16 @@ STDMETHODIMP InPlaceSitePart::GetWindowContext(IOleInPlaceFrame** frame,
 }
 
 STDMETHODIMP InPlaceSitePart::OnPosRectChange(LPCRECT) {
-  if (state_->in_place_object == nullptr) return E_UNEXPECTED;
+  if (state_->in_place_object == nullptr) {
+    return E_UNEXPECTED;
+  }
   return state_->in_place_object->SetObjectRects(&state_->place, &state_->place);
 }
 
 STDMETHODIMP ControlSitePart::GetExtendedControl(IDispatch** control) {
-  if (control != nullptr) *control = nullptr;
+  if (control != nullptr) {
+    *control = nullptr;
+  }
   return E_NOTIMPL;
 }
 
@@ -87,7 +99,9 @@ STDMETHODIMP ControlSitePart::TranslateAccelerator(MSG* message, DWORD modifiers
   if (message == nullptr || message->message != WM_KEYDOWN || message->wParam != VK_TAB) {
     return S_FALSE;
   }
-  if (state_->owner == nullptr || (modifiers & (kControlDown | kAltDown)) != 0) return S_FALSE;
+  if (state_->owner == nullptr || (modifiers & (kControlDown | kAltDown)) != 0) {
+    return S_FALSE;
+  }
   try {
     state_->owner->FocusLeftPage((modifiers & kShiftDown) != 0);
   } catch (...) {
@@ -98,8 +112,12 @@ STDMETHODIMP ControlSitePart::TranslateAccelerator(MSG* message, DWORD modifiers
 
 STDMETHODIMP AmbientPropertiesPart::Invoke(DISPID member, REFIID, LCID, WORD flags, DISPPARAMS*,
                                            VARIANT* result, EXCEPINFO*, UINT*) {
-  if ((flags & DISPATCH_PROPERTYGET) == 0) return DISP_E_MEMBERNOTFOUND;
-  if (result == nullptr) return E_POINTER;
+  if ((flags & DISPATCH_PROPERTYGET) == 0) {
+    return DISP_E_MEMBERNOTFOUND;
+  }
+  if (result == nullptr) {
+    return E_POINTER;
+  }
   switch (member) {
     case DISPID_AMBIENT_DLCONTROL:
       result->vt = VT_I4;

@@ -116,7 +116,9 @@ class ServiceProviderPart : public IServiceProvider {
   explicit ServiceProviderPart(const BrowserSiteStateRef&) {}
 
   STDMETHODIMP QueryService(REFGUID service, REFIID id, void** object) override {
-    if (object == nullptr) return E_POINTER;
+    if (object == nullptr) {
+      return E_POINTER;
+    }
     *object = nullptr;
     return service == __uuidof(INewWindowManager) ? QueryInterface(id, object) : E_NOINTERFACE;
   }

@@ -26,7 +26,9 @@ Connection& Connection::operator=(Connection&& other) noexcept {
 }
 
 void Connection::Cut() noexcept {
-  if (point_ == nullptr) return;
+  if (point_ == nullptr) {
+    return;
+  }
   // The source may be gone already, and its connections with it.
   point_->Unadvise(cookie_);
   point_.Reset();

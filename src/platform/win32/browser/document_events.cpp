@@ -29,7 +29,9 @@ class DocumentEventSinkPart : public EventPart<HTMLDocumentEvents> {
 
   STDMETHODIMP Invoke(DISPID event, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result, EXCEPINFO*,
                       UINT*) override {
-    if (receiver_ == nullptr) return S_OK;
+    if (receiver_ == nullptr) {
+      return S_OK;
+    }
     try {
       switch (event) {
         case kOnClick:
@@ -50,7 +52,9 @@ class DocumentEventSinkPart : public EventPart<HTMLDocumentEvents> {
  private:
   /// False cancels what the page would do on the event.
   static HRESULT Answer(bool go_on, VARIANT* result) {
-    if (result == nullptr) return S_OK;
+    if (result == nullptr) {
+      return S_OK;
+    }
     result->vt = VT_BOOL;
     result->boolVal = go_on ? VARIANT_TRUE : VARIANT_FALSE;
     return S_OK;
@@ -68,7 +72,9 @@ class WindowEventSinkPart : public EventPart<HTMLWindowEvents> {
 
   STDMETHODIMP Invoke(DISPID event, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*,
                       UINT*) override {
-    if (receiver_ == nullptr || event != kOnResize) return S_OK;
+    if (receiver_ == nullptr || event != kOnResize) {
+      return S_OK;
+    }
     try {
       receiver_->window_onresize();
       return S_OK;

@@ -14,11 +14,15 @@ namespace {
 constexpr std::string_view kScheme = "file:";
 
 std::optional<char> EscapedByte(std::string_view escape) {
-  if (escape.size() < 3 || escape[0] != '%') return std::nullopt;
+  if (escape.size() < 3 || escape[0] != '%') {
+    return std::nullopt;
+  }
   unsigned value = 0;
   const char* end = escape.data() + 3;
   const auto result = std::from_chars(escape.data() + 1, end, value, 16);
-  if (result.ec != std::errc() || result.ptr != end) return std::nullopt;
+  if (result.ec != std::errc() || result.ptr != end) {
+    return std::nullopt;
+  }
   return static_cast<char>(value);
 }
 
@@ -27,7 +31,9 @@ std::string WithoutEscapes(std::string_view text) {
   for (std::size_t i = 0; i < text.size(); ++i) {
     const std::optional<char> byte = EscapedByte(text.substr(i, 3));
     plain += byte.value_or(text[i]);
-    if (byte) i += 2;
+    if (byte) {
+      i += 2;
+    }
   }
   return plain;
 }
@@ -47,7 +53,9 @@ std::string PathOfFileUrl(std::string_view rest) {
   std::string path = Canonical(WithoutEscapes(rest));
   const std::size_t start = std::min(path.find_first_not_of('\\'), path.size());
   const std::string_view name = std::string_view(path).substr(start);
-  if (StartsWithDrive(name)) return std::string(name);
+  if (StartsWithDrive(name)) {
+    return std::string(name);
+  }
   constexpr std::string_view kThisMachine = "localhost\\";
   if (start == 2 && name.starts_with(kThisMachine)) {
     return std::string(name.substr(kThisMachine.size()));

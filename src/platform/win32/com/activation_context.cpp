@@ -10,7 +10,9 @@ ActivationContext::ActivationContext(const std::wstring& path) {
 }
 
 ActivationContext::~ActivationContext() {
-  if (context_ != INVALID_HANDLE_VALUE) ReleaseActCtx(context_);
+  if (context_ != INVALID_HANDLE_VALUE) {
+    ReleaseActCtx(context_);
+  }
 }
 
 ActivationContext::Active::Active(const ActivationContext& context)
@@ -18,7 +20,9 @@ ActivationContext::Active::Active(const ActivationContext& context)
                  ActivateActCtx(context.context_, &cookie_)) {}
 
 ActivationContext::Active::~Active() {
-  if (is_active_) DeactivateActCtx(0, cookie_);
+  if (is_active_) {
+    DeactivateActCtx(0, cookie_);
+  }
 }
 
 }  // namespace kitbay::platform::win32

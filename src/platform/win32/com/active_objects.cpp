@@ -37,12 +37,16 @@ class RemoteManager : public ManagerService {
 class RunningObjects : public ActiveObjects {
  public:
   ~RunningObjects() override {
-    for (auto& [service, published] : published_) Withdraw(published);
+    for (auto& [service, published] : published_) {
+      Withdraw(published);
+    }
   }
 
   std::optional<ClassId> ClassIdFromProgId(const std::string& prog_id) override {
     CLSID found;
-    if (FAILED(CLSIDFromProgID(ToUtf16(prog_id).c_str(), &found))) return std::nullopt;
+    if (FAILED(CLSIDFromProgID(ToUtf16(prog_id).c_str(), &found))) {
+      return std::nullopt;
+    }
     ClassId class_id;
     std::memcpy(class_id.data(), &found, sizeof found);
     return class_id;
@@ -56,7 +60,9 @@ class RunningObjects : public ActiveObjects {
     Published& published = Publish(object);
     const HRESULT result =
         ::RegisterActiveObject(published.object.Get(), id, ACTIVEOBJECT_WEAK, &cookie);
-    if (FAILED(result)) return std::nullopt;
+    if (FAILED(result)) {
+      return std::nullopt;
+    }
     // A weak entry ends when the last client releases its object; the lock keeps it for the next
     // client.
     if (!published.is_locked) {
@@ -71,7 +77,9 @@ class RunningObjects : public ActiveObjects {
 
   void DisconnectObject(ManagerService& object) override {
     const auto found = published_.find(&object);
-    if (found == published_.end()) return;
+    if (found == published_.end()) {
+      return;
+    }
     // CoDisconnectObject does not reach clients in this process, which hold the object itself.
     Withdraw(found->second);
     CoDisconnectObject(found->second.object.Get(), 0);

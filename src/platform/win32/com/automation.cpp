@@ -24,7 +24,9 @@ class FailureRecord {
   EXCEPINFO* receive() { return &record_; }
 
   base::Failure ToFailure() {
-    if (record_.pfnDeferredFillIn != nullptr) record_.pfnDeferredFillIn(&record_);
+    if (record_.pfnDeferredFillIn != nullptr) {
+      record_.pfnDeferredFillIn(&record_);
+    }
     const std::string description = TextOf(record_.bstrDescription);
     // A server reports either a result code or a number of its own.
     const HRESULT result =
@@ -60,7 +62,9 @@ std::vector<Variant> MembersOf(IDispatch& collection) {
     std::array<VARIANT, kBatch> batch{};
     members.reserve(members.size() + kBatch);
     Check(enumerator->Next(kBatch, batch.data(), &fetched));
-    for (ULONG i = 0; i < fetched; ++i) *members.emplace_back().receive() = batch[i];
+    for (ULONG i = 0; i < fetched; ++i) {
+      *members.emplace_back().receive() = batch[i];
+    }
   }
   return members;
 }
@@ -90,7 +94,9 @@ Variant Invoke(IDispatch& object, DISPID member, WORD flags, std::span<const Var
   const HRESULT outcome =
       object.Invoke(member, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters,
                     is_put ? nullptr : result.receive(), failure.receive(), &bad_argument);
-  if (outcome == DISP_E_EXCEPTION) throw failure.ToFailure();
+  if (outcome == DISP_E_EXCEPTION) {
+    throw failure.ToFailure();
+  }
   Check(outcome);
   return result;
 }

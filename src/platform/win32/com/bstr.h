@@ -27,7 +27,9 @@ class Bstr {
   explicit Bstr(std::string_view utf8) {
     const std::wstring wide = ToUtf16(utf8);
     value_ = SysAllocStringLen(wide.data(), static_cast<UINT>(wide.size()));
-    if (value_ == nullptr) throw std::bad_alloc();
+    if (value_ == nullptr) {
+      throw std::bad_alloc();
+    }
   }
   ~Bstr() { SysFreeString(value_); }
   Bstr(Bstr&& other) noexcept : value_(std::exchange(other.value_, nullptr)) {}

@@ -24,19 +24,29 @@ class ClassFactory : public CountedObject<IClassFactory> {
   void Stop() { create_ = nullptr; }
 
   STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
-    if (object == nullptr) return E_POINTER;
+    if (object == nullptr) {
+      return E_POINTER;
+    }
     *object = nullptr;
-    if (iid != __uuidof(IUnknown) && iid != __uuidof(IClassFactory)) return E_NOINTERFACE;
+    if (iid != __uuidof(IUnknown) && iid != __uuidof(IClassFactory)) {
+      return E_NOINTERFACE;
+    }
     *object = static_cast<IClassFactory*>(this);
     AddRef();
     return S_OK;
   }
 
   STDMETHODIMP CreateInstance(IUnknown* outer, REFIID iid, void** object) override {
-    if (object == nullptr) return E_POINTER;
+    if (object == nullptr) {
+      return E_POINTER;
+    }
     *object = nullptr;
-    if (outer != nullptr) return CLASS_E_NOAGGREGATION;
-    if (!create_) return CO_E_SERVER_STOPPING;
+    if (outer != nullptr) {
+      return CLASS_E_NOAGGREGATION;
+    }
+    if (!create_) {
+      return CO_E_SERVER_STOPPING;
+    }
     try {
       return create_(iid, object);
     } catch (...) {

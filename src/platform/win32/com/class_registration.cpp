@@ -26,7 +26,9 @@ std::wstring TextOfGuid(REFGUID guid) {
 }
 
 void CheckRegistry(LSTATUS status) {
-  if (status != ERROR_SUCCESS) throw FailureOf(HRESULT_FROM_WIN32(static_cast<DWORD>(status)));
+  if (status != ERROR_SUCCESS) {
+    throw FailureOf(HRESULT_FROM_WIN32(static_cast<DWORD>(status)));
+  }
 }
 
 std::optional<std::wstring> ReadText(HKEY hive, const std::wstring& key, const wchar_t* name) {
@@ -47,7 +49,9 @@ std::optional<std::wstring> ReadText(HKEY hive, const std::wstring& key, const w
 }
 
 void KeepText(HKEY hive, const std::wstring& key, const wchar_t* name, const std::wstring& text) {
-  if (ReadText(hive, key, name) == text) return;
+  if (ReadText(hive, key, name) == text) {
+    return;
+  }
   UniqueRegistryKey opened;
   CheckRegistry(RegCreateKeyExW(hive, (kClasses + key).c_str(), 0, nullptr, 0, KEY_SET_VALUE,
                                 nullptr, opened.put(), nullptr));
@@ -96,16 +100,22 @@ void KeepInterface(const ServerRegistration& server, const TypeLibraryFacts::Int
 
 void RemoveTree(HKEY hive, const std::wstring& key) {
   const LSTATUS status = RegDeleteTreeW(hive, (kClasses + key).c_str());
-  if (status != ERROR_FILE_NOT_FOUND) CheckRegistry(status);
+  if (status != ERROR_FILE_NOT_FOUND) {
+    CheckRegistry(status);
+  }
 }
 
 }  // namespace
 
 void KeepRegistered(const ServerRegistration& server) {
   const TypeLibraryFacts library = OwnTypeLibraryFacts();
-  for (const auto& entry : server.classes) KeepClass(server, entry, library);
+  for (const auto& entry : server.classes) {
+    KeepClass(server, entry, library);
+  }
   KeepTypeLibrary(server, library);
-  for (const auto& entry : library.dual_interfaces) KeepInterface(server, entry, library);
+  for (const auto& entry : library.dual_interfaces) {
+    KeepInterface(server, entry, library);
+  }
 }
 
 void Unregister(const ServerRegistration& server) {

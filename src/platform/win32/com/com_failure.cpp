@@ -19,7 +19,9 @@ constexpr std::uint32_t kRuntimeErrors = 0x800A0000U;
 
 std::int32_t NumberOf(HRESULT result) {
   const auto bits = static_cast<std::uint32_t>(result);
-  if ((bits & 0xFFFF0000U) == kRuntimeErrors) return static_cast<std::int32_t>(bits & 0xFFFFU);
+  if ((bits & 0xFFFF0000U) == kRuntimeErrors) {
+    return static_cast<std::int32_t>(bits & 0xFFFFU);
+  }
   switch (result) {
     case DISP_E_UNKNOWNNAME:
     case DISP_E_MEMBERNOTFOUND:
@@ -42,44 +44,60 @@ std::string SystemText(HRESULT result) {
       nullptr, static_cast<DWORD>(result), 0, text.data(), static_cast<DWORD>(text.size()),
       nullptr);
   std::string description = ToUtf8(std::wstring_view(text.data(), length));
-  while (!description.empty() && description.back() == ' ') description.pop_back();
+  while (!description.empty() && description.back() == ' ') {
+    description.pop_back();
+  }
   return description.empty() ? "Automation error" : description;
 }
 
 void LeaveDescription(const std::string& description) noexcept {
   ComPtr<ICreateErrorInfo> creation;
-  if (FAILED(CreateErrorInfo(&creation))) return;
+  if (FAILED(CreateErrorInfo(&creation))) {
+    return;
+  }
   try {
     creation->SetDescription(Bstr(description).get());
   } catch (...) {
     return;  // the number alone must suffice
   }
   ComPtr<IErrorInfo> error;
-  if (SUCCEEDED(creation.As(&error))) SetErrorInfo(0, error.Get());
+  if (SUCCEEDED(creation.As(&error))) {
+    SetErrorInfo(0, error.Get());
+  }
 }
 
 }  // namespace
 
 base::Failure FailureOf(HRESULT result) {
   const std::int32_t number = NumberOf(result);
-  if (number > 0) return base::Failure(static_cast<base::RuntimeError>(number));
+  if (number > 0) {
+    return base::Failure(static_cast<base::RuntimeError>(number));
+  }
   return {number, SystemText(result)};
 }
 
 base::Failure FailureOf(HRESULT result, const std::string& description) {
-  if (description.empty()) return FailureOf(result);
+  if (description.empty()) {
+    return FailureOf(result);
+  }
   return {NumberOf(result), description};
 }
 
 void Check(HRESULT result) {
-  if (FAILED(result)) throw FailureOf(result);
+  if (FAILED(result)) {
+    throw FailureOf(result);
+  }
 }
 
 void CheckWithErrorInfo(HRESULT result) {
-  if (SUCCEEDED(result)) return;
+  if (SUCCEEDED(result)) {
+    return;
+  }
   ComPtr<IErrorInfo> error;
   Bstr description;
-  if (GetErrorInfo(0, &error) == S_OK) error->GetDescription(description.receive());
+  if (GetErrorInfo(0, &error) == S_OK) {
+    error->GetDescription(description.receive());
+  }
   throw FailureOf(result, description.ToText());
 }
 

@@ -32,7 +32,9 @@ class ServedObjects {
 
   void CutAll() {
     for (const auto& link : std::exchange(links_, {})) {
-      if (const auto alive = link.lock()) alive->Cut();
+      if (const auto alive = link.lock()) {
+        alive->Cut();
+      }
     }
   }
 

@@ -21,7 +21,9 @@ class CountedObject : public Interfaces... {
 
   STDMETHODIMP_(ULONG) Release() override {
     const ULONG left = --references_;
-    if (left == 0) delete this;
+    if (left == 0) {
+      delete this;
+    }
     return left;
   }
 
@@ -63,14 +65,18 @@ template <class FirstPart, class... Parts>
 class ObjectOfParts : public CountedObject<FirstPart, Parts...> {
  public:
   STDMETHODIMP QueryInterface(REFIID id, void** object) override {
-    if (object == nullptr) return E_POINTER;
+    if (object == nullptr) {
+      return E_POINTER;
+    }
     *object = nullptr;
     if (id == __uuidof(IUnknown)) {
       *object = static_cast<typename FirstPart::Interface*>(this);
     } else {
       (void)(Offer<FirstPart>(id, object) || ... || Offer<Parts>(id, object));
     }
-    if (*object == nullptr) return E_NOINTERFACE;
+    if (*object == nullptr) {
+      return E_NOINTERFACE;
+    }
     this->AddRef();
     return S_OK;
   }
@@ -81,7 +87,9 @@ class ObjectOfParts : public CountedObject<FirstPart, Parts...> {
  private:
   template <class Part>
   bool Offer(REFIID id, void** object) {
-    if (!AnswersFor<typename Part::Interface>(id)) return false;
+    if (!AnswersFor<typename Part::Interface>(id)) {
+      return false;
+    }
     *object = static_cast<typename Part::Interface*>(this);
     return true;
   }
@@ -93,7 +101,9 @@ class EventPart : public EventInterface {
  public:
   using Interface = EventInterface;
   STDMETHODIMP GetTypeInfoCount(UINT* count) override {
-    if (count == nullptr) return E_POINTER;
+    if (count == nullptr) {
+      return E_POINTER;
+    }
     *count = 0;
     return S_OK;
   }
@@ -111,11 +121,17 @@ Microsoft::WRL::ComPtr<Object> MakeComObject(Arguments&&... arguments) {
 
 /// Whether two references are to one object: they return the same IUnknown. Null is no object.
 inline bool IsSameObject(IUnknown* first, IUnknown* second) {
-  if (first == nullptr || second == nullptr) return false;
+  if (first == nullptr || second == nullptr) {
+    return false;
+  }
   Microsoft::WRL::ComPtr<IUnknown> identity;
   Microsoft::WRL::ComPtr<IUnknown> other_identity;
-  if (FAILED(first->QueryInterface(IID_PPV_ARGS(&identity)))) return false;
-  if (FAILED(second->QueryInterface(IID_PPV_ARGS(&other_identity)))) return false;
+  if (FAILED(first->QueryInterface(IID_PPV_ARGS(&identity)))) {
+    return false;
+  }
+  if (FAILED(second->QueryInterface(IID_PPV_ARGS(&other_identity)))) {
+    return false;
+  }
   // Compares the pointers themselves: this toolchain's ComPtr only compares whether both are null.
   return identity.Get() == other_identity.Get();
 }

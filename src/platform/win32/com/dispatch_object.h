@@ -19,7 +19,9 @@ class DispatchObject : public CountedObject<Interface, ISupportErrorInfo> {
   DispatchObject() : type_(LoadOwnTypeInfo(__uuidof(Interface))) {}
 
   STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
-    if (object == nullptr) return E_POINTER;
+    if (object == nullptr) {
+      return E_POINTER;
+    }
     if (iid == __uuidof(Interface) || iid == __uuidof(IDispatch) || iid == __uuidof(IUnknown)) {
       *object = static_cast<Interface*>(this);
     } else if (iid == __uuidof(ISupportErrorInfo)) {
@@ -33,15 +35,21 @@ class DispatchObject : public CountedObject<Interface, ISupportErrorInfo> {
   }
 
   STDMETHODIMP GetTypeInfoCount(UINT* count) override {
-    if (count == nullptr) return E_POINTER;
+    if (count == nullptr) {
+      return E_POINTER;
+    }
     *count = 1;
     return S_OK;
   }
 
   STDMETHODIMP GetTypeInfo(UINT index, LCID, ITypeInfo** type) override {
-    if (type == nullptr) return E_POINTER;
+    if (type == nullptr) {
+      return E_POINTER;
+    }
     *type = nullptr;
-    if (index != 0) return DISP_E_BADINDEX;
+    if (index != 0) {
+      return DISP_E_BADINDEX;
+    }
     return type_.CopyTo(type);
   }
 

@@ -37,7 +37,9 @@ bool MutexMark::PreviousInstanceExists() {
     const DWORD error = GetLastError();
     // Access denied means that it exists, created by an instance with other rights.
     previous_ = mutex_ ? error == ERROR_ALREADY_EXISTS : error == ERROR_ACCESS_DENIED;
-    if (*previous_) mutex_.reset();
+    if (*previous_) {
+      mutex_.reset();
+    }
   }
   return *previous_;
 }

@@ -45,7 +45,9 @@ std::wstring OwnModulePath() {
   for (;;) {
     const DWORD length = GetModuleFileNameW(module, path.data(), static_cast<DWORD>(path.size()));
     const DWORD error = GetLastError();
-    if (length == 0) throw FailureOf(HRESULT_FROM_WIN32(error));
+    if (length == 0) {
+      throw FailureOf(HRESULT_FROM_WIN32(error));
+    }
     if (length < path.size()) {
       path.resize(length);
       return path;

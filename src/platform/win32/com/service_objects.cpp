@@ -7,7 +7,9 @@ namespace kitbay::platform::win32 {
 
 template <typename Service>
 Service& ServiceLink<Service>::Get() const {
-  if (service_ == nullptr) throw FailureOf(RPC_E_DISCONNECTED);
+  if (service_ == nullptr) {
+    throw FailureOf(RPC_E_DISCONNECTED);
+  }
   return *service_;
 }
 
@@ -33,7 +35,9 @@ STDMETHODIMP RegistryObject::RegisterUrlHandler() {
 }
 
 STDMETHODIMP RegistryObject::GetAppDataPath(BSTR* path) {
-  if (path == nullptr) return E_POINTER;
+  if (path == nullptr) {
+    return E_POINTER;
+  }
   *path = nullptr;
   try {
     *path = Bstr(link_->Get().GetAppDataPath()).release();
@@ -44,7 +48,9 @@ STDMETHODIMP RegistryObject::GetAppDataPath(BSTR* path) {
 }
 
 STDMETHODIMP RegistryObject::get_ROOT_REGISTRY_KEY(long* key) {
-  if (key == nullptr) return E_POINTER;
+  if (key == nullptr) {
+    return E_POINTER;
+  }
   *key = 0;
   try {
     *key = link_->Get().ROOT_REGISTRY_KEY();

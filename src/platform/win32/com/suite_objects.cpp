@@ -35,7 +35,9 @@ HRESULT Create(const std::string& prog_id, ComPtr<IDispatch>& object) {
 class SuiteTextStream : public TextStream {
  public:
   explicit SuiteTextStream(ComPtr<IDispatch> object) : object_(std::move(object)) {
-    if (!object_) throw base::Failure(base::RuntimeError::kObjectVariableNotSet);
+    if (!object_) {
+      throw base::Failure(base::RuntimeError::kObjectVariableNotSet);
+    }
   }
 
   std::string ReadLine() override { return CallMethod(*object_.Get(), "ReadLine").ToText(); }
@@ -90,11 +92,15 @@ class SuiteTransportObject : public TransportObject {
   explicit SuiteTransportObject(ComPtr<IDispatch> object) : object_(std::move(object)) {}
 
   ~SuiteTransportObject() override {
-    if (sink_) sink_->Disconnect();
+    if (sink_) {
+      sink_->Disconnect();
+    }
   }
 
   void SetUp(OvTransportEvents& receiver) override {
-    if (sink_) sink_->Disconnect();
+    if (sink_) {
+      sink_->Disconnect();
+    }
     sink_ = Adopt(new TransportEventSink(receiver));
     IDispatch* const nothing = nullptr;
     CallMethod(*object_.Get(), "SetUp", {sink_.Get(), nothing, nothing, nothing, nothing});
@@ -110,13 +116,17 @@ class SuiteTransportObject : public TransportObject {
     try {
       CallMethod(*object_.Get(), "LimitNext", {std::to_string(bytes)});
     } catch (const base::Failure& failure) {
-      if (failure.number() != kNoSuchMember) throw;
+      if (failure.number() != kNoSuchMember) {
+        throw;
+      }
     }
   }
 
   void ShutDown() override {
     CallMethod(*object_.Get(), "ShutDown");
-    if (sink_) sink_->Disconnect();
+    if (sink_) {
+      sink_->Disconnect();
+    }
     sink_.Reset();
   }
 
@@ -146,7 +156,9 @@ class ComSuiteObjects : public SuiteObjects {
       const ActivationContext::Active active(beside_);
       result = Create(prog_id, object);
     }
-    if (FAILED(result)) throw base::Failure(base::RuntimeError::kCannotCreateObject);
+    if (FAILED(result)) {
+      throw base::Failure(base::RuntimeError::kCannotCreateObject);
+    }
     return object;
   }
 

@@ -24,7 +24,9 @@ std::string TextAt(const DISPPARAMS& parameters, UINT position) {
 }  // namespace
 
 STDMETHODIMP TransportEventSink::QueryInterface(REFIID iid, void** object) {
-  if (object == nullptr) return E_POINTER;
+  if (object == nullptr) {
+    return E_POINTER;
+  }
   *object = nullptr;
   if (iid != __uuidof(IUnknown) && iid != __uuidof(IDispatch) &&
       iid != __uuidof(::OvTransportEvents)) {
@@ -36,21 +38,29 @@ STDMETHODIMP TransportEventSink::QueryInterface(REFIID iid, void** object) {
 }
 
 STDMETHODIMP TransportEventSink::GetTypeInfoCount(UINT* count) {
-  if (count == nullptr) return E_POINTER;
+  if (count == nullptr) {
+    return E_POINTER;
+  }
   *count = 0;
   return S_OK;
 }
 
 STDMETHODIMP TransportEventSink::GetTypeInfo(UINT, LCID, ITypeInfo** type) {
-  if (type == nullptr) return E_POINTER;
+  if (type == nullptr) {
+    return E_POINTER;
+  }
   *type = nullptr;
   return E_NOTIMPL;
 }
 
 STDMETHODIMP TransportEventSink::GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID,
                                                DISPID* members) {
-  if (names == nullptr || members == nullptr || count == 0) return E_INVALIDARG;
-  for (UINT argument = 1; argument < count; ++argument) members[argument] = DISPID_UNKNOWN;
+  if (names == nullptr || members == nullptr || count == 0) {
+    return E_INVALIDARG;
+  }
+  for (UINT argument = 1; argument < count; ++argument) {
+    members[argument] = DISPID_UNKNOWN;
+  }
   if (_wcsicmp(names[0], L"Message") == 0) {
     members[0] = kMessage;
   } else if (_wcsicmp(names[0], L"Exception") == 0) {
@@ -63,9 +73,15 @@ STDMETHODIMP TransportEventSink::GetIDsOfNames(REFIID, LPOLESTR* names, UINT cou
 
 STDMETHODIMP TransportEventSink::Invoke(DISPID member, REFIID, LCID, WORD, DISPPARAMS* parameters,
                                         VARIANT*, EXCEPINFO*, UINT*) {
-  if (parameters == nullptr) return E_INVALIDARG;
-  if (receiver_ == nullptr || (member != kMessage && member != kException)) return S_OK;
-  if (parameters->cArgs < kTexts) return DISP_E_BADPARAMCOUNT;
+  if (parameters == nullptr) {
+    return E_INVALIDARG;
+  }
+  if (receiver_ == nullptr || (member != kMessage && member != kException)) {
+    return S_OK;
+  }
+  if (parameters->cArgs < kTexts) {
+    return DISP_E_BADPARAMCOUNT;
+  }
   try {
     if (member == kMessage) {
       receiver_->Message(TextAt(*parameters, 1), TextAt(*parameters, 2), TextAt(*parameters, 3));

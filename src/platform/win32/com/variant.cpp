@@ -28,13 +28,17 @@ Variant::Variant(std::int32_t value) : Variant() {
 Variant::Variant(IDispatch* object) : Variant() {
   value_.vt = VT_DISPATCH;
   value_.pdispVal = object;
-  if (object != nullptr) object->AddRef();
+  if (object != nullptr) {
+    object->AddRef();
+  }
 }
 
 Variant Variant::EmptyList() {
   Variant list;
   list.value_.parray = SafeArrayCreateVector(VT_VARIANT, 0, 0);
-  if (list.value_.parray == nullptr) throw std::bad_alloc();
+  if (list.value_.parray == nullptr) {
+    throw std::bad_alloc();
+  }
   list.value_.vt = VT_ARRAY | VT_VARIANT;
   return list;
 }
@@ -76,7 +80,9 @@ bool Variant::IsNothing() const {
 }
 
 std::string Variant::ToText() const {
-  if (value_.vt == VT_NULL) return {};
+  if (value_.vt == VT_NULL) {
+    return {};
+  }
   Variant text = ConvertedTo(VT_BSTR);
   Bstr owned;
   *owned.receive() = std::exchange(text.value_.bstrVal, nullptr);
@@ -84,18 +90,26 @@ std::string Variant::ToText() const {
 }
 
 std::int32_t Variant::ToInteger() const {
-  if (value_.vt == VT_NULL) return 0;
+  if (value_.vt == VT_NULL) {
+    return 0;
+  }
   return ConvertedTo(VT_I4).value_.lVal;
 }
 
 bool Variant::ToBoolean() const {
-  if (value_.vt == VT_NULL) return false;
+  if (value_.vt == VT_NULL) {
+    return false;
+  }
   return ConvertedTo(VT_BOOL).value_.boolVal != VARIANT_FALSE;
 }
 
 ComPtr<IDispatch> Variant::ToObject() const {
-  if (IsNothing()) return nullptr;
-  if (value_.vt != VT_DISPATCH && value_.vt != VT_UNKNOWN) throw FailureOf(DISP_E_TYPEMISMATCH);
+  if (IsNothing()) {
+    return nullptr;
+  }
+  if (value_.vt != VT_DISPATCH && value_.vt != VT_UNKNOWN) {
+    throw FailureOf(DISP_E_TYPEMISMATCH);
+  }
   ComPtr<IDispatch> object;
   if (FAILED(value_.punkVal->QueryInterface(IID_PPV_ARGS(&object)))) {
     throw FailureOf(DISP_E_TYPEMISMATCH);

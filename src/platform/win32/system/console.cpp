@@ -13,7 +13,9 @@ std::vector<std::string> StartWords() {
   const std::unique_ptr<wchar_t*, decltype(&LocalFree)> words(
       CommandLineToArgvW(GetCommandLineW(), &count), &LocalFree);
   std::vector<std::string> result;
-  for (int i = 1; words && i < count; ++i) result.push_back(ToUtf8(words.get()[i]));
+  for (int i = 1; words && i < count; ++i) {
+    result.push_back(ToUtf8(words.get()[i]));
+  }
   return result;
 }
 

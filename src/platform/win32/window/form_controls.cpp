@@ -55,7 +55,9 @@ Rectangle FormControls::LayOut() {
 
 HWND FormControls::ButtonOfMnemonic(wchar_t letter) const {
   for (const HWND button : {directories_, close_}) {
-    if (HasMnemonic(button, letter)) return button;
+    if (HasMnemonic(button, letter)) {
+      return button;
+    }
   }
   return nullptr;
 }

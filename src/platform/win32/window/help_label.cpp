@@ -45,11 +45,15 @@ void HelpLabel::SetCursorFile(const std::string& path) {
   }
   UniqueCursor loaded(static_cast<HCURSOR>(
       LoadImageW(nullptr, file.c_str(), IMAGE_CURSOR, 0, 0, LR_LOADFROMFILE | LR_DEFAULTSIZE)));
-  if (!loaded) throw base::Failure(kInvalidPicture, "Invalid picture");
+  if (!loaded) {
+    throw base::Failure(kInvalidPicture, "Invalid picture");
+  }
   // The earlier cursor may be on the screen, so it is destroyed only after the new one is set.
   const UniqueCursor earlier = std::exchange(cursor_, std::move(loaded));
   POINT mouse{};
-  if (GetCursorPos(&mouse) && WindowFromPoint(mouse) == window_) ShowCursor();
+  if (GetCursorPos(&mouse) && WindowFromPoint(mouse) == window_) {
+    ShowCursor();
+  }
 }
 
 void HelpLabel::SetResolution(int dpi) {
@@ -60,7 +64,9 @@ void HelpLabel::SetResolution(int dpi) {
 
 Extent HelpLabel::TextExtent() const {
   const HDC device = GetDC(window_);
-  if (device == nullptr) return {};
+  if (device == nullptr) {
+    return {};
+  }
   const HGDIOBJ earlier = SelectObject(device, font_.get());
   SIZE size{};
   GetTextExtentPoint32W(device, kHelpCaption, lstrlenW(kHelpCaption), &size);

@@ -20,8 +20,12 @@ bool IsKeyWithAlt(const MSG& message) {
 }  // namespace
 
 bool Win32MainWindow::HandleKey(MSG& message) {
-  if (window_ == nullptr || events_ == nullptr) return false;
-  if (message.hwnd != window_ && !IsChild(window_, message.hwnd)) return false;
+  if (window_ == nullptr || events_ == nullptr) {
+    return false;
+  }
+  if (message.hwnd != window_ && !IsChild(window_, message.hwnd)) {
+    return false;
+  }
   try {
     return HandleOwnKey(message);
   } catch (...) {
@@ -40,15 +44,21 @@ bool Win32MainWindow::HandleOwnKey(MSG& message) {
   const bool is_key_down = message.message == WM_KEYDOWN || message.message == WM_SYSKEYDOWN;
   if (is_key_down) {
     events_->Form_KeyDown(static_cast<int>(message.wParam));
-    if (window_ == nullptr) return true;
+    if (window_ == nullptr) {
+      return true;
+    }
   }
   if (is_key_down && message.wParam == VK_F1) {
-    if (!help_file_.empty()) events_->lblHelp_Click();
+    if (!help_file_.empty()) {
+      events_->lblHelp_Click();
+    }
     return true;
   }
   if (message.message == WM_SYSCHAR) {
     const HWND button = controls_->ButtonOfMnemonic(static_cast<wchar_t>(message.wParam));
-    if (button == nullptr) return false;
+    if (button == nullptr) {
+      return false;
+    }
     FocusControl(button);
     SendMessageW(button, BM_CLICK, 0, 0);
     return true;
@@ -85,7 +95,9 @@ void Win32MainWindow::MoveFocus(MSG& tab) {
 }
 
 void Win32MainWindow::FocusLeftPage(bool backwards) {
-  if (controls_) FocusControl(backwards ? controls_->close() : controls_->directories());
+  if (controls_) {
+    FocusControl(backwards ? controls_->close() : controls_->directories());
+  }
 }
 
 void Win32MainWindow::FocusControl(HWND control) {

@@ -85,7 +85,9 @@ void PreferenceControls::LayOut() {
 
 int PreferenceControls::LineHeight() const {
   const HDC device = GetDC(dialog_);
-  if (device == nullptr) return 0;
+  if (device == nullptr) {
+    return 0;
+  }
   const HGDIOBJ earlier = SelectObject(device, font_.get());
   TEXTMETRICW metrics{};
   GetTextMetricsW(device, &metrics);

@@ -10,7 +10,9 @@ namespace {
 
 int DpiOfScreen(HWND window) {
   const HDC device = GetDC(window);
-  if (device == nullptr) return USER_DEFAULT_SCREEN_DPI;
+  if (device == nullptr) {
+    return USER_DEFAULT_SCREEN_DPI;
+  }
   const int dpi = GetDeviceCaps(device, LOGPIXELSY);
   ReleaseDC(window, device);
   return dpi;
@@ -58,7 +60,9 @@ UniqueFont MakeProgramFont(int dpi, bool underlined) {
 void KeepOnScreen(HWND window) {
   MONITORINFO monitor{};
   monitor.cbSize = sizeof(monitor);
-  if (!GetMonitorInfoW(MonitorFromWindow(window, MONITOR_DEFAULTTONEAREST), &monitor)) return;
+  if (!GetMonitorInfoW(MonitorFromWindow(window, MONITOR_DEFAULTTONEAREST), &monitor)) {
+    return;
+  }
   const RECT place = PlaceOf(window);
   const RECT& work = monitor.rcWork;
   const LONG width = std::min(place.right - place.left, work.right - work.left);

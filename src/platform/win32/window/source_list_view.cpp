@@ -80,7 +80,9 @@ void SourceListView::Remove(int position) {
   const bool is_selected = Selected() == position;
   SendMessageW(window_, LVM_DELETEITEM, IndexOf(position), 0);
   FitColumn();
-  if (!is_selected || Count() == 0) return;
+  if (!is_selected || Count() == 0) {
+    return;
+  }
   LVITEMW item{};
   item.state = item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
   const WPARAM index = IndexOf(std::min(position, Count()));

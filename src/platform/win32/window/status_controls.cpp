@@ -29,8 +29,12 @@ constexpr std::wstring_view kStatusBarName = L"Status";
 // drawn in the first panel, under the progress bar.
 LRESULT CALLBACK AnswerName(HWND bar, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR,
                             DWORD_PTR) {
-  if (message == WM_GETTEXTLENGTH) return static_cast<LRESULT>(kStatusBarName.size());
-  if (message != WM_GETTEXT || wparam == 0) return DefSubclassProc(bar, message, wparam, lparam);
+  if (message == WM_GETTEXTLENGTH) {
+    return static_cast<LRESULT>(kStatusBarName.size());
+  }
+  if (message != WM_GETTEXT || wparam == 0) {
+    return DefSubclassProc(bar, message, wparam, lparam);
+  }
   auto* text = reinterpret_cast<wchar_t*>(lparam);
   const std::size_t length = kStatusBarName.copy(text, wparam - 1);
   text[length] = L'\0';
@@ -112,7 +116,9 @@ void CommonProgressBar::FollowColours() {
 }
 
 void CommonProgressBar::FollowStatusBar() {
-  if (GetParent(window_) != status_bar_.window()) return;
+  if (GetParent(window_) != status_bar_.window()) {
+    return;
+  }
   Move(ProgressBarPlace(status_bar_.PanelRectangle(kProgressPanel)));
 }
 

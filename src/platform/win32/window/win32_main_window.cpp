@@ -39,7 +39,9 @@ Win32MainWindow::~Win32MainWindow() {
 WindowHandle Win32MainWindow::Handle() const { return {reinterpret_cast<std::uintptr_t>(window_)}; }
 
 void Win32MainWindow::Load(MainWindowEvents& events) {
-  if (window_ != nullptr) return;
+  if (window_ != nullptr) {
+    return;
+  }
   INITCOMMONCONTROLSEX classes{sizeof(classes), ICC_BAR_CLASSES | ICC_PROGRESS_CLASS};
   InitCommonControlsEx(&classes);
   events_ = &events;
@@ -67,11 +69,15 @@ void Win32MainWindow::CreateFormWindow() {
                   CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr,
                   GetModuleHandleW(nullptr), this);
   const DWORD error = GetLastError();
-  if (window_ == nullptr) throw FailureOf(HRESULT_FROM_WIN32(error));
+  if (window_ == nullptr) {
+    throw FailureOf(HRESULT_FROM_WIN32(error));
+  }
 }
 
 void Win32MainWindow::Unload() {
-  if (window_ == nullptr || is_unloading_) return;
+  if (window_ == nullptr || is_unloading_) {
+    return;
+  }
   struct DestroyAtEnd {
     Win32MainWindow& window;
     ~DestroyAtEnd() { window.Destroy(); }
@@ -82,7 +88,9 @@ void Win32MainWindow::Unload() {
 
 void Win32MainWindow::Destroy() {
   browser_.reset();
-  if (window_ != nullptr) DestroyWindow(window_);
+  if (window_ != nullptr) {
+    DestroyWindow(window_);
+  }
   controls_.reset();
   window_ = nullptr;
   last_focus_ = nullptr;
@@ -91,17 +99,23 @@ void Win32MainWindow::Destroy() {
 }
 
 FormControls& Win32MainWindow::LoadedControls() {
-  if (!controls_) throw base::Failure(base::RuntimeError::kObjectVariableNotSet);
+  if (!controls_) {
+    throw base::Failure(base::RuntimeError::kObjectVariableNotSet);
+  }
   return *controls_;
 }
 
 BrowserHost& Win32MainWindow::LoadedBrowser() {
-  if (browser_ == nullptr) throw base::Failure(base::RuntimeError::kObjectVariableNotSet);
+  if (browser_ == nullptr) {
+    throw base::Failure(base::RuntimeError::kObjectVariableNotSet);
+  }
   return *browser_;
 }
 
 void Win32MainWindow::Show() {
-  if (window_ == nullptr) throw base::Failure(base::RuntimeError::kObjectVariableNotSet);
+  if (window_ == nullptr) {
+    throw base::Failure(base::RuntimeError::kObjectVariableNotSet);
+  }
   ShowWindow(window_, SW_SHOWNORMAL);
   UpdateWindow(window_);
 }
@@ -111,7 +125,9 @@ void Win32MainWindow::Navigate(const std::string& path) { LoadedBrowser().Naviga
 // A minimised window has no size to fit to; the page keeps the size that it will have again.
 void Win32MainWindow::FitBrowser() {
   BrowserHost& browser = LoadedBrowser();
-  if (!IsIconic(window_)) browser.Move(LoadedControls().LayOut());
+  if (!IsIconic(window_)) {
+    browser.Move(LoadedControls().LayOut());
+  }
 }
 
 std::shared_ptr<HtmlDocument> Win32MainWindow::ConnectDocument(HtmlDocumentEvents& events) {
@@ -119,7 +135,9 @@ std::shared_ptr<HtmlDocument> Win32MainWindow::ConnectDocument(HtmlDocumentEvent
 }
 
 void Win32MainWindow::DisconnectDocument() {
-  if (browser_ != nullptr) browser_->DisconnectDocument();
+  if (browser_ != nullptr) {
+    browser_->DisconnectDocument();
+  }
 }
 
 void Win32MainWindow::SetHelpCursor(const std::string& path) {
@@ -139,7 +157,9 @@ ProgressBar& Win32MainWindow::progress_bar() { return LoadedControls().progress_
 // A page that cannot be zoomed is shown unchanged.
 void Win32MainWindow::ZoomPage(int dpi) {
   constexpr int kWhole = 100;
-  if (browser_ != nullptr) browser_->Zoom(MulDiv(kWhole, dpi, kLogicalDpi));
+  if (browser_ != nullptr) {
+    browser_->Zoom(MulDiv(kWhole, dpi, kLogicalDpi));
+  }
 }
 
 void Win32MainWindow::PageComplete() {
@@ -158,7 +178,9 @@ LRESULT CALLBACK Win32MainWindow::WindowProcedure(HWND window, UINT message, WPA
     SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(self));
   }
   auto* self = reinterpret_cast<Win32MainWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-  if (self == nullptr) return DefWindowProcW(window, message, wparam, lparam);
+  if (self == nullptr) {
+    return DefWindowProcW(window, message, wparam, lparam);
+  }
   try {
     return self->HandleMessage(message, wparam, lparam);
   } catch (...) {
@@ -171,7 +193,9 @@ LRESULT Win32MainWindow::HandleMessage(UINT message, WPARAM wparam, LPARAM lpara
   const HWND window = window_;
   switch (message) {
     case WM_SIZE:
-      if (browser_ != nullptr) FitBrowser();
+      if (browser_ != nullptr) {
+        FitBrowser();
+      }
       return 0;
     case WM_GETMINMAXINFO:
       OnMinMaxInfo(*reinterpret_cast<MINMAXINFO*>(lparam));
@@ -202,7 +226,9 @@ LRESULT Win32MainWindow::HandleMessage(UINT message, WPARAM wparam, LPARAM lpara
       Unload();
       return 0;
     case WM_ENDSESSION:
-      if (wparam != FALSE) Unload();
+      if (wparam != FALSE) {
+        Unload();
+      }
       return 0;
     case WM_NCDESTROY:
       SetWindowLongPtrW(window, GWLP_USERDATA, 0);
@@ -215,7 +241,9 @@ LRESULT Win32MainWindow::HandleMessage(UINT message, WPARAM wparam, LPARAM lpara
 }
 
 void Win32MainWindow::OnCommand(WPARAM wparam) {
-  if (events_ == nullptr || HIWORD(wparam) != BN_CLICKED) return;
+  if (events_ == nullptr || HIWORD(wparam) != BN_CLICKED) {
+    return;
+  }
   // A label's STN_CLICKED has the same value as a button's BN_CLICKED.
   switch (LOWORD(wparam)) {
     case kDirectoriesId:
@@ -237,7 +265,9 @@ void Win32MainWindow::OnActivate(bool active) {
     const HWND focus = GetFocus();
     last_focus_ = IsChild(window_, focus) ? focus : nullptr;
   }
-  if (browser_ != nullptr) browser_->OnWindowActivate(active);
+  if (browser_ != nullptr) {
+    browser_->OnWindowActivate(active);
+  }
 }
 
 void Win32MainWindow::OnFocus() {
@@ -249,13 +279,17 @@ void Win32MainWindow::OnFocus() {
 }
 
 void Win32MainWindow::OnDpiChanged(int dpi, const RECT& suggested) {
-  if (!controls_) return;
+  if (!controls_) {
+    return;
+  }
   dots_per_inch_ = dpi;
   controls_->SetResolution(dpi);
   SetWindowPos(window_, nullptr, suggested.left, suggested.top, suggested.right - suggested.left,
                suggested.bottom - suggested.top, SWP_NOZORDER | SWP_NOACTIVATE);
   // A window that keeps its size gets no message about it.
-  if (browser_ != nullptr) FitBrowser();
+  if (browser_ != nullptr) {
+    FitBrowser();
+  }
   ZoomPage(dpi);
   events_->LooksChanged();
 }
@@ -267,8 +301,12 @@ void Win32MainWindow::OnColoursChanged(UINT message, WPARAM wparam, LPARAM lpara
   news.wParam = wparam;
   news.lParam = lparam;
   EnumChildWindows(window_, HandOn, reinterpret_cast<LPARAM>(&news));
-  if (controls_) controls_->progress_bar().FollowColours();
-  if (events_ != nullptr) events_->LooksChanged();
+  if (controls_) {
+    controls_->progress_bar().FollowColours();
+  }
+  if (events_ != nullptr) {
+    events_->LooksChanged();
+  }
 }
 
 void Win32MainWindow::OnMinMaxInfo(MINMAXINFO& info) const {

@@ -35,11 +35,15 @@ Win32PreferenceWindow::Win32PreferenceWindow(Win32MessageLoop& loop) : loop_(loo
 Win32PreferenceWindow::~Win32PreferenceWindow() {
   loop_.RemoveKeyFilter(*this);
   events_ = nullptr;
-  if (window_ != nullptr) DestroyWindow(window_);
+  if (window_ != nullptr) {
+    DestroyWindow(window_);
+  }
 }
 
 void Win32PreferenceWindow::Load(PreferenceWindowEvents& events, WindowHandle owner) {
-  if (window_ != nullptr) return;
+  if (window_ != nullptr) {
+    return;
+  }
   INITCOMMONCONTROLSEX classes{sizeof(classes), ICC_BAR_CLASSES | ICC_LISTVIEW_CLASSES};
   InitCommonControlsEx(&classes);
   const auto owner_window = reinterpret_cast<HWND>(owner.value);
@@ -70,21 +74,29 @@ void Win32PreferenceWindow::CreateDialogWindow(HWND owner) {
   CreateDialogIndirectParamW(GetModuleHandleW(nullptr), &dialog.head, owner, DialogProcedure,
                              reinterpret_cast<LPARAM>(this));
   const DWORD error = GetLastError();
-  if (window_ == nullptr) throw FailureOf(HRESULT_FROM_WIN32(error));
+  if (window_ == nullptr) {
+    throw FailureOf(HRESULT_FROM_WIN32(error));
+  }
   SetWindowTextW(window_, kDialogCaption);
 }
 
 void Win32PreferenceWindow::Unload() {
-  if (window_ != nullptr && !is_unloading_) DestroyWindow(window_);
+  if (window_ != nullptr && !is_unloading_) {
+    DestroyWindow(window_);
+  }
 }
 
 PreferenceControls& Win32PreferenceWindow::Loaded() {
-  if (!controls_) throw base::Failure(base::RuntimeError::kObjectVariableNotSet);
+  if (!controls_) {
+    throw base::Failure(base::RuntimeError::kObjectVariableNotSet);
+  }
   return *controls_;
 }
 
 const PreferenceControls& Win32PreferenceWindow::Loaded() const {
-  if (!controls_) throw base::Failure(base::RuntimeError::kObjectVariableNotSet);
+  if (!controls_) {
+    throw base::Failure(base::RuntimeError::kObjectVariableNotSet);
+  }
   return *controls_;
 }
 
@@ -101,7 +113,9 @@ void Win32PreferenceWindow::FocusAddButton() { Focus(Loaded().add()); }
 
 void Win32PreferenceWindow::EnableRemoveButton(bool enabled) {
   const HWND button = Loaded().remove();
-  if (!enabled && GetFocus() == button) Focus(controls_->list().window());
+  if (!enabled && GetFocus() == button) {
+    Focus(controls_->list().window());
+  }
   EnableWindow(button, enabled);
 }
 
@@ -117,7 +131,9 @@ void Win32PreferenceWindow::RemoveItem(int position) {
   SourceListView& list = Loaded().list();
   list.Remove(position);
   // The list itself only reports items that exist.
-  if (list.Count() == 0) events_->lstPrefURL_SelectionChange();
+  if (list.Count() == 0) {
+    events_->lstPrefURL_SelectionChange();
+  }
 }
 
 int Win32PreferenceWindow::SelectedItem() const { return Loaded().list().Selected(); }
@@ -137,7 +153,9 @@ INT_PTR CALLBACK Win32PreferenceWindow::DialogProcedure(HWND window, UINT messag
     return FALSE;
   }
   auto* self = reinterpret_cast<Win32PreferenceWindow*>(GetWindowLongPtrW(window, DWLP_USER));
-  if (self == nullptr) return FALSE;
+  if (self == nullptr) {
+    return FALSE;
+  }
   try {
     return self->HandleMessage(message, wparam, lparam) ? TRUE : FALSE;
   } catch (...) {
@@ -149,7 +167,9 @@ INT_PTR CALLBACK Win32PreferenceWindow::DialogProcedure(HWND window, UINT messag
 bool Win32PreferenceWindow::HandleMessage(UINT message, WPARAM wparam, LPARAM lparam) {
   switch (message) {
     case WM_SIZE:
-      if (controls_ && wparam != SIZE_MINIMIZED) controls_->LayOut();
+      if (controls_ && wparam != SIZE_MINIMIZED) {
+        controls_->LayOut();
+      }
       return true;
     case WM_GETMINMAXINFO:
       OnMinMaxInfo(*reinterpret_cast<MINMAXINFO*>(lparam));
@@ -167,7 +187,9 @@ bool Win32PreferenceWindow::HandleMessage(UINT message, WPARAM wparam, LPARAM lp
       Unload();
       return true;
     case WM_ENDSESSION:
-      if (wparam != FALSE) Unload();
+      if (wparam != FALSE) {
+        Unload();
+      }
       return true;
     case WM_DESTROY:
       OnDestroy();
@@ -186,12 +208,16 @@ bool Win32PreferenceWindow::HandleMessage(UINT message, WPARAM wparam, LPARAM lp
 // The window may be destroyed with its owner as well as by `Unload`. Its controls still exist.
 void Win32PreferenceWindow::OnDestroy() {
   is_unloading_ = true;
-  if (events_ != nullptr) events_->Form_Unload();
+  if (events_ != nullptr) {
+    events_->Form_Unload();
+  }
   events_ = nullptr;
 }
 
 void Win32PreferenceWindow::OnCommand(WPARAM wparam) {
-  if (events_ == nullptr || HIWORD(wparam) != BN_CLICKED) return;
+  if (events_ == nullptr || HIWORD(wparam) != BN_CLICKED) {
+    return;
+  }
   switch (LOWORD(wparam)) {
     case kAddId:
       events_->cmdPrefOk_Click();
@@ -208,7 +234,9 @@ void Win32PreferenceWindow::OnCommand(WPARAM wparam) {
 }
 
 void Win32PreferenceWindow::OnNotify(const NMHDR& notification) {
-  if (events_ == nullptr || notification.idFrom != kSourceListId) return;
+  if (events_ == nullptr || notification.idFrom != kSourceListId) {
+    return;
+  }
   switch (notification.code) {
     case LVN_KEYDOWN:
       events_->lstPrefURL_KeyDown(reinterpret_cast<const NMLVKEYDOWN&>(notification).wVKey);
@@ -230,7 +258,9 @@ void Win32PreferenceWindow::OnNotify(const NMHDR& notification) {
 }
 
 void Win32PreferenceWindow::OnDpiChanged(int dpi, const RECT& suggested) {
-  if (!controls_) return;
+  if (!controls_) {
+    return;
+  }
   controls_->SetResolution(dpi);
   SetWindowPos(window_, nullptr, suggested.left, suggested.top, suggested.right - suggested.left,
                suggested.bottom - suggested.top, SWP_NOZORDER | SWP_NOACTIVATE);
@@ -244,8 +274,12 @@ void Win32PreferenceWindow::OnMinMaxInfo(MINMAXINFO& info) const {
 }
 
 bool Win32PreferenceWindow::HandleKey(MSG& message) {
-  if (window_ == nullptr || events_ == nullptr) return false;
-  if (message.hwnd != window_ && !IsChild(window_, message.hwnd)) return false;
+  if (window_ == nullptr || events_ == nullptr) {
+    return false;
+  }
+  if (message.hwnd != window_ && !IsChild(window_, message.hwnd)) {
+    return false;
+  }
   try {
     return HandleOwnKey(message);
   } catch (...) {

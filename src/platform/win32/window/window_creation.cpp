@@ -19,7 +19,9 @@ void RegisterWindowClass(const wchar_t* name, WNDPROC procedure, int extra_bytes
   description.lpszClassName = name;
   const ATOM atom = RegisterClassExW(&description);
   const DWORD error = GetLastError();
-  if (atom == 0 && error != ERROR_CLASS_ALREADY_EXISTS) throw FailureOf(HRESULT_FROM_WIN32(error));
+  if (atom == 0 && error != ERROR_CLASS_ALREADY_EXISTS) {
+    throw FailureOf(HRESULT_FROM_WIN32(error));
+  }
 }
 
 HWND CreateChildWindow(HWND parent, const ChildWindow& control) {
@@ -28,7 +30,9 @@ HWND CreateChildWindow(HWND parent, const ChildWindow& control) {
                                       reinterpret_cast<HMENU>(static_cast<INT_PTR>(control.id)),
                                       GetModuleHandleW(nullptr), nullptr);
   const DWORD error = GetLastError();
-  if (window == nullptr) throw FailureOf(HRESULT_FROM_WIN32(error));
+  if (window == nullptr) {
+    throw FailureOf(HRESULT_FROM_WIN32(error));
+  }
   return window;
 }
 

@@ -27,7 +27,9 @@ using Microsoft::WRL::ComPtr;
 /// What a pointer refers to; 91 if it is empty.
 template <typename Pointer>
 auto& Demand(const Pointer& object) {
-  if (!object) throw base::Failure(base::RuntimeError::kObjectVariableNotSet);
+  if (!object) {
+    throw base::Failure(base::RuntimeError::kObjectVariableNotSet);
+  }
   return *object.operator->();
 }
 
@@ -40,10 +42,18 @@ class Client {
     if (command == "bring") {
       return Number([&] { Demand(manager_).BringToFront(); });
     }
-    if (command == "create") return Create(argument);
-    if (command == "hold") return Hold(argument);
-    if (command == "call") return Call(argument);
-    if (command == "early") return CallEarly();
+    if (command == "create") {
+      return Create(argument);
+    }
+    if (command == "hold") {
+      return Hold(argument);
+    }
+    if (command == "call") {
+      return Call(argument);
+    }
+    if (command == "early") {
+      return CallEarly();
+    }
     if (command == "let") {
       manager_.reset();
       created_.Reset();
@@ -114,7 +124,9 @@ int RunClient() {
   Client client;
   std::string line;
   while (std::getline(std::cin, line)) {
-    if (line.ends_with('\r')) line.pop_back();
+    if (line.ends_with('\r')) {
+      line.pop_back();
+    }
     const auto blank = line.find(' ');
     std::cout << client.Answer(line.substr(0, blank),
                                blank == std::string::npos ? "" : line.substr(blank + 1))

@@ -18,10 +18,16 @@ using platform::win32::UniqueKernelObject;
 void ServeUntil(HANDLE event) {
   for (;;) {
     const DWORD woken = MsgWaitForMultipleObjects(1, &event, FALSE, kPatienceMs, QS_ALLINPUT);
-    if (woken == WAIT_OBJECT_0) return;
-    if (woken == WAIT_TIMEOUT) throw std::runtime_error("the client does not answer");
+    if (woken == WAIT_OBJECT_0) {
+      return;
+    }
+    if (woken == WAIT_TIMEOUT) {
+      throw std::runtime_error("the client does not answer");
+    }
     MSG message;
-    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+      DispatchMessageW(&message);
+    }
   }
 }
 
@@ -77,7 +83,9 @@ std::string ClientProcess::ReadLine() {
   char letter = '\0';
   DWORD read = 0;
   while (ReadFile(answers_.get(), &letter, 1, &read, nullptr) && read == 1 && letter != '\n') {
-    if (letter != '\r') line += letter;
+    if (letter != '\r') {
+      line += letter;
+    }
   }
   return line;
 }

@@ -33,7 +33,9 @@ std::string BytesOf(const std::string& path) {
   const UniqueFile file(CreateFileW(ToSystemPath(path).c_str(), GENERIC_READ,
                                     FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0,
                                     nullptr));
-  if (!file) return "(missing)";
+  if (!file) {
+    return "(missing)";
+  }
   std::string bytes(1 << 16, '\0');
   DWORD read = 0;
   ReadFile(file.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &read, nullptr);
@@ -143,7 +145,9 @@ TEST_F(SuiteFileSystemObject, AMarkAtTheStartIsNoText) {
 TEST_F(SuiteFileSystemObject, LongLinesAreReadWhole) {
   // Longer than any buffer, with a multi-byte letter wherever a buffer may end.
   std::string line;
-  for (int count = 0; count < 10000; ++count) line += "ä€";
+  for (int count = 0; count < 10000; ++count) {
+    line += "ä€";
+  }
   WriteBytes(In("long.txt"), "x" + line + "\r\nlast");
   const auto text = object_->OpenTextFile(In("long.txt"));
   EXPECT_EQ(text->ReadLine(), "x" + line);

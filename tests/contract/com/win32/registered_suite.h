@@ -15,7 +15,9 @@ namespace kitbay::contract {
 /// Calls an export of the suite's library that has no parameters and returns an HRESULT.
 inline HRESULT CallSuite(const char* name) {
   const FARPROC address = GetProcAddress(GetModuleHandleW(L"OvalinkSuite.dll"), name);
-  if (address == nullptr) return E_NOTIMPL;
+  if (address == nullptr) {
+    return E_NOTIMPL;
+  }
   return reinterpret_cast<HRESULT(STDAPICALLTYPE*)()>(reinterpret_cast<void*>(address))();
 }
 

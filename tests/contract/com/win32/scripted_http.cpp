@@ -46,13 +46,17 @@ struct ScriptedHttp::Calls {
   }
 
   static BOOL WINAPI SetOption(HINTERNET handle, DWORD option, void* value, DWORD) {
-    if (handle == HandleOf(kOther)) return TRUE;
+    if (handle == HandleOf(kOther)) {
+      return TRUE;
+    }
     ScriptedRequest& request = current->requests.back();
     const DWORD number = *static_cast<DWORD*>(value);
     if (option == WINHTTP_OPTION_CONTEXT_VALUE) {
       current->contexts_.back() = *static_cast<DWORD_PTR*>(value);
     }
-    if (option == WINHTTP_OPTION_DISABLE_FEATURE) request.disabled |= number;
+    if (option == WINHTTP_OPTION_DISABLE_FEATURE) {
+      request.disabled |= number;
+    }
     if (option == WINHTTP_OPTION_AUTOLOGON_POLICY) {
       request.sign_on_policy = number;
       return current->knows_sign_on_policy ? TRUE : FALSE;

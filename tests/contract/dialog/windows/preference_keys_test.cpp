@@ -20,7 +20,9 @@ class PreferenceKeys : public testing::Test {
  protected:
   PreferenceKeys() {
     world_.window().Load(events_, world_.owner());
-    for (const char* item : {"one", "two", "three"}) world_.window().AddItem(item);
+    for (const char* item : {"one", "two", "three"}) {
+      world_.window().AddItem(item);
+    }
     world_.window().EnableRemoveButton(true);
     world_.window().Show();
     world_.window().FocusUrlBox();
@@ -124,7 +126,9 @@ TEST_F(PreferenceKeys, EscapeClosesNothing) {
 
 TEST_F(PreferenceKeys, AKeyMayCloseTheDialog) {
   events_.on_told = [&](const std::string& what) {
-    if (what == "txtPrefUrl_KeyDown 13") world_.window().Unload();
+    if (what == "txtPrefUrl_KeyDown 13") {
+      world_.window().Unload();
+    }
   };
   world_.PressKey(VK_RETURN);
   EXPECT_THAT(events_.told, ElementsAre("txtPrefUrl_KeyDown 13", "Form_Unload"));

@@ -22,7 +22,9 @@ class RealPreferenceWindow : public testing::Test {
 
   void Open() {
     world_.window().Load(events_, world_.owner());
-    for (const char* item : {"one", "two", "three"}) world_.window().AddItem(item);
+    for (const char* item : {"one", "two", "three"}) {
+      world_.window().AddItem(item);
+    }
     world_.window().Show();
     events_.told.clear();
   }
@@ -152,7 +154,9 @@ TEST_F(RealPreferenceWindow, RowsAreHigherThanTheirLineOfText) {
 }
 
 TEST_F(RealPreferenceWindow, AnAddedItemIsSeen) {
-  for (int i = 0; i < 50; ++i) world_.window().AddItem("more");
+  for (int i = 0; i < 50; ++i) {
+    world_.window().AddItem("more");
+  }
   const HWND list = world_.Control("lstPrefURL");
   const auto first = SendMessageW(list, LVM_GETTOPINDEX, 0, 0);
   const auto rows = SendMessageW(list, LVM_GETCOUNTPERPAGE, 0, 0);
@@ -214,7 +218,9 @@ TEST_F(RealPreferenceWindow, TheEndOfTheSessionUnloads) {
 
 TEST_F(RealPreferenceWindow, ClosedByItsOwnButtonGivesTheOwnerTheFocusBack) {
   events_.on_told = [&](const std::string& what) {
-    if (what == "cmdPrefClose_Click") world_.window().Unload();
+    if (what == "cmdPrefClose_Click") {
+      world_.window().Unload();
+    }
   };
   SendMessageW(world_.Control("cmdPrefClose"), BM_CLICK, 0, 0);
   EXPECT_THAT(events_.told, ElementsAre("cmdPrefClose_Click", "Form_Unload"));

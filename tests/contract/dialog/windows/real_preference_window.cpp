@@ -41,7 +41,9 @@ Win32PreferenceWindowWorld::Win32PreferenceWindowWorld()
 
 Win32PreferenceWindowWorld::~Win32PreferenceWindowWorld() {
   window_.reset();
-  if (IsWindow(owner_)) DestroyWindow(owner_);
+  if (IsWindow(owner_)) {
+    DestroyWindow(owner_);
+  }
 }
 
 platform::WindowHandle Win32PreferenceWindowWorld::owner() const {
@@ -70,7 +72,9 @@ std::string Win32PreferenceWindowWorld::TextOf(HWND window) {
 
 std::string Win32PreferenceWindowWorld::Focus() const {
   for (const NamedControl& control : kControls) {
-    if (GetFocus() != nullptr && Control(control.name) == GetFocus()) return control.name;
+    if (GetFocus() != nullptr && Control(control.name) == GetFocus()) {
+      return control.name;
+    }
   }
   return "";
 }
@@ -87,7 +91,9 @@ void Win32PreferenceWindowWorld::Select(int position) {
   SetFocus(Control("lstPrefURL"));
   PressKey(VK_END);
   PressKey(VK_HOME);
-  for (int at = 1; at < position; ++at) PressKey(VK_DOWN);
+  for (int at = 1; at < position; ++at) {
+    PressKey(VK_DOWN);
+  }
 }
 
 POINT Win32PreferenceWindowWorld::PlaceOfItem(int position) const {

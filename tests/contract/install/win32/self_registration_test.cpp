@@ -123,7 +123,9 @@ class RealSelfRegistration : public testing::Test {
   bool IsPlaceKept() const {
     auto* const place = reinterpret_cast<void*>(libraries_.last_library().value);
     constexpr SIZE_T kSize = 1;
-    if (VirtualAlloc(place, kSize, MEM_RESERVE, PAGE_NOACCESS) == nullptr) return true;
+    if (VirtualAlloc(place, kSize, MEM_RESERVE, PAGE_NOACCESS) == nullptr) {
+      return true;
+    }
     VirtualFree(place, 0, MEM_RELEASE);
     return false;
   }

@@ -47,7 +47,9 @@ void CollectNameLines(const HtmlNode& node, std::vector<std::string>& texts) {
   if (node.TagName() == "SPAN" && !node.Id().empty() && node.Id() == node.ParentElement()->Id()) {
     texts.push_back(node.InnerText());
   }
-  for (int i = 0; i < node.ChildCount(); ++i) CollectNameLines(*node.Child(i), texts);
+  for (int i = 0; i < node.ChildCount(); ++i) {
+    CollectNameLines(*node.Child(i), texts);
+  }
 }
 
 std::string Json(const std::string& text) {
@@ -80,10 +82,14 @@ std::string JsonList(const std::vector<std::string>& texts, const std::string& s
 
 TreeResult Replay(const TreeCase& tree_case) {
   FakeHtmlDocument document("<html><head></head><body>" + BodyOfCases() + "</body></html>");
-  for (const Step& step : tree_case.steps) Apply(document, step);
+  for (const Step& step : tree_case.steps) {
+    Apply(document, step);
+  }
   TreeResult result;
   std::istringstream lines(document.TreeText());
-  for (std::string line; std::getline(lines, line);) result.tree.push_back(line);
+  for (std::string line; std::getline(lines, line);) {
+    result.tree.push_back(line);
+  }
   CollectNameLines(*document.Body(), result.texts);
   return result;
 }

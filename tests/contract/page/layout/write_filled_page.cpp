@@ -69,7 +69,9 @@ void UsePage(kitbay::view::ComponentPage& page, const kitbay::fakes::FakeHtmlDoc
   for (const char* list : {"installedaddons", "installedtransports", "installedchannels",
                            "updatedaddons", "updatedtransports", "updatedchannels"}) {
     const auto buttons = document.ById(list)->ElementsByTag("input");
-    for (std::size_t i = 1; i < buttons.size(); ++i) buttons[i]->SetDisabled(true);
+    for (std::size_t i = 1; i < buttons.size(); ++i) {
+      buttons[i]->SetDisabled(true);
+    }
     page.tabs.HideOthers(document.ById(list)->Child(kOpenRow)->Child(0));
   }
 }
@@ -92,7 +94,9 @@ int main(int count, char** words) {
   const std::string colours = count > 1 ? words[1] : "";
   page.tabs.FollowLooks({.has_dark_colours = colours == "dark"});
   FillLists(page.rows);
-  if (!colours.empty()) UsePage(page, *document);
+  if (!colours.empty()) {
+    UsePage(page, *document);
+  }
 
   std::fputs(document->ById("category")->ParentElement()->InnerHtml().c_str(), stdout);
   return log.entries.empty() ? 0 : 1;

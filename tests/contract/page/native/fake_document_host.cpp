@@ -12,7 +12,9 @@ class FakeDocumentHost : public HtmlClickHost {
  public:
   std::shared_ptr<platform::HtmlDocument> Load(const std::string& page_markup,
                                                platform::HtmlDocumentEvents& events) override {
-    if (shown_) shown_->MakeStale();
+    if (shown_) {
+      shown_->MakeStale();
+    }
     shown_ = std::make_shared<fakes::FakeHtmlDocument>(page_markup);
     shown_->SetEvents(&events);
     return shown_;

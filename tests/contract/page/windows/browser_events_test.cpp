@@ -148,7 +148,9 @@ TEST_F(NavigationRules, NoWindowIsOpened) {
     VARIANT_BOOL cancel = VARIANT_FALSE;
     const Variant none;
     std::vector<VARIANT> arguments{none.get(), Reference(cancel)};
-    if (event == DISPID_NEWWINDOW3) arguments.insert(arguments.end(), 3, none.get());
+    if (event == DISPID_NEWWINDOW3) {
+      arguments.insert(arguments.end(), 3, none.get());
+    }
     Raise(event, arguments);
     EXPECT_NE(cancel, VARIANT_FALSE) << event;
   }

@@ -14,7 +14,9 @@ namespace {
 
 std::shared_ptr<platform::HtmlDocument> Shown(const std::string& page_markup,
                                               platform::HtmlDocumentEvents& events) {
-  if (!SharedWindow().ShowMarkup(page_markup)) throw std::runtime_error("no page");
+  if (!SharedWindow().ShowMarkup(page_markup)) {
+    throw std::runtime_error("no page");
+  }
   return SharedWindow().window().ConnectDocument(events);
 }
 
@@ -45,7 +47,9 @@ class ControlClickHost : public HtmlClickHost, private platform::HtmlDocumentEve
   }
 
   void Click(const platform::HtmlNodeRef& element) override {
-    for (const char* edge : {"left", "top"}) element->SetStyle(edge, "0px");
+    for (const char* edge : {"left", "top"}) {
+      element->SetStyle(edge, "0px");
+    }
     element->SetStyle("position", "absolute");
     marks_ = 0;
     ClickAt(6);

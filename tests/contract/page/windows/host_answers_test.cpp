@@ -50,9 +50,12 @@ class MenuChoice {
   static constexpr UINT kIntervalMs = 20;
 
   static void CALLBACK Look(HWND, UINT, UINT_PTR, DWORD) {
-    if (current_ == nullptr || FindWindowW(L"#32768", nullptr) == nullptr) return;
-    for (const WPARAM key : {VK_DOWN, VK_RETURN})
+    if (current_ == nullptr || FindWindowW(L"#32768", nullptr) == nullptr) {
+      return;
+    }
+    for (const WPARAM key : {VK_DOWN, VK_RETURN}) {
       PostMessageW(current_->window_, WM_KEYDOWN, key, 0);
+    }
     current_ = nullptr;
   }
 
@@ -69,11 +72,15 @@ void ClearClipboard() {
 
 /// The text on the clipboard; empty if there is none.
 std::wstring ClipboardText() {
-  if (!IsClipboardFormatAvailable(CF_UNICODETEXT) || !OpenClipboard(nullptr)) return {};
+  if (!IsClipboardFormatAvailable(CF_UNICODETEXT) || !OpenClipboard(nullptr)) {
+    return {};
+  }
   const HANDLE memory = GetClipboardData(CF_UNICODETEXT);
   const auto* text = static_cast<const wchar_t*>(memory == nullptr ? nullptr : GlobalLock(memory));
   std::wstring result = text == nullptr ? L"" : text;
-  if (text != nullptr) GlobalUnlock(memory);
+  if (text != nullptr) {
+    GlobalUnlock(memory);
+  }
   CloseClipboard();
   return result;
 }
@@ -177,7 +184,9 @@ TEST_F(HostAnswers, TheKeysOfABrowserDoNotReachThePage) {
   Press(WM_LBUTTONDOWN, WM_LBUTTONUP, MK_LBUTTON);
   ASSERT_TRUE(loaded_.RunUntil([&] { return events_.clicks > 0; }));
   SetFocus(loaded_.Browser());
-  for (const WPARAM key : {VK_BACK, VK_F5, VK_F11, VK_F24, VK_DOWN}) loaded_.PressKey(key);
+  for (const WPARAM key : {VK_BACK, VK_F5, VK_F11, VK_F24, VK_DOWN}) {
+    loaded_.PressKey(key);
+  }
   {
     const KeyHeld control(VK_CONTROL);
     for (const char key : {'F', 'N', 'O', 'P', 'V', 'C', 'A'}) {

@@ -48,9 +48,13 @@ bool LoadedWindow::RunUntil(const std::function<bool()>& is_done) {
   const ULONGLONG start = GetTickCount64();
   // The real loop does the work; a timer interrupts it to check the condition.
   const UINT_PTR timer = SetTimer(nullptr, 0, kTurnMs, LeaveLoop);
-  while (!is_done() && GetTickCount64() - start < kTimeLimitMs) loop_->Run();
+  while (!is_done() && GetTickCount64() - start < kTimeLimitMs) {
+    loop_->Run();
+  }
   KillTimer(nullptr, timer);
-  if (is_done()) return true;
+  if (is_done()) {
+    return true;
+  }
   ADD_FAILURE() << "waited in vain";
   return false;
 }

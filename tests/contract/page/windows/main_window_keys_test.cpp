@@ -56,7 +56,9 @@ TEST_F(MainWindowKeys, AKeyMayUnloadTheWindow) {
   loaded.window().Show();
   SetFocus(loaded.Control(WC_BUTTONW, L"&Close"));
   loaded.on_told = [&](const std::string& what) {
-    if (what == "Form_KeyDown 27") loaded.window().Unload();
+    if (what == "Form_KeyDown 27") {
+      loaded.window().Unload();
+    }
   };
   loaded.PressKey(VK_ESCAPE);
   EXPECT_THAT(loaded.told, ElementsAre("Form_KeyDown 27", "Form_Unload"));
@@ -70,7 +72,9 @@ TEST_F(MainWindowKeys, AKeyInThePageMayUnloadTheWindow) {
   SetFocus(loaded.Browser());
   loaded.told.clear();
   loaded.on_told = [&](const std::string& what) {
-    if (what == "Form_KeyDown 27") loaded.window().Unload();
+    if (what == "Form_KeyDown 27") {
+      loaded.window().Unload();
+    }
   };
   loaded.PressKey(VK_ESCAPE);
   EXPECT_THAT(loaded.told, ElementsAre("Form_KeyDown 27", "Form_Unload"));

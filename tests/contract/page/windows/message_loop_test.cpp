@@ -17,7 +17,9 @@ class RecordingFilter : public KeyFilter {
  public:
   bool HandleKey(MSG& message) override {
     seen.push_back(message.wParam);
-    if (on_key) on_key();
+    if (on_key) {
+      on_key();
+    }
     return takes_keys;
   }
 

@@ -130,7 +130,9 @@ TEST_F(PageEvents, ADisabledButtonRaisesNoClick) {
 
 TEST_F(PageEvents, ADragIsOfferedOnceAndIsNoClick) {
   Mouse(WM_LBUTTONDOWN, MK_LBUTTON, 20, kLinkAt);
-  for (int x = 22; x < 60; x += 4) Mouse(WM_MOUSEMOVE, MK_LBUTTON, x, kLinkAt + 2);
+  for (int x = 22; x < 60; x += 4) {
+    Mouse(WM_MOUSEMOVE, MK_LBUTTON, x, kLinkAt + 2);
+  }
   EXPECT_TRUE(loaded_.RunUntil([&] { return events_.drags > 0; }));
   Mouse(WM_LBUTTONUP, 0, 400, kLinkAt);
   Click(kButtonAt);  // the marker: events arrive in the order in which they were raised

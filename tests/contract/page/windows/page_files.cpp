@@ -29,7 +29,9 @@ std::string PageFiles::WriteAs(const std::string& name, const std::string& conte
   std::ofstream file(path, std::ios::binary);
   file << content;
   file.close();
-  if (!file) throw std::runtime_error("cannot write " + path.string());
+  if (!file) {
+    throw std::runtime_error("cannot write " + path.string());
+  }
   return path.string();
 }
 

@@ -35,7 +35,9 @@ class ProgramFile : public ::testing::Test {
   /// The bytes of resource number 1 of that type; empty if it does not exist.
   std::span<const BYTE> FirstResource(const wchar_t* type) const {
     const HRSRC found = FindResourceW(module_, MAKEINTRESOURCEW(1), type);
-    if (found == nullptr) return {};
+    if (found == nullptr) {
+      return {};
+    }
     const auto* bytes = static_cast<const BYTE*>(LockResource(LoadResource(module_, found)));
     return {bytes, SizeofResource(module_, found)};
   }
@@ -66,7 +68,9 @@ std::string VersionText(const std::vector<BYTE>& version, const std::wstring& na
 std::string FixedVersion(const std::vector<BYTE>& version) {
   void* fixed = nullptr;
   UINT length = 0;
-  if (!VerQueryValueW(version.data(), L"\\", &fixed, &length)) return "(missing)";
+  if (!VerQueryValueW(version.data(), L"\\", &fixed, &length)) {
+    return "(missing)";
+  }
   const auto* info = static_cast<const VS_FIXEDFILEINFO*>(fixed);
   return std::to_string(HIWORD(info->dwFileVersionMS)) + "." +
          std::to_string(LOWORD(info->dwFileVersionMS)) + "." +
@@ -137,7 +141,9 @@ TEST_F(ProgramFile, CanTellWindowsNotToShowGhosts) {
 // kitbay_contract_program Kitbay.exe
 int main(int argc, char** argv) {
   testing::InitGoogleMock(&argc, argv);
-  if (argc != 2) return 2;
+  if (argc != 2) {
+    return 2;
+  }
   kitbay::contract::ProgramPath() = kitbay::platform::win32::ToUtf16(argv[1]);
   return RUN_ALL_TESTS();
 }

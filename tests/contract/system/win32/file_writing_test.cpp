@@ -55,7 +55,9 @@ class WatchedWriting {
 
   void Note(const std::string& call) {
     calls.push_back(call);
-    if (intruder_path.empty()) return;
+    if (intruder_path.empty()) {
+      return;
+    }
     const UniqueFile file(CreateFileW(intruder_path.c_str(), intruder_access, kShareAll, nullptr,
                                       OPEN_EXISTING, 0, nullptr));
     intruder_errors.push_back(file ? ERROR_SUCCESS : GetLastError());
