@@ -17,7 +17,9 @@ using kitbay::platform::win32::UniqueKernelObject;
 
 void Demand(bool is_done, const char* step) {
   const DWORD error = GetLastError();
-  if (!is_done) throw std::runtime_error(step + (" failed with " + std::to_string(error)));
+  if (!is_done) {
+    throw std::runtime_error(step + (" failed with " + std::to_string(error)));
+  }
 }
 
 struct Order {
@@ -32,12 +34,16 @@ UniqueKernelObject TokenFor(const Order& order) {
   TOKEN_LINKED_TOKEN linked{};
   DWORD size = 0;
   Demand(OpenProcessToken(GetCurrentProcess(), kAccess, own.put()), "OpenProcessToken");
-  if (!order.is_limited) return own;
+  if (!order.is_limited) {
+    return own;
+  }
   // Newer versions of Wine start every program so.
   TOKEN_ELEVATION_TYPE type{};
   Demand(GetTokenInformation(own.get(), TokenElevationType, &type, sizeof type, &size),
          "GetTokenInformation");
-  if (type == TokenElevationTypeLimited) return own;
+  if (type == TokenElevationTypeLimited) {
+    return own;
+  }
   Demand(GetTokenInformation(own.get(), TokenLinkedToken, &linked, sizeof linked, &size),
          "GetTokenInformation");
   return UniqueKernelObject(linked.LinkedToken);
@@ -72,9 +78,11 @@ DWORD RunToTheLast(const Order& order) {
   Demand(SetInformationJobObject(job.get(), JobObjectAssociateCompletionPortInformation, &tell,
                                  sizeof tell),
          "SetInformationJobObject");
-  // Wine's desktop is a process, started by whoever needs it first. It does not belong to the
-  // program, and ends long after it.
-  GetDesktopWindow();
+  // Wine's desktop is a process, started by whoever needs it first, and with their rights. It does
+  // not belong to the program, and ends long after it.
+  if (!order.is_limited) {
+    GetDesktopWindow();
+  }
   STARTUPINFOW startup{};
   startup.cb = sizeof startup;
   PROCESS_INFORMATION started{};
@@ -85,7 +93,9 @@ DWORD RunToTheLast(const Order& order) {
   const UniqueKernelObject process(started.hProcess);
   const UniqueKernelObject thread(started.hThread);
   Demand(AssignProcessToJobObject(job.get(), process.get()), "AssignProcessToJobObject");
-  if (!order.put_in.empty()) LoadInto(process.get(), order.put_in);
+  if (!order.put_in.empty()) {
+    LoadInto(process.get(), order.put_in);
+  }
   ResumeThread(thread.get());
 
   DWORD processes = 0;
@@ -95,7 +105,9 @@ DWORD RunToTheLast(const Order& order) {
   while (message != JOB_OBJECT_MSG_ACTIVE_PROCESS_ZERO) {
     Demand(GetQueuedCompletionStatus(port.get(), &message, &key, &process_id, INFINITE),
            "GetQueuedCompletionStatus");
-    if (message == JOB_OBJECT_MSG_NEW_PROCESS) ++processes;
+    if (message == JOB_OBJECT_MSG_NEW_PROCESS) {
+      ++processes;
+    }
   }
   return processes;
 }
@@ -110,7 +122,9 @@ Order Read(std::deque<std::wstring> words) {
       order.put_in = Beside(words.front().c_str());
     }
   }
-  if (words.empty()) throw std::runtime_error("no program");
+  if (words.empty()) {
+    throw std::runtime_error("no program");
+  }
   order.program = words.front();
   return order;
 }
