@@ -54,11 +54,11 @@ std::string_view FileVersions::Of(ComponentKind kind, InstalledEntry& entry) con
     return Needed(entry.version);
   }
   const std::string_view filename = Needed(entry.filename);
-  if (entry.library_version.empty()) {
-    entry.library_version =
+  if (entry.version_of_library.empty()) {
+    entry.version_of_library =
         kind == ComponentKind::kAddon ? OfAddon(Needed(entry.id), filename) : OfTransport(filename);
   }
-  return entry.library_version;
+  return entry.version_of_library;
 }
 
 }  // namespace kitbay::catalog

@@ -61,9 +61,9 @@ struct InstalledEntry {
   Text core;
   Text description;
   Text filename;
-  std::size_t number = 0;            ///< of its id; equal ids have the same
-  bool is_child_of_list = true;      ///< whether it is not deeper below its list
-  std::string library_version = {};  ///< empty until it is read
+  std::size_t number = 0;               ///< of its id; equal ids have the same
+  bool is_child_of_list = true;         ///< whether it is not deeper below its list
+  std::string version_of_library = {};  ///< empty until it is read
 };
 
 /// The entries of one kind in a registry file, in document order.
