@@ -81,8 +81,9 @@ export class Frames extends EventEmitter {
   }
 
   /**
-   * Takes no pictures until resume(); resolves when none is on its way. Meanwhile the browser does not lay out the page for them, though
-   * the page counts as visible: for a page of thousands of rows, each layout visits all of them.
+   * Takes no pictures until resume(); resolves when none is on its way. Meanwhile the browser does not
+   * lay out the page for them, though the page counts as visible: on a page of thousands of rows, each
+   * layout visits all of them.
    */
   async pause() {
     if (this.#paused || !this.#running) return;
