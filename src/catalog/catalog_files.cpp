@@ -34,9 +34,9 @@ CatalogFiles::Reading<Content>& CatalogFiles::ReadOnce(Readings<Content>& readin
   if (is_new) {
     try {
       read(reading.content);
-    } catch (const base::Failure& failure) {
+    } catch (const base::Failure&) {
       reading.content.reset();
-      reading.failure = failure;
+      reading.failure = std::current_exception();
     }
   }
   return reading;
@@ -53,8 +53,8 @@ CatalogFiles::Reading<Registry>& CatalogFiles::ReadDatastore() {
 
 Registry& CatalogFiles::Datastore() {
   Reading<Registry>& datastore = ReadDatastore();
-  if (datastore.failure) {
-    throw base::Failure(*datastore.failure);
+  if (!datastore.content) {
+    std::rethrow_exception(datastore.failure);
   }
   return *datastore.content;
 }

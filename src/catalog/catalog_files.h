@@ -1,5 +1,6 @@
 #pragma once
 
+#include <exception>
 #include <map>
 #include <optional>
 #include <string>
@@ -72,7 +73,7 @@ class CatalogFiles {
   template <typename Content>
   struct Reading {
     std::optional<Content> content;
-    std::optional<base::Failure> failure;
+    std::exception_ptr failure;
   };
 
   template <typename Content>

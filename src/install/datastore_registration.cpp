@@ -11,6 +11,7 @@
 #include "catalog/registry_files.h"
 #include "install/component_record.h"
 #include "install/refusal.h"
+#include "install/registry_entry.h"
 #include "view/page_ids.h"
 #include "view/row_markup.h"
 
@@ -110,7 +111,7 @@ bool DatastoreRegistration::Update(ComponentKind kind, const std::string& path) 
   const EntryOutcome outcome = EnterRecord(parts_.files, path, kind, record);
   parts_.buttons.DisableStatus();
   if (outcome.failure) {
-    TellUnentered(kind, path, outcome);
+    TellUnentered(kind, path, outcome.was_present, *outcome.failure);
     return false;
   }
   if (outcome.was_present) {
@@ -123,12 +124,12 @@ bool DatastoreRegistration::Update(ComponentKind kind, const std::string& path) 
 
 // The failure of a component that has no entry yet belongs to the procedure that enters it.
 void DatastoreRegistration::TellUnentered(ComponentKind kind, const std::string& path,
-                                          const EntryOutcome& outcome) {
-  TellRefusal(parts_.desktop, NameOf(kind) + " could not be entered into", path, *outcome.failure);
-  if (!outcome.was_present) {
-    throw base::Failure(*outcome.failure);
+                                          bool was_present, const base::Failure& failure) {
+  TellRefusal(parts_.desktop, NameOf(kind) + " could not be entered into", path, failure);
+  if (!was_present) {
+    throw base::Failure(failure);
   }
-  base::LogFailure(parts_.log, "Kitbay::CheckNode", std::make_exception_ptr(*outcome.failure));
+  base::LogFailure(parts_.log, "Kitbay::CheckNode", std::make_exception_ptr(failure));
 }
 
 void DatastoreRegistration::ShowInstalled(ComponentKind kind) {

@@ -4,11 +4,11 @@
 
 #include "base/component_kind.h"
 #include "base/error_log.h"
+#include "base/failure.h"
 #include "base/settings.h"
 #include "catalog/catalog_files.h"
 #include "catalog/update_source_list.h"
 #include "install/install_session.h"
-#include "install/registry_entry.h"
 #include "platform/desktop.h"
 #include "platform/files.h"
 #include "view/page_buttons.h"
@@ -54,8 +54,8 @@ class DatastoreRegistration {
  private:
   void Enter(base::ComponentKind kind);
   bool Update(base::ComponentKind kind, const std::string& path);
-  void TellUnentered(base::ComponentKind kind, const std::string& path,
-                     const EntryOutcome& outcome);
+  void TellUnentered(base::ComponentKind kind, const std::string& path, bool was_present,
+                     const base::Failure& failure);
   void ShowInstalled(base::ComponentKind kind);
   void ShowUpdated(base::ComponentKind kind);
   std::string NameOf(base::ComponentKind kind) const;

@@ -115,7 +115,8 @@ void PackageInstallation::UnpackFrom(const Arrival& arrival) {
 }
 
 // While it is held, nobody can write the package between the look at it and its expansion.
-std::unique_ptr<platform::FileReader> PackageInstallation::HoldIfSigned(const Arrival& arrival) {
+std::unique_ptr<platform::FileReader> PackageInstallation::HoldIfSigned(
+    const Arrival& arrival) const {
   return arrival.package.digest ? parts_.files.Open(arrival.path) : nullptr;
 }
 

@@ -68,7 +68,7 @@ class PackageInstallation : public update::PackageReceiver {
                const std::string& path);
   void InstallNow(const Arrival& arrival);
   void UnpackFrom(const Arrival& arrival);
-  std::unique_ptr<platform::FileReader> HoldIfSigned(const Arrival& arrival);
+  std::unique_ptr<platform::FileReader> HoldIfSigned(const Arrival& arrival) const;
   bool IsWhatWasSigned(const Arrival& arrival, const platform::FileReader& package);
   bool Expand(const Arrival& arrival);
   std::string AddonFolder();
