@@ -69,7 +69,8 @@ build_preset() {
 build_windows() {
   local triplet=$1 preset=$2 options=()
   shift 2
-  $with_tests || options=(--without-tests)
+  # A build folder with tests keeps them, and so needs their library.
+  $with_tests || grep -qs '^KITBAY_TESTS:BOOL=ON' "build/$preset/CMakeCache.txt" || options=(--without-tests)
   step "$preset: libraries" tools/build_windows_dependencies "$triplet" "${options[@]}" &&
     build_preset "$preset" "$@"
 }
