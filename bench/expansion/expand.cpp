@@ -5,30 +5,14 @@
 
 #include "fakes/disk_files.h"
 #include "install/package_expansion.h"
-
-namespace {
-
-/// Ends the run, because what is measured must work.
-class PrintedLog : public kitbay::base::ErrorLog {
- public:
-  std::string TimeText() const override { return {}; }
-  void LogError(const std::string& /*time_text*/, const std::string& procedure, std::int32_t number,
-                const std::string& description) override {
-    std::fprintf(stderr, "%s: %d %s\n", procedure.c_str(), number, description.c_str());
-    has_entries = true;
-  }
-
-  bool has_entries = false;
-};
-
-}  // namespace
+#include "printed_log.h"
 
 int main(int count, char** words) {
   if (count != 3) {
     std::fputs("usage: kitbay_bench_expansion ARCHIVE FOLDER\n", stderr);
     return 2;
   }
-  PrintedLog log;
+  kitbay::bench::PrintedLog log;
   kitbay::fakes::DiskFiles files("");
   std::string destination = words[2];
   const bool expanded =

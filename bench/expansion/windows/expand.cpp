@@ -2,39 +2,21 @@
 // Expands an archive into a folder as Kitbay does on Windows, and prints how many milliseconds that
 // took.
 #include <chrono>
-#include <cstdint>
 #include <cstdio>
 #include <string>
 
 #include "install/package_expansion.h"
 #include "platform/win32/system/utf.h"
 #include "platform/win32/win32_platform.h"
-
-namespace {
+#include "printed_log.h"
 
 namespace win32 = kitbay::platform::win32;
-
-/// Ends the run, because what is measured must work.
-class PrintedLog : public kitbay::base::ErrorLog {
- public:
-  std::string TimeText() const override { return {}; }
-  void LogError(const std::string& /*time_text*/, const std::string& procedure, std::int32_t number,
-                const std::string& description) override {
-    std::fprintf(stderr, "%s: %d %s\n", procedure.c_str(), static_cast<int>(number),
-                 description.c_str());
-    has_entries = true;
-  }
-
-  bool has_entries = false;
-};
-
-}  // namespace
 
 int wmain(int count, wchar_t** words) {
   if (count != 3) {
     return 2;
   }
-  PrintedLog log;
+  kitbay::bench::PrintedLog log;
   const auto files = win32::MakeFiles();
   std::string destination = win32::ToUtf8(words[2]);
   const auto start = std::chrono::steady_clock::now();
