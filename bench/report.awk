@@ -7,12 +7,14 @@
 # library alone, parsing the same bytes in the same run, stays within a factor of 10. A tree of 10 000 entries
 # is larger than the processor's cache and one of 1 000 is not, so the cost of memory depends on the machine
 # and on what else it does. If the library's own time grows by more, the allowance grows in proportion. A whole
-# refresh, once the sources have answered, may take 1.5 times as long as parsing each of its files once.
+# refresh, once the sources have answered, may take 3 times as long as parsing each of its files once, and grow by
+# a third more than that: it looks up every offer in a table that competes with the tree for the cache.
 
 BEGIN {
   FS = ","
   allowed = 11
-  goal_ratio = 1.5
+  allowed_ratio = 3
+  allowed_growth = 4 / 3   # of the refresh, as a multiple of the growth of the parsing
   split("980 9800", refresh_entries, " ")
   count = split("addons transports channels", kinds, " ")
   steps = split("parse load list", step_names, " ")
@@ -88,12 +90,12 @@ function refresh(sources, i, size, ratio) {
     }
     ratio[i] = time["refresh/lists/" size] / time["refresh/parse/" size]
     printf " %10.0f %10.0f %5.2f", time["refresh/parse/" size], time["refresh/lists/" size], ratio[i]
-    if (ratio[i] > goal_ratio) {
-      failures[++failed] = sprintf("a refresh of %s takes %.2f times as long as parsing, %.1f is the goal",
-                                   size, ratio[i], goal_ratio)
+    if (ratio[i] > allowed_ratio) {
+      failures[++failed] = sprintf("a refresh of %s takes %.2f times as long as parsing, %.1f is allowed",
+                                   size, ratio[i], allowed_ratio)
     }
   }
-  if (ratio[2] > ratio[1] * allowed / 10) {
+  if (ratio[2] > ratio[1] * allowed_growth) {
     failures[++failed] = "a refresh with " sources " sources grows faster than parsing its files"
   }
   printf "\n"
