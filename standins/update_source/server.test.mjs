@@ -1,5 +1,6 @@
 import assert from 'node:assert/strict';
 import { spawn } from 'node:child_process';
+import dns from 'node:dns';
 import { once } from 'node:events';
 import fs from 'node:fs';
 import http from 'node:http';
@@ -10,6 +11,10 @@ import { createInterface } from 'node:readline';
 import { describe, test as nodeTest } from 'node:test';
 import { fileURLToPath } from 'node:url';
 import { UpdateSource } from './server.mjs';
+
+// A source listens on 127.0.0.1 only. Before version 20, Node tried nothing but the first address of "localhost",
+// which may be ::1.
+dns.setDefaultResultOrder('ipv4first');
 
 const kManifest = '/ovalink.xml';
 const test = (name, body) => nodeTest(name, { timeout: 60000 }, body);
