@@ -325,7 +325,9 @@ export class Program {
   constructor(file, words) {
     this.#name = path.basename(file);
     const output = fs.openSync(this.#file('output'), 'a');
-    this.#process = spawn(path.join(root, 'tools/wine_run'), [file, ...words], {
+    const isElevated = process.env.KITBAY_RIGHTS === 'elevated' && file !== starter;
+    const command = isElevated ? [starter, '--elevated', windowsPath(file)] : [file, ...words];
+    this.#process = spawn(path.join(root, 'tools/wine_run'), command, {
       env: {
         ...environment,
         KITBAY_TIME_LIMIT: kProgramLimitSeconds,

@@ -20,13 +20,15 @@ function run(program, words, options = {}) {
 }
 
 /**
- * Makes this process use the prefix of that name. Prefixes are named before the harness looks at
- * them.
+ * Makes this process use the prefix of that name, and start the suite's programs with an
+ * administrator's rights: newer versions of Wine start every program without them. Prefixes are
+ * named before the harness looks at them.
  */
 function name(world) {
   const bits = process.env.KITBAY_BITS ?? '64';
   process.env.WINEPREFIX = path.join(root, `build/wine${bits}-${world}`);
   process.env.KITBAY_CLASSES = 'apart';
+  process.env.KITBAY_RIGHTS = 'elevated';
 }
 
 /**

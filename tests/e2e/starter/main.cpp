@@ -1,7 +1,9 @@
-// starter [--limited] [--with LIBRARY] PROGRAM: starts a program and injects the library, which
-// lies beside this program. With --limited, starts it as Windows does for an administrator who is
-// not elevated, with what Wine calls a linked token. When the program and everything that it
-// started have ended, exits with the number of these processes, or with 99 on failure.
+// starter [--limited|--elevated] [--with LIBRARY] PROGRAM: starts a program and injects the
+// library, which lies beside this program. With --limited, starts it as Windows does for an
+// administrator who is not elevated, with --elevated for one who is, and otherwise as Wine does,
+// which differs from version to version. When the program and everything that it started have
+// ended, exits with the number of these processes; with --elevated, exits with the program's exit
+// code as soon as the program has ended. Exits with 99 on failure.
 #include <windows.h>
 
 #include <cstdio>
@@ -22,26 +24,28 @@ void Demand(bool is_done, const char* step) {
   }
 }
 
+// Given in place of a program, only starts Wine's desktop.
+constexpr const wchar_t* kDesktop = L"--desktop";
+
 struct Order {
-  bool is_limited = false;
+  /// The kind of token to start with; the default is that of this program.
+  TOKEN_ELEVATION_TYPE rights = TokenElevationTypeDefault;
   std::wstring put_in;  ///< the injected library; empty for none
   std::wstring program;
 };
 
+// Of the two linked tokens of an administrator, Wine starts programs with either, according to its
+// version.
 UniqueKernelObject TokenFor(const Order& order) {
   constexpr DWORD kAccess = TOKEN_QUERY | TOKEN_DUPLICATE | TOKEN_ASSIGN_PRIMARY;
   UniqueKernelObject own;
+  TOKEN_ELEVATION_TYPE type{};
   TOKEN_LINKED_TOKEN linked{};
   DWORD size = 0;
   Demand(OpenProcessToken(GetCurrentProcess(), kAccess, own.put()), "OpenProcessToken");
-  if (!order.is_limited) {
-    return own;
-  }
-  // Newer versions of Wine start every program so.
-  TOKEN_ELEVATION_TYPE type{};
   Demand(GetTokenInformation(own.get(), TokenElevationType, &type, sizeof type, &size),
          "GetTokenInformation");
-  if (type == TokenElevationTypeLimited) {
+  if (order.rights == TokenElevationTypeDefault || order.rights == type) {
     return own;
   }
   Demand(GetTokenInformation(own.get(), TokenLinkedToken, &linked, sizeof linked, &size),
@@ -70,6 +74,44 @@ void LoadInto(HANDLE process, const std::wstring& library) {
   Demand(GetExitCodeThread(loading.get(), &is_loaded) && is_loaded != 0, "LoadLibrary");
 }
 
+struct Started {
+  UniqueKernelObject process;
+  UniqueKernelObject thread;
+};
+
+Started StartSuspended(const std::wstring& program, std::wstring command_line, HANDLE token) {
+  STARTUPINFOW startup{};
+  startup.cb = sizeof startup;
+  PROCESS_INFORMATION started{};
+  Demand(CreateProcessAsUserW(token, program.c_str(), command_line.data(), nullptr, nullptr, FALSE,
+                              CREATE_SUSPENDED, nullptr, nullptr, &startup, &started),
+         "CreateProcessAsUser");
+  return {UniqueKernelObject(started.hProcess), UniqueKernelObject(started.hThread)};
+}
+
+DWORD Finish(const Started& started) {
+  ResumeThread(started.thread.get());
+  WaitForSingleObject(started.process.get(), INFINITE);
+  DWORD code = 0;
+  Demand(GetExitCodeProcess(started.process.get(), &code), "GetExitCodeProcess");
+  return code;
+}
+
+// Wine's desktop is a process, started by whoever needs it first, and with their rights. It does
+// not belong to the program, and ends only after this one, so the program must not be the one that
+// starts it.
+Started StartOnDesktop(const Order& order) {
+  const UniqueKernelObject token = TokenFor(order);
+  const Started desktop =
+      StartSuspended(Beside(L"starter.exe"), std::wstring(L"starter ") + kDesktop, token.get());
+  Demand(Finish(desktop) == 0, "starting the desktop");
+  Started started = StartSuspended(order.program, L'"' + order.program + L'"', token.get());
+  if (!order.put_in.empty()) {
+    LoadInto(started.process.get(), order.put_in);
+  }
+  return started;
+}
+
 // A job notifies a port when its last process has ended.
 DWORD RunToTheLast(const Order& order) {
   const UniqueKernelObject job(CreateJobObjectW(nullptr, nullptr));
@@ -78,25 +120,9 @@ DWORD RunToTheLast(const Order& order) {
   Demand(SetInformationJobObject(job.get(), JobObjectAssociateCompletionPortInformation, &tell,
                                  sizeof tell),
          "SetInformationJobObject");
-  // Wine's desktop is a process, started by whoever needs it first, and with their rights. It does
-  // not belong to the program, and ends long after it.
-  if (!order.is_limited) {
-    GetDesktopWindow();
-  }
-  STARTUPINFOW startup{};
-  startup.cb = sizeof startup;
-  PROCESS_INFORMATION started{};
-  Demand(
-      CreateProcessAsUserW(TokenFor(order).get(), order.program.c_str(), nullptr, nullptr, nullptr,
-                           FALSE, CREATE_SUSPENDED, nullptr, nullptr, &startup, &started),
-      "CreateProcessAsUser");
-  const UniqueKernelObject process(started.hProcess);
-  const UniqueKernelObject thread(started.hThread);
-  Demand(AssignProcessToJobObject(job.get(), process.get()), "AssignProcessToJobObject");
-  if (!order.put_in.empty()) {
-    LoadInto(process.get(), order.put_in);
-  }
-  ResumeThread(thread.get());
+  const Started started = StartOnDesktop(order);
+  Demand(AssignProcessToJobObject(job.get(), started.process.get()), "AssignProcessToJobObject");
+  ResumeThread(started.thread.get());
 
   DWORD processes = 0;
   DWORD message = 0;
@@ -116,7 +142,9 @@ Order Read(std::deque<std::wstring> words) {
   Order order;
   for (; words.size() > 1; words.pop_front()) {
     if (words.front() == L"--limited") {
-      order.is_limited = true;
+      order.rights = TokenElevationTypeLimited;
+    } else if (words.front() == L"--elevated") {
+      order.rights = TokenElevationTypeFull;
     } else if (words.front() == L"--with") {
       words.pop_front();
       order.put_in = Beside(words.front().c_str());
@@ -133,7 +161,13 @@ Order Read(std::deque<std::wstring> words) {
 
 int wmain(int count, wchar_t** words) {
   try {
-    return static_cast<int>(RunToTheLast(Read({words + 1, words + count})));
+    const Order order = Read({words + 1, words + count});
+    if (order.program == kDesktop) {
+      GetDesktopWindow();
+      return 0;
+    }
+    const bool stands_for_it = order.rights == TokenElevationTypeFull;
+    return static_cast<int>(stands_for_it ? Finish(StartOnDesktop(order)) : RunToTheLast(order));
   } catch (const std::exception& error) {
     std::fprintf(stderr, "%s\n", error.what());
     return 99;
