@@ -11,6 +11,17 @@ using testing::IsEmpty;
 using testing::SizeIs;
 
 constexpr std::size_t kMegabyte = 1024 * 1024;
+constexpr std::size_t kMillion = 1000000;
+
+/// `text`, `count` times in a row.
+std::string Repeated(std::size_t count, const std::string& text) {
+  std::string all;
+  all.reserve(count * text.size());
+  for (std::size_t i = 0; i < count; ++i) {
+    all += text;
+  }
+  return all;
+}
 
 /// Datastores that no program writes, read by the listing of addons.
 class HostileDatastore : public CatalogTest {
@@ -29,12 +40,8 @@ class HostileDatastore : public CatalogTest {
 TEST_F(HostileDatastore, BillionLaughsExpandsNothing) {
   std::string types = "<!DOCTYPE root [<!ENTITY l0 \"ha\">";
   for (int i = 1; i <= 9; ++i) {
-    const std::string inner = "&l" + std::to_string(i - 1) + ";";
-    types += "<!ENTITY l" + std::to_string(i) + " \"";
-    for (int copy = 0; copy < 10; ++copy) {
-      types += inner;
-    }
-    types += "\">";
+    types += "<!ENTITY l" + std::to_string(i) + " \"" +
+             Repeated(10, "&l" + std::to_string(i - 1) + ";") + "\">";
   }
   List(types + "]>" + RegistryText(Addon("a", "&l9;", "a.dll"), "", ""));
   EXPECT_THAT(rows_.calls, IsEmpty());
@@ -70,43 +77,26 @@ TEST_F(HostileDatastore, AttributeOfAMegabyteIsHandedOnWhole) {
 }
 
 TEST_F(HostileDatastore, FiftyMegabytesAreListed) {
-  std::string addons;
-  std::size_t entries = 0;
   const std::string filler(64 * 1024, 'x');
-  while (addons.size() < 50 * kMegabyte) {
-    addons += "<addon id='a' name='A'><filename>a.dll</filename><description>" + filler +
-              "</description><core>0</core></addon>";
-    ++entries;
-  }
-  List(RegistryText(addons, "", ""));
-  ASSERT_THAT(rows_.calls, SizeIs(1 + entries));
-  EXPECT_EQ(rows_.calls.back(),
-            "fillDiv installedaddons|A|N/A|" + filler + "|" + std::to_string(entries) + "|-");
+  List(RegistryText(Repeated(800, "<addon id='a' name='A'><filename>a.dll</filename><description>" +
+                                      filler + "</description><core>0</core></addon>"),
+                    "", ""));
+  ASSERT_THAT(rows_.calls, SizeIs(1 + 800));
+  EXPECT_EQ(rows_.calls.back(), "fillDiv installedaddons|A|N/A|" + filler + "|800|-");
   EXPECT_THAT(log_.entries, IsEmpty());
 }
 
 TEST_F(HostileDatastore, FiftyMegabytesOfEntriesEndInAnOverflow) {
   const std::string entry = "<addon id='a' name='A'><filename/><description/><core/></addon>";
-  std::string addons;
-  while (addons.size() < 50 * kMegabyte) {
-    addons += entry;
-  }
-  List(RegistryText(addons, "", ""));
+  List(RegistryText(Repeated(50 * kMegabyte / entry.size(), entry), "", ""));
   EXPECT_THAT(rows_.calls, SizeIs(1 + 32767));
   EXPECT_THAT(log_.entries, ElementsAre(Entry("Kitbay::InitialInstalledAddons", 6, "Overflow")));
 }
 
 // Reading the text below an element once recursed per level and overran the stack.
 TEST_F(HostileDatastore, DescriptionNestedAMillionDeepIsRead) {
-  constexpr std::size_t kDepth = 1000000;
-  std::string opening;
-  std::string closing;
-  for (std::size_t i = 0; i < kDepth; ++i) {
-    opening += "<b>";
-    closing += "</b>";
-  }
-  List(RegistryText("<addon id='a' name='A'><filename/><description>" + opening + "deep" + closing +
-                        "</description><core/></addon>",
+  List(RegistryText("<addon id='a' name='A'><filename/><description>" + Repeated(kMillion, "<b>") +
+                        "deep" + Repeated(kMillion, "</b>") + "</description><core/></addon>",
                     "", ""));
   EXPECT_THAT(rows_.calls,
               ElementsAre("FillDivHeader installedaddons|itabencloser|Currently Installed  Addons",
@@ -114,14 +104,8 @@ TEST_F(HostileDatastore, DescriptionNestedAMillionDeepIsRead) {
 }
 
 TEST_F(HostileDatastore, EntryAMillionDeepIsListed) {
-  constexpr std::size_t kDepth = 1000000;
-  std::string opening;
-  std::string closing;
-  for (std::size_t i = 0; i < kDepth; ++i) {
-    opening += "<b>";
-    closing += "</b>";
-  }
-  List(RegistryText(opening + Addon("a", "A", "a.dll") + closing, "", ""));
+  List(RegistryText(
+      Repeated(kMillion, "<b>") + Addon("a", "A", "a.dll") + Repeated(kMillion, "</b>"), "", ""));
   ASSERT_THAT(rows_.calls, SizeIs(2));
   EXPECT_EQ(rows_.calls[1], "fillDiv installedaddons|A|N/A|About A|1|-");
 }
@@ -129,12 +113,10 @@ TEST_F(HostileDatastore, EntryAMillionDeepIsListed) {
 TEST_F(HostileDatastore, EntriesNestedInEachOtherAreListedInDocumentOrder) {
   constexpr int kDepth = 2000;
   std::string opening;
-  std::string closing;
   for (int i = 1; i <= kDepth; ++i) {
     opening += "<addon id='a' name='A" + std::to_string(i) + "'><filename/><core/><description/>";
-    closing += "</addon>";
   }
-  List(RegistryText(opening + closing, "", ""));
+  List(RegistryText(opening + Repeated(kDepth, "</addon>"), "", ""));
   ASSERT_THAT(rows_.calls, SizeIs(1 + kDepth));
   for (int i = 1; i <= kDepth; ++i) {
     const std::string number = std::to_string(i);
