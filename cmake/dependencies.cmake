@@ -10,25 +10,25 @@
 find_package(pugixml 1.11 CONFIG REQUIRED)
 add_library(Kitbay::pugixml ALIAS pugixml::pugixml)
 
-find_package(ZLIB REQUIRED)
-find_path(KITBAY_MINIZIP_INCLUDE_DIR minizip/unzip.h REQUIRED)
-find_library(KITBAY_MINIZIP_LIBRARY minizip REQUIRED)
-mark_as_advanced(KITBAY_MINIZIP_INCLUDE_DIR KITBAY_MINIZIP_LIBRARY)
-add_library(Kitbay::minizip UNKNOWN IMPORTED)
-set_target_properties(Kitbay::minizip PROPERTIES
-  IMPORTED_LOCATION "${KITBAY_MINIZIP_LIBRARY}"
-  INTERFACE_INCLUDE_DIRECTORIES "${KITBAY_MINIZIP_INCLUDE_DIR}"
-  INTERFACE_LINK_LIBRARIES ZLIB::ZLIB)
+# Imports the library `name` as Kitbay::name. Further arguments are what it is linked with.
+function(kitbay_import name header)
+  string(TOUPPER KITBAY_${name} prefix)
+  find_path(${prefix}_INCLUDE_DIR ${header} REQUIRED)
+  find_library(${prefix}_LIBRARY ${name} REQUIRED)
+  mark_as_advanced(${prefix}_INCLUDE_DIR ${prefix}_LIBRARY)
+  add_library(Kitbay::${name} UNKNOWN IMPORTED)
+  set_target_properties(Kitbay::${name} PROPERTIES
+    IMPORTED_LOCATION "${${prefix}_LIBRARY}"
+    INTERFACE_INCLUDE_DIRECTORIES "${${prefix}_INCLUDE_DIR}"
+    INTERFACE_LINK_LIBRARIES "${ARGN}")
+endfunction()
 
-find_path(KITBAY_SODIUM_INCLUDE_DIR sodium.h REQUIRED)
-find_library(KITBAY_SODIUM_LIBRARY sodium REQUIRED)
-mark_as_advanced(KITBAY_SODIUM_INCLUDE_DIR KITBAY_SODIUM_LIBRARY)
-add_library(Kitbay::sodium UNKNOWN IMPORTED)
-set_target_properties(Kitbay::sodium PROPERTIES
-  IMPORTED_LOCATION "${KITBAY_SODIUM_LIBRARY}"
-  INTERFACE_INCLUDE_DIRECTORIES "${KITBAY_SODIUM_INCLUDE_DIR}")
+find_package(ZLIB REQUIRED)
+kitbay_import(minizip minizip/unzip.h ZLIB::ZLIB)
+
+kitbay_import(sodium sodium.h)
 if(WIN32)
-  set_target_properties(Kitbay::sodium PROPERTIES INTERFACE_COMPILE_DEFINITIONS SODIUM_STATIC)
+  target_compile_definitions(Kitbay::sodium INTERFACE SODIUM_STATIC)
 endif()
 
 # A header-only library, which Debian has for every machine. Its headers are linked here, because those of another
@@ -46,13 +46,7 @@ endif()
 if(KITBAY_TESTS OR KITBAY_FUZZERS)
   find_package(GTest 1.12 CONFIG REQUIRED)
   if(NOT WIN32)
-    find_path(KITBAY_GUMBO_INCLUDE_DIR gumbo.h REQUIRED)
-    find_library(KITBAY_GUMBO_LIBRARY gumbo REQUIRED)
-    mark_as_advanced(KITBAY_GUMBO_INCLUDE_DIR KITBAY_GUMBO_LIBRARY)
-    add_library(Kitbay::gumbo UNKNOWN IMPORTED)
-    set_target_properties(Kitbay::gumbo PROPERTIES
-      IMPORTED_LOCATION "${KITBAY_GUMBO_LIBRARY}"
-      INTERFACE_INCLUDE_DIRECTORIES "${KITBAY_GUMBO_INCLUDE_DIR}")
+    kitbay_import(gumbo gumbo.h)
   endif()
 endif()
 
