@@ -73,12 +73,13 @@ forget_classes() {
   done < <(cat "$1"/standins/{component_libraries,update_source}/classes.txt)
 }
 
-# Imports the registry file on standard input, with a single start of Wine.
+# Imports the registry file on standard input, with a single start of Wine. By its path, regedit starts without
+# another program of Wine that looks for it.
 import_registry() {
   local file
   file=$(mktemp "$WINEPREFIX/registry.XXXXXX")
   { echo REGEDIT4; echo; cat; } >"$file"
-  timeout 600 "$wine" regedit /S "$file" </dev/null
+  timeout 600 "$wine" 'C:\windows\regedit.exe' /S "$file" </dev/null
   rm -f "$file"
 }
 

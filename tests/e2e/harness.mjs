@@ -286,7 +286,7 @@ export async function trustAuthority() {
   const folder = fs.mkdtempSync(path.join(os.tmpdir(), 'kitbay-e2e-'));
   const entry = path.join(folder, 'authority.reg');
   fs.writeFileSync(entry, UpdateSource.certificates().registryEntry);
-  await wine('regedit', '/S', `Z:${entry.replaceAll('/', '\\')}`);
+  await wine('C:\\windows\\regedit.exe', '/S', `Z:${entry.replaceAll('/', '\\')}`);
   fs.rmSync(folder, { recursive: true });
 }
 
