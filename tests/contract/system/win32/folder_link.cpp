@@ -5,7 +5,6 @@
 #include <filesystem>
 
 #include "contract/windows/patience.h"
-#include "platform/win32/system/handles.h"
 
 namespace kitbay::contract {
 namespace {
@@ -28,10 +27,9 @@ void LinkBelowWine(const std::wstring& path, const std::wstring& target) {
   STARTUPINFOW start{};
   start.cb = sizeof(start);
   PROCESS_INFORMATION started{};
+  // There are no handles to close: newer versions of Wine return the numbers of others here.
   if (CreateProcessW(L"\\\\?\\unix\\bin\\ln", command.data(), nullptr, nullptr, FALSE, 0, nullptr,
                      folder.c_str(), &start, &started)) {
-    const platform::win32::UniqueKernelObject process(started.hProcess);
-    const platform::win32::UniqueKernelObject thread(started.hThread);
     WaitForSingleObject(change, kPatienceMs);
   }
   FindCloseChangeNotification(change);
