@@ -25,9 +25,9 @@ machine_key() {
   env | grep '^KITBAY_' | LC_ALL=C sort
 }
 
-# programs_key FOLDER...: size and time of all programs below these folders.
+# programs_key [FOLDER...]: size and time of all programs below these folders; nothing for none.
 programs_key() {
-  find "$@" -type f \( -perm -u+x -o -name '*.dll' -o -name '*.zip' \) -printf '%p %s %T@\n' 2>/dev/null |
+  [ $# -eq 0 ] || find "$@" -type f \( -perm -u+x -o -name '*.dll' -o -name '*.zip' \) -printf '%p %s %T@\n' 2>/dev/null |
     LC_ALL=C sort
 }
 
