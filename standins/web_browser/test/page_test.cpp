@@ -195,6 +195,16 @@ TEST_F(Page, ObjectOfAnEarlierPageIsDisconnected) {
   EXPECT_EQ(Try(list.Get(), L"id", DISPATCH_PROPERTYGET, {}, &result), RPC_E_DISCONNECTED);
 }
 
+TEST_F(Page, ObjectOfAnEarlierPageIsNoArgument) {
+  host_->Load(kList);
+  const ComPtr<IDispatch> list = ById(host_->Document().Get(), L"list");
+  host_->Load(kList);
+  const ComPtr<IDispatch> body = GetObject(host_->Document().Get(), L"body");
+  Value result;
+  EXPECT_EQ(Try(body.Get(), L"appendChild", DISPATCH_METHOD, {list.Get()}, &result),
+            DISP_E_TYPEMISMATCH);
+}
+
 TEST_F(Page, ClickReachesTheSinkOnTheHostsThreadWithItsElement) {
   host_->Load(kList);
   const ComPtr<IDispatch> document = host_->Document();
