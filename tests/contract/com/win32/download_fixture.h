@@ -32,13 +32,15 @@ class DownloadObject : public testing::Test {
   /// was told meanwhile, which is less if no end comes.
   std::string AwaitEnd() {
     receiver_.events.clear();
+    const ULONGLONG limit = GetTickCount64() + kPatienceMs;
     do {
       MSG message;
       while (!HasEnded() && PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
         DispatchMessageW(&message);
       }
-    } while (!HasEnded() && MsgWaitForMultipleObjects(0, nullptr, FALSE, kPatienceMs,
-                                                      QS_ALLINPUT) == WAIT_OBJECT_0);
+    } while (!HasEnded() && GetTickCount64() < limit &&
+             MsgWaitForMultipleObjects(0, nullptr, FALSE, kPatienceMs, QS_ALLINPUT) ==
+                 WAIT_OBJECT_0);
     return receiver_.events;
   }
 

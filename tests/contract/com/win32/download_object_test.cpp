@@ -1,6 +1,10 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <process.h>
+
+#include <cstddef>
+#include <cstdlib>
 #include <memory>
 #include <string>
 
@@ -17,6 +21,29 @@ BOOL WINAPI LosePost(HWND, UINT, WPARAM, LPARAM) {
 }
 
 BOOL WINAPI PretendToPost(HWND, UINT, WPARAM, LPARAM) { return TRUE; }
+
+constexpr std::size_t kLarge = 1000;
+
+/// The only thread that `AllocateLargeForOne` has large blocks for.
+DWORD& FedThread() {
+  static DWORD id = 0;
+  return id;
+}
+
+void* AllocateLargeForOne(std::size_t bytes) {
+  return bytes < kLarge || GetCurrentThreadId() == FedThread() ? std::malloc(bytes) : nullptr;
+}
+
+int& StartedThreads() {
+  static int count = 0;
+  return count;
+}
+
+std::uintptr_t CountThread(void* security, unsigned stack, unsigned(WINAPI* start)(void*),
+                           void* argument, unsigned flags, unsigned* id) {
+  ++StartedThreads();
+  return _beginthreadex(security, stack, start, argument, flags, id);
+}
 
 TEST_F(DownloadObject, RefusesADocumentWithoutItsElements) {
   download_->SetUp(receiver_);
@@ -50,6 +77,39 @@ TEST_F(DownloadObject, ReportsAnEndWhoseMessageIsLost) {
     }
     download_->ShutDown();
   }
+}
+
+TEST_F(DownloadObject, ReportsATransferThatCouldNotTellOfItsEnd) {
+  FedThread() = GetCurrentThreadId();
+  const ReplacedImport starved("malloc", reinterpret_cast<void*>(&AllocateLargeForOne),
+                               L"OvalinkSuite.dll");
+  download_->SetUp(receiver_);
+  const std::string path = "/" + std::string(kLarge, 'a') + ".xml";
+  download_->Request(Document("nowhere", "127.0.0.1", path));
+  EXPECT_EQ(AwaitEnd(), "Exception(" + path + ",The transfer has been lost)");
+}
+
+TEST_F(DownloadObject, StartsATransferWhenTheEndOfTheOneBeforeHasBeenReported) {
+  StartedThreads() = 0;
+  const ReplacedImport counted("_beginthreadex", reinterpret_cast<void*>(&CountThread),
+                               L"OvalinkSuite.dll");
+  download_->SetUp(receiver_);
+  download_->Request(Document("nowhere", "127.0.0.1", "/a.xml"));
+  download_->Request(Document("nowhere", "127.0.0.1", "/b.xml"));
+  EXPECT_EQ(StartedThreads(), 1);
+  EXPECT_EQ(AwaitEnd().substr(0, 17), "Exception(/a.xml,");
+  EXPECT_EQ(StartedThreads(), 2);
+  EXPECT_EQ(AwaitEnd().substr(0, 17), "Exception(/b.xml,");
+}
+
+TEST_F(DownloadObject, ForgetsWhatWasStillWaitingWhenItIsShutDown) {
+  download_->SetUp(receiver_);
+  download_->Request(Document("nowhere", "127.0.0.1", "/a.xml"));
+  download_->Request(Document("nowhere", "127.0.0.1", "/b.xml"));
+  download_->ShutDown();
+  download_->SetUp(receiver_);
+  download_->Request(Document("nowhere", "127.0.0.1", "/c.xml"));
+  EXPECT_EQ(AwaitEnd().substr(0, 17), "Exception(/c.xml,");
 }
 
 TEST_F(DownloadObject, TheOtherTransportTakesNoRequests) {

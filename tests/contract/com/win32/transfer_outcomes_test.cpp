@@ -72,6 +72,28 @@ TEST_F(TransferOutcomes, ChunksThatEndAreStored) {
   EXPECT_EQ(Stored(), "abc");
 }
 
+TEST_F(TransferOutcomes, ACompressedAnswerIsRefused) {
+  http_.answers = {{.fields = {{WINHTTP_QUERY_CONTENT_ENCODING, L"gzip"}}, .pieces = {"abc"}}};
+  EXPECT_EQ(Outcome(), "The server's answer is compressed, which was not asked for");
+  EXPECT_EQ(Stored(), "(nothing)");
+  http_.answers = {{.fields = {{WINHTTP_QUERY_CONTENT_ENCODING, L"Identity"}}, .pieces = {"abc"}}};
+  EXPECT_EQ(Outcome(), "");
+  EXPECT_EQ(Stored(), "abc");
+}
+
+TEST_F(TransferOutcomes, TheEleventhRedirectionEndsTheTransfer) {
+  const ScriptedAnswer redirected = {.status = 302,
+                                     .fields = {{WINHTTP_QUERY_LOCATION, L"/b.zip"}}};
+  http_.answers.assign(10, redirected);
+  http_.answers.push_back({.pieces = {"abc"}});
+  EXPECT_EQ(Outcome(), "");
+  EXPECT_EQ(Stored(), "abc");
+  http_.answers.assign(11, redirected);
+  http_.answers.push_back({.pieces = {"def"}});
+  EXPECT_EQ(Outcome(), "The server sent the request on too often");
+  EXPECT_EQ(Stored(), "abc");
+}
+
 constexpr const char* kTooLarge = "The server's file is larger than the 3 bytes announced for it";
 
 TEST_F(TransferOutcomes, ChunksOfMoreThanTheClientAllowsEndIt) {
