@@ -101,6 +101,7 @@ TEST(Win32Desktop, AProgramIsStartedShownNormally) {
   SetEnvironmentVariableW(L"KITBAY_TESTS_EVENT", name.c_str());
   MakeDesktop()->StartProgram(program);
   EXPECT_EQ(WaitForSingleObject(started.get(), contract::kPatienceMs), WAIT_OBJECT_0);
+  SetEnvironmentVariableW(L"KITBAY_TESTS_EVENT", nullptr);
 }
 
 TEST(Win32Desktop, TheBitsOfAProgramAreThoseThatItsHeaderTells) {
