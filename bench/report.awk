@@ -1,18 +1,20 @@
 # report.awk TIMES MEMORY
 # TIMES is the CSV of kitbay_bench with every repetition ("kind/step/entries"), MEMORY one line of
-# kitbay_bench_memory per kind and size. Prints the report. The exit code is 1 if something grows by more than
-# allowed when the entries grow by 10, takes too long, or was not measured.
+# kitbay_bench_memory per kind and size. Prints the report. The exit code is 2 if something grows by more than
+# allowed when the entries grow by 10, takes too long, or was not measured, and 1 if only a goal was missed.
 #
 # The report judges the time and the memory of loading and listing. They may grow by a factor of 11 if the XML
 # library alone, parsing the same bytes in the same run, stays within a factor of 10. A tree of 10 000 entries
 # is larger than the processor's cache and one of 1 000 is not, so the cost of memory depends on the machine
 # and on what else it does. If the library's own time grows by more, the allowance grows in proportion. A whole
 # refresh, once the sources have answered, may take 3 times as long as parsing each of its files once, and grow by
-# a third more than that: it looks up every offer in a table that competes with the tree for the cache.
+# a third more than that: it looks up every offer in a table that competes with the tree for the cache. The goal
+# is 1.5 times.
 
 BEGIN {
   FS = ","
   allowed = 11
+  goal_ratio = 1.5
   allowed_ratio = 3
   allowed_growth = 4 / 3   # of the refresh, as a multiple of the growth of the parsing
   split("980 9800", refresh_entries, " ")
@@ -94,6 +96,7 @@ function refresh(sources, i, size, ratio) {
       failures[++failed] = sprintf("a refresh of %s takes %.2f times as long as parsing, %.1f is allowed",
                                    size, ratio[i], allowed_ratio)
     }
+    if (ratio[i] > worst_ratio) worst_ratio = ratio[i]
   }
   if (ratio[2] > ratio[1] * allowed_growth) {
     failures[++failed] = "a refresh with " sources " sources grows faster than parsing its files"
@@ -147,6 +150,11 @@ END {
   for (i = 1; i <= failed; ++i) {
     printf "TOO MUCH: %s\n", failures[i]
   }
-  if (!failed) printf "Time and memory grow no faster than the entries, and a refresh is fast enough.\n"
-  exit failed ? 1 : 0
+  missed = worst_ratio > goal_ratio
+  if (missed) {
+    printf "GOAL MISSED: a refresh takes up to %.2f times as long as parsing, %.1f is the goal\n", worst_ratio,
+           goal_ratio
+  }
+  if (!failed) printf "Time and memory grow no faster than allowed.\n"
+  exit failed ? 2 : missed
 }
