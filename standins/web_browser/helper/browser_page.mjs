@@ -1,4 +1,4 @@
-import { EventEmitter } from 'node:events';
+import { EventEmitter, once } from 'node:events';
 import { contentSecurityPolicy, kDefaultFlags, mayRefresh, refusal, scriptsRun } from './download_control.mjs';
 import { DevToolsError } from './devtools_pipe.mjs';
 import { hostSheet, kNoBorder } from './host_flags.mjs';
@@ -276,12 +276,25 @@ export class BrowserPage extends EventEmitter {
       await this.#refuse(requestId, url, 'no such file');
       return false;
     }
-    if (resourceType === 'Stylesheet' && (await this.evaluate('standin.documentMode()')) === kQuirksMode) {
+    if (resourceType === 'Stylesheet' && (await this.#documentMode()) === kQuirksMode) {
       content = Buffer.from(quirksSheet(content.toString('utf8')));
     }
     this.requests.push({ url, refused: false });
     await this.#send(requestId, contentTypeOf(file), content);
     return true;
+  }
+
+  /** The mode of the document that makes a request, which may arrive before the document does. */
+  async #documentMode() {
+    for (;;) {
+      const { generation } = this;
+      try {
+        return await this.evaluate('standin.documentMode()');
+      } catch (error) {
+        if (!(error instanceof DevToolsError)) throw error;
+        if (generation === this.generation) await once(this, 'document');
+      }
+    }
   }
 
   #send(requestId, contentType, content) {

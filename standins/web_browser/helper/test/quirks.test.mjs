@@ -146,6 +146,27 @@ test('a style sheet in its own file is read in the same way, and so is one that 
   assert.equal((await box('i')).width, 25);
 });
 
+test('a style sheet that is requested before its document is known is read in the same way', async (t) => {
+  const { page, chromium: { pipe } } = browser;
+  const { emit } = pipe;
+  const { evaluate } = page;
+  const held = [];
+  t.after(() => Object.assign(pipe, { emit }) && Object.assign(page, { evaluate }));
+  pipe.emit = (method, ...details) => {
+    if (method !== 'Runtime.executionContextCreated') return emit.call(pipe, method, ...details);
+    held.push([method, ...details]);
+    return true;
+  };
+  const release = () => {
+    pipe.emit = emit;
+    for (const event of held.splice(0)) emit.apply(pipe, event);
+  };
+  // The first question is about the mode of the document.
+  page.evaluate = (expression) => evaluate.call(page, expression).finally(() => setImmediate(release));
+  await browser.load('<link rel=stylesheet href=sheet.css><p><b>x</b>');
+  assert.equal((await box('b')).width, 70);
+});
+
 test('the system\'s colours are known by their names', async () => {
   await browser.load('<style>p { background: ButtonFace; color: GRAYTEXT; border: 1px solid WindowFrame }</style><p>x<b style="background: Window">');
   assert.equal(await computed('b', 'backgroundColor'), 'rgb(255, 255, 255)');
