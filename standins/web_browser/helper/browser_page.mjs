@@ -119,6 +119,7 @@ export class BrowserPage extends EventEmitter {
     if (await this.#isCancelled(url)) return;
     await this.send('Emulation.setScriptExecutionDisabled', { value: !scriptsRun(flags) });
     this.#approved = url;
+    this.#failedUrl = undefined;
     clearTimeout(this.#loadLimit);
     this.#loadLimit = setTimeout(() => this.emit('failed', { url, status: 0 }), kLoadLimitMs);
     const result = await this.send('Page.navigate', { url });
@@ -236,7 +237,8 @@ export class BrowserPage extends EventEmitter {
 
   async #answerPage(requestId, url) {
     const isApproved = url.split('#')[0] === this.#approved?.split('#')[0];
-    this.#approved = undefined;
+    // Another request may come first: that of a page that is left before it has begun.
+    if (isApproved) this.#approved = undefined;
     if (isApproved && url === this.#failedUrl) {
       this.#failedUrl = undefined;
       await this.#send(requestId, 'text/html', Buffer.from(kErrorPage));

@@ -142,6 +142,29 @@ test('the error page of a failed navigation has the URL that could not be loaded
   assert.equal(await browser.page.evaluate('document.body.innerText'), 'This page cannot be displayed.');
 });
 
+test('a page that is asked for before the error page has been requested is loaded', async (t) => {
+  const { pipe } = browser.chromium;
+  const { emit } = pipe;
+  t.after(() => Object.assign(pipe, { emit }));
+  const held = [];
+  const isHeld = new Promise((resolve) => {
+    pipe.emit = (method, ...details) => {
+      const url = method === 'Fetch.requestPaused' ? details[0].request.url : '';
+      if (url.endsWith('missing.html')) {
+        held.push([method, ...details]);
+        resolve();
+        return true;
+      }
+      if (url.endsWith('other.html')) for (const event of held.splice(0)) emit.apply(pipe, event);
+      return emit.call(pipe, method, ...details);
+    };
+  });
+  browser.page.showError('file:///C:/missing.html').catch(() => {});
+  await isHeld;
+  await browser.load('other.html');
+  assert.equal(await browser.page.evaluate('document.querySelector("#other") !== null'), true);
+});
+
 test('a navigation says whether it leads to a document', async () => {
   const asked = [];
   const listen = ({ url, document }) => asked.push([url.split('/').pop(), document]);
