@@ -161,7 +161,7 @@ test('a page that is asked for before the error page has been requested is loade
   });
   browser.page.showError('file:///C:/missing.html').catch(() => {});
   await isHeld;
-  await browser.load('other.html');
+  await browser.load('other.html', kMarkupOnly | 0x20000000);  // DLCTL_NO_CLIENTPULL
   assert.equal(await browser.page.evaluate('document.querySelector("#other") !== null'), true);
 });
 
