@@ -124,7 +124,10 @@ void Control::Follow(const std::wstring& url, const std::wstring& target) {
 }
 
 void Control::ShowPicture(const Json& notice) {
-  picture_.Decode(notice.at("data").get_ref<const std::string&>());
+  // Without data it is the previous one once more.
+  if (notice.contains("data")) {
+    picture_.Decode(notice.at("data").get_ref<const std::string&>());
+  }
   if (window_) {
     window_->Show(picture_, notice.at("n"));
   }

@@ -10,7 +10,7 @@ namespace {
 constexpr wchar_t kQueueClassName[] = L"WebBrowserStandinQueue";
 constexpr UINT kNoticeMessage = WM_APP;
 
-bool IsPicture(const Json& notice) { return notice.at("t") == "frame"; }
+bool IsPicture(const Json& notice) { return notice.at("t") == "frame" && notice.contains("data"); }
 
 }  // namespace
 

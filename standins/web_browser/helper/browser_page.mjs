@@ -53,10 +53,9 @@ export class BrowserPage extends EventEmitter {
     this.#files = files;
   }
 
-  /** Attaches to the browser's page; call once before anything else. */
+  /** Makes the page; call once before anything else. It is drawn frame by frame, see Frames. */
   async open() {
-    const { targetInfos } = await this.#pipe.send('Target.getTargets');
-    const { targetId } = targetInfos.find((target) => target.type === 'page');
+    const { targetId } = await this.#pipe.send('Target.createTarget', { url: 'about:blank', enableBeginFrameControl: true });
     const { sessionId } = await this.#pipe.send('Target.attachToTarget', { targetId, flatten: true });
     this.#session = sessionId;
     this.#frame = targetId;  // The top frame has the page's own number.

@@ -1,26 +1,26 @@
-import { EventEmitter, once } from 'node:events';
+import { EventEmitter } from 'node:events';
+import { setTimeout as delay } from 'node:timers/promises';
 
-/** Pictures of the page as it changes. Emits 'frame' {n, data}: a number and a PNG in base64. */
+const kFrameMs = 30;
+const kFramesOfRest = 30;
+
+/**
+ * Pictures of the page as it changes. The browser draws, and lays the page out for drawing, only when it is
+ * told to here, one frame at a time. Emits 'frame' {n, data}: a number and a PNG in base64, or no data for
+ * the previous picture once more.
+ */
 export class Frames extends EventEmitter {
   #page;
   #last = 0;
-  #size = { width: 800, height: 600 };
+  #data;
+  #framesOfRest = 0;
   #zoom = 1;
-  #running = false;
-  #paused = false;
+  #isPaused = false;
   #turn = Promise.resolve();
-  #captures = 0;
-  #capture = Promise.resolve();
 
   constructor(page) {
     super();
     this.#page = page;
-    page.listen('Page.screencastFrame', ({ data, sessionId }) => {
-      // Acknowledged at once: a host that is slow to paint gets the newest picture later.
-      page.send('Page.screencastFrameAck', { sessionId }).catch(() => {});
-      if (this.#zoom === 1) this.#emit(data);
-      else this.#captureZoomed();
-    });
   }
 
   /** How many pixels of the screen one pixel of the page takes. */
@@ -36,96 +36,97 @@ export class Frames extends EventEmitter {
   /** Gives the page another size in screen pixels, and another zoom. */
   async resize(width, height, zoom = 1) {
     if (width < 1 || height < 1) return;
-    this.#size = { width, height };
     this.#zoom = zoom;
     await this.#page.sendAfterTurn('Emulation.setDeviceMetricsOverride', {
       width: Math.round(width / zoom), height: Math.round(height / zoom), deviceScaleFactor: zoom, mobile: false,
     });
-    if (!this.#running || this.#paused) return;
-    await this.#page.send('Page.stopScreencast');
-    await this.start();
+  }
+
+  /** Takes a picture, and further ones when the page has changed, until the browser ends. */
+  async start() {
+    await this.fresh();
+    this.#follow();
+  }
+
+  async #follow() {
+    for (;;) {
+      await delay(kFrameMs, undefined, { ref: false });
+      if (!this.#isPaused) await this.#inTurn(() => this.#drawChange()).catch(() => {});
+    }
+  }
+
+  /**
+   * The frame after a capture always counts as changed, and what changed in it is not known. It is drawn
+   * after a capture that shows nothing new, and a page at rest is captured from time to time.
+   */
+  async #drawChange() {
+    const { hasDamage } = await this.#draw();
+    this.#framesOfRest += 1;
+    if (!hasDamage && this.#framesOfRest < kFramesOfRest) return;
+    const data = await this.#capture();
+    if (data === this.#data) await this.#draw();
+    else this.#emit(data);
+  }
+
+  /** Takes no pictures of its own accord until resume(): meanwhile the browser lays nothing out for them. */
+  pause() {
+    this.#isPaused = true;
+  }
+
+  resume() {
+    this.#isPaused = false;
+  }
+
+  /** The page as it is now, or later, as a PNG in base64. */
+  picture() {
+    return this.#inTurn(() => this.#capture());
+  }
+
+  /** Emits a picture of the page as it is now, or later; resolves with its number. */
+  fresh() {
+    return this.#inTurn(async () => this.#emit(await this.#capture()));
+  }
+
+  /** Emits the previous picture once more; returns its new number. */
+  again() {
+    return this.#announce({});
   }
 
   #emit(data) {
+    this.#data = data;
+    return this.#announce({ data });
+  }
+
+  #announce(picture) {
     this.#last += 1;
-    this.emit('frame', { n: this.#last, data });
+    this.emit('frame', { n: this.#last, ...picture });
+    return this.#last;
   }
 
-  /**
-   * The browser's own pictures show the page without its zoom. A picture that arrives during a
-   * capture requests another capture.
-   */
-  #captureZoomed() {
-    this.#captures += 1;
-    if (this.#captures > 1) return;
-    this.#capture = (async () => {
-      for (let taken = 0; taken !== this.#captures; ) {
-        taken = this.#captures;
-        const { data } = await this.#page.sendInTurn('Page.captureScreenshot', { format: 'png' });
-        this.#emit(data);
-      }
-    })().catch(() => {}).finally(() => (this.#captures = 0));
-  }
-
-  /** Starts; a fresh picture comes first, even if the page does not change. */
-  async start() {
-    this.#running = true;
-    await this.#page.send('Page.startScreencast', {
-      format: 'png', maxWidth: this.#size.width, maxHeight: this.#size.height, everyNthFrame: 1,
-    });
-  }
-
-  /** Resolves with the number of a picture of the page as it is now, or later. */
-  fresh() {
-    return this.#inTurn(() => this.#takeAnother());
-  }
-
-  /**
-   * Takes no pictures until resume(); resolves when none is on its way. Meanwhile the browser does not
-   * lay out the page for them, though the page counts as visible: on a page of thousands of rows, each
-   * layout visits all of them.
-   */
-  async pause() {
-    if (this.#paused || !this.#running) return;
-    this.#paused = true;
-    await this.#inTurn(async () => {
-      await this.#page.send('Page.stopScreencast');
-      await this.#capture;
-      await this.#showWindow('minimized');
-    });
-  }
-
-  /** Takes pictures again, first one of the page as it is then. */
-  async resume() {
-    if (this.#paused) await this.#inTurn(() => this.#restart());
-  }
-
+  // The browser draws one frame at a time.
   #inTurn(action) {
     const result = this.#turn.then(action);
     this.#turn = result.catch(() => {});
     return result;
   }
 
-  /** After the stop, no earlier picture is still on its way. */
-  async #takeAnother() {
-    await this.#page.send('Page.stopScreencast');
-    await this.#capture;
-    const frame = once(this, 'frame');
-    if (this.#paused) await this.#restart();
-    else await this.start();
-    const [{ n }] = await frame;
-    return n;
+  #draw(details) {
+    return this.#page.send('HeadlessExperimental.beginFrame', details);
   }
 
-  async #restart() {
-    if (!this.#paused) return;
-    await this.#showWindow('normal');
-    this.#paused = false;
-    await this.start();
+  async #capture() {
+    this.#framesOfRest = 0;
+    if (this.#zoom !== 1) return this.#captureZoomed();
+    return (await this.#draw({ screenshot: { format: 'png', optimizeForSpeed: true } })).screenshotData;
   }
 
-  async #showWindow(windowState) {
-    const { windowId } = await this.#page.send('Browser.getWindowForTarget');
-    await this.#page.send('Browser.setWindowBounds', { windowId, bounds: { windowState } });
+  /** The frames themselves show the page without its zoom. A capture takes several of them. */
+  async #captureZoomed() {
+    let isTaken = false;
+    const captured = this.#page.sendInTurn('Page.captureScreenshot', { format: 'png', optimizeForSpeed: true })
+      .finally(() => (isTaken = true));
+    captured.catch(() => {});  // It may fail while a frame is drawn.
+    while (!isTaken) await this.#draw();
+    return (await captured).data;
   }
 }

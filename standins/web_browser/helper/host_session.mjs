@@ -1,7 +1,7 @@
 import { EventEmitter } from 'node:events';
 
 /** A host that makes that many calls without handling a message is at work on the page. */
-const kCallsOfLongWork = 200;
+const kCallsOfLongWork = 20;
 
 /**
  * What the host requests and receives. `calls` carries its requests, in their order, and the
@@ -109,12 +109,12 @@ export class HostSession extends EventEmitter {
     this.#callCount += 1;
     this.#callsInARow += 1;
     const willPaint = this.#frames.last > this.#lastPainted.number;
-    if (this.#callsInARow > kCallsOfLongWork && willPaint) this.#frames.pause().catch(() => {});
+    if (this.#callsInARow > kCallsOfLongWork && willPaint) this.#frames.pause();
   }
 
   #handlesMessages() {
     this.#callsInARow = 0;
-    this.#frames.resume().catch(() => {});
+    this.#frames.resume();
   }
 
   #reply(number, answer) {

@@ -70,7 +70,7 @@ export class Inspection {
       case 'requests': return this.#page.requests;
       case 'calls': return this.#session.calls;
       case 'accessibility': return accessibleNodes(this.#page);
-      case 'screenshot': return this.#screenshot();
+      case 'screenshot': return this.#frames.picture();
       case 'settled': return this.#settled();
       case 'taken': return this.#taken(request);
       default: throw new Error(`Unknown operation ${request.op}`);
@@ -78,24 +78,19 @@ export class Inspection {
   }
 
   /**
-   * The value of an expression while the host waits for messages: it has painted the current page,
-   * which the system makes it do only when no message is left, and makes no call until the value
-   * has been read.
+   * The value of an expression while the host waits for messages: it has painted, which the system makes it
+   * do only when no message is left, and makes no call until the value has been read.
    */
   async #read(expression) {
     for (;;) {
-      const callCount = await this.#idle();
+      const callCount = await this.#painted(this.#frames.again());
       const value = await this.#page.evaluate(`(${expression})`);
       if (this.#session.callCount === callCount) return value;
     }
   }
 
-  /**
-   * Resolves when the host waits for messages, with the number of calls that it had made by then.
-   */
-  async #idle() {
-    await this.#page.evaluate('standin.drawn()');
-    const number = await this.#frames.fresh();
+  /** Resolves when the host has painted a picture, with the number of calls that it had made by then. */
+  async #painted(number) {
     await until(this.#session, 'painted', () => this.#session.lastPainted.number >= number);
     return this.#session.lastPainted.callCount;
   }
@@ -138,18 +133,11 @@ export class Inspection {
     }
   }
 
-  async #screenshot() {
-    await this.#frames.resume();
-    const { data } = await this.#page.send('Page.captureScreenshot', { format: 'png' });
-    return data;
-  }
-
   /** Resolves when the host has handled all events and its window shows the current page. */
   async #settled() {
     do {
-      await this.#idle();
       await until(this.#session, 'handled', () => !this.#session.hasUnhandledEvents);
-      await this.#idle();
+      await this.#painted(await this.#frames.fresh());
     } while (this.#session.hasUnhandledEvents);
   }
 

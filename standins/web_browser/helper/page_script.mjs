@@ -21,7 +21,7 @@ export function pageScript() {
     const kStandardColors = ${JSON.stringify(kStandardColors)};
     ${parts.join('\n')}
     globalThis.standin = {
-      answer, documentMode, leavesByTab, scrollByKey, quirksSheet, quirksStyle, waitUntil, drawn, forget: (number) => events.forget(number),
+      answer, documentMode, leavesByTab, scrollByKey, quirksSheet, quirksStyle, waitUntil, forget: (number) => events.forget(number),
       showColors: (colors) => quirks.showColors(colors), showAsHostWants: (sheet) => quirks.showAsHostWants(sheet),
     };
   })();`;

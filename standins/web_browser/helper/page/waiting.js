@@ -30,10 +30,3 @@ function waitUntil(probe) {
     eachFrame();
   });
 }
-
-/** Resolves when what the tree shows now has been drawn. */
-function drawn() {
-  return new Promise((resolve) => {
-    requestAnimationFrame(() => requestAnimationFrame(() => resolve(true)));
-  });
-}

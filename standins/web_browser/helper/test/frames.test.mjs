@@ -1,7 +1,6 @@
 import assert from 'node:assert/strict';
 import { once } from 'node:events';
 import { after, before } from 'node:test';
-import { Frames } from '../frames.mjs';
 import { kMethod, test, TestBrowser } from './support.mjs';
 
 let browser;
@@ -9,9 +8,8 @@ let frames;
 before(async () => {
   browser = await TestBrowser.start();
   await browser.page.send('Performance.enable');
-  frames = new Frames(browser.page);
+  frames = browser.frames;
   await frames.resize(400, 300);
-  await frames.start();
   await browser.load('<body><div id=list></div></body>');
 });
 after(() => browser.close());
@@ -26,7 +24,7 @@ async function layoutsOfAdding(count) {
   const list = await browser.byId('list');
   const before = await layouts();
   for (let i = 0; i < count; i += 1) {
-    const { v } = await browser.call(list, 'insertAdjacentHTML', kMethod, 'beforeEnd', '<p>more</p>');
+    const { v } = await browser.call(list, 'insertAdjacentHTML', kMethod, 'afterBegin', `<p>${i}</p>`);
     assert.deepEqual(v, { u: 1 });
   }
   return (await layouts()) - before;
@@ -35,8 +33,8 @@ async function layoutsOfAdding(count) {
 test('a page is not laid out for pictures while none are taken', async () => {
   await frames.fresh();
   const drawing = await layoutsOfAdding(1000);
-  await frames.pause();
-  const number = frames.last;
+  frames.pause();
+  const number = await frames.fresh();
   const paused = await layoutsOfAdding(1000);
   assert.equal(frames.last, number);
   assert.ok(paused < drawing / 5, `${paused} layouts after ${drawing}`);
@@ -54,6 +52,7 @@ test('a picture that is requested while none are taken shows the page, and furth
   await layoutsOfAdding(1);
   const number = await frames.fresh();
   assert.equal(number, frames.last);
+  frames.resume();
   const next = once(frames, 'frame');
   await layoutsOfAdding(1);
   await next;

@@ -95,7 +95,7 @@ test('nothing but local files is requested, from any server', async () => {
     <link rel=preconnect href="${base}"><link rel=prefetch href="${base}/p">
     <link rel="dns-prefetch" href="//example.invalid"><style>@import "${base}/t.css";</style>
     <video src="${base}/v"></video><img src="file://server/share/i.gif">`);
-  await browser.page.evaluate('standin.drawn()');
+  await browser.frames.fresh();
   const refused = browser.page.requests.filter((request) => request.refused).map(({ url }) => url);
   assert.ok(refused.includes(`${base}/i.gif`));
   assert.ok(refused.includes(`${base}/s.css`));
@@ -110,7 +110,7 @@ test('a navigation that the host cancels leaves the page as it is', async () => 
   const [{ url }] = await asked;
   assert.equal(url, 'file:///C:/frame.html');
   await browser.page.evaluate('standin.waitUntil(() => document.getElementById("other"))');
-  await browser.page.evaluate('standin.drawn()');
+  await browser.frames.fresh();
   assert.equal(await browser.page.evaluate('location.pathname'), '/C:/other.html');
   assert.deepEqual(browser.page.requests.at(-1), { url, refused: true, reason: 'cancelled by the host' });
 });
@@ -143,24 +143,14 @@ test('the error page of a failed navigation has the URL that could not be loaded
 });
 
 test('a page that is asked for before the error page has been requested is loaded', async (t) => {
-  const { pipe } = browser.chromium;
-  const { emit } = pipe;
-  t.after(() => Object.assign(pipe, { emit }));
-  const held = [];
-  const isHeld = new Promise((resolve) => {
-    pipe.emit = (method, ...details) => {
-      const url = method === 'Fetch.requestPaused' ? details[0].request.url : '';
-      if (url.endsWith('missing.html')) {
-        held.push([method, ...details]);
-        resolve();
-        return true;
-      }
-      if (url.endsWith('other.html')) for (const event of held.splice(0)) emit.apply(pipe, event);
-      return emit.call(pipe, method, ...details);
-    };
+  const { held, release } = browser.holdBack((method, params) => {
+    const url = method === 'Fetch.requestPaused' ? params.request.url : '';
+    if (url.endsWith('other.html')) release();
+    return url.endsWith('missing.html');
   });
+  t.after(release);
   browser.page.showError('file:///C:/missing.html').catch(() => {});
-  await isHeld;
+  await held;
   await browser.load('other.html', kMarkupOnly | 0x20000000);  // DLCTL_NO_CLIENTPULL
   assert.equal(await browser.page.evaluate('document.querySelector("#other") !== null'), true);
 });

@@ -147,20 +147,13 @@ test('a style sheet in its own file is read in the same way, and so is one that 
 });
 
 test('a style sheet that is requested before its document is known is read in the same way', async (t) => {
-  const { page, chromium: { pipe } } = browser;
-  const { emit } = pipe;
+  const { page } = browser;
   const { evaluate } = page;
-  const held = [];
-  t.after(() => Object.assign(pipe, { emit }) && Object.assign(page, { evaluate }));
-  pipe.emit = (method, ...details) => {
-    if (method !== 'Runtime.executionContextCreated') return emit.call(pipe, method, ...details);
-    held.push([method, ...details]);
-    return true;
-  };
-  const release = () => {
-    pipe.emit = emit;
-    for (const event of held.splice(0)) emit.apply(pipe, event);
-  };
+  const { release } = browser.holdBack((method) => method === 'Runtime.executionContextCreated');
+  t.after(() => {
+    page.evaluate = evaluate;
+    release();
+  });
   // The first question is about the mode of the document.
   page.evaluate = (expression) => evaluate.call(page, expression).finally(() => setImmediate(release));
   await browser.load('<link rel=stylesheet href=sheet.css><p><b>x</b>');

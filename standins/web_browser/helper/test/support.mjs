@@ -5,6 +5,7 @@ import path from 'node:path';
 import nodeTest from 'node:test';
 import { BrowserPage } from '../browser_page.mjs';
 import { Chromium } from '../chromium.mjs';
+import { Frames } from '../frames.mjs';
 import { LocalFiles } from '../local_files.mjs';
 
 /** A test that fails if it waits for something that does not come. */
@@ -41,8 +42,34 @@ export class TestBrowser {
     browser.reports = [];
     browser.page.on('report', (text) => browser.reports.push(JSON.parse(text)));
     await browser.page.open();
+    browser.frames = new Frames(browser.page);
+    await browser.frames.start();
     browser.page.on('beforeNavigate', ({ n, url }) => browser.page.decide(n, browser.cancels(url)));
     return browser;
+  }
+
+  /**
+   * Holds back the engine's events that `fits` (method, parameters) until release(). `held` resolves with
+   * the first.
+   */
+  holdBack(fits) {
+    const { pipe } = this.chromium;
+    const { emit } = pipe;
+    const events = [];
+    let release;
+    const held = new Promise((resolve) => {
+      pipe.emit = (...event) => {
+        if (!fits(...event)) return emit.apply(pipe, event);
+        events.push(event);
+        resolve();
+        return true;
+      };
+      release = () => {
+        pipe.emit = emit;
+        for (const event of events.splice(0)) emit.apply(pipe, event);
+      };
+    });
+    return { held, release };
   }
 
   /** Which navigations the host cancels; tests replace it. */

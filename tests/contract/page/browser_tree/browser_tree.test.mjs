@@ -13,11 +13,11 @@ const here = (name) => new URL(name, import.meta.url);
 const inMemory = JSON.parse(execFileSync(process.env.KITBAY_WRITE_TREES, { encoding: 'utf8', maxBuffer: 1 << 28 }));
 
 // The browser itself and not the script that starts it, which could not be ended as one process.
-const programs = ['/usr/lib/chromium/chromium', '/usr/lib/chromium-browser/chromium-browser'];
+const kProgram = '/usr/lib/chromium/chromium-headless-shell';
 
 function browserProgram() {
-  const program = process.env.KITBAY_CHROMIUM ?? programs.find((path) => existsSync(path));
-  assert.ok(program, `no browser: neither of ${programs.join(', ')} is there`);
+  const program = process.env.KITBAY_BROWSER ?? kProgram;
+  assert.ok(existsSync(program), `no browser: ${program} is not there`);
   return program;
 }
 
@@ -42,7 +42,7 @@ function replayInBrowser() {
     const page = join(folder, 'page.html');
     writeFileSync(page, pageOfReplay());
     const run = spawnSync(browserProgram(), [
-      ...(process.getuid() === 0 ? ['--no-sandbox'] : []), '--headless', '--disable-gpu',
+      ...(process.getuid() === 0 ? ['--no-sandbox'] : []), '--disable-gpu',
       '--host-resolver-rules=MAP * ~NOTFOUND', '--no-first-run', '--disable-extensions',
       '--disable-background-networking', '--disable-component-update',
       `--user-data-dir=${join(folder, 'profile')}`, '--dump-dom', pathToFileURL(page).href,

@@ -63,7 +63,7 @@ const kMarks = `(() => {
 
 /** The page as it is drawn: the colour of a pixel as a number. */
 async function drawn() {
-  const { data } = await browser.page.send('Page.captureScreenshot', { format: 'png' });
+  const data = await browser.frames.picture();
   const pixels = execFileSync('convert', ['png:-', '-depth', '8', 'rgb:-'],
     { input: Buffer.from(data, 'base64'), maxBuffer: 3 * kWidth * kHeight + 1 });
   assert.equal(pixels.length, 3 * kWidth * kHeight);
@@ -137,7 +137,7 @@ for (const [theme, { word, colors }] of Object.entries(kThemes)) {
         document.getElementById('itabencloser').style.display = isUpdated ? 'none' : '';
       })()`);
       await browser.page.evaluate(`standin.waitUntil(() => [...document.images].every(({ complete }) => complete))`);
-      await browser.page.evaluate('standin.drawn()');
+      await browser.frames.fresh();
       const at = await drawn();
       const weak = [];
       for (const mark of await browser.page.evaluate(kMarks)) {
