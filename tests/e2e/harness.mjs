@@ -18,10 +18,13 @@ import { UpdateSource } from '../../standins/update_source/server.mjs';
 import { PageInspector } from '../../standins/web_browser/helper/inspect_client.mjs';
 import { windowsBuild, winePrefix } from '../../tools/windows_build.mjs';
 import { Patience } from './patience.mjs';
+import { ProbeClient } from './probe_client.mjs';
 import { canonicalXml } from './xml.mjs';
 
 export const root = fileURLToPath(new URL('../..', import.meta.url)).replace(/\/$/, '');
 export const buildFolder = windowsBuild;
+// Longer than a test file takes: a file keeps one program for all its tests and ends it itself.
+const kProgramLimitSeconds = 3600;
 const probeProgram = path.join(buildFolder, 'tests/e2e/probe/e2e_probe.exe');
 export const prefixFolder = winePrefix();
 const environment = { ...process.env, WINEPREFIX: prefixFolder };
@@ -59,9 +62,7 @@ export async function run(program, words = [], options = {}) {
 }
 
 /** Runs a Windows program of Wine's own or of the build, and returns what it printed. */
-export const wine = (...words) => wineWithin(patience, words);
-
-async function wineWithin(limit, words) {
+export async function wine(...words) {
   // Through files, not pipes: the first program also starts Wine's server, which keeps the handles
   // it inherited open for as long as any program runs.
   const folder = fs.mkdtempSync(path.join(os.tmpdir(), 'kitbay-wine-'));
@@ -70,7 +71,7 @@ async function wineWithin(limit, words) {
   const stdio = ['ignore', fs.openSync(output, 'w'), fs.openSync(errors, 'w')];
   const child = spawn(path.join(root, 'tools/wine_run'), words, { env: environment, stdio });
   try {
-    const [code] = await limit.awaited(words.join(' '), once(child, 'exit')).catch((error) => {
+    const [code] = await patience.awaited(words.join(' '), once(child, 'exit')).catch((error) => {
       throw saying(error.message, ...said());
     });
     if (code !== 0) throw Object.assign(saying(`${words.join(' ')} ended with ${code}`, ...said()), { code });
@@ -82,10 +83,13 @@ async function wineWithin(limit, words) {
   }
 }
 
-/** The probe program's answer to a command, as a value. */
-export async function probe(...words) {
-  return JSON.parse(await wine(probeProgram, ...words));
-}
+const probes = new ProbeClient((options) =>
+  spawn(path.join(root, 'tools/wine_run'), ['--input', probeProgram],
+    { env: { ...environment, KITBAY_TIME_LIMIT: kProgramLimitSeconds }, ...options }));
+
+/** The probe program's answer to a question, as a value. */
+export const probe = (...words) => probeWithin(patience, ...words);
+export const probeWithin = (limit, ...words) => probes.ask(words, limit);
 
 /** The visible top-level windows, topmost first. */
 export const windows = () => probe('windows');
@@ -300,8 +304,6 @@ export async function registeredLibrary(progId) {
   }
 }
 
-// Longer than a test file takes: a file keeps one program for all its tests and ends it itself.
-const kProgramLimitSeconds = 3600;
 const kFarewellMs = 30000;
 
 /** Starts programs in other ways; tests/e2e/starter describes the words. */
@@ -490,7 +492,7 @@ export class Program {
     // objects.
     if (this.isRunning && this.#name === 'Kitbay.exe') {
       const farewell = new Patience(kFarewellMs);
-      await wineWithin(farewell, [probeProgram, 'press', 'Kitbay', '&Close'])
+      await probeWithin(farewell, 'press', 'Kitbay', '&Close')
         .then(() => farewell.awaited('the end of Kitbay', this.#ended))
         .catch(() => {});
     }

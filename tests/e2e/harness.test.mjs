@@ -1,8 +1,11 @@
 // How the tests wait, and what they report when something goes wrong.
 import assert from 'node:assert/strict';
+import path from 'node:path';
 import { after, before, describe, test } from 'node:test';
 import { setTimeout as delay } from 'node:timers/promises';
-import { isKitbay, patience, probe, Program, rowsOf, run, Suite, windows, wine } from './harness.mjs';
+import {
+  isKitbay, patience, probe, probeWithin, Program, root, rowsOf, run, Suite, windows, wine,
+} from './harness.mjs';
 import { Patience } from './patience.mjs';
 
 describe('Patience', () => {
@@ -82,6 +85,27 @@ describe('A program that is busy', () => {
   });
 });
 
+describe('The probe', () => {
+  const kUnanswered = ['press', 'Nobody', 'OK'];
+
+  test('answers a question while another one waits', async () => {
+    const waiting = probeWithin(new Patience(5000), ...kUnanswered);
+    await windows();
+    await assert.rejects(waiting, /^Error: Not in time: press Nobody OK$/);
+  });
+
+  test('answers again after a question was given up', async () => {
+    await assert.rejects(probeWithin(new Patience(100), ...kUnanswered), /^Error: Not in time/);
+    await windows();
+  });
+
+  test('answers again after Wine has ended', async () => {
+    await windows();
+    await run(path.join(root, 'tools/wine_prefix'), ['--stop']);
+    await windows();
+  });
+});
+
 describe('What a program prints when it fails is reported', () => {
   const kSaid = /ended with 3\nthis went wrong\nand this$/;
 
@@ -91,7 +115,7 @@ describe('What a program prints when it fails is reported', () => {
   test('by a Windows program', () =>
     assert.rejects(wine('cmd', '/c', 'echo this went wrong&echo and this>&2&exit 3'), kSaid));
 
-  test('by the probe', () => assert.rejects(probe('value', 'none', 'none'), /ended with 1\n\{"error":"no value: 2"\}$/));
+  test('by the probe', () => assert.rejects(probe('value', 'none', 'none'), /^Error: value none none: no value: 2$/));
 
   test('by a program that ends before it has a page', async (t) => {
     const none = Program.start('no such program');

@@ -30,10 +30,19 @@ export class Patience {
    */
   async until(what, look) {
     for (;;) {
-      const found = await look();
+      const found = await this.#inTime(what, look);
       if (found) return found;
       if (this.left === 0) throw new Error(`Not in time: ${what}`);
       await delay(kPauseMs);
+    }
+  }
+
+  /** The result of `look`; if it fails because the time is up, the error says what was waited for. */
+  async #inTime(what, look) {
+    try {
+      return await look();
+    } catch (error) {
+      throw this.left === 0 ? new Error(`Not in time: ${what} (${error.message})`) : error;
     }
   }
 

@@ -1,5 +1,6 @@
-// e2e_probe COMMAND [ARGUMENT...]: looks at the desktop, or uses Kitbay's objects, from a separate
-// process, and prints one line of JSON.
+// e2e_probe: looks at the desktop, or uses Kitbay's objects, from a separate process. It reads
+// questions from the standard input, each a line of JSON [COMMAND, ARGUMENT...], and answers one
+// after the other with a line {"value":...}. It ends when the input does.
 //
 //   windows                  the visible top-level windows, topmost first
 //   press CAPTION BUTTON     presses a button of a top-level window of that caption, as soon as
@@ -29,7 +30,7 @@
 //                            and sets the event "Kitbay.Tests.Answered"
 //
 // The probe waits for the answers of windows, however long they are busy; whoever runs it ends it
-// when that takes too long. It exits with 1, and prints {"error":...}, if something cannot be done.
+// when that takes too long. If something cannot be done, it answers {"error":"why"}.
 #include <windows.h>
 // After windows.h, which they need.
 #include <commctrl.h>
@@ -42,6 +43,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <iostream>
 #include <map>
 #include <nlohmann/json.hpp>
 #include <stdexcept>
@@ -53,6 +55,7 @@
 namespace {
 
 using Json = nlohmann::ordered_json;
+using kitbay::platform::win32::ToUtf16;
 using kitbay::platform::win32::ToUtf8;
 
 std::wstring Caption(HWND window) {
@@ -566,18 +569,22 @@ Json Run(const std::vector<std::wstring>& arguments) {
   throw std::runtime_error("unknown command");
 }
 
+Json Answer(const Json& question) {
+  try {
+    std::vector<std::wstring> words;
+    for (const Json& word : question) {
+      words.push_back(ToUtf16(word.get<std::string>()));
+    }
+    return {{"value", Run(words)}};
+  } catch (const std::exception& error) {
+    return {{"error", error.what()}};
+  }
+}
+
 }  // namespace
 
 int main() {
-  int count = 0;
-  wchar_t** words = CommandLineToArgvW(GetCommandLineW(), &count);
-  const std::vector<std::wstring> arguments(words + 1, words + count);
-  LocalFree(words);
-  try {
-    std::printf("%s\n", Run(arguments).dump().c_str());
-    return 0;
-  } catch (const std::exception& error) {
-    std::printf("%s\n", Json{{"error", error.what()}}.dump().c_str());
-    return 1;
+  for (std::string line; std::getline(std::cin, line);) {
+    std::cout << Answer(Json::parse(line)).dump() << std::endl;
   }
 }
