@@ -6,8 +6,9 @@
 #include <sddl.h>
 #include <tlhelp32.h>
 
-#include <set>
+#include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "contract/install/win32/watched_libraries.h"
@@ -51,7 +52,8 @@ void RefuseKey(const std::wstring& name) {
   LocalFree(descriptor);
 }
 
-/// The threads that the process had when this object was created.
+/// The threads that the process had when this object was created. Their handles stay open, so that
+/// none of those that end leaves its number to a new thread.
 class ThreadsOfThisProcess {
  public:
   ThreadsOfThisProcess() : threads_(Now()) {}
@@ -59,30 +61,39 @@ class ThreadsOfThisProcess {
   /// The threads that were started since then.
   std::vector<platform::win32::UniqueKernelObject> Newer() const {
     std::vector<platform::win32::UniqueKernelObject> newer;
-    for (const DWORD thread : Now()) {
-      if (!threads_.contains(thread)) {
-        newer.emplace_back(OpenThread(SYNCHRONIZE | THREAD_QUERY_INFORMATION, FALSE, thread));
+    Threads now = Now();
+    for (auto& [id, thread] : now) {
+      if (!threads_.contains(id)) {
+        newer.push_back(std::move(thread));
       }
     }
     return newer;
   }
 
  private:
-  static std::set<DWORD> Now() {
-    std::set<DWORD> threads;
+  using Threads = std::map<DWORD, platform::win32::UniqueKernelObject>;
+
+  static Threads Now() {
+    Threads threads;
     const platform::win32::UniqueFile snapshot(CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0));
     THREADENTRY32 entry{};
     entry.dwSize = sizeof(entry);
     for (BOOL there = Thread32First(snapshot.get(), &entry); there;
          there = Thread32Next(snapshot.get(), &entry)) {
-      if (entry.th32OwnerProcessID == GetCurrentProcessId()) {
-        threads.insert(entry.th32ThreadID);
+      if (entry.th32OwnerProcessID != GetCurrentProcessId()) {
+        continue;
+      }
+      platform::win32::UniqueKernelObject thread(
+          OpenThread(SYNCHRONIZE | THREAD_QUERY_INFORMATION, FALSE, entry.th32ThreadID));
+      // One that has ended since the snapshot cannot be opened.
+      if (thread.get() != nullptr) {
+        threads.emplace(entry.th32ThreadID, std::move(thread));
       }
     }
     return threads;
   }
 
-  std::set<DWORD> threads_;
+  Threads threads_;
 };
 
 class RealSelfRegistration : public testing::Test {
