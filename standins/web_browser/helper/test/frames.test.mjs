@@ -3,6 +3,7 @@ import { once } from 'node:events';
 import { after, before } from 'node:test';
 import { kMethod, test, TestBrowser } from './support.mjs';
 
+let added = 0;
 let browser;
 let frames;
 before(async () => {
@@ -24,7 +25,7 @@ async function layoutsOfAdding(count) {
   const list = await browser.byId('list');
   const before = await layouts();
   for (let i = 0; i < count; i += 1) {
-    const { v } = await browser.call(list, 'insertAdjacentHTML', kMethod, 'afterBegin', `<p>${i}</p>`);
+    const { v } = await browser.call(list, 'insertAdjacentHTML', kMethod, 'afterBegin', `<p>${added += 1}</p>`);
     assert.deepEqual(v, { u: 1 });
   }
   return (await layouts()) - before;
