@@ -89,6 +89,7 @@ const probes = new ProbeClient((options) =>
 
 /** The probe program's answer to a question, as a value. */
 export const probe = (...words) => probeWithin(patience, ...words);
+/** The same within another limit than that of the test. */
 export const probeWithin = (limit, ...words) => probes.ask(words, limit);
 
 /** The visible top-level windows, topmost first. */

@@ -20,6 +20,8 @@ describe('Patience', () => {
     assert.equal(await short.until('something', () => short.left < 150), true);
     await assert.rejects(short.until('the end', () => false), /^Error: Not in time: the end$/);
     assert.equal(short.left, 0);
+    await assert.rejects(short.until('the end', () => short.awaited('an answer', new Promise(() => {}))),
+      /^Error: Not in time: the end \(Not in time: an answer\)$/);
     await assert.rejects(short.awaited('an answer', new Promise(() => {})), /^Error: Not in time: an answer$/);
     short.begin();
     assert.equal(await short.awaited('an answer', Promise.resolve('there')), 'there');

@@ -52,7 +52,8 @@ class Probe {
 
   #ended(code) {
     this.hasEnded = true;
-    this.#waiting?.reject(new ProbeEnded(`The probe has ended with ${code}\n${this.#errors}`.trim()));
+    if (this.#errors !== '') console.error(`The probe said: ${this.#errors}`);
+    this.#waiting?.reject(new ProbeEnded(`The probe has ended with ${code}`));
   }
 }
 

@@ -16,7 +16,7 @@ const kNoProxy = 'http://127.0.0.1:1';
 const kRemovals = 40;
 
 const kArguments = [
-  '--disable-gpu', '--enable-begin-frame-control', '--run-all-compositor-stages-before-draw', 
+  '--disable-gpu', '--enable-begin-frame-control', '--run-all-compositor-stages-before-draw',
   '--disable-quic', '--no-first-run', '--disable-background-networking',
   '--disable-component-update', '--disable-sync', '--disable-extensions', '--disable-default-apps',
   '--disable-breakpad', '--disable-crash-reporter', '--dns-prefetch-disable', '--mute-audio',

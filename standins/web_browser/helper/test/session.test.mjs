@@ -149,9 +149,11 @@ test('the page is settled when the host has painted a picture of it', async () =
   assert.ok(Buffer.from(data, 'base64').subarray(1, 4).equals(Buffer.from('PNG')));
 });
 
-test('the page is read when the host has painted', async () => {
+test('the page is read when the host has painted, without another picture', async () => {
+  const earlier = host.notices.length;
   const text = await isAnsweredAfterPainting(() => host.inspector.eval('document.body.innerText'));
   assert.equal(text, '\u00e4');
+  assert.deepEqual(host.notices.slice(earlier).map(({ t, data }) => [t, data]), [['frame', undefined]]);
 });
 
 test('the page is not settled while the host handles one of its events', async () => {
