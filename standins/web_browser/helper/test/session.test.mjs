@@ -67,6 +67,13 @@ class FakeHost {
     if (paints && this.#unpainted) this.calls.send({ op: 'painted', n: this.#unpainted });
   }
 
+  /** Paints and makes a call, both in one message to the helper. */
+  paintAndCall(op) {
+    this.#paints = true;
+    const painting = { op: 'painted', n: this.#unpainted };
+    this.calls.sendJson([painting, { i: ++this.#lastCall, op }].map((line) => JSON.stringify(line)).join('\n'));
+  }
+
   async call(op, details) {
     const i = ++this.#lastCall;
     this.calls.send({ i, op, ...details });
@@ -172,9 +179,8 @@ test('what is read while the host calls is read again', async () => {
   host.paints = false;
   const reading = host.inspector.eval('(globalThis.readings = (globalThis.readings ?? 0) + 1)');
   await once(host.events, 'frame');
-  host.paints = true;
-  // Right after the painting, before the page can have been read.
-  await host.call('document');
+  // Before the page can have been read.
+  host.paintAndCall('document');
   assert.equal(await reading, 2);
   assert.equal(await host.inspector.eval('readings'), 2);
 });
