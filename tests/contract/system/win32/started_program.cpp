@@ -1,5 +1,5 @@
 // The program that the tests start. If it was started to be shown normally, and by its whole path,
-// it sets the event that the environment names or, by default, the event with its own name.
+// it sets the event with its own name, unless the environment tells it not to.
 #include <windows.h>
 
 #include <shellapi.h>
@@ -26,9 +26,10 @@ int WINAPI WinMain(HINSTANCE /*instance*/, HINSTANCE /*previous*/, LPSTR /*comma
   GetStartupInfoW(&startup);
   wchar_t program[MAX_PATH] = L"";
   GetModuleFileNameW(nullptr, program, MAX_PATH);
-  wchar_t name[MAX_PATH] = L"";
-  const bool is_named = GetEnvironmentVariableW(L"KITBAY_TESTS_EVENT", name, MAX_PATH) != 0;
-  const std::wstring path = is_named ? name : program;
+  if (GetEnvironmentVariableW(L"KITBAY_TESTS_SILENCE", nullptr, 0) != 0) {
+    return 1;
+  }
+  const std::wstring path = program;
   const kitbay::platform::win32::UniqueKernelObject started(
       OpenEventW(EVENT_MODIFY_STATE, FALSE, path.substr(path.rfind(L'\\') + 1).c_str()));
   const bool normally =

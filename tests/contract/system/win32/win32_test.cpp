@@ -91,17 +91,34 @@ TEST(Win32Desktop, AWindowThatLooksLateStillFindsTheZero) {
   EXPECT_EQ(window.AwaitCloseValue(), 0);
 }
 
+/// A copy of the program that the tests start, whose name no other program has, and the event that
+/// it sets.
+class StartedProgram {
+ public:
+  explicit StartedProgram(const ScratchFolder& folder)
+      : name_("Größe mit Blank " + std::to_string(GetCurrentProcessId()) + ".exe"),
+        path_(folder.path() + "\\" + name_),
+        started_(CreateEventW(nullptr, TRUE, FALSE, ToUtf16(name_).c_str())) {
+    const auto files = MakeFiles();
+    files->Create(path_, files->Read(FindProgramPlace().folder + "\\kitbay_contract_started.exe"));
+  }
+
+  [[nodiscard]] const std::string& path() const { return path_; }
+  [[nodiscard]] bool AwaitStart() const {
+    return WaitForSingleObject(started_.get(), contract::kPatienceMs) == WAIT_OBJECT_0;
+  }
+
+ private:
+  std::string name_;
+  std::string path_;
+  UniqueKernelObject started_;
+};
+
 TEST(Win32Desktop, AProgramIsStartedShownNormally) {
   const ScratchFolder folder;
-  const auto files = MakeFiles();
-  const std::string program = folder.path() + "\\Größe mit Blank.exe";
-  files->Create(program, files->Read(FindProgramPlace().folder + "\\kitbay_contract_started.exe"));
-  const std::wstring name = L"Kitbay.Tests.Started." + std::to_wstring(GetCurrentProcessId());
-  const UniqueKernelObject started(CreateEventW(nullptr, TRUE, FALSE, name.c_str()));
-  SetEnvironmentVariableW(L"KITBAY_TESTS_EVENT", name.c_str());
-  MakeDesktop()->StartProgram(program);
-  EXPECT_EQ(WaitForSingleObject(started.get(), contract::kPatienceMs), WAIT_OBJECT_0);
-  SetEnvironmentVariableW(L"KITBAY_TESTS_EVENT", nullptr);
+  const StartedProgram program(folder);
+  MakeDesktop()->StartProgram(program.path());
+  EXPECT_TRUE(program.AwaitStart());
 }
 
 TEST(Win32Desktop, TheBitsOfAProgramAreThoseThatItsHeaderTells) {
@@ -128,16 +145,12 @@ class Apartment {
 TEST(Win32Desktop, AProgramIsStartedByTheShellWithTheShellsOwnSurroundings) {
   const Apartment apartment;
   const ScratchFolder folder;
-  const auto files = MakeFiles();
-  const std::string name = "Größe mit Blank " + std::to_string(GetCurrentProcessId()) + ".exe";
-  const std::string program = folder.path() + "\\" + name;
-  files->Create(program, files->Read(FindProgramPlace().folder + "\\kitbay_contract_started.exe"));
-  const UniqueKernelObject started(CreateEventW(nullptr, TRUE, FALSE, ToUtf16(name).c_str()));
+  const StartedProgram program(folder);
   // A child of this process would inherit this and set no event.
-  SetEnvironmentVariableW(L"KITBAY_TESTS_EVENT", L"nobody's");
-  MakeDesktop()->StartProgramAsUser(program);
-  EXPECT_EQ(WaitForSingleObject(started.get(), contract::kPatienceMs), WAIT_OBJECT_0);
-  SetEnvironmentVariableW(L"KITBAY_TESTS_EVENT", nullptr);
+  SetEnvironmentVariableW(L"KITBAY_TESTS_SILENCE", L"yes");
+  MakeDesktop()->StartProgramAsUser(program.path());
+  EXPECT_TRUE(program.AwaitStart());
+  SetEnvironmentVariableW(L"KITBAY_TESTS_SILENCE", nullptr);
 }
 
 TEST(Win32Desktop, AMissingProgramIsNotLeftToTheShell) {
