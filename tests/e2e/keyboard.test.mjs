@@ -177,10 +177,9 @@ test('the focus stays with its component when its list is filled again', async (
   const dialog = async () => (await windows()).find((window) => window.class === 'KitbayPreferenceWindow');
   const itemsOf = ({ controls }) => controls.find(({ items }) => items).items.map(({ text }) => text);
   await key('alt+d');
-  const opened = await eventually('the focus in the dialog', async () => {
-    const shown = await dialog();
-    return shown?.controls.some((control) => control.class === 'Edit' && control.focused) && shown;
-  });
+  await eventually('the focus in the dialog', async () =>
+    (await dialog())?.controls.some((control) => control.class === 'Edit' && control.focused));
+  const opened = await dialog();
   await run('xdotool', ['type', '--delay', '2', `${source.host}/partners.com.xml`]);
   await key('Return');
   await eventually('the new source', async () => itemsOf(await dialog()).length === itemsOf(opened).length + 1);

@@ -74,12 +74,14 @@ async function dialog() {
   };
 }
 
-/** The dialog, as soon as it `fits`. */
-const shows = (what, fits) =>
-  eventually(what, async () => {
-    const now = await dialog();
-    return fits(now) && now;
-  });
+/**
+ * The dialog, as soon as it `fits`. What a window shows is read control by control, maybe while the dialog
+ * is at work, and so is read once more after it fits.
+ */
+async function shows(what, fits) {
+  await eventually(what, async () => fits(await dialog()));
+  return dialog();
+}
 const tells = (text) => shows(`"${text}"`, ({ status }) => status.text === text);
 const press = async (name) => clickAt((await dialog())[name].place);
 
