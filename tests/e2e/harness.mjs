@@ -35,6 +35,11 @@ const driveC = path.join(prefixFolder, 'drive_c');
 const suiteFolder = 'Program Files/Ovalink';
 const uninstallKey = 'HKLM\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall';
 
+/** Folders for what programs print; they disappear with this process. */
+const scratchFolder = fs.mkdtempSync(path.join(os.tmpdir(), 'kitbay-e2e-'));
+process.once('exit', () => fs.rmSync(scratchFolder, { recursive: true, force: true }));
+const newScratchFolder = () => fs.mkdtempSync(path.join(scratchFolder, 'program-'));
+
 export const patience = new Patience();
 // The story of ./demo is not a test; it starts its parts itself.
 if (process.argv[1]?.endsWith('.test.mjs')) beforeEach(() => patience.begin());
@@ -65,7 +70,7 @@ export async function run(program, words = [], options = {}) {
 export async function wine(...words) {
   // Through files, not pipes: the first program also starts Wine's server, which keeps the handles
   // it inherited open for as long as any program runs.
-  const folder = fs.mkdtempSync(path.join(os.tmpdir(), 'kitbay-wine-'));
+  const folder = newScratchFolder();
   const [output, errors] = ['output', 'errors'].map((name) => path.join(folder, name));
   const said = () => [output, errors].map((file) => fs.readFileSync(file, 'utf8'));
   const stdio = ['ignore', fs.openSync(output, 'w'), fs.openSync(errors, 'w')];
@@ -79,7 +84,6 @@ export async function wine(...words) {
   } finally {
     child.kill();
     stdio.slice(1).forEach((file) => fs.closeSync(file));
-    fs.rmSync(folder, { recursive: true });
   }
 }
 
@@ -288,11 +292,10 @@ export class MainClient {
 
 /** Makes the machine trust the authority that signs the sample update source's certificates. */
 export async function trustAuthority() {
-  const folder = fs.mkdtempSync(path.join(os.tmpdir(), 'kitbay-e2e-'));
+  const folder = newScratchFolder();
   const entry = path.join(folder, 'authority.reg');
   fs.writeFileSync(entry, UpdateSource.certificates().registryEntry);
   await wine('C:\\windows\\regedit.exe', '/S', `Z:${entry.replaceAll('/', '\\')}`);
-  fs.rmSync(folder, { recursive: true });
 }
 
 /** The library registered for a component's class; null if there is none. */
@@ -303,6 +306,13 @@ export async function registeredLibrary(progId) {
   } catch {
     return null;
   }
+}
+
+/** Where each thread of the running programs is, as Wine's debugger tells. */
+export async function threadsOfPrograms() {
+  const threads = (await wine('winedbg', '--command', 'bt all')).split(/\r?\n\r?\n/);
+  const isOurs = (thread) => thread.startsWith('Backtracing') && !/c:\\windows\\/i.test(thread);
+  return threads.filter(isOurs).join('\n\n');
 }
 
 const kFarewellMs = 30000;
@@ -316,7 +326,7 @@ export class Program {
   #ended;
   #inspector = null;
   #name;
-  #scratch = fs.mkdtempSync(path.join(os.tmpdir(), 'kitbay-e2e-'));
+  #scratch = newScratchFolder();
 
   /** What happens once the program's user has closed it. */
   whenClosed = () => {};
@@ -486,9 +496,16 @@ export class Program {
     return code;
   }
 
-  /** Ends the program if a failed test left it running, reports what it printed, and cleans up. */
+  /**
+   * Ends the program if a failed test left it running, and reports what it printed and, if the test was out of
+   * time, where its threads are.
+   */
   async dispose() {
     this.#inspector?.close();
+    if (this.isRunning && patience.left === 0) {
+      patience.begin();
+      console.error(await threadsOfPrograms().catch(({ message }) => message));
+    }
     // A program that is killed does not unregister from COM, and Wine then offers its dead class
     // objects.
     if (this.isRunning && this.#name === 'Kitbay.exe') {
@@ -503,7 +520,6 @@ export class Program {
     }
     const said = this.#said().join('').trim();
     if (said !== '') console.error(`${this.#name} said: ${said}`);
-    fs.rmSync(this.#scratch, { recursive: true, force: true });
   }
 }
 

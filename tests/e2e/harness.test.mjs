@@ -5,7 +5,8 @@ import path from 'node:path';
 import { after, before, describe, test } from 'node:test';
 import { setTimeout as delay } from 'node:timers/promises';
 import {
-  isKitbay, patience, probe, probeWithin, Program, root, rowsOf, run, Suite, windows, wine,
+  isKitbay, patience, probe, probeWithin, Program, root, rowsOf, run, Suite, threadsOfPrograms, windows,
+  wine,
 } from './harness.mjs';
 import { Patience } from './patience.mjs';
 
@@ -78,6 +79,14 @@ describe('A program that is busy', () => {
     await isAnsweredAfterwards(() => kitbay.click('#update'));
   });
 
+  test('tells where its threads are, and goes on', async () => {
+    const threads = (await threadsOfPrograms()).split('\n\n');
+    const waitsForMessages = /\\Kitbay\.exe\):\s+Backtrace:\s+=>0 0x\w+ in win32u /;
+    assert.ok(threads.some((thread) => waitsForMessages.test(thread)), threads.join('\n\n'));
+    assert.ok(threads.every((thread) => /\\(Kitbay|e2e_probe)\.exe\)/.test(thread)), threads.join('\n\n'));
+    await kitbay.click('#installed');
+  });
+
   test('gets a button pressed as soon as it has one', async (t) => {
     assert.equal(await kitbay.close(), 0);
     const pressing = probe('press', 'Kitbay', '&Close');
@@ -92,9 +101,13 @@ describe('The probe', () => {
   const kUnanswered = ['press', 'Nobody', 'OK'];
 
   test('answers a question while another one waits', async () => {
-    const waiting = probeWithin(new Patience(5000), ...kUnanswered);
+    let giveUp;
+    const givenUp = new Promise((_, reject) => (giveUp = () => reject(new Error('given up'))));
+    const limit = { left: 0, awaited: (what, promise) => Promise.race([promise, givenUp]) };
+    const waiting = probeWithin(limit, ...kUnanswered);
     await windows();
-    await assert.rejects(waiting, /^Error: Not in time: press Nobody OK$/);
+    giveUp();
+    await assert.rejects(waiting, /^Error: given up$/);
   });
 
   test('answers again after a question was given up', async () => {
@@ -103,7 +116,7 @@ describe('The probe', () => {
   });
 
   test('answers again after Wine has ended', async () => {
-    await windows();
+    await Promise.all([windows(), windows()]);
     // Before this process can notice it.
     execFileSync(path.join(root, 'tools/wine_prefix'), ['--stop']);
     await windows();

@@ -107,6 +107,8 @@ test('5 000 rows take at most 11 times as long as 500, and answer the mouse', as
   const { x, y } = await page.middle('#installedchannels > div', 5);
   await run('xdotool', ['mousemove', String(x), String(y), 'click', '5']);
   await page.waitFor('installedchannels.scrollTop > 0');
+
+  patience.begin();
   const last = 'installedchannels.lastElementChild';
   await page.eval(`${last}.scrollIntoView()`);
   await kitbay.click('#installedchannels > div:last-child > span > font:first-child');

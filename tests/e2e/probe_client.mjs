@@ -69,16 +69,15 @@ export class ProbeClient {
   /** The answer to a question, within `limit`. */
   async ask(words, limit) {
     try {
-      return await this.#askOnce(words, limit);
+      return await this.#askOnce(this.#idleProbe(), words, limit);
     } catch (error) {
-      // Somebody has ended Wine since the last question.
-      if (error instanceof ProbeEnded) return this.#askOnce(words, limit);
+      // Somebody has ended Wine since the last question, and with it every probe.
+      if (error instanceof ProbeEnded) return this.#askOnce(this.#newProbe(), words, limit);
       throw error;
     }
   }
 
-  async #askOnce(words, limit) {
-    const probe = this.#idleProbe();
+  async #askOnce(probe, words, limit) {
     return limit.awaited(words.join(' '), probe.ask(words)).catch((error) => {
       if (limit.left === 0) probe.end();
       throw error;
@@ -87,8 +86,12 @@ export class ProbeClient {
 
   #idleProbe() {
     this.#probes = this.#probes.filter(({ hasEnded }) => !hasEnded);
-    let probe = this.#probes.find(({ isIdle }) => isIdle);
-    if (probe === undefined) this.#probes.push(probe = new Probe(this.#start));
+    return this.#probes.find(({ isIdle }) => isIdle) ?? this.#newProbe();
+  }
+
+  #newProbe() {
+    const probe = new Probe(this.#start);
+    this.#probes.push(probe);
     return probe;
   }
 }
