@@ -35,10 +35,20 @@ const driveC = path.join(prefixFolder, 'drive_c');
 const suiteFolder = 'Program Files/Ovalink';
 const uninstallKey = 'HKLM\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall';
 
-/** Folders for what programs print; they disappear with this process. */
-const scratchFolder = fs.mkdtempSync(path.join(os.tmpdir(), 'kitbay-e2e-'));
-process.once('exit', () => fs.rmSync(scratchFolder, { recursive: true, force: true }));
-const newScratchFolder = () => fs.mkdtempSync(path.join(scratchFolder, 'program-'));
+/** Folders for what programs print; those that a failed test leaves disappear with this process. */
+const scratchFolders = new Set();
+process.once('exit', () => scratchFolders.forEach(removeScratchFolder));
+
+function newScratchFolder() {
+  const folder = fs.mkdtempSync(path.join(os.tmpdir(), 'kitbay-e2e-'));
+  scratchFolders.add(folder);
+  return folder;
+}
+
+function removeScratchFolder(folder) {
+  fs.rmSync(folder, { recursive: true, force: true });
+  scratchFolders.delete(folder);
+}
 
 export const patience = new Patience();
 // The story of ./demo is not a test; it starts its parts itself.
@@ -84,6 +94,7 @@ export async function wine(...words) {
   } finally {
     child.kill();
     stdio.slice(1).forEach((file) => fs.closeSync(file));
+    removeScratchFolder(folder);
   }
 }
 
@@ -117,10 +128,10 @@ function usersFolder() {
 /** The message boxes that are open. */
 export const messages = async () => (await windows()).filter((window) => window.class === '#32770');
 
-/** Answers the program's message box, and returns the text that it showed. */
+/** Answers the program's message box, the topmost of several, and returns the text that it showed. */
 export async function confirmMessage(button = 'OK') {
   const box = await windowWhere('a message', (window) => window.class === '#32770');
-  await probe('press', box.caption, button);
+  await probe('answer', String(box.id), button);
   await eventually('the end of the message', async () => (await windows()).every(({ id }) => id !== box.id));
   return box.controls.filter((control) => control.class === 'Static').map(({ text }) => text).join('');
 }
@@ -296,6 +307,7 @@ export async function trustAuthority() {
   const entry = path.join(folder, 'authority.reg');
   fs.writeFileSync(entry, UpdateSource.certificates().registryEntry);
   await wine('C:\\windows\\regedit.exe', '/S', `Z:${entry.replaceAll('/', '\\')}`);
+  removeScratchFolder(folder);
 }
 
 /** The library registered for a component's class; null if there is none. */
@@ -497,8 +509,8 @@ export class Program {
   }
 
   /**
-   * Ends the program if a failed test left it running, and reports what it printed and, if the test was out of
-   * time, where its threads are.
+   * Ends the program if a failed test left it running, and cleans up. Reports what it printed and, if the test was
+   * out of time, where its threads are.
    */
   async dispose() {
     this.#inspector?.close();
@@ -520,6 +532,7 @@ export class Program {
     }
     const said = this.#said().join('').trim();
     if (said !== '') console.error(`${this.#name} said: ${said}`);
+    removeScratchFolder(this.#scratch);
   }
 }
 

@@ -39,7 +39,7 @@ test('without an uninstall entry the user is told, with "Application" in both pl
     texts.join('|'),
   );
   assert.equal(box.controls.filter((control) => control.class === 'Button').length, 1);
-  await probe('press', 'Kitbay', 'OK');
+  await probe('answer', String(box.id), 'OK');
   assert.equal(await kitbay.ended(), 0);
   assert.equal((await windows()).find(isKitbay), undefined);
   assert.equal(fs.existsSync(suite.log), false);

@@ -157,7 +157,7 @@ const messageIsOpen = async (kill) => {
 /** Answers the question with yes. */
 async function agree() {
   const box = await eventually('the question', async () => (await messages())[0]);
-  await probe('press', box.caption, 'OK');
+  await probe('answer', String(box.id), 'OK');
 }
 
 const kDatastore = () => path.dirname(suite.datastore);

@@ -7,7 +7,9 @@ import { after, afterEach, before, test } from 'node:test';
 import { dayFromToday, Maker, withDigests } from '../../standins/update_source/maker.mjs';
 import { UpdateSource } from '../../standins/update_source/server.mjs';
 import { demandOnly, everything, sumOf } from './everything.mjs';
-import { allButtonsOn, confirmMessage, rowsOf, sourcesAnswered, Suite } from './harness.mjs';
+import {
+  allButtonsOn, confirmMessage, eventually, messages, rowsOf, sourcesAnswered, Suite,
+} from './harness.mjs';
 
 const maker = new Maker(1);
 const manifestPath = '/ovalink.xml';
@@ -217,6 +219,8 @@ test('a manifest changed on disk whose source also fails offers nothing', async 
   source.publish(manifestPath, forged(honest));
   fs.writeFileSync(cachedFile(), forged(cached));
   await start();
+  // The source is asked while the first message is still shown.
+  await eventually('both messages', async () => (await messages()).length === 2);
   await confirmMessage();
   await confirmMessage();
   await page.waitFor(sourcesAnswered); // partners.xml is dated today

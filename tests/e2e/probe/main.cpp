@@ -5,6 +5,7 @@
 //   windows                  the visible top-level windows, topmost first
 //   press CAPTION BUTTON     presses a button of a top-level window of that caption, as soon as
 //                            there is one that is enabled
+//   answer ID BUTTON         presses a button of the window of that number
 //   close CLASS CAPTION      sends the close message to the top-level window of that class
 //                            and caption
 //   minimize CAPTION         minimises the top-level window of that caption
@@ -242,14 +243,22 @@ HWND Needed(const std::wstring& caption) {
   return window;
 }
 
-// An enabled button of a top-level window; null if there is none.
+// An enabled button of a window; null if there is none.
+HWND ButtonOf(HWND window, const std::wstring& button) {
+  for (const HWND child : Children(window)) {
+    if (ClassName(child) == L"Button" && IsWindowEnabled(child) && ControlText(child) == button) {
+      return child;
+    }
+  }
+  return nullptr;
+}
+
+// The same of the top-level windows of a caption.
 HWND ButtonOf(const std::wstring& caption, const std::wstring& button) {
   for (HWND window = FindWindowW(nullptr, caption.c_str()); window != nullptr;
        window = FindWindowExW(nullptr, window, nullptr, caption.c_str())) {
-    for (const HWND child : Children(window)) {
-      if (ClassName(child) == L"Button" && IsWindowEnabled(child) && ControlText(child) == button) {
-        return child;
-      }
+    if (const HWND found = ButtonOf(window, button); found != nullptr) {
+      return found;
     }
   }
   return nullptr;
@@ -261,6 +270,15 @@ Json Press(const std::wstring& caption, const std::wstring& button) {
   HWND found = ButtonOf(caption, button);
   for (; found == nullptr; found = ButtonOf(caption, button)) {
     Sleep(kPauseMs);
+  }
+  PostMessageW(found, BM_CLICK, 0, 0);
+  return true;
+}
+
+Json PressIn(std::uintptr_t id, const std::wstring& button) {
+  const HWND found = ButtonOf(reinterpret_cast<HWND>(id), button);
+  if (found == nullptr) {
+    throw std::runtime_error("no button " + ToUtf8(button));
   }
   PostMessageW(found, BM_CLICK, 0, 0);
   return true;
@@ -523,6 +541,9 @@ Json Run(const std::vector<std::wstring>& arguments) {
   }
   if (command == L"press" && arguments.size() == 3) {
     return Press(arguments[1], arguments[2]);
+  }
+  if (command == L"answer" && arguments.size() == 3) {
+    return PressIn(std::wcstoul(arguments[1].c_str(), nullptr, 10), arguments[2]);
   }
   if (command == L"close" && arguments.size() == 3) {
     return Close(arguments[1], arguments[2]);
