@@ -42,6 +42,30 @@ class Page : public testing::Test {
 
 std::unique_ptr<TestHost> Page::host_;
 
+/** Closes the menus of this thread, and knows whether there was one. */
+class MenuWatch {
+ public:
+  MenuWatch() : timer_(SetTimer(nullptr, 0, kIntervalMs, Look)) { has_seen_ = false; }
+  ~MenuWatch() { KillTimer(nullptr, timer_); }
+  MenuWatch(const MenuWatch&) = delete;
+  MenuWatch& operator=(const MenuWatch&) = delete;
+
+  bool has_seen() const { return has_seen_; }
+
+ private:
+  static constexpr UINT kIntervalMs = 20;
+
+  static void CALLBACK Look(HWND, UINT, UINT_PTR, DWORD) {
+    if (FindWindowW(L"#32768", nullptr) != nullptr) {
+      has_seen_ = true;
+      EndMenu();
+    }
+  }
+
+  static inline bool has_seen_ = false;  // The system passes the timer nothing else.
+  UINT_PTR timer_;
+};
+
 ComPtr<IDispatch> Child(IDispatch* element, int index) {
   return Get(element, L"childNodes", {index}).Object();
 }
@@ -284,6 +308,24 @@ TEST_F(Page, LinkIsFollowedUnlessItsClickOrItsNavigationIsCancelled) {
   host_->Click(ById(document.Get(), L"link").Get());
   TestHost::Until([&] { return sink->HasHeard(DISPID_DOCUMENTCOMPLETE); });
   EXPECT_NE(ById(host_->Document().Get(), L"next"), nullptr);
+}
+
+TEST_F(Page, AMenuIsShownUnlessTheHostShowsItsOwn) {
+  for (const bool shows_menu : {false, true}) {
+    TestHost host({.shows_menu = shows_menu});
+    host.Load(kList);
+    const ComPtr<IDispatch> document = host.Document();
+    const Listening sink(document.Get(), __uuidof(HTMLDocumentEvents));
+    const ComPtr<IDispatch> other = ById(document.Get(), L"other");
+    const POINT place = TestHost::Middle(other.Get());
+    const MenuWatch menus;
+    host.Mouse(WM_RBUTTONDOWN, place);
+    host.Mouse(WM_RBUTTONUP, place);
+    // The control is told of the click after the menu.
+    host.Click(other.Get());
+    TestHost::Until([&] { return sink->HasHeard(kClick); });
+    EXPECT_EQ(menus.has_seen(), !shows_menu);
+  }
 }
 
 TEST_F(Page, NavigationThatFailsShowsAnErrorPage) {

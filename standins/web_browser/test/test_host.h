@@ -22,6 +22,7 @@ struct HostAnswers {
   int download_control = kMarkupOnly;
   DWORD flags = DOCHOSTUIFLAG_NO3DBORDER;
   bool is_in_use = true;
+  bool shows_menu = false;             // In place of the control's own.
   IDropTarget* drop_target = nullptr;  // None: the control's own.
 };
 
@@ -86,7 +87,7 @@ class TestHost {
   HWND control_window() const;
   Microsoft::WRL::ComPtr<IDispatch> Document() const;
 
-  /** Handles messages until the condition holds; throws std::runtime_error after 20 s. */
+  /** Handles messages until the condition holds; throws std::runtime_error after 300 s. */
   static void Until(const std::function<bool()>& holds);
 
   /** Navigates to a file with that markup and waits until it is complete. */
