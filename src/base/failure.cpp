@@ -1,44 +1,40 @@
 #include "base/failure.h"
 
+#include <array>
 #include <utility>
 
 namespace kitbay::base {
 namespace {
 
-const char* ClassicDescription(RuntimeError error) {
-  switch (error) {
-    case RuntimeError::kInvalidProcedureCall:
-      return "Invalid procedure call or argument";
-    case RuntimeError::kOverflow:
-      return "Overflow";
-    case RuntimeError::kOutOfMemory:
-      return "Out of memory";
-    case RuntimeError::kSubscriptOutOfRange:
-      return "Subscript out of range";
-    case RuntimeError::kDivisionByZero:
-      return "Division by zero";
-    case RuntimeError::kTypeMismatch:
-      return "Type mismatch";
-    case RuntimeError::kFileNotFound:
-      return "File not found";
-    case RuntimeError::kFileAlreadyExists:
-      return "File already exists";
-    case RuntimeError::kDiskFull:
-      return "Disk full";
-    case RuntimeError::kInputPastEndOfFile:
-      return "Input past end of file";
-    case RuntimeError::kPermissionDenied:
-      return "Permission denied";
-    case RuntimeError::kPathFileAccessError:
-      return "Path/File access error";
-    case RuntimeError::kPathNotFound:
-      return "Path not found";
-    case RuntimeError::kObjectVariableNotSet:
-      return "Object variable or With block variable not set";
-    case RuntimeError::kCannotCreateObject:
-      return "ActiveX component can't create object";
-    case RuntimeError::kMemberNotFound:
-      return "Object doesn't support this property or method";
+struct Classic {
+  RuntimeError error;
+  const char* description;
+};
+
+constexpr auto kClassics = std::to_array<Classic>({
+    {RuntimeError::kInvalidProcedureCall, "Invalid procedure call or argument"},
+    {RuntimeError::kOverflow, "Overflow"},
+    {RuntimeError::kOutOfMemory, "Out of memory"},
+    {RuntimeError::kSubscriptOutOfRange, "Subscript out of range"},
+    {RuntimeError::kDivisionByZero, "Division by zero"},
+    {RuntimeError::kTypeMismatch, "Type mismatch"},
+    {RuntimeError::kFileNotFound, "File not found"},
+    {RuntimeError::kFileAlreadyExists, "File already exists"},
+    {RuntimeError::kDiskFull, "Disk full"},
+    {RuntimeError::kInputPastEndOfFile, "Input past end of file"},
+    {RuntimeError::kPermissionDenied, "Permission denied"},
+    {RuntimeError::kPathFileAccessError, "Path/File access error"},
+    {RuntimeError::kPathNotFound, "Path not found"},
+    {RuntimeError::kObjectVariableNotSet, "Object variable or With block variable not set"},
+    {RuntimeError::kCannotCreateObject, "ActiveX component can't create object"},
+    {RuntimeError::kMemberNotFound, "Object doesn't support this property or method"},
+});
+
+const char* ClassicDescription(std::int32_t number) {
+  for (const Classic& classic : kClassics) {
+    if (static_cast<std::int32_t>(classic.error) == number) {
+      return classic.description;
+    }
   }
   return "Application-defined or object-defined error";
 }
@@ -48,11 +44,12 @@ const char* ClassicDescription(RuntimeError error) {
 Failure::Failure(std::int32_t number, std::string description)
     : number_(number), description_(std::move(description)) {}
 
-Failure::Failure(RuntimeError error)
-    : Failure(static_cast<std::int32_t>(error), ClassicDescription(error)) {}
+Failure::Failure(std::int32_t number) : Failure(number, ClassicDescription(number)) {}
+
+Failure::Failure(RuntimeError error) : Failure(static_cast<std::int32_t>(error)) {}
 
 Failure::Failure(RuntimeError error, const std::string& detail)
     : Failure(static_cast<std::int32_t>(error),
-              std::string(ClassicDescription(error)) + ": " + detail) {}
+              ClassicDescription(static_cast<std::int32_t>(error)) + (": " + detail)) {}
 
 }  // namespace kitbay::base

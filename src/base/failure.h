@@ -33,6 +33,10 @@ class Failure : public std::exception {
   /// `description` is UTF-8; `number` is a run-time error number or an HRESULT.
   Failure(std::int32_t number, std::string description);
 
+  /// A failure with the classic description of a run-time error number, or, for a number that has
+  /// none, that of an error which an application defines.
+  explicit Failure(std::int32_t number);
+
   /// A failure with the classic description of `error`.
   explicit Failure(RuntimeError error);
 

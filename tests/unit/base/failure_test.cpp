@@ -43,8 +43,13 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& info) { return "Error" + std::to_string(info.param.number); });
 
 TEST(Failure, NumberThatIsNotClassicHasTheGeneralDescription) {
-  EXPECT_EQ(Failure(static_cast<RuntimeError>(4711)).description(),
-            "Application-defined or object-defined error");
+  EXPECT_EQ(Failure(4711).number(), 4711);
+  EXPECT_EQ(Failure(4711).description(), "Application-defined or object-defined error");
+}
+
+TEST(Failure, NumberAloneHasItsClassicDescription) {
+  EXPECT_EQ(Failure(53).number(), 53);
+  EXPECT_EQ(Failure(53).description(), "File not found");
 }
 
 TEST(Failure, DetailFollowsTheDescription) {

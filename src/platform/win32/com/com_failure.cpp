@@ -71,7 +71,7 @@ void LeaveDescription(const std::string& description) noexcept {
 base::Failure FailureOf(HRESULT result) {
   const std::int32_t number = NumberOf(result);
   if (number > 0) {
-    return base::Failure(static_cast<base::RuntimeError>(number));
+    return base::Failure(number);
   }
   return {number, SystemText(result)};
 }
