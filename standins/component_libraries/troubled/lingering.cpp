@@ -9,11 +9,12 @@ struct Events {
   HANDLE may_return;
 };
 
-// The thread waits in the system's code before anybody learns that it does: it next runs this code
-// when it may return, by then without the library.
+// The thread waits in the system's code before anybody learns that it does, and returns into this
+// code, by then without the library: the comparison keeps the call from becoming a jump.
 DWORD WINAPI Work(void* context) {
   const Events events = *static_cast<Events*>(context);
-  return SignalObjectAndWait(events.is_waiting, events.may_return, INFINITE, FALSE);
+  const DWORD outcome = SignalObjectAndWait(events.is_waiting, events.may_return, INFINITE, FALSE);
+  return outcome == WAIT_OBJECT_0 ? 0 : 1;
 }
 
 }  // namespace
