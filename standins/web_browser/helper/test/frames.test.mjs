@@ -1,6 +1,7 @@
 import assert from 'node:assert/strict';
-import { once } from 'node:events';
+import { EventEmitter, on, once } from 'node:events';
 import { after, before } from 'node:test';
+import { Frames } from '../frames.mjs';
 import { kMethod, test, TestBrowser } from './support.mjs';
 
 let added = 0;
@@ -31,21 +32,28 @@ async function layoutsOfAdding(count) {
   return (await layouts()) - before;
 }
 
+/** Adds paragraphs until the browser has laid the page out ten times; how many it took. */
+async function additionsForTenLayouts() {
+  const kStep = 20;
+  let count = 0;
+  for (let laidOut = 0; laidOut < 10; count += kStep) laidOut += await layoutsOfAdding(kStep);
+  return count;
+}
+
 test('a page is not laid out for pictures while none are taken', async () => {
-  await frames.fresh();
-  const drawing = await layoutsOfAdding(1000);
+  const count = await additionsForTenLayouts();
   frames.pause();
   const number = await frames.fresh();
-  const paused = await layoutsOfAdding(1000);
+  const paused = await layoutsOfAdding(count);
   assert.equal(frames.last, number);
-  assert.ok(paused < drawing / 5, `${paused} layouts after ${drawing}`);
+  assert.ok(paused < 3, `${paused} layouts while ${count} paragraphs were added`);
   assert.equal(await browser.page.evaluate('document.visibilityState'), 'visible');
   assert.equal(await browser.page.evaluate('document.hasFocus()'), true);
 
   const next = once(frames, 'frame');
   frames.resume();
   await next;
-  assert.ok((await layoutsOfAdding(1000)) > 5 * paused);
+  await additionsForTenLayouts();
 });
 
 test('a picture that is requested while none are taken shows the page, and further ones follow', async () => {
@@ -57,4 +65,62 @@ test('a picture that is requested while none are taken shows the page, and furth
   const next = once(frames, 'frame');
   await layoutsOfAdding(1);
   await next;
+});
+
+/** Width and height of a PNG in base64. */
+function sizeOf(png) {
+  const bytes = Buffer.from(png, 'base64');
+  return [bytes.readUInt32BE(16), bytes.readUInt32BE(20)];
+}
+
+test('a picture has the size of the window, and a zoomed page has fewer pixels of its own', async () => {
+  await frames.resize(600, 450, 1.5);
+  assert.equal(frames.zoom, 1.5);
+  assert.equal(await browser.page.evaluate('`${innerWidth} x ${innerHeight}`'), '400 x 300');
+  assert.deepEqual(sizeOf(await frames.picture()), [600, 450]);
+
+  await frames.resize(500, 200);
+  assert.equal(await browser.page.evaluate('`${innerWidth} x ${innerHeight}`'), '500 x 200');
+  assert.deepEqual(sizeOf(await frames.picture()), [500, 200]);
+});
+
+test('a window without an area leaves the page its size', async () => {
+  await frames.resize(500, 200);
+  await frames.resize(0, 200, 2);
+  await frames.resize(500, 0, 2);
+  assert.equal(frames.zoom, 1);
+  assert.deepEqual(sizeOf(await frames.picture()), [500, 200]);
+});
+
+/** A page that never changes and counts the frames that are drawn of it at a time. Emits 'capture'. */
+class PageAtRest extends EventEmitter {
+  drawing = 0;
+  mostDrawing = 0;
+
+  async send(_method, { screenshot } = {}) {
+    this.mostDrawing = Math.max(this.mostDrawing, this.drawing += 1);
+    await new Promise(setImmediate);
+    this.drawing -= 1;
+    if (screenshot) this.emit('capture');
+    return { hasDamage: false, screenshotData: 'the page' };
+  }
+}
+
+test('a page at rest is captured from time to time, and its picture is emitted once', async () => {
+  const page = new PageAtRest();
+  const atRest = new Frames(page);
+  const pictures = [];
+  atRest.on('frame', (picture) => pictures.push(picture));
+  const captures = on(page, 'capture');
+  await atRest.start();
+  for (let i = 0; i < 3; i += 1) await captures.next();
+  assert.deepEqual(pictures, [{ n: 1, data: 'the page' }]);
+});
+
+test('frames are drawn one at a time', async () => {
+  const page = new PageAtRest();
+  const busy = new Frames(page);
+  await Promise.all([busy.start(), busy.fresh(), busy.picture(), busy.fresh()]);
+  assert.equal(page.mostDrawing, 1);
+  assert.equal(busy.last, 3);
 });
