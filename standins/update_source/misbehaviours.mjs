@@ -89,12 +89,6 @@ class HeldAnswer {
     return true;
   }
 
-  /** Sends half of the content at first, then a byte each time: a busy program has not received all of it. */
-  async more() {
-    const half = Math.floor(this.#exchange.content.length / 2);
-    await this.next(Math.max(half - this.#sent, 1));
-  }
-
   /** Sends everything that is left. */
   async rest() {
     await this.next(Infinity);

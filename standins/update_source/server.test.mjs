@@ -190,23 +190,6 @@ describe('A misbehaving source', () => {
     assert.equal(answer.body.toString(), 'abcde');
   });
 
-  test('drips half of the content and then a byte at a time', async (t) => {
-    const source = await start(t);
-    source.publish('/eight.xml', 'abcdefgh');
-    const drip = source.misbehave('/eight.xml', 'drip');
-    const answer = ask(source.host, '/eight.xml');
-    await drip.reached;
-    const sent = [];
-    for (let i = 0; i < 3; i += 1) {
-      await drip.more();
-      sent.push(drip.sent);
-    }
-    assert.deepEqual(sent, [4, 5, 6]);
-    await drip.rest();
-    await answer.ended;
-    assert.equal(answer.body.toString(), 'abcdefgh');
-  });
-
   test('cuts the content short', async (t) => {
     const source = await start(t);
     source.misbehave(kManifest, 'cut-short', { after: 100 });

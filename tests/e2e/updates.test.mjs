@@ -297,7 +297,7 @@ test('a manifest that drips shows its progress and is kept whole', async () => {
   const page = await started(`${source.host}/ovalink.xml`);
   await drip.reached;
   await eventually('progress', async () => {
-    await drip.more();
+    await drip.next(100);
     return (await progress()) > 0;
   });
   assert.ok((await progress()) < 100);
@@ -424,7 +424,7 @@ test('a download shows its progress and disables the other buttons', async () =>
   await kitbay.press('updatedaddons', 'Scrapbook', 'Install');
   await drip.reached;
   await eventually('progress', async () => {
-    await drip.more();
+    await drip.next(1024);
     return (await progress()) > 0;
   });
   assert.ok((await progress()) < 100);
